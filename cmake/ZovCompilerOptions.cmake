@@ -1,0 +1,33 @@
+# What every target of the project is compiled with. The same recording must give the same stream of
+# cameras on every machine, so nothing here may let the compiler reorder or fuse floating-point work.
+add_library(zov_compiler_options INTERFACE)
+target_compile_features(zov_compiler_options INTERFACE cxx_std_20)
+
+if(MSVC)
+  target_compile_options(zov_compiler_options INTERFACE /W4 /fp:precise /utf-8
+    $<$<BOOL:${ZOV_WERROR}>:/WX>)
+else()
+  target_compile_options(zov_compiler_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
+    -Woverloaded-virtual -Wold-style-cast -Wcast-align
+    -ffp-contract=off
+    $<$<BOOL:${ZOV_WERROR}>:-Werror>)
+endif()
+
+if(ZOV_SANITIZE)
+  target_compile_options(zov_compiler_options INTERFACE
+    -fsanitize=${ZOV_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  target_link_options(zov_compiler_options INTERFACE -fsanitize=${ZOV_SANITIZE})
+endif()
+
+if(ZOV_COVERAGE)
+  target_compile_options(zov_compiler_options INTERFACE --coverage)
+  target_link_options(zov_compiler_options INTERFACE --coverage)
+endif()
+
+find_program(ZOV_CCACHE ccache)
+if(ZOV_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${ZOV_CCACHE})
+endif()
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)

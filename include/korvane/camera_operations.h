@@ -1,0 +1,169 @@
+#pragma once
+
+#include <array>
+#include <memory>
+
+#include "korvane/application_parameters.h"
+#include "korvane/camera_parameters.h"
+#include "korvane/export.h"
+#include "korvane/observer_list.h"
+#include "korvane/operation.h"
+#include "korvane/shot.h"
+#include "korvane/timer.h"
+
+namespace Korvane {
+
+/// The hub: the one camera and the settings of a view, the interactive operations in progress, at most one
+/// of each kind, and the one active shot. It advances all of them once a frame.
+///
+/// A host derives from it and supplies the three pure operations. Frames are pulled: whatever moves asks
+/// the host for a frame through `RequestApplicationUpdate`, the host answers with `PerformOperations` once
+/// for each frame, before it draws, and that asks for the next frame as long as anything goes on. None of
+/// the three may call `PerformOperations` itself.
+///
+/// The hub excludes nothing: any number of kinds and a shot may run together, operations first, lowest
+/// kind first, then the shot; the last writer of a field wins. Whoever starts a move ends what runs first.
+/// All calls belong on the host's window thread.
+class ZOVTOOLS_API CameraOperations {
+ public:
+  /// Operations and a shot that still run are dropped without a word; end them first.
+  virtual ~CameraOperations();
+
+  // ---- the host's side ----
+
+  /// The host takes these values into its view. Never called with a number that is not finite by an
+  /// operation or shot that started from a finite camera.
+  virtual void ApplyCameraParameters(const CameraParameters& camera) = 0;
+  /// The host fills in the values of its view now.
+  virtual void QueryCameraParameters(CameraParameters& camera) const = 0;
+  /// The host schedules a redraw.
+  virtual void RequestApplicationUpdate() = 0;
+
+  // ---- bounds: what counts as the scene ----
+  // A centre is always separate from the box. A radius that is not above 0, or an empty box, stands for
+  // the global one; a number that is not finite changes nothing.
+
+  virtual void SetSceneBoundingSphere(double radius, Vector3 centre);
+  virtual void SetSceneBoundingBox(Box3 box, Vector3 centre);
+  virtual void ResetSceneBoundingSphere();
+  virtual void ResetSceneBoundingBox();
+  virtual void SetUCSBoundingSphere(double radius, Vector3 centre);
+  virtual void SetUCSBoundingBox(Box3 box, Vector3 centre);
+  virtual void ResetUCSBoundingSphere();
+  virtual void ResetUCSBoundingBox();
+  virtual bool IsGeometrySelected();
+  virtual void SetGeometrySelection(double radius, Vector3 centre);
+  virtual void ResetGeometrySelection();
+  void SetBoundingBoxSelection(Box3 box, Vector3 centre);
+
+  // ---- world directions ----
+
+  /// `scene_up_direction` (front) with `scene_is_world`, else `world_up_direction` (front). As stored, not
+  /// normalised.
+  virtual Vector3 GetWorldUpDirection() const;
+  virtual Vector3 GetWorldFrontDirection() const;
+
+  // ---- operations ----
+
+  /// The frame. True when anything was active or changed.
+  virtual bool PerformOperations();
+  /// False for a kind out of range or one that the library does not make. End an operation before you
+  /// begin its kind again: the old one is dropped and its observers do not hear of it. `x` and `y` are
+  /// viewport pixels, origin at the TOP left.
+  virtual bool BeginOperation(OperationType type, int x, int y);
+  /// False for a kind out of range; true otherwise, also when nothing was active.
+  virtual bool EndOperation(OperationType type);
+  /// The three forms hand input to an operation; none moves the camera. False for a kind out of range;
+  /// true otherwise, also when nothing is active. OPERATION_ALL stands for all kinds.
+  virtual bool UpdateOperationParams(Vector3 translation, Vector3 rotation, OperationType type);
+  virtual bool UpdateOperationParams(KeyID key, bool pressed, OperationType type);
+  virtual bool UpdateOperationParams(int x, int y, OperationType type);
+
+  // ---- shots ----
+
+  /// Ends the active shot, if any, and tells its observer. Always true.
+  virtual bool EndShot();
+  /// Steps the active shot by `dt` seconds, apart from the frame clock. False without a shot. Never ends
+  /// the shot, and the camera of a last step, for which the shot answers false, is not applied.
+  virtual bool AdvanceActiveShot(double dt);
+  /// With OPERATION_ALL: whether any is active.
+  virtual bool IsOperationActive(OperationType type) const;
+  virtual bool IsShotActive() const;
+  /// Null when not active or out of range.
+  virtual Operation* GetActiveOperation(OperationType type) const;
+  virtual Shot* GetActiveShot() const;
+  /// For the active shot only, so call it after BeginShot. False without a shot, and for null.
+  virtual bool SetActiveShotObserver(ShotObserver* observer);
+
+  // ---- parameters, cameras, observers ----
+
+  virtual ApplicationParameters& GetApplicationParameters();
+  virtual const ApplicationParameters& GetApplicationParameters() const;
+  /// The hub's working copy, refreshed from the host at each frame and each begin.
+  virtual const CameraParameters& GetCameraParameters() const;
+  virtual CameraParameters& GetHomeCamera();
+  /// As CameraCheckEqual.
+  virtual bool CheckCamerasEqual(const CameraParameters* a, const CameraParameters* b) const;
+  /// Null is ignored; an observer added twice is told twice.
+  virtual void AddOperationObserver(OperationObserver* observer);
+  /// Removes every entry of this observer.
+  virtual void RemoveOperationObserver(OperationObserver* observer);
+
+  // ---- bounds recalculation ----
+
+  /// The scene becomes the selection, else the model (`scene_is_world`), else the coordinate system;
+  /// nothing changes with `lock_to_selection`.
+  virtual void RecalculateSceneBounds();
+  /// Hooks: a host that computes bounds late does it here.
+  virtual void RecalculateSelectionBounds();
+  virtual void RecalculateGlobalBounds();
+
+ protected:
+  CameraOperations();
+  CameraOperations(const CameraOperations&) = delete;
+  CameraOperations& operator=(const CameraOperations&) = delete;
+
+  virtual void OnBeginShot(Shot* shot);
+  virtual void OnEndShot(Shot* shot);
+
+  /// Takes ownership. Ends a running shot first. False for null.
+  bool BeginShot(Shot* shot);
+
+ private:
+  static constexpr int OPERATION_COUNT = 11;
+
+  static bool IsOperationType(OperationType type);
+  template <class Update>
+  bool UpdateOperation(OperationType type, Update update);
+  template <class Call>
+  void ForEachOperationType(Call call);
+
+  std::unique_ptr<Operation>& SlotOf(OperationType type);
+  double RadiusOrGlobal(double radius);
+  Box3 BoxOrGlobal(const Box3& box);
+
+  // What a frame remembers of its earlier steps.
+  struct FrameActivity {
+    bool active = false;
+    bool rotating = false;
+  };
+  FrameActivity PerformActiveOperations();
+  void PerformActiveOperation(OperationType type);
+  bool PerformActiveShot(FrameActivity& activity);
+  void ChooseProjection(bool rotating);
+  bool BlendProjection(bool active);
+  bool IsInOrthoRange(const Vector3& direction, double tolerance) const;
+
+  CameraParameters camera;
+  ApplicationParameters applicationParameters;
+  std::array<std::unique_ptr<Operation>, OPERATION_COUNT> activeOperations;
+  std::shared_ptr<Shot> activeShot;
+  ShotObserver* activeShotObserver = nullptr;
+  Timer frameTimer;
+  double frameDelta = 0.0;
+  ObserverList<OperationObserver> operationObservers;
+  bool geometrySelected = false;
+  double orthoTolerance = 0.01;
+};
+
+}  // namespace Korvane

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <list>
+
+namespace Korvane {
+
+/// Borrowed observers in the order in which they were added, that may change while they are being told.
+///
+/// A round takes the next entry before it tells the present one: an observer may remove itself, or any
+/// other, and what it adds is told in this round unless the last entry added it.
+template <class Observer>
+class ObserverList {
+ public:
+  ObserverList() = default;
+  ObserverList(const ObserverList&) = delete;
+  ObserverList& operator=(const ObserverList&) = delete;
+
+  /// Null is ignored. No check for duplicates.
+  void Add(Observer* observer) {
+    if (observer != nullptr) entries.push_back(observer);
+  }
+
+  /// Removes every entry equal to `observer`.
+  void Remove(const Observer* observer) {
+    for (auto entry = entries.begin(); entry != entries.end();) {
+      entry = *entry == observer ? Erase(entry) : std::next(entry);
+    }
+  }
+
+  /// Calls `tell(observer)` for each entry. Rounds may be nested.
+  template <class Tell>
+  void Notify(Tell&& tell) {
+    Round round{entries.begin(), innermost};
+    innermost = &round;
+    while (round.next != entries.end()) {
+      Observer* const observer = *round.next++;
+      tell(*observer);
+    }
+    innermost = round.outer;
+  }
+
+ private:
+  using Entry = typename std::list<Observer*>::iterator;
+  struct Round {
+    Entry next;
+    Round* outer;
+  };
+
+  Entry Erase(Entry entry) {
+    for (Round* round = innermost; round != nullptr; round = round->outer) {
+      if (round->next == entry) ++round->next;
+    }
+    return entries.erase(entry);
+  }
+
+  std::list<Observer*> entries;
+  Round* innermost = nullptr;
+};
+
+}  // namespace Korvane

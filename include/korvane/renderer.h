@@ -1,0 +1,191 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+
+#include "korvane/box2.h"
+#include "korvane/export.h"
+#include "korvane/ray.h"
+#include "korvane/resource_ids.h"
+#include "korvane/vector2.h"
+#include "korvane/vector3.h"
+
+namespace Korvane {
+
+class DynamicIcon2D;
+class PixelIcon2D;
+class ResourceIcon2D;
+class ResourceIcon3D;
+struct CameraParameters;
+
+/// The one road from the library to the host's graphics, texts, cursors, menus and scene.
+///
+/// A host derives from it and implements the pure operations with any graphics API. The class itself
+/// shares four things among all widgets: textures counted by use and loaded late, texts turned into icons
+/// once, picking by ray over quads, and a queue that folds the cursor changes of a frame into one.
+///
+/// Pixels have their origin at the bottom left, y upward. A viewport is a Box2: centre and half extents in
+/// pixels. All calls belong on the host's window thread.
+class ZOVTOOLS_API Renderer {
+ public:
+  enum RenderMode : int {
+    RENDER_OVERLAY = 0,      // orthographic, in viewport pixels
+    RENDER_PERSPECTIVE = 1,  // by the four half angles of the camera
+    RENDER_SCENE = 2,        // by the projection of the scene itself
+  };
+
+  /// How a host is to draw the vertices; the library passes the number through.
+  enum DrawMode : int {
+    DRAW_QUADS = 0,        // plain, textured or coloured
+    DRAW_CUBE_LABELS = 2,  // blended over the faces of the cube
+    DRAW_CUBE_SOLID = 3,   // the body of the cube and its selected part
+    DRAW_CUBE_SHADOW = 4,
+    DRAW_OVERLAY_ICONS = 6,  // flat
+  };
+
+  struct MaterialParams {
+    float colour[4] = {1.0F, 1.0F, 1.0F, 1.0F};  ///< Red, green, blue, opacity, each 0 to 1.
+    TextureID texture = TEXTURE_NONE;
+    int drawMode = DRAW_QUADS;
+    float lineWidth = 1.0F;
+  };
+
+  /// Frees the maps. Icons still in the string cache are not destroyed: the host's own teardown does that.
+  virtual ~Renderer();
+
+  /// The host calls Create before it creates any widget, and Destroy after the last is gone.
+  virtual bool Create() = 0;
+  virtual bool Destroy() = 0;
+
+  /// Makes the counts come true: frees textures of count 0, destroys texts of count 0, loads textures that
+  /// are wanted and not there. A widget calls it after it has changed its counts. A texture that failed to
+  /// load is tried again at each call.
+  virtual void ApplyTextureUsage();
+
+ protected:
+  /// Makes a texture available; false when it cannot be had.
+  virtual bool LoadTexture(TextureID id) = 0;
+  virtual void ReleaseTexture(TextureID id) = 0;
+
+ public:
+  /// Opens a draw pass. False: the caller skips the pass and does not call EndRender.
+  virtual bool BeginRender(const Box2& viewport, const CameraParameters& camera, RenderMode mode) = 0;
+  virtual bool EndRender() = 0;
+  /// Quads, 4 vertices each: 3 floats a vertex, 2 floats a texture coordinate (null without texture).
+  virtual bool RenderGeometry(unsigned vertexCount, const float* vertices, const float* texCoords,
+                              const MaterialParams* material) = 0;
+
+  /// Opens a pick at a pixel. Overlay: straight into the screen. Perspective: from the eye, through the
+  /// half angles. False for any other mode.
+  virtual bool BeginSelection(const Vector2& point, const Box2& viewport, const CameraParameters& camera,
+                              RenderMode mode);
+  /// Nothing to close in a software pick; false.
+  virtual bool EndSelection();
+  /// Offers quads under a number; the nearest hit of the pass wins, the earlier one on equal distance.
+  /// Vertices past the last whole quad are ignored, as is a null pointer. Always true.
+  virtual bool RenderSelectionGeometry(unsigned vertexCount, const float* vertices, int id);
+  /// The number of the nearest hit, -1 for none.
+  virtual int GetSelection() const;
+
+  virtual bool Render(ResourceIcon3D* icon) = 0;
+  virtual bool Render(DynamicIcon2D* icon) = 0;
+  virtual bool Render(ResourceIcon2D* icon) = 0;
+
+  /// The localised text of a StringID; empty when there is none.
+  virtual std::wstring LoadStringResource(int id) = 0;
+  /// The pixels of a texture, for hit maps. The caller owns the result; null when there is none.
+  virtual PixelIcon2D* CreateImageData(TextureID id) = 0;
+  /// A picture of the scene from a camera. As with all the Create... below the caller owns the result and
+  /// gives it back with DestroyIcon; null when it cannot be made.
+  virtual DynamicIcon2D* CreateSceneScreenshot(int width, int height, const CameraParameters& camera) = 0;
+  virtual DynamicIcon2D* CreateTextLabel(const wchar_t* text, float size, int first, int second) = 0;
+  virtual DynamicIcon2D* CreateTooltip(const wchar_t* text) = 0;
+  virtual DynamicIcon2D* CreateTooltipHUD(const wchar_t* text) = 0;
+  virtual DynamicIcon2D* CreateMessageHUD(const wchar_t* text) = 0;
+  virtual DynamicIcon2D* CreatePivotLabel(const wchar_t* text) = 0;
+  virtual DynamicIcon2D* CreateMiniWheelLabel(const wchar_t* text) = 0;
+  virtual DynamicIcon2D* CreateUCSMenuLabel(const wchar_t* text, const wchar_t* other, bool flag,
+                                            int number) = 0;
+  /// Destroys the icon and clears the pointer.
+  virtual bool DestroyIcon(DynamicIcon2D*& icon) = 0;
+
+  /// The first point of the scene along a ray. False, with `hit` untouched, when there is none.
+  virtual bool QueryRaySceneIntersection(const Vector3& origin, const Vector3& direction, Vector3& hit) = 0;
+  /// The same for the ray of a pixel, which a host may use instead; forwards to the ray.
+  virtual bool QueryMouseRaySceneIntersection(int x, int y, const Vector3& origin, const Vector3& direction,
+                                              Vector3& hit);
+  /// A point of the scene seen in a screen rectangle; false unless the host can tell.
+  virtual bool QueryScreenRectRaySceneIntersection(int left, int bottom, int right, int top, Vector3& hit);
+  /// The part of the model under the pointer; false unless the host can tell.
+  virtual bool BeginMouseoverComponent(bool begin);
+  virtual bool GetMouseoverComponent(Vector2 pixel, Vector3& point, Vector3& normal);
+  virtual bool EndMouseoverComponent();
+
+  /// Changes the cursor at once, or queues the change while the queue is open, and is then false.
+  virtual bool SetCursorID(CursorID id);
+  /// Moves the mouse pointer to a viewport pixel.
+  virtual bool SetCursorPosition(int x, int y) = 0;
+  virtual bool OpenMenu(MenuID id) = 0;
+  /// The host's list of coordinate systems.
+  virtual bool OpenUCSMenu(int x, int y) = 0;
+  /// World to viewport pixels; false unless the host can tell.
+  virtual bool ProjectToScreen(Vector3 point, Vector2& pixel);
+
+ protected:
+  /// Changes the pointer's shape at once. CURSOR_NONE asks for no change.
+  virtual bool SetCursorIcon(CursorID id) = 0;
+
+  Renderer();
+  Renderer(const Renderer&) = delete;
+  Renderer& operator=(const Renderer&) = delete;
+
+ public:
+  // Counting; nothing is loaded or freed before ApplyTextureUsage. TEXTURE_NONE is ignored, and a count
+  // never goes below 0.
+  void IncrementTextureUsage(TextureID id);
+  void DecrementTextureUsage(TextureID id);
+  /// Increments when wanted, else decrements.
+  void WantTexture(TextureID id, bool wanted);
+
+  /// The icon of a text, made at first use by the range of its number and shared from then on. Owned by
+  /// the renderer. Null for STRING_NONE, for texts that have no icon, and when the host made none.
+  DynamicIcon2D* GetStringTexture(StringID id);
+  /// Always null, so that a caller can clear its pointer. The icon stays until ApplyTextureUsage.
+  DynamicIcon2D* ReleaseStringTexture(StringID id);
+  /// Gets when wanted, else releases.
+  DynamicIcon2D* WantStringTexture(StringID id, bool wanted);
+
+  // Past the cache: the caller owns the result.
+  DynamicIcon2D* CreateTooltipByID(int id);
+  DynamicIcon2D* CreateTooltipHUDByID(int id);
+  DynamicIcon2D* CreateMessageHUDByID(int id);
+  DynamicIcon2D* CreatePivotLabelByID(int id);
+  DynamicIcon2D* CreateMiniWheelLabelByID(int id);
+
+  CursorID GetCursorID() const { return currentCursor; }
+  /// Opens (true) or closes the queue. Closing applies the last cursor asked for when it differs from the
+  /// current one; a queue in which none was asked for sends CURSOR_NONE once.
+  void QueueSetCursorID(bool open);
+
+ private:
+  using CreateIcon = DynamicIcon2D* (Renderer::*)(const wchar_t*);
+  static CreateIcon FindStringIconCreator(int id);
+
+  void ReleaseUnusedTextures();
+  void DestroyUnusedStrings();
+  void LoadWantedTextures();
+
+  double selectionDistance = Math::MAX_VALUE;
+  int selection = -1;
+  Ray selectionRay;
+  CursorID currentCursor = CURSOR_ARROW;
+  bool cursorQueueOpen = false;
+  CursorID queuedCursor = CURSOR_NONE;
+  std::map<TextureID, std::uint64_t> textureUsage;
+  std::map<TextureID, bool> textureLoaded;
+  std::map<StringID, DynamicIcon2D*> stringTextures;
+  std::map<StringID, std::uint64_t> stringUsage;
+};
+
+}  // namespace Korvane

@@ -1,0 +1,75 @@
+#pragma once
+
+namespace Korvane {
+
+// Numbers that the library shares with the resources of its host. They convert to int freely; a value of
+// int becomes one with a static_cast. A number without a name here is as good as one with: names are
+// added where the library itself uses a number.
+
+/// Keys that the library understands, whatever the host binds them to.
+enum KeyID : int {
+  KEY_SHIFT = 0,
+  KEY_CONTROL = 1,
+  KEY_DISC = 2,   // consumed by the navigation disc
+  KEY_UP = 3,     // lifts a running walk
+  KEY_DOWN = 4,   // lowers a running walk
+  KEY_RIGHT = 5,  // scrolls the storyboard strip
+  KEY_LEFT = 6,   // scrolls the storyboard strip back
+  KEY_DELETE = 7,
+  KEY_ESCAPE = 8,  // cancels; stops playback or recording
+  KEY_SLOWER = 9,
+  KEY_FASTER = 10,
+  KEY_RUN = 11,    // raises the walk speed
+  KEY_SPACE = 12,  // play or pause
+};
+
+enum CursorID : int {
+  CURSOR_ORBIT_CUBE = 0,  // an orbit by the cube
+  CURSOR_ORBIT = 1,
+  CURSOR_ZOOM = 2,
+  CURSOR_PAN = 3,
+  CURSOR_LOOK = 4,
+  CURSOR_LOOK_AT = 5,
+  CURSOR_WALK = 6,  // standing still
+  CURSOR_WALK_FORWARD = 7,
+  CURSOR_WALK_BACK = 8,
+  CURSOR_WALK_LEFT = 9,
+  CURSOR_WALK_RIGHT = 10,
+  CURSOR_WALK_FORWARD_LEFT = 11,
+  CURSOR_WALK_FORWARD_RIGHT = 12,
+  CURSOR_WALK_BACK_LEFT = 13,
+  CURSOR_WALK_BACK_RIGHT = 14,
+  CURSOR_RUN_FORWARD = 15,  // each run cursor is its walk cursor plus 8
+  CURSOR_RUN_BACK = 16,
+  CURSOR_RUN_LEFT = 17,
+  CURSOR_RUN_RIGHT = 18,
+  CURSOR_RUN_FORWARD_LEFT = 19,
+  CURSOR_RUN_FORWARD_RIGHT = 20,
+  CURSOR_RUN_BACK_LEFT = 21,
+  CURSOR_RUN_BACK_RIGHT = 22,
+  CURSOR_NO_TARGET = 23,  // the way forward meets nothing
+  CURSOR_CUBE_PART = 24,  // over a part of the cube
+  CURSOR_ARROW = 26,      // the normal pointer
+  CURSOR_NONE = 27,       // no change asked for
+};
+
+/// Context menus of the host.
+enum MenuID : int {
+  MENU_TOUR_BUILDING = 0,
+  MENU_VIEW_OBJECT = 1,
+  MENU_FULL_NAVIGATION = 2,
+  MENU_TWO_D = 3,
+  MENU_ORIENTOR = 4,
+  MENU_STORYBOARD = 5,
+};
+
+/// Models of the host that 3D icons draw.
+enum ModelID : int { MODEL_PIVOT_BALL = 0, MODEL_PIVOT_SHADOW = 1 };
+
+/// Texts, 0 to 101. The range tells what kind of icon a text becomes; see Renderer::GetStringTexture.
+enum StringID : int { STRING_NONE = 102 };
+
+/// Pictures, 0 to 184. 0 to 15 belong to the orientation cube.
+enum TextureID : int { TEXTURE_NONE = 185 };
+
+}  // namespace Korvane

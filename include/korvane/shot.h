@@ -1,0 +1,46 @@
+#pragma once
+
+#include "korvane/export.h"
+
+namespace Korvane {
+
+class CameraOperations;
+struct CameraParameters;
+
+/// Where the view of now stands within a relative shot: its first frame, its midpoint, its last frame.
+enum TargetCamPos : int { TARGET_CAM_START = 0, TARGET_CAM_MIDDLE = 1, TARGET_CAM_END = 2 };
+
+/// An animated camera move: it answers to the clock as an operation answers to the cursor. Made, owned and
+/// destroyed by the hub.
+class ZOVTOOLS_API Shot {
+ public:
+  virtual ~Shot();
+
+  /// Called once, after the host's camera has been queried. A null hub changes nothing.
+  virtual void InitShot(const CameraOperations* hub);
+  /// Writes the camera for the present moment, then lets `dt` seconds pass. The call that finds the time
+  /// run out writes the end of the move and returns false; until then the result is true.
+  virtual bool PerformShot(double dt, CameraParameters& camera) = 0;
+  /// Seconds, with the dt of the last step.
+  virtual double GetElapsedTime() const;
+  /// The eased progress of the last step, 0 to 1.
+  virtual double GetUnitTime() const;
+
+ protected:
+  Shot();
+  Shot(const Shot&) = delete;
+  Shot& operator=(const Shot&) = delete;
+
+  double elapsedTime = 0.0;
+  double unitTime = 0.0;
+};
+
+/// Is told when the active shot ends, by time or by EndShot. Borrowed by the hub, for that one shot.
+class ZOVTOOLS_API ShotObserver {
+ public:
+  virtual ~ShotObserver();
+  /// The shot still exists; `camera` is the hub's.
+  virtual void OnEndShot(Shot* shot, const CameraParameters& camera) = 0;
+};
+
+}  // namespace Korvane

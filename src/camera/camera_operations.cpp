@@ -1,0 +1,280 @@
+#include "korvane/camera_operations.h"
+
+#include <utility>
+
+namespace Korvane {
+
+namespace {
+
+// Perspective to orthographic takes a seventh of a second.
+constexpr double PROJECTION_BLEND_RATE = 7.0;
+
+// What a move made of a good camera must be good, too; otherwise the camera stays where it was.
+void KeepFinite(const CameraParameters& before, CameraParameters& after) {
+  if (!after.IsFinite() && before.IsFinite()) after = before;
+}
+
+}  // namespace
+
+CameraOperations::CameraOperations() = default;
+CameraOperations::~CameraOperations() = default;
+
+// ---- operations ----
+
+bool CameraOperations::IsOperationType(OperationType type) {
+  return static_cast<unsigned>(type) < OPERATION_COUNT;
+}
+
+std::unique_ptr<Operation>& CameraOperations::SlotOf(OperationType type) {
+  return activeOperations[static_cast<std::size_t>(type)];
+}
+
+template <class Call>
+void CameraOperations::ForEachOperationType(Call call) {
+  for (int type = 0; type < OPERATION_COUNT; ++type) call(static_cast<OperationType>(type));
+}
+
+bool CameraOperations::BeginOperation(OperationType type, int x, int y) {
+  if (!IsOperationType(type)) return false;
+  std::unique_ptr<Operation> operation = Operation::CreateOperation(type);
+  if (operation == nullptr) return false;
+
+  SlotOf(type) = std::move(operation);
+  RecalculateSelectionBounds();
+  QueryCameraParameters(camera);
+  if (SlotOf(type) != nullptr) SlotOf(type)->InitOperation(x, y, this);
+  operationObservers.Notify([&](OperationObserver& observer) { observer.OnBeginOperation(type, camera); });
+  RequestApplicationUpdate();
+  return true;
+}
+
+bool CameraOperations::EndOperation(OperationType type) {
+  if (type == OPERATION_ALL) {
+    ForEachOperationType([this](OperationType each) { EndOperation(each); });
+    return true;
+  }
+  if (!IsOperationType(type)) return false;
+  if (SlotOf(type) == nullptr) return true;
+
+  SlotOf(type).reset();
+  operationObservers.Notify([type](OperationObserver& observer) { observer.OnEndOperation(type); });
+  RequestApplicationUpdate();
+  return true;
+}
+
+template <class Update>
+bool CameraOperations::UpdateOperation(OperationType type, Update update) {
+  if (!IsOperationType(type)) return false;
+  if (SlotOf(type) != nullptr) update(*SlotOf(type));
+  return true;
+}
+
+bool CameraOperations::UpdateOperationParams(Vector3 translation, Vector3 rotation, OperationType type) {
+  if (type == OPERATION_ALL) {
+    ForEachOperationType([&](OperationType each) { UpdateOperationParams(translation, rotation, each); });
+    return true;
+  }
+  return UpdateOperation(
+      type, [&](Operation& operation) { operation.Update3DControllerInput(translation, rotation); });
+}
+
+bool CameraOperations::UpdateOperationParams(KeyID key, bool pressed, OperationType type) {
+  if (type == OPERATION_ALL) {
+    ForEachOperationType([&](OperationType each) { UpdateOperationParams(key, pressed, each); });
+    return true;
+  }
+  return UpdateOperation(type, [&](Operation& operation) { operation.UpdateKey(key, pressed); });
+}
+
+bool CameraOperations::UpdateOperationParams(int x, int y, OperationType type) {
+  if (type == OPERATION_ALL) {
+    ForEachOperationType([&](OperationType each) { UpdateOperationParams(x, y, each); });
+    return true;
+  }
+  return UpdateOperation(type, [&](Operation& operation) { operation.UpdateCursor(x, y); });
+}
+
+bool CameraOperations::IsOperationActive(OperationType type) const {
+  if (type != OPERATION_ALL) return GetActiveOperation(type) != nullptr;
+  for (const auto& operation : activeOperations) {
+    if (operation != nullptr) return true;
+  }
+  return false;
+}
+
+Operation* CameraOperations::GetActiveOperation(OperationType type) const {
+  return IsOperationType(type) ? activeOperations[static_cast<std::size_t>(type)].get() : nullptr;
+}
+
+void CameraOperations::AddOperationObserver(OperationObserver* observer) { operationObservers.Add(observer); }
+
+void CameraOperations::RemoveOperationObserver(OperationObserver* observer) {
+  operationObservers.Remove(observer);
+}
+
+// ---- the frame ----
+
+bool CameraOperations::PerformOperations() {
+  QueryCameraParameters(camera);
+  const CameraParameters snapshot = camera;
+
+  frameTimer.End();
+  frameDelta = frameTimer.GetLastInterval();
+  frameTimer.Start();
+
+  FrameActivity activity = PerformActiveOperations();
+  const bool shotIsDone = PerformActiveShot(activity);
+
+  for (const auto& operation : activeOperations) {
+    if (operation != nullptr) operation->UpdatePreviousCursor();
+  }
+
+  if (camera.perspective_with_ortho) ChooseProjection(activity.rotating);
+  const bool blending = BlendProjection(activity.active);
+
+  if (camera.IsFinite() && !CheckCamerasEqual(&camera, &snapshot)) ApplyCameraParameters(camera);
+  if (shotIsDone) EndShot();
+
+  if (activity.active || blending) {
+    RequestApplicationUpdate();
+    return true;
+  }
+  frameTimer.Reset();  // a pause must not turn into one huge step
+  return false;
+}
+
+// Lowest kind first, on the same record, so that each observer sees the camera as its operation left it.
+CameraOperations::FrameActivity CameraOperations::PerformActiveOperations() {
+  FrameActivity activity;
+  ForEachOperationType([&](OperationType type) {
+    if (SlotOf(type) == nullptr) return;
+    PerformActiveOperation(type);
+    activity.active = true;
+    activity.rotating = activity.rotating || type == OPERATION_ORBIT || type == OPERATION_LOOK;
+  });
+  return activity;
+}
+
+void CameraOperations::PerformActiveOperation(OperationType type) {
+  const CameraParameters before = camera;
+  SlotOf(type)->PerformOperation(frameDelta, camera);
+  KeepFinite(before, camera);
+  operationObservers.Notify(
+      [&](OperationObserver& observer) { observer.OnPerformOperation(type, frameDelta, camera); });
+}
+
+// The result says whether the shot is done. A shot that ends in this frame does not make it active.
+bool CameraOperations::PerformActiveShot(FrameActivity& activity) {
+  if (activeShot == nullptr) return false;
+  const CameraParameters before = camera;
+  const bool goesOn = activeShot->PerformShot(frameDelta, camera);
+  KeepFinite(before, camera);
+  activity.active = activity.active || goesOn;
+  return !goesOn;
+}
+
+// While the view rotates the tolerance is negative, which no direction meets: the view turns orthographic
+// only once the motion has stopped on an axis.
+void CameraOperations::ChooseProjection(bool rotating) {
+  const double tolerance = rotating ? -Math::EPSILON_VALUE : Math::EPSILON_VALUE;
+  camera.projection_type = IsInOrthoRange(camera.eye - camera.centre, tolerance)
+                               ? CameraParameters::ProjectionType::Orthographic
+                               : CameraParameters::ProjectionType::Perspective;
+}
+
+bool CameraOperations::BlendProjection(bool active) {
+  if (!applicationParameters.use_projection_transitions) return false;
+  const bool toOrthographic = camera.IsOrthographic();
+  const bool toPerspective = camera.projection_type == CameraParameters::ProjectionType::Perspective;
+  double& blend = camera.projection_transition;
+  const double step = frameDelta * PROJECTION_BLEND_RATE;
+  const bool atRest = !active && frameDelta < Math::EPSILON_VALUE;
+
+  if (toOrthographic && blend < 1.0) {
+    blend = atRest ? 1.0 : Math::Min(1.0, blend + step);
+    return true;
+  }
+  if (toPerspective && blend > 0.0) {
+    blend = atRest ? 0.0 : Math::Max(0.0, blend - step);
+    return true;
+  }
+  return false;
+}
+
+// ---- shots ----
+
+bool CameraOperations::BeginShot(Shot* shot) {
+  if (shot == nullptr) return false;
+  std::shared_ptr<Shot> begun(shot);
+  EndShot();
+  QueryCameraParameters(camera);
+  begun->InitShot(this);
+  activeShot = std::move(begun);
+  activeShotObserver = nullptr;
+  OnBeginShot(shot);
+  RequestApplicationUpdate();
+  return true;
+}
+
+// The observer, and the hook, may end or begin shots themselves. The ending one is kept alive until both
+// have been told, and what they began stays.
+bool CameraOperations::EndShot() {
+  const std::shared_ptr<Shot> ending = activeShot;
+  if (ending == nullptr) return true;
+  if (ShotObserver* const observer = std::exchange(activeShotObserver, nullptr)) {
+    observer->OnEndShot(ending.get(), camera);
+  }
+  if (activeShot != ending) return true;
+  OnEndShot(ending.get());
+  if (activeShot == ending) activeShot.reset();
+  RequestApplicationUpdate();
+  return true;
+}
+
+bool CameraOperations::AdvanceActiveShot(double dt) {
+  if (activeShot == nullptr) return false;
+  QueryCameraParameters(camera);
+  const CameraParameters snapshot = camera;
+  const bool goesOn = activeShot->PerformShot(dt, camera);
+  KeepFinite(snapshot, camera);
+  if (goesOn && camera.IsFinite() && !CheckCamerasEqual(&camera, &snapshot)) {
+    ApplyCameraParameters(camera);
+    RequestApplicationUpdate();
+  }
+  return true;
+}
+
+bool CameraOperations::IsShotActive() const { return activeShot != nullptr; }
+
+Shot* CameraOperations::GetActiveShot() const { return activeShot.get(); }
+
+bool CameraOperations::SetActiveShotObserver(ShotObserver* observer) {
+  if (activeShot == nullptr || observer == nullptr) return false;
+  activeShotObserver = observer;
+  return true;
+}
+
+void CameraOperations::OnBeginShot(Shot* /*shot*/) {}
+void CameraOperations::OnEndShot(Shot* /*shot*/) {}
+
+Shot::Shot() = default;
+Shot::~Shot() = default;
+void Shot::InitShot(const CameraOperations* /*hub*/) {}
+double Shot::GetElapsedTime() const { return elapsedTime; }
+double Shot::GetUnitTime() const { return unitTime; }
+ShotObserver::~ShotObserver() = default;
+
+// ---- parameters and cameras ----
+
+ApplicationParameters& CameraOperations::GetApplicationParameters() { return applicationParameters; }
+const ApplicationParameters& CameraOperations::GetApplicationParameters() const {
+  return applicationParameters;
+}
+const CameraParameters& CameraOperations::GetCameraParameters() const { return camera; }
+CameraParameters& CameraOperations::GetHomeCamera() { return applicationParameters.home_camera; }
+
+bool CameraOperations::CheckCamerasEqual(const CameraParameters* a, const CameraParameters* b) const {
+  return CameraCheckEqual(a, b);
+}
+
+}  // namespace Korvane

@@ -1,0 +1,39 @@
+#include "camera/orbit_operation.h"
+#include "camera/pan_operation.h"
+#include "camera/zoom2d_operation.h"
+#include "camera/zoom_operation.h"
+#include "korvane/operation.h"
+
+namespace Korvane {
+
+namespace {
+
+using Make = std::unique_ptr<Operation> (*)();
+
+template <class Kind>
+std::unique_ptr<Operation> MakeOperation() {
+  return std::make_unique<Kind>();
+}
+
+struct Row {
+  OperationType type;
+  Make make;
+};
+
+constexpr Row OPERATIONS[] = {
+    {OPERATION_PAN, &MakeOperation<PanOperation>},
+    {OPERATION_ORBIT, &MakeOperation<OrbitOperation>},
+    {OPERATION_ZOOM, &MakeOperation<ZoomOperation>},
+    {OPERATION_ZOOM2D, &MakeOperation<Zoom2DOperation>},
+};
+
+}  // namespace
+
+std::unique_ptr<Operation> Operation::CreateOperation(OperationType type) {
+  for (const Row& row : OPERATIONS) {
+    if (row.type == type) return row.make();
+  }
+  return nullptr;
+}
+
+}  // namespace Korvane

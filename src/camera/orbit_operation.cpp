@@ -1,0 +1,282 @@
+#include "camera/orbit_operation.h"
+
+#include <cmath>
+
+#include "camera/camera_frame.h"
+#include "korvane/camera_operations.h"
+
+namespace Korvane {
+
+// The settings of the pull about one axis.
+struct OrbitOperation::SnapCurve {
+  double threshold;  // radians
+  double outerAcceleration;
+  double innerAcceleration;
+  double innerBandBegins;  // fraction of the threshold, from its outer edge
+};
+
+bool OrbitOperation::KeepsUp() const { return GetParameters().preserve_orbit_up_direction; }
+
+void OrbitOperation::InitOperation(int x, int y, const CameraOperations* operations) {
+  Operation::InitOperation(x, y, operations);
+  snaps[ROTATION_HORIZONTAL] = snaps[ROTATION_VERTICAL] = AxisSnap();
+  closestView = Vector3::Zero;
+  if (hub == nullptr) return;
+
+  const ApplicationParameters& parameters = GetParameters();
+  initialCamera = hub->GetCameraParameters();
+  doSnap = parameters.do_snap_orbit;
+  if (KeepsUp() && parameters.align_orbit_up_direction) {
+    AlignCameraToUpDirection(
+        initialCamera, parameters.do_custom_orbit ? parameters.custom_orbit_up : hub->GetWorldUpDirection());
+  }
+  workingCamera = initialCamera;
+
+  Vector3 front;
+  Vector3 up;
+  GetWorldUpAndFront(front, up);
+  standardViews.Fill(front, up, front.Cross(up).Normalized());
+}
+
+void OrbitOperation::GetWorldUpAndFront(Vector3& front, Vector3& up) const {
+  const ApplicationParameters& parameters = GetParameters();
+  front = parameters.scene_is_world ? parameters.world_front_direction : parameters.scene_front_direction;
+  up = parameters.scene_is_world ? parameters.world_up_direction : parameters.scene_up_direction;
+}
+
+void OrbitOperation::GetDeltaXY(double& dx, double& dy) const {
+  if (Is3DControllerOperation()) {
+    const Vector3 change = rotationInput - previousRotationInput;
+    dx = change.y;
+    dy = change.x;
+    return;
+  }
+  GetCursorMotion(previousCursor, currentCursor, dx, dy);
+}
+
+void OrbitOperation::PerformOperation(double /*dt*/, CameraParameters& camera) {
+  if (hub == nullptr) return;
+  if (KeepsUp()) {
+    PerformTurntable(camera);
+  } else {
+    PerformFree(camera);
+  }
+  workingCamera = camera;
+}
+
+// ---- the turntable ----
+
+// What turns about the pivot, from the base camera: where the eye stands, where it looks, its right and up.
+struct OrbitOperation::Turntable {
+  Vector3 fromPivot;
+  Vector3 backward;
+  Vector3 right;
+  Vector3 up;
+
+  void TurnAbout(const Vector3& axis, double angle) {
+    const Quaternion q = Quaternion::AxisAngle(axis, angle);
+    fromPivot = q.Rotate(fromPivot);
+    backward = q.Rotate(backward);
+    right = q.Rotate(right);
+    up = q.Rotate(up);
+  }
+};
+
+void OrbitOperation::PerformTurntable(CameraParameters& camera) {
+  const ApplicationParameters& parameters = GetParameters();
+  double tx = 0.0;
+  double ty = 0.0;
+  double dx = 0.0;
+  double dy = 0.0;
+  GetCursorMotion(initialCursor, currentCursor, tx, ty);
+  GetDeltaXY(dx, dy);
+
+  const bool custom = parameters.do_custom_orbit;
+  const Vector3 up = custom ? parameters.custom_orbit_up : hub->GetWorldUpDirection();
+  const Vector3 front = custom ? parameters.custom_orbit_front : hub->GetWorldFrontDirection();
+  const Vector3 side = front.Cross(up);
+  const Vector3 upAxis = side.Cross(front).Normalized();  // exactly perpendicular to front
+
+  const CameraParameters& base = IsCombined() ? workingCamera : initialCamera;
+  const double pivotDistance = (base.eye - base.pivot).Length();
+  const double viewingDistance = (base.eye - base.centre).Length();
+  const Vector3 forward = ViewDirection(base);
+  Turntable view{(base.eye - base.pivot).Normalized(), -forward, forward.Cross(base.up), base.up};
+
+  double remainingX = 0.0;
+  double remainingY = 0.0;
+  SnapToClosestView(upAxis, remainingX, remainingY);
+
+  if (!parameters.constrain_orbit_horizontal) {
+    const double sense = ReversesHorizontalSense(upAxis) ? -1.0 : 1.0;
+    view.TurnAbout(upAxis, ChooseAngle(ROTATION_HORIZONTAL, remainingX, dx * sense, tx * sense));
+  }
+  if (!parameters.constrain_orbit_vertical) {
+    // The tilt axis stays horizontal.
+    const Vector3 tiltAxis = (front * view.right.Dot(front) + side * view.right.Dot(side)).Normalize();
+    view.TurnAbout(tiltAxis, ChooseAngle(ROTATION_VERTICAL, remainingY, dy, ty));
+    view.fromPivot.Normalize();
+    view.backward.Normalize();
+    view.up.Normalize();
+  }
+
+  camera.eye = base.pivot + view.fromPivot * pivotDistance;
+  camera.centre = camera.eye - view.backward * viewingDistance;
+  camera.up = view.up;
+}
+
+// The angle to turn the base camera by: this frame's for a combined operation, the total of the drag else.
+double OrbitOperation::ChooseAngle(RotationType type, double remaining, double delta, double total) {
+  const double multiplier = GetParameters().orbit_multiplier;
+  double& rotation = snaps[type].rotation;
+  if (IsCombined()) {
+    rotation = delta * multiplier;
+  } else if (doSnap) {
+    rotation += GetNextRotation(type, remaining, delta);
+  } else {
+    rotation = total * multiplier;
+  }
+  return rotation;
+}
+
+// A camera upside down, or looking up along the axis, at the start of the drag turns the other way round.
+bool OrbitOperation::ReversesHorizontalSense(const Vector3& upAxis) const {
+  const double upright = upAxis.Dot(initialCamera.up);
+  if (upright < -Math::EPSILON_VALUE) return true;
+  const double alongAxis = upAxis.Dot(initialCamera.centre - initialCamera.eye);
+  return std::abs(upright) < Math::EPSILON_VALUE && alongAxis > 0.0;
+}
+
+// ---- the free mode ----
+
+void OrbitOperation::PerformFree(CameraParameters& camera) {
+  const ApplicationParameters& parameters = GetParameters();
+  double dx = 0.0;
+  double dy = 0.0;
+  GetDeltaXY(dx, dy);
+
+  Vector3 forward = workingCamera.centre - workingCamera.eye;
+  Vector3 toPivot = workingCamera.pivot - workingCamera.eye;
+  const Vector3 right = forward.Cross(workingCamera.up);
+  Vector3 up = right.Cross(forward).Normalize();
+  const double pivotDistance = toPivot.Length();
+  const double viewingDistance = forward.Length();
+
+  double remainingX = 0.0;
+  double remainingY = 0.0;
+  SnapToClosestView(up, remainingX, remainingY);
+
+  if (!parameters.constrain_orbit_horizontal) {
+    const double angle =
+        doSnap ? GetNextRotation(ROTATION_HORIZONTAL, remainingX, dx) : dx * parameters.orbit_multiplier;
+    const Quaternion q = Quaternion::AxisAngle(up, angle);
+    toPivot = q.Rotate(toPivot);
+    forward = q.Rotate(forward);
+  }
+  if (!parameters.constrain_orbit_vertical) {
+    const double angle =
+        doSnap ? GetNextRotation(ROTATION_VERTICAL, remainingY, dy) : dy * parameters.orbit_multiplier;
+    const Quaternion q = Quaternion::AxisAngle(right.Normalized(), angle);
+    toPivot = q.Rotate(toPivot);
+    forward = q.Rotate(forward);
+    up = q.Rotate(up);
+  }
+
+  camera.eye = camera.pivot - toPivot.Normalize() * pivotDistance;
+  camera.centre = camera.eye + forward.Normalize() * viewingDistance;
+  camera.up = up.Normalize();
+}
+
+// ---- snapping ----
+
+OrbitOperation::SnapCurve OrbitOperation::GetSnapCurve(RotationType type) const {
+  const ApplicationParameters& p = GetParameters();
+  if (type == ROTATION_HORIZONTAL) {
+    return {p.snap_orbit_threshold_h, p.snap_orbit_acceleration_ax, p.snap_orbit_acceleration_bx,
+            p.snap_orbit_acceleration_point_x};
+  }
+  return {p.snap_orbit_threshold_v, p.snap_orbit_acceleration_ay, p.snap_orbit_acceleration_by,
+          p.snap_orbit_acceleration_point_y};
+}
+
+double OrbitOperation::GetNextRotation(RotationType type, double remaining, double delta) {
+  AxisSnap& snap = snaps[type];
+  const SnapCurve curve = GetSnapCurve(type);
+  if (snap.snapped) return LeaveSnap(snap, delta, curve);
+
+  double step = GetParameters().orbit_multiplier * delta;
+  const double distance = std::abs(remaining);
+  if (!(distance > curve.threshold)) {
+    const bool outerBand = distance > (1.0 - curve.innerBandBegins) * curve.threshold;
+    const double acceleration = outerBand ? curve.outerAcceleration : curve.innerAcceleration;
+    step = remaining * delta > 0.0 ? step * acceleration : step / acceleration;
+  }
+  const bool overshoots = step * remaining > 0.0 && std::abs(step) > distance;
+  if (!overshoots) return step;
+
+  snaps[ROTATION_HORIZONTAL].accumulated = snaps[ROTATION_VERTICAL].accumulated = 0.0;
+  snap.snapped = true;
+  return remaining;
+}
+
+// Held until the cursor has left the dead zone; then only what lies past it counts.
+double OrbitOperation::LeaveSnap(AxisSnap& snap, double delta, const SnapCurve& curve) {
+  const double deadZone = GetParameters().snap_orbit_dead_zone;
+  snap.accumulated += delta;
+  if (snap.accumulated >= -deadZone && snap.accumulated <= deadZone) return 0.0;
+  snap.snapped = false;
+  const double past =
+      snap.accumulated < -deadZone ? snap.accumulated + deadZone : snap.accumulated - deadZone;
+  return past * GetParameters().orbit_multiplier / curve.innerAcceleration;
+}
+
+void OrbitOperation::SnapToClosestView(const Vector3& upAxis, double& remainingX, double& remainingY) {
+  if (!doSnap) return;
+  const Vector3 view = workingCamera.centre - workingCamera.eye;
+  const Vector3 forward = KeepsUp() ? view.Normalized() : view;
+  const Vector3 target = -standardViews.GetClosestAlignDir(forward, false).Normalized();
+  if (KeepsUp()) {
+    MeasureTurntable(upAxis, target, remainingX, remainingY);
+  } else {
+    MeasureFree(upAxis, target, remainingX, remainingY);
+  }
+  ReleaseSnapOnNewView(upAxis, target);
+}
+
+void OrbitOperation::MeasureTurntable(const Vector3& upAxis, const Vector3& target, double& remainingX,
+                                      double& remainingY) const {
+  const Vector3 forward = ViewDirection(workingCamera);
+  const bool alongAxis = std::abs(std::abs(upAxis.Dot(forward)) - 1.0) < Math::EPSILON_VALUE;
+  if (alongAxis) {
+    // A horizontal angle has no meaning for the view, so the camera's up stands in for it.
+    const Vector3 face = -standardViews.GetClosestAlignDir(workingCamera.up, true).Normalized();
+    remainingX = Vector3(workingCamera.up).FindAngleWith(face, upAxis);
+    remainingY = 0.0;
+    return;
+  }
+  remainingX = ProjectOnPlane(forward, upAxis).FindAngleWith(ProjectOnPlane(target, upAxis), upAxis);
+  const Quaternion q = Quaternion::AxisAngle(upAxis, remainingX);
+  const Vector3 right = q.Rotate(forward.Cross(workingCamera.up));
+  remainingY = q.Rotate(forward).FindAngleWith(target, right);
+}
+
+void OrbitOperation::MeasureFree(const Vector3& upAxis, const Vector3& target, double& remainingX,
+                                 double& remainingY) const {
+  const Vector3 forward = workingCamera.centre - workingCamera.eye;
+  remainingX = Vector3(forward).FindAngleWith(ProjectOnPlane(target, upAxis), upAxis);
+  const Quaternion q = Quaternion::AxisAngle(upAxis, remainingX);
+  const Vector3 right = q.Rotate(forward.Cross(workingCamera.up));
+  remainingY = q.Rotate(forward).FindAngleWith(target, right);
+}
+
+// On the turntable a new view at the same elevation keeps the vertical hold, and the horizontal hold is
+// never released here: only leaving the dead zone does that.
+void OrbitOperation::ReleaseSnapOnNewView(const Vector3& upAxis, const Vector3& target) {
+  if (target == closestView) return;
+  const bool elevationChanged = std::abs(target.Dot(upAxis) - closestView.Dot(upAxis)) > Math::EPSILON_VALUE;
+  if (!KeepsUp()) snaps[ROTATION_HORIZONTAL].snapped = false;
+  if (!KeepsUp() || elevationChanged) snaps[ROTATION_VERTICAL].snapped = false;
+  closestView = target;
+}
+
+}  // namespace Korvane

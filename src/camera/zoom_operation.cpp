@@ -1,0 +1,145 @@
+#include "camera/zoom_operation.h"
+
+#include <cmath>
+
+#include "camera/camera_frame.h"
+#include "korvane/camera_operations.h"
+
+namespace Korvane {
+
+namespace {
+
+constexpr double SMALLEST_AXIS_OFFSET = 1e-5;
+
+double ViewingDistance(const CameraParameters& camera) { return (camera.centre - camera.eye).Length(); }
+
+}  // namespace
+
+double ZoomOperation::GetUnitAmount() const { return unitAmount; }
+
+void ZoomOperation::InitOperation(int x, int y, const CameraOperations* operations) {
+  Operation::InitOperation(x, y, operations);
+  unitAmount = 0.0;
+  axisOffset = 0.0;
+  if (hub == nullptr) return;
+  initialCamera = hub->GetCameraParameters();
+  const double pivotDepth = (initialCamera.pivot - initialCamera.eye).Dot(ViewDirection(initialCamera));
+  axisOffset = ViewingDistance(initialCamera) - pivotDepth;
+  if (std::abs(axisOffset) < SMALLEST_AXIS_OFFSET) axisOffset = 0.0;
+}
+
+// Left and down count as positive: away from the pivot.
+double ZoomOperation::GetCursorOffset() const {
+  const double toTheLeft = static_cast<double>(initialCursor.x) - currentCursor.x;
+  const double downward = static_cast<double>(currentCursor.y) - initialCursor.y;
+  const double offset = toTheLeft + downward;
+  return GetParameters().zoom_sense_reversed ? -offset : offset;
+}
+
+Vector3 ZoomOperation::EyeAt(double ratio) const {
+  return initialCamera.pivot - (initialCamera.pivot - initialCamera.eye) * ratio;
+}
+
+Vector3 ZoomOperation::CentreAtPivotDepth(const Vector3& eye, double beyond) const {
+  const Vector3 forward = ViewDirection(initialCamera);
+  return eye + forward * ((initialCamera.pivot - eye).Dot(forward) + beyond);
+}
+
+void ZoomOperation::PerformOperation(double /*dt*/, CameraParameters& camera) {
+  if (hub == nullptr) return;
+  const double offset = GetCursorOffset();
+  const double ratio = std::pow(GetParameters().zoom_sensitivity, offset);
+  if (!(ratio < Math::MAX_VALUE)) return;
+
+  const Vector3 eye = camera.eye;
+  const Vector3 centre = camera.centre;
+  if (!MoveCamera(offset, ratio, camera)) return;
+
+  const double distance = ViewingDistance(camera);
+  if (!(distance > Math::EPSILON_VALUE && distance < Math::MAX_VALUE)) {
+    camera.eye = eye;
+    camera.centre = centre;
+  }
+  ScaleOrthographicSize(camera);
+}
+
+// False when the camera is not to change at all.
+bool ZoomOperation::MoveCamera(double offset, double ratio, CameraParameters& camera) {
+  if (offset > 0.0) return MoveBack(offset, camera);
+  if (camera.IsOrthographic()) return MoveInOrthographic(ratio, camera);
+  if (ratio < GetParameters().zoom_min_limit) return PushPastLimit(offset, camera);
+  MoveInPerspective(ratio, camera);
+  return true;
+}
+
+bool ZoomOperation::MoveBack(double offset, CameraParameters& camera) {
+  const ApplicationParameters& parameters = GetParameters();
+  if (offset < parameters.zoom_out_snap_size) {
+    unitAmount = 0.0;
+    return false;
+  }
+  const double ratio = std::pow(parameters.zoom_sensitivity, offset - parameters.zoom_out_snap_size);
+  camera.eye = EyeAt(ratio);
+
+  const Vector3 toPivot = (initialCamera.pivot - initialCamera.eye).Normalized();
+  const double movedBack = (camera.eye - initialCamera.eye).Dot(-toPivot);
+  const double limit = parameters.zoom_back_distance;
+  const bool limited = movedBack > limit;
+  if (limited) camera.eye = initialCamera.eye - toPivot * limit;
+  unitAmount = limit > 0.0 ? (limited ? -1.0 : -movedBack / limit) : 0.0;
+
+  camera.centre = CentreAtPivotDepth(camera.eye, camera.IsOrthographic() ? ratio * axisOffset : 0.0);
+  return true;
+}
+
+bool ZoomOperation::MoveInOrthographic(double ratio, CameraParameters& camera) {
+  const double limit = GetParameters().zoom_min_limit;
+  if (limit > ViewingDistance(camera) || ratio < limit) {
+    unitAmount = 1.0;
+    return false;
+  }
+  camera.eye = EyeAt(ratio);
+  camera.centre = CentreAtPivotDepth(camera.eye, ratio * axisOffset);
+  unitAmount = 1.0 - Math::LinearClamp(ratio, limit, 1.0);
+  return true;
+}
+
+void ZoomOperation::MoveInPerspective(double ratio, CameraParameters& camera) {
+  camera.eye = EyeAt(ratio);
+  camera.centre = CentreAtPivotDepth(camera.eye, 0.0);
+  unitAmount = 1.0 - Math::LinearClamp(ratio, GetParameters().zoom_min_limit, 1.0);
+}
+
+// Past the halt the camera moves on at a linear rate, through the pivot if need be, once the cursor has
+// pushed through the dead stretch.
+bool ZoomOperation::PushPastLimit(double offset, CameraParameters& camera) {
+  const ApplicationParameters& parameters = GetParameters();
+  const double limit = parameters.zoom_min_limit;
+  const double pixelsToLimit = std::abs(std::log(limit) / std::log(parameters.zoom_sensitivity));
+  const double excess = std::abs(offset) - pixelsToLimit;
+  if (!parameters.zoom_min_limit_motion || !(excess > parameters.zoom_in_snap_size)) {
+    unitAmount = 1.0;
+    return false;
+  }
+  double pushed = 0.0;
+  double unused = 0.0;
+  ConvertCoordsToWindow(std::trunc(excess - parameters.zoom_in_snap_size), 0.0, pushed, unused);
+
+  const Vector3 toPivot = initialCamera.pivot - initialCamera.eye;
+  const double beyond = -pushed * parameters.zoom_min_limit_multiplier;
+  camera.eye = initialCamera.pivot - toPivot * limit - toPivot * beyond;
+  camera.centre = camera.eye + ViewDirection(initialCamera) * limit;
+  unitAmount = pushed + 1.0;
+  return true;
+}
+
+// The size follows the distance, so that a change of projection keeps the scale of the picture.
+void ZoomOperation::ScaleOrthographicSize(CameraParameters& camera) const {
+  const double initialDistance = ViewingDistance(initialCamera);
+  if (!(initialDistance > 0.0)) return;
+  const double ratio = ViewingDistance(camera) / initialDistance;
+  camera.ortho_width = initialCamera.ortho_width * ratio;
+  camera.ortho_height = initialCamera.ortho_height * ratio;
+}
+
+}  // namespace Korvane

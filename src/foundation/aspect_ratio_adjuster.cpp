@@ -1,0 +1,18 @@
+#include "korvane/aspect_ratio_adjuster.h"
+
+namespace Korvane {
+
+namespace {
+AspectRatioAdjuster* theAdjuster = nullptr;
+}
+
+AspectRatioAdjuster::~AspectRatioAdjuster() = default;
+
+void SetAspectRatioAdjuster(AspectRatioAdjuster* adjuster) { theAdjuster = adjuster; }
+
+void AdjustForAspectRatio(const CameraParameters& camera, int width, int height, double& horizontalExtent,
+                          double& verticalExtent) {
+  if (theAdjuster != nullptr) theAdjuster->Adjust(camera, width, height, horizontalExtent, verticalExtent);
+}
+
+}  // namespace Korvane

@@ -1,0 +1,64 @@
+#include "korvane/interval_timer.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "foundation/interval_timer_impl.h"
+#include "korvane/platform.h"
+
+namespace Korvane {
+
+IntervalTimer::IntervalTimer() : impl(new IntervalTimerImpl(this)) {}
+
+IntervalTimer::~IntervalTimer() { delete impl; }
+
+bool IntervalTimer::Start(double seconds, bool repeat) {
+  return impl != nullptr && impl->Start(seconds, repeat);
+}
+
+void IntervalTimer::Stop() {
+  if (impl != nullptr) impl->Stop();
+}
+
+bool IntervalTimer::IsRunning() const { return impl != nullptr && impl->IsRunning(); }
+
+// Never destroyed: a timer that outlives the end of main still finds it.
+std::map<std::uint64_t, IntervalTimerImpl*>& IntervalTimerImpl::Timers() {
+  static auto* timers = new std::map<std::uint64_t, IntervalTimerImpl*>;
+  return *timers;
+}
+
+bool IntervalTimerImpl::Start(double seconds, bool repeatedly) {
+  if (!std::isfinite(seconds) || seconds < 0.0) return false;
+  Stop();
+  repeat = repeatedly;
+  const double longest = std::numeric_limits<std::uint32_t>::max();
+  const auto period = static_cast<std::uint32_t>(std::min(seconds * 1000.0, longest));
+  timerID = GetPlatform().SetTimer(period, &TimerProc);
+  if (timerID == 0) return false;
+  Timers()[timerID] = this;
+  return true;
+}
+
+void IntervalTimerImpl::Stop() {
+  if (timerID == 0) return;
+  GetPlatform().KillTimer(timerID);
+  Timers().erase(timerID);
+  timerID = 0;
+}
+
+void IntervalTimerImpl::CallTimeout() {
+  if (owner != nullptr) owner->Timeout();
+}
+
+// The timer may be destroyed in its own Timeout: nothing of it is touched after the call.
+void IntervalTimerImpl::TimerProc(void* /*window*/, unsigned /*message*/, std::uint64_t timerID,
+                                  std::uint32_t /*time*/) {
+  IntervalTimerImpl* const timer = Timers()[timerID];
+  if (timer == nullptr) return;
+  if (!timer->repeat) timer->Stop();
+  timer->CallTimeout();
+}
+
+}  // namespace Korvane

@@ -1,0 +1,19 @@
+#include "korvane/timer.h"
+
+#include "korvane/platform.h"
+
+namespace Korvane {
+
+void Timer::Reset() { totalTime = lastInterval = startTime = endTime = 0.0; }
+
+void Timer::Start() { startTime = GetTime(); }
+
+void Timer::End() {
+  endTime = startTime == 0.0 ? 0.0 : GetTime();
+  lastInterval = endTime - startTime;
+  totalTime += lastInterval;
+}
+
+double Timer::GetTime() { return GetPlatform().GetTickCount() / 1000.0; }
+
+}  // namespace Korvane

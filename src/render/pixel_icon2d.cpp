@@ -1,0 +1,47 @@
+#include "korvane/pixel_icon2d.h"
+
+#include <cmath>
+#include <cstring>
+
+namespace Korvane {
+
+namespace {
+
+constexpr std::size_t BYTES_PER_PIXEL = 4;
+
+std::size_t BufferSize(int width, int height) {
+  return static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * BYTES_PER_PIXEL;
+}
+
+}  // namespace
+
+PixelIcon2D::PixelIcon2D(int width, int height, const unsigned char* pixels, PixelFormat format)
+    : imageWidth(width), imageHeight(height), pixelFormat(format) {
+  if (width < 1 || height < 1 || pixels == nullptr) return;
+  imagePixels.reset(new unsigned char[BufferSize(width, height)]);
+  std::memcpy(imagePixels.get(), pixels, BufferSize(width, height));
+}
+
+PixelIcon2D::~PixelIcon2D() = default;
+
+// The column is rounded up and the row down: the hit maps are drawn for it.
+bool PixelIcon2D::GetColor(const Vector2& point, Vector3& colour) const {
+  if (imagePixels == nullptr) return false;
+  const Vector2 low = GetBounds().Min();
+  const double u = (point.x - low.x) / GetWidth();
+  const double v = (point.y - low.y) / GetHeight();
+  const double column = std::ceil(imageWidth * u);
+  const double row = std::floor(imageHeight * (1.0 - v));
+  const bool inside = column >= 0.0 && column < imageWidth && row >= 0.0 && row < imageHeight;
+  if (!inside) return false;
+
+  const std::size_t index =
+      static_cast<std::size_t>(row) * static_cast<std::size_t>(imageWidth) + static_cast<std::size_t>(column);
+  const unsigned char* const pixel = imagePixels.get() + index * BYTES_PER_PIXEL;
+  if (pixel[3] == 0) return false;
+  const bool redFirst = pixelFormat == PIXEL_FORMAT_RGBA;
+  colour = Vector3(pixel[redFirst ? 0 : 2], pixel[1], pixel[redFirst ? 2 : 0]) / 255.0;
+  return true;
+}
+
+}  // namespace Korvane
