@@ -39,59 +39,55 @@ bool CameraOperations::BeginOperation(OperationType type, int x, int y) {
   std::unique_ptr<Operation> operation = Operation::CreateOperation(type);
   if (operation == nullptr) return false;
 
+  const Operation* const begun = operation.get();
   SlotOf(type) = std::move(operation);
   RecalculateSelectionBounds();
   QueryCameraParameters(camera);
-  if (SlotOf(type) != nullptr) SlotOf(type)->InitOperation(x, y, this);
+  if (SlotOf(type).get() != begun) return false;  // the host's own hook has ended it
+  SlotOf(type)->InitOperation(x, y, this);
   operationObservers.Notify([&](OperationObserver& observer) { observer.OnBeginOperation(type, camera); });
   RequestApplicationUpdate();
   return true;
 }
 
-bool CameraOperations::EndOperation(OperationType type) {
+// Runs `each` for all kinds, through the virtual forms, or `one` for one kind; false for no kind.
+template <class Each, class One>
+bool CameraOperations::Dispatch(OperationType type, Each each, One one) {
   if (type == OPERATION_ALL) {
-    ForEachOperationType([this](OperationType each) { EndOperation(each); });
+    ForEachOperationType(each);
     return true;
   }
   if (!IsOperationType(type)) return false;
-  if (SlotOf(type) == nullptr) return true;
-
-  SlotOf(type).reset();
-  operationObservers.Notify([type](OperationObserver& observer) { observer.OnEndOperation(type); });
-  RequestApplicationUpdate();
+  if (SlotOf(type) != nullptr) one(*SlotOf(type));
   return true;
 }
 
-template <class Update>
-bool CameraOperations::UpdateOperation(OperationType type, Update update) {
-  if (!IsOperationType(type)) return false;
-  if (SlotOf(type) != nullptr) update(*SlotOf(type));
-  return true;
+bool CameraOperations::EndOperation(OperationType type) {
+  return Dispatch(
+      type, [this](OperationType each) { EndOperation(each); },
+      [&](Operation&) {
+        SlotOf(type).reset();
+        operationObservers.Notify([type](OperationObserver& observer) { observer.OnEndOperation(type); });
+        RequestApplicationUpdate();
+      });
 }
 
 bool CameraOperations::UpdateOperationParams(Vector3 translation, Vector3 rotation, OperationType type) {
-  if (type == OPERATION_ALL) {
-    ForEachOperationType([&](OperationType each) { UpdateOperationParams(translation, rotation, each); });
-    return true;
-  }
-  return UpdateOperation(
-      type, [&](Operation& operation) { operation.Update3DControllerInput(translation, rotation); });
+  return Dispatch(
+      type, [&](OperationType each) { UpdateOperationParams(translation, rotation, each); },
+      [&](Operation& one) { one.Update3DControllerInput(translation, rotation); });
 }
 
 bool CameraOperations::UpdateOperationParams(KeyID key, bool pressed, OperationType type) {
-  if (type == OPERATION_ALL) {
-    ForEachOperationType([&](OperationType each) { UpdateOperationParams(key, pressed, each); });
-    return true;
-  }
-  return UpdateOperation(type, [&](Operation& operation) { operation.UpdateKey(key, pressed); });
+  return Dispatch(
+      type, [&](OperationType each) { UpdateOperationParams(key, pressed, each); },
+      [&](Operation& one) { one.UpdateKey(key, pressed); });
 }
 
 bool CameraOperations::UpdateOperationParams(int x, int y, OperationType type) {
-  if (type == OPERATION_ALL) {
-    ForEachOperationType([&](OperationType each) { UpdateOperationParams(x, y, each); });
-    return true;
-  }
-  return UpdateOperation(type, [&](Operation& operation) { operation.UpdateCursor(x, y); });
+  return Dispatch(
+      type, [&](OperationType each) { UpdateOperationParams(x, y, each); },
+      [&](Operation& one) { one.UpdateCursor(x, y); });
 }
 
 bool CameraOperations::IsOperationActive(OperationType type) const {
@@ -119,11 +115,11 @@ bool CameraOperations::PerformOperations() {
   const CameraParameters snapshot = camera;
 
   frameTimer.End();
-  frameDelta = frameTimer.GetLastInterval();
+  frameDelta = Math::Max(0.0, frameTimer.GetLastInterval());  // the clock wraps
   frameTimer.Start();
 
   FrameActivity activity = PerformActiveOperations();
-  const bool shotIsDone = PerformActiveShot(activity);
+  const std::shared_ptr<Shot> doneShot = PerformActiveShot(activity);
 
   for (const auto& operation : activeOperations) {
     if (operation != nullptr) operation->UpdatePreviousCursor();
@@ -133,7 +129,7 @@ bool CameraOperations::PerformOperations() {
   const bool blending = BlendProjection(activity.active);
 
   if (camera.IsFinite() && !CheckCamerasEqual(&camera, &snapshot)) ApplyCameraParameters(camera);
-  if (shotIsDone) EndShot();
+  if (doneShot != nullptr && doneShot == activeShot) EndShot();
 
   if (activity.active || blending) {
     RequestApplicationUpdate();
@@ -163,18 +159,19 @@ void CameraOperations::PerformActiveOperation(OperationType type) {
       [&](OperationObserver& observer) { observer.OnPerformOperation(type, frameDelta, camera); });
 }
 
-// The result says whether the shot is done. A shot that ends in this frame does not make it active.
-bool CameraOperations::PerformActiveShot(FrameActivity& activity) {
-  if (activeShot == nullptr) return false;
+// Returns the shot when this was its last step. A shot that ends in this frame does not make it active.
+std::shared_ptr<Shot> CameraOperations::PerformActiveShot(FrameActivity& activity) {
+  const std::shared_ptr<Shot> shot = activeShot;
+  if (shot == nullptr) return nullptr;
   const CameraParameters before = camera;
-  const bool goesOn = activeShot->PerformShot(frameDelta, camera);
+  const bool goesOn = shot->PerformShot(frameDelta, camera);
   KeepFinite(before, camera);
   activity.active = activity.active || goesOn;
-  return !goesOn;
+  return goesOn ? nullptr : shot;
 }
 
-// While the view rotates the tolerance is negative, which no direction meets: the view turns orthographic
-// only once the motion has stopped on an axis.
+// While the view rotates the tolerance is negative, which no direction meets (the axes are of unit length):
+// the view turns orthographic only once the motion has stopped on an axis.
 void CameraOperations::ChooseProjection(bool rotating) {
   const double tolerance = rotating ? -Math::EPSILON_VALUE : Math::EPSILON_VALUE;
   camera.projection_type = IsInOrthoRange(camera.eye - camera.centre, tolerance)
@@ -207,6 +204,7 @@ bool CameraOperations::BeginShot(Shot* shot) {
   if (shot == nullptr) return false;
   std::shared_ptr<Shot> begun(shot);
   EndShot();
+  EndShot();  // what the observer of the first may have begun
   QueryCameraParameters(camera);
   begun->InitShot(this);
   activeShot = std::move(begun);
@@ -216,8 +214,8 @@ bool CameraOperations::BeginShot(Shot* shot) {
   return true;
 }
 
-// The observer, and the hook, may end or begin shots themselves. The ending one is kept alive until both
-// have been told, and what they began stays.
+// The observer, and the hook, may themselves end or begin shots. The ending one is kept alive until both
+// have been told, each once, and what they began stays.
 bool CameraOperations::EndShot() {
   const std::shared_ptr<Shot> ending = activeShot;
   if (ending == nullptr) return true;
@@ -225,8 +223,8 @@ bool CameraOperations::EndShot() {
     observer->OnEndShot(ending.get(), camera);
   }
   if (activeShot != ending) return true;
+  activeShot.reset();
   OnEndShot(ending.get());
-  if (activeShot == ending) activeShot.reset();
   RequestApplicationUpdate();
   return true;
 }
@@ -235,7 +233,7 @@ bool CameraOperations::AdvanceActiveShot(double dt) {
   if (activeShot == nullptr) return false;
   QueryCameraParameters(camera);
   const CameraParameters snapshot = camera;
-  const bool goesOn = activeShot->PerformShot(dt, camera);
+  const bool goesOn = std::shared_ptr<Shot>(activeShot)->PerformShot(dt, camera);
   KeepFinite(snapshot, camera);
   if (goesOn && camera.IsFinite() && !CheckCamerasEqual(&camera, &snapshot)) {
     ApplyCameraParameters(camera);
@@ -256,13 +254,6 @@ bool CameraOperations::SetActiveShotObserver(ShotObserver* observer) {
 
 void CameraOperations::OnBeginShot(Shot* /*shot*/) {}
 void CameraOperations::OnEndShot(Shot* /*shot*/) {}
-
-Shot::Shot() = default;
-Shot::~Shot() = default;
-void Shot::InitShot(const CameraOperations* /*hub*/) {}
-double Shot::GetElapsedTime() const { return elapsedTime; }
-double Shot::GetUnitTime() const { return unitTime; }
-ShotObserver::~ShotObserver() = default;
 
 // ---- parameters and cameras ----
 

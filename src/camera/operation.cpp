@@ -14,7 +14,9 @@ void Operation::InitOperation(int x, int y, const CameraOperations* operations) 
   hub = operations;
 }
 
+// The inputs are running sums: one bad number would poison them for good.
 void Operation::Update3DControllerInput(Vector3 translation, Vector3 rotation) {
+  if (!translation.IsFinite() || !rotation.IsFinite()) return;
   previousTranslationInput = translationInput;
   previousRotationInput = rotationInput;
   translationInput += translation;
@@ -52,6 +54,16 @@ void Operation::GetCursorMotion(const Cursor& from, const Cursor& to, double& wx
   const double dx = static_cast<double>(to.x) - from.x;
   const double dy = static_cast<double>(to.y) - from.y;
   ConvertCoordsToWindow(dx, dy, wx, wy);
+}
+
+void Operation::GetRotationMotion(double& dx, double& dy) const {
+  if (!Is3DControllerOperation()) {
+    GetCursorMotion(previousCursor, currentCursor, dx, dy);
+    return;
+  }
+  const Vector3 change = rotationInput - previousRotationInput;
+  dx = change.y;
+  dy = change.x;
 }
 
 const ApplicationParameters& Operation::GetParameters() const { return hub->GetApplicationParameters(); }
