@@ -1,5 +1,6 @@
 # What every target of the project is compiled with. The same recording must give the same stream of
 # cameras on every machine, so nothing here may let the compiler reorder or fuse floating-point work.
+# Nothing here reaches a project that adds this one as a subdirectory or finds it installed.
 add_library(zov_compiler_options INTERFACE)
 target_compile_features(zov_compiler_options INTERFACE cxx_std_20)
 
@@ -26,8 +27,12 @@ if(ZOV_COVERAGE)
 endif()
 
 find_program(ZOV_CCACHE ccache)
+mark_as_advanced(ZOV_CCACHE)
 if(ZOV_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${ZOV_CCACHE})
+endif()
+if(PROJECT_IS_TOP_LEVEL AND NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+  set(CMAKE_BUILD_TYPE RelWithDebInfo)
 endif()
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
