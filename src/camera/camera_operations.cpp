@@ -118,7 +118,7 @@ bool CameraOperations::PerformOperations() {
   frameDelta = Math::Max(0.0, frameTimer.GetLastInterval());  // the clock wraps
 
   FrameActivity activity = PerformActiveOperations();
-  const std::shared_ptr<Shot> doneShot = PerformActiveShot(activity);
+  std::shared_ptr<Shot> doneShot = PerformActiveShot(activity);
 
   for (const auto& operation : activeOperations) {
     if (operation != nullptr) operation->UpdatePreviousCursor();
@@ -128,7 +128,9 @@ bool CameraOperations::PerformOperations() {
   const bool blending = BlendProjection(activity.active);
 
   if (camera.IsFinite() && !CheckCamerasEqual(&camera, &snapshot)) ApplyCameraParameters(camera);
-  if (doneShot != nullptr && doneShot == activeShot) EndShot();
+  const bool isDone = doneShot != nullptr && doneShot == activeShot;
+  doneShot.reset();  // EndShot destroys it
+  if (isDone) EndShot();
 
   if (activity.active || blending) {
     RequestApplicationUpdate();
@@ -216,7 +218,7 @@ bool CameraOperations::BeginShot(Shot* shot) {
 // The observer, and the hook, may themselves end or begin shots. The ending one is kept alive until both
 // have been told, each once, and what they began stays.
 bool CameraOperations::EndShot() {
-  const std::shared_ptr<Shot> ending = activeShot;
+  std::shared_ptr<Shot> ending = activeShot;
   if (ending == nullptr) return true;
   if (ShotObserver* const observer = std::exchange(activeShotObserver, nullptr)) {
     observer->OnEndShot(ending.get(), camera);
@@ -224,6 +226,7 @@ bool CameraOperations::EndShot() {
   if (activeShot != ending) return true;
   activeShot.reset();
   OnEndShot(ending.get());
+  ending.reset();
   RequestApplicationUpdate();
   return true;
 }
