@@ -17,7 +17,9 @@ endif()
 
 if(ZOV_SANITIZE)
   target_compile_options(zov_compiler_options INTERFACE
-    -fsanitize=${ZOV_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    -fsanitize=${ZOV_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all
+    # What the sanitizers add confuses this warning of gcc inside the standard library.
+    $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
   target_link_options(zov_compiler_options INTERFACE -fsanitize=${ZOV_SANITIZE})
 endif()
 

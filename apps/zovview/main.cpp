@@ -93,9 +93,6 @@ int main(int argc, char** argv) {
       arguments.model.empty() ? zovview::FindDefaultModel() : zovview::ModelSource{arguments.model};
 
   if (arguments.headless) return ShowTour(source, arguments, {});
-  if (!zovhost::Window::HasDisplay()) {
-    return ShowTour(source, arguments, "there is no display; writing a tour instead");
-  }
   std::string error;
   zovhost::Window::Options options;
   options.title = "zovview";

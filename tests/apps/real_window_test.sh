@@ -46,7 +46,7 @@ MODEL
 mkdir "$work/screen"
 mkfifo "$work/number"
 exec 3<>"$work/number"
-Xvfb -displayfd 3 -screen 0 1000x700x24 -fbdir "$work/screen" -nolisten tcp >"$work/xvfb.log" 2>&1 &
+Xvfb -displayfd 3 -screen 0 1000x700x24 -fbdir "$work/screen" -nolisten tcp -noreset >"$work/xvfb.log" 2>&1 &
 server=$!
 read -r -t 30 number <&3 || fail "the virtual display does not start: $(cat "$work/xvfb.log")"
 export DISPLAY=:$number

@@ -224,7 +224,9 @@ TEST_F(LoadScene, tells_that_a_file_may_not_be_read) {
   const std::filesystem::path path = folder.Write("secret.obj", MakeObjSlab());
   std::filesystem::permissions(path, std::filesystem::perms::none);
   const uid_t user = geteuid();
-  if (user == 0) ASSERT_EQ(seteuid(65534), 0);  // permissions do not stop the superuser
+  if (user == 0) {
+    ASSERT_EQ(seteuid(65534), 0);  // permissions do not stop the superuser
+  }
   EXPECT_NE(GetLoadError(path).find("cannot be opened"), std::string::npos);
   ASSERT_EQ(seteuid(user), 0);
 }

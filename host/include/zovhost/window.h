@@ -65,10 +65,9 @@ class Window {
   using NativeEventHook = std::function<bool(const SDL_Event&)>;
   using FrameHandler = std::function<void()>;
 
-  /// Null on failure; `error` then holds one clear line. The context is current afterwards.
+  /// Null on failure, so also when a window is wanted and the session has no display; `error` then holds one
+  /// clear line. The context is current afterwards.
   static std::unique_ptr<Window> Create(const Options& options, std::string& error);
-  /// Whether this session offers a display to open a window on.
-  static bool HasDisplay();
 
   ~Window();
   Window(const Window&) = delete;

@@ -15,6 +15,7 @@ namespace zovhost {
 
 namespace {
 
+constexpr const char* NO_DISPLAY = "there is no display";
 constexpr int MULTISAMPLES = 4;
 constexpr int USUAL_REFRESH_RATE = 60;  // hertz, where the display does not tell
 
@@ -98,12 +99,6 @@ std::unique_ptr<Window> Window::Create(const Options& options, std::string& erro
   return std::unique_ptr<Window>(new Window(std::move(impl)));
 }
 
-bool Window::HasDisplay() {
-  if (!ChooseDriver(false)) return false;
-  const SdlVideo video;
-  return video.IsReady() && CurrentDriverHasDisplay();
-}
-
 Window::Window(std::unique_ptr<Impl> implementation) : impl(std::move(implementation)) {}
 Window::~Window() = default;
 
@@ -115,13 +110,17 @@ Window::Impl::~Impl() {
 
 bool Window::Impl::Open(const Options& options, std::string& error) {
   if (!ChooseDriver(options.offscreen)) {
-    error = "there is no display";
+    error = NO_DISPLAY;
     return false;
   }
   offscreen = options.offscreen;
   video = std::make_unique<SdlVideo>();
   if (!video->IsReady()) {
     error = std::string("cannot open a display: ") + SDL_GetError();
+    return false;
+  }
+  if (!offscreen && !CurrentDriverHasDisplay()) {
+    error = NO_DISPLAY;
     return false;
   }
   SDL_EnableScreenSaver();
