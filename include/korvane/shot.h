@@ -31,6 +31,14 @@ class ZOVTOOLS_API Shot {
   Shot(const Shot&) = delete;
   Shot& operator=(const Shot&) = delete;
 
+  /// Opens a step: sets the unit time, eased over the part of the duration up to `easeEnd`, 1 once the time
+  /// has run out, and says whether the shot goes on.
+  bool BeginStep(double duration, double easeEnd = 1.0);
+  /// The same without easing.
+  bool BeginLinearStep(double duration);
+  /// Closes a step: `dt` passes. Returns `goesOn`.
+  bool EndStep(double dt, bool goesOn);
+
   double elapsedTime = 0.0;
   double unitTime = 0.0;
 };

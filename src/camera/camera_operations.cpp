@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "camera/shot_role.h"
+
 namespace Korvane {
 
 namespace {
@@ -129,8 +131,8 @@ bool CameraOperations::PerformOperations() {
     if (operation != nullptr) operation->UpdatePreviousCursor();
   }
 
-  if (camera.perspective_with_ortho) ChooseProjection(activity.rotating);
-  const bool blending = BlendProjection(activity.active);
+  if (camera.perspective_with_ortho) ChooseProjection(activity);
+  const bool blending = BlendProjection(activity);
 
   if (camera.IsFinite() && !CheckCamerasEqual(&camera, &snapshot)) ApplyCameraParameters(camera);
   if (shotIsDone) EndShot();
@@ -169,26 +171,32 @@ bool CameraOperations::PerformActiveShot(FrameActivity& activity) {
   const CameraParameters before = camera;
   const bool goesOn = activeShot->PerformShot(frameDelta, camera);
   KeepFinite(before, camera);
+  const ShotRole role = GetShotRole(*activeShot);
   activity.active = activity.active || goesOn;
+  activity.rotating = activity.rotating || role == ShotRole::Rotating;
+  activity.aligning = role == ShotRole::Aligning;
+  activity.changingProjection = role == ShotRole::ChangingProjection;
   return !goesOn;
 }
 
 // While the view rotates the tolerance is negative, which no direction meets: the view turns orthographic
-// only once the motion has stopped on an axis.
-void CameraOperations::ChooseProjection(bool rotating) {
-  const double tolerance = rotating ? -Math::EPSILON_VALUE : Math::EPSILON_VALUE;
+// only once the motion has stopped on an axis. An aligning view may turn a little early, so that the blend
+// has time to run.
+void CameraOperations::ChooseProjection(const FrameActivity& activity) {
+  double tolerance = activity.rotating ? -Math::EPSILON_VALUE : Math::EPSILON_VALUE;
+  if (applicationParameters.use_projection_transitions && activity.aligning) tolerance = orthoTolerance;
   camera.projection_type = IsInOrthoRange(camera.eye - camera.centre, tolerance)
                                ? CameraParameters::ProjectionType::Orthographic
                                : CameraParameters::ProjectionType::Perspective;
 }
 
-bool CameraOperations::BlendProjection(bool active) {
-  if (!applicationParameters.use_projection_transitions) return false;
+bool CameraOperations::BlendProjection(const FrameActivity& activity) {
+  if (!applicationParameters.use_projection_transitions || activity.changingProjection) return false;
   const bool toOrthographic = camera.IsOrthographic();
   const bool toPerspective = camera.projection_type == CameraParameters::ProjectionType::Perspective;
   double& blend = camera.projection_transition;
   const double step = frameDelta * PROJECTION_BLEND_RATE;
-  const bool atRest = !active && frameDelta < Math::EPSILON_VALUE;
+  const bool atRest = !activity.active && frameDelta < Math::EPSILON_VALUE;
 
   if (toOrthographic && blend < 1.0) {
     blend = atRest ? 1.0 : Math::Min(1.0, blend + step);
@@ -256,13 +264,6 @@ bool CameraOperations::SetActiveShotObserver(ShotObserver* observer) {
 
 void CameraOperations::OnBeginShot(Shot* /*shot*/) {}
 void CameraOperations::OnEndShot(Shot* /*shot*/) {}
-
-Shot::Shot() = default;
-Shot::~Shot() = default;
-void Shot::InitShot(const CameraOperations* /*hub*/) {}
-double Shot::GetElapsedTime() const { return elapsedTime; }
-double Shot::GetUnitTime() const { return unitTime; }
-ShotObserver::~ShotObserver() = default;
 
 // ---- parameters and cameras ----
 
