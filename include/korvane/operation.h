@@ -76,6 +76,9 @@ class ZOVTOOLS_API Operation {
   void ConvertCoordsToWindow(double dx, double dy, double& wx, double& wy) const;
   /// The way from one cursor to another as fractions of the viewport.
   void GetCursorMotion(const Cursor& from, const Cursor& to, double& wx, double& wy) const;
+  /// The motion since the last frame that turns a view: the cursor's as fractions of the viewport, or, for a
+  /// six-axis controller, the change of its rotation about y (dx) and about x (dy).
+  void GetRotationMotion(double& dx, double& dy) const;
   /// The hub's settings; the hub must not be null.
   const ApplicationParameters& GetParameters() const;
 

@@ -54,6 +54,16 @@ void Operation::GetCursorMotion(const Cursor& from, const Cursor& to, double& wx
   ConvertCoordsToWindow(dx, dy, wx, wy);
 }
 
+void Operation::GetRotationMotion(double& dx, double& dy) const {
+  if (!Is3DControllerOperation()) {
+    GetCursorMotion(previousCursor, currentCursor, dx, dy);
+    return;
+  }
+  const Vector3 change = rotationInput - previousRotationInput;
+  dx = change.y;
+  dy = change.x;
+}
+
 const ApplicationParameters& Operation::GetParameters() const { return hub->GetApplicationParameters(); }
 
 }  // namespace Korvane

@@ -44,15 +44,7 @@ void OrbitOperation::GetWorldUpAndFront(Vector3& front, Vector3& up) const {
   up = parameters.scene_is_world ? parameters.world_up_direction : parameters.scene_up_direction;
 }
 
-void OrbitOperation::GetDeltaXY(double& dx, double& dy) const {
-  if (Is3DControllerOperation()) {
-    const Vector3 change = rotationInput - previousRotationInput;
-    dx = change.y;
-    dy = change.x;
-    return;
-  }
-  GetCursorMotion(previousCursor, currentCursor, dx, dy);
-}
+void OrbitOperation::GetDeltaXY(double& dx, double& dy) const { GetRotationMotion(dx, dy); }
 
 void OrbitOperation::PerformOperation(double /*dt*/, CameraParameters& camera) {
   if (hub == nullptr) return;
