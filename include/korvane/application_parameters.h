@@ -162,9 +162,9 @@ class ZOVTOOLS_API ApplicationParameters {
   double snap_orbit_threshold_h = defaultSnapOrbitThresholdH;
   /// Speed-up towards the view (slow-down away from it) in the outer band.
   double snap_orbit_acceleration_ax = defaultSnapOrbitAccelerationAX;
-  /// The same in the inner band.
+  /// The same in the inner band; also the slow-down past the dead zone of a view that is left.
   double snap_orbit_acceleration_bx = defaultSnapOrbitAccelerationBX;
-  /// Where the inner band begins, as a fraction of the threshold.
+  /// How far into the threshold, from its outer edge, the inner band begins: a fraction of it.
   double snap_orbit_acceleration_point_x = defaultSnapOrbitAccelerationPointX;
   /// The same four for the vertical rotation.
   double snap_orbit_threshold_v = defaultSnapOrbitThresholdV;
@@ -179,10 +179,10 @@ class ZOVTOOLS_API ApplicationParameters {
   bool tool_selection_sensitivity = defaultToolSelectionSensitivity;
   /// A change of projection blends.
   bool use_projection_transitions = defaultUseProjectionTransitions;
-  /// Pixels. Zero is legal: no drag then moves anything.
+  /// Pixels. Zero is legal: motion on that axis that counts in fractions of the view is then none.
   int viewport_width = 1024;
   int viewport_height = 768;
-  /// A button is held.
+  /// A drag, or a zoom by the wheel, is under way; written by the library.
   bool mouse_drag = false;
 
   /// The speed of a walk, which may be changing in time: now, at once, or over `seconds` from one value to

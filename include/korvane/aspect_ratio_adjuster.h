@@ -10,7 +10,8 @@ struct CameraParameters;
 class ZOVTOOLS_API AspectRatioAdjuster {
  public:
   virtual ~AspectRatioAdjuster();
-  /// `width` and `height` are the viewport's pixels; the extents are changed in place.
+  /// `width` and `height` are the viewport's pixels; the extents are changed in place. Called in the middle
+  /// of a frame: it must not begin or end anything on the hub.
   virtual void Adjust(const CameraParameters& camera, int width, int height, double& horizontalExtent,
                       double& verticalExtent) = 0;
 };

@@ -19,8 +19,8 @@ namespace Korvane {
 ///
 /// A host derives from it and supplies the three pure operations. Frames are pulled: whatever moves asks
 /// the host for a frame through `RequestApplicationUpdate`, the host answers with `PerformOperations` once
-/// for each frame, before it draws, and that asks for the next frame as long as anything goes on. None of
-/// the three may call `PerformOperations` itself.
+/// for each frame, before it draws, and that asks for the next frame as long as anything goes on. Neither the
+/// three nor an observer may call `PerformOperations` itself.
 ///
 /// The hub excludes nothing: any number of kinds and a shot may run together, operations first, lowest
 /// kind first, then the shot; the last writer of a field wins. Whoever starts a move ends what runs first.
@@ -32,8 +32,8 @@ class ZOVTOOLS_API CameraOperations {
 
   // ---- the host's side ----
 
-  /// The host takes these values into its view. Never called with a number that is not finite by an
-  /// operation or shot that started from a finite camera.
+  /// The host takes these values into its view. They are finite: while the host's own camera holds a number
+  /// that is not, the hub applies nothing.
   virtual void ApplyCameraParameters(const CameraParameters& camera) = 0;
   /// The host fills in the values of its view now.
   virtual void QueryCameraParameters(CameraParameters& camera) const = 0;
@@ -53,8 +53,11 @@ class ZOVTOOLS_API CameraOperations {
   virtual void ResetUCSBoundingSphere();
   virtual void ResetUCSBoundingBox();
   virtual bool IsGeometrySelected();
+  /// With `tool_selection_sensitivity` also moves the pivot of the host's camera to the selection, at once.
   virtual void SetGeometrySelection(double radius, Vector3 centre);
+  /// Clears the sphere of the selection or its box, by `global_bound_geometry`.
   virtual void ResetGeometrySelection();
+  /// Leaves the pivot alone.
   void SetBoundingBoxSelection(Box3 box, Vector3 centre);
 
   // ---- world directions ----
@@ -66,7 +69,8 @@ class ZOVTOOLS_API CameraOperations {
 
   // ---- operations ----
 
-  /// The frame. True when anything was active or changed.
+  /// The frame. True when an operation or a shot goes on or the projection is blending, and another frame
+  /// has been asked for.
   virtual bool PerformOperations();
   /// False for a kind out of range or one that the library does not make. End an operation before you
   /// begin its kind again: the old one is dropped and its observers do not hear of it. `x` and `y` are
@@ -179,8 +183,8 @@ class ZOVTOOLS_API CameraOperations {
   static constexpr int OPERATION_COUNT = 11;
 
   static bool IsOperationType(OperationType type);
-  template <class Update>
-  bool UpdateOperation(OperationType type, Update update);
+  template <class Each, class One>
+  bool Dispatch(OperationType type, Each each, One one);
   template <class Call>
   void ForEachOperationType(Call call);
 
@@ -197,7 +201,7 @@ class ZOVTOOLS_API CameraOperations {
   };
   FrameActivity PerformActiveOperations();
   void PerformActiveOperation(OperationType type);
-  bool PerformActiveShot(FrameActivity& activity);
+  std::shared_ptr<Shot> PerformActiveShot(FrameActivity& activity);
   void ChooseProjection(const FrameActivity& activity);
   bool BlendProjection(const FrameActivity& activity);
   bool ShowsOrthographic(const CameraParameters& view, const Vector3& direction) const;

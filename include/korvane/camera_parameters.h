@@ -60,8 +60,8 @@ ZOVTOOLS_API bool AlignCameraToUpDirection(CameraParameters& camera, const Vecto
 
 /// The ray of a pixel. `x` and `y` count from the bottom left of a view of `width` by `height` pixels, y
 /// upward. The direction has the length of (centre - eye), more or less, and is not normalised. In
-/// orthographic the field of view, not `ortho_width`, defines the grid of rays. False, with the outputs
-/// untouched, for a view without size.
+/// orthographic the field of view, not `ortho_width`, defines the grid of rays. A view without size gives
+/// the axis of the view, and false.
 ZOVTOOLS_API bool GetScreenRay(double x, double y, double width, double height,
                                const CameraParameters& camera, Vector3& origin, Vector3& direction);
 

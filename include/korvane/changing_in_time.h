@@ -1,5 +1,6 @@
 #pragma once
 
+#include <type_traits>
 #include <vector>
 
 #include "korvane/box2.h"
@@ -25,7 +26,7 @@ class ZOVTOOLS_API ChangingInTimeValue {
   ChangingInTimeValue(double initial, double final, double time, InterpolationMethod method);
   ChangingInTimeValue(const ChangingInTimeValue&) = default;
   ChangingInTimeValue& operator=(const ChangingInTimeValue&) = default;
-  ~ChangingInTimeValue() { Stop(); }
+  ~ChangingInTimeValue() = default;
 
   /// Stops and rests at `value`.
   void SetValue(double value);
@@ -36,30 +37,27 @@ class ZOVTOOLS_API ChangingInTimeValue {
   void Start();
   void Start(double initial, double final, double time, InterpolationMethod method);
   /// A stopped value jumps to its end.
-  void Stop() const;
+  void Stop() { Rest(); }
 
-  /// Advances by the time since the last read. At most one call of the clock pair, no allocation.
+  /// Advances by the time since the last read. Looks at the clock at most once; no allocation.
   double GetValue() const;
   operator double() const { return GetValue(); }  // NOLINT(google-explicit-constructor)
 
   /// Does not advance.
   bool IsChangingInTime() const { return changingInTime; }
 
-  ChangingInTimeValue operator*(double d) const { return ChangingInTimeValue(*this) *= d; }
-  ChangingInTimeValue operator/(double d) const { return ChangingInTimeValue(*this) /= d; }
-  ChangingInTimeValue operator+(double d) const { return ChangingInTimeValue(*this) += d; }
-  ChangingInTimeValue operator-(double d) const { return ChangingInTimeValue(*this) -= d; }
   ChangingInTimeValue& operator*=(double d);
   ChangingInTimeValue& operator/=(double d);
   ChangingInTimeValue& operator+=(double d);
   ChangingInTimeValue& operator-=(double d);
 
-  bool operator<(double d) const { return GetValue() < d; }
-  bool operator<=(double d) const { return GetValue() <= d; }
-  bool operator>(double d) const { return GetValue() > d; }
-  bool operator>=(double d) const { return GetValue() >= d; }
-
  private:
+  friend class ChangingInTimeValueChain;
+
+  void Rest() const;
+  // Starts and reads at the same moment.
+  double StartAndRead() const;
+  double GetValueNow() const;
   double GetLinearClampValue() const;
   double GetEaseClampValue() const;
 
@@ -102,20 +100,10 @@ class ZOVTOOLS_API ChangingInTimeValueChain {
   operator double() const { return GetValue(); }  // NOLINT(google-explicit-constructor)
   bool IsChangingInTime() const;
 
-  /// The two-operand forms copy the chain; read the number first where that is enough.
-  ChangingInTimeValueChain operator*(double d) const { return ChangingInTimeValueChain(*this) *= d; }
-  ChangingInTimeValueChain operator/(double d) const { return ChangingInTimeValueChain(*this) /= d; }
-  ChangingInTimeValueChain operator+(double d) const { return ChangingInTimeValueChain(*this) += d; }
-  ChangingInTimeValueChain operator-(double d) const { return ChangingInTimeValueChain(*this) -= d; }
   ChangingInTimeValueChain& operator*=(double d);
   ChangingInTimeValueChain& operator/=(double d);
   ChangingInTimeValueChain& operator+=(double d);
   ChangingInTimeValueChain& operator-=(double d);
-
-  bool operator<(double d) const { return GetValue() < d; }
-  bool operator<=(double d) const { return GetValue() <= d; }
-  bool operator>(double d) const { return GetValue() > d; }
-  bool operator>=(double d) const { return GetValue() >= d; }
 
  private:
   bool IsAtLast() const { return currentIndex >= GetCount() - 1; }
@@ -126,6 +114,43 @@ class ZOVTOOLS_API ChangingInTimeValueChain {
   mutable int currentIndex = 0;
   mutable std::vector<ChangingInTimeValue> values;
 };
+
+/// The two classes that read as one number.
+template <class Value>
+concept ChangesInTime =
+    std::is_same_v<Value, ChangingInTimeValue> || std::is_same_v<Value, ChangingInTimeValueChain>;
+
+// With any built-in number: `value * 2` must not be torn between these operators and double's. The
+// arithmetic copies the value, or the whole chain; read the number first where that is enough. A comparison
+// reads, and so advances.
+template <ChangesInTime Value, class Number>
+requires std::is_arithmetic_v<Number> Value operator*(const Value& value, Number number) {
+  return Value(value) *= static_cast<double>(number);
+}
+template <ChangesInTime Value, class Number>
+requires std::is_arithmetic_v<Number> Value operator/(const Value& value, Number number) {
+  return Value(value) /= static_cast<double>(number);
+}
+template <ChangesInTime Value, class Number>
+requires std::is_arithmetic_v<Number> Value operator+(const Value& value, Number number) {
+  return Value(value) += static_cast<double>(number);
+}
+template <ChangesInTime Value, class Number>
+requires std::is_arithmetic_v<Number> Value operator-(const Value& value, Number number) {
+  return Value(value) -= static_cast<double>(number);
+}
+template <ChangesInTime Value, class Number>
+requires std::is_arithmetic_v<Number>
+bool operator<(const Value& value, Number number) { return value.GetValue() < static_cast<double>(number); }
+template <ChangesInTime Value, class Number>
+requires std::is_arithmetic_v<Number>
+bool operator<=(const Value& value, Number number) { return value.GetValue() <= static_cast<double>(number); }
+template <ChangesInTime Value, class Number>
+requires std::is_arithmetic_v<Number>
+bool operator>(const Value& value, Number number) { return value.GetValue() > static_cast<double>(number); }
+template <ChangesInTime Value, class Number>
+requires std::is_arithmetic_v<Number>
+bool operator>=(const Value& value, Number number) { return value.GetValue() >= static_cast<double>(number); }
 
 /// Two chains side by side.
 class ZOVTOOLS_API ChangingInTimeVector2 {

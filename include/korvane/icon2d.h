@@ -33,8 +33,8 @@ class ZOVTOOLS_API Icon2D {
   const ChangingInTimeValueChain& GetChangingInTimeOpacity() const { return opacity; }
   void SetChangingInTimeOpacity(const ChangingInTimeValueChain& value) { opacity = value; }
 
-  /// A pixel in the icon's own scale, -1 to 1 across it. False, with `result` untouched, for an icon
-  /// without size.
+  /// A pixel in the icon's own scale, -1 to 1 across it. False for an icon without size, whose coordinate
+  /// on that axis is 0.
   bool GetIcon2DCoords(const Vector2& point, Vector2& result) const;
 
  protected:

@@ -16,8 +16,8 @@ class ZOVTOOLS_API IntervalTimer {
   IntervalTimer(const IntervalTimer&) = delete;
   IntervalTimer& operator=(const IntervalTimer&) = delete;
 
-  /// (Re)starts with a period in seconds, cut to whole milliseconds. False, with nothing changed, for a
-  /// period that is negative or not finite; false, stopped, when the platform refuses.
+  /// (Re)starts with a period in seconds, cut to whole milliseconds. False, and stopped, for a period that
+  /// is negative or not finite and when the platform refuses.
   bool Start(double seconds, bool repeat);
   void Stop();
   bool IsRunning() const;

@@ -2,8 +2,6 @@
 
 #include <cmath>
 
-#include "korvane/export.h"
-
 namespace Korvane {
 
 /// The constants and scalar helpers of the library. Not constructible.
@@ -24,7 +22,8 @@ class Math {
   static constexpr double Min(double a, double b) { return a < b ? a : b; }
   static constexpr double Max(double a, double b) { return a > b ? a : b; }
 
-  /// `v` held between `lo` and `hi`. The low end is tested first, so with `lo` above `hi` it wins.
+  /// `v` held between `lo` and `hi`. The low end is tested first: with `lo` above `hi`, every v at or below
+  /// `lo` gives `lo`.
   static constexpr double Clamp(double v, double lo, double hi) {
     if (lo >= v) return lo;
     return v >= hi ? hi : v;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <iterator>
 #include <list>
 
 namespace Korvane {
@@ -7,7 +8,8 @@ namespace Korvane {
 /// Borrowed observers in the order in which they were added, that may change while they are being told.
 ///
 /// A round takes the next entry before it tells the present one: an observer may remove itself, or any
-/// other, and what it adds is told in this round unless the last entry added it.
+/// other, and what is added at the end is told in this round unless nothing stood behind the one that added
+/// it. The list itself must live until its rounds are over.
 template <class Observer>
 class ObserverList {
  public:

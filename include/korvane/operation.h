@@ -32,8 +32,8 @@ enum OperationType : int {
 /// One interactive camera move in progress. Made, owned and destroyed by the hub.
 ///
 /// It stores the input as it comes and moves the camera only when a frame performs it. Cursors are
-/// viewport pixels with the origin at the TOP left, y downward; motion is measured in fractions of the
-/// viewport, so that the same drag does the same on any view size.
+/// viewport pixels with the origin at the TOP left, y downward. All but the zooms measure motion in fractions
+/// of the viewport, so that the same drag does the same on any view size.
 class ZOVTOOLS_API Operation {
  public:
   virtual ~Operation();
@@ -42,7 +42,7 @@ class ZOVTOOLS_API Operation {
   virtual void InitOperation(int x, int y, const CameraOperations* hub);
   /// Computes the camera of this frame; `dt` is the frame's length in seconds.
   virtual void PerformOperation(double dt, CameraParameters& camera) = 0;
-  /// Adds to the running sums of the six-axis input.
+  /// Adds to the running sums of the six-axis input. Input that is not finite is ignored.
   virtual void Update3DControllerInput(Vector3 translation, Vector3 rotation);
   virtual void Set3DControllerOperation(bool isController);
   /// Normalised: the world up with `fly_planar_motion`, else the camera's up; (0, 1, 0) without a hub.
@@ -96,8 +96,9 @@ class ZOVTOOLS_API Operation {
   bool controllerOperation = false;
 };
 
-/// Is told of the life of every operation of a hub. Borrowed by the hub. It may add and remove observers
-/// and begin and end operations while it is being told.
+/// Is told of the life of every operation of a hub. Borrowed by the hub. While it is being told it may add
+/// and remove observers and begin and end operations; a begin within a frame queries the host's camera again
+/// and so loses what this frame had moved. It must not call PerformOperations.
 class ZOVTOOLS_API OperationObserver {
  public:
   virtual ~OperationObserver();

@@ -13,7 +13,8 @@ class ZOVTOOLS_API PixelIcon2D : public Icon2D {
   /// The order of the first three bytes of a pixel; the fourth is opacity.
   enum PixelFormat : int { PIXEL_FORMAT_BGRA = 0, PIXEL_FORMAT_RGBA = 1 };
 
-  /// Copies width * height * 4 bytes, rows from the top. A size below 1 or null pixels: no image.
+  /// Copies width * height * 4 bytes, rows from the top. A size below 1, null pixels, or more pixels than
+  /// memory holds: no image.
   PixelIcon2D(int width, int height, const unsigned char* pixels, PixelFormat format);
   ~PixelIcon2D() override;
   PixelIcon2D(const PixelIcon2D&) = delete;
@@ -22,7 +23,7 @@ class ZOVTOOLS_API PixelIcon2D : public Icon2D {
   int GetImageWidth() const { return imageWidth; }
   int GetImageHeight() const { return imageHeight; }
   /// Null without an image. The buffer belongs to the icon.
-  unsigned char* GetImagePixels() const { return imagePixels.get(); }
+  const unsigned char* GetImagePixels() const { return imagePixels.get(); }
   PixelFormat GetPixelFormat() const { return pixelFormat; }
 
   /// The colour, each part 0 to 1, under a viewport pixel. False, with `colour` untouched, outside the

@@ -53,7 +53,8 @@ class ZOVTOOLS_API Quaternion {
   /// half a turn about some axis perpendicular to `from`.
   static Quaternion Align(const Vector3& from, const Vector3& to);
 
-  /// Scales to unit length and returns the former length; a length not above 1e-5 gives ZERO and 0.
+  /// Scales to unit length and returns the former length; a length not above 1e-5, or not finite,
+  /// gives ZERO and 0.
   double Normalize();
   /// The conjugate over the squared length; ZERO when the squared length is not above 0.
   Quaternion Inverse() const;
@@ -68,6 +69,7 @@ class ZOVTOOLS_API Quaternion {
   constexpr Quaternion operator+(const Quaternion& q) const { return {w + q.w, x + q.x, y + q.y, z + q.z}; }
   constexpr Quaternion operator-() const { return {-w, -x, -y, -z}; }
   constexpr Quaternion operator*(double s) const { return {w * s, x * s, y * s, z * s}; }
+  constexpr Quaternion operator/(double s) const { return {w / s, x / s, y / s, z / s}; }
   constexpr bool operator==(const Quaternion& q) const {
     return w == q.w && x == q.x && y == q.y && z == q.z;
   }
@@ -77,6 +79,9 @@ class ZOVTOOLS_API Quaternion {
 
   /// Component 0 to 3 in the order w, x, y, z; any other index reads z.
   constexpr double& operator[](int index) { return index == 0 ? w : index == 1 ? x : index == 2 ? y : z; }
+  constexpr double operator[](int index) const {
+    return index == 0 ? w : index == 1 ? x : index == 2 ? y : z;
+  }
 };
 
 constexpr Quaternion operator*(double s, const Quaternion& q) { return q * s; }

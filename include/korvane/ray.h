@@ -20,7 +20,7 @@ struct ZOVTOOLS_API Ray {
   bool IntersectTriangle(const Vector3 p[3], double& t) const;
 
   /// The triangles (q0, q1, q2) and, only if that is missed, (q2, q3, q0). `t` receives the smaller of the
-  /// two distances, each Math::MAX_VALUE until written.
+  /// two distances, each Math::MAX_VALUE until written; that of a triangle that was missed counts, too.
   bool IntersectQuad(const Vector3 q[4], double& t) const;
 };
 

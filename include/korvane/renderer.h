@@ -39,8 +39,9 @@ class ZOVTOOLS_API Renderer {
   enum DrawMode : int {
     DRAW_QUADS = 0,        // plain, textured or coloured
     DRAW_CUBE_LABELS = 2,  // blended over the faces of the cube
-    DRAW_CUBE_SOLID = 3,   // the body of the cube and its selected part
+    DRAW_SOLID = 3,        // the body of the cube and its selected part; the lines of a rectangle
     DRAW_CUBE_SHADOW = 4,
+    DRAW_THROUGH = 5,        // shows through what stands in front
     DRAW_OVERLAY_ICONS = 6,  // flat
   };
 
@@ -72,12 +73,13 @@ class ZOVTOOLS_API Renderer {
   /// Opens a draw pass. False: the caller skips the pass and does not call EndRender.
   virtual bool BeginRender(const Box2& viewport, const CameraParameters& camera, RenderMode mode) = 0;
   virtual bool EndRender() = 0;
-  /// Quads, 4 vertices each: 3 floats a vertex, 2 floats a texture coordinate (null without texture).
+  /// Quads, 4 vertices each, or, with exactly 2 vertices, one line of the material's width in pixels:
+  /// 3 floats a vertex, 2 floats a texture coordinate (null without texture).
   virtual bool RenderGeometry(unsigned vertexCount, const float* vertices, const float* texCoords,
                               const MaterialParams* material) = 0;
 
   /// Opens a pick at a pixel. Overlay: straight into the screen. Perspective: from the eye, through the
-  /// half angles. False for any other mode.
+  /// half angles. False for any other mode, and nothing is then hit.
   virtual bool BeginSelection(const Vector2& point, const Box2& viewport, const CameraParameters& camera,
                               RenderMode mode);
   /// Nothing to close in a software pick; false.
@@ -118,7 +120,7 @@ class ZOVTOOLS_API Renderer {
   /// A point of the scene seen in a screen rectangle; false unless the host can tell.
   virtual bool QueryScreenRectRaySceneIntersection(int left, int bottom, int right, int top, Vector3& hit);
   /// The part of the model under the pointer; false unless the host can tell.
-  virtual bool BeginMouseoverComponent(bool begin);
+  virtual bool BeginMouseoverComponent(bool highlightFaces);
   virtual bool GetMouseoverComponent(Vector2 pixel, Vector3& point, Vector3& normal);
   virtual bool EndMouseoverComponent();
 

@@ -11,10 +11,10 @@ enum KeyID : int {
   KEY_SHIFT = 0,
   KEY_CONTROL = 1,
   KEY_DISC = 2,   // consumed by the navigation disc
-  KEY_UP = 3,     // lifts a running walk
-  KEY_DOWN = 4,   // lowers a running walk
-  KEY_RIGHT = 5,  // scrolls the storyboard strip
-  KEY_LEFT = 6,   // scrolls the storyboard strip back
+  KEY_UP = 3,     // lifts a running walk; goes forward while looking
+  KEY_DOWN = 4,   // lowers a running walk; goes back while looking
+  KEY_RIGHT = 5,  // scrolls the storyboard strip; goes right while looking
+  KEY_LEFT = 6,   // scrolls the storyboard strip back; goes left while looking
   KEY_DELETE = 7,
   KEY_ESCAPE = 8,  // cancels; stops playback or recording
   KEY_SLOWER = 9,
@@ -24,8 +24,8 @@ enum KeyID : int {
 };
 
 enum CursorID : int {
-  CURSOR_ORBIT_CUBE = 0,  // an orbit by the cube
-  CURSOR_ORBIT = 1,
+  CURSOR_ORBIT_CUBE = 0,  // a drag of the cube that has left its region
+  CURSOR_ORBIT = 1,       // an orbit; a drag within the cube's region
   CURSOR_ZOOM = 2,
   CURSOR_PAN = 3,
   CURSOR_LOOK = 4,
@@ -47,7 +47,7 @@ enum CursorID : int {
   CURSOR_RUN_FORWARD_RIGHT = 20,
   CURSOR_RUN_BACK_LEFT = 21,
   CURSOR_RUN_BACK_RIGHT = 22,
-  CURSOR_NO_TARGET = 23,  // the way forward meets nothing
+  CURSOR_NO_TARGET = 23,  // off the model, where a point of it is wanted
   CURSOR_CUBE_PART = 24,  // over a part of the cube
   CURSOR_ARROW = 26,      // the normal pointer
   CURSOR_NONE = 27,       // no change asked for

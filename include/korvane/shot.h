@@ -43,7 +43,8 @@ class ZOVTOOLS_API Shot {
   double unitTime = 0.0;
 };
 
-/// Is told when the active shot ends, by time or by EndShot. Borrowed by the hub, for that one shot.
+/// Is told when the active shot ends: by time, by EndShot, or by the begin of another. Borrowed by the hub,
+/// for that one shot.
 class ZOVTOOLS_API ShotObserver {
  public:
   virtual ~ShotObserver();

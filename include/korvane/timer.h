@@ -15,6 +15,8 @@ class ZOVTOOLS_API Timer {
   /// Measures the interval since Start and adds it to the total; 0 on a timer that was not started. The
   /// start stays, so a second End counts the whole span again; for increments call Start after each End.
   void End();
+  /// End and Start at one moment, with one look at the clock: the interval since the last Lap or Start.
+  void Lap();
 
   double GetTotalTime() const { return totalTime; }
   double GetLastInterval() const { return lastInterval; }

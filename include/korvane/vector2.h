@@ -44,8 +44,17 @@ struct Vector2 {
     return *this = usable ? *this / length : Vector2();
   }
 
-  void ToArray(double* out) const { out[0] = x, out[1] = y; }
-  void ToArray(float* out) const { out[0] = static_cast<float>(x), out[1] = static_cast<float>(y); }
+  /// A normalised copy; zero where Normalize gives zero.
+  Vector2 Normalized() const { return Vector2(*this).Normalize(); }
+
+  bool IsFinite() const { return std::isfinite(x) && std::isfinite(y); }
+
+  /// Two consecutive doubles or floats.
+  template <class Number>
+  void ToArray(Number* out) const {
+    out[0] = static_cast<Number>(x);
+    out[1] = static_cast<Number>(y);
+  }
 };
 
 constexpr Vector2 operator*(double s, const Vector2& v) { return v * s; }

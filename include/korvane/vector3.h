@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cmath>
+#include <type_traits>
 
 #include "korvane/export.h"
 #include "korvane/math.h"
@@ -18,9 +19,10 @@ struct ZOVTOOLS_API Vector3 {
   constexpr Vector3() = default;
   explicit constexpr Vector3(double all) : x(all), y(all), z(all) {}
   constexpr Vector3(double xValue, double yValue, double zValue) : x(xValue), y(yValue), z(zValue) {}
-  /// From three consecutive values; `values` must not be null.
-  explicit constexpr Vector3(const double* values) : x(values[0]), y(values[1]), z(values[2]) {}
-  explicit constexpr Vector3(const float* values) : x(values[0]), y(values[1]), z(values[2]) {}
+  /// From three consecutive doubles or floats; `values` must not be null.
+  template <class Number>
+  requires std::is_floating_point_v<Number>
+  explicit constexpr Vector3(const Number* values) : x(values[0]), y(values[1]), z(values[2]) {}
 
   /// Component 0, 1 or 2; any other index reads z.
   constexpr double& operator[](int index) { return index == 0 ? x : index == 1 ? y : z; }
@@ -58,8 +60,8 @@ struct ZOVTOOLS_API Vector3 {
   /// A normalised copy; zero where Normalize gives zero.
   Vector3 Normalized() const { return Vector3(*this).Normalize(); }
 
-  /// Keeps a shrinking direction from vanishing: a length below the square root of the tolerance is
-  /// normalised in place; a longer vector keeps its scale.
+  /// Keeps a shrinking direction at hand: a length below the square root of the tolerance is normalised in
+  /// place (and is zero where Normalize gives zero); a longer vector keeps its scale.
   void preventCollapse();
 
   /// The signed angle in radians, -PI to PI, that leads from `other` to this vector, right-handed about
@@ -69,9 +71,12 @@ struct ZOVTOOLS_API Vector3 {
 
   bool IsFinite() const { return std::isfinite(x) && std::isfinite(y) && std::isfinite(z); }
 
-  void ToArray(double* out) const { out[0] = x, out[1] = y, out[2] = z; }
-  void ToArray(float* out) const {
-    out[0] = static_cast<float>(x), out[1] = static_cast<float>(y), out[2] = static_cast<float>(z);
+  /// Three consecutive doubles or floats.
+  template <class Number>
+  void ToArray(Number* out) const {
+    out[0] = static_cast<Number>(x);
+    out[1] = static_cast<Number>(y);
+    out[2] = static_cast<Number>(z);
   }
 };
 

@@ -41,59 +41,55 @@ bool CameraOperations::BeginOperation(OperationType type, int x, int y) {
   std::unique_ptr<Operation> operation = Operation::CreateOperation(type);
   if (operation == nullptr) return false;
 
+  const Operation* const begun = operation.get();
   SlotOf(type) = std::move(operation);
   RecalculateSelectionBounds();
   QueryCameraParameters(camera);
-  if (SlotOf(type) != nullptr) SlotOf(type)->InitOperation(x, y, this);
+  if (SlotOf(type).get() != begun) return false;  // the host's own hook has ended it
+  SlotOf(type)->InitOperation(x, y, this);
   operationObservers.Notify([&](OperationObserver& observer) { observer.OnBeginOperation(type, camera); });
   RequestApplicationUpdate();
   return true;
 }
 
-bool CameraOperations::EndOperation(OperationType type) {
+// Runs `each` for all kinds, through the virtual forms, or `one` for one kind; false for no kind.
+template <class Each, class One>
+bool CameraOperations::Dispatch(OperationType type, Each each, One one) {
   if (type == OPERATION_ALL) {
-    ForEachOperationType([this](OperationType each) { EndOperation(each); });
+    ForEachOperationType(each);
     return true;
   }
   if (!IsOperationType(type)) return false;
-  if (SlotOf(type) == nullptr) return true;
-
-  SlotOf(type).reset();
-  operationObservers.Notify([type](OperationObserver& observer) { observer.OnEndOperation(type); });
-  RequestApplicationUpdate();
+  if (SlotOf(type) != nullptr) one(*SlotOf(type));
   return true;
 }
 
-template <class Update>
-bool CameraOperations::UpdateOperation(OperationType type, Update update) {
-  if (!IsOperationType(type)) return false;
-  if (SlotOf(type) != nullptr) update(*SlotOf(type));
-  return true;
+bool CameraOperations::EndOperation(OperationType type) {
+  return Dispatch(
+      type, [this](OperationType each) { EndOperation(each); },
+      [&](Operation&) {
+        SlotOf(type).reset();
+        operationObservers.Notify([type](OperationObserver& observer) { observer.OnEndOperation(type); });
+        RequestApplicationUpdate();
+      });
 }
 
 bool CameraOperations::UpdateOperationParams(Vector3 translation, Vector3 rotation, OperationType type) {
-  if (type == OPERATION_ALL) {
-    ForEachOperationType([&](OperationType each) { UpdateOperationParams(translation, rotation, each); });
-    return true;
-  }
-  return UpdateOperation(
-      type, [&](Operation& operation) { operation.Update3DControllerInput(translation, rotation); });
+  return Dispatch(
+      type, [&](OperationType each) { UpdateOperationParams(translation, rotation, each); },
+      [&](Operation& one) { one.Update3DControllerInput(translation, rotation); });
 }
 
 bool CameraOperations::UpdateOperationParams(KeyID key, bool pressed, OperationType type) {
-  if (type == OPERATION_ALL) {
-    ForEachOperationType([&](OperationType each) { UpdateOperationParams(key, pressed, each); });
-    return true;
-  }
-  return UpdateOperation(type, [&](Operation& operation) { operation.UpdateKey(key, pressed); });
+  return Dispatch(
+      type, [&](OperationType each) { UpdateOperationParams(key, pressed, each); },
+      [&](Operation& one) { one.UpdateKey(key, pressed); });
 }
 
 bool CameraOperations::UpdateOperationParams(int x, int y, OperationType type) {
-  if (type == OPERATION_ALL) {
-    ForEachOperationType([&](OperationType each) { UpdateOperationParams(x, y, each); });
-    return true;
-  }
-  return UpdateOperation(type, [&](Operation& operation) { operation.UpdateCursor(x, y); });
+  return Dispatch(
+      type, [&](OperationType each) { UpdateOperationParams(x, y, each); },
+      [&](Operation& one) { one.UpdateCursor(x, y); });
 }
 
 bool CameraOperations::IsOperationActive(OperationType type) const {
@@ -121,11 +117,11 @@ bool CameraOperations::PerformOperations() {
   const CameraParameters snapshot = camera;
 
   frameTimer.End();
-  frameDelta = frameTimer.GetLastInterval();
+  frameDelta = Math::Max(0.0, frameTimer.GetLastInterval());  // the clock wraps
   frameTimer.Start();
 
   FrameActivity activity = PerformActiveOperations();
-  const bool shotIsDone = PerformActiveShot(activity);
+  const std::shared_ptr<Shot> doneShot = PerformActiveShot(activity);
 
   for (const auto& operation : activeOperations) {
     if (operation != nullptr) operation->UpdatePreviousCursor();
@@ -135,7 +131,7 @@ bool CameraOperations::PerformOperations() {
   const bool blending = BlendProjection(activity);
 
   if (camera.IsFinite() && !CheckCamerasEqual(&camera, &snapshot)) ApplyCameraParameters(camera);
-  if (shotIsDone) EndShot();
+  if (doneShot != nullptr && doneShot == activeShot) EndShot();
 
   if (activity.active || blending) {
     RequestApplicationUpdate();
@@ -165,23 +161,24 @@ void CameraOperations::PerformActiveOperation(OperationType type) {
       [&](OperationObserver& observer) { observer.OnPerformOperation(type, frameDelta, camera); });
 }
 
-// The result says whether the shot is done. A shot that ends in this frame does not make it active.
-bool CameraOperations::PerformActiveShot(FrameActivity& activity) {
-  if (activeShot == nullptr) return false;
+// Returns the shot when this was its last step. A shot that ends in this frame does not make it active.
+std::shared_ptr<Shot> CameraOperations::PerformActiveShot(FrameActivity& activity) {
+  const std::shared_ptr<Shot> shot = activeShot;
+  if (shot == nullptr) return nullptr;
   const CameraParameters before = camera;
-  const bool goesOn = activeShot->PerformShot(frameDelta, camera);
+  const bool goesOn = shot->PerformShot(frameDelta, camera);
   KeepFinite(before, camera);
-  const ShotRole role = GetShotRole(*activeShot);
+  const ShotRole role = GetShotRole(*shot);
   activity.active = activity.active || goesOn;
   activity.rotating = activity.rotating || role == ShotRole::Rotating;
   activity.aligning = role == ShotRole::Aligning;
   activity.changingProjection = role == ShotRole::ChangingProjection;
-  return !goesOn;
+  return goesOn ? nullptr : shot;
 }
 
-// While the view rotates the tolerance is negative, which no direction meets: the view turns orthographic
-// only once the motion has stopped on an axis. An aligning view may turn a little early, so that the blend
-// has time to run.
+// While the view rotates the tolerance is negative, which no direction meets (the axes are of unit length):
+// the view turns orthographic only once the motion has stopped on an axis. An aligning view may turn a
+// little early, so that the blend has time to run.
 void CameraOperations::ChooseProjection(const FrameActivity& activity) {
   double tolerance = activity.rotating ? -Math::EPSILON_VALUE : Math::EPSILON_VALUE;
   if (applicationParameters.use_projection_transitions && activity.aligning) tolerance = orthoTolerance;
@@ -215,6 +212,7 @@ bool CameraOperations::BeginShot(Shot* shot) {
   if (shot == nullptr) return false;
   std::shared_ptr<Shot> begun(shot);
   EndShot();
+  EndShot();  // what the observer of the first may have begun
   QueryCameraParameters(camera);
   begun->InitShot(this);
   activeShot = std::move(begun);
@@ -224,8 +222,8 @@ bool CameraOperations::BeginShot(Shot* shot) {
   return true;
 }
 
-// The observer, and the hook, may end or begin shots themselves. The ending one is kept alive until both
-// have been told, and what they began stays.
+// The observer, and the hook, may themselves end or begin shots. The ending one is kept alive until both
+// have been told, each once, and what they began stays.
 bool CameraOperations::EndShot() {
   const std::shared_ptr<Shot> ending = activeShot;
   if (ending == nullptr) return true;
@@ -233,8 +231,8 @@ bool CameraOperations::EndShot() {
     observer->OnEndShot(ending.get(), camera);
   }
   if (activeShot != ending) return true;
+  activeShot.reset();
   OnEndShot(ending.get());
-  if (activeShot == ending) activeShot.reset();
   RequestApplicationUpdate();
   return true;
 }
@@ -243,7 +241,7 @@ bool CameraOperations::AdvanceActiveShot(double dt) {
   if (activeShot == nullptr) return false;
   QueryCameraParameters(camera);
   const CameraParameters snapshot = camera;
-  const bool goesOn = activeShot->PerformShot(dt, camera);
+  const bool goesOn = std::shared_ptr<Shot>(activeShot)->PerformShot(dt, camera);
   KeepFinite(snapshot, camera);
   if (goesOn && camera.IsFinite() && !CheckCamerasEqual(&camera, &snapshot)) {
     ApplyCameraParameters(camera);

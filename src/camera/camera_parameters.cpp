@@ -39,7 +39,7 @@ bool CameraParameters::IsFinite() const {
   return std::isfinite(projection_transition);
 }
 
-// A NaN differs from nothing, since no comparison with it fires.
+// No comparison with a NaN fires: it differs from nothing, but as a projection transition.
 bool CameraCheckEqual(const CameraParameters* a, const CameraParameters* b) {
   if (a == nullptr || b == nullptr) return false;
   for (const auto field : VECTORS) {
@@ -65,8 +65,12 @@ bool AlignCameraToUpDirection(CameraParameters& camera, const Vector3& up) {
 
 bool GetScreenRay(double x, double y, double width, double height, const CameraParameters& camera,
                   Vector3& origin, Vector3& direction) {
-  if (!(width > 0.0) || !(height > 0.0)) return false;
   const Vector3 view = camera.centre - camera.eye;
+  if (!(width > 0.0) || !(height > 0.0)) {
+    origin = camera.eye;
+    direction = view;
+    return false;
+  }
   const double length = view.Length();
   const Vector3 right = view.Cross(camera.up).Normalized();
   const Vector3 up = camera.up.Normalized();

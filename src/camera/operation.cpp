@@ -14,7 +14,9 @@ void Operation::InitOperation(int x, int y, const CameraOperations* operations) 
   hub = operations;
 }
 
+// The inputs are running sums: one bad number would poison them for good.
 void Operation::Update3DControllerInput(Vector3 translation, Vector3 rotation) {
+  if (!translation.IsFinite() || !rotation.IsFinite()) return;
   previousTranslationInput = translationInput;
   previousRotationInput = rotationInput;
   translationInput += translation;

@@ -4,8 +4,16 @@
 
 #include "camera/camera_frame.h"
 #include "korvane/camera_operations.h"
+#include "korvane/quaternion.h"
 
 namespace Korvane {
+
+namespace {
+
+// An angle that is no number would collapse the camera onto its pivot.
+double FiniteOrZero(double angle) { return std::isfinite(angle) ? angle : 0.0; }
+
+}  // namespace
 
 // The settings of the pull about one axis.
 struct OrbitOperation::SnapCurve {
@@ -122,11 +130,11 @@ double OrbitOperation::ChooseAngle(RotationType type, double remaining, double d
   const double multiplier = GetParameters().orbit_multiplier;
   double& rotation = snaps[type].rotation;
   if (IsCombined()) {
-    rotation = delta * multiplier;
+    rotation = FiniteOrZero(delta * multiplier);
   } else if (doSnap) {
-    rotation += GetNextRotation(type, remaining, delta);
+    rotation += FiniteOrZero(GetNextRotation(type, remaining, delta));
   } else {
-    rotation = total * multiplier;
+    rotation = FiniteOrZero(total * multiplier);
   }
   return rotation;
 }
@@ -159,15 +167,12 @@ void OrbitOperation::PerformFree(CameraParameters& camera) {
   SnapToClosestView(up, remainingX, remainingY);
 
   if (!parameters.constrain_orbit_horizontal) {
-    const double angle =
-        doSnap ? GetNextRotation(ROTATION_HORIZONTAL, remainingX, dx) : dx * parameters.orbit_multiplier;
-    const Quaternion q = Quaternion::AxisAngle(up, angle);
+    const Quaternion q = Quaternion::AxisAngle(up, GetFreeAngle(ROTATION_HORIZONTAL, remainingX, dx));
     toPivot = q.Rotate(toPivot);
     forward = q.Rotate(forward);
   }
   if (!parameters.constrain_orbit_vertical) {
-    const double angle =
-        doSnap ? GetNextRotation(ROTATION_VERTICAL, remainingY, dy) : dy * parameters.orbit_multiplier;
+    const double angle = GetFreeAngle(ROTATION_VERTICAL, remainingY, dy);
     const Quaternion q = Quaternion::AxisAngle(right.Normalized(), angle);
     toPivot = q.Rotate(toPivot);
     forward = q.Rotate(forward);
@@ -177,6 +182,11 @@ void OrbitOperation::PerformFree(CameraParameters& camera) {
   camera.eye = camera.pivot - toPivot.Normalize() * pivotDistance;
   camera.centre = camera.eye + forward.Normalize() * viewingDistance;
   camera.up = up.Normalize();
+}
+
+double OrbitOperation::GetFreeAngle(RotationType type, double remaining, double delta) {
+  return FiniteOrZero(doSnap ? GetNextRotation(type, remaining, delta)
+                             : delta * GetParameters().orbit_multiplier);
 }
 
 // ---- snapping ----
@@ -227,35 +237,24 @@ void OrbitOperation::SnapToClosestView(const Vector3& upAxis, double& remainingX
   const Vector3 view = workingCamera.centre - workingCamera.eye;
   const Vector3 forward = KeepsUp() ? view.Normalized() : view;
   const Vector3 target = -standardViews.GetClosestAlignDir(forward, false).Normalized();
-  if (KeepsUp()) {
-    MeasureTurntable(upAxis, target, remainingX, remainingY);
-  } else {
-    MeasureFree(upAxis, target, remainingX, remainingY);
-  }
-  ReleaseSnapOnNewView(upAxis, target);
-}
-
-void OrbitOperation::MeasureTurntable(const Vector3& upAxis, const Vector3& target, double& remainingX,
-                                      double& remainingY) const {
-  const Vector3 forward = ViewDirection(workingCamera);
   const bool alongAxis = std::abs(std::abs(upAxis.Dot(forward)) - 1.0) < Math::EPSILON_VALUE;
-  if (alongAxis) {
+  if (!KeepsUp()) {
+    MeasureRemaining(forward, forward, target, upAxis, remainingX, remainingY);
+  } else if (alongAxis) {
     // A horizontal angle has no meaning for the view, so the camera's up stands in for it.
     const Vector3 face = -standardViews.GetClosestAlignDir(workingCamera.up, true).Normalized();
     remainingX = Vector3(workingCamera.up).FindAngleWith(face, upAxis);
     remainingY = 0.0;
-    return;
+  } else {
+    MeasureRemaining(forward, ProjectOnPlane(forward, upAxis), target, upAxis, remainingX, remainingY);
   }
-  remainingX = ProjectOnPlane(forward, upAxis).FindAngleWith(ProjectOnPlane(target, upAxis), upAxis);
-  const Quaternion q = Quaternion::AxisAngle(upAxis, remainingX);
-  const Vector3 right = q.Rotate(forward.Cross(workingCamera.up));
-  remainingY = q.Rotate(forward).FindAngleWith(target, right);
+  ReleaseSnapOnNewView(upAxis, target);
 }
 
-void OrbitOperation::MeasureFree(const Vector3& upAxis, const Vector3& target, double& remainingX,
-                                 double& remainingY) const {
-  const Vector3 forward = workingCamera.centre - workingCamera.eye;
-  remainingX = Vector3(forward).FindAngleWith(ProjectOnPlane(target, upAxis), upAxis);
+// First about the up axis, from `heading` to the target laid flat; then, so turned, about the right.
+void OrbitOperation::MeasureRemaining(const Vector3& forward, Vector3 heading, const Vector3& target,
+                                      const Vector3& upAxis, double& remainingX, double& remainingY) const {
+  remainingX = heading.FindAngleWith(ProjectOnPlane(target, upAxis), upAxis);
   const Quaternion q = Quaternion::AxisAngle(upAxis, remainingX);
   const Vector3 right = q.Rotate(forward.Cross(workingCamera.up));
   remainingY = q.Rotate(forward).FindAngleWith(target, right);

@@ -11,7 +11,7 @@ namespace Korvane {
 /// As a turntable (`preserve_orbit_up_direction`) the camera keeps its relation to an up axis and is always
 /// computed from the start of the drag, so nothing drifts. In the free mode each frame's motion is applied
 /// to the last frame, in the camera's own axes. On both lies optional snapping: near one of the 26
-/// standard views the motion speeds up towards the view, lands on it exactly, and holds until the cursor
+/// standard views the motion speeds up towards the view, lands on it, and holds until the cursor
 /// has left a dead zone.
 class OrbitOperation : public Operation {
  public:
@@ -51,12 +51,11 @@ class OrbitOperation : public Operation {
   void PerformTurntable(CameraParameters& camera);
   void PerformFree(CameraParameters& camera);
   double ChooseAngle(RotationType type, double remaining, double delta, double total);
+  double GetFreeAngle(RotationType type, double remaining, double delta);
   bool ReversesHorizontalSense(const Vector3& upAxis) const;
 
-  void MeasureTurntable(const Vector3& upAxis, const Vector3& target, double& remainingX,
-                        double& remainingY) const;
-  void MeasureFree(const Vector3& upAxis, const Vector3& target, double& remainingX,
-                   double& remainingY) const;
+  void MeasureRemaining(const Vector3& forward, Vector3 heading, const Vector3& target, const Vector3& upAxis,
+                        double& remainingX, double& remainingY) const;
   void ReleaseSnapOnNewView(const Vector3& upAxis, const Vector3& target);
 
   CameraParameters initialCamera;

@@ -4,14 +4,17 @@ namespace Korvane {
 
 namespace {
 
-// (front, up, side). Edges run through the pairs of axes in the cycle; corners count in binary.
+// (front, up, side). Faces; edges, through the pairs of axes in the cycle; corners, counting in binary.
+// clang-format off
 constexpr int VIEWS[StandardViews::COUNT][3] = {
-    {-1, 0, 0},  {1, 0, 0},  {0, -1, 0},   {0, 1, 0},   {0, 0, -1},  {0, 0, 1},  // faces
-    {-1, -1, 0}, {-1, 1, 0}, {1, -1, 0},   {1, 1, 0},                            // edges
-    {0, -1, -1}, {0, -1, 1}, {0, 1, -1},   {0, 1, 1},   {-1, 0, -1}, {1, 0, -1},
-    {-1, 0, 1},  {1, 0, 1},  {-1, -1, -1}, {-1, -1, 1}, {-1, 1, -1}, {-1, 1, 1},  // corners
-    {1, -1, -1}, {1, -1, 1}, {1, 1, -1},   {1, 1, 1},
+    {-1, 0, 0}, {1, 0, 0}, {0, -1, 0}, {0, 1, 0}, {0, 0, -1}, {0, 0, 1},
+    {-1, -1, 0}, {-1, 1, 0}, {1, -1, 0}, {1, 1, 0},
+    {0, -1, -1}, {0, -1, 1}, {0, 1, -1}, {0, 1, 1},
+    {-1, 0, -1}, {1, 0, -1}, {-1, 0, 1}, {1, 0, 1},
+    {-1, -1, -1}, {-1, -1, 1}, {-1, 1, -1}, {-1, 1, 1},
+    {1, -1, -1}, {1, -1, 1}, {1, 1, -1}, {1, 1, 1},
 };
+// clang-format on
 
 }  // namespace
 

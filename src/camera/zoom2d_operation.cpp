@@ -8,7 +8,7 @@ namespace Korvane {
 
 namespace {
 
-// 1.005 in single precision, widened: hosts have recorded sizes that came of exactly this number.
+// 1.005 in single precision, widened.
 constexpr double FACTOR_OF_ONE_PIXEL = 1.0049999952316284;
 constexpr double PIXELS_TO_DECIDE = 11.0;
 

@@ -40,11 +40,6 @@ Vector3 ZoomOperation::EyeAt(double ratio) const {
   return initialCamera.pivot - (initialCamera.pivot - initialCamera.eye) * ratio;
 }
 
-Vector3 ZoomOperation::CentreAtPivotDepth(const Vector3& eye, double beyond) const {
-  const Vector3 forward = ViewDirection(initialCamera);
-  return eye + forward * ((initialCamera.pivot - eye).Dot(forward) + beyond);
-}
-
 void ZoomOperation::PerformOperation(double /*dt*/, CameraParameters& camera) {
   if (hub == nullptr) return;
   const double offset = GetCursorOffset();
@@ -66,9 +61,14 @@ void ZoomOperation::PerformOperation(double /*dt*/, CameraParameters& camera) {
 // False when the camera is not to change at all.
 bool ZoomOperation::MoveCamera(double offset, double ratio, CameraParameters& camera) {
   if (offset > 0.0) return MoveBack(offset, camera);
-  if (camera.IsOrthographic()) return MoveInOrthographic(ratio, camera);
-  if (ratio < GetParameters().zoom_min_limit) return PushPastLimit(offset, camera);
-  MoveInPerspective(ratio, camera);
+  const double limit = GetParameters().zoom_min_limit;
+  const bool pastLimit = ratio < limit;
+  if (camera.IsOrthographic() && (pastLimit || limit > ViewingDistance(camera))) {
+    unitAmount = 1.0;
+    return false;
+  }
+  if (pastLimit) return PushPastLimit(offset, camera);
+  MoveIn(ratio, camera);
   return true;
 }
 
@@ -78,7 +78,8 @@ bool ZoomOperation::MoveBack(double offset, CameraParameters& camera) {
     unitAmount = 0.0;
     return false;
   }
-  const double ratio = std::pow(parameters.zoom_sensitivity, offset - parameters.zoom_out_snap_size);
+  const double deadPixels = Math::Max(0.0, parameters.zoom_out_snap_size);
+  const double ratio = std::pow(parameters.zoom_sensitivity, offset - deadPixels);
   camera.eye = EyeAt(ratio);
 
   const Vector3 toPivot = (initialCamera.pivot - initialCamera.eye).Normalized();
@@ -88,25 +89,20 @@ bool ZoomOperation::MoveBack(double offset, CameraParameters& camera) {
   if (limited) camera.eye = initialCamera.eye - toPivot * limit;
   unitAmount = limit > 0.0 ? (limited ? -1.0 : -movedBack / limit) : 0.0;
 
-  camera.centre = CentreAtPivotDepth(camera.eye, camera.IsOrthographic() ? ratio * axisOffset : 0.0);
+  PlaceCentre(ratio, camera);
   return true;
 }
 
-bool ZoomOperation::MoveInOrthographic(double ratio, CameraParameters& camera) {
-  const double limit = GetParameters().zoom_min_limit;
-  if (limit > ViewingDistance(camera) || ratio < limit) {
-    unitAmount = 1.0;
-    return false;
-  }
-  camera.eye = EyeAt(ratio);
-  camera.centre = CentreAtPivotDepth(camera.eye, ratio * axisOffset);
-  unitAmount = 1.0 - Math::LinearClamp(ratio, limit, 1.0);
-  return true;
+// At the depth of the pivot; in orthographic the centre keeps its own place beyond it, in scale.
+void ZoomOperation::PlaceCentre(double ratio, CameraParameters& camera) const {
+  const Vector3 forward = ViewDirection(initialCamera);
+  const double beyond = camera.IsOrthographic() ? ratio * axisOffset : 0.0;
+  camera.centre = camera.eye + forward * ((initialCamera.pivot - camera.eye).Dot(forward) + beyond);
 }
 
-void ZoomOperation::MoveInPerspective(double ratio, CameraParameters& camera) {
+void ZoomOperation::MoveIn(double ratio, CameraParameters& camera) {
   camera.eye = EyeAt(ratio);
-  camera.centre = CentreAtPivotDepth(camera.eye, 0.0);
+  PlaceCentre(ratio, camera);
   unitAmount = 1.0 - Math::LinearClamp(ratio, GetParameters().zoom_min_limit, 1.0);
 }
 

@@ -20,12 +20,11 @@ class ZoomOperation : public Operation {
  private:
   double GetCursorOffset() const;
   Vector3 EyeAt(double ratio) const;
-  Vector3 CentreAtPivotDepth(const Vector3& eye, double beyond) const;
+  void PlaceCentre(double ratio, CameraParameters& camera) const;
 
   bool MoveCamera(double offset, double ratio, CameraParameters& camera);
   bool MoveBack(double offset, CameraParameters& camera);
-  bool MoveInOrthographic(double ratio, CameraParameters& camera);
-  void MoveInPerspective(double ratio, CameraParameters& camera);
+  void MoveIn(double ratio, CameraParameters& camera);
   bool PushPastLimit(double offset, CameraParameters& camera);
   void ScaleOrthographicSize(CameraParameters& camera) const;
 

@@ -28,7 +28,7 @@ ChangingInTimeValue& ChangingInTimeValue::operator=(double value) {
 }
 
 void ChangingInTimeValue::Start() {
-  Stop();
+  Rest();
   changingInTime = true;
   timer.Start();
 }
@@ -38,25 +38,32 @@ void ChangingInTimeValue::Start(double initial, double final, double time, Inter
   Start();
 }
 
-void ChangingInTimeValue::Stop() const {
+void ChangingInTimeValue::Rest() const {
   elapsedTime = 0.0;
-  if (!changingInTime) return;
-  timer.End();
   changingInTime = false;
 }
 
 double ChangingInTimeValue::GetValue() const {
   if (!changingInTime) return finalValue;
-  timer.End();
+  timer.Lap();
   elapsedTime += timer.GetLastInterval();
-  if (elapsedTime > totalTime) {
-    Stop();
+  return GetValueNow();
+}
+
+double ChangingInTimeValue::StartAndRead() const {
+  elapsedTime = 0.0;
+  changingInTime = true;
+  timer.Start();
+  return GetValueNow();
+}
+
+// A time that is no number has run out.
+double ChangingInTimeValue::GetValueNow() const {
+  if (!(elapsedTime <= totalTime)) {
+    Rest();
     return finalValue;
   }
-  const double value =
-      interpolationMethod == INTERPOLATION_EASED ? GetEaseClampValue() : GetLinearClampValue();
-  timer.Start();
-  return value;
+  return interpolationMethod == INTERPOLATION_EASED ? GetEaseClampValue() : GetLinearClampValue();
 }
 
 double ChangingInTimeValue::GetLinearClampValue() const {
@@ -145,11 +152,9 @@ void ChangingInTimeValueChain::SetValue(double value) {
 double ChangingInTimeValueChain::GetValue() const {
   if (values.empty()) return 0.0;
   if (startPending) {
-    Current().Start();
-    const double value = Current().GetValue();
     running = true;
     startPending = false;
-    return value;
+    return Current().StartAndRead();
   }
   if (Current().IsChangingInTime()) {
     running = true;
@@ -158,8 +163,7 @@ double ChangingInTimeValueChain::GetValue() const {
   if (!IsAtLast()) {
     running = true;
     ++currentIndex;
-    Current().Start();
-    return Current().GetValue();
+    return Current().StartAndRead();
   }
   running = false;
   return values.back().GetValue();

@@ -30,11 +30,12 @@ std::map<std::uint64_t, IntervalTimerImpl*>& IntervalTimerImpl::Timers() {
 }
 
 bool IntervalTimerImpl::Start(double seconds, bool repeatedly) {
-  if (!std::isfinite(seconds) || seconds < 0.0) return false;
   Stop();
   repeat = repeatedly;
+  const double milliseconds = std::trunc(seconds * 1000.0);
+  if (!std::isfinite(milliseconds) || milliseconds < 0.0) return false;
   const double longest = std::numeric_limits<std::uint32_t>::max();
-  const auto period = static_cast<std::uint32_t>(std::min(seconds * 1000.0, longest));
+  const auto period = static_cast<std::uint32_t>(std::min(milliseconds, longest));
   timerID = GetPlatform().SetTimer(period, &TimerProc);
   if (timerID == 0) return false;
   Timers()[timerID] = this;

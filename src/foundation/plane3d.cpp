@@ -2,9 +2,8 @@
 
 namespace Korvane {
 
-void Plane3D::SetNormalAndPoint(const Vector3& normalValue, const Vector3& pointValue) {
-  normal = normalValue;
-  normal.Normalize();
+void Plane3D::SetNormalAndPoint(Vector3 normalValue, Vector3 pointValue) {
+  normal = normalValue.Normalize();
   normalLength = normal == Vector3::Zero ? 0.0 : 1.0;
   point = pointValue;
 }

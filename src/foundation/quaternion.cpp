@@ -18,8 +18,7 @@ int LargestDiagonal(const Vector3 m[3]) {
 }
 
 Vector3 UnitPerpendicular(const Vector3& v) {
-  if (std::abs(v.x) >= std::abs(v.y)) return Vector3(-v.z, 0.0, v.x) / std::sqrt(v.x * v.x + v.z * v.z);
-  return Vector3(0.0, v.z, -v.y) / std::sqrt(v.y * v.y + v.z * v.z);
+  return (std::abs(v.x) >= std::abs(v.y) ? Vector3(-v.z, 0.0, v.x) : Vector3(0.0, v.z, -v.y)).Normalized();
 }
 
 }  // namespace
@@ -83,14 +82,14 @@ double Quaternion::Normalize() {
     *this = ZERO;
     return 0.0;
   }
-  *this = *this * (1.0 / length);
+  *this = *this / length;
   return length;
 }
 
 Quaternion Quaternion::Inverse() const {
   const double squaredLength = Dot(*this);
   if (!(squaredLength > 0.0)) return ZERO;
-  return Quaternion(w, -x, -y, -z) * (1.0 / squaredLength);
+  return Quaternion(w, -x, -y, -z) / squaredLength;
 }
 
 void Quaternion::Slerp(double t, const Quaternion& p, const Quaternion& q) {

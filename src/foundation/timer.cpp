@@ -14,6 +14,14 @@ void Timer::End() {
   totalTime += lastInterval;
 }
 
+void Timer::Lap() {
+  const double now = GetTime();
+  endTime = startTime == 0.0 ? 0.0 : now;
+  lastInterval = endTime - startTime;
+  totalTime += lastInterval;
+  startTime = now;
+}
+
 double Timer::GetTime() { return GetPlatform().GetTickCount() / 1000.0; }
 
 }  // namespace Korvane

@@ -1,7 +1,10 @@
 #include "korvane/pixel_icon2d.h"
 
 #include <cmath>
+#include <cstddef>
 #include <cstring>
+#include <limits>
+#include <new>
 
 namespace Korvane {
 
@@ -9,17 +12,23 @@ namespace {
 
 constexpr std::size_t BYTES_PER_PIXEL = 4;
 
+// 0 for an image that has no pixels or that no memory can hold.
 std::size_t BufferSize(int width, int height) {
-  return static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * BYTES_PER_PIXEL;
+  if (width < 1 || height < 1) return 0;
+  const std::size_t rowSize = static_cast<std::size_t>(width) * BYTES_PER_PIXEL;
+  const auto rows = static_cast<std::size_t>(height);
+  const bool fits = rows <= std::numeric_limits<std::size_t>::max() / 2 / rowSize;
+  return fits ? rowSize * rows : 0;
 }
 
 }  // namespace
 
 PixelIcon2D::PixelIcon2D(int width, int height, const unsigned char* pixels, PixelFormat format)
     : imageWidth(width), imageHeight(height), pixelFormat(format) {
-  if (width < 1 || height < 1 || pixels == nullptr) return;
-  imagePixels.reset(new unsigned char[BufferSize(width, height)]);
-  std::memcpy(imagePixels.get(), pixels, BufferSize(width, height));
+  const std::size_t size = BufferSize(width, height);
+  if (size == 0 || pixels == nullptr) return;
+  imagePixels.reset(new (std::nothrow) unsigned char[size]);
+  if (imagePixels != nullptr) std::memcpy(imagePixels.get(), pixels, size);
 }
 
 PixelIcon2D::~PixelIcon2D() = default;

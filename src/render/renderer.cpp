@@ -1,7 +1,9 @@
 #include "korvane/renderer.h"
 
+#include <cstddef>
 #include <utility>
 
+#include "camera/view_size.h"
 #include "korvane/camera_parameters.h"
 
 namespace Korvane {
@@ -25,7 +27,11 @@ void Renderer::DecrementTextureUsage(TextureID id) {
 }
 
 void Renderer::WantTexture(TextureID id, bool wanted) {
-  wanted ? IncrementTextureUsage(id) : DecrementTextureUsage(id);
+  if (wanted) {
+    IncrementTextureUsage(id);
+  } else {
+    DecrementTextureUsage(id);
+  }
 }
 
 void Renderer::ApplyTextureUsage() {
@@ -124,18 +130,15 @@ DynamicIcon2D* Renderer::CreateMiniWheelLabelByID(int id) {
 
 namespace {
 
-double Tangent(double degrees) { return std::tan(degrees * Math::DEG_TO_RAD); }
-
 // From the eye through a pixel; the wider half angle counts on both sides.
 Ray PerspectiveRay(const Vector2& point, const Box2& viewport, const CameraParameters& camera) {
   const Vector3 forward = camera.centre - camera.eye;
   const Vector3 right = forward.Cross(camera.up);
   const Vector3 up = right.Cross(forward);
   const double distance = forward.Length();
-  const double horizontal =
-      Math::Max(distance * Tangent(camera.right_fov), distance * Tangent(camera.left_fov));
-  const double vertical =
-      Math::Max(distance * Tangent(camera.top_fov), distance * Tangent(camera.bottom_fov));
+  const FrustumTangents tangents(camera);
+  const double horizontal = Math::Max(distance * tangents.right, distance * tangents.left);
+  const double vertical = Math::Max(distance * tangents.top, distance * tangents.bottom);
   const double nx = (point.x - viewport.center.x) / viewport.halfExtent.x;
   const double ny = (point.y - viewport.center.y) / viewport.halfExtent.y;
   const Vector3 through = forward + right.Normalized() * horizontal * nx + up.Normalized() * vertical * ny;
@@ -148,6 +151,7 @@ bool Renderer::BeginSelection(const Vector2& point, const Box2& viewport, const 
                               RenderMode mode) {
   selectionDistance = Math::MAX_VALUE;
   selection = -1;
+  selectionRay = Ray();
   if (mode == RENDER_OVERLAY) {
     selectionRay = Ray(Vector3(point.x, point.y, -1.0), Vector3(0.0, 0.0, 1.0));
     return true;
@@ -173,7 +177,7 @@ bool Renderer::RenderSelectionGeometry(unsigned vertexCount, const float* vertic
     for (const auto& triangle : triangles) {
       double distance = Math::MAX_VALUE;
       hit = selectionRay.IntersectTriangle(triangle, distance) || hit;
-      nearest = Math::Min(nearest, distance);
+      if (distance < nearest) nearest = distance;
     }
     if (!hit || !(nearest < selectionDistance)) continue;
     selectionDistance = nearest;
@@ -196,7 +200,7 @@ bool Renderer::QueryScreenRectRaySceneIntersection(int /*left*/, int /*bottom*/,
   return false;
 }
 
-bool Renderer::BeginMouseoverComponent(bool /*begin*/) { return false; }
+bool Renderer::BeginMouseoverComponent(bool /*highlightFaces*/) { return false; }
 bool Renderer::GetMouseoverComponent(Vector2 /*pixel*/, Vector3& /*point*/, Vector3& /*normal*/) {
   return false;
 }
