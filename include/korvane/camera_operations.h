@@ -135,9 +135,11 @@ class ZOVTOOLS_API CameraOperations {
 
   // ---- view fitting ----
 
-  /// Brings a pivot that has left the view back onto its axis, at its depth. False when it is in view.
+  /// Brings a pivot that has left the view back onto its axis, at its depth. False when it is in view; an
+  /// orthographic view counts at twice its size.
   virtual bool ConstrainPivotToViewport();
-  /// Straightens the camera in an animated move. False when there is nothing to straighten.
+  /// Straightens the camera in an animated move. False when there is nothing to straighten, and for a
+  /// duration that is not finite.
   virtual bool AlignToSceneUpDirection(double duration);
   /// Leaves orthographic, where `auto_switch_projection` allows it. True when the view is perspective now.
   virtual bool AutoSwitchToPerspectiveProjection();
@@ -189,6 +191,7 @@ class ZOVTOOLS_API CameraOperations {
   void ForEachOperationType(Call call);
 
   std::unique_ptr<Operation>& SlotOf(OperationType type);
+  bool ApplyIfFinite(const CameraParameters& view);
   double RadiusOrGlobal(double radius);
   Box3 BoxOrGlobal(const Box3& box);
 
@@ -204,6 +207,7 @@ class ZOVTOOLS_API CameraOperations {
   std::shared_ptr<Shot> PerformActiveShot(FrameActivity& activity);
   void ChooseProjection(const FrameActivity& activity);
   bool BlendProjection(const FrameActivity& activity);
+  bool FitsBox() const;
   bool ShowsOrthographic(const CameraParameters& view, const Vector3& direction) const;
   bool TransitionTo(const CameraParameters& target, double duration);
   bool IsInOrthoRange(const Vector3& direction, double tolerance) const;

@@ -19,7 +19,8 @@ class ZOVTOOLS_API Shot {
   /// Called once, after the host's camera has been queried. A null hub changes nothing.
   virtual void InitShot(const CameraOperations* hub);
   /// Writes the camera for the present moment, then lets `dt` seconds pass. The call that finds the time
-  /// run out writes the end of the move and returns false; until then the result is true.
+  /// run out writes the end of the move and returns false; until then the result is true. A shot whose record
+  /// makes no sense returns false and writes nothing.
   virtual bool PerformShot(double dt, CameraParameters& camera) = 0;
   /// Seconds, with the dt of the last step.
   virtual double GetElapsedTime() const;

@@ -100,9 +100,12 @@ struct ZoomShotParameters {
 /// Blends to another projection. The host must check that `use_projection_transitions` is set: without it
 /// the shot has no cameras and writes a default record.
 struct ProjectionTransitionShotParameters {
+  static constexpr std::int32_t PROJECTION_PERSPECTIVE = 0;
+  static constexpr std::int32_t PROJECTION_ORTHOGRAPHIC = 1;
+
   double easeEnd = 0.0;
   double duration = 0.0;
-  std::int32_t targetProjection = 0;  ///< As CameraParameters::projection_type.
+  std::int32_t targetProjection = PROJECTION_PERSPECTIVE;  ///< As CameraParameters::projection_type.
 };
 
 /// Plays back a recorded path, linearly.

@@ -130,7 +130,7 @@ bool CameraOperations::PerformOperations() {
   if (camera.perspective_with_ortho) ChooseProjection(activity);
   const bool blending = BlendProjection(activity);
 
-  if (camera.IsFinite() && !CheckCamerasEqual(&camera, &snapshot)) ApplyCameraParameters(camera);
+  if (!CheckCamerasEqual(&camera, &snapshot)) ApplyIfFinite(camera);
   if (doneShot != nullptr && doneShot == activeShot) EndShot();
 
   if (activity.active || blending) {
@@ -206,15 +206,22 @@ bool CameraOperations::BlendProjection(const FrameActivity& activity) {
   return false;
 }
 
+// No bad number reaches the host, not even its own.
+bool CameraOperations::ApplyIfFinite(const CameraParameters& view) {
+  if (!view.IsFinite()) return false;
+  ApplyCameraParameters(view);
+  return true;
+}
+
 // ---- shots ----
 
 bool CameraOperations::BeginShot(Shot* shot) {
   if (shot == nullptr) return false;
   std::shared_ptr<Shot> begun(shot);
   EndShot();
-  EndShot();  // what the observer of the first may have begun
   QueryCameraParameters(camera);
   begun->InitShot(this);
+  EndShot();  // what the first one's observer, or a hook, may have begun meanwhile
   activeShot = std::move(begun);
   activeShotObserver = nullptr;
   OnBeginShot(shot);
@@ -243,10 +250,7 @@ bool CameraOperations::AdvanceActiveShot(double dt) {
   const CameraParameters snapshot = camera;
   const bool goesOn = std::shared_ptr<Shot>(activeShot)->PerformShot(dt, camera);
   KeepFinite(snapshot, camera);
-  if (goesOn && camera.IsFinite() && !CheckCamerasEqual(&camera, &snapshot)) {
-    ApplyCameraParameters(camera);
-    RequestApplicationUpdate();
-  }
+  if (goesOn && !CheckCamerasEqual(&camera, &snapshot) && ApplyIfFinite(camera)) RequestApplicationUpdate();
   return true;
 }
 

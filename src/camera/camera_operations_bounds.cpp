@@ -85,7 +85,7 @@ void CameraOperations::SetGeometrySelection(double radius, Vector3 centre) {
   if (!applicationParameters.tool_selection_sensitivity) return;
   QueryCameraParameters(camera);
   camera.pivot = centre;
-  if (camera.IsFinite()) ApplyCameraParameters(camera);
+  ApplyIfFinite(camera);
 }
 
 void CameraOperations::SetBoundingBoxSelection(Box3 box, Vector3 centre) {

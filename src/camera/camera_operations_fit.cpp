@@ -64,11 +64,18 @@ struct Range {
   double Middle() const { return (high + low) / 2.0; }
 };
 
+// A wedge of the view, in the plane of one axis and the depth, has its middle line at this slope: position
+// against depth. Zero but for an asymmetric frustum.
+double MiddleSlope(double lowAngle, double highAngle) {
+  const double skew = (highAngle - lowAngle) / 2.0;
+  return std::abs(skew) > Math::EPSILON_VALUE ? std::tan(skew) : 0.0;
+}
+
 // Two opposite planes of the frustum, as lines in the plane of one axis of the view and its depth. The
 // slopes are those of depth against the axis; each line is pushed against the corners from inside.
 class FrustumWedge {
  public:
-  // `low` and `high` are the half angles, in radians, on the negative and the positive side of the axis.
+  // `lowAngle` and `highAngle` are the half angles, in radians, on the negative and the positive side.
   FrustumWedge(double lowAngle, double highAngle)
       : low(lowAngle, -1.0 / std::tan(lowAngle)), high(highAngle, 1.0 / std::tan(highAngle)) {}
 
@@ -77,16 +84,16 @@ class FrustumWedge {
     high.Include(position, depth);
   }
 
-  // Where the two lines meet: the eye that this axis alone would ask for.
-  double ApexPosition() const { return (high.offset - low.offset) / (low.slope - high.slope); }
-  double ApexDepth() const { return ApexPosition() * low.slope + low.offset; }
+  // Where the two lines meet, as (position, depth): the eye that this axis alone would ask for.
+  Vector2 Apex() const {
+    const double position = (high.offset - low.offset) / (low.slope - high.slope);
+    return {position, position * low.slope + low.offset};
+  }
 
   // The position of the eye at another depth, moved along the middle of the wedge.
   double PositionAtDepth(double depth) const {
-    const double skew = (high.angle - low.angle) / 2.0;
-    if (!(std::abs(skew) > Math::EPSILON_VALUE)) return ApexPosition();
-    const double k = 1.0 / std::tan(skew);
-    return ApexPosition() - ApexDepth() / k + depth / k;
+    const Vector2 apex = Apex();
+    return apex.x + (depth - apex.y) * MiddleSlope(low.angle, high.angle);
   }
 
  private:
@@ -126,31 +133,27 @@ void FitOrthographicSize(double width, double height, CameraParameters& camera) 
   camera.ortho_height = wide ? width / aspect : height;
 }
 
+// The smaller side shows the whole sphere.
+void FitOrthographicSizeToSphere(double radius, CameraParameters& camera) {
+  const double aspect = OrthographicAspect(camera);
+  const double diameter = 2.0 * radius;
+  camera.ortho_width = aspect > 1.0 ? diameter * aspect : diameter;
+  camera.ortho_height = aspect > 1.0 ? diameter : diameter / aspect;
+}
+
 bool Store(const CameraParameters& result, CameraParameters& camera) {
   if (!result.IsFinite()) return false;
   camera = result;
   return true;
 }
 
-// The middle line of an asymmetric frustum in the plane of one axis of the view and its depth.
-struct SkewAxis {
-  double position = 0.0;
-  double depth = 1.0;
-
-  explicit SkewAxis(double skew) {
-    if (std::abs(skew) < Math::EPSILON_VALUE) return;
-    const double sign = skew < 0.0 ? -1.0 : 1.0;
-    Vector2 axis(sign, sign / std::tan(skew));
-    axis.Normalize();
-    position = axis.x;
-    depth = axis.y;
-  }
-
-  // Slides a point of the line to another depth.
-  double PositionAtDepth(double from, double fromDepth, double toDepth) const {
-    return from + (toDepth - fromDepth) * position / depth;
-  }
-};
+// A wedge of half angles, in radians, whose planes a sphere touches: the eye that it alone would ask for, as
+// (position, depth) relative to the middle of the sphere.
+Vector2 TouchSphere(double lowAngle, double highAngle, double radius) {
+  const double distance = std::abs(radius / std::sin((lowAngle + highAngle) / 2.0));
+  const double skew = std::atan(MiddleSlope(lowAngle, highAngle));
+  return {-std::sin(skew) * distance, -std::cos(skew) * distance};
+}
 
 }  // namespace
 
@@ -184,8 +187,9 @@ bool CameraOperations::FitBoundingBoxToView(const Vector3& centre, Box3 box, Vec
   }
   FitOrthographicSize(across.Size(), upward.Size(), result);
 
-  const double depth = Math::Min(horizontal.ApexDepth(), vertical.ApexDepth());
   const bool orthographic = ShowsOrthographic(view, direction);
+  double depth = Math::Min(horizontal.Apex().y, vertical.Apex().y);
+  if (orthographic && !std::isfinite(depth)) depth = 0.0;  // no half angles: the eye keeps its depth
   const Vector3 offset =
       orthographic ? Vector3(across.Middle(), upward.Middle(), depth)
                    : Vector3(horizontal.PositionAtDepth(depth), vertical.PositionAtDepth(depth), depth);
@@ -202,35 +206,27 @@ bool CameraOperations::FitBoundingSphereToView(const Vector3& centre, double rad
   const FitFrame frame{view.eye, direction.Cross(up).Normalized(), GetUpDirection(up, direction), direction};
   const Vector3 middle = frame.ToLocal(centre);
 
-  const double horizontalAngle = (view.left_fov + view.right_fov) / 2.0 * Math::DEG_TO_RAD;
-  const double verticalAngle = (view.top_fov + view.bottom_fov) / 2.0 * Math::DEG_TO_RAD;
-  const double horizontalDistance = std::abs(radius / std::sin(horizontalAngle));
-  const double verticalDistance = std::abs(radius / std::sin(verticalAngle));
-  const SkewAxis horizontal((view.right_fov - view.left_fov) * Math::DEG_TO_RAD / 2.0);
-  const SkewAxis vertical((view.top_fov - view.bottom_fov) * Math::DEG_TO_RAD / 2.0);
-
-  // Each axis asks for a depth; the one further back rules, and the other slides along its middle.
-  const double horizontalDepth = middle.z - horizontal.depth * horizontalDistance;
-  const double verticalDepth = middle.z - vertical.depth * verticalDistance;
-  const double depth = Math::Min(horizontalDepth, verticalDepth);
-  const double x = middle.x - horizontal.position * horizontalDistance;
-  const double y = middle.y - vertical.position * verticalDistance;
-  const Vector3 offset(horizontal.PositionAtDepth(x, horizontalDepth, depth),
-                       vertical.PositionAtDepth(y, verticalDepth, depth), depth);
+  const double left = view.left_fov * Math::DEG_TO_RAD;
+  const double right = view.right_fov * Math::DEG_TO_RAD;
+  const double bottom = view.bottom_fov * Math::DEG_TO_RAD;
+  const double top = view.top_fov * Math::DEG_TO_RAD;
+  const Vector2 horizontal = TouchSphere(left, right, radius);
+  const Vector2 vertical = TouchSphere(bottom, top, radius);
+  // The eye further back rules; the other slides back along its middle.
+  const double depth = Math::Min(horizontal.y, vertical.y);
+  const Vector3 offset(horizontal.x + (depth - horizontal.y) * MiddleSlope(left, right),
+                       vertical.x + (depth - vertical.y) * MiddleSlope(bottom, top), depth);
 
   CameraParameters result = view;
-  const double smallerSize = Math::Min(view.ortho_width, view.ortho_height);
-  if (smallerSize > 0.0) {
-    const double scale = 2.0 * radius / smallerSize;
-    result.ortho_width *= scale;
-    result.ortho_height *= scale;
-  }
+  FitOrthographicSizeToSphere(radius, result);
   if (ShowsOrthographic(view, direction)) {
-    result.eye =
-        centre - direction * (horizontalAngle > verticalAngle ? verticalDistance : horizontalDistance);
+    const Vector2& narrower = left + right > top + bottom ? vertical : horizontal;
+    const double distance = narrower.Length();
+    const double present = (view.centre - view.eye).Length();  // for a view without half angles
+    result.eye = centre - direction * (std::isfinite(distance) ? distance : present);
     result.centre = centre;
   } else {
-    result.eye = frame.ToWorld(offset);
+    result.eye = frame.ToWorld(middle + offset);
     result.centre = result.eye + direction * (centre - result.eye).Length();
   }
   result.pivot = result.centre;
@@ -259,22 +255,22 @@ bool CameraOperations::TransitionCameraToFitBoundingSphere(const Vector3& centre
   return TransitionTo(target, FIT_DURATION);
 }
 
+bool CameraOperations::FitsBox() const {
+  return applicationParameters.global_bound_geometry == ApplicationParameters::BoundGeometryType::Box;
+}
+
 bool CameraOperations::FitAllToView() {
   RecalculateGlobalBounds();
   const ApplicationParameters& p = applicationParameters;
-  if (p.global_bound_geometry == ApplicationParameters::BoundGeometryType::Box) {
-    return TransitionCameraToFitBoundingBox(p.global_bound_centre, p.global_bound_box);
-  }
-  return TransitionCameraToFitBoundingSphere(p.global_bound_centre, p.global_bound_radius);
+  return FitsBox() ? TransitionCameraToFitBoundingBox(p.global_bound_centre, p.global_bound_box)
+                   : TransitionCameraToFitBoundingSphere(p.global_bound_centre, p.global_bound_radius);
 }
 
 bool CameraOperations::FitSelectionToView() {
   RecalculateSceneBounds();
   const ApplicationParameters& p = applicationParameters;
-  if (p.global_bound_geometry == ApplicationParameters::BoundGeometryType::Box) {
-    return TransitionCameraToFitBoundingBox(p.scene_bound_centre, p.scene_bound_box);
-  }
-  return TransitionCameraToFitBoundingSphere(p.scene_bound_centre, p.scene_bound_radius);
+  return FitsBox() ? TransitionCameraToFitBoundingBox(p.scene_bound_centre, p.scene_bound_box)
+                   : TransitionCameraToFitBoundingSphere(p.scene_bound_centre, p.scene_bound_radius);
 }
 
 // ---- what is in view ----
@@ -345,7 +341,7 @@ bool CameraOperations::ConstrainPivotToViewport() {
   const Vector3 fromPivot = p.scene_bound_centre - view.pivot;
   const bool sceneIsBetween = fromEye.Dot(forward) * fromPivot.Dot(forward) < 0.0;
   view.centre = sceneIsBetween ? view.eye + axis * fromEye.Length() : view.pivot + axis * fromPivot.Length();
-  ApplyCameraParameters(view);
+  if (!ApplyIfFinite(view)) return false;
   QueryCameraParameters(camera);
   return true;
 }
@@ -370,8 +366,7 @@ bool CameraOperations::AutoSwitchToPerspectiveProjection() {
   }
   view.projection_type = CameraParameters::ProjectionType::Perspective;
   view.perspective_with_ortho = false;
-  ApplyCameraParameters(view);
-  return true;
+  return ApplyIfFinite(view);
 }
 
 }  // namespace Korvane

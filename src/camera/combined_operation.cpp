@@ -1,6 +1,7 @@
 #include "camera/combined_operation.h"
 
 #include <cstddef>
+#include <utility>
 
 namespace Korvane {
 

@@ -28,17 +28,21 @@ double BeyondDeadZone(double offset, double deadZone, double ramp) {
 }
 
 // The remainder that the window system's wrapped pointer shows: 1 to the size.
-std::int64_t WrapIntoViewport(int coordinate, int size) {
+std::int64_t WrapIntoViewport(std::int64_t coordinate, int size) {
   if (size <= 0) return coordinate;
-  const int remainder = coordinate % size;
-  return remainder < 1 ? std::int64_t{remainder} + size : remainder;
+  const std::int64_t remainder = coordinate % size;
+  return remainder < 1 ? remainder + size : remainder;
 }
 
-int ReduceToViewport(int& coordinate, int initial, int size) {
-  if (size <= 0) return 0;
-  const std::int64_t offset = std::int64_t{coordinate} - initial;
-  coordinate = static_cast<int>(offset % size + initial);
-  return static_cast<int>(offset / size);
+// The offset from the start of the walk without whole viewports, and how many those were.
+std::int64_t Remainder(std::int64_t offset, int size) { return size > 0 ? offset % size : offset; }
+std::int64_t WrapCount(std::int64_t offset, int size) { return size > 0 ? offset / size : 0; }
+
+// What a wrapped cursor has to be brought back by: whole viewports, counted a little outside the dead zone,
+// on the side where the cursor stands.
+std::int64_t WrappedBy(std::int64_t offset, int size, std::int64_t margin) {
+  const std::int64_t outside = offset + (Remainder(offset, size) < 0 ? -margin : margin);
+  return WrapCount(outside, size) * size;
 }
 
 }  // namespace
@@ -47,7 +51,7 @@ bool FlyOperation::m_moveAccelerated = false;
 
 void FlyOperation::InitOperation(int x, int y, const CameraOperations* operations) {
   Operation::InitOperation(x, y, operations);
-  bias = Cursor();
+  bias = Offset();
   inDeadZone = true;
   if (hub == nullptr) return;
   RecalculateSceneBoundsOf(*hub);
@@ -56,18 +60,19 @@ void FlyOperation::InitOperation(int x, int y, const CameraOperations* operation
 
 // ---- the cursor ----
 
-bool FlyOperation::IsMovingForward() const {
-  return hub != nullptr && currentCursor.y - bias.y < initialCursor.y - GetParameters().fly_dead_zone_radius;
+FlyOperation::Offset FlyOperation::GetOffset() const {
+  return {std::int64_t{currentCursor.x} - bias.x - initialCursor.x,
+          std::int64_t{currentCursor.y} - bias.y - initialCursor.y};
 }
-bool FlyOperation::IsMovingBack() const {
-  return hub != nullptr && currentCursor.y - bias.y > initialCursor.y + GetParameters().fly_dead_zone_radius;
+
+std::int64_t FlyOperation::GetDeadRadius() const {
+  return hub != nullptr ? GetParameters().fly_dead_zone_radius : 0;
 }
-bool FlyOperation::IsMovingLeft() const {
-  return hub != nullptr && currentCursor.x - bias.x < initialCursor.x - GetParameters().fly_dead_zone_radius;
-}
-bool FlyOperation::IsMovingRight() const {
-  return hub != nullptr && currentCursor.x - bias.x > initialCursor.x + GetParameters().fly_dead_zone_radius;
-}
+
+bool FlyOperation::IsMovingForward() const { return GetOffset().y < -GetDeadRadius(); }
+bool FlyOperation::IsMovingBack() const { return GetOffset().y > GetDeadRadius(); }
+bool FlyOperation::IsMovingLeft() const { return GetOffset().x < -GetDeadRadius(); }
+bool FlyOperation::IsMovingRight() const { return GetOffset().x > GetDeadRadius(); }
 
 bool FlyOperation::IsMoveAccelerated() const { return m_moveAccelerated; }
 void FlyOperation::SetMoveAccelerated(bool accelerated) { m_moveAccelerated = accelerated; }
@@ -90,16 +95,9 @@ CursorID FlyOperation::GetWalkCursorID() const {
 bool FlyOperation::IsInDeadZone() const {
   if (hub == nullptr) return true;
   const ApplicationParameters& parameters = GetParameters();
-  const std::int64_t radius = parameters.fly_dead_zone_radius;
   const std::int64_t x = WrapIntoViewport(currentCursor.x, parameters.viewport_width);
   const std::int64_t y = WrapIntoViewport(currentCursor.y, parameters.viewport_height);
-  return std::abs(x - initialCursor.x) < radius && std::abs(y - initialCursor.y) < radius;
-}
-
-FlyOperation::Wraps FlyOperation::GetXYAndWrapCounts(Cursor& cursor) const {
-  const ApplicationParameters& parameters = GetParameters();
-  return {ReduceToViewport(cursor.x, initialCursor.x, parameters.viewport_width),
-          ReduceToViewport(cursor.y, initialCursor.y, parameters.viewport_height)};
+  return std::abs(x - initialCursor.x) < GetDeadRadius() && std::abs(y - initialCursor.y) < GetDeadRadius();
 }
 
 // The host wraps the pointer at the edge of the viewport and the cursor runs on past it. Wrapping must not
@@ -109,13 +107,9 @@ void FlyOperation::SetBias(bool inZone) {
   inDeadZone = inZone;
   if (!entered) return;
   const ApplicationParameters& parameters = GetParameters();
-  const int margin = 2 * parameters.fly_dead_zone_radius;
-  Cursor reduced = currentCursor;
-  GetXYAndWrapCounts(reduced);
-  Cursor outside = {currentCursor.x + (reduced.x < initialCursor.x ? -margin : margin),
-                    currentCursor.y + (reduced.y < initialCursor.y ? -margin : margin)};
-  const Wraps wraps = GetXYAndWrapCounts(outside);
-  bias = {parameters.viewport_width * wraps.x, parameters.viewport_height * wraps.y};
+  const std::int64_t margin = 2 * GetDeadRadius();
+  bias = {WrappedBy(std::int64_t{currentCursor.x} - initialCursor.x, parameters.viewport_width, margin),
+          WrappedBy(std::int64_t{currentCursor.y} - initialCursor.y, parameters.viewport_height, margin)};
 }
 
 // ---- the motion ----
@@ -126,8 +120,8 @@ FlyOperation::Steering FlyOperation::GetSteering(double dt) const {
   double wy = 0.0;
   double deadX = 0.0;
   double deadY = 0.0;
-  const Cursor origin = {initialCursor.x + bias.x, initialCursor.y + bias.y};
-  GetCursorMotion(origin, currentCursor, wx, wy);
+  const Offset offset = GetOffset();
+  ConvertCoordsToWindow(static_cast<double>(offset.x), static_cast<double>(offset.y), wx, wy);
   ConvertCoordsToWindow(parameters.fly_dead_zone_radius, parameters.fly_dead_zone_radius, deadX, deadY);
   const double ramp = parameters.fly_ramp_up_radius;
   const double turn = SpeedCurve(BeyondDeadZone(wx, deadX, ramp)) * dt;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "korvane/camera_parameters.h"
 #include "korvane/operation.h"
 
@@ -26,16 +28,18 @@ class FlyOperation : public Operation {
   bool IsInDeadZone() const;
 
  private:
-  struct Wraps {
-    int x = 0;
-    int y = 0;
+  // Pixels; wide enough for any two cursors.
+  struct Offset {
+    std::int64_t x = 0;
+    std::int64_t y = 0;
   };
   struct Steering {
     double turn;  // seconds at full speed, positive to the right
     double go;    // positive forward
   };
 
-  Wraps GetXYAndWrapCounts(Cursor& cursor) const;
+  Offset GetOffset() const;
+  std::int64_t GetDeadRadius() const;
   void SetBias(bool inZone);
   Steering GetSteering(double dt) const;
   Vector3 GetWayForward(const Vector3& forward, const Vector3& up) const;
@@ -46,7 +50,7 @@ class FlyOperation : public Operation {
   static bool m_moveAccelerated;
 
   CameraParameters initialCamera;
-  Cursor bias;  // whole viewports that the cursor has wrapped by
+  Offset bias;  // whole viewports that the cursor has wrapped by
   bool inDeadZone = true;
 };
 

@@ -10,8 +10,6 @@ namespace Korvane {
 namespace {
 
 constexpr double AMOUNT_SCALE = 0.01;
-// How far inside the range a camera that leaves an end is tested, as a fraction of the range.
-constexpr double RELEASE_FRACTION = 1.0 / 1000.0;
 
 }  // namespace
 
@@ -40,40 +38,37 @@ double HeightOperation::GetUnitHeight() {
 void HeightOperation::PerformOperation(double /*dt*/, CameraParameters& camera) {
   if (hub == nullptr) return;
   const double offset = static_cast<double>(currentCursor.y) - previousCursor.y;
-  totalMove += CheckBoundaryConditions(GetMoveAmountFromCursorOffset(offset), offset);
+  const double amount = GetMoveAmountFromCursorOffset(offset);
+  if (std::isfinite(amount)) totalMove += CheckBoundaryConditions(amount, offset);
   SetCamera(camera);
 }
 
 double HeightOperation::GetMoveAmountFromCursorOffset(double offset) const {
-  const double squared = std::copysign(std::trunc(offset * offset), offset);
+  const double squared = std::copysign(offset * offset, offset);
   double unused = 0.0;
   double fraction = 0.0;
   ConvertCoordsToWindow(0.0, squared, unused, fraction);
   return fraction * (highestHeight - lowestHeight) * AMOUNT_SCALE * GetParameters().height_multiplier;
 }
 
+// At an end of the range further motion is lost; the first motion back releases the camera.
 double HeightOperation::CheckBoundaryConditions(double amount, double offset) {
-  const Vector3 up = GetUpDirection();
-  const double presentHeight = (initialCamera.eye - up * totalMove).Dot(up);
-  const double release = (highestHeight - lowestHeight) * RELEASE_FRACTION;
-  double testHeight = (initialCamera.eye - up * (totalMove + amount)).Dot(up);
   if (atTop && offset >= 1.0) {
     atTop = false;
-    testHeight = highestHeight - release;
-  } else if (atBottom && offset < 0.0) {
+    return amount;
+  }
+  if (atBottom && offset < 0.0) {
     atBottom = false;
-    testHeight = lowestHeight + release;
+    return amount;
   }
-
-  if (testHeight < lowestHeight && presentHeight < lowestHeight) {
-    atBottom = true;
-    return 0.0;
-  }
-  if (testHeight > highestHeight && presentHeight > highestHeight) {
-    atTop = true;
-    return 0.0;
-  }
-  return amount;
+  const Vector3 up = GetUpDirection();
+  const double presentHeight = (initialCamera.eye - up * totalMove).Dot(up);
+  const double testHeight = (initialCamera.eye - up * (totalMove + amount)).Dot(up);
+  const bool below = testHeight < lowestHeight && presentHeight < lowestHeight;
+  const bool above = testHeight > highestHeight && presentHeight > highestHeight;
+  atBottom = atBottom || below;
+  atTop = atTop || above;
+  return below || above ? 0.0 : amount;
 }
 
 void HeightOperation::SetCamera(CameraParameters& camera) {

@@ -65,7 +65,7 @@ void LookOperation::PerformOperation(double /*dt*/, CameraParameters& camera) {
 
   camera.centre = camera.eye + yaw.Rotate(pitchedView);
   camera.up = yaw.Rotate(pitchedUp);
-  workingCamera = camera;
+  if (camera.IsFinite()) workingCamera = camera;
 }
 
 }  // namespace Korvane

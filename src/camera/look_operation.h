@@ -11,7 +11,7 @@ class LookOperation : public Operation {
   void InitOperation(int x, int y, const CameraOperations* hub) override;
   void PerformOperation(double dt, CameraParameters& camera) override;
 
-  /// The camera at the start of the drag, levelled.
+  /// The camera at the start of the drag; levelled where the scene is kept upright.
   const CameraParameters& GetInitialCamera() const { return initialCamera; }
 
  protected:

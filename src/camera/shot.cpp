@@ -1,5 +1,7 @@
 #include "korvane/shot.h"
 
+#include <cmath>
+
 #include "korvane/math.h"
 
 namespace Korvane {
@@ -23,12 +25,13 @@ bool Shot::BeginStep(double duration, double easeEnd) {
 // A duration that is no number ends the shot at once.
 bool Shot::BeginLinearStep(double duration) {
   const bool goesOn = elapsedTime < duration;
-  unitTime = goesOn ? elapsedTime / duration : 1.0;
+  unitTime = goesOn ? Math::Max(0.0, elapsedTime / duration) : 1.0;
   return goesOn;
 }
 
+// A step of no length that can be told would stop the clock for good.
 bool Shot::EndStep(double dt, bool goesOn) {
-  elapsedTime += dt;
+  if (std::isfinite(dt)) elapsedTime += dt;
   return goesOn;
 }
 

@@ -26,7 +26,7 @@ bool CenterShot::PerformShot(double dt, CameraParameters& camera) {
   camera.eye = Interpolate(t, startCamera.eye, targetCamera.eye);
   camera.centre = Interpolate(t, startCamera.centre, targetCamera.centre);
   camera.pivot = Interpolate(t, startCamera.pivot, targetCamera.pivot);
-  ScaleOrthographicSize(startCamera, ViewingDistance(camera) / ViewingDistance(startCamera), camera);
+  ScaleOrthographicSize(startCamera, ScaleOf(ViewingDistance(camera), ViewingDistance(startCamera)), camera);
   return EndStep(dt, goesOn);
 }
 

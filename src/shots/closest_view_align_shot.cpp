@@ -14,6 +14,7 @@ constexpr double HARD_REACH = 0.2;
 // The bell curve counts as full from this height on.
 constexpr double FULL_PULL = 0.75;
 // The up is drawn from further away than the view.
+constexpr double VIEW_REACH = 1.0;
 constexpr double UP_REACH = 4.0;
 
 // exp(-2 a^2): the bell of width one half around no deviation.
@@ -34,13 +35,8 @@ void ClosestViewAlignShot::InitShot(const CameraOperations* hub) {
   standardViews.Fill(front, up, side);
 }
 
-double ClosestViewAlignShot::GetViewWeight(double deviation) const {
-  if (parameters.soft) return SoftWeight(deviation / parameters.threshold);
-  return deviation < HARD_REACH * parameters.threshold ? 1.0 : 0.0;
-}
-
-double ClosestViewAlignShot::GetUpWeight(double deviation) const {
-  if (parameters.soft) return SoftWeight(deviation / (UP_REACH * parameters.threshold));
+double ClosestViewAlignShot::GetPull(double deviation, double softReach) const {
+  if (parameters.soft) return SoftWeight(deviation / (softReach * parameters.threshold));
   return deviation < HARD_REACH * parameters.threshold ? 1.0 : 0.0;
 }
 
@@ -50,24 +46,24 @@ bool ClosestViewAlignShot::PerformShot(double dt, CameraParameters& camera) {
   const Vector3 cameraUp = camera.up.Normalize();
   const Vector3 closestUp = -standardViews.GetClosestAlignDir(cameraUp, true).Normalized();
 
-  const double viewWeight = GetViewWeight(std::abs(1.0 - forward.Dot(view)));
-  const double upWeight = GetUpWeight(std::abs(1.0 - cameraUp.Dot(closestUp)));
+  const double viewWeight = GetPull(std::abs(1.0 - forward.Dot(view)), VIEW_REACH);
+  const double upWeight = GetPull(std::abs(1.0 - cameraUp.Dot(closestUp)), UP_REACH);
 
   // Where the axis of the view passes the pivot, seen from the camera as it is.
-  const Vector3 right = cameraUp.Cross(forward).Normalize();
-  const Vector3 downward = right.Cross(forward).Normalize();
+  const Vector3 left = cameraUp.Cross(forward).Normalize();
+  const Vector3 downward = left.Cross(forward).Normalize();
   const Vector3 offset = camera.centre - camera.pivot;
-  const double sideways = offset.Dot(right);
+  const double sideways = offset.Dot(left);
   const double vertical = offset.Dot(downward);
 
   const Vector3 bentUp = Interpolate(upWeight, cameraUp, closestUp);
-  const Vector3 alignedRight = bentUp.Cross(view).Normalize();
-  const Vector3 alignedDownward = alignedRight.Cross(view).Normalize();
+  const Vector3 alignedLeft = bentUp.Cross(view).Normalize();
+  const Vector3 alignedDownward = alignedLeft.Cross(view).Normalize();
 
   // The eye that sees the pivot at the same place of the view, from the standard direction.
   const double pivotDepth = forward.Dot(camera.pivot - camera.eye);
   const Vector3 alignedEye =
-      camera.pivot + alignedRight * sideways + alignedDownward * vertical - view * pivotDepth;
+      camera.pivot + alignedLeft * sideways + alignedDownward * vertical - view * pivotDepth;
 
   camera.eye = Interpolate(viewWeight, camera.eye, alignedEye);
   camera.centre = camera.eye + Interpolate(viewWeight, forward, view) * pivotDepth;

@@ -17,8 +17,8 @@ class ClosestViewAlignShot : public Shot {
   bool PerformShot(double dt, CameraParameters& camera) override;
 
  private:
-  double GetViewWeight(double deviation) const;
-  double GetUpWeight(double deviation) const;
+  // 0 to 1; `softReach` in thresholds.
+  double GetPull(double deviation, double softReach) const;
   void StraightenUp(const Vector3& cameraUp, const Vector3& view, CameraParameters& camera) const;
 
   ClosestViewAlignShotParameters parameters;

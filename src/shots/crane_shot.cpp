@@ -39,7 +39,7 @@ bool CraneShot::PerformShot(double dt, CameraParameters& camera) {
     camera.centre = camera.eye + forward * (startCamera.centre - camera.eye).Length();
     camera.pivot = camera.centre;
   }
-  ScaleOrthographicSize(startCamera, ViewingDistance(camera) / ViewingDistance(startCamera), camera);
+  ScaleOrthographicSize(startCamera, ScaleOf(ViewingDistance(camera), ViewingDistance(startCamera)), camera);
   return EndStep(dt, goesOn);
 }
 

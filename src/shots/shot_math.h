@@ -22,6 +22,9 @@ inline Vector3 Interpolate(double t, const Vector3& a, const Vector3& b) { retur
 void InterpolateLens(double t, const CameraParameters& from, const CameraParameters& to,
                      CameraParameters& camera);
 
+/// a / b for a change of scale; 1 where there is no scale to change.
+inline double ScaleOf(double a, double b) { return b != 0.0 ? a / b : 1.0; }
+
 inline double ViewingDistance(const CameraParameters& camera) {
   return (camera.centre - camera.eye).Length();
 }

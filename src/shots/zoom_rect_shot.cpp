@@ -44,18 +44,18 @@ bool ZoomRectShot::PerformShot(double dt, CameraParameters& camera) {
   camera.centre = CentreOf(camera, forward);
 
   const double startDepth = (startCamera.pivot - startCamera.eye).Dot(forward);
-  currentScale = startDepth / (startCamera.pivot - camera.eye).Dot(forward);
+  const double depth = (startCamera.pivot - camera.eye).Dot(forward);
+  currentScale = startDepth != 0.0 ? ScaleOf(startDepth, depth) : 1.0;
   camera.ortho_width = Math::Max(startCamera.ortho_width / currentScale, SMALLEST_SIZE);
   camera.ortho_height = Math::Max(startCamera.ortho_height / currentScale, SMALLEST_SIZE);
   return EndStep(dt, goesOn);
 }
 
-// One unit ahead on the way; at the end at the depth of the pivot.
+// One unit ahead on the way, and where the pivot has no depth to speak of; at the end at its depth.
 Vector3 ZoomRectShot::CentreOf(const CameraParameters& camera, const Vector3& forward) const {
-  if (unitTime != 1.0) return camera.eye + forward;
-  Vector3 toCentre = forward * std::abs((camera.pivot - camera.eye).Dot(forward));
-  toCentre.preventCollapse();
-  return camera.eye + toCentre;
+  const double depth = std::abs((camera.pivot - camera.eye).Dot(forward));
+  const bool atPivot = unitTime == 1.0 && depth >= SMALLEST_SIZE;
+  return camera.eye + (atPivot ? forward * depth : forward);
 }
 
 }  // namespace Korvane

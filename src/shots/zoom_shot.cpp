@@ -26,7 +26,7 @@ bool ZoomShot::PerformShot(double dt, CameraParameters& camera) {
   if (ViewingDistance(camera) <= Math::EPSILON_VALUE) {
     camera.centre = camera.eye + forward * Math::EPSILON_VALUE;
   }
-  const double scale = (camera.pivot - camera.eye).Length() / toPivot.Length();
+  const double scale = ScaleOf((camera.pivot - camera.eye).Length(), toPivot.Length());
   ScaleOrthographicSize(startCamera, scale, camera);
   return EndStep(dt, goesOn);
 }
