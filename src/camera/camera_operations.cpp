@@ -116,9 +116,8 @@ bool CameraOperations::PerformOperations() {
   QueryCameraParameters(camera);
   const CameraParameters snapshot = camera;
 
-  frameTimer.End();
+  frameTimer.Lap();
   frameDelta = Math::Max(0.0, frameTimer.GetLastInterval());  // the clock wraps
-  frameTimer.Start();
 
   FrameActivity activity = PerformActiveOperations();
   const std::shared_ptr<Shot> doneShot = PerformActiveShot(activity);

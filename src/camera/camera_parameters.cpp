@@ -29,14 +29,15 @@ bool IsNeitherParallelNorPerpendicular(double cosine) {
 
 }  // namespace
 
+// Zero times a number is zero only when the number is finite; no branch for each of them.
 bool CameraParameters::IsFinite() const {
+  double sum = projection_transition * 0.0;
   for (const auto field : VECTORS) {
-    if (!(this->*field).IsFinite()) return false;
+    const Vector3& v = this->*field;
+    sum += v.x * 0.0 + v.y * 0.0 + v.z * 0.0;
   }
-  for (const auto field : NUMBERS_WITH_TOLERANCE) {
-    if (!std::isfinite(this->*field)) return false;
-  }
-  return std::isfinite(projection_transition);
+  for (const auto field : NUMBERS_WITH_TOLERANCE) sum += this->*field * 0.0;
+  return sum == 0.0;
 }
 
 // No comparison with a NaN fires: it differs from nothing, but as a projection transition.

@@ -18,11 +18,11 @@ class TimerQueue::Impl {
     TimerProc proc;
   };
 
-  /// The entry longest due among those that existed when the dispatch began and have not run in it.
-  Entry* NextDue(Clock::time_point now, std::uint64_t newestID) {
+  /// The entry longest due. What has run, or was set, since `now` is due later than it.
+  Entry* NextDue(Clock::time_point now) {
     Entry* next = nullptr;
     for (Entry& entry : entries) {
-      if (entry.due > now || entry.timerID > newestID) continue;
+      if (entry.due > now) continue;
       if (next == nullptr || entry.due < next->due) next = &entry;
     }
     return next;
@@ -55,9 +55,8 @@ bool TimerQueue::KillTimer(std::uint64_t timerID) {
 
 int TimerQueue::DispatchTimers() {
   const Clock::time_point now = Clock::now();
-  const std::uint64_t newestID = impl->lastID;
   int count = 0;
-  while (Impl::Entry* entry = impl->NextDue(now, newestID)) {
+  while (Impl::Entry* entry = impl->NextDue(now)) {
     entry->due = now + entry->period;
     const std::uint64_t timerID = entry->timerID;
     const TimerProc proc = entry->proc;

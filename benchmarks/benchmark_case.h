@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+/// Something the library does and the same arithmetic without the library.
+class BenchmarkCase {
+ public:
+  virtual ~BenchmarkCase() = default;
+  virtual std::string GetName() const = 0;
+
+  /// Back to the start, on both sides.
+  virtual void Restart() = 0;
+  /// One step; the two sides take the same steps in the same order.
+  virtual void StepLibrary() = 0;
+  virtual void StepBare() = 0;
+  /// Whether both sides, which have taken the same steps, have the same result.
+  virtual bool Agrees() const = 0;
+};
+
+/// The cases of each file; each lives as long as the program.
+std::vector<BenchmarkCase*> GetFrameCases();
+std::vector<BenchmarkCase*> GetPickCases();

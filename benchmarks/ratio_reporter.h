@@ -1,0 +1,26 @@
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+/// Gathers all runs and prints one table: each case of the library beside the bare arithmetic.
+class RatioReporter : public benchmark::BenchmarkReporter {
+ public:
+  /// What runs are named: the case, then one of these.
+  static constexpr const char* LIBRARY_SUFFIX = "/library";
+  static constexpr const char* BARE_SUFFIX = "/bare";
+
+  bool ReportContext(const Context& context) override;
+  void ReportRuns(const std::vector<Run>& runs) override;
+  void PrintTable(const std::vector<std::string>& cases) const;
+
+ private:
+  struct Result {
+    double nanoseconds;  // the fastest repetition, which other programs disturbed least
+    double allocations;
+  };
+  std::map<std::string, Result> results;
+};
