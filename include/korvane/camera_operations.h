@@ -212,7 +212,7 @@ class ZOVTOOLS_API CameraOperations {
   bool TransitionTo(const CameraParameters& target, double duration);
   bool IsInOrthoRange(const Vector3& direction, double tolerance) const;
 
-  CameraParameters camera;
+  CameraParameters currentCamera;
   ApplicationParameters applicationParameters;
   std::array<std::unique_ptr<Operation>, OPERATION_COUNT> activeOperations;
   std::shared_ptr<Shot> activeShot;

@@ -44,10 +44,11 @@ bool CameraOperations::BeginOperation(OperationType type, int x, int y) {
   const Operation* const begun = operation.get();
   SlotOf(type) = std::move(operation);
   RecalculateSelectionBounds();
-  QueryCameraParameters(camera);
+  QueryCameraParameters(currentCamera);
   if (SlotOf(type).get() != begun) return false;  // the host's own hook has ended it
   SlotOf(type)->InitOperation(x, y, this);
-  operationObservers.Notify([&](OperationObserver& observer) { observer.OnBeginOperation(type, camera); });
+  operationObservers.Notify(
+      [&](OperationObserver& observer) { observer.OnBeginOperation(type, currentCamera); });
   RequestApplicationUpdate();
   return true;
 }
@@ -113,24 +114,26 @@ void CameraOperations::RemoveOperationObserver(OperationObserver* observer) {
 // ---- the frame ----
 
 bool CameraOperations::PerformOperations() {
-  QueryCameraParameters(camera);
-  const CameraParameters snapshot = camera;
+  QueryCameraParameters(currentCamera);
+  const CameraParameters snapshot = currentCamera;
 
   frameTimer.Lap();
   frameDelta = Math::Max(0.0, frameTimer.GetLastInterval());  // the clock wraps
 
   FrameActivity activity = PerformActiveOperations();
-  const std::shared_ptr<Shot> doneShot = PerformActiveShot(activity);
+  std::shared_ptr<Shot> doneShot = PerformActiveShot(activity);
 
   for (const auto& operation : activeOperations) {
     if (operation != nullptr) operation->UpdatePreviousCursor();
   }
 
-  if (camera.perspective_with_ortho) ChooseProjection(activity);
+  if (currentCamera.perspective_with_ortho) ChooseProjection(activity);
   const bool blending = BlendProjection(activity);
 
-  if (!CheckCamerasEqual(&camera, &snapshot)) ApplyIfFinite(camera);
-  if (doneShot != nullptr && doneShot == activeShot) EndShot();
+  if (!CheckCamerasEqual(&currentCamera, &snapshot)) ApplyIfFinite(currentCamera);
+  const bool isDone = doneShot != nullptr && doneShot == activeShot;
+  doneShot.reset();  // EndShot destroys it
+  if (isDone) EndShot();
 
   if (activity.active || blending) {
     RequestApplicationUpdate();
@@ -140,7 +143,8 @@ bool CameraOperations::PerformOperations() {
   return false;
 }
 
-// Lowest kind first, on the same record, so that each observer sees the camera as its operation left it.
+// Lowest kind first, on the same record, so that each observer sees the camera as its operation left
+// it.
 CameraOperations::FrameActivity CameraOperations::PerformActiveOperations() {
   FrameActivity activity;
   ForEachOperationType([&](OperationType type) {
@@ -153,20 +157,20 @@ CameraOperations::FrameActivity CameraOperations::PerformActiveOperations() {
 }
 
 void CameraOperations::PerformActiveOperation(OperationType type) {
-  const CameraParameters before = camera;
-  SlotOf(type)->PerformOperation(frameDelta, camera);
-  KeepFinite(before, camera);
+  const CameraParameters before = currentCamera;
+  SlotOf(type)->PerformOperation(frameDelta, currentCamera);
+  KeepFinite(before, currentCamera);
   operationObservers.Notify(
-      [&](OperationObserver& observer) { observer.OnPerformOperation(type, frameDelta, camera); });
+      [&](OperationObserver& observer) { observer.OnPerformOperation(type, frameDelta, currentCamera); });
 }
 
 // Returns the shot when this was its last step. A shot that ends in this frame does not make it active.
 std::shared_ptr<Shot> CameraOperations::PerformActiveShot(FrameActivity& activity) {
   const std::shared_ptr<Shot> shot = activeShot;
   if (shot == nullptr) return nullptr;
-  const CameraParameters before = camera;
-  const bool goesOn = shot->PerformShot(frameDelta, camera);
-  KeepFinite(before, camera);
+  const CameraParameters before = currentCamera;
+  const bool goesOn = shot->PerformShot(frameDelta, currentCamera);
+  KeepFinite(before, currentCamera);
   const ShotRole role = GetShotRole(*shot);
   activity.active = activity.active || goesOn;
   activity.rotating = activity.rotating || role == ShotRole::Rotating;
@@ -181,16 +185,16 @@ std::shared_ptr<Shot> CameraOperations::PerformActiveShot(FrameActivity& activit
 void CameraOperations::ChooseProjection(const FrameActivity& activity) {
   double tolerance = activity.rotating ? -Math::EPSILON_VALUE : Math::EPSILON_VALUE;
   if (applicationParameters.use_projection_transitions && activity.aligning) tolerance = orthoTolerance;
-  camera.projection_type = IsInOrthoRange(camera.eye - camera.centre, tolerance)
-                               ? CameraParameters::ProjectionType::Orthographic
-                               : CameraParameters::ProjectionType::Perspective;
+  currentCamera.projection_type = IsInOrthoRange(currentCamera.eye - currentCamera.centre, tolerance)
+                                      ? CameraParameters::ProjectionType::Orthographic
+                                      : CameraParameters::ProjectionType::Perspective;
 }
 
 bool CameraOperations::BlendProjection(const FrameActivity& activity) {
   if (!applicationParameters.use_projection_transitions || activity.changingProjection) return false;
-  const bool toOrthographic = camera.IsOrthographic();
-  const bool toPerspective = camera.projection_type == CameraParameters::ProjectionType::Perspective;
-  double& blend = camera.projection_transition;
+  const bool toOrthographic = currentCamera.IsOrthographic();
+  const bool toPerspective = currentCamera.projection_type == CameraParameters::ProjectionType::Perspective;
+  double& blend = currentCamera.projection_transition;
   const double step = frameDelta * PROJECTION_BLEND_RATE;
   const bool atRest = !activity.active && frameDelta < Math::EPSILON_VALUE;
 
@@ -218,7 +222,7 @@ bool CameraOperations::BeginShot(Shot* shot) {
   if (shot == nullptr) return false;
   std::shared_ptr<Shot> begun(shot);
   EndShot();
-  QueryCameraParameters(camera);
+  QueryCameraParameters(currentCamera);
   begun->InitShot(this);
   EndShot();  // what the first one's observer, or a hook, may have begun meanwhile
   activeShot = std::move(begun);
@@ -231,25 +235,27 @@ bool CameraOperations::BeginShot(Shot* shot) {
 // The observer, and the hook, may themselves end or begin shots. The ending one is kept alive until both
 // have been told, each once, and what they began stays.
 bool CameraOperations::EndShot() {
-  const std::shared_ptr<Shot> ending = activeShot;
+  std::shared_ptr<Shot> ending = activeShot;
   if (ending == nullptr) return true;
   if (ShotObserver* const observer = std::exchange(activeShotObserver, nullptr)) {
-    observer->OnEndShot(ending.get(), camera);
+    observer->OnEndShot(ending.get(), currentCamera);
   }
   if (activeShot != ending) return true;
   activeShot.reset();
   OnEndShot(ending.get());
+  ending.reset();
   RequestApplicationUpdate();
   return true;
 }
 
 bool CameraOperations::AdvanceActiveShot(double dt) {
   if (activeShot == nullptr) return false;
-  QueryCameraParameters(camera);
-  const CameraParameters snapshot = camera;
-  const bool goesOn = std::shared_ptr<Shot>(activeShot)->PerformShot(dt, camera);
-  KeepFinite(snapshot, camera);
-  if (goesOn && !CheckCamerasEqual(&camera, &snapshot) && ApplyIfFinite(camera)) RequestApplicationUpdate();
+  QueryCameraParameters(currentCamera);
+  const CameraParameters snapshot = currentCamera;
+  const bool goesOn = std::shared_ptr<Shot>(activeShot)->PerformShot(dt, currentCamera);
+  KeepFinite(snapshot, currentCamera);
+  if (goesOn && !CheckCamerasEqual(&currentCamera, &snapshot) && ApplyIfFinite(currentCamera))
+    RequestApplicationUpdate();
   return true;
 }
 
@@ -272,7 +278,7 @@ ApplicationParameters& CameraOperations::GetApplicationParameters() { return app
 const ApplicationParameters& CameraOperations::GetApplicationParameters() const {
   return applicationParameters;
 }
-const CameraParameters& CameraOperations::GetCameraParameters() const { return camera; }
+const CameraParameters& CameraOperations::GetCameraParameters() const { return currentCamera; }
 CameraParameters& CameraOperations::GetHomeCamera() { return applicationParameters.home_camera; }
 
 bool CameraOperations::CheckCamerasEqual(const CameraParameters* a, const CameraParameters* b) const {

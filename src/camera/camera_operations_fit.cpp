@@ -342,7 +342,7 @@ bool CameraOperations::ConstrainPivotToViewport() {
   const bool sceneIsBetween = fromEye.Dot(forward) * fromPivot.Dot(forward) < 0.0;
   view.centre = sceneIsBetween ? view.eye + axis * fromEye.Length() : view.pivot + axis * fromPivot.Length();
   if (!ApplyIfFinite(view)) return false;
-  QueryCameraParameters(camera);
+  QueryCameraParameters(currentCamera);
   return true;
 }
 

@@ -77,7 +77,7 @@ void ClosestViewAlignShot::StraightenUp(const Vector3& cameraUp, const Vector3& 
   const double upright = cameraUp.Dot(up);
   if (!(view.Cross(up).Length() > Math::EPSILON_VALUE) || !(std::abs(upright) > Math::EPSILON_VALUE)) return;
   const Vector3 axis = upright > 0.0 ? up : -up;
-  const Vector3 forward = camera.centre - camera.eye;
+  const Vector3 forward = ViewDirection(camera);
   camera.up = forward.Cross(axis).Cross(forward).Normalize();
 }
 

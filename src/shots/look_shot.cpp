@@ -34,8 +34,9 @@ bool LookShot::PerformShot(double dt, CameraParameters& camera) {
 
   const Quaternion pan = Quaternion::AxisAngle(worldUp.Normalized(), horizontal);
   const Vector3 right = pan.Rotate(view.Cross(startCamera.up));
-  const Vector3 tiltAxis =
-      (worldFront * right.Dot(worldFront) + worldSide * right.Dot(worldSide)).Normalize();
+  // In the plane of the world's front and side, whatever their lengths.
+  const Vector3 planeNormal = worldFront.Cross(worldSide).Normalized();
+  const Vector3 tiltAxis = ProjectOnPlane(right, planeNormal).Normalized();
   const Quaternion tilt = Quaternion::AxisAngle(tiltAxis, vertical);
 
   camera = startCamera;

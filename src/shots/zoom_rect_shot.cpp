@@ -45,7 +45,7 @@ bool ZoomRectShot::PerformShot(double dt, CameraParameters& camera) {
 
   const double startDepth = (startCamera.pivot - startCamera.eye).Dot(forward);
   const double depth = (startCamera.pivot - camera.eye).Dot(forward);
-  currentScale = startDepth != 0.0 ? ScaleOf(startDepth, depth) : 1.0;
+  currentScale = startDepth != 0.0 ? startDepth / depth : 1.0;
   camera.ortho_width = Math::Max(startCamera.ortho_width / currentScale, SMALLEST_SIZE);
   camera.ortho_height = Math::Max(startCamera.ortho_height / currentScale, SMALLEST_SIZE);
   return EndStep(dt, goesOn);

@@ -1,0 +1,107 @@
+// zovview: opens a model and shows it moved by the library's own operations, in a window or, without a
+// display, as a tour of pictures.
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <optional>
+#include <string>
+
+#include "model_source.h"
+#include "progress_line.h"
+#include "tour.h"
+#include "viewer.h"
+
+namespace {
+
+constexpr int EXIT_BAD_INPUT = 2;
+constexpr int SMALLEST_SIDE = 64;
+constexpr int LARGEST_SIDE = 8192;
+
+struct Arguments {
+  std::string model;
+  bool headless = false;
+  std::string size;
+  zovview::TourOptions tour;
+};
+
+// "WxH" into two numbers; an error text, empty for none.
+std::string ReadSize(const std::string& text, int& width, int& height) {
+  int w = 0;
+  int h = 0;
+  int length = 0;
+  const bool read = std::sscanf(text.c_str(), "%5dx%5d%n", &w, &h, &length) == 2;
+  const auto usable = [](int side) { return side >= SMALLEST_SIDE && side <= LARGEST_SIDE; };
+  if (!read || static_cast<std::size_t>(length) != text.size() || !usable(w) || !usable(h)) {
+    return "a size is WIDTHxHEIGHT, each from " + std::to_string(SMALLEST_SIDE) + " to " +
+           std::to_string(LARGEST_SIDE) + ", for instance 1280x800";
+  }
+  width = w;
+  height = h;
+  return {};
+}
+
+// The exit code when the program is to end here.
+std::optional<int> ReadArguments(int argc, char** argv, Arguments& arguments) {
+  CLI::App app("Opens a 3D model: left drag orbits, middle drag pans, wheel and right drag zoom.", "zovview");
+  app.add_option("MODEL", arguments.model,
+                 "glTF, OBJ, STL, PLY, FBX, DAE, 3MF or IFC file; without one a sample house");
+  app.add_flag("--headless", arguments.headless, "Without a window: write a tour as pictures");
+  app.add_option_function<std::string>(
+         "--size",
+         [&arguments](const std::string& text) {
+           const std::string error = ReadSize(text, arguments.tour.width, arguments.tour.height);
+           if (!error.empty()) throw CLI::ValidationError("--size", error);
+         },
+         "Of the window or the pictures, WxH, 1280x800 if not given")
+      ->take_last();
+  app.add_option("--out", arguments.tour.directory, "Where a tour is written, out/tour if not given")
+      ->take_last();
+  app.set_version_flag("--version", "zovview " ZOVVIEW_VERSION);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::Success& success) {
+    return app.exit(success);
+  } catch (const CLI::ParseError& error) {
+    std::fprintf(stderr, "zovview: %s (see --help)\n", error.what());
+    return EXIT_BAD_INPUT;
+  }
+  return std::nullopt;
+}
+
+void Note(const std::string& text) { std::fprintf(stderr, "zovview: %s\n", text.c_str()); }
+
+int ShowTour(const zovview::ModelSource& source, const Arguments& arguments, const std::string& note) {
+  zovview::LoadedModel model;
+  {
+    zovview::ProgressLine line(zovview::ProgressLine::OffTerminal::Silent);
+    model =
+        zovview::LoadModel(source, [&line](double fraction, const char* what) { line.Show(fraction, what); });
+  }
+  if (model.scene == nullptr) {
+    Note(model.error);
+    return EXIT_BAD_INPUT;
+  }
+  if (!note.empty()) Note(note);
+  return zovview::RunTour(model, arguments.tour);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  Arguments arguments;
+  if (const std::optional<int> code = ReadArguments(argc, argv, arguments)) return *code;
+  const zovview::ModelSource source =
+      arguments.model.empty() ? zovview::FindDefaultModel() : zovview::ModelSource{arguments.model};
+
+  if (arguments.headless) return ShowTour(source, arguments, {});
+  if (!zovhost::Window::HasDisplay()) {
+    return ShowTour(source, arguments, "there is no display; writing a tour instead");
+  }
+  std::string error;
+  zovhost::Window::Options options;
+  options.title = "zovview";
+  options.width = arguments.tour.width;
+  options.height = arguments.tour.height;
+  const std::unique_ptr<zovhost::Window> window = zovhost::Window::Create(options, error);
+  if (window == nullptr) return ShowTour(source, arguments, error + "; writing a tour instead");
+  return zovview::Viewer(*window).Run(source);
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "korvane/camera_parameters.h"
+#include "korvane/vector3.h"
+
+namespace zovhost {
+class Scene;
+}
+
+namespace zovview {
+
+class ViewerHub;
+
+/// The outward direction of the front of a model that stands on `up`, perpendicular to it: -y for a model
+/// on the z axis, as buildings are drawn, and +z for one on the y axis. Unit length; `up` must have it too.
+Korvane::Vector3 ChooseFront(const Korvane::Vector3& up);
+
+/// A view from the front, the right and above, in which the model stays whole however a turntable orbit
+/// turns it, for a viewport of `width` by `height`. The pivot is the model's centre, and the orthographic
+/// size shows what the perspective shows at the depth of the centre.
+Korvane::CameraParameters MakeStartCamera(const zovhost::Scene& scene, double width, double height);
+
+/// Makes the scene the one of the hub: directions, bounds, home camera and view. Whatever runs is ended.
+void EnterScene(ViewerHub& hub, const zovhost::Scene& scene);
+
+}  // namespace zovview

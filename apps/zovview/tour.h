@@ -1,0 +1,20 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "model_source.h"
+
+namespace zovview {
+
+struct TourOptions {
+  int width = 1280;  // pixels
+  int height = 800;
+  std::filesystem::path directory = "out/tour";
+};
+
+/// Shows a model without a display: plays the tour through the hub and writes it as pictures. The exit code
+/// of the program; what fails is told in one line on the error stream.
+int RunTour(const LoadedModel& model, const TourOptions& options);
+
+}  // namespace zovview

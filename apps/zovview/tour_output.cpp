@@ -1,0 +1,190 @@
+#include "tour_output.h"
+
+#include <array>
+#include <cstdio>
+#include <fstream>
+#include <utility>
+
+#include "tour_pace.h"
+
+namespace zovview {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr int SHEET_COLUMNS = 4;
+constexpr int THUMBNAIL_WIDTH = 400;
+constexpr std::size_t LONGEST_QUEUE = 4;  // pictures that wait to be written
+
+std::string PictureName(int number) {
+  std::array<char, 16> name{};
+  std::snprintf(name.data(), name.size(), "%03d.png", number);
+  return name.data();
+}
+
+std::string EscapeHtml(const std::string& text) {
+  std::string escaped;
+  for (const char c : text) {
+    switch (c) {
+      case '&':
+        escaped += "&amp;";
+        break;
+      case '<':
+        escaped += "&lt;";
+        break;
+      case '>':
+        escaped += "&gt;";
+        break;
+      default:
+        escaped += c;
+    }
+  }
+  return escaped;
+}
+
+std::string Describe(const fs::path& path, const std::error_code& failure) {
+  return path.string() + ": " + failure.message();
+}
+
+}  // namespace
+
+TourOutput::TourOutput(fs::path place, std::string name)
+    : directory(fs::absolute(place).lexically_normal()), title(std::move(name)) {
+  if (!directory.has_filename()) directory = directory.parent_path();  // "out/" names "out"
+}
+
+TourOutput::~TourOutput() {
+  std::string ignoredError;
+  FinishPictures(ignoredError);
+  std::error_code ignored;
+  if (!partial.empty()) fs::remove_all(partial, ignored);
+}
+
+bool TourOutput::Begin(std::string& error) {
+  std::error_code failure;
+  if (fs::exists(directory, failure) && !fs::is_directory(directory, failure)) {
+    error = directory.string() + ": is not a folder";
+    return false;
+  }
+  // Beside the place, so that moving is renaming.
+  const fs::path beside = directory.parent_path() / ("." + directory.filename().string() + ".partial");
+  fs::remove_all(beside, failure);
+  if (!fs::create_directories(beside, failure)) {
+    error = Describe(beside, failure);
+    return false;
+  }
+  partial = beside;
+  writer = std::thread([this] { WritePictures(); });
+  return true;
+}
+
+bool TourOutput::Add(zovhost::Image picture, const std::string& caption, bool onSheet, std::string& error) {
+  const std::string name = PictureName(pictureCount);
+  if (onSheet) {
+    const int tenths = pictureCount * MILLISECONDS_PER_PICTURE / 100;
+    sheetPictures.push_back({picture, name + "  " + std::to_string(tenths / 10) + "." +
+                                          std::to_string(tenths % 10) + " s  " + caption});
+  }
+  ++pictureCount;
+
+  std::unique_lock lock(mutex);
+  changed.wait(lock, [this] { return jobs.size() < LONGEST_QUEUE || !writeError.empty(); });
+  error = writeError;
+  if (!error.empty()) return false;
+  jobs.push_back({std::move(picture), partial / name});
+  changed.notify_all();
+  return true;
+}
+
+// ---- the writer's thread ----
+
+void TourOutput::WritePictures() {
+  std::unique_lock lock(mutex);
+  while (writeError.empty()) {
+    changed.wait(lock, [this] { return !jobs.empty() || finishing; });
+    if (jobs.empty()) return;
+    const Job job = std::move(jobs.front());
+    jobs.pop_front();
+    changed.notify_all();
+    lock.unlock();
+    std::string error;
+    const bool written = WritePicture(job, error);
+    lock.lock();
+    if (!written) writeError = error;
+    changed.notify_all();
+  }
+}
+
+bool TourOutput::WritePicture(const Job& job, std::string& error) {
+  return zovhost::WritePng(job.path, job.picture, error) &&
+         animation.Add(job.picture, MILLISECONDS_PER_PICTURE, error);
+}
+
+bool TourOutput::FinishPictures(std::string& error) {
+  if (!writer.joinable()) return writeError.empty();
+  {
+    const std::lock_guard lock(mutex);
+    finishing = true;
+    changed.notify_all();
+  }
+  writer.join();
+  error = writeError;
+  return writeError.empty();
+}
+
+// ---- the rest ----
+
+bool TourOutput::Publish(std::string& error) {
+  return FinishPictures(error) && WriteSheet(error) && animation.Write(partial / "tour.webp", error) &&
+         WritePage(error) && MoveInPlace(error);
+}
+
+bool TourOutput::WriteSheet(std::string& error) {
+  zovhost::ContactSheetParameters parameters;
+  parameters.title = title;
+  parameters.subtitle = "Orbit, pan and zoom through the library's own operations";
+  parameters.columns = SHEET_COLUMNS;
+  parameters.thumbnailWidth = THUMBNAIL_WIDTH;
+  zovhost::Image sheet;
+  return zovhost::MakeContactSheet(sheetPictures, parameters, sheet, error) &&
+         zovhost::WritePng(partial / "contact_sheet.png", sheet, error);
+}
+
+bool TourOutput::WritePage(std::string& error) {
+  const fs::path path = partial / "index.html";
+  std::ofstream page(path);
+  page << "<!doctype html>\n<html lang=\"en\">\n<meta charset=\"utf-8\">\n<title>" << EscapeHtml(title)
+       << "</title>\n<style>body{font-family:sans-serif;margin:2rem auto;max-width:80rem;"
+          "background:#f4f5f6;color:#222}img{max-width:100%}</style>\n<h1>"
+       << EscapeHtml(title)
+       << "</h1>\n<p><img src=\"tour.webp\" alt=\"The tour\"></p>\n"
+          "<p><img src=\"contact_sheet.png\" alt=\"Contact sheet of the tour\"></p>\n</html>\n";
+  page.close();
+  if (page) return true;
+  error = path.string() + ": cannot be written";
+  return false;
+}
+
+bool TourOutput::MoveInPlace(std::string& error) {
+  std::error_code failure;
+  fs::create_directories(directory, failure);
+  for (const fs::directory_entry& file : fs::directory_iterator(partial, failure)) {
+    if (!failure) fs::rename(file.path(), directory / file.path().filename(), failure);
+    if (failure) break;
+  }
+  if (failure) {
+    error = Describe(directory, failure);
+    return false;
+  }
+  RemoveOldPictures();
+  return true;
+}
+
+void TourOutput::RemoveOldPictures() {
+  std::error_code failure;
+  for (int number = pictureCount; fs::remove(directory / PictureName(number), failure); ++number) {
+  }
+}
+
+}  // namespace zovview

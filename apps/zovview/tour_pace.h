@@ -1,0 +1,9 @@
+#pragma once
+
+namespace zovview {
+
+/// A tour takes a picture at every so many frames of its clock, and plays back in the time it took.
+inline constexpr int FRAMES_PER_PICTURE = 10;
+inline constexpr int MILLISECONDS_PER_PICTURE = 167;
+
+}  // namespace zovview

@@ -1,0 +1,203 @@
+#include "viewer.h"
+
+#include <SDL_keycode.h>
+#include <epoxy/gl.h>
+
+#include <array>
+#include <cstdio>
+#include <string_view>
+#include <utility>
+
+#include "start_camera.h"
+
+namespace zovview {
+
+using zovhost::WindowEvent;
+
+namespace {
+
+constexpr const char* PROGRAM = "zovview";
+constexpr double MESSAGE_SECONDS = 8.0;
+constexpr int EXIT_BAD_MODEL = 2;
+
+struct KeyUse {
+  SDL_Keycode key;
+  void (*change)(ViewerHub&);
+};
+constexpr std::array<KeyUse, 4> KEY_USES = {
+    {{SDLK_HOME, GoHome}, {SDLK_p, ToggleProjection}, {SDLK_s, ToggleSnapping}, {SDLK_u, ToggleKeepUp}}};
+
+}  // namespace
+
+Viewer::MessageTimer::MessageTimer(Viewer& owner) : viewer(owner) {}
+
+void Viewer::MessageTimer::Timeout() {
+  viewer.contents.message.clear();
+  viewer.window.RequestFrame();
+}
+
+Viewer::Pointer::Pointer(zovhost::Window& onWindow, const zovhost::ResourcePack& pack)
+    : window(onWindow), resources(pack) {}
+
+// Numbers without a picture of their own show the system's arrow.
+bool Viewer::Pointer::ApplyCursor(Korvane::CursorID id) {
+  zovhost::CursorPicture picture;
+  if (resources.HasCursor(id) && resources.RenderCursor(id, window.GetScale(), picture)) {
+    window.DefineCursor(id, picture.image, picture.hotX, picture.hotY);
+  }
+  window.SetCursor(id);
+  return true;
+}
+
+bool Viewer::Pointer::WarpPointer(int x, int y) {
+  window.WarpPointer(x, y);
+  return true;
+}
+
+Viewer::Viewer(zovhost::Window& onWindow)
+    : window(onWindow),
+      hub([this] { window.RequestFrame(); }),
+      pointer(window, renderer.GetResources()),
+      navigation(hub, {[this](const Korvane::Vector3& origin, const Korvane::Vector3& direction,
+                              Korvane::Vector3& hit) {
+                         return renderer.QueryRaySceneIntersection(origin, direction, hit);
+                       },
+                       [this](Korvane::CursorID id) { renderer.SetCursorID(id); }}),
+      gui(window),
+      panel(hub),
+      messageTimer(*this),
+      progress(ProgressLine::OffTerminal::Silent),
+      loader([this] { window.Wake(); }) {
+  renderer.SetHost(&pointer);
+  renderer.Create();
+  window.SetEventHandler([this](const WindowEvent& event) { OnEvent(event); });
+  window.SetFrameHandler([this] { DrawFrame(); });
+  window.SetWakeHandler([this] { OnLoaderNews(); });
+  OnResized();
+}
+
+Viewer::~Viewer() {
+  window.SetEventHandler(nullptr);
+  window.SetFrameHandler(nullptr);
+  window.SetWakeHandler(nullptr);
+  renderer.Destroy();
+}
+
+int Viewer::Run(const ModelSource& first) {
+  Open(first);
+  window.Run();
+  window.Hide();  // a load that is still under way must not keep the window on the screen
+  return exitCode;
+}
+
+// ---- models ----
+
+void Viewer::Open(const ModelSource& source) {
+  loader.Start(source);
+  ShowLoading();
+}
+
+void Viewer::ShowLoading() {
+  contents.loading.reset();
+  if (loader.IsLoading()) contents.loading = loader.GetStatus();
+  window.RequestFrame();
+}
+
+void Viewer::OnLoaderNews() {
+  if (std::optional<LoadedModel> model = loader.TakeModel()) {
+    progress.Clear();
+    ShowModel(std::move(*model));
+  }
+  ShowLoading();
+  if (contents.loading.has_value()) progress.Show(contents.loading->fraction, contents.loading->step);
+}
+
+// What cannot be shown leaves the present model where it is; without one there is nothing to stay for.
+void Viewer::ShowModel(LoadedModel model) {
+  if (model.scene != nullptr && !sceneView.SetScene(model.scene.get())) {
+    model.error = model.source.GetName() + ": the graphics memory does not hold this model";
+    sceneView.SetScene(scene.get());
+    model.scene.reset();
+  }
+  if (model.scene == nullptr) {
+    std::fprintf(stderr, "%s: %s\n", PROGRAM, model.error.c_str());
+    if (scene != nullptr) return ShowMessage(model.error);
+    exitCode = EXIT_BAD_MODEL;
+    window.Close();
+    return;
+  }
+  navigation.Cancel();
+  scene = std::move(model.scene);
+  renderer.SetScene(scene.get());
+  EnterScene(hub, *scene);
+  contents.name = model.source.GetName();
+  contents.triangleCount = scene->GetTriangleCount();
+  contents.message.clear();
+  window.SetTitle(contents.name + " - " + PROGRAM);
+}
+
+void Viewer::ShowMessage(const std::string& text) {
+  contents.message = text;
+  messageTimer.Start(MESSAGE_SECONDS, false);
+  window.RequestFrame();
+}
+
+// ---- events ----
+
+void Viewer::OnEvent(const WindowEvent& event) {
+  switch (event.type) {
+    case WindowEvent::Type::MouseDown:
+      return navigation.OnMouseDown(event.button, event.x, event.y);
+    case WindowEvent::Type::MouseMove:
+      return navigation.OnMouseMove(event.x, event.y);
+    case WindowEvent::Type::MouseUp:
+      return navigation.OnMouseUp(event.button, event.x, event.y);
+    case WindowEvent::Type::Wheel:
+      return navigation.OnWheel(event.x, event.y, event.wheel);
+    case WindowEvent::Type::FocusLost:
+      return navigation.Cancel();
+    case WindowEvent::Type::Resized:
+      return OnResized();
+    case WindowEvent::Type::FileDropped:
+      return Open({event.path});
+    case WindowEvent::Type::KeyDown:
+      if (!event.repeated) OnKey(event.key);
+      return;
+    case WindowEvent::Type::KeyUp:
+    case WindowEvent::Type::MouseLeave:
+    case WindowEvent::Type::Closing:
+      return;
+  }
+}
+
+void Viewer::OnKey(int key) {
+  if (key == SDLK_F1) {
+    panel.ToggleVisible();
+    window.RequestFrame();
+  }
+  for (const KeyUse& use : KEY_USES) {
+    if (use.key != key) continue;
+    navigation.Cancel();  // a drag would take the change back
+    use.change(hub);
+  }
+}
+
+void Viewer::OnResized() {
+  hub.SetViewportSize(window.GetWidth(), window.GetHeight());
+  renderer.SetViewport(0, 0, window.GetWidth(), window.GetHeight());
+  renderer.SetDisplayScale(window.GetScale());
+}
+
+// ---- the frame ----
+
+void Viewer::DrawFrame() {
+  navigation.PerformFrame();
+  renderer.SetCamera(hub.GetView());
+  sceneView.Draw(hub.GetView(), 0, 0, window.GetWidth(), window.GetHeight(), window.GetScale());
+  glViewport(0, 0, window.GetWidth(), window.GetHeight());
+  gui.BeginFrame();
+  panel.Draw(contents);
+  gui.EndFrame();
+}
+
+}  // namespace zovview

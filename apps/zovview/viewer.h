@@ -1,0 +1,89 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "korvane/interval_timer.h"
+#include "model_source.h"
+#include "navigation.h"
+#include "progress_line.h"
+#include "scene_loader.h"
+#include "viewer_hub.h"
+#include "viewer_panel.h"
+#include "zovhost/gl_renderer.h"
+#include "zovhost/gl_scene_view.h"
+#include "zovhost/gui.h"
+#include "zovhost/resource_pack.h"
+#include "zovhost/window.h"
+
+namespace zovview {
+
+/// The viewer in a window.
+class Viewer {
+ public:
+  explicit Viewer(zovhost::Window& window);
+  ~Viewer();
+  Viewer(const Viewer&) = delete;
+  Viewer& operator=(const Viewer&) = delete;
+
+  /// Until the window is closed, or the first model turns out not to be one. The exit code of the program.
+  int Run(const ModelSource& first);
+
+  /// Begins to load a model; it replaces the present one when that has succeeded.
+  void Open(const ModelSource& source);
+  bool IsLoading() const { return loader.IsLoading(); }
+  /// Of the last failure, for a while; empty for none.
+  const std::string& GetMessage() const { return contents.message; }
+  const zovhost::Scene* GetScene() const { return scene.get(); }
+  ViewerHub& GetHub() { return hub; }
+  int GetExitCode() const { return exitCode; }
+
+ private:
+  // Lets a message go after a while.
+  class MessageTimer : public Korvane::IntervalTimer {
+   public:
+    explicit MessageTimer(Viewer& owner);
+    void Timeout() override;
+
+   private:
+    Viewer& viewer;
+  };
+
+  // Gives the library's renderer the pointer of the window.
+  class Pointer : public zovhost::RendererHost {
+   public:
+    Pointer(zovhost::Window& window, const zovhost::ResourcePack& resources);
+    bool ApplyCursor(Korvane::CursorID id) override;
+    bool WarpPointer(int x, int y) override;
+
+   private:
+    zovhost::Window& window;
+    const zovhost::ResourcePack& resources;
+  };
+
+  void OnEvent(const zovhost::WindowEvent& event);
+  void OnKey(int key);
+  void OnResized();
+  void OnLoaderNews();
+  void ShowModel(LoadedModel model);
+  void ShowMessage(const std::string& text);
+  void ShowLoading();
+  void DrawFrame();
+
+  zovhost::Window& window;
+  ViewerHub hub;
+  zovhost::GLSceneView sceneView;
+  zovhost::GLRenderer renderer;
+  Pointer pointer;
+  Navigation navigation;
+  zovhost::Gui gui;
+  ViewerPanel panel;
+  PanelContents contents;
+  std::unique_ptr<zovhost::Scene> scene;
+  MessageTimer messageTimer;
+  ProgressLine progress;
+  SceneLoader loader;
+  int exitCode = 0;
+};
+
+}  // namespace zovview

@@ -1,0 +1,49 @@
+#include "viewer_hub.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "korvane/math.h"
+
+namespace zovview {
+
+using Korvane::Math;
+
+ViewerHub::ViewerHub(std::function<void()> request) : requestFrame(std::move(request)) {}
+
+void ViewerHub::ApplyCameraParameters(const Korvane::CameraParameters& values) { view = values; }
+
+void ViewerHub::QueryCameraParameters(Korvane::CameraParameters& values) const { values = view; }
+
+void ViewerHub::RequestApplicationUpdate() { requestFrame(); }
+
+void ViewerHub::SetView(const Korvane::CameraParameters& values) {
+  view = values;
+  requestFrame();
+}
+
+void ViewerHub::SetViewportSize(int width, int height) {
+  Korvane::ApplicationParameters& parameters = GetApplicationParameters();
+  parameters.viewport_width = std::max(1, width);
+  parameters.viewport_height = std::max(1, height);
+  ShapeToViewport(view, parameters.viewport_width, parameters.viewport_height);
+  ShapeToViewport(parameters.home_camera, parameters.viewport_width, parameters.viewport_height);
+  requestFrame();
+}
+
+void ShapeToViewport(Korvane::CameraParameters& camera, double width, double height) {
+  const double wide = std::max(1.0, width / height);
+  const double tall = std::max(1.0, height / width);
+
+  const double angle = std::min(camera.GetHorizontalFOV(), camera.GetVerticalFOV());
+  const double tangent = std::tan(angle * Math::DEG_TO_RAD);
+  camera.SetHorizontalFOV(std::atan(tangent * wide) * Math::RAD_TO_DEG);
+  camera.SetVerticalFOV(std::atan(tangent * tall) * Math::RAD_TO_DEG);
+
+  const double size = std::min(camera.ortho_width, camera.ortho_height);
+  camera.ortho_width = size * wide;
+  camera.ortho_height = size * tall;
+}
+
+}  // namespace zovview

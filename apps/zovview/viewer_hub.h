@@ -1,0 +1,37 @@
+#pragma once
+
+#include <functional>
+
+#include "korvane/camera_operations.h"
+
+namespace zovview {
+
+/// The hub of the viewer: its three host operations reach the one camera that the viewer draws with.
+class ViewerHub : public Korvane::CameraOperations {
+ public:
+  explicit ViewerHub(std::function<void()> requestFrame);
+
+  void ApplyCameraParameters(const Korvane::CameraParameters& values) override;
+  void QueryCameraParameters(Korvane::CameraParameters& values) const override;
+  void RequestApplicationUpdate() override;
+
+  const Korvane::CameraParameters& GetView() const { return view; }
+  /// The viewer's own change of the camera; asks for a frame.
+  void SetView(const Korvane::CameraParameters& values);
+
+  /// Pixels. The narrower side of the view keeps what it shows, the other follows the proportions, for the
+  /// view and for the home camera. Sizes below 1 are taken as 1.
+  void SetViewportSize(int width, int height);
+  int GetViewportWidth() const { return GetApplicationParameters().viewport_width; }
+  int GetViewportHeight() const { return GetApplicationParameters().viewport_height; }
+
+ private:
+  std::function<void()> requestFrame;
+  Korvane::CameraParameters view;
+};
+
+/// Gives a camera the proportions of a viewport, width by height: the narrower side keeps its angle and its
+/// orthographic size.
+void ShapeToViewport(Korvane::CameraParameters& camera, double width, double height);
+
+}  // namespace zovview

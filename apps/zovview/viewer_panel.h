@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+#include "scene_loader.h"
+
+namespace zovview {
+
+class ViewerHub;
+
+/// What the panel shows beside the settings of the hub.
+struct PanelContents {
+  std::string name;
+  std::size_t triangleCount = 0;
+  std::string message;                         // of a failure; empty for none
+  std::optional<SceneLoader::Status> loading;  // while a model loads
+};
+
+/// The small panel in the corner of the window, and the bar of progress. To be drawn within a frame of the
+/// Gui.
+class ViewerPanel {
+ public:
+  explicit ViewerPanel(ViewerHub& hub);
+
+  void Draw(const PanelContents& contents);
+  void ToggleVisible() { visible = !visible; }
+
+ private:
+  void DrawSettings(const PanelContents& contents);
+  void DrawHelp() const;
+
+  ViewerHub& hub;
+  bool visible = true;
+};
+
+// The changes of the panel, which keys make as well.
+
+void SetOrthographic(ViewerHub& hub, bool orthographic);
+void ToggleProjection(ViewerHub& hub);
+void ToggleSnapping(ViewerHub& hub);
+void ToggleKeepUp(ViewerHub& hub);
+void GoHome(ViewerHub& hub);
+
+}  // namespace zovview

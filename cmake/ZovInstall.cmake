@@ -1,0 +1,43 @@
+# Headers, the library, a package for find_package and one for pkg-config. Components: `runtime` is what a
+# program needs to run, `development` what it needs to be built.
+include(CMakePackageConfigHelpers)
+
+set(ZOV_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/zovtools)
+
+install(TARGETS zovtools EXPORT zovtoolsTargets
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/
+  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development FILES_MATCHING PATTERN "*.h")
+install(EXPORT zovtoolsTargets NAMESPACE zov::
+  DESTINATION ${ZOV_PACKAGE_DIR} COMPONENT development)
+
+configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/zovtoolsConfig.cmake.in
+  ${PROJECT_BINARY_DIR}/zovtoolsConfig.cmake INSTALL_DESTINATION ${ZOV_PACKAGE_DIR}
+  NO_SET_AND_CHECK_MACRO)
+# Before 1.0 a new minor version may change the interface.
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/zovtoolsConfigVersion.cmake
+  COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/zovtoolsConfig.cmake ${PROJECT_BINARY_DIR}/zovtoolsConfigVersion.cmake
+  DESTINATION ${ZOV_PACKAGE_DIR} COMPONENT development)
+
+# The package finds its prefix from its own place, so an installed tree may be moved. With an absolute
+# library or include folder it names that one.
+set(ZOV_PC_DIR ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+if(IS_ABSOLUTE ${CMAKE_INSTALL_LIBDIR})
+  set(ZOV_PC_PREFIX ${CMAKE_INSTALL_PREFIX})
+else()
+  file(RELATIVE_PATH up ${CMAKE_INSTALL_PREFIX}/${ZOV_PC_DIR} ${CMAKE_INSTALL_PREFIX})
+  string(REGEX REPLACE "/$" "" up "${up}")
+  set(ZOV_PC_PREFIX "\${pcfiledir}/${up}")
+endif()
+foreach(folder LIBDIR INCLUDEDIR)
+  if(IS_ABSOLUTE ${CMAKE_INSTALL_${folder}})
+    set(ZOV_PC_${folder} ${CMAKE_INSTALL_${folder}})
+  else()
+    set(ZOV_PC_${folder} "\${prefix}/${CMAKE_INSTALL_${folder}}")
+  endif()
+endforeach()
+configure_file(${CMAKE_CURRENT_LIST_DIR}/zovtools.pc.in ${PROJECT_BINARY_DIR}/zovtools.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/zovtools.pc DESTINATION ${ZOV_PC_DIR} COMPONENT development)

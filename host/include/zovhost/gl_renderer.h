@@ -1,0 +1,117 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "korvane/camera_parameters.h"
+#include "korvane/renderer.h"
+#include "zovhost/projection.h"
+
+namespace zovhost {
+
+class ResourcePack;
+class Scene;
+
+/// What the renderer asks of the window around it. Each answers false when it cannot.
+class RendererHost {
+ public:
+  virtual ~RendererHost();
+  /// The pointer's shape; never CURSOR_NONE.
+  virtual bool ApplyCursor(Korvane::CursorID id);
+  /// To a viewport pixel, origin at the bottom left.
+  virtual bool WarpPointer(int x, int y);
+  virtual bool OpenMenu(Korvane::MenuID id);
+  virtual bool OpenUCSMenu(int x, int y);
+};
+
+/// The library's renderer over OpenGL 3.3 core, confined to what OpenGL ES 3.0 has too.
+///
+/// Draws into whatever framebuffer is bound, and puts back all state at the end of each pass. Between
+/// passes it calls OpenGL only to upload and free pictures. All calls need the context of Create.
+///
+/// Pixels are those of the framebuffer, counted from the bottom left of the viewport given with
+/// SetViewport.
+class GLRenderer : public Korvane::Renderer {
+ public:
+  /// Draws the scene for a camera into the bound framebuffer, `width` by `height` pixels at its origin.
+  using SceneDraw = std::function<void(const Korvane::CameraParameters& camera, int width, int height)>;
+  /// The first point of the scene along a ray.
+  using SceneRay = std::function<bool(const Korvane::Vector3& origin, const Korvane::Vector3& direction,
+                                      Korvane::Vector3& hit)>;
+
+  /// Null takes the kit's own pack.
+  explicit GLRenderer(std::shared_ptr<const ResourcePack> resources = nullptr);
+  ~GLRenderer() override;
+
+  // What the host tells. None of it needs to be there.
+
+  /// Borrowed; null for none.
+  void SetHost(RendererHost* host);
+  /// Where the viewport lies in the framebuffer, in pixels; the default is nowhere, and nothing is drawn.
+  void SetViewport(int x, int y, int width, int height);
+  /// Pixels for one point of the display, 1 (the default) to 4: texts and pictures made from now on are
+  /// drawn for it.
+  void SetDisplayScale(double scale);
+  /// The camera of the view, to be told before each frame's drawing: ProjectToScreen and the queries of
+  /// screen rectangles use it.
+  void SetCamera(const Korvane::CameraParameters& camera);
+  /// The depths of the scene, the same that the host projects the scene with, so that things drawn in the
+  /// scene hide behind it.
+  void SetSceneSphere(const SceneSphere& sphere);
+  void SetSceneDraw(SceneDraw draw);
+  void SetSceneRay(SceneRay ray);
+  /// Sphere and rays of a scene, which is borrowed; null forgets both.
+  void SetScene(const Scene* scene);
+
+  const ResourcePack& GetResources() const;
+
+  // Korvane::Renderer. Create needs a current context of OpenGL 3.3 or OpenGL ES 3.0 and is false without.
+  bool Create() override;
+  bool Destroy() override;
+  bool BeginRender(const Korvane::Box2& viewport, const Korvane::CameraParameters& camera,
+                   RenderMode mode) override;
+  bool EndRender() override;
+  bool RenderGeometry(unsigned vertexCount, const float* vertices, const float* texCoords,
+                      const MaterialParams* material) override;
+  bool Render(Korvane::ResourceIcon3D* icon) override;
+  bool Render(Korvane::DynamicIcon2D* icon) override;
+  bool Render(Korvane::ResourceIcon2D* icon) override;
+  std::wstring LoadStringResource(int id) override;
+  Korvane::PixelIcon2D* CreateImageData(Korvane::TextureID id) override;
+  Korvane::DynamicIcon2D* CreateSceneScreenshot(int width, int height,
+                                                const Korvane::CameraParameters& camera) override;
+  /// `first` by `second` points is the box that the text is fitted into, ending in an ellipsis when it is
+  /// too long; 0 leaves that direction free. `size` in points.
+  Korvane::DynamicIcon2D* CreateTextLabel(const wchar_t* text, float size, int first, int second) override;
+  Korvane::DynamicIcon2D* CreateTooltip(const wchar_t* text) override;
+  Korvane::DynamicIcon2D* CreateTooltipHUD(const wchar_t* text) override;
+  Korvane::DynamicIcon2D* CreateMessageHUD(const wchar_t* text) override;
+  Korvane::DynamicIcon2D* CreatePivotLabel(const wchar_t* text) override;
+  Korvane::DynamicIcon2D* CreateMiniWheelLabel(const wchar_t* text) override;
+  /// `other` is set smaller below `text`, if there is one; `flag`: highlighted; `number`: the width in
+  /// pixels.
+  Korvane::DynamicIcon2D* CreateUCSMenuLabel(const wchar_t* text, const wchar_t* other, bool flag,
+                                             int number) override;
+  bool DestroyIcon(Korvane::DynamicIcon2D*& icon) override;
+  bool QueryRaySceneIntersection(const Korvane::Vector3& origin, const Korvane::Vector3& direction,
+                                 Korvane::Vector3& hit) override;
+  /// The nearest of the points seen through a grid of pixels of the rectangle.
+  bool QueryScreenRectRaySceneIntersection(int left, int bottom, int right, int top,
+                                           Korvane::Vector3& hit) override;
+  bool SetCursorPosition(int x, int y) override;
+  bool OpenMenu(Korvane::MenuID id) override;
+  bool OpenUCSMenu(int x, int y) override;
+  bool ProjectToScreen(Korvane::Vector3 point, Korvane::Vector2& pixel) override;
+
+ protected:
+  bool LoadTexture(Korvane::TextureID id) override;
+  void ReleaseTexture(Korvane::TextureID id) override;
+  bool SetCursorIcon(Korvane::CursorID id) override;
+
+ private:
+  class Impl;
+  std::unique_ptr<Impl> impl;
+};
+
+}  // namespace zovhost

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <memory>
+
+#include "korvane/camera_parameters.h"
+#include "zovhost/projection.h"
+
+namespace zovhost {
+
+class Scene;
+
+/// Draws a scene: lit from over the viewer's shoulder and from the sky, edges drawn as fine lines, over a
+/// calm background.
+///
+/// Draws into whatever framebuffer is bound and restores the state that it touches. Needs the context that
+/// was current at SetScene. A framebuffer with a depth buffer is needed, one with samples looks best.
+class GLSceneView {
+ public:
+  struct Options {
+    float backgroundTop[3] = {0.80F, 0.85F, 0.90F};  // sRGB
+    float backgroundBottom[3] = {0.95F, 0.955F, 0.96F};
+    bool drawBackground = true;
+    bool drawEdges = true;
+    bool drawGroundShadow = true;
+    int selectedPart = -1;  // index into the scene's parts, -1: none
+  };
+
+  GLSceneView();
+  ~GLSceneView();
+  GLSceneView(const GLSceneView&) = delete;
+  GLSceneView& operator=(const GLSceneView&) = delete;
+
+  /// Uploads the scene, which is not needed afterwards; null empties the view. False when the context is
+  /// unfit or memory is short; the view is then empty.
+  bool SetScene(const Scene* scene);
+  /// Frees everything; the destructor does so as well. The context has to be current.
+  void Destroy();
+
+  Options& GetOptions();
+  const Options& GetOptions() const;
+  /// Around the scene; the unit sphere while empty. Give it to whoever projects with the same depths.
+  const SceneSphere& GetSphere() const;
+
+  /// Clears colour and depth and draws, into a viewport at (`x`, `y`) of the framebuffer. `scale`: pixels
+  /// for one point of the display, for the width of lines. False for a viewport without size.
+  bool Draw(const Korvane::CameraParameters& camera, int x, int y, int width, int height, double scale = 1.0);
+  /// At the framebuffer's origin.
+  bool Draw(const Korvane::CameraParameters& camera, int width, int height) {
+    return Draw(camera, 0, 0, width, height);
+  }
+
+ private:
+  class Impl;
+  std::unique_ptr<Impl> impl;
+};
+
+}  // namespace zovhost

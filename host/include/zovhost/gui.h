@@ -1,0 +1,37 @@
+#pragma once
+
+#include <memory>
+
+namespace zovhost {
+
+class Window;
+
+/// Menus and panels by Dear ImGui over a window, or over a picture without any input.
+///
+/// Between BeginFrame and EndFrame the functions of imgui.h may be called. The pointer belongs to the
+/// panels while it is over one of them; everything else goes on to the handler of the window's events. A
+/// frame is asked for only when something on a panel may have changed. One at a time.
+class Gui {
+ public:
+  /// Over a window: takes the window's native event hook. The window must outlive it, with its context
+  /// current here, in EndFrame and in the destructor.
+  explicit Gui(Window& window);
+  /// Over a picture of this size in pixels, with the context current likewise.
+  Gui(int width, int height);
+  ~Gui();
+  Gui(const Gui&) = delete;
+  Gui& operator=(const Gui&) = delete;
+
+  void BeginFrame();
+  /// Draws what was put together into the bound framebuffer, and leaves the state of OpenGL as it was.
+  void EndFrame();
+
+  /// Whether a viewport pixel, origin at the bottom left, lies on a panel of the last frame.
+  bool IsOverPanel(int x, int y) const;
+
+ private:
+  class Impl;
+  std::unique_ptr<Impl> impl;
+};
+
+}  // namespace zovhost

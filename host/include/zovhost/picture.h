@@ -1,0 +1,62 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "zovhost/image.h"
+
+namespace zovhost {
+
+/// Decodes a PNG, JPEG or any other picture that gdk-pixbuf knows. False leaves `image` alone and puts the
+/// reason into `error`.
+bool DecodeImage(const std::uint8_t* bytes, std::size_t size, Image& image, std::string& error);
+
+/// Reads and decodes a picture file; `error` names the file.
+bool ReadImage(const std::filesystem::path& path, Image& image, std::string& error);
+
+/// Writes a PNG. The file appears whole or not at all: it is written beside its place and renamed.
+/// False puts one line into `error`; an image without pixels is refused.
+bool WritePng(const std::filesystem::path& path, const Image& image, std::string& error);
+
+struct LabelledImage {
+  Image image;
+  std::string label;  // UTF-8, one line; too long a label ends in an ellipsis
+};
+
+struct ContactSheetParameters {
+  std::string title;         // UTF-8; empty: no heading
+  std::string subtitle;      // smaller, below the title
+  int columns = 4;           // fewer when there are fewer pictures
+  int thumbnailWidth = 480;  // pixels; pictures keep their proportions
+};
+
+/// Arranges pictures in rows on a light sheet, each with its label below. False puts one line into `error`;
+/// no pictures, or one without pixels, are refused.
+bool MakeContactSheet(const std::vector<LabelledImage>& pictures, const ContactSheetParameters& parameters,
+                      Image& sheet, std::string& error);
+
+/// Collects frames of one size into an animation (animated WebP, which every current browser plays) that
+/// repeats for ever. Frames are compressed as they come, so memory does not grow with their number.
+class AnimationWriter {
+ public:
+  /// `quality` 0 to 100, of lossy compression.
+  explicit AnimationWriter(float quality = 80.0f);
+  ~AnimationWriter();
+  AnimationWriter(const AnimationWriter&) = delete;
+  AnimationWriter& operator=(const AnimationWriter&) = delete;
+
+  /// Appends a frame that stands for `milliseconds`, 1 or more. The first frame sets the size.
+  bool Add(const Image& frame, int milliseconds, std::string& error);
+  /// Writes the file, whole or not at all, and ends the animation: later calls are refused.
+  bool Write(const std::filesystem::path& path, std::string& error);
+
+ private:
+  struct State;
+  std::unique_ptr<State> state;
+};
+
+}  // namespace zovhost

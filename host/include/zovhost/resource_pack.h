@@ -1,0 +1,80 @@
+#pragma once
+
+#include <array>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "zovhost/image.h"
+
+namespace zovhost {
+
+/// A pointer's shape; the hot spot counts in the image's pixels from its top left.
+struct CursorPicture {
+  Image image;
+  int hotX = 0;
+  int hotY = 0;
+};
+
+/// Pictures, texts and cursors under the numbers that the library uses. Pictures and cursors are vectors
+/// (SVG) and drawn at whatever scale the display has. A slot without a picture gives a placeholder: a fine
+/// checker that shows its number.
+class ResourcePack {
+ public:
+  static constexpr int pictureCount = 185;
+  static constexpr int stringCount = 102;
+  static constexpr int cursorCount = 27;
+
+  /// Every slot empty.
+  ResourcePack();
+  ~ResourcePack();
+  ResourcePack(const ResourcePack&) = delete;
+  ResourcePack& operator=(const ResourcePack&) = delete;
+
+  /// The kit's own pack, which is built into it. One for the process.
+  static std::shared_ptr<const ResourcePack> GetDefault();
+
+  // Numbers out of range are refused with false.
+  bool SetPicture(int id, std::string svg);
+  bool SetString(int id, std::string utf8);
+  /// The hot spot counts in units of the drawing.
+  bool SetCursor(int id, std::string svg, double hotX, double hotY);
+  /// A table of texts, a line each: the number, blanks, the text to the end of the line. `\n` in a text
+  /// breaks the line; lines that begin with # are remarks. Stops at the first line that is neither and
+  /// tells which in `error`.
+  bool ReadStrings(std::string_view table, std::string& error);
+
+  bool HasPicture(int id) const;
+  bool HasCursor(int id) const;
+
+  /// The picture at 1, 2 or 3 pixels a unit (other scales work as well, above 0 up to 8). An empty slot
+  /// gives its placeholder. False, with `image` untouched, when the slot's drawing is broken, for a number
+  /// out of range and for a scale out of range.
+  bool RenderPicture(int id, double scale, Image& image) const;
+  /// The picture without antialiasing, at 1 pixel a unit: each pixel is wholly of one region or wholly
+  /// transparent. False for an empty slot: a placeholder has no regions.
+  bool RenderHitMap(int id, Image& image) const;
+  bool RenderCursor(int id, double scale, CursorPicture& cursor) const;
+  /// The placeholder of a number, 64 units wide and high.
+  static Image RenderPlaceholder(int id, double scale);
+
+  /// UTF-8; empty for an empty slot or a number out of range.
+  const std::string& GetString(int id) const;
+
+ private:
+  struct Cursor {
+    std::string svg;
+    double hotX = 0.0;
+    double hotY = 0.0;
+  };
+
+  std::array<std::string, pictureCount> pictures;
+  std::array<std::string, stringCount> strings;
+  std::array<Cursor, cursorCount> cursors;
+};
+
+/// Malformed UTF-8, and wide characters that are no characters, become U+FFFD.
+std::wstring Utf8ToWide(std::string_view text);
+std::string WideToUtf8(std::wstring_view text);
+
+}  // namespace zovhost

@@ -1,0 +1,124 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "korvane/box3.h"
+#include "korvane/vector3.h"
+#include "zovhost/image.h"
+
+namespace zovhost {
+
+/// How a surface looks.
+struct SceneMaterial {
+  std::string name;
+  std::array<float, 4> colour = {0.8f, 0.8f, 0.8f, 1.0f};  // sRGB and opacity, 0 to 1; multiplies the image
+  int image = -1;                                          // index into the scene's images, -1: none
+  bool twoSided = true;                                    // draw both faces
+};
+
+/// Triangles in a space of their own; a part places them in the world.
+struct SceneMesh {
+  std::vector<float> positions;        // 3 a vertex
+  std::vector<float> normals;          // 3 a vertex, unit length
+  std::vector<float> texCoords;        // 2 a vertex, v = 0 at the top row of the image; or empty
+  std::vector<std::uint8_t> colours;   // 4 a vertex, sRGB and opacity, multiply the material; or empty
+  std::vector<std::uint32_t> indices;  // 3 a triangle, counter-clockwise seen from the front
+  int material = 0;                    // index into the scene's materials
+};
+
+/// One placement of a mesh.
+struct ScenePart {
+  std::string name;
+  int mesh = 0;
+  /// Column major, from the mesh to the world. Double precision, because models often stand far from the
+  /// origin: multiply it with the view matrix before rounding to float and nothing trembles.
+  std::array<double, 16> transform = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
+  Korvane::Box3 bounds;  // in the world, along its axes; filled by MakeScene
+};
+
+/// What a scene is made of.
+struct SceneData {
+  std::vector<SceneMesh> meshes;
+  std::vector<SceneMaterial> materials;
+  std::vector<Image> images;
+  std::vector<ScenePart> parts;
+  Korvane::Vector3 upDirection = {0.0, 1.0, 0.0};  // unit length, in the world
+  std::vector<std::string> warnings;               // what was left out of the file, a line each
+};
+
+class RayIndex;
+
+/// A model in memory that answers for its size and for rays. Immutable: every member may be called from any
+/// number of threads at once.
+class Scene {
+ public:
+  struct Hit {
+    Korvane::Vector3 point;   // in the world
+    Korvane::Vector3 normal;  // of the triangle, unit length, turned towards the origin of the ray
+    double distance = 0.0;    // from the origin of the ray, in world units whatever the direction's length
+    int part = -1;
+  };
+
+  ~Scene();
+  Scene(const Scene&) = delete;
+  Scene& operator=(const Scene&) = delete;
+
+  const std::vector<SceneMesh>& GetMeshes() const { return data.meshes; }
+  const std::vector<SceneMaterial>& GetMaterials() const { return data.materials; }
+  const std::vector<Image>& GetImages() const { return data.images; }
+  const std::vector<ScenePart>& GetParts() const { return data.parts; }
+  const std::vector<std::string>& GetWarnings() const { return data.warnings; }
+
+  /// The box along the world's axes around everything, in double precision; never empty.
+  Korvane::Vector3 GetMin() const { return minimum; }
+  Korvane::Vector3 GetMax() const { return maximum; }
+  Korvane::Vector3 GetCentre() const { return (minimum + maximum) * 0.5; }
+  Korvane::Box3 GetBoundingBox() const;
+  /// Half the diagonal of the box; above zero.
+  double GetRadius() const { return (maximum - minimum).Length() * 0.5; }
+  /// Which way the model stands, of unit length. A camera with this up shows the model upright.
+  Korvane::Vector3 GetUpDirection() const { return data.upDirection; }
+  /// Triangles of all parts: a mesh placed twice counts twice.
+  std::size_t GetTriangleCount() const { return triangleCount; }
+
+  /// The nearest triangle along the ray, from either face. False, with `hit` untouched, when there is none
+  /// or when the ray is degenerate: a direction without length, or anything that is not finite.
+  bool Intersect(const Korvane::Vector3& origin, const Korvane::Vector3& direction, Hit& hit) const;
+
+ private:
+  friend std::unique_ptr<Scene> MakeScene(SceneData, std::string&);
+  explicit Scene(SceneData);
+
+  SceneData data;
+  Korvane::Vector3 minimum;
+  Korvane::Vector3 maximum;
+  std::size_t triangleCount = 0;
+  std::unique_ptr<RayIndex> rays;
+};
+
+/// Told how far loading is: `fraction` from 0 to 1, never falling, and a few words that name the step. Runs
+/// on the thread that called LoadScene, at least ten times a second while the file is being read, so a
+/// window may serve its events from it.
+using Progress = std::function<void(double fraction, const char* what)>;
+
+/// A scene of given parts. Null when an index points nowhere, a number is not finite or there is nothing to
+/// show; `error` then holds one line.
+std::unique_ptr<Scene> MakeScene(SceneData data, std::string& error);
+
+/// Reads a model: glTF, OBJ, STL, PLY, FBX, DAE, 3MF, IFC and whatever else the importer recognises. Null on
+/// failure; `error` then holds one line that names the file and the reason. No file, however broken, brings
+/// the program down: contained_import.h tells how. `progress` may be empty.
+std::unique_ptr<Scene> LoadScene(const std::filesystem::path& path, const Progress& progress,
+                                 std::string& error);
+
+/// A two-storey house with a terrace on a lawn, generated; 1 unit is a metre, z is up, the entrance faces -y.
+std::unique_ptr<Scene> MakeDemoBuilding();
+
+}  // namespace zovhost

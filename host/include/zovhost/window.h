@@ -1,0 +1,123 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+union SDL_Event;
+struct SDL_Window;
+
+namespace zovhost {
+
+struct Image;
+
+enum class MouseButton : int { Left = 0, Middle = 1, Right = 2 };
+
+/// What happened in a window. Positions are viewport pixels, origin at the bottom left, y upward; during a
+/// drag they may lie outside the viewport.
+struct WindowEvent {
+  enum class Type : int {
+    MouseDown,
+    MouseUp,
+    MouseMove,
+    MouseLeave,  ///< The pointer has left the window, and no button is held.
+    Wheel,
+    KeyDown,
+    KeyUp,
+    FocusLost,  ///< Whatever is held will not be heard to be released.
+    Resized,    ///< The size in pixels, or the scale, has changed.
+    FileDropped,
+    Closing,  ///< The user wants to leave; the loop ends after this event.
+  };
+  enum Modifier : unsigned { SHIFT = 1, CONTROL = 2, ALT = 4 };
+
+  Type type = Type::MouseMove;
+  int x = 0;
+  int y = 0;
+  MouseButton button = MouseButton::Left;
+  int clicks = 0;          ///< With MouseDown: 1, 2 for a double click, and so on.
+  double wheel = 0.0;      ///< Notches; positive away from the user. Fractions on fine wheels.
+  std::int32_t key = 0;    ///< A key code of the window system library (SDL_Keycode).
+  bool repeated = false;   ///< With KeyDown: the key is held.
+  unsigned modifiers = 0;  ///< A sum of Modifier.
+  std::string path;        ///< The dropped file.
+};
+
+/// A window with an OpenGL 3.3 core context, on a display or offscreen, and its event loop.
+///
+/// The loop sleeps until an event comes, until a timer of the library's default platform is due, or until
+/// a frame is asked for; a window that is left alone uses no processor time. One window at a time; all
+/// calls belong on the thread that made it, but Wake.
+class Window {
+ public:
+  struct Options {
+    std::string title;
+    /// In points: on a display of high density the viewport has more pixels than this.
+    int width = 1280;
+    int height = 800;
+    /// No window on any display; the context draws into framebuffers of the caller's own.
+    bool offscreen = false;
+  };
+
+  using EventHandler = std::function<void(const WindowEvent&)>;
+  /// Sees each event as the window system library gives it, before it is translated. True: consumed.
+  using NativeEventHook = std::function<bool(const SDL_Event&)>;
+  using FrameHandler = std::function<void()>;
+
+  /// Null on failure; `error` then holds one clear line. The context is current afterwards.
+  static std::unique_ptr<Window> Create(const Options& options, std::string& error);
+  /// Whether this session offers a display to open a window on.
+  static bool HasDisplay();
+
+  ~Window();
+  Window(const Window&) = delete;
+  Window& operator=(const Window&) = delete;
+
+  bool IsOffscreen() const;
+  /// The viewport in pixels.
+  int GetWidth() const;
+  int GetHeight() const;
+  /// Pixels for one point: 1 on an ordinary display, 2 on one of double density.
+  double GetScale() const;
+  void SetTitle(const std::string& title);
+  void Hide();
+
+  void SetEventHandler(EventHandler handler);
+  void SetNativeEventHook(NativeEventHook hook);
+  /// Draws one frame into the window's framebuffer; what it drew is shown when it returns.
+  void SetFrameHandler(FrameHandler handler);
+
+  /// The frame handler runs once, soon, however often this is called before it does; not more often than
+  /// the display shows frames.
+  void RequestFrame();
+  bool IsFrameRequested() const;
+  /// Ends the sleep of the loop from any thread: the handler of Wake then runs on the window's thread.
+  void Wake();
+  void SetWakeHandler(std::function<void()> handler);
+
+  /// Runs until the window is closed.
+  void Run();
+  /// One round: sleeps up to `longestWait` milliseconds (-1: as long as nothing happens), handles what
+  /// has come and draws a frame that was asked for. False once the window is closed.
+  bool Step(int longestWait);
+  void Close();
+
+  /// The shape of the pointer under a number, straight alpha, `hotX` and `hotY` from the top left of the
+  /// picture. A second picture under the same number replaces the first.
+  bool DefineCursor(int number, const Image& image, int hotX, int hotY);
+  /// Shows the cursor of a number; one that was never defined shows the system's arrow.
+  void SetCursor(int number);
+  /// Moves the pointer to a viewport pixel. The motion that the window system makes of it is not reported.
+  void WarpPointer(int x, int y);
+
+  SDL_Window* GetNativeWindow() const;
+  void* GetNativeContext() const;
+
+ private:
+  class Impl;
+  explicit Window(std::unique_ptr<Impl> implementation);
+  std::unique_ptr<Impl> impl;
+};
+
+}  // namespace zovhost

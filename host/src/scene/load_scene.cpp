@@ -1,0 +1,94 @@
+#include <algorithm>
+#include <cerrno>
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <fstream>
+#include <utility>
+
+#include "scene/contained_import.h"
+#include "zovhost/scene.h"
+
+namespace zovhost {
+
+namespace {
+
+constexpr double IMPORT_SHARE = 0.9;  // of the progress; the rest goes to the ray index
+constexpr std::size_t LONGEST_REASON = 300;
+
+// Never falls, whatever the importer claims.
+class MonotoneProgress {
+ public:
+  explicit MonotoneProgress(const Progress& target) : progress(target) {}
+  void Report(double fraction, const char* what) {
+    if (std::isfinite(fraction)) reached = std::clamp(fraction, reached, 1.0);
+    if (progress) progress(reached, what);
+  }
+
+ private:
+  const Progress& progress;
+  double reached = 0.0;
+};
+
+// Names and reasons come from files, so they may hold anything.
+std::string MakeLine(const std::string& text) {
+  std::string line;
+  for (const char c : text) {
+    const bool control = static_cast<unsigned char>(c) < 0x20 || c == 0x7f;
+    if (!control)
+      line += c;
+    else if (!line.empty() && line.back() != ' ')
+      line += ' ';
+  }
+  while (!line.empty() && (line.back() == ' ' || line.back() == '.')) line.pop_back();
+  return line;
+}
+
+std::string MakeReason(const std::string& text) {
+  const std::string line = MakeLine(text);
+  return line.size() <= LONGEST_REASON ? line : line.substr(0, LONGEST_REASON) + "...";
+}
+
+// The reasons that do not need an importer; empty when there are none.
+std::string FindObstacle(const std::filesystem::path& path) {
+  std::error_code failure;
+  const std::filesystem::file_status status = std::filesystem::status(path, failure);
+  if (status.type() == std::filesystem::file_type::not_found) return "there is no such file";
+  if (failure) return failure.message();
+  if (std::filesystem::is_directory(status)) return "it is a directory, not a model file";
+  if (!std::filesystem::is_regular_file(status)) return "it is not a regular file";
+  errno = 0;
+  std::ifstream file(path, std::ios::binary);
+  if (!file) return std::string("it cannot be opened: ") + std::strerror(errno);
+  if (file.peek() == std::ifstream::traits_type::eof()) return "the file is empty";
+  return {};
+}
+
+}  // namespace
+
+std::unique_ptr<Scene> LoadScene(const std::filesystem::path& path, const Progress& progress,
+                                 std::string& error) {
+  MonotoneProgress monotone(progress);
+  const Progress importing = [&monotone](double fraction, const char* what) {
+    monotone.Report(fraction * IMPORT_SHARE, what);
+  };
+  const auto fail = [&](const std::string& reason) {
+    error = MakeLine(path.string()) + ": " + MakeReason(reason);
+    return nullptr;
+  };
+  monotone.Report(0.0, "Reading the file");
+  const std::string obstacle = FindObstacle(path);
+  if (!obstacle.empty()) return fail(obstacle);
+
+  SceneData data;
+  std::string reason;
+  if (!ImportContained(path, GetImportLimits(path), importing, data, reason)) return fail(reason);
+  for (std::string& warning : data.warnings) warning = MakeReason(warning);
+  monotone.Report(IMPORT_SHARE, "Indexing for rays");
+  std::unique_ptr<Scene> scene = MakeScene(std::move(data), reason);
+  if (scene == nullptr) return fail(reason);
+  monotone.Report(1.0, "Done");
+  return scene;
+}
+
+}  // namespace zovhost

@@ -1,0 +1,246 @@
+#include "zovhost/gui.h"
+
+#include <SDL.h>
+#include <backends/imgui_impl_opengl3.h>
+#include <backends/imgui_impl_sdl.h>
+#include <fontconfig/fontconfig.h>
+#include <imgui.h>
+#include <imgui_internal.h>
+
+#include <filesystem>
+#include <string>
+
+#include "zovhost/window.h"
+
+namespace zovhost {
+
+namespace {
+
+constexpr float FONT_SIZE = 15.0F;  // points
+// A click takes effect in the frame after it, and a panel that changes its size settles in one more.
+constexpr int FRAMES_TO_SETTLE = 3;
+
+struct FontconfigDeleter {
+  void operator()(FcPattern* pattern) const { FcPatternDestroy(pattern); }
+};
+using FontPattern = std::unique_ptr<FcPattern, FontconfigDeleter>;
+
+/// The file of the system's plain font; empty when there is none.
+std::string FindFontFile() {
+  const FontPattern wanted(FcPatternCreate());
+  if (wanted == nullptr) return {};
+  static const FcChar8 family[] = "sans-serif";
+  FcPatternAddString(wanted.get(), FC_FAMILY, family);
+  FcPatternAddBool(wanted.get(), FC_SCALABLE, FcTrue);
+  FcConfigSubstitute(nullptr, wanted.get(), FcMatchPattern);
+  FcDefaultSubstitute(wanted.get());
+
+  FcResult result = FcResultNoMatch;
+  const FontPattern found(FcFontMatch(nullptr, wanted.get(), &result));
+  FcChar8* file = nullptr;
+  if (found == nullptr || FcPatternGetString(found.get(), FC_FILE, 0, &file) != FcResultMatch) return {};
+  const std::string path(reinterpret_cast<const char*>(file));
+  std::error_code failure;
+  return std::filesystem::is_regular_file(path, failure) ? path : std::string();
+}
+
+// Neutral and translucent, with the one accent of the kit.
+void SetLook() {
+  ImGui::StyleColorsDark();
+  ImGuiStyle& style = ImGui::GetStyle();
+  style.WindowRounding = 6.0F;
+  style.FrameRounding = 4.0F;
+  style.GrabRounding = 4.0F;
+  style.WindowBorderSize = 0.0F;
+  style.WindowPadding = ImVec2(12.0F, 10.0F);
+
+  const ImVec4 accent(0.0F, 0.38F, 0.75F, 1.0F);
+  const ImVec4 light(0.71F, 0.84F, 0.95F, 1.0F);
+  const ImVec4 field(1.0F, 1.0F, 1.0F, 0.12F);
+  const ImVec4 hovered(1.0F, 1.0F, 1.0F, 0.22F);
+  style.Colors[ImGuiCol_WindowBg] = ImVec4(0.11F, 0.12F, 0.13F, 0.78F);
+  style.Colors[ImGuiCol_TitleBg] = style.Colors[ImGuiCol_WindowBg];
+  style.Colors[ImGuiCol_TitleBgActive] = style.Colors[ImGuiCol_WindowBg];
+  style.Colors[ImGuiCol_TitleBgCollapsed] = style.Colors[ImGuiCol_WindowBg];
+  style.Colors[ImGuiCol_FrameBg] = field;
+  style.Colors[ImGuiCol_FrameBgHovered] = hovered;
+  style.Colors[ImGuiCol_FrameBgActive] = hovered;
+  style.Colors[ImGuiCol_Button] = field;
+  style.Colors[ImGuiCol_ButtonHovered] = hovered;
+  style.Colors[ImGuiCol_ButtonActive] = accent;
+  style.Colors[ImGuiCol_Header] = field;
+  style.Colors[ImGuiCol_HeaderHovered] = hovered;
+  style.Colors[ImGuiCol_HeaderActive] = accent;
+  style.Colors[ImGuiCol_CheckMark] = light;
+  style.Colors[ImGuiCol_PlotHistogram] = accent;
+}
+
+// The font is rasterised for the density of the display and measured in points.
+void LoadFont(float scale) {
+  ImGuiIO& io = ImGui::GetIO();
+  const std::string file = FindFontFile();
+  if (!file.empty()) {
+    io.Fonts->AddFontFromFileTTF(file.c_str(), FONT_SIZE * scale);
+  } else {
+    io.Fonts->AddFontDefault();
+  }
+  io.FontGlobalScale = file.empty() ? 1.0F : 1.0F / scale;
+}
+
+bool IsPointerEvent(Uint32 type) {
+  return type == SDL_MOUSEMOTION || type == SDL_MOUSEBUTTONDOWN || type == SDL_MOUSEBUTTONUP ||
+         type == SDL_MOUSEWHEEL;
+}
+
+}  // namespace
+
+class Gui::Impl {
+ public:
+  Impl(Window* overWindow, int pictureWidth, int pictureHeight);
+  ~Impl();
+
+  void BeginFrame();
+  void EndFrame();
+  bool IsOverPanel(float pointX, float pointY) const;
+  float GetPointsPerPixel() const;
+  int GetHeight() const { return window != nullptr ? window->GetHeight() : height; }
+
+ private:
+  bool OnNativeEvent(const SDL_Event& event);
+  bool OnPointerEvent(const SDL_Event& event);
+  void TrackOwner(const SDL_MouseButtonEvent& event, bool ofPanels);
+  void Settle();
+
+  ImGuiContext* context;
+  Window* window;
+  int width;
+  int height;
+  int framesToSettle = 0;
+  bool pointerWasOver = false;
+  unsigned buttonsOfPanels = 0;  // pressed over a panel and still held; one bit a button
+  unsigned buttonsOfOthers = 0;
+};
+
+Gui::Impl::Impl(Window* overWindow, int pictureWidth, int pictureHeight)
+    : context(ImGui::CreateContext()), window(overWindow), width(pictureWidth), height(pictureHeight) {
+  ImGuiIO& io = ImGui::GetIO();
+  io.IniFilename = nullptr;  // nothing is left behind on the disk
+  // The cursor is the window's business.
+  io.ConfigFlags |= ImGuiConfigFlags_NoMouseCursorChange;
+  SetLook();
+  LoadFont(1.0F / GetPointsPerPixel());
+  ImGui_ImplOpenGL3_Init("#version 330 core");
+  if (window == nullptr) return;
+  ImGui_ImplSDL2_InitForOpenGL(window->GetNativeWindow(), window->GetNativeContext());
+  window->SetNativeEventHook([this](const SDL_Event& event) { return OnNativeEvent(event); });
+}
+
+Gui::Impl::~Impl() {
+  ImGui_ImplOpenGL3_Shutdown();
+  if (window != nullptr) {
+    window->SetNativeEventHook(nullptr);
+    ImGui_ImplSDL2_Shutdown();
+  }
+  ImGui::DestroyContext(context);
+}
+
+float Gui::Impl::GetPointsPerPixel() const {
+  return window != nullptr ? static_cast<float>(1.0 / window->GetScale()) : 1.0F;
+}
+
+void Gui::Impl::BeginFrame() {
+  ImGui_ImplOpenGL3_NewFrame();
+  if (window != nullptr) {
+    ImGui_ImplSDL2_NewFrame();
+  } else {
+    ImGui::GetIO().DisplaySize = ImVec2(static_cast<float>(width), static_cast<float>(height));
+  }
+  ImGui::NewFrame();
+}
+
+void Gui::Impl::EndFrame() {
+  ImGui::Render();
+  ImGui_ImplOpenGL3_RenderDrawData(ImGui::GetDrawData());
+  if (framesToSettle == 0 || window == nullptr) return;
+  --framesToSettle;
+  window->RequestFrame();
+}
+
+// ---- events ----
+
+void Gui::Impl::Settle() {
+  framesToSettle = FRAMES_TO_SETTLE;
+  window->RequestFrame();
+}
+
+bool Gui::Impl::IsOverPanel(float pointX, float pointY) const {
+  const ImVec2 point(pointX, pointY);
+  for (const ImGuiWindow* const panel : context->Windows) {
+    const bool visible = panel->WasActive && !panel->Hidden && panel->ParentWindow == nullptr;
+    const bool hearsPointer = (panel->Flags & ImGuiWindowFlags_NoMouseInputs) == 0;
+    if (visible && hearsPointer && panel->Rect().Contains(point)) return true;
+  }
+  return false;
+}
+
+bool Gui::Impl::OnNativeEvent(const SDL_Event& event) {
+  if (IsPointerEvent(event.type)) return OnPointerEvent(event);
+  if (event.type == SDL_WINDOWEVENT) {
+    if (event.window.event == SDL_WINDOWEVENT_FOCUS_LOST) buttonsOfPanels = buttonsOfOthers = 0;
+    ImGui_ImplSDL2_ProcessEvent(&event);
+    if (event.window.event == SDL_WINDOWEVENT_LEAVE && pointerWasOver) Settle();
+  }
+  return false;
+}
+
+// A drag belongs, until its button is released, to what the button was pressed over.
+bool Gui::Impl::OnPointerEvent(const SDL_Event& event) {
+  int x = 0;
+  int y = 0;
+  if (event.type == SDL_MOUSEWHEEL) {
+    x = event.wheel.mouseX;
+    y = event.wheel.mouseY;
+  } else {
+    x = event.type == SDL_MOUSEMOTION ? event.motion.x : event.button.x;
+    y = event.type == SDL_MOUSEMOTION ? event.motion.y : event.button.y;
+  }
+  const bool over = IsOverPanel(static_cast<float>(x), static_cast<float>(y));
+  const bool ofPanels = buttonsOfPanels != 0 || (over && buttonsOfOthers == 0);
+  const bool wasOver = pointerWasOver;
+  pointerWasOver = ofPanels;
+
+  if (event.type == SDL_MOUSEBUTTONDOWN || event.type == SDL_MOUSEBUTTONUP)
+    TrackOwner(event.button, ofPanels);
+  if (!ofPanels) {
+    if (wasOver) Settle();  // what was lit up under the pointer goes out
+    return false;
+  }
+  ImGui_ImplSDL2_ProcessEvent(&event);
+  Settle();
+  return true;
+}
+
+void Gui::Impl::TrackOwner(const SDL_MouseButtonEvent& event, bool ofPanels) {
+  const unsigned bit = 1U << event.button;
+  buttonsOfPanels &= ~bit;
+  buttonsOfOthers &= ~bit;
+  if (event.type != SDL_MOUSEBUTTONDOWN) return;
+  unsigned& owner = ofPanels ? buttonsOfPanels : buttonsOfOthers;
+  owner |= bit;
+}
+
+// ---- the public face ----
+
+Gui::Gui(Window& window) : impl(std::make_unique<Impl>(&window, 0, 0)) {}
+Gui::Gui(int width, int height) : impl(std::make_unique<Impl>(nullptr, width, height)) {}
+Gui::~Gui() = default;
+void Gui::BeginFrame() { impl->BeginFrame(); }
+void Gui::EndFrame() { impl->EndFrame(); }
+
+bool Gui::IsOverPanel(int x, int y) const {
+  const float points = impl->GetPointsPerPixel();
+  return impl->IsOverPanel(static_cast<float>(x) * points,
+                           static_cast<float>(impl->GetHeight() - 1 - y) * points);
+}
+
+}  // namespace zovhost

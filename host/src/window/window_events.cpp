@@ -1,0 +1,184 @@
+#include <array>
+#include <cmath>
+#include <cstdlib>
+#include <utility>
+
+#include "window/window_impl.h"
+
+namespace zovhost {
+
+namespace {
+
+// A window system that does not move the pointer when asked sends no motion for it either.
+constexpr std::chrono::milliseconds LONGEST_WARP(100);
+
+struct ButtonName {
+  Uint8 native;
+  MouseButton button;
+};
+constexpr std::array<ButtonName, 3> BUTTONS = {{{SDL_BUTTON_LEFT, MouseButton::Left},
+                                                {SDL_BUTTON_MIDDLE, MouseButton::Middle},
+                                                {SDL_BUTTON_RIGHT, MouseButton::Right}}};
+
+const ButtonName* FindButton(Uint8 native) {
+  for (const ButtonName& name : BUTTONS) {
+    if (name.native == native) return &name;
+  }
+  return nullptr;
+}
+
+unsigned GetModifiers() {
+  const SDL_Keymod state = SDL_GetModState();
+  return ((state & KMOD_SHIFT) != 0 ? WindowEvent::SHIFT : 0U) |
+         ((state & KMOD_CTRL) != 0 ? WindowEvent::CONTROL : 0U) |
+         ((state & KMOD_ALT) != 0 ? WindowEvent::ALT : 0U);
+}
+
+WindowEvent MakeEvent(WindowEvent::Type type) {
+  WindowEvent event;
+  event.type = type;
+  return event;
+}
+
+}  // namespace
+
+void Window::Impl::Handle(const SDL_Event& event) {
+  if (event.type == wakeEvent) {
+    if (wakeHandler) wakeHandler();
+    return;
+  }
+  if (event.type == SDL_WINDOWEVENT) HandleWindowEvent(event.window);
+  if (nativeHook && nativeHook(event)) return;
+  switch (event.type) {
+    case SDL_MOUSEMOTION:
+      return HandleMotion(event.motion);
+    case SDL_MOUSEBUTTONDOWN:
+    case SDL_MOUSEBUTTONUP:
+      return HandleButton(event.button);
+    case SDL_MOUSEWHEEL:
+      return HandleWheel(event.wheel);
+    case SDL_KEYDOWN:
+    case SDL_KEYUP:
+      return HandleKey(event.key);
+    case SDL_DROPFILE:
+      return HandleDrop(event.drop);
+    case SDL_QUIT:
+      closed = true;
+      return Send(MakeEvent(WindowEvent::Type::Closing));
+    default:
+      return;
+  }
+}
+
+void Window::Impl::Send(WindowEvent event) {
+  event.modifiers = GetModifiers();
+  if (eventHandler) eventHandler(event);
+}
+
+void Window::Impl::HandleWindowEvent(const SDL_WindowEvent& event) {
+  switch (event.event) {
+    case SDL_WINDOWEVENT_SIZE_CHANGED:
+    case SDL_WINDOWEVENT_DISPLAY_CHANGED:
+      UpdateSize();
+      frameRequested = true;
+      return Send(MakeEvent(WindowEvent::Type::Resized));
+    case SDL_WINDOWEVENT_SHOWN:
+    case SDL_WINDOWEVENT_EXPOSED:
+    case SDL_WINDOWEVENT_RESTORED:
+      frameRequested = true;
+      return;
+    case SDL_WINDOWEVENT_LEAVE:
+      if (heldButtons == 0) Send(MakeEvent(WindowEvent::Type::MouseLeave));
+      return;
+    case SDL_WINDOWEVENT_FOCUS_LOST:
+      heldButtons = 0;
+      SDL_CaptureMouse(SDL_FALSE);
+      return Send(MakeEvent(WindowEvent::Type::FocusLost));
+    default:
+      return;
+  }
+}
+
+// Points from the top left to pixels from the bottom left.
+void Window::Impl::SetPosition(WindowEvent& event, int pointX, int pointY) const {
+  const double scaleX = pointWidth > 0 ? static_cast<double>(width) / pointWidth : 1.0;
+  const double scaleY = pointHeight > 0 ? static_cast<double>(height) / pointHeight : 1.0;
+  event.x = static_cast<int>(std::floor(pointX * scaleX));
+  event.y = height - 1 - static_cast<int>(std::floor(pointY * scaleY));
+}
+
+void Window::Impl::HandleMotion(const SDL_MouseMotionEvent& event) {
+  if (IsEchoOfWarp(event.x, event.y)) return;
+  WindowEvent move = MakeEvent(WindowEvent::Type::MouseMove);
+  SetPosition(move, event.x, event.y);
+  Send(move);
+}
+
+void Window::Impl::HandleButton(const SDL_MouseButtonEvent& event) {
+  const ButtonName* const name = FindButton(event.button);
+  if (name == nullptr) return;
+  const bool pressed = event.type == SDL_MOUSEBUTTONDOWN;
+  const unsigned bit = 1U << static_cast<unsigned>(name->button);
+  heldButtons = pressed ? heldButtons | bit : heldButtons & ~bit;
+  SDL_CaptureMouse(heldButtons != 0 ? SDL_TRUE : SDL_FALSE);
+
+  WindowEvent click = MakeEvent(pressed ? WindowEvent::Type::MouseDown : WindowEvent::Type::MouseUp);
+  click.button = name->button;
+  click.clicks = event.clicks;
+  SetPosition(click, event.x, event.y);
+  Send(click);
+}
+
+void Window::Impl::HandleWheel(const SDL_MouseWheelEvent& event) {
+  WindowEvent wheel = MakeEvent(WindowEvent::Type::Wheel);
+  wheel.wheel = static_cast<double>(event.preciseY);
+  if (event.direction == SDL_MOUSEWHEEL_FLIPPED) wheel.wheel = -wheel.wheel;
+  SetPosition(wheel, event.mouseX, event.mouseY);
+  if (wheel.wheel != 0.0) Send(wheel);
+}
+
+void Window::Impl::HandleKey(const SDL_KeyboardEvent& event) {
+  const bool pressed = event.type == SDL_KEYDOWN;
+  WindowEvent key = MakeEvent(pressed ? WindowEvent::Type::KeyDown : WindowEvent::Type::KeyUp);
+  key.key = event.keysym.sym;
+  key.repeated = event.repeat != 0;
+  Send(key);
+}
+
+void Window::Impl::HandleDrop(const SDL_DropEvent& event) {
+  WindowEvent drop = MakeEvent(WindowEvent::Type::FileDropped);
+  drop.path = event.file != nullptr ? event.file : "";
+  SDL_free(event.file);
+  if (!drop.path.empty()) Send(drop);
+}
+
+// ---- pointer jumps ----
+
+void Window::Impl::WarpPointer(int x, int y) {
+  const double pointsX = width > 0 ? static_cast<double>(pointWidth) / width : 1.0;
+  const double pointsY = height > 0 ? static_cast<double>(pointHeight) / height : 1.0;
+  const int targetX = static_cast<int>(std::floor(x * pointsX));
+  const int targetY = static_cast<int>(std::floor((height - 1 - y) * pointsY));
+
+  int nowX = 0;
+  int nowY = 0;
+  SDL_GetMouseState(&nowX, &nowY);
+  if (nowX == targetX && nowY == targetY) return;  // no motion would come of it
+
+  warping = true;
+  warpX = targetX;
+  warpY = targetY;
+  warpTime = Clock::now();
+  SDL_WarpMouseInWindow(window.get(), targetX, targetY);
+}
+
+// Motions that were under way before the jump, and the one that the jump makes, are not the user's.
+bool Window::Impl::IsEchoOfWarp(int pointX, int pointY) {
+  if (!warping) return false;
+  const bool arrived = std::abs(pointX - warpX) <= 1 && std::abs(pointY - warpY) <= 1;
+  const bool tooLate = Clock::now() - warpTime > LONGEST_WARP;
+  if (arrived || tooLate) warping = false;
+  return arrived || !tooLate;
+}
+
+}  // namespace zovhost

@@ -1,0 +1,96 @@
+#pragma once
+
+#include <SDL.h>
+
+#include <chrono>
+#include <map>
+#include <memory>
+
+#include "zovhost/window.h"
+
+namespace zovhost {
+
+struct SdlDeleter {
+  void operator()(SDL_Window* window) const { SDL_DestroyWindow(window); }
+  void operator()(SDL_Cursor* cursor) const { SDL_FreeCursor(cursor); }
+  void operator()(SDL_Surface* surface) const { SDL_FreeSurface(surface); }
+};
+using SdlWindow = std::unique_ptr<SDL_Window, SdlDeleter>;
+using SdlCursor = std::unique_ptr<SDL_Cursor, SdlDeleter>;
+using SdlSurface = std::unique_ptr<SDL_Surface, SdlDeleter>;
+
+/// Video of the window system library, for as long as it lives.
+class SdlVideo {
+ public:
+  SdlVideo() : ready(SDL_InitSubSystem(SDL_INIT_VIDEO) == 0) {}
+  ~SdlVideo() {
+    if (ready) SDL_QuitSubSystem(SDL_INIT_VIDEO);
+  }
+  SdlVideo(const SdlVideo&) = delete;
+  SdlVideo& operator=(const SdlVideo&) = delete;
+  bool IsReady() const { return ready; }
+
+ private:
+  bool ready;
+};
+
+class Window::Impl {
+ public:
+  using Clock = std::chrono::steady_clock;
+
+  ~Impl();
+
+  // window.cpp
+  bool Open(const Options& options, std::string& error);
+  bool Step(int longestWait);
+  void DispatchTimers();
+  bool CanDraw() const;
+  int MillisecondsToFrame() const;
+  int ChooseWait(int longestWait) const;
+  void DrawFrame();
+  void UpdateSize();
+
+  // window_events.cpp
+  void Handle(const SDL_Event& event);
+  void HandleWindowEvent(const SDL_WindowEvent& event);
+  void HandleMotion(const SDL_MouseMotionEvent& event);
+  void HandleButton(const SDL_MouseButtonEvent& event);
+  void HandleWheel(const SDL_MouseWheelEvent& event);
+  void HandleKey(const SDL_KeyboardEvent& event);
+  void HandleDrop(const SDL_DropEvent& event);
+  void Send(WindowEvent event);
+  void SetPosition(WindowEvent& event, int pointX, int pointY) const;
+  void WarpPointer(int x, int y);
+  bool IsEchoOfWarp(int pointX, int pointY);
+
+  std::unique_ptr<SdlVideo> video;  // last to go
+  SdlWindow window;
+  SDL_GLContext context = nullptr;
+  bool offscreen = false;
+  bool closed = false;
+  int width = 0;  // pixels
+  int height = 0;
+  int pointWidth = 0;
+  int pointHeight = 0;
+
+  bool frameRequested = true;
+  Clock::time_point lastFrame;
+  std::chrono::milliseconds framePeriod{0};
+
+  unsigned heldButtons = 0;  // one bit a MouseButton
+  bool warping = false;
+  int warpX = 0;  // points
+  int warpY = 0;
+  Clock::time_point warpTime;
+
+  std::map<int, SdlCursor> cursors;
+  int currentCursor = -1;
+
+  EventHandler eventHandler;
+  NativeEventHook nativeHook;
+  FrameHandler frameHandler;
+  std::function<void()> wakeHandler;
+  Uint32 wakeEvent = 0;
+};
+
+}  // namespace zovhost

@@ -1,0 +1,100 @@
+"""Folders of the core stand on shelves: a file includes from its own and from lower ones.
+
+The core includes nothing but the standard library and its own headers. Two files must know everything and
+are named here. Widgets stand side by side: their sources may include the public header of a neighbour,
+their headers only declare it.
+"""
+import pathlib
+import re
+import sys
+
+SHELVES = {
+    "foundation": 0,
+    "camera": 1,
+    "shots": 2,
+    "render": 2,
+    "interaction": 3,
+    "cube": 4,
+    "disc": 4,
+    "story": 4,
+    "toolbar": 4,
+    "controller": 4,
+    "view_manager": 5,
+    "facade": 6,
+}
+WIDGETS = {"cube", "disc", "story", "toolbar", "controller"}
+
+# Public headers, by module. What several shelves share as plain numbers and records, and the base class of
+# the shots that the hub owns, stand on the lowest shelf that needs them.
+PUBLIC = {
+    "foundation": """export math vector2 vector3 quaternion box2 box3 ray plane3d color_rgba platform timer
+        interval_timer changing_in_time aspect_ratio_adjuster observer_list
+        resource_ids cam3d_controller_parameters""",
+    "camera": "camera_parameters application_parameters operation camera_operations shot shot_parameters",
+    "render": "renderer icon2d pixel_icon2d icon3d",
+    "interaction": """pivot_ball tool orbit_tool pan_tool zoom_tool mouse_wheel_zoom_tool rect_zoom_tool
+        look_tool look_move_tool look_at_tool center_tool walk_tool""",
+    "cube": "orientor orientor_parameters orientor_observer",
+    "disc": "track_menu region_listener helm_disc helm_disc_parameters helm_disc_observer",
+    "story": """rewind_history story shot_specification undo_queue storyboard storyboard_observer shot_editor
+        walk_recorder""",
+    "toolbar": "toolbar_item toolbar toolbar_observer navigation_bar navigation_bar_observer",
+    "controller": "cam3d_controller cam3d_controller_observer",
+    "view_manager": "view_manager",
+}
+MODULE_OF_HEADER = {f"korvane/{name}.h": module for module, names in PUBLIC.items() for name in names.split()}
+
+KNOWS_EVERYTHING = {"src/camera/operation_factory.cpp", "src/interaction/view_manager.cpp"}
+UMBRELLAS = {"include/korvane/korvane.h", "include/zov/zovtools.h"}
+WINDOWS = re.compile(r"src/foundation/windows_\w+\.(h|cpp)$")
+
+INCLUDE = re.compile(r'^\s*#\s*include\s+([<"])([^>"]+)[>"]', re.MULTILINE)
+STANDARD = re.compile(r"[a-z_]+\d?$")  # no folder and no extension
+
+
+def module_of(name):
+    """The module of an included name such as korvane/ray.h or camera/view_size.h; None when unknown."""
+    if name.startswith("zov/"):
+        return "facade"
+    if name.startswith("interaction/view_manager"):
+        return "view_manager"
+    return MODULE_OF_HEADER.get(name) or (name.split("/")[0] if name.split("/")[0] in SHELVES else None)
+
+
+def may_include(path, own, name, other):
+    if path in KNOWS_EVERYTHING or own == other or SHELVES[other] < SHELVES[own]:
+        return True
+    public_neighbour = name.startswith("korvane/") and path.endswith(".cpp")
+    return own in WIDGETS and other in WIDGETS and public_neighbour
+
+
+def faults_of(root, path):
+    own = module_of(path.removeprefix("include/").removeprefix("src/"))
+    if own is None:
+        yield f"{path}: not known to any shelf; add it to scripts/check_layers.py"
+        return
+    for bracket, name in INCLUDE.findall((root / path).read_text()):
+        if bracket == "<":
+            if not STANDARD.match(name) and not (name == "windows.h" and WINDOWS.match(path)):
+                yield f"{path}: <{name}> is no header of the standard library"
+        elif not any((root / folder / name).is_file() for folder in ("include", "src")):
+            yield f"{path}: {name} is no header of the library"
+        elif f"include/{name}" in UMBRELLAS:
+            yield f"{path}: includes everything through {name}"
+        elif path.startswith("include/") and not (root / "include" / name).is_file():
+            yield f"{path}: a public header includes the internal {name}"
+        elif not may_include(path, own, name, module_of(name) or "facade"):
+            yield f"{path}: {own} includes {name} of {module_of(name)}"
+
+
+def main():
+    root = pathlib.Path(__file__).resolve().parent.parent
+    paths = [path.relative_to(root).as_posix() for folder in ("include", "src")
+             for path in sorted((root / folder).rglob("*")) if path.suffix in (".h", ".cpp")]
+    faults = [fault for path in paths if path not in UMBRELLAS for fault in faults_of(root, path)]
+    print(*faults, sep="\n", end="\n" if faults else "")
+    return 1 if faults else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,253 @@
+// The program as a person or a script starts it, without a display.
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <regex>
+
+#include "program.h"
+#include "zovhost/picture.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using apps_test::CountLines;
+using apps_test::LastLine;
+using apps_test::ProgramResult;
+using apps_test::RunViewer;
+using apps_test::TemporaryFolder;
+
+constexpr const char* PYRAMID =
+    "v 0 0 0\nv 1 0 0\nv 1 0 1\nv 0 0 1\nv 0.5 1 0.5\n"
+    "f 1 2 3\nf 1 3 4\nf 1 5 2\nf 2 5 3\nf 3 5 4\nf 4 5 1\n";
+
+// A valid file with two triangles whose last vertex has the given coordinate.
+std::string PlyWithVertex(const std::string& coordinate) {
+  return "ply\nformat ascii 1.0\nelement vertex 4\nproperty float x\nproperty float y\nproperty float z\n"
+         "element face 2\nproperty list uchar int vertex_indices\nend_header\n"
+         "0 0 0\n1 0 0\n0 1 0\n" +
+         coordinate + " 1 1\n3 0 1 2\n3 1 3 2\n";
+}
+
+struct BadInput {
+  const char* name;
+  const char* file;
+  std::string contents;
+};
+
+class BadInputTest : public testing::TestWithParam<BadInput> {};
+
+TEST_P(BadInputTest, is_told_in_one_line_with_code_2_and_leaves_nothing_behind) {
+  const TemporaryFolder inputs;
+  const TemporaryFolder outputs;
+  const fs::path file = inputs.Write(GetParam().file, GetParam().contents);
+  const ProgramResult result =
+      RunViewer({file.string(), "--headless", "--out", (outputs.GetPath() / "tour").string()});
+  EXPECT_EQ(result.exitCode, 2);
+  EXPECT_EQ(CountLines(result.error), 1) << result.error;
+  EXPECT_NE(result.error.find(GetParam().file), std::string::npos) << result.error;
+  EXPECT_EQ(result.out, "");
+  EXPECT_TRUE(outputs.IsEmpty());
+}
+
+std::string Garbage() {
+  std::string bytes;
+  unsigned state = 12345;
+  for (int i = 0; i < 20000; ++i) {
+    state = state * 1664525U + 1013904223U;
+    bytes += static_cast<char>(state >> 24U);
+  }
+  return bytes;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    every_kind, BadInputTest,
+    testing::Values(
+        BadInput{"empty_obj", "empty.obj", ""}, BadInput{"empty_gltf", "empty.gltf", ""},
+        BadInput{"empty_ifc", "empty.ifc", ""}, BadInput{"empty_stl", "empty.stl", ""},
+        BadInput{"empty_picture", "empty.png", ""},
+        BadInput{"truncated_gltf", "cut.gltf", "{\"asset\": {\"version\": \"2.0\"}, \"mesh"},
+        BadInput{"truncated_ply", "cut.ply", PlyWithVertex("1").substr(0, PlyWithVertex("1").size() - 30)},
+        BadInput{"garbage_glb", "garbage.glb", Garbage()}, BadInput{"garbage_obj", "garbage.obj", Garbage()},
+        BadInput{"garbage_fbx", "garbage.fbx", Garbage()}, BadInput{"garbage_3mf", "garbage.3mf", Garbage()},
+        BadInput{"unknown_kind", "letter.txt", "Dear reader,\n"},
+        BadInput{"no_triangles", "points.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\n"},
+        BadInput{"only_a_line", "line.obj", "v 0 0 0\nv 1 0 0\nl 1 2\n"},
+        BadInput{"nothing_but_nan", "nan.obj", "v nan nan nan\nv nan 1 0\nv 0 nan 1\nf 1 2 3\n"}),
+    [](const testing::TestParamInfo<BadInput>& parameter) { return std::string(parameter.param.name); });
+
+TEST(viewer_program, a_missing_file_is_named) {
+  const ProgramResult result = RunViewer({"no/such/model.glb", "--headless"});
+  EXPECT_EQ(result.exitCode, 2);
+  EXPECT_EQ(CountLines(result.error), 1) << result.error;
+  EXPECT_NE(result.error.find("no/such/model.glb"), std::string::npos) << result.error;
+}
+
+TEST(viewer_program, a_directory_is_no_model) {
+  const TemporaryFolder folder;
+  const ProgramResult result = RunViewer({folder.GetPath().string(), "--headless"});
+  EXPECT_EQ(result.exitCode, 2);
+  EXPECT_EQ(CountLines(result.error), 1) << result.error;
+}
+
+TEST(viewer_program, bad_input_is_the_only_line_even_without_a_display) {
+  const ProgramResult result = RunViewer({"missing.obj"});
+  EXPECT_EQ(result.exitCode, 2);
+  EXPECT_EQ(CountLines(result.error), 1) << result.error;
+}
+
+class BadArgumentsTest : public testing::TestWithParam<std::vector<std::string>> {};
+
+TEST_P(BadArgumentsTest, are_told_in_one_line_with_code_2) {
+  const ProgramResult result = RunViewer(GetParam());
+  EXPECT_EQ(result.exitCode, 2);
+  EXPECT_EQ(CountLines(result.error), 1) << result.error;
+  EXPECT_EQ(result.out, "");
+}
+
+using Words = std::vector<std::string>;
+INSTANTIATE_TEST_SUITE_P(each, BadArgumentsTest,
+                         testing::Values(Words{"--size", "1280"}, Words{"--size", "0x0"},
+                                         Words{"--size", "-5x200"}, Words{"--size", "99999x99999"},
+                                         Words{"--size", "800x600x2"}, Words{"--size"}, Words{"--out"},
+                                         Words{"--no-such-option"}, Words{"one.obj", "two.obj"}));
+
+TEST(viewer_program, tells_its_version) {
+  const ProgramResult result = RunViewer({"--version"});
+  EXPECT_EQ(result.exitCode, 0);
+  EXPECT_EQ(result.out, "zovview " ZOVVIEW_VERSION "\n");
+  EXPECT_EQ(result.error, "");
+}
+
+TEST(viewer_program, tells_its_use) {
+  const ProgramResult result = RunViewer({"--help"});
+  EXPECT_EQ(result.exitCode, 0);
+  for (const char* word : {"MODEL", "--headless", "--size", "--out", "--version"}) {
+    EXPECT_NE(result.out.find(word), std::string::npos) << word;
+  }
+}
+
+TEST(viewer_program, an_output_that_is_a_file_is_refused_and_kept) {
+  const TemporaryFolder folder;
+  const fs::path model = folder.Write("pyramid.obj", PYRAMID);
+  const fs::path file = folder.Write("taken", "precious");
+  const ProgramResult result = RunViewer({model.string(), "--headless", "--out", file.string()});
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_EQ(CountLines(result.error), 1) << result.error;
+  EXPECT_EQ(fs::file_size(file), 8U);
+}
+
+// ---- the tour ----
+
+// The greatest difference of a channel between two pixels of a grid over the picture.
+int Contrast(const zovhost::Image& image) {
+  int least = 255;
+  int greatest = 0;
+  for (std::size_t i = 0; i < image.rgba.size(); i += 4 * 37) {
+    least = std::min<int>(least, image.rgba[i]);
+    greatest = std::max<int>(greatest, image.rgba[i]);
+  }
+  return greatest - least;
+}
+
+std::size_t CountDifferences(const zovhost::Image& a, const zovhost::Image& b) {
+  std::size_t count = 0;
+  for (std::size_t i = 0; i < a.rgba.size(); i += 4) {
+    if (std::abs(a.rgba[i] - b.rgba[i]) > 16) ++count;
+  }
+  return count;
+}
+
+class TourTest : public testing::Test {
+ protected:
+  // One tour for all tests: the pictures take a while.
+  static void SetUpTestSuite() {
+    folder = new TemporaryFolder();
+    const fs::path model = folder->Write("pyramid.obj", PYRAMID);
+    fs::create_directories(GetTour());
+    std::ofstream(GetTour() / "999.png") << "left by the user";
+    std::ofstream(GetTour() / "notes.txt") << "left by the user";
+    result = RunViewer({model.string(), "--size", "320x200", "--out", GetTour().string()});
+  }
+  static void TearDownTestSuite() {
+    delete folder;
+    folder = nullptr;
+  }
+
+  static fs::path GetTour() { return folder->GetPath() / "out" / "tour"; }
+  static zovhost::Image ReadPicture(const std::string& name) {
+    zovhost::Image image;
+    std::string error;
+    EXPECT_TRUE(zovhost::ReadImage(GetTour() / name, image, error)) << error;
+    return image;
+  }
+  static int CountPictures() {
+    int count = 0;
+    for (const fs::directory_entry& entry : fs::directory_iterator(GetTour())) {
+      const std::string name = entry.path().filename().string();
+      if (name != "999.png" && std::regex_match(name, std::regex("[0-9]{3}\\.png"))) ++count;
+    }
+    return count;
+  }
+
+  static TemporaryFolder* folder;
+  static ProgramResult result;
+};
+
+TemporaryFolder* TourTest::folder = nullptr;
+ProgramResult TourTest::result;
+
+TEST_F(TourTest, is_played_with_a_note_when_there_is_no_display) {
+  EXPECT_EQ(result.exitCode, 0) << result.error;
+  EXPECT_NE(result.error.find("no display"), std::string::npos) << result.error;
+}
+
+TEST_F(TourTest, tells_at_the_end_where_it_is) {
+  EXPECT_NE(LastLine(result.out).find(GetTour().string()), std::string::npos) << result.out;
+}
+
+TEST_F(TourTest, shows_its_progress) { EXPECT_NE(result.error.find("50 %"), std::string::npos); }
+
+TEST_F(TourTest, has_enough_pictures_of_the_size_asked_for_none_of_them_blank) {
+  const int count = CountPictures();
+  EXPECT_GE(count, 48);
+  EXPECT_LE(count, 120);
+  for (const char* name : {"000.png", "017.png", "040.png"}) {
+    const zovhost::Image picture = ReadPicture(name);
+    EXPECT_EQ(picture.width, 320);
+    EXPECT_EQ(picture.height, 200);
+    EXPECT_GT(Contrast(picture), 60) << name;
+  }
+}
+
+TEST_F(TourTest, moves_the_model) {
+  const zovhost::Image first = ReadPicture("000.png");
+  EXPECT_GT(CountDifferences(first, ReadPicture("010.png")), 1000U);
+  EXPECT_GT(CountDifferences(first, ReadPicture("030.png")), 1000U);
+}
+
+TEST_F(TourTest, ends_where_it_began) {
+  std::array<char, 16> last{};
+  std::snprintf(last.data(), last.size(), "%03d.png", CountPictures() - 1);
+  EXPECT_LT(CountDifferences(ReadPicture("000.png"), ReadPicture(last.data())), 300U);
+}
+
+TEST_F(TourTest, has_a_contact_sheet_an_animation_and_a_page) {
+  EXPECT_GT(ReadPicture("contact_sheet.png").width, 1000);
+  EXPECT_GT(fs::file_size(GetTour() / "tour.webp"), 5000U);
+  std::ifstream page(GetTour() / "index.html");
+  const std::string text((std::istreambuf_iterator<char>(page)), std::istreambuf_iterator<char>());
+  EXPECT_NE(text.find("tour.webp"), std::string::npos);
+  EXPECT_NE(text.find("contact_sheet.png"), std::string::npos);
+}
+
+TEST_F(TourTest, leaves_the_rest_of_the_folder_alone_and_nothing_beside_it) {
+  EXPECT_TRUE(fs::exists(GetTour() / "notes.txt"));
+  EXPECT_TRUE(fs::exists(GetTour() / "999.png"));
+  int beside = 0;
+  for ([[maybe_unused]] const fs::directory_entry& entry : fs::directory_iterator(GetTour().parent_path())) {
+    ++beside;
+  }
+  EXPECT_EQ(beside, 1);
+}
+
+}  // namespace

@@ -1,0 +1,240 @@
+// The window, offscreen, with events as the window system library would deliver them.
+#include "zovhost/window.h"
+
+#include <SDL.h>
+#include <epoxy/gl.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <memory>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "korvane/interval_timer.h"
+#include "zovhost/image.h"
+
+namespace {
+
+using zovhost::MouseButton;
+using zovhost::Window;
+using zovhost::WindowEvent;
+using Type = WindowEvent::Type;
+
+constexpr int WIDTH = 400;
+constexpr int HEIGHT = 300;
+
+class WindowTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    Window::Options options;
+    options.title = "test";
+    options.width = WIDTH;
+    options.height = HEIGHT;
+    options.offscreen = true;
+    std::string error;
+    window = Window::Create(options, error);
+    ASSERT_NE(window, nullptr) << error;
+    while (window->Step(0) && window->IsFrameRequested()) {
+    }
+    window->SetEventHandler([this](const WindowEvent& event) { events.push_back(event); });
+  }
+
+  void Pump() { window->Step(0); }
+
+  SDL_Event MakeEvent(Uint32 type) const {
+    SDL_Event event = {};
+    event.type = type;
+    event.window.windowID = SDL_GetWindowID(window->GetNativeWindow());
+    return event;
+  }
+  void PushMotion(int pointX, int pointY) {
+    SDL_Event event = MakeEvent(SDL_MOUSEMOTION);
+    event.motion.x = pointX;
+    event.motion.y = pointY;
+    SDL_PushEvent(&event);
+  }
+  void PushButton(Uint32 type, Uint8 button, int pointX, int pointY) {
+    SDL_Event event = MakeEvent(type);
+    event.button.button = button;
+    event.button.clicks = 1;
+    event.button.x = pointX;
+    event.button.y = pointY;
+    SDL_PushEvent(&event);
+  }
+
+  std::unique_ptr<Window> window;
+  std::vector<WindowEvent> events;
+};
+
+TEST_F(WindowTest, offers_opengl_3_3_or_later_at_the_size_asked_for) {
+  EXPECT_TRUE(window->IsOffscreen());
+  EXPECT_EQ(window->GetWidth(), WIDTH);
+  EXPECT_EQ(window->GetHeight(), HEIGHT);
+  EXPECT_GE(epoxy_gl_version(), 33);
+}
+
+TEST_F(WindowTest, counts_pixels_from_the_bottom_left) {
+  PushMotion(0, 0);
+  PushMotion(10, HEIGHT - 1);
+  Pump();
+  ASSERT_EQ(events.size(), 2U);
+  EXPECT_EQ(events[0].type, Type::MouseMove);
+  EXPECT_EQ(events[0].x, 0);
+  EXPECT_EQ(events[0].y, HEIGHT - 1);
+  EXPECT_EQ(events[1].x, 10);
+  EXPECT_EQ(events[1].y, 0);
+}
+
+TEST_F(WindowTest, reports_a_drag_beyond_its_edges) {
+  PushButton(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT, 5, 5);
+  PushMotion(-20, HEIGHT + 30);
+  Pump();
+  ASSERT_EQ(events.size(), 2U);
+  EXPECT_EQ(events[1].x, -20);
+  EXPECT_EQ(events[1].y, -31);
+}
+
+TEST_F(WindowTest, names_the_buttons) {
+  PushButton(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_MIDDLE, 1, 1);
+  PushButton(SDL_MOUSEBUTTONUP, SDL_BUTTON_MIDDLE, 1, 1);
+  PushButton(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_RIGHT, 1, 1);
+  PushButton(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_X1, 1, 1);
+  Pump();
+  ASSERT_EQ(events.size(), 3U);  // the fourth has no use
+  EXPECT_EQ(events[0].type, Type::MouseDown);
+  EXPECT_EQ(events[0].button, MouseButton::Middle);
+  EXPECT_EQ(events[1].type, Type::MouseUp);
+  EXPECT_EQ(events[2].button, MouseButton::Right);
+}
+
+TEST_F(WindowTest, turns_a_flipped_wheel_round) {
+  SDL_Event event = MakeEvent(SDL_MOUSEWHEEL);
+  event.wheel.preciseY = 0.5F;
+  SDL_PushEvent(&event);
+  event.wheel.direction = SDL_MOUSEWHEEL_FLIPPED;
+  SDL_PushEvent(&event);
+  Pump();
+  ASSERT_EQ(events.size(), 2U);
+  EXPECT_EQ(events[0].wheel, 0.5);
+  EXPECT_EQ(events[1].wheel, -0.5);
+}
+
+TEST_F(WindowTest, hands_over_a_dropped_file) {
+  SDL_Event event = MakeEvent(SDL_DROPFILE);
+  event.drop.file = SDL_strdup("/some/model.glb");
+  SDL_PushEvent(&event);
+  Pump();
+  ASSERT_EQ(events.size(), 1U);
+  EXPECT_EQ(events[0].type, Type::FileDropped);
+  EXPECT_EQ(events[0].path, "/some/model.glb");
+}
+
+TEST_F(WindowTest, says_that_it_closes_and_then_runs_no_more) {
+  SDL_Event event = MakeEvent(SDL_QUIT);
+  SDL_PushEvent(&event);
+  EXPECT_FALSE(window->Step(0));
+  ASSERT_EQ(events.size(), 1U);
+  EXPECT_EQ(events[0].type, Type::Closing);
+  EXPECT_FALSE(window->Step(0));
+}
+
+TEST_F(WindowTest, a_hook_that_consumes_an_event_keeps_it_from_the_handler) {
+  window->SetNativeEventHook([](const SDL_Event& event) { return event.type == SDL_MOUSEMOTION; });
+  PushMotion(3, 3);
+  PushButton(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT, 3, 3);
+  Pump();
+  ASSERT_EQ(events.size(), 1U);
+  EXPECT_EQ(events[0].type, Type::MouseDown);
+}
+
+// ---- pointer jumps ----
+
+TEST_F(WindowTest, keeps_back_the_motion_of_a_jump_and_what_was_under_way_before_it) {
+  window->WarpPointer(100, HEIGHT - 1 - 50);
+  SDL_FlushEvent(SDL_MOUSEMOTION);  // whatever this driver has made of it
+  PushMotion(390, 20);              // still from before
+  PushMotion(100, 50);              // the jump
+  PushMotion(104, 51);              // the user goes on
+  Pump();
+  ASSERT_EQ(events.size(), 1U);
+  EXPECT_EQ(events[0].x, 104);
+  EXPECT_EQ(events[0].y, HEIGHT - 1 - 51);
+}
+
+TEST_F(WindowTest, hears_the_user_again_when_a_jump_never_arrives) {
+  window->WarpPointer(100, 100);
+  SDL_FlushEvent(SDL_MOUSEMOTION);
+  std::this_thread::sleep_for(std::chrono::milliseconds(120));
+  PushMotion(7, 7);
+  Pump();
+  ASSERT_EQ(events.size(), 1U);
+  EXPECT_EQ(events[0].x, 7);
+}
+
+// ---- frames ----
+
+TEST_F(WindowTest, draws_only_when_asked_and_once_for_many_requests) {
+  int frames = 0;
+  window->SetFrameHandler([&frames] { ++frames; });
+  window->Step(20);
+  EXPECT_EQ(frames, 0);
+  window->RequestFrame();
+  window->RequestFrame();
+  window->Step(50);
+  window->Step(20);
+  EXPECT_EQ(frames, 1);
+}
+
+TEST_F(WindowTest, does_not_draw_faster_than_a_display_shows) {
+  int frames = 0;
+  window->SetFrameHandler([&] {
+    ++frames;
+    window->RequestFrame();
+  });
+  window->RequestFrame();
+  const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(240);
+  while (std::chrono::steady_clock::now() < end) window->Step(5);
+  EXPECT_GT(frames, 5);
+  EXPECT_LE(frames, 25);
+}
+
+TEST_F(WindowTest, wakes_for_a_call_from_another_thread) {
+  bool woken = false;
+  window->SetWakeHandler([&woken] { woken = true; });
+  std::thread other([this] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(30));
+    window->Wake();
+  });
+  for (int i = 0; i < 50 && !woken; ++i) window->Step(100);
+  other.join();
+  EXPECT_TRUE(woken);
+}
+
+TEST_F(WindowTest, wakes_for_a_timer_of_the_library) {
+  class Alarm : public Korvane::IntervalTimer {
+   public:
+    void Timeout() override { ++count; }
+    int count = 0;
+  };
+  Alarm alarm;
+  ASSERT_TRUE(alarm.Start(0.03, false));
+  const auto start = std::chrono::steady_clock::now();
+  for (int i = 0; i < 50 && alarm.count == 0; ++i) window->Step(1000);
+  EXPECT_EQ(alarm.count, 1);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(900));
+}
+
+// ---- cursors ----
+
+TEST_F(WindowTest, refuses_a_cursor_without_pixels_or_with_too_few) {
+  zovhost::Image image;
+  EXPECT_FALSE(window->DefineCursor(1, image, 0, 0));
+  image.width = image.height = 8;
+  image.rgba.assign(8 * 8 * 4 - 1, 255);
+  EXPECT_FALSE(window->DefineCursor(1, image, 0, 0));
+  window->SetCursor(1);  // shows the arrow
+  window->SetCursor(99);
+}
+
+}  // namespace

@@ -1,0 +1,76 @@
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "camera/orbit_operation.h"
+#include "camera/pan_operation.h"
+#include "camera/zoom2d_operation.h"
+#include "camera/zoom_operation.h"
+#include "support/memory_hub.h"
+
+using namespace Korvane;
+
+namespace {
+
+template <class Kind>
+bool Makes(OperationType type) {
+  const auto operation = Operation::CreateOperation(type);
+  return dynamic_cast<Kind*>(operation.get()) != nullptr;
+}
+
+}  // namespace
+
+TEST(OperationFactory, kinds_have_their_numbers) {
+  EXPECT_EQ(sizeof(OperationType), 4U);
+  EXPECT_EQ(static_cast<int>(OPERATION_PAN), 0);
+  EXPECT_EQ(static_cast<int>(OPERATION_ORBIT), 1);
+  EXPECT_EQ(static_cast<int>(OPERATION_LOOK), 2);
+  EXPECT_EQ(static_cast<int>(OPERATION_FLY), 3);
+  EXPECT_EQ(static_cast<int>(OPERATION_DOLLY), 4);
+  EXPECT_EQ(static_cast<int>(OPERATION_ZOOM), 5);
+  EXPECT_EQ(static_cast<int>(OPERATION_ZOOM2D), 6);
+  EXPECT_EQ(static_cast<int>(OPERATION_HEIGHT), 7);
+  EXPECT_EQ(static_cast<int>(OPERATION_SLIDE), 8);
+  EXPECT_EQ(static_cast<int>(OPERATION_ROLL), 9);
+  EXPECT_EQ(static_cast<int>(OPERATION_CAM3D_CONTROLLER), 10);
+  EXPECT_EQ(static_cast<int>(OPERATION_ALL), 12);
+}
+
+TEST(OperationFactory, each_kind_makes_its_class) {
+  EXPECT_TRUE(Makes<PanOperation>(OPERATION_PAN));
+  EXPECT_TRUE(Makes<OrbitOperation>(OPERATION_ORBIT));
+  EXPECT_TRUE(Makes<ZoomOperation>(OPERATION_ZOOM));
+  EXPECT_TRUE(Makes<Zoom2DOperation>(OPERATION_ZOOM2D));
+}
+
+TEST(OperationFactory, a_value_above_10_yields_null) {
+  for (const int value : {11, 12, 13, 1000, std::numeric_limits<int>::max()}) {
+    EXPECT_EQ(Operation::CreateOperation(static_cast<OperationType>(value)), nullptr) << value;
+  }
+  for (const int value : {-1, std::numeric_limits<int>::min()}) {
+    EXPECT_EQ(Operation::CreateOperation(static_cast<OperationType>(value)), nullptr) << value;
+  }
+}
+
+TEST(OperationFactory, an_operation_that_was_made_waits_for_its_init) {
+  for (int value = 0; value <= 10; ++value) {
+    const auto operation = Operation::CreateOperation(static_cast<OperationType>(value));
+    if (operation == nullptr) continue;
+    CameraParameters camera;
+    camera.eye = {1, 2, 3};
+    operation->PerformOperation(0.1, camera);  // without a hub it has nothing to do
+    EXPECT_EQ(camera.eye, Vector3(1, 2, 3)) << value;
+    EXPECT_FALSE(operation->IsCombined());
+    EXPECT_FALSE(operation->Is3DControllerOperation());
+  }
+}
+
+TEST(OperationFactory, the_hub_begins_what_the_factory_makes_and_nothing_else) {
+  for (int value = -2; value <= 14; ++value) {
+    const auto type = static_cast<OperationType>(value);
+    MemoryHub hub;
+    const bool makes = Operation::CreateOperation(type) != nullptr;
+    EXPECT_EQ(hub.BeginOperation(type, 0, 0), makes) << value;
+    EXPECT_EQ(hub.IsOperationActive(type) && type != OPERATION_ALL, makes) << value;
+  }
+}

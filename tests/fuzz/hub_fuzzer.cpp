@@ -1,0 +1,168 @@
+// The hub under calls, cameras and settings made of arbitrary bytes. Whatever comes in, nothing crashes,
+// nothing loops, and no camera that is not finite reaches the host.
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+
+#include "korvane/korvane.h"
+
+namespace {
+
+using Korvane::ApplicationParameters;
+using Korvane::CameraParameters;
+using Korvane::Vector3;
+
+// Values off the front of the bytes; zeros when they have run out.
+class Input {
+ public:
+  Input(const std::uint8_t* bytes, std::size_t count) : next(bytes), left(count) {}
+
+  bool IsEmpty() const { return left == 0; }
+
+  template <class Number>
+  Number Take() {
+    Number number{};
+    const std::size_t size = left < sizeof(Number) ? left : sizeof(Number);
+    if (size > 0) std::memcpy(&number, next, size);
+    next += size;
+    left -= size;
+    return number;
+  }
+  int TakeInt() { return Take<std::int32_t>(); }
+  // Mostly a number of ordinary size, now and then any bits at all.
+  double TakeDouble() { return Take<std::uint8_t>() < 240 ? Take<std::int16_t>() / 256.0 : Take<double>(); }
+  Vector3 TakeVector() {
+    const double x = TakeDouble();
+    const double y = TakeDouble();
+    return {x, y, TakeDouble()};
+  }
+  Korvane::OperationType TakeOperation() {
+    return static_cast<Korvane::OperationType>(Take<std::uint8_t>() % 14 - 1);
+  }
+
+ private:
+  const std::uint8_t* next;
+  std::size_t left;
+};
+
+class Hub : public Korvane::CameraOperations {
+ public:
+  void ApplyCameraParameters(const CameraParameters& moved) override {
+    if (!moved.IsFinite()) std::abort();
+    shown = moved;
+  }
+  void QueryCameraParameters(CameraParameters& now) const override { now = shown; }
+  void RequestApplicationUpdate() override { frameWanted = true; }
+
+  CameraParameters shown;
+  bool frameWanted = false;
+};
+
+void SetCamera(Hub& hub, Input& input) {
+  CameraParameters& camera = hub.shown;
+  for (Vector3* vector : {&camera.eye, &camera.centre, &camera.up, &camera.pivot}) {
+    *vector = input.TakeVector();
+  }
+  for (double* number : {&camera.left_fov, &camera.right_fov, &camera.top_fov, &camera.bottom_fov,
+                         &camera.ortho_width, &camera.ortho_height, &camera.projection_transition}) {
+    *number = input.TakeDouble();
+  }
+  const auto bits = input.Take<std::uint8_t>();
+  camera.projection_type = static_cast<CameraParameters::ProjectionType>(bits & 1U);
+  camera.perspective_with_ortho = (bits & 2U) != 0;
+}
+
+void SetNumbers(Hub& hub, Input& input) {
+  ApplicationParameters& p = hub.GetApplicationParameters();
+  double* const numbers[] = {&p.pan_multiplier,
+                             &p.orbit_multiplier,
+                             &p.zoom_sensitivity,
+                             &p.zoom_min_limit,
+                             &p.zoom_back_distance,
+                             &p.zoom_min_limit_multiplier,
+                             &p.snap_orbit_dead_zone,
+                             &p.snap_orbit_threshold_h,
+                             &p.snap_orbit_threshold_v,
+                             &p.snap_orbit_acceleration_ax,
+                             &p.snap_orbit_acceleration_by};
+  *numbers[input.Take<std::uint8_t>() % std::size(numbers)] = input.TakeDouble();
+}
+
+void SetSwitches(Hub& hub, Input& input) {
+  ApplicationParameters& p = hub.GetApplicationParameters();
+  bool* const switches[] = {&p.preserve_orbit_up_direction,
+                            &p.align_orbit_up_direction,
+                            &p.constrain_orbit_horizontal,
+                            &p.constrain_orbit_vertical,
+                            &p.do_custom_orbit,
+                            &p.do_snap_orbit,
+                            &p.scene_is_world,
+                            &p.use_projection_transitions,
+                            &p.zoom_sense_reversed,
+                            &p.zoom_min_limit_motion};
+  const auto bits = input.Take<std::uint16_t>();
+  for (std::size_t i = 0; i < std::size(switches); ++i) *switches[i] = ((bits >> i) & 1U) != 0;
+}
+
+void SetDirections(Hub& hub, Input& input) {
+  ApplicationParameters& p = hub.GetApplicationParameters();
+  Vector3* const directions[] = {&p.scene_up_direction,    &p.scene_front_direction, &p.world_up_direction,
+                                 &p.world_front_direction, &p.custom_orbit_up,       &p.custom_orbit_front};
+  *directions[input.Take<std::uint8_t>() % std::size(directions)] = input.TakeVector();
+}
+
+void SetViewport(Hub& hub, Input& input) {
+  hub.GetApplicationParameters().viewport_width = input.TakeInt();
+  hub.GetApplicationParameters().viewport_height = input.TakeInt();
+}
+
+void Begin(Hub& hub, Input& input) {
+  const int x = input.TakeInt();
+  hub.BeginOperation(input.TakeOperation(), x, input.TakeInt());
+}
+
+void End(Hub& hub, Input& input) { hub.EndOperation(input.TakeOperation()); }
+
+void Move(Hub& hub, Input& input) {
+  const int x = input.TakeInt();
+  const int y = input.TakeInt();
+  hub.UpdateOperationParams(x, y, input.TakeOperation());
+}
+
+// A step that stays within a screen, where most of the arithmetic is.
+void MoveOnScreen(Hub& hub, Input& input) {
+  const int x = input.Take<std::int16_t>();
+  const int y = input.Take<std::int16_t>();
+  hub.UpdateOperationParams(x, y, Korvane::OPERATION_ALL);
+}
+
+void Push(Hub& hub, Input& input) {
+  const Vector3 translation = input.TakeVector();
+  const Vector3 rotation = input.TakeVector();
+  hub.UpdateOperationParams(translation, rotation, input.TakeOperation());
+}
+
+void Select(Hub& hub, Input& input) {
+  const double radius = input.TakeDouble();
+  hub.SetGeometrySelection(radius, input.TakeVector());
+}
+
+void Frame(Hub& hub, Input& /*input*/) { hub.PerformOperations(); }
+
+using Step = void (*)(Hub&, Input&);
+constexpr Step STEPS[] = {&SetCamera, &SetNumbers, &SetSwitches,  &SetDirections, &SetViewport,
+                          &Begin,     &End,        &Move,         &MoveOnScreen,  &Push,
+                          &Select,    &Frame,      &MoveOnScreen, &Frame};
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t count) {
+  Input input(bytes, count);
+  Hub hub;
+  hub.shown = hub.GetHomeCamera();
+  while (!input.IsEmpty()) STEPS[input.Take<std::uint8_t>() % std::size(STEPS)](hub, input);
+  hub.EndOperation(Korvane::OPERATION_ALL);
+  hub.PerformOperations();
+  return 0;
+}

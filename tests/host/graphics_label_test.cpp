@@ -1,0 +1,217 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "graphics_canvas.h"
+#include "korvane/icon2d.h"
+#include "zovhost/resource_pack.h"
+
+namespace {
+
+using Korvane::DynamicIcon2D;
+using Korvane::Renderer;
+using Korvane::StringID;
+using Korvane::Vector3;
+using zovhost::Image;
+using zovhost::OffscreenTarget;
+using zovtest::Pixel;
+using zovtest::PixelAt;
+
+class LabelTest : public zovtest::RendererTest {
+ protected:
+  using Maker = DynamicIcon2D* (zovhost::GLRenderer::*)(const wchar_t*);
+  static constexpr Maker makers[] = {
+      &zovhost::GLRenderer::CreateTooltip, &zovhost::GLRenderer::CreateTooltipHUD,
+      &zovhost::GLRenderer::CreateMessageHUD, &zovhost::GLRenderer::CreatePivotLabel,
+      &zovhost::GLRenderer::CreateMiniWheelLabel};
+
+  // The icon at its own size on a ground of one grey, with nothing around it.
+  Image Draw(DynamicIcon2D* icon, float ground) {
+    const int width = static_cast<int>(icon->GetWidth());
+    const int height = static_cast<int>(icon->GetHeight());
+    OffscreenTarget target;
+    EXPECT_TRUE(target.Create(width, height, 0));
+    EXPECT_TRUE(target.Bind());
+    glClearColor(ground, ground, ground, 1.0F);
+    glClear(GL_COLOR_BUFFER_BIT);
+    renderer.SetViewport(0, 0, width, height);
+    icon->SetPosition({width / 2.0, height / 2.0});
+    EXPECT_TRUE(renderer.BeginRender({{width / 2.0, height / 2.0}, {width / 2.0, height / 2.0}},
+                                     FrontCamera(), Renderer::RENDER_OVERLAY));
+    EXPECT_TRUE(renderer.Render(icon));
+    EXPECT_TRUE(renderer.EndRender());
+    Image image;
+    EXPECT_TRUE(target.Read(image));
+    return image;
+  }
+
+  // Relative luminance, 0 to 1 (W3C, Web Content Accessibility Guidelines 2.1).
+  static double LuminanceOf(const Image& image, std::size_t at) {
+    const auto linear = [&](std::size_t channel) {
+      const double c = image.rgba[at + channel] / 255.0;
+      return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(0) + 0.7152 * linear(1) + 0.0722 * linear(2);
+  }
+};
+
+TEST_F(LabelTest, every_kind_of_text_reads_on_white_and_on_black) {
+  for (const Maker make : makers) {
+    for (const float ground : {0.0F, 1.0F}) {
+      DynamicIcon2D* icon = (renderer.*make)(L"Oberlicht");
+      ASSERT_NE(icon, nullptr);
+      EXPECT_EQ(icon->GetWidth(), std::round(icon->GetWidth()));  // whole pixels
+      EXPECT_EQ(icon->GetHeight(), std::round(icon->GetHeight()));
+      const Image image = Draw(icon, ground);
+      // Between the tenth part of the pixels that is darkest and the one that is lightest, within the middle.
+      std::vector<double> luminances;
+      for (int y = image.height / 3; y < image.height * 2 / 3; ++y) {
+        for (int x = 0; x < image.width; ++x) {
+          luminances.push_back(LuminanceOf(image, 4 * static_cast<std::size_t>(y * image.width + x)));
+        }
+      }
+      std::sort(luminances.begin(), luminances.end());
+      const std::size_t tenth = luminances.size() / 10;
+      const double contrast = (luminances[luminances.size() - tenth] + 0.05) / (luminances[tenth] + 0.05);
+      EXPECT_GT(contrast, 4.5);
+      EXPECT_TRUE(renderer.DestroyIcon(icon));
+    }
+  }
+}
+
+TEST_F(LabelTest, texts_are_set_for_the_scale_of_the_display) {
+  DynamicIcon2D* small = renderer.CreateMessageHUD(L"Scale");
+  renderer.SetDisplayScale(2.0);
+  DynamicIcon2D* large = renderer.CreateMessageHUD(L"Scale");
+  ASSERT_NE(small, nullptr);
+  ASSERT_NE(large, nullptr);
+  EXPECT_NEAR(large->GetWidth(), 2.0 * small->GetWidth(), 4.0);
+  EXPECT_NEAR(large->GetHeight(), 2.0 * small->GetHeight(), 3.0);
+  // Crisp: set anew and not stretched, so from one pixel to the next the shade changes as fast as before.
+  const auto steepest = [this](DynamicIcon2D* icon) {
+    const Image image = Draw(icon, 0.0F);
+    int step = 0;
+    for (std::size_t i = 4; i < image.rgba.size(); i += 4) {
+      step = std::max(step, std::abs(image.rgba[i] - image.rgba[i - 4]));
+    }
+    return step;
+  };
+  EXPECT_GT(steepest(small), 150);
+  EXPECT_GT(steepest(large), 150);
+}
+
+TEST_F(LabelTest, drawing_at_whole_pixels_neither_blurs_nor_shifts) {
+  DynamicIcon2D* icon = renderer.CreateTooltipHUD(L"Orbit");
+  ASSERT_NE(icon, nullptr);
+  const Image expected = Draw(icon, 0.5F);
+  renderer.SetViewport(0, 0, expected.width, expected.height);
+  const auto again = [&](double offset) {
+    OffscreenTarget target;
+    EXPECT_TRUE(target.Create(expected.width, expected.height, 0));
+    EXPECT_TRUE(target.Bind());
+    glClearColor(0.5F, 0.5F, 0.5F, 1.0F);
+    glClear(GL_COLOR_BUFFER_BIT);
+    icon->SetPosition({expected.width / 2.0 + offset, expected.height / 2.0 - offset});
+    EXPECT_TRUE(renderer.BeginRender(
+        {{expected.width / 2.0, expected.height / 2.0}, {expected.width / 2.0, expected.height / 2.0}},
+        FrontCamera(), Renderer::RENDER_OVERLAY));
+    EXPECT_TRUE(renderer.Render(icon));
+    renderer.EndRender();
+    Image image;
+    EXPECT_TRUE(target.Read(image));
+    return image.rgba;
+  };
+  EXPECT_EQ(again(0.0), expected.rgba);
+  EXPECT_EQ(again(0.3), expected.rgba);
+}
+
+TEST_F(LabelTest, no_text_makes_no_icon) {
+  for (const Maker make : makers) {
+    EXPECT_EQ((renderer.*make)(L""), nullptr);
+    EXPECT_EQ((renderer.*make)(nullptr), nullptr);
+  }
+  EXPECT_EQ(renderer.CreateTextLabel(nullptr, 10.0F, 0, 0), nullptr);
+  EXPECT_EQ(renderer.CreateUCSMenuLabel(nullptr, nullptr, false, 100), nullptr);
+}
+
+TEST_F(LabelTest, a_text_of_any_length_gives_an_icon_of_a_size_that_fits_a_screen) {
+  const std::wstring words(100000, L'w');
+  std::wstring lines;
+  for (int i = 0; i < 1000; ++i) lines += L"line\n";
+  for (const std::wstring& text : {words, lines, std::wstring(L"\x1\x2\xD800\n\n")}) {
+    DynamicIcon2D* icon = renderer.CreateMessageHUD(text.c_str());
+    ASSERT_NE(icon, nullptr);
+    EXPECT_LE(icon->GetWidth(), 600.0);
+    EXPECT_LE(icon->GetHeight(), 400.0);
+  }
+}
+
+TEST_F(LabelTest, a_label_is_fitted_into_its_box) {
+  DynamicIcon2D* free = renderer.CreateTextLabel(L"A rather long name of a shot", 10.0F, 0, 0);
+  DynamicIcon2D* fitted = renderer.CreateTextLabel(L"A rather long name of a shot", 10.0F, 64, 16);
+  ASSERT_NE(free, nullptr);
+  ASSERT_NE(fitted, nullptr);
+  EXPECT_GT(free->GetWidth(), 100.0);
+  EXPECT_EQ(fitted->GetWidth(), 64.0);
+  EXPECT_EQ(fitted->GetHeight(), 16.0);
+  for (const float size : {0.0F, -5.0F, 1e9F, std::nanf("")}) {
+    DynamicIcon2D* odd = renderer.CreateTextLabel(L"text", size, -7, 1 << 30);
+    EXPECT_TRUE(odd == nullptr || odd->GetWidth() < 5000.0);
+  }
+}
+
+TEST_F(LabelTest, the_label_of_the_coordinate_systems_has_its_width_and_shows_its_state) {
+  DynamicIcon2D* quiet = renderer.CreateUCSMenuLabel(L"World", L"", false, 100);
+  DynamicIcon2D* lit = renderer.CreateUCSMenuLabel(L"World", nullptr, true, 100);
+  DynamicIcon2D* both = renderer.CreateUCSMenuLabel(L"Site", L"World", false, 140);
+  ASSERT_NE(quiet, nullptr);
+  ASSERT_NE(lit, nullptr);
+  ASSERT_NE(both, nullptr);
+  EXPECT_EQ(quiet->GetWidth(), 100.0);
+  EXPECT_EQ(both->GetWidth(), 140.0);
+  EXPECT_GT(both->GetHeight(), quiet->GetHeight());
+  const Image image = Draw(lit, 1.0F);
+  ExpectColour(PixelAt(image, 8, image.height / 2), 0, 97, 191, 3);
+}
+
+TEST_F(LabelTest, icons_of_one_text_are_shared_through_the_cache) {
+  pack->SetString(50, "Orbit tool");
+  const auto id = static_cast<StringID>(50);
+  DynamicIcon2D* first = renderer.GetStringTexture(id);
+  ASSERT_NE(first, nullptr);
+  EXPECT_EQ(renderer.GetStringTexture(id), first);
+  EXPECT_EQ(renderer.GetStringTexture(static_cast<StringID>(51)), nullptr);  // no text
+  renderer.ReleaseStringTexture(id);
+  renderer.ApplyTextureUsage();
+  EXPECT_EQ(renderer.GetStringTexture(id), first);
+  EXPECT_EQ(renderer.LoadStringResource(50), L"Orbit tool");
+}
+
+TEST_F(LabelTest, destroying_an_icon_clears_the_pointer_and_a_strangers_is_left_alone) {
+  DynamicIcon2D* icon = renderer.CreateTooltip(L"text");
+  DynamicIcon2D* const before = icon;
+  EXPECT_TRUE(renderer.DestroyIcon(icon));
+  EXPECT_EQ(icon, nullptr);
+  EXPECT_FALSE(renderer.DestroyIcon(icon));
+  icon = before;  // given back twice
+  EXPECT_FALSE(renderer.DestroyIcon(icon));
+  DynamicIcon2D stranger(1);
+  DynamicIcon2D* pointer = &stranger;
+  EXPECT_FALSE(renderer.DestroyIcon(pointer));
+  EXPECT_EQ(pointer, &stranger);
+}
+
+TEST_F(LabelTest, an_icon_that_outlives_the_graphics_draws_nothing) {
+  DynamicIcon2D* icon = renderer.CreateTooltip(L"text");
+  renderer.Destroy();
+  renderer.Create();
+  ASSERT_TRUE(renderer.BeginRender(WholeViewport(), FrontCamera(), Renderer::RENDER_OVERLAY));
+  EXPECT_FALSE(renderer.Render(icon));
+  renderer.EndRender();
+  EXPECT_TRUE(renderer.DestroyIcon(icon));
+}
+
+}  // namespace
