@@ -15,6 +15,12 @@ else()
     $<$<BOOL:${ZOV_WERROR}>:-Werror>)
 endif()
 
+# GCC 12 keeps a double where the program narrows to float and widens again, when it packs neighbouring
+# values into one vector; the narrowing is part of the result.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  target_compile_options(zov_compiler_options INTERFACE -fno-tree-slp-vectorize)
+endif()
+
 if(ZOV_SANITIZE)
   target_compile_options(zov_compiler_options INTERFACE
     -fsanitize=${ZOV_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all

@@ -9,6 +9,7 @@
 #include "korvane/observer_list.h"
 #include "korvane/operation.h"
 #include "korvane/shot.h"
+#include "korvane/shot_parameters.h"
 #include "korvane/timer.h"
 
 namespace Korvane {
@@ -84,6 +85,25 @@ class ZOVTOOLS_API CameraOperations {
   virtual bool UpdateOperationParams(int x, int y, OperationType type);
 
   // ---- shots ----
+  // Each form makes the shot of its record, ends a running shot, and begins. False for a record that holds
+  // a number that is not finite, for keyframes that are none or do not match their times, and when the
+  // shot could not be made.
+
+  virtual bool BeginShot(const LookAtShotParameters& parameters);
+  virtual bool BeginShot(const ZoomRectShotParameters& parameters);
+  virtual bool BeginShot(const ProjectionTransitionShotParameters& parameters);
+  virtual bool BeginShot(const PanZoomShotParameters& parameters);
+  virtual bool BeginShot(const CenterShotParameters& parameters);
+  virtual bool BeginShot(const KeyframeShotParameters& parameters);
+  virtual bool BeginShot(const TransitionShotParameters& parameters);
+  virtual bool BeginShot(const ClosestViewAlignShotParameters& parameters);
+  virtual bool BeginShot(const ViewAlignShotParameters& parameters);
+  virtual bool BeginShot(const LookShotParameters& parameters);
+  virtual bool BeginShot(const SpinShotParameters& parameters);
+  virtual bool BeginShot(const CraneShotParameters& parameters);
+  virtual bool BeginShot(const OrbitShotParameters& parameters);
+  virtual bool BeginShot(const ZoomShotParameters& parameters);
+  virtual bool BeginShot(const TrackShotParameters& parameters);
 
   /// Ends the active shot, if any, and tells its observer. Always true.
   virtual bool EndShot();
@@ -113,6 +133,25 @@ class ZOVTOOLS_API CameraOperations {
   /// Removes every entry of this observer.
   virtual void RemoveOperationObserver(OperationObserver* observer);
 
+  // ---- view fitting ----
+
+  /// Brings a pivot that has left the view back onto its axis, at its depth. False when it is in view; an
+  /// orthographic view counts at twice its size.
+  virtual bool ConstrainPivotToViewport();
+  /// Straightens the camera in an animated move. False when there is nothing to straighten, and for a
+  /// duration that is not finite.
+  virtual bool AlignToSceneUpDirection(double duration);
+  /// Leaves orthographic, where `auto_switch_projection` allows it. True when the view is perspective now.
+  virtual bool AutoSwitchToPerspectiveProjection();
+  /// The global bounding sphere lies wholly outside the view.
+  virtual bool IsSceneOutsideView(const CameraParameters& camera);
+  /// Animated moves, half a second long, that keep the direction of the view.
+  virtual bool FitAllToView();
+  virtual bool TransitionCameraToFitBoundingBox(const Vector3& centre, Box3 box);
+  virtual bool TransitionCameraToFitBoundingSphere(const Vector3& centre, double radius);
+  /// Fits the scene bounds, which follow the selection.
+  virtual bool FitSelectionToView();
+
   // ---- bounds recalculation ----
 
   /// The scene becomes the selection, else the model (`scene_is_world`), else the coordinate system;
@@ -121,6 +160,15 @@ class ZOVTOOLS_API CameraOperations {
   /// Hooks: a host that computes bounds late does it here.
   virtual void RecalculateSelectionBounds();
   virtual void RecalculateGlobalBounds();
+
+  /// Computes, in `camera`, the camera that looks along `direction` and that the box (sphere) just touches
+  /// on its narrower sides; no margin. All four half angles are honoured exactly, negative ones included.
+  /// `centre` is where the box stands. False, with nothing changed, for a radius not above 0 and wherever
+  /// the result would not be finite.
+  bool FitBoundingBoxToView(const Vector3& centre, Box3 box, Vector3 direction, const Vector3& up,
+                            CameraParameters& camera) const;
+  bool FitBoundingSphereToView(const Vector3& centre, double radius, Vector3 direction, const Vector3& up,
+                               CameraParameters& camera) const;
 
  protected:
   CameraOperations();
@@ -143,6 +191,7 @@ class ZOVTOOLS_API CameraOperations {
   void ForEachOperationType(Call call);
 
   std::unique_ptr<Operation>& SlotOf(OperationType type);
+  bool ApplyIfFinite(const CameraParameters& view);
   double RadiusOrGlobal(double radius);
   Box3 BoxOrGlobal(const Box3& box);
 
@@ -150,15 +199,20 @@ class ZOVTOOLS_API CameraOperations {
   struct FrameActivity {
     bool active = false;
     bool rotating = false;
+    bool aligning = false;            // a ViewAlignShot runs
+    bool changingProjection = false;  // a ProjectionTransitionShot runs
   };
   FrameActivity PerformActiveOperations();
   void PerformActiveOperation(OperationType type);
   std::shared_ptr<Shot> PerformActiveShot(FrameActivity& activity);
-  void ChooseProjection(bool rotating);
-  bool BlendProjection(bool active);
+  void ChooseProjection(const FrameActivity& activity);
+  bool BlendProjection(const FrameActivity& activity);
+  bool FitsBox() const;
+  bool ShowsOrthographic(const CameraParameters& view, const Vector3& direction) const;
+  bool TransitionTo(const CameraParameters& target, double duration);
   bool IsInOrthoRange(const Vector3& direction, double tolerance) const;
 
-  CameraParameters camera;
+  CameraParameters currentCamera;
   ApplicationParameters applicationParameters;
   std::array<std::unique_ptr<Operation>, OPERATION_COUNT> activeOperations;
   std::shared_ptr<Shot> activeShot;

@@ -25,6 +25,7 @@
 #include "korvane/renderer.h"
 #include "korvane/resource_ids.h"
 #include "korvane/shot.h"
+#include "korvane/shot_parameters.h"
 #include "korvane/timer.h"
 #include "korvane/vector2.h"
 #include "korvane/vector3.h"

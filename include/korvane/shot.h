@@ -19,7 +19,8 @@ class ZOVTOOLS_API Shot {
   /// Called once, after the host's camera has been queried. A null hub changes nothing.
   virtual void InitShot(const CameraOperations* hub);
   /// Writes the camera for the present moment, then lets `dt` seconds pass. The call that finds the time
-  /// run out writes the end of the move and returns false; until then the result is true.
+  /// run out writes the end of the move and returns false; until then the result is true. A shot whose record
+  /// makes no sense returns false and writes nothing.
   virtual bool PerformShot(double dt, CameraParameters& camera) = 0;
   /// Seconds, with the dt of the last step.
   virtual double GetElapsedTime() const;
@@ -30,6 +31,14 @@ class ZOVTOOLS_API Shot {
   Shot();
   Shot(const Shot&) = delete;
   Shot& operator=(const Shot&) = delete;
+
+  /// Opens a step: sets the unit time, eased over the part of the duration up to `easeEnd`, 1 once the time
+  /// has run out, and says whether the shot goes on.
+  bool BeginStep(double duration, double easeEnd = 1.0);
+  /// The same without easing.
+  bool BeginLinearStep(double duration);
+  /// Closes a step: `dt` passes. Returns `goesOn`.
+  bool EndStep(double dt, bool goesOn);
 
   double elapsedTime = 0.0;
   double unitTime = 0.0;

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "camera/shot_role.h"
+
 namespace Korvane {
 
 namespace {
@@ -42,10 +44,11 @@ bool CameraOperations::BeginOperation(OperationType type, int x, int y) {
   const Operation* const begun = operation.get();
   SlotOf(type) = std::move(operation);
   RecalculateSelectionBounds();
-  QueryCameraParameters(camera);
+  QueryCameraParameters(currentCamera);
   if (SlotOf(type).get() != begun) return false;  // the host's own hook has ended it
   SlotOf(type)->InitOperation(x, y, this);
-  operationObservers.Notify([&](OperationObserver& observer) { observer.OnBeginOperation(type, camera); });
+  operationObservers.Notify(
+      [&](OperationObserver& observer) { observer.OnBeginOperation(type, currentCamera); });
   RequestApplicationUpdate();
   return true;
 }
@@ -111,8 +114,8 @@ void CameraOperations::RemoveOperationObserver(OperationObserver* observer) {
 // ---- the frame ----
 
 bool CameraOperations::PerformOperations() {
-  QueryCameraParameters(camera);
-  const CameraParameters snapshot = camera;
+  QueryCameraParameters(currentCamera);
+  const CameraParameters snapshot = currentCamera;
 
   frameTimer.Lap();
   frameDelta = Math::Max(0.0, frameTimer.GetLastInterval());  // the clock wraps
@@ -124,10 +127,10 @@ bool CameraOperations::PerformOperations() {
     if (operation != nullptr) operation->UpdatePreviousCursor();
   }
 
-  if (camera.perspective_with_ortho) ChooseProjection(activity.rotating);
-  const bool blending = BlendProjection(activity.active);
+  if (currentCamera.perspective_with_ortho) ChooseProjection(activity);
+  const bool blending = BlendProjection(activity);
 
-  if (camera.IsFinite() && !CheckCamerasEqual(&camera, &snapshot)) ApplyCameraParameters(camera);
+  if (!CheckCamerasEqual(&currentCamera, &snapshot)) ApplyIfFinite(currentCamera);
   const bool isDone = doneShot != nullptr && doneShot == activeShot;
   doneShot.reset();  // EndShot destroys it
   if (isDone) EndShot();
@@ -140,7 +143,8 @@ bool CameraOperations::PerformOperations() {
   return false;
 }
 
-// Lowest kind first, on the same record, so that each observer sees the camera as its operation left it.
+// Lowest kind first, on the same record, so that each observer sees the camera as its operation left
+// it.
 CameraOperations::FrameActivity CameraOperations::PerformActiveOperations() {
   FrameActivity activity;
   ForEachOperationType([&](OperationType type) {
@@ -153,40 +157,46 @@ CameraOperations::FrameActivity CameraOperations::PerformActiveOperations() {
 }
 
 void CameraOperations::PerformActiveOperation(OperationType type) {
-  const CameraParameters before = camera;
-  SlotOf(type)->PerformOperation(frameDelta, camera);
-  KeepFinite(before, camera);
+  const CameraParameters before = currentCamera;
+  SlotOf(type)->PerformOperation(frameDelta, currentCamera);
+  KeepFinite(before, currentCamera);
   operationObservers.Notify(
-      [&](OperationObserver& observer) { observer.OnPerformOperation(type, frameDelta, camera); });
+      [&](OperationObserver& observer) { observer.OnPerformOperation(type, frameDelta, currentCamera); });
 }
 
 // Returns the shot when this was its last step. A shot that ends in this frame does not make it active.
 std::shared_ptr<Shot> CameraOperations::PerformActiveShot(FrameActivity& activity) {
   const std::shared_ptr<Shot> shot = activeShot;
   if (shot == nullptr) return nullptr;
-  const CameraParameters before = camera;
-  const bool goesOn = shot->PerformShot(frameDelta, camera);
-  KeepFinite(before, camera);
+  const CameraParameters before = currentCamera;
+  const bool goesOn = shot->PerformShot(frameDelta, currentCamera);
+  KeepFinite(before, currentCamera);
+  const ShotRole role = GetShotRole(*shot);
   activity.active = activity.active || goesOn;
+  activity.rotating = activity.rotating || role == ShotRole::Rotating;
+  activity.aligning = role == ShotRole::Aligning;
+  activity.changingProjection = role == ShotRole::ChangingProjection;
   return goesOn ? nullptr : shot;
 }
 
 // While the view rotates the tolerance is negative, which no direction meets (the axes are of unit length):
-// the view turns orthographic only once the motion has stopped on an axis.
-void CameraOperations::ChooseProjection(bool rotating) {
-  const double tolerance = rotating ? -Math::EPSILON_VALUE : Math::EPSILON_VALUE;
-  camera.projection_type = IsInOrthoRange(camera.eye - camera.centre, tolerance)
-                               ? CameraParameters::ProjectionType::Orthographic
-                               : CameraParameters::ProjectionType::Perspective;
+// the view turns orthographic only once the motion has stopped on an axis. An aligning view may turn a
+// little early, so that the blend has time to run.
+void CameraOperations::ChooseProjection(const FrameActivity& activity) {
+  double tolerance = activity.rotating ? -Math::EPSILON_VALUE : Math::EPSILON_VALUE;
+  if (applicationParameters.use_projection_transitions && activity.aligning) tolerance = orthoTolerance;
+  currentCamera.projection_type = IsInOrthoRange(currentCamera.eye - currentCamera.centre, tolerance)
+                                      ? CameraParameters::ProjectionType::Orthographic
+                                      : CameraParameters::ProjectionType::Perspective;
 }
 
-bool CameraOperations::BlendProjection(bool active) {
-  if (!applicationParameters.use_projection_transitions) return false;
-  const bool toOrthographic = camera.IsOrthographic();
-  const bool toPerspective = camera.projection_type == CameraParameters::ProjectionType::Perspective;
-  double& blend = camera.projection_transition;
+bool CameraOperations::BlendProjection(const FrameActivity& activity) {
+  if (!applicationParameters.use_projection_transitions || activity.changingProjection) return false;
+  const bool toOrthographic = currentCamera.IsOrthographic();
+  const bool toPerspective = currentCamera.projection_type == CameraParameters::ProjectionType::Perspective;
+  double& blend = currentCamera.projection_transition;
   const double step = frameDelta * PROJECTION_BLEND_RATE;
-  const bool atRest = !active && frameDelta < Math::EPSILON_VALUE;
+  const bool atRest = !activity.active && frameDelta < Math::EPSILON_VALUE;
 
   if (toOrthographic && blend < 1.0) {
     blend = atRest ? 1.0 : Math::Min(1.0, blend + step);
@@ -199,15 +209,22 @@ bool CameraOperations::BlendProjection(bool active) {
   return false;
 }
 
+// No bad number reaches the host, not even its own.
+bool CameraOperations::ApplyIfFinite(const CameraParameters& view) {
+  if (!view.IsFinite()) return false;
+  ApplyCameraParameters(view);
+  return true;
+}
+
 // ---- shots ----
 
 bool CameraOperations::BeginShot(Shot* shot) {
   if (shot == nullptr) return false;
   std::shared_ptr<Shot> begun(shot);
   EndShot();
-  EndShot();  // what the observer of the first may have begun
-  QueryCameraParameters(camera);
+  QueryCameraParameters(currentCamera);
   begun->InitShot(this);
+  EndShot();  // what the first one's observer, or a hook, may have begun meanwhile
   activeShot = std::move(begun);
   activeShotObserver = nullptr;
   OnBeginShot(shot);
@@ -221,7 +238,7 @@ bool CameraOperations::EndShot() {
   std::shared_ptr<Shot> ending = activeShot;
   if (ending == nullptr) return true;
   if (ShotObserver* const observer = std::exchange(activeShotObserver, nullptr)) {
-    observer->OnEndShot(ending.get(), camera);
+    observer->OnEndShot(ending.get(), currentCamera);
   }
   if (activeShot != ending) return true;
   activeShot.reset();
@@ -233,14 +250,12 @@ bool CameraOperations::EndShot() {
 
 bool CameraOperations::AdvanceActiveShot(double dt) {
   if (activeShot == nullptr) return false;
-  QueryCameraParameters(camera);
-  const CameraParameters snapshot = camera;
-  const bool goesOn = std::shared_ptr<Shot>(activeShot)->PerformShot(dt, camera);
-  KeepFinite(snapshot, camera);
-  if (goesOn && camera.IsFinite() && !CheckCamerasEqual(&camera, &snapshot)) {
-    ApplyCameraParameters(camera);
+  QueryCameraParameters(currentCamera);
+  const CameraParameters snapshot = currentCamera;
+  const bool goesOn = std::shared_ptr<Shot>(activeShot)->PerformShot(dt, currentCamera);
+  KeepFinite(snapshot, currentCamera);
+  if (goesOn && !CheckCamerasEqual(&currentCamera, &snapshot) && ApplyIfFinite(currentCamera))
     RequestApplicationUpdate();
-  }
   return true;
 }
 
@@ -263,7 +278,7 @@ ApplicationParameters& CameraOperations::GetApplicationParameters() { return app
 const ApplicationParameters& CameraOperations::GetApplicationParameters() const {
   return applicationParameters;
 }
-const CameraParameters& CameraOperations::GetCameraParameters() const { return camera; }
+const CameraParameters& CameraOperations::GetCameraParameters() const { return currentCamera; }
 CameraParameters& CameraOperations::GetHomeCamera() { return applicationParameters.home_camera; }
 
 bool CameraOperations::CheckCamerasEqual(const CameraParameters* a, const CameraParameters* b) const {

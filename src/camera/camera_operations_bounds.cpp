@@ -83,9 +83,9 @@ void CameraOperations::SetGeometrySelection(double radius, Vector3 centre) {
   applicationParameters.selected_bound_radius = RadiusOrGlobal(radius);
   applicationParameters.selected_bound_centre = centre;
   if (!applicationParameters.tool_selection_sensitivity) return;
-  QueryCameraParameters(camera);
-  camera.pivot = centre;
-  if (camera.IsFinite()) ApplyCameraParameters(camera);
+  QueryCameraParameters(currentCamera);
+  currentCamera.pivot = centre;
+  ApplyIfFinite(currentCamera);
 }
 
 void CameraOperations::SetBoundingBoxSelection(Box3 box, Vector3 centre) {

@@ -1,5 +1,11 @@
+#include "camera/dolly_operation.h"
+#include "camera/fly_operation.h"
+#include "camera/height_operation.h"
+#include "camera/look_operation.h"
 #include "camera/orbit_operation.h"
 #include "camera/pan_operation.h"
+#include "camera/roll_operation.h"
+#include "camera/slide_operation.h"
 #include "camera/zoom2d_operation.h"
 #include "camera/zoom_operation.h"
 #include "korvane/operation.h"
@@ -21,10 +27,11 @@ struct Row {
 };
 
 constexpr Row OPERATIONS[] = {
-    {OPERATION_PAN, &MakeOperation<PanOperation>},
-    {OPERATION_ORBIT, &MakeOperation<OrbitOperation>},
-    {OPERATION_ZOOM, &MakeOperation<ZoomOperation>},
-    {OPERATION_ZOOM2D, &MakeOperation<Zoom2DOperation>},
+    {OPERATION_PAN, &MakeOperation<PanOperation>},       {OPERATION_ORBIT, &MakeOperation<OrbitOperation>},
+    {OPERATION_LOOK, &MakeOperation<LookOperation>},     {OPERATION_FLY, &MakeOperation<FlyOperation>},
+    {OPERATION_DOLLY, &MakeOperation<DollyOperation>},   {OPERATION_ZOOM, &MakeOperation<ZoomOperation>},
+    {OPERATION_ZOOM2D, &MakeOperation<Zoom2DOperation>}, {OPERATION_HEIGHT, &MakeOperation<HeightOperation>},
+    {OPERATION_SLIDE, &MakeOperation<SlideOperation>},   {OPERATION_ROLL, &MakeOperation<RollOperation>},
 };
 
 }  // namespace
