@@ -66,13 +66,12 @@ Viewer::Viewer(zovhost::Window& onWindow)
       gui(window),
       panel(hub),
       messageTimer(*this),
-      progress(ProgressLine::OffTerminal::Silent),
-      loader([this] { window.Wake(); }) {
+      progress(ProgressLine::OffTerminal::Silent) {
   renderer.SetHost(&pointer);
   renderer.Create();
   window.SetEventHandler([this](const WindowEvent& event) { OnEvent(event); });
   window.SetFrameHandler([this] { DrawFrame(); });
-  window.SetWakeHandler([this] { OnLoaderNews(); });
+  window.SetWakeHandler([this] { LoadWaiting(); });
   OnResized();
 }
 
@@ -86,30 +85,41 @@ Viewer::~Viewer() {
 int Viewer::Run(const ModelSource& first) {
   Open(first);
   window.Run();
-  window.Hide();  // a load that is still under way must not keep the window on the screen
   return exitCode;
 }
 
 // ---- models ----
 
 void Viewer::Open(const ModelSource& source) {
-  loader.Start(source);
-  ShowLoading();
+  waiting = source;
+  window.Wake();
 }
 
-void Viewer::ShowLoading() {
+void Viewer::LoadWaiting() {
+  if (contents.loading.has_value()) return;  // this round is one that a load has served
+  while (waiting.has_value() && window.IsOpen()) Load(*std::exchange(waiting, std::nullopt));
+}
+
+// On the window's own thread, which serves its events meanwhile: the importer is contained in a forked
+// process, and a fork wants all other threads at rest. Those of the graphics driver are, after glFinish.
+void Viewer::Load(const ModelSource& source) {
+  contents.loading = LoadingStatus{0.0, "", source.GetName()};
+  glFinish();
+  LoadedModel model =
+      LoadModel(source, [this](double fraction, const char* step) { ShowProgress(fraction, step); });
+  progress.Clear();
   contents.loading.reset();
-  if (loader.IsLoading()) contents.loading = loader.GetStatus();
+  if (window.IsOpen()) ShowModel(std::move(model));
   window.RequestFrame();
 }
 
-void Viewer::OnLoaderNews() {
-  if (std::optional<LoadedModel> model = loader.TakeModel()) {
-    progress.Clear();
-    ShowModel(std::move(*model));
-  }
-  ShowLoading();
-  if (contents.loading.has_value()) progress.Show(contents.loading->fraction, contents.loading->step);
+void Viewer::ShowProgress(double fraction, const char* step) {
+  progress.Show(fraction, step);
+  contents.loading->fraction = fraction;
+  contents.loading->step = step;
+  window.RequestFrame();
+  // A load cannot be broken off, but it must not keep a closed window on the screen.
+  if (!window.Step(0)) window.Hide();
 }
 
 // What cannot be shown leaves the present model where it is; without one there is nothing to stay for.

@@ -1,13 +1,13 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "korvane/interval_timer.h"
 #include "model_source.h"
 #include "navigation.h"
 #include "progress_line.h"
-#include "scene_loader.h"
 #include "viewer_hub.h"
 #include "viewer_panel.h"
 #include "zovhost/gl_renderer.h"
@@ -29,9 +29,10 @@ class Viewer {
   /// Until the window is closed, or the first model turns out not to be one. The exit code of the program.
   int Run(const ModelSource& first);
 
-  /// Begins to load a model; it replaces the present one when that has succeeded.
+  /// Loads a model in one of the next rounds of the window's loop; it replaces the present one when that has
+  /// succeeded. While another is loading, this one follows it; of several only the last.
   void Open(const ModelSource& source);
-  bool IsLoading() const { return loader.IsLoading(); }
+  bool IsLoading() const { return waiting.has_value() || contents.loading.has_value(); }
   /// Of the last failure, for a while; empty for none.
   const std::string& GetMessage() const { return contents.message; }
   const zovhost::Scene* GetScene() const { return scene.get(); }
@@ -64,10 +65,11 @@ class Viewer {
   void OnEvent(const zovhost::WindowEvent& event);
   void OnKey(int key);
   void OnResized();
-  void OnLoaderNews();
+  void LoadWaiting();
+  void Load(const ModelSource& source);
+  void ShowProgress(double fraction, const char* step);
   void ShowModel(LoadedModel model);
   void ShowMessage(const std::string& text);
-  void ShowLoading();
   void DrawFrame();
 
   zovhost::Window& window;
@@ -82,7 +84,7 @@ class Viewer {
   std::unique_ptr<zovhost::Scene> scene;
   MessageTimer messageTimer;
   ProgressLine progress;
-  SceneLoader loader;
+  std::optional<ModelSource> waiting;
   int exitCode = 0;
 };
 

@@ -48,7 +48,7 @@ std::string GroupDigits(std::size_t number) {
   return digits;
 }
 
-void DrawProgress(const SceneLoader::Status& status) {
+void DrawProgress(const LoadingStatus& status) {
   const ImVec2 size = ImGui::GetIO().DisplaySize;
   ImGui::SetNextWindowPos(ImVec2(size.x * 0.5F, size.y * 0.5F), ImGuiCond_Always, ImVec2(0.5F, 0.5F));
   if (ImGui::Begin("##progress", nullptr, NOTICE)) {

@@ -4,18 +4,23 @@
 #include <optional>
 #include <string>
 
-#include "scene_loader.h"
-
 namespace zovview {
 
 class ViewerHub;
+
+/// How far the loading of a model is.
+struct LoadingStatus {
+  double fraction = 0.0;
+  std::string step;
+  std::string name;
+};
 
 /// What the panel shows beside the settings of the hub.
 struct PanelContents {
   std::string name;
   std::size_t triangleCount = 0;
-  std::string message;                         // of a failure; empty for none
-  std::optional<SceneLoader::Status> loading;  // while a model loads
+  std::string message;                   // of a failure; empty for none
+  std::optional<LoadingStatus> loading;  // while a model loads
 };
 
 /// The small panel in the corner of the window, and the bar of progress. To be drawn within a frame of the

@@ -3,7 +3,9 @@
 #include <map>
 
 #define WIN32_LEAN_AND_MEAN
-#define NOMINMAX
+#if !defined(NOMINMAX)
+#  define NOMINMAX
+#endif
 #include <windows.h>
 
 namespace Korvane {

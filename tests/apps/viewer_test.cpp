@@ -45,8 +45,8 @@ class ViewerTest : public testing::Test {
     event.type = SDL_DROPFILE;
     event.drop.file = SDL_strdup(file.c_str());
     SDL_PushEvent(&event);
-    window->Step(0);
-    EXPECT_TRUE(viewer->IsLoading());
+    do window->Step(0);
+    while (SDL_HasEvent(SDL_DROPFILE) == SDL_TRUE);
     WaitForModel();
   }
 
@@ -106,6 +106,7 @@ TEST_F(ViewerTest, of_several_files_dropped_during_a_load_the_last_is_shown) {
   viewer->Open({folder.Write("square.obj", SQUARE)});
   viewer->Open({folder.Write("broken.glb", "not a model")});
   viewer->Open({folder.Write("last.obj", TRIANGLE)});
+  EXPECT_TRUE(viewer->IsLoading());
   WaitForModel();
   EXPECT_EQ(GetTitle(), "last.obj - zovview");
   EXPECT_EQ(viewer->GetMessage(), "");

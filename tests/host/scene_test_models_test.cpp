@@ -73,7 +73,9 @@ TEST(TestModels, load_whole_or_fail_with_one_line) {
     sum.refused += counts.refused;
   }
   std::printf("%-12s %4d loaded %4d refused\n", "all", sum.loaded, sum.refused);
-  if (!table.empty()) EXPECT_GT(sum.loaded, 250);
+  if (!table.empty()) {
+    EXPECT_GT(sum.loaded, 250);
+  }
 }
 
 // The house stands on a block of ground 18 by 16 metres, its ridge 6.3 metres above the ground floor.

@@ -99,8 +99,10 @@ class Window {
   void Run();
   /// One round: sleeps up to `longestWait` milliseconds (-1: as long as nothing happens), handles what
   /// has come and draws a frame that was asked for. False once the window is closed.
+  /// An event handler that takes long may call it to keep the window alive.
   bool Step(int longestWait);
   void Close();
+  bool IsOpen() const;
 
   /// The shape of the pointer under a number, straight alpha, `hotX` and `hotY` from the top left of the
   /// picture. A second picture under the same number replaces the first.

@@ -33,7 +33,7 @@ double GetMegabytesOfBuffers(const std::filesystem::path& path) {
 // size of a text file in memory, and archives unfold further.
 ImportLimits GetImportLimits(const std::filesystem::path& path) {
   const double size = GetMegabytes(path) + GetMegabytesOfBuffers(path);
-  const std::chrono::seconds work(10 + static_cast<int>(2.0 * size));
+  const std::chrono::seconds work(20 + static_cast<int>(4.0 * size));
   return {work, 60s + 10 * work, (4096.0 + 64.0 * size) * 1024.0 * 1024.0};
 }
 

@@ -151,6 +151,7 @@ void Window::Impl::UpdateSize() {
 }
 
 void Window::Close() { impl->closed = true; }
+bool Window::IsOpen() const { return !impl->closed; }
 void Window::Hide() { SDL_HideWindow(impl->window.get()); }
 
 // ---- properties ----
