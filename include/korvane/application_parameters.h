@@ -175,7 +175,7 @@ class ZOVTOOLS_API ApplicationParameters {
   bool lock_to_selection = defaultLockToSelection;
   /// A move that needs perspective may leave orthographic by itself.
   bool auto_switch_projection = defaultAutoSwitchProjection;
-  /// A new selection moves the pivot to it.
+  /// A new selection, given as a sphere, moves the pivot to its centre.
   bool tool_selection_sensitivity = defaultToolSelectionSensitivity;
   /// A change of projection blends.
   bool use_projection_transitions = defaultUseProjectionTransitions;

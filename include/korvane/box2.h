@@ -26,8 +26,9 @@ struct Box2 {
   /// Writes `p` in the box's own scale, -1 to 1 across it, inside or not; the result is IsPointInside.
   /// A box without extent writes infinities or NaN and answers false.
   constexpr bool GetLocalCoords(const Vector2& p, Vector2& out) const {
+    const bool inside = IsPointInside(p);  // first: `out` may be `p`
     out = Vector2((p.x - center.x) / halfExtent.x, (p.y - center.y) / halfExtent.y);
-    return IsPointInside(p);
+    return inside;
   }
 
   /// Twelve floats: the corners as x, y, z in the order low-low, low-high, high-high, high-low.

@@ -32,8 +32,8 @@ class ZOVTOOLS_API CameraOperations {
 
   // ---- the host's side ----
 
-  /// The host takes these values into its view. They are finite: while the host's own camera holds a number
-  /// that is not, the hub applies nothing.
+  /// The host takes these values into its view. They are finite: a camera that holds a number that is not,
+  /// after the moves of the frame, is not applied.
   virtual void ApplyCameraParameters(const CameraParameters& camera) = 0;
   /// The host fills in the values of its view now.
   virtual void QueryCameraParameters(CameraParameters& camera) const = 0;
@@ -72,9 +72,9 @@ class ZOVTOOLS_API CameraOperations {
   /// The frame. True when an operation or a shot goes on or the projection is blending, and another frame
   /// has been asked for.
   virtual bool PerformOperations();
-  /// False for a kind out of range or one that the library does not make. End an operation before you
-  /// begin its kind again: the old one is dropped and its observers do not hear of it. `x` and `y` are
-  /// viewport pixels, origin at the TOP left.
+  /// False for a kind out of range or one that the library does not make, and when a hook of the host ended
+  /// or replaced the operation before it began. End an operation before you begin its kind again: the old one
+  /// is dropped and its observers do not hear of it. `x` and `y` are viewport pixels, origin at the TOP left.
   virtual bool BeginOperation(OperationType type, int x, int y);
   /// False for a kind out of range; true otherwise, also when nothing was active.
   virtual bool EndOperation(OperationType type);
@@ -123,7 +123,8 @@ class ZOVTOOLS_API CameraOperations {
 
   virtual ApplicationParameters& GetApplicationParameters();
   virtual const ApplicationParameters& GetApplicationParameters() const;
-  /// The hub's working copy, refreshed from the host at each frame and each begin.
+  /// The hub's working copy, refreshed from the host at each frame, at each begin, by AdvanceActiveShot and
+  /// by SetGeometrySelection. It may hold what was not applied.
   virtual const CameraParameters& GetCameraParameters() const;
   virtual CameraParameters& GetHomeCamera();
   /// As CameraCheckEqual.

@@ -73,8 +73,8 @@ class ZOVTOOLS_API ChangingInTimeValue {
 /// Several values, one after another.
 ///
 /// The clock of a chain starts at its first read after Start, however late that comes. A chain moves on
-/// whenever its current value is at rest, started or not: a chain meant to rest holds one value, or has
-/// been given one number through SetValue.
+/// whenever its current value is at rest, started or not: a chain meant to rest holds one value;
+/// SetValue on an empty chain makes it so.
 class ZOVTOOLS_API ChangingInTimeValueChain {
  public:
   ChangingInTimeValueChain() = default;
@@ -92,7 +92,8 @@ class ZOVTOOLS_API ChangingInTimeValueChain {
   /// Nothing for an empty chain.
   void Start();
   void Stop();
-  /// On an empty chain adds one value; otherwise stops, and every value rests at the argument.
+  /// On an empty chain adds one value. Otherwise stops, and every value ends at the argument; a chain of
+  /// several values, or one whose Start was not read yet, still moves there at its next reads.
   void SetValue(double value);
 
   /// 0 for an empty chain. No allocation.

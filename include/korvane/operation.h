@@ -32,7 +32,7 @@ enum OperationType : int {
 /// One interactive camera move in progress. Made, owned and destroyed by the hub.
 ///
 /// It stores the input as it comes and moves the camera only when a frame performs it. Cursors are
-/// viewport pixels with the origin at the TOP left, y downward. All but the zooms measure motion in fractions
+/// viewport pixels with the origin at the TOP left, y downward. Most measure motion in fractions
 /// of the viewport, so that the same drag does the same on any view size.
 class ZOVTOOLS_API Operation {
  public:
@@ -98,7 +98,8 @@ class ZOVTOOLS_API Operation {
 
 /// Is told of the life of every operation of a hub. Borrowed by the hub. While it is being told it may add
 /// and remove observers and begin and end operations; a begin within a frame queries the host's camera again
-/// and so loses what this frame had moved. It must not call PerformOperations.
+/// and so loses what this frame had moved. Those told after an observer that ends a kind in its own begin
+/// hear the end first; ask IsOperationActive. It must not call PerformOperations.
 class ZOVTOOLS_API OperationObserver {
  public:
   virtual ~OperationObserver();

@@ -39,7 +39,7 @@ class ZOVTOOLS_API Renderer {
   enum DrawMode : int {
     DRAW_QUADS = 0,        // plain, textured or coloured
     DRAW_CUBE_LABELS = 2,  // blended over the faces of the cube
-    DRAW_SOLID = 3,        // the body of the cube and its selected part; the lines of a rectangle
+    DRAW_SOLID = 3,        // the edges of the cube and of its selected part; the outline of a rectangle
     DRAW_CUBE_SHADOW = 4,
     DRAW_THROUGH = 5,        // shows through what stands in front
     DRAW_OVERLAY_ICONS = 6,  // flat

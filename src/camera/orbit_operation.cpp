@@ -61,7 +61,7 @@ void OrbitOperation::PerformOperation(double /*dt*/, CameraParameters& camera) {
   } else {
     PerformFree(camera);
   }
-  workingCamera = camera;
+  if (camera.IsFinite()) workingCamera = camera;  // one bad frame must not spoil the rest of the drag
 }
 
 // ---- the turntable ----

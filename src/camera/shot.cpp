@@ -29,7 +29,7 @@ bool Shot::BeginLinearStep(double duration) {
   return goesOn;
 }
 
-// A step of no length that can be told would stop the clock for good.
+// A dt that is not finite would spoil the elapsed time for good.
 bool Shot::EndStep(double dt, bool goesOn) {
   if (std::isfinite(dt)) elapsedTime += dt;
   return goesOn;

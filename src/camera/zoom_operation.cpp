@@ -78,8 +78,7 @@ bool ZoomOperation::MoveBack(double offset, CameraParameters& camera) {
     unitAmount = 0.0;
     return false;
   }
-  const double deadPixels = Math::Max(0.0, parameters.zoom_out_snap_size);
-  const double ratio = std::pow(parameters.zoom_sensitivity, offset - deadPixels);
+  const double ratio = std::pow(parameters.zoom_sensitivity, offset - parameters.zoom_out_snap_size);
   camera.eye = EyeAt(ratio);
 
   const Vector3 toPivot = (initialCamera.pivot - initialCamera.eye).Normalized();

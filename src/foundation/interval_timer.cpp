@@ -33,7 +33,7 @@ bool IntervalTimerImpl::Start(double seconds, bool repeatedly) {
   Stop();
   repeat = repeatedly;
   const double milliseconds = std::trunc(seconds * 1000.0);
-  if (!std::isfinite(milliseconds) || milliseconds < 0.0) return false;
+  if (!std::isfinite(milliseconds) || seconds < 0.0) return false;
   const double longest = std::numeric_limits<std::uint32_t>::max();
   const auto period = static_cast<std::uint32_t>(std::min(milliseconds, longest));
   timerID = GetPlatform().SetTimer(period, &TimerProc);

@@ -97,7 +97,7 @@ void Quaternion::Slerp(double t, const Quaternion& p, const Quaternion& q) {
   const double cosine = std::abs(dot);
   const Quaternion end = dot < 0.0 ? -q : q;
   const double angle = std::acos(cosine);
-  if (angle < SMALLEST) {
+  if (!(angle >= SMALLEST)) {
     *this = p * (1.0 - t) + end * t;
     return;
   }

@@ -15,10 +15,10 @@ constexpr std::size_t BYTES_PER_PIXEL = 4;
 // 0 for an image that has no pixels or that no memory can hold.
 std::size_t BufferSize(int width, int height) {
   if (width < 1 || height < 1) return 0;
-  const std::size_t rowSize = static_cast<std::size_t>(width) * BYTES_PER_PIXEL;
+  const std::size_t most = std::numeric_limits<std::size_t>::max() / 2 / BYTES_PER_PIXEL;
+  const auto columns = static_cast<std::size_t>(width);
   const auto rows = static_cast<std::size_t>(height);
-  const bool fits = rows <= std::numeric_limits<std::size_t>::max() / 2 / rowSize;
-  return fits ? rowSize * rows : 0;
+  return columns <= most / rows ? columns * rows * BYTES_PER_PIXEL : 0;
 }
 
 }  // namespace

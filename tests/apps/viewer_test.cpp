@@ -112,6 +112,34 @@ TEST_F(ViewerTest, of_several_files_dropped_during_a_load_the_last_is_shown) {
   EXPECT_EQ(viewer->GetMessage(), "");
 }
 
+// A model that takes long enough for events to be served meanwhile.
+std::string MakeGrid(int side) {
+  std::string text;
+  for (int i = 0; i < side * side; ++i) {
+    text += "v " + std::to_string(i % side) + " " + std::to_string(i / side) + " 0\n";
+  }
+  for (int i = 1; i + side < side * side; ++i) {
+    text += "f " + std::to_string(i) + " " + std::to_string(i + 1) + " " + std::to_string(i + side) + "\n";
+  }
+  return text;
+}
+
+TEST_F(ViewerTest, a_file_dropped_during_a_load_follows_it) {
+  viewer->Open({folder.Write("grid.obj", MakeGrid(200))});
+  Drop(folder.Write("square.obj", SQUARE));
+  EXPECT_EQ(GetTitle(), "square.obj - zovview");
+}
+
+TEST_F(ViewerTest, closing_the_window_during_a_load_ends_the_program) {
+  viewer->Open({folder.Write("grid.obj", MakeGrid(200))});
+  SDL_Event event = {};
+  event.type = SDL_QUIT;
+  SDL_PushEvent(&event);
+  window->Run();
+  EXPECT_EQ(viewer->GetExitCode(), 0);
+  EXPECT_EQ(GetTitle(), "triangle.obj - zovview");
+}
+
 TEST_F(ViewerTest, keys_change_the_settings) {
   const Korvane::ApplicationParameters& parameters = viewer->GetHub().GetApplicationParameters();
   Press(SDLK_s);

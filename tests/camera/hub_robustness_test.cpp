@@ -167,6 +167,24 @@ TEST(HubRobustness, a_drag_that_began_on_a_broken_camera_leaves_a_good_one_that_
   }
 }
 
+TEST(HubRobustness, one_bad_frame_of_the_host_does_not_spoil_the_rest_of_a_drag) {
+  ManualPlatform platform;
+  for (const bool preserve : {false, true}) {
+    Random random;
+    MemoryHub hub(RandomCamera(random));
+    hub.GetApplicationParameters().preserve_orbit_up_direction = preserve;
+    hub.BeginOperation(Korvane::OPERATION_ORBIT, 0, 0);
+    hub.Drag(Korvane::OPERATION_ORBIT, 10, 0);
+    const CameraParameters good = hub.view;
+    hub.view.pivot.x = std::numeric_limits<double>::quiet_NaN();
+    hub.Drag(Korvane::OPERATION_ORBIT, 20, 0);
+    hub.view = good;
+    hub.Drag(Korvane::OPERATION_ORBIT, 60, 0);
+    EXPECT_TRUE(hub.view.IsFinite());
+    EXPECT_GT((hub.view.eye - good.eye).Length(), 1e-3 * (good.eye - good.pivot).Length()) << preserve;
+  }
+}
+
 TEST(HubRobustness, settings_that_are_no_numbers_leave_the_camera_where_it_was) {
   using P = ApplicationParameters;
   const struct {

@@ -168,7 +168,7 @@ TEST(ShotTiming, time_before_the_start_counts_as_the_start) {
   EXPECT_EQ(shot.GetUnitTime(), 0.0);
 }
 
-TEST(ShotTiming, a_step_of_no_length_that_can_be_told_passes_no_time) {
+TEST(ShotTiming, a_step_that_is_not_finite_passes_no_time) {
   Stopwatch shot(1.0);
   for (const double dt : {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(),
                           -std::numeric_limits<double>::infinity(), 0.5}) {

@@ -69,6 +69,14 @@ TEST(Box2GetLocalCoords, runs_from_minus_one_to_one_across_the_box) {
   EXPECT_EQ(local, Vector2(0.5, 0.5));
 }
 
+TEST(Box2GetLocalCoords, may_write_over_its_own_point) {
+  Vector2 point(5.0, 5.5);
+  EXPECT_TRUE(BOX.GetLocalCoords(point, point));  // (5 - 3) / 4 and (5.5 - 5) / 1
+  EXPECT_EQ(point, Vector2(0.5, 0.5));
+  Vector2 outside(9.0, 5.5);
+  EXPECT_FALSE(BOX.GetLocalCoords(outside, outside));
+}
+
 TEST(Box2GetLocalCoords, writes_outside_the_box_too_and_answers_as_is_point_inside) {
   Vector2 local;
   EXPECT_FALSE(BOX.GetLocalCoords(Vector2(11.0, 3.0), local));

@@ -59,7 +59,7 @@ TEST_F(ChangingInTimeChainTest, set_value_of_5_on_an_empty_chain_makes_one_value
   EXPECT_EQ(made.GetValue(), 5.0);
 }
 
-TEST_F(ChangingInTimeChainTest, set_value_on_a_chain_stops_it_and_rests_every_value_there) {
+TEST_F(ChangingInTimeChainTest, set_value_on_a_chain_stops_it_and_ends_every_value_there) {
   ChangingInTimeValueChain chain = TwoSeconds();
   chain.Start();
   chain.GetValue();

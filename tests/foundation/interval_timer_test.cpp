@@ -148,7 +148,8 @@ TEST(IntervalTimerStart, with_a_period_that_is_none_is_false_and_stops_the_timer
   ManualPlatform platform;
   CountingTimer timer;
   const double infinite = std::numeric_limits<double>::infinity();
-  for (const double bad : {-1.0, std::numeric_limits<double>::quiet_NaN(), infinite, -infinite, 1e308}) {
+  for (const double bad :
+       {-1.0, -0.0005, std::numeric_limits<double>::quiet_NaN(), infinite, -infinite, 1e308}) {
     timer.Start(0.1, true);
     EXPECT_FALSE(timer.Start(bad, false)) << bad;
     EXPECT_FALSE(timer.IsRunning()) << bad;
