@@ -25,7 +25,7 @@ bool Shot::BeginStep(double duration, double easeEnd) {
 // A duration that is no number ends the shot at once.
 bool Shot::BeginLinearStep(double duration) {
   const bool goesOn = elapsedTime < duration;
-  unitTime = goesOn ? Math::Max(0.0, elapsedTime / duration) : 1.0;
+  unitTime = goesOn ? Math::Clamp(elapsedTime / duration, 0.0, 1.0) : 1.0;
   return goesOn;
 }
 

@@ -67,6 +67,7 @@ class BeginShots : public ::testing::Test {
     hub.recording = true;
     hub.TakeLog();
     EXPECT_TRUE(hub.BeginShot(record));
+    hub.onBeginShotHook = nullptr;
     EXPECT_EQ(hub.TakeLog(), (Log{"shot observer", "end shot hook", "shot: destroyed", "request", "query",
                                   "begin shot hook", "request"}));
     hub.recording = false;
