@@ -32,11 +32,11 @@ PUBLIC = {
         resource_ids cam3d_controller_parameters""",
     "camera": "camera_parameters application_parameters operation camera_operations shot shot_parameters",
     "render": "renderer icon2d pixel_icon2d icon3d",
-    "interaction": """pivot_ball tool orbit_tool pan_tool zoom_tool mouse_wheel_zoom_tool rect_zoom_tool
+    "interaction": """rewind_history pivot_ball tool orbit_tool pan_tool zoom_tool mouse_wheel_zoom_tool rect_zoom_tool
         look_tool look_move_tool look_at_tool center_tool walk_tool""",
     "cube": "orientor orientor_parameters orientor_observer",
     "disc": "track_menu region_listener helm_disc helm_disc_parameters helm_disc_observer",
-    "story": """rewind_history story shot_specification undo_queue storyboard storyboard_observer shot_editor
+    "story": """story shot_specification undo_queue storyboard storyboard_observer shot_editor
         walk_recorder""",
     "toolbar": "toolbar_item toolbar toolbar_observer navigation_bar navigation_bar_observer",
     "controller": "cam3d_controller cam3d_controller_observer",

@@ -24,6 +24,7 @@
 #include "korvane/ray.h"
 #include "korvane/renderer.h"
 #include "korvane/resource_ids.h"
+#include "korvane/rewind_history.h"
 #include "korvane/shot.h"
 #include "korvane/shot_parameters.h"
 #include "korvane/timer.h"

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "korvane/export.h"
+
+namespace Korvane {
+
+struct CameraParameters;
+
+/// The cameras that the user has passed through. Whatever moves the camera brackets its move with
+/// BeginElementRecord and EndElementRecord.
+///
+/// The history itself is still to come: for now this class only stands for it, so that it can be held and
+/// told of moves. It keeps nothing.
+class ZOVTOOLS_API RewindHistory {
+ public:
+  RewindHistory();
+  virtual ~RewindHistory();
+  RewindHistory(const RewindHistory&) = delete;
+  RewindHistory& operator=(const RewindHistory&) = delete;
+
+  /// Opens a record with the camera before the move. False when nothing is recorded.
+  virtual bool BeginElementRecord(const CameraParameters& camera);
+  /// Closes it with the camera after the move. False when nothing was recorded.
+  virtual bool EndElementRecord(const CameraParameters& camera);
+  /// A camera within the move; called for every frame of it.
+  virtual bool AddElementSubrecord(const CameraParameters& camera);
+};
+
+}  // namespace Korvane

@@ -1,0 +1,105 @@
+#pragma once
+
+#include "korvane/export.h"
+#include "korvane/resource_ids.h"
+#include "korvane/vector2.h"
+
+namespace Korvane {
+
+class CameraOperations;
+class DynamicIcon2D;
+class PivotBall;
+class Renderer;
+class RewindHistory;
+
+/// A way of moving the camera with the mouse. It turns presses, drags and releases into operations and shots
+/// of the hub, brackets each gesture with a rewind record, and draws its notes and sets its cursor at every
+/// frame.
+///
+/// Positions are viewport pixels with the origin at the bottom left, y upward. A handler answers true when it
+/// has used the event. A tool that is `animating` runs a shot of its own and swallows all input until the
+/// shot is over. What is handed over is borrowed, null takes it away, and a tool without hub or renderer does
+/// nothing.
+class ZOVTOOLS_API Tool {
+ public:
+  Tool();
+  virtual ~Tool();
+  Tool(const Tool&) = delete;
+  Tool& operator=(const Tool&) = delete;
+
+  virtual void SetKorvane(CameraOperations* hub);
+  virtual void SetRenderer(Renderer* value);
+  virtual void SetRewindHistory(RewindHistory* history);
+
+  /// The overlay pass of a frame: notes, cursor, and what a gesture has to do once a frame.
+  virtual void OnDraw();
+  virtual bool OnMouseMove(int x, int y);
+  /// `delta` as the window system counts it: 120 a notch, positive away from the user.
+  virtual bool OnMouseWheel(int x, int y, int delta);
+  virtual bool OnMouseDown(int x, int y);
+  virtual bool OnMouseUp(int x, int y);
+  virtual bool OnKeyDown(KeyID key);
+  virtual bool OnKeyUp(KeyID key);
+  /// Becomes, and ceases to be, the active tool.
+  virtual void Activate();
+  virtual void Deactivate();
+
+  CameraOperations* GetKorvane() const { return cameraOperations; }
+  Renderer* GetRenderer() const { return renderer; }
+  RewindHistory* GetRewindHistory() const { return rewindHistory; }
+  void SetPivotBall(PivotBall* ball) { pivotBall = ball; }
+  PivotBall* GetPivotBall() const { return pivotBall; }
+  /// CURSOR_NONE asks for none.
+  CursorID GetCursorID() const { return cursorID; }
+  /// The note that follows the cursor, and the one that stands in the view. The renderer owns both.
+  void SetMouseHUD(DynamicIcon2D* icon) { mouseHUD = icon; }
+  void SetViewportHUD(DynamicIcon2D* icon) { viewportHUD = icon; }
+
+  int GetMouseX() const { return mouseX; }
+  int GetMouseY() const { return mouseY; }
+  int GetMouseDownX() const { return mouseDownX; }
+  int GetMouseDownY() const { return mouseDownY; }
+  /// The last press became a drag; stays after the release, which so tells a click from a drag.
+  bool WasMouseDragged() const { return mouseDragged; }
+  bool IsMouseDragging() const { return mouseDown && mouseDragged; }
+  bool IsShiftKeyDown() const { return shiftKeyDown; }
+  /// A gesture goes on.
+  bool IsOperating() const { return operating; }
+  /// A shot of this tool's own runs.
+  bool IsAnimating() const { return animating; }
+  /// The host is to wrap the pointer at the edges of the viewport; positions then count on past them.
+  bool WantCursorWrapping() const { return wrapCursor && operating; }
+
+ protected:
+  void SetCursorID(CursorID id) { cursorID = id; }
+  void SetWrapCursor(bool wrap) { wrapCursor = wrap; }
+  void SetOperating(bool value) { operating = value; }
+  void SetAnimating(bool value) { animating = value; }
+  void SetDrawOnlyWhileOperating(bool value) { drawOnlyWhileOperating = value; }
+  /// Pixels from the middle of the view's lower edge.
+  void SetViewHUDOffset(const Vector2& offset) { viewHUDOffset = offset; }
+
+  CameraOperations* cameraOperations = nullptr;
+  Renderer* renderer = nullptr;
+  RewindHistory* rewindHistory = nullptr;
+  CursorID cursorID = CURSOR_NONE;
+  bool wrapCursor = true;
+  DynamicIcon2D* mouseHUD = nullptr;
+  DynamicIcon2D* viewportHUD = nullptr;
+  PivotBall* pivotBall = nullptr;
+  int mouseX = -1;
+  int mouseY = -1;
+  int mouseDownX = 0;
+  int mouseDownY = 0;
+  bool mouseDown = false;
+  bool mouseDragged = false;
+  int dragThreshold = 0;  // pixels; a press that moves further is a drag
+  bool shiftKeyDown = false;
+  bool controlKeyDown = false;
+  bool operating = false;
+  bool animating = false;
+  bool drawOnlyWhileOperating = true;
+  Vector2 viewHUDOffset;
+};
+
+}  // namespace Korvane
