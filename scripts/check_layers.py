@@ -25,7 +25,8 @@ SHELVES = {
 WIDGETS = {"cube", "disc", "story", "toolbar", "controller"}
 
 # Public headers, by module. What several shelves share as plain numbers and records, and the base class of
-# the shots that the hub owns, stand on the lowest shelf that needs them.
+# Public headers, by module. What several shelves share as plain numbers and records, and the small classes
+# through which lower shelves meet a higher one, stand on the lowest shelf that needs them.
 PUBLIC = {
     "foundation": """export math vector2 vector3 quaternion box2 box3 ray plane3d color_rgba platform timer
         interval_timer changing_in_time aspect_ratio_adjuster observer_list
