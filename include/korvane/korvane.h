@@ -16,6 +16,7 @@
 #include "korvane/interval_timer.h"
 #include "korvane/math.h"
 #include "korvane/observer_list.h"
+#include "korvane/observer_set.h"
 #include "korvane/operation.h"
 #include "korvane/pixel_icon2d.h"
 #include "korvane/plane3d.h"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <iterator>
 #include <list>
 
@@ -27,6 +28,10 @@ class ObserverList {
     for (auto entry = entries.begin(); entry != entries.end();) {
       entry = *entry == observer ? Erase(entry) : std::next(entry);
     }
+  }
+
+  bool Contains(const Observer* observer) const {
+    return std::find(entries.begin(), entries.end(), observer) != entries.end();
   }
 
   /// Calls `tell(observer)` for each entry. Rounds may be nested.
