@@ -55,7 +55,7 @@ class ZOVTOOLS_API PivotBall {
   /// Borrowed; null takes it away.
   void SetKorvane(CameraOperations* hub) { cameraOperations = hub; }
   CameraOperations* GetKorvane() const { return cameraOperations; }
-  /// Borrowed; null takes it away.
+  /// Borrowed; null takes it away. Destroy the ball before its renderer changes: the label is the renderer's.
   void SetRenderer(Renderer* value) { renderer = value; }
   bool IsVisible() const;
   /// The text beside the ball; STRING_NONE for none.
@@ -66,7 +66,7 @@ class ZOVTOOLS_API PivotBall {
   Renderer* renderer = nullptr;
   std::unique_ptr<ResourceIcon3D> ball;
   std::unique_ptr<ResourceIcon3D> shadowBall;
-  StringID labelString;
+  StringID labelString = STRING_PIVOT;
   DynamicIcon2D* label = nullptr;  // the renderer's
   std::unique_ptr<PivotBallHideTimer> hideTimer;
 };

@@ -67,7 +67,13 @@ enum MenuID : int {
 enum ModelID : int { MODEL_PIVOT_BALL = 0, MODEL_PIVOT_SHADOW = 1 };
 
 /// Texts, 0 to 101. The range tells what kind of icon a text becomes; see Renderer::GetStringTexture.
-enum StringID : int { STRING_NONE = 102 };
+enum StringID : int {
+  STRING_PIVOT = 41,       // the pivot ball's label
+  STRING_ORBIT = 50,       // the note of the middle button's orbit
+  STRING_PAN = 51,         // the note of the middle button's pan
+  STRING_WHEEL_ZOOM = 55,  // the note of a zoom by the wheel
+  STRING_NONE = 102,
+};
 
 /// Pictures, 0 to 184. 0 to 15 belong to the orientation cube.
 enum TextureID : int { TEXTURE_NONE = 185 };
