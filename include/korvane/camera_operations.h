@@ -217,6 +217,7 @@ class ZOVTOOLS_API CameraOperations {
   ApplicationParameters applicationParameters;
   std::array<std::unique_ptr<Operation>, OPERATION_COUNT> activeOperations;
   std::shared_ptr<Shot> activeShot;
+  const Shot* hookedShot = nullptr;  // the one whose end the hook is being told
   ShotObserver* activeShotObserver = nullptr;
   Timer frameTimer;
   double frameDelta = 0.0;

@@ -232,17 +232,19 @@ bool CameraOperations::BeginShot(Shot* shot) {
   return true;
 }
 
-// The observer, and the hook, may themselves end or begin shots. The ending one is kept alive until both
-// have been told, each once, and what they began stays.
+// The observer, and the hook, may themselves end or begin shots. The ending one stays the active one until
+// both have been told, each once, and what they began stays.
 bool CameraOperations::EndShot() {
   std::shared_ptr<Shot> ending = activeShot;
-  if (ending == nullptr) return true;
+  if (ending == nullptr || ending.get() == hookedShot) return true;
   if (ShotObserver* const observer = std::exchange(activeShotObserver, nullptr)) {
     observer->OnEndShot(ending.get(), currentCamera);
   }
   if (activeShot != ending) return true;
-  activeShot.reset();
+  const Shot* const outer = std::exchange(hookedShot, ending.get());
   OnEndShot(ending.get());
+  hookedShot = outer;
+  if (activeShot == ending) activeShot.reset();
   ending.reset();
   RequestApplicationUpdate();
   return true;

@@ -202,8 +202,9 @@ bool CameraOperations::FitBoundingBoxToView(const Vector3& centre, Box3 box, Vec
 bool CameraOperations::FitBoundingSphereToView(const Vector3& centre, double radius, Vector3 direction,
                                                const Vector3& up, CameraParameters& view) const {
   if (!(radius > 0.0)) return false;
+  const Vector3 frameUp = GetUpDirection(up, direction);  // by the direction as given, of any length
   direction.Normalize();
-  const FitFrame frame{view.eye, direction.Cross(up).Normalized(), GetUpDirection(up, direction), direction};
+  const FitFrame frame{view.eye, direction.Cross(up).Normalized(), frameUp, direction};
   const Vector3 middle = frame.ToLocal(centre);
 
   const double left = view.left_fov * Math::DEG_TO_RAD;

@@ -36,14 +36,12 @@ void LookAtShot::InitShot(const CameraOperations* hub) {
   if (isThere) elapsedTime = parameters.duration;
 }
 
+// Between two views along the world up there is no axis to tilt about: the view holds until it arrives.
 void LookAtShot::MeasureTurn(const Vector3& startView, const Vector3& targetView) {
   Vector3 right = targetView.Cross(worldUp).Normalize();
   Vector3 forward = startView;
   const Vector3 flatTarget = ProjectOnPlane(targetView, worldUp);
-  if (RunsAlong(worldUp, targetView) && RunsAlong(worldUp, forward)) {
-    right = forward.Cross(startCamera.up).Normalize();
-    upPath = true;
-  } else if (RunsAlong(worldUp, targetView)) {
+  if (RunsAlong(worldUp, targetView)) {
     right = forward.Cross(worldUp).Normalize();
   } else if (!RunsAlong(worldUp, forward)) {
     yaw = ProjectOnPlane(forward, worldUp).FindAngleWith(flatTarget, worldUp);

@@ -271,6 +271,12 @@ TEST_F(SceneBounds, stay_as_they_are_when_locked) {
   hub.RecalculateSceneBounds();
   ExpectScene(before.scene_bound_radius, before.scene_bound_centre, before.scene_bound_box);
   EXPECT_EQ(hub.recalculatedSelection, 0);
+  EXPECT_EQ(hub.recalculatedGlobal, 0);
+  EXPECT_EQ(p.selected_bound_radius, 4.0);
+  EXPECT_EQ(p.selected_bound_centre, Vector3(300, 0, 0));
+  ExpectSame(p.selected_bound_box, before.selected_bound_box);
+  EXPECT_EQ(p.global_bound_radius, before.global_bound_radius);
+  EXPECT_EQ(p.ucs_bound_radius, before.ucs_bound_radius);
 }
 
 TEST_F(SceneBounds, go_through_the_setters_sphere_first) {

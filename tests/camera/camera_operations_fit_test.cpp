@@ -49,6 +49,25 @@ std::array<double, 4> RoomInside(const CameraParameters& camera, const Vec& poin
           Tangent(camera.top_fov) * p.z() - p.y(), p.y() + Tangent(camera.bottom_fov) * p.z()};
 }
 
+// The same at right angles to each side, which is what a ball has beside it.
+std::array<double, 4> RoomBeside(const CameraParameters& camera, const Vec& point) {
+  std::array<double, 4> room = RoomInside(camera, point);
+  const double angles[] = {camera.left_fov, camera.right_fov, camera.top_fov, camera.bottom_fov};
+  for (std::size_t side = 0; side < 4; ++side) room[side] *= std::cos(angles[side] * oracle::PI / 180.0);
+  return room;
+}
+
+// Of the pairs left and right, top and bottom, one touches on both sides. The eye that the other pair asks
+// for slid back along the middle of its wedge, which takes both of its sides away by the same distance.
+void ExpectOnePairTouchesAndTheOtherLeavesEvenRoom(const std::array<double, 4>& room, double slack) {
+  for (const double each : room) ASSERT_GT(each, -slack);
+  const bool horizontal = room[0] < slack && room[1] < slack;
+  const bool vertical = room[2] < slack && room[3] < slack;
+  ASSERT_TRUE(horizontal || vertical) << room[0] << " " << room[1] << " " << room[2] << " " << room[3];
+  ASSERT_NEAR(room[0], room[1], slack);
+  ASSERT_NEAR(room[2], room[3], slack);
+}
+
 Box3 RandomBox(Random& random) {
   Box3 box(random.Point(50),
            Vector3(random.Magnitude(0.1, 30), random.Magnitude(0.1, 30), random.Magnitude(0.1, 30)));
@@ -124,7 +143,7 @@ class Stretcher : public AspectRatioAdjuster {
 
 // ---- fitting a box ----
 
-TEST_F(FitBox, all_corners_lie_inside_and_touch_on_the_binding_sides_for_any_four_half_angles) {
+TEST_F(FitBox, all_corners_lie_inside_one_pair_of_sides_touches_and_the_other_leaves_even_room) {
   Random random;
   int beyondAxis = 0;
   for (int i = 0; i < 10000; ++i) {
@@ -145,17 +164,11 @@ TEST_F(FitBox, all_corners_lie_inside_and_touch_on_the_binding_sides_for_any_fou
       CameraParameters axis = camera;
       axis.centre = To(From(camera.eye) + Unit(direction));
       ASSERT_GT(ToView(axis, point).z(), 0.0) << i;
-      const std::array<double, 4> each = RoomInside(axis, point);
+      const std::array<double, 4> each = RoomBeside(axis, point);
       for (std::size_t side = 0; side < 4; ++side) room[side] = std::min(room[side], each[side]);
       size = std::fmax(size, (point - From(camera.eye)).norm());
     }
-    const double slack = 1e-9 * size;
-    for (const double each : room) ASSERT_GT(each, -slack) << i;
-    // Either both sides of the horizontal pair touch, or both of the vertical pair.
-    const bool horizontal = room[0] < slack && room[1] < slack;
-    const bool vertical = room[2] < slack && room[3] < slack;
-    ASSERT_TRUE(horizontal || vertical)
-        << i << ": " << room[0] << " " << room[1] << " " << room[2] << " " << room[3];
+    ASSERT_NO_FATAL_FAILURE(ExpectOnePairTouchesAndTheOtherLeavesEvenRoom(room, 1e-9 * size)) << i;
   }
   EXPECT_GT(beyondAxis, 1000);
 }
@@ -202,7 +215,7 @@ TEST_F(FitBox, the_side_that_needs_more_room_rules) {
 TEST_F(FitBox, a_symmetric_field_of_view_puts_the_eye_straight_before_the_centre) {
   // For a box that stands along the view; a leaning one shows one side more than the other.
   Random random;
-  for (int i = 0; i < 1000; ++i) {
+  for (int i = 0; i < 10000; ++i) {
     CameraParameters camera = RandomCamera(random, Frustum::Symmetric);
     const Vector3 centre = random.Point(100);
     const Box3 box({0, 0, 0},
@@ -238,7 +251,7 @@ TEST_F(FitBox, the_orthographic_size_keeps_its_aspect_and_the_box_touches_it) {
 
 TEST_F(FitBox, an_orthographic_view_stands_as_far_off_as_the_perspective_one) {
   Random random;
-  for (int i = 0; i < 1000; ++i) {
+  for (int i = 0; i < 10000; ++i) {
     CameraParameters perspective = RandomAsymmetricCamera(random);
     CameraParameters orthographic = perspective;
     orthographic.projection_type = ProjectionType::Orthographic;
@@ -256,7 +269,7 @@ TEST_F(FitBox, an_orthographic_view_stands_as_far_off_as_the_perspective_one) {
 TEST_F(FitBox, a_change_of_projection_afterwards_keeps_the_scale_of_the_picture_at_the_targets_depth) {
   // A picture on the wall: all of it at the depth of the target, its aspect that of the frustum.
   Random random;
-  for (int i = 0; i < 1000; ++i) {
+  for (int i = 0; i < 10000; ++i) {
     CameraParameters camera = RandomCamera(random, Frustum::Symmetric);
     camera.ortho_width = random.Magnitude(0.1, 100);
     camera.ortho_height = camera.ortho_width * Tangent(camera.top_fov) / Tangent(camera.left_fov);
@@ -323,7 +336,8 @@ TEST_F(FitBox, a_direction_parallel_to_the_up_takes_the_first_of_a_list_that_is_
 TEST_F(FitBox, with_no_up_left_at_all_the_result_is_still_finite) {
   CameraParameters camera = hub.view;
   const Vector3 direction(1, 2, 3);
-  hub.FitBoundingBoxToView({1, 2, 3}, Box3(), direction, direction, camera);
+  EXPECT_TRUE(hub.FitBoundingBoxToView({1, 2, 3}, Box3(), direction, direction, camera));
+  EXPECT_EQ(camera.up, Vector3());
   EXPECT_TRUE(camera.IsFinite());
 }
 
@@ -331,6 +345,19 @@ TEST_F(FitBox, an_up_that_is_perpendicular_already_is_only_normalised) {
   CameraParameters camera = hub.view;
   ASSERT_TRUE(hub.FitBoundingBoxToView({1, 2, 3}, Box3(), {0, 0, -1}, {3, 4, 0}, camera));
   ExpectNear(camera.up, Vec(0.6, 0.8, 0), 1e-15);
+  // Within the tolerance of perpendicular, 1.19e-7, it keeps what leans; beyond, it is laid flat.
+  ASSERT_TRUE(hub.FitBoundingBoxToView({1, 2, 3}, Box3(), {0, 0, -1}, {0, 1, 1.1e-7}, camera));
+  EXPECT_NEAR(camera.up.z, 1.1e-7, 1e-15);
+  ASSERT_TRUE(hub.FitBoundingBoxToView({1, 2, 3}, Box3(), {0, 0, -1}, {0, 1, 1.3e-7}, camera));
+  EXPECT_EQ(camera.up.z, 0.0);
+}
+
+TEST_F(FitBox, an_up_counts_as_parallel_when_less_than_the_tolerance_of_it_is_left_across_the_view) {
+  CameraParameters camera = hub.view;
+  ASSERT_TRUE(hub.FitBoundingBoxToView({1, 2, 3}, Box3(), {0, 0, -1}, {1.1e-7, 0, 1}, camera));
+  ExpectNear(camera.up, Vec(0, 1, 0), 1e-15);
+  ASSERT_TRUE(hub.FitBoundingBoxToView({1, 2, 3}, Box3(), {0, 0, -1}, {1.3e-7, 0, 1}, camera));
+  ExpectNear(camera.up, Vec(1, 0, 0), 1e-8);
 }
 
 TEST_F(FitBox, the_box_is_placed_at_the_centre_that_is_given) {
@@ -393,7 +420,7 @@ TEST_F(FitBox, a_box_of_no_numbers_gives_false_and_changes_nothing) {
 
 // ---- fitting a sphere ----
 
-TEST_F(FitSphere, lies_inside_and_touches_both_binding_sides_for_any_four_half_angles) {
+TEST_F(FitSphere, lies_inside_touches_both_sides_of_one_pair_and_leaves_even_room_beside_the_other) {
   Random random;
   for (int i = 0; i < 10000; ++i) {
     CameraParameters camera = RandomAsymmetricCamera(random);
@@ -408,18 +435,10 @@ TEST_F(FitSphere, lies_inside_and_touches_both_binding_sides_for_any_four_half_a
     axis.centre = To(From(camera.eye) + direction);
     axis.up = To(up);
     ASSERT_GT(ToView(axis, From(centre)).z(), 0.0);
-    // The room beside a plane through the eye, at right angles to it, is the room at the depth times the
-    // cosine of the half angle.
-    std::array<double, 4> room = RoomInside(axis, From(centre));
-    const double angles[] = {camera.left_fov, camera.right_fov, camera.top_fov, camera.bottom_fov};
+    std::array<double, 4> room = RoomBeside(axis, From(centre));
+    for (double& each : room) each -= radius;
     const double slack = 1e-9 * (From(centre) - From(camera.eye)).norm();
-    for (std::size_t side = 0; side < 4; ++side) {
-      room[side] = room[side] * std::cos(angles[side] * oracle::PI / 180.0) - radius;
-      ASSERT_GT(room[side], -slack) << i;
-    }
-    const bool horizontal = room[0] < slack && room[1] < slack;
-    const bool vertical = room[2] < slack && room[3] < slack;
-    ASSERT_TRUE(horizontal || vertical) << i;
+    ASSERT_NO_FATAL_FAILURE(ExpectOnePairTouchesAndTheOtherLeavesEvenRoom(room, slack)) << i;
   }
 }
 
@@ -441,6 +460,22 @@ TEST_F(FitSphere, keeps_the_direction_and_the_up_and_puts_the_target_at_the_sphe
   }
 }
 
+TEST_F(FitSphere, whether_the_up_is_perpendicular_goes_by_the_direction_as_it_is_given) {
+  // The up leans by 1 in 1000. Against a direction of length 1e-5 that is within the tolerance, and the eye
+  // is measured along the leaning up; against a longer one the up is laid flat first.
+  const Vector3 up(0, 1, 1e-3);
+  for (const double length : {1e-5, 1.0}) {
+    CameraParameters camera = hub.view;
+    ASSERT_TRUE(hub.FitBoundingSphereToView({0, 5, 0}, 1.0, {0, 0, -length}, up, camera));
+    // From (0, 0, 10) the centre lies 10 ahead and, along the leaning up, (5 - 10/1000) / sqrt(1 + 1e-6) up;
+    // that goes back on along the same up.
+    const double raise = 5.0 - 10.0 * 1e-3;
+    const Vec back = Vec(0, 0, std::sqrt(2.0));
+    const Vec leaning = Vec(0, 1, 1e-3) * (raise / (1.0 + 1e-6));
+    ExpectNear(camera.eye, back + (length < 1e-3 ? leaning : Vec(0, 5, 0)), 1e-12);
+  }
+}
+
 TEST_F(FitSphere, the_narrower_field_of_view_rules) {
   // 2 / sin 30 degrees = 4.
   for (const bool tall : {false, true}) {
@@ -458,6 +493,22 @@ TEST_F(FitSphere, the_orthographic_size_keeps_its_aspect_and_its_smaller_side_is
     ASSERT_TRUE(hub.FitBoundingSphereToView({1, 2, 3}, 2.0, {0, 0, -1}, {0, 1, 0}, camera));
     EXPECT_NEAR(std::min(camera.ortho_width, camera.ortho_height), 4.0, 1e-14);
     EXPECT_NEAR(camera.ortho_width / camera.ortho_height, size[0] / size[1], 1e-14);
+  }
+}
+
+TEST_F(FitSphere, random_orthographic_sizes_keep_their_aspect_and_show_the_sphere_from_edge_to_edge) {
+  Random random;
+  for (int i = 0; i < 10000; ++i) {
+    CameraParameters camera =
+        WithAsymmetricFrustum(RandomCamera(random, Frustum::Orthographic), random.Uniform(2, 70),
+                              random.Uniform(2, 70), random.Uniform(2, 70), random.Uniform(2, 70));
+    const double aspect = camera.ortho_width / camera.ortho_height;
+    const Vector3 centre = random.Point(100);
+    const double radius = random.Magnitude(0.01, 100);
+    ASSERT_TRUE(hub.FitBoundingSphereToView(centre, radius, random.Direction(), random.Direction(), camera));
+    ASSERT_NEAR(camera.ortho_width / camera.ortho_height, aspect, 1e-12 * aspect);
+    ASSERT_NEAR(std::min(camera.ortho_width, camera.ortho_height), 2 * radius, 1e-12 * radius);
+    ASSERT_NEAR((oracle::Project(camera, From(centre)) - Eigen::Vector2d(0.5, 0.5)).norm(), 0.0, 1e-9);
   }
 }
 
@@ -685,6 +736,11 @@ TEST_F(OutsideView, each_side_counts) {
       EXPECT_EQ(hub.IsSceneOutsideView(orthographic), off > 0) << row.side.transpose();
     }
   }
+  // A sphere that touches a side from outside does not count as outside.
+  p.global_bound_centre = {5, 0, 0};
+  EXPECT_FALSE(hub.IsSceneOutsideView(orthographic));
+  p.global_bound_centre = {0, 0, 11};
+  EXPECT_FALSE(hub.IsSceneOutsideView(orthographic));
   p.global_bound_centre = {0, 0, 11 - 1e-6};
   EXPECT_FALSE(hub.IsSceneOutsideView(orthographic));
   p.global_bound_centre = {0, 0, 11 + 1e-6};
@@ -714,7 +770,7 @@ TEST_F(OutsideView, the_hosts_adjuster_stretches_the_perspective_view_and_not_th
   p.viewport_width = 1200;
   p.viewport_height = 600;
   Random random;
-  for (int i = 0; i < 2000; ++i) {
+  for (int i = 0; i < 10000; ++i) {
     const CameraParameters camera = RandomCamera(random);
     p.global_bound_centre = random.Point(150);
     p.global_bound_radius = random.Magnitude(0.1, 100);
@@ -780,6 +836,8 @@ TEST_F(ConstrainPivot, in_orthographic_the_full_sizes_are_the_limits) {
     return hub.ConstrainPivotToViewport();
   };
   EXPECT_FALSE(leaves({7.9, -5.9, 0}));
+  EXPECT_FALSE(leaves({8, 0, 0}));  // on the limit it is in view
+  EXPECT_FALSE(leaves({0, -6, 0}));
   EXPECT_TRUE(leaves({-8.1, 0, 0}));
   EXPECT_TRUE(leaves({0, 6.1, 0}));
 }

@@ -211,6 +211,40 @@ TEST_F(HubShot, an_observer_that_begins_a_new_shot_at_the_end_of_a_frame_keeps_i
   EXPECT_TRUE(hub.PerformOperations());
 }
 
+TEST_F(HubShot, the_hook_sees_the_shot_while_it_is_still_the_active_one) {
+  const FakeShot* const shot = Begin();
+  const Shot* active = nullptr;
+  bool refused = false;
+  hub.onEndShotHook = [&](Shot*) {
+    active = hub.GetActiveShot();
+    refused = hub.EndShot() && hub.GetActiveShot() == shot;  // it is ending already
+  };
+  hub.EndShot();
+  EXPECT_EQ(active, shot);
+  EXPECT_TRUE(refused);
+  EXPECT_FALSE(hub.IsShotActive());
+}
+
+TEST_F(HubShot, the_hook_may_begin_and_end_another_shot_and_hears_of_both_once) {
+  const FakeShot* const first = Begin(nullptr, "first");
+  const FakeShot* second = nullptr;
+  std::vector<const Shot*> ended;
+  hub.onEndShotHook = [&](const Shot* shot) {
+    ended.push_back(shot);
+    if (second != nullptr) return;
+    second = Begin(nullptr, "second");
+    hub.EndShot();
+    EXPECT_FALSE(hub.IsShotActive());
+  };
+  hub.TakeLog();
+  hub.EndShot();
+  EXPECT_EQ(ended, (std::vector<const Shot*>{first, second}));
+  EXPECT_FALSE(hub.IsShotActive());
+  const Log log = hub.TakeLog();
+  EXPECT_EQ(std::count(log.begin(), log.end(), "first: destroyed"), 1);
+  EXPECT_EQ(std::count(log.begin(), log.end(), "second: destroyed"), 1);
+}
+
 TEST_F(HubShot, the_hook_may_begin_a_new_shot_and_hears_of_each_end_once) {
   Begin(nullptr, "first");
   std::vector<Shot*> ended;

@@ -62,7 +62,7 @@ TEST(CenterShot, in_orthographic_the_whole_camera_moves_until_its_centre_is_the_
 
 TEST(CenterShot, the_point_ends_in_the_middle_of_the_picture) {
   Random random;
-  for (int i = 0; i < 1000; ++i) {
+  for (int i = 0; i < 10000; ++i) {
     MemoryHub hub(RandomCamera(random, Frustum::Orthographic));
     const Vector3 point = random.Point(100);
     const CameraParameters end = StepAt(hub, Record(point), 1.0).camera;

@@ -145,7 +145,7 @@ TEST(LookAtShot, from_a_view_straight_up_it_sinks_towards_what_is_to_be_seen) {
 
 TEST(LookAtShot, from_a_view_along_the_up_an_inclined_target_is_met_upright) {
   Random random;
-  for (int i = 0; i < 1000; ++i) {
+  for (int i = 0; i < 10000; ++i) {
     const double side = random.Coin() ? 1.0 : -1.0;
     const double angle = random.Uniform(-oracle::PI, oracle::PI);
     MemoryHub hub(LookAt({0, side * 10, 0}, {0, 0, 0}, {std::sin(angle), 0, std::cos(angle)}));
@@ -173,15 +173,42 @@ TEST(LookAtShot, to_a_view_straight_down_or_up_it_only_tilts) {
   ExpectPose(StepAt(hub, up, 1.0), Vec(0, -10, 0), Vec(0, 1, 0), Vec(0, 0, 1));
 }
 
-TEST(LookAtShot, between_two_views_along_the_up_it_ends_as_wanted) {
+TEST(LookAtShot, between_two_views_along_the_up_the_view_holds_until_it_arrives) {
+  // Neither view leaves an axis to tilt about: the eye flies, and the last step looks at the point.
   for (const double side : {1.0, -1.0}) {
     MemoryHub hub(LookAt({0, 10, 0}, {0, 0, 0}, {0, 0, -1}));
     const LookAtShotParameters record = Record({3, 0, 0}, {0, side, 0}, 5);
-    for (const double fraction : {0.0, 0.5}) EXPECT_TRUE(StepAt(hub, record, fraction).camera.IsFinite());
+    for (const double fraction : {0.0, 0.5, 0.99}) {
+      const Step step = StepAt(hub, record, fraction);
+      EXPECT_NEAR((oracle::Forward(step.camera) - Vec(0, -1, 0)).norm(), 0.0, 1e-14);
+      EXPECT_TRUE(IsNear(step.camera.up, Vec(0, 0, -1), 1e-14));
+    }
     const Step end = StepAt(hub, record, 1.0);
+    EXPECT_FALSE(end.goesOn);
     EXPECT_TRUE(IsNear(end.camera.eye, Vec(3, side * 5, 0), 1e-14));
     EXPECT_EQ(end.camera.centre, Vector3(3, 0, 0));
+    EXPECT_TRUE(IsNear(end.camera.up, Vec(0, 0, -1), 1e-14));
   }
+}
+
+TEST(LookAtShot, a_view_within_the_tolerance_of_the_up_counts_as_along_it) {
+  // A view that leans by an angle towards +x. Straight down, the start's up decides; leaning, the lean does.
+  const auto halfWay = [](double lean, const Vector3& direction) {
+    MemoryHub hub(LookAt({0, 0, 0}, {std::sin(lean), -std::cos(lean), 0}, {0, 0, -1}));
+    return oracle::Forward(StepAt(hub, Record({0, 0, 0}, direction, 5), 0.5).camera);
+  };
+  const double h = std::sqrt(0.5);
+  // To a level view along -z, from 1e-7 and from 3e-7 radians off: the latter has to turn from +x.
+  EXPECT_NEAR((halfWay(1e-7, {0, 0, 1}) - Vec(0, -h, -h)).norm(), 0.0, 1e-6);
+  EXPECT_NEAR((halfWay(3e-7, {0, 0, 1}) - Vec(0.5, -h, -0.5)).norm(), 0.0, 1e-6);
+  // To a view as little off straight down, from a level one along -z: turning towards +x, or not at all.
+  const auto tiltTo = [](double lean) {
+    MemoryHub hub(LookAt({0, 0, 0}, {0, 0, -1}, {0, 1, 0}));
+    const Vector3 direction(-std::sin(lean), std::cos(lean), 0);
+    return oracle::Forward(StepAt(hub, Record({0, 0, 0}, direction, 5), 0.5).camera);
+  };
+  EXPECT_NEAR((tiltTo(1e-7) - Vec(0, -h, -h)).norm(), 0.0, 1e-6);
+  EXPECT_NEAR((tiltTo(3e-7) - Vec(0.5, -h, -0.5)).norm(), 0.0, 1e-6);
 }
 
 // ---- degenerate cameras and all others ----
@@ -195,7 +222,7 @@ TEST(LookAtShot, a_camera_with_its_eye_on_its_centre_looks_along_the_target_dire
 
 TEST(LookAtShot, an_upright_camera_does_not_roll_on_the_way) {
   Random random;
-  for (int i = 0; i < 1000; ++i) {
+  for (int i = 0; i < 10000; ++i) {
     const Vector3 eye = random.Point(100);
     MemoryHub hub(LookAt(eye, eye + random.Direction() * 10, {0, 1, 0}));
     hub.view.up = To(oracle::Upright(hub.view));

@@ -55,6 +55,9 @@ TEST(PanZoomShot, a_start_camera_whose_eye_equals_its_centre_gives_false_in_the_
   ExpectNoStep(hub, Record(TARGET_CAM_START, 3, 4, 5));
   hub.view.centre.x += 0.9 * TOLERANCE;
   ExpectNoStep(hub, Record(TARGET_CAM_START, 3, 4, 5));
+  hub.view = LookAt({0, 0, 0}, {TOLERANCE, 0, 0}, {0, 1, 0});  // just long enough to count
+  EXPECT_TRUE(hub.BeginShot(Record(TARGET_CAM_START, 3, 4, 5)));
+  EXPECT_TRUE(StepShot(hub, 0.25).goesOn);
 }
 
 TEST(PanZoomShot, in_orthographic_the_eye_stays_in_front_of_the_target) {

@@ -96,7 +96,7 @@ TEST_F(ProjectionTransition, without_transitions_it_has_no_cameras_and_writes_a_
 
 TEST_F(ProjectionTransition, moves_nothing_but_blend_and_type) {
   Random random;
-  for (int i = 0; i < 1000; ++i) {
+  for (int i = 0; i < 10000; ++i) {
     hub.view = WithMarks(RandomCamera(random));
     const double fraction = random.Uniform(0.0, 1.1);
     const Step step = StepAt(hub, Record(random.Integer(0, 1)), fraction);

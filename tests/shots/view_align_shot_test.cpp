@@ -308,6 +308,50 @@ TEST(ViewAlignShot, a_tie_on_a_diagonal_goes_to_the_axis_that_the_view_comes_fro
   EXPECT_TRUE(IsNear(StepAt(hub, Flags({Params::CAMERA_SIDE}), 1.0).camera.up, Vec(1, 0, 0), 1e-12));
 }
 
+TEST(ViewAlignShot, of_axes_equally_near_to_the_up_the_first_of_their_order_is_taken) {
+  struct Row {
+    Vec forward;
+    Vec up;
+    Params::CameraDirection held;
+    Vec chosen;
+  };
+  // Front is x, up is y, side is z; their order is front, -front, side, -side, up, -up. The view stands at a
+  // right angle to both axes of a tie, so it cannot settle it.
+  const Row rows[] = {
+      {{0, 0, -1}, {1, 1, 0}, Params::CAMERA_SIDE, {1, 0, 0}},
+      {{0, 0, -1}, {-1, 1, 0}, Params::CAMERA_SIDE, {-1, 0, 0}},
+      {{0, 0, -1}, {1, -1, 0}, Params::CAMERA_SIDE, {1, 0, 0}},
+      {{0, -1, 0}, {1, 0, 1}, Params::CAMERA_TOP, {1, 0, 0}},
+      {{0, -1, 0}, {-1, 0, 1}, Params::CAMERA_TOP, {-1, 0, 0}},
+      {{0, -1, 0}, {1, 0, -1}, Params::CAMERA_TOP, {1, 0, 0}},
+      {{-1, 0, 0}, {0, 1, 1}, Params::CAMERA_FRONT, {0, 0, 1}},
+      {{-1, 0, 0}, {0, 1, -1}, Params::CAMERA_FRONT, {0, 0, -1}},
+      {{-1, 0, 0}, {0, -1, 1}, Params::CAMERA_FRONT, {0, 0, 1}},
+  };
+  for (const Row& row : rows) {
+    MemoryHub hub(LookAt({0, 0, 0}, To(row.forward), To(row.up.normalized())));
+    EXPECT_TRUE(IsNear(StepAt(hub, Flags({row.held}), 1.0).camera.up, row.chosen, 1e-12))
+        << row.forward.transpose() << " up " << row.up.transpose();
+  }
+}
+
+TEST(ViewAlignShot, a_top_view_from_exactly_the_diagonal_takes_the_first_axis_of_its_order) {
+  struct Row {
+    Vec forward;
+    Vec topUp;
+  };
+  // front, -front, side, -side
+  const Row rows[] = {{{-1, -1, -1}, {-1, 0, 0}},
+                      {{-1, -1, 1}, {-1, 0, 0}},
+                      {{1, -1, -1}, {1, 0, 0}},
+                      {{1, -1, 1}, {1, 0, 0}}};
+  for (const Row& row : rows) {
+    MemoryHub hub(LookAt({0, 0, 0}, To(row.forward), {0, 1, 0}));
+    EXPECT_TRUE(IsNear(StepAt(hub, Flags({Params::CAMERA_TOP}), 1.0).camera.up, row.topUp, 1e-12));
+    EXPECT_TRUE(IsNear(StepAt(hub, Flags({Params::CAMERA_BOTTOM}), 1.0).camera.up, -row.topUp, 1e-12));
+  }
+}
+
 TEST(ViewAlignShot, without_keep_scene_up_the_nearest_axis_of_the_scene_becomes_the_up) {
   // The front view, from cameras rolled near each axis across it.
   for (const Vec& axis : {Vec(0, 1, 0), Vec(0, -1, 0), Vec(0, 0, 1), Vec(0, 0, -1)}) {
@@ -455,7 +499,7 @@ TEST(ViewAlignShot, a_fit_recalculates_the_bounds_of_the_scene_and_follows_the_s
 
 TEST(ViewAlignShot, a_fit_moves_the_centre_and_the_distance_on_lines) {
   Random random;
-  for (int i = 0; i < 1000; ++i) {
+  for (int i = 0; i < 10000; ++i) {
     MemoryHub hub(RandomCamera(random));
     ApplicationParameters& p = hub.GetApplicationParameters();
     p.global_bound_centre = random.Point(50);
