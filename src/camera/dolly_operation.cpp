@@ -35,7 +35,7 @@ void DollyOperation::PerformOperation(double /*dt*/, CameraParameters& camera) {
   if (Is3DControllerOperation()) {
     const double distance = (camera.centre - camera.eye).Length();
     const double pivotDepth = (camera.pivot - camera.eye).Dot(forward);
-    amount *= Math::Max(SLOWEST, std::abs(pivotDepth) / distance);
+    amount *= Math::Max(std::abs(pivotDepth) / distance, SLOWEST);  // SLOWEST also for 0 / 0
   }
   const Vector3 step = forward * (GetParameters().scene_scale * amount * GetParameters().dolly_multiplier);
   camera.eye += step;

@@ -1,5 +1,7 @@
 #include "camera/roll_operation.h"
 
+#include <cmath>
+
 #include "camera/camera_frame.h"
 #include "korvane/camera_operations.h"
 
@@ -26,7 +28,9 @@ double RollOperation::GetRollAmount() const {
 
 void RollOperation::PerformOperation(double /*dt*/, CameraParameters& camera) {
   if (hub == nullptr) return;
-  rollAmount = GetRollAmount();
+  const double amount = GetRollAmount();
+  if (!std::isfinite(amount)) return;
+  rollAmount = amount;
   const CameraParameters base = IsCombined() ? camera : initialCamera;
   const Quaternion roll = Quaternion::AxisAngle(ViewDirection(base), rollAmount);
   camera.up = roll.Rotate(base.up);

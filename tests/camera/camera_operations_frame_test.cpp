@@ -465,11 +465,15 @@ TEST(HubBeforeAnything, input_before_a_viewport_size_moves_nothing_that_depends_
 TEST(HubAllocations, none_in_steady_state) {
   ManualPlatform platform;
   for (const bool snap : {false, true}) {
-    for (const OperationType type : {OPERATION_PAN, OPERATION_ORBIT, OPERATION_ZOOM, OPERATION_ZOOM2D}) {
+    for (const OperationType type :
+         {OPERATION_PAN, OPERATION_ORBIT, OPERATION_LOOK, OPERATION_FLY, OPERATION_DOLLY, OPERATION_ZOOM,
+          OPERATION_ZOOM2D, OPERATION_HEIGHT, OPERATION_SLIDE, OPERATION_ROLL}) {
       MemoryHub hub(LookAt({3, 4, 10}, {0, 0, 0}, {0, 1, 0}));
       hub.GetApplicationParameters().do_snap_orbit = snap;
+      hub.GetApplicationParameters().global_bound_radius = 1000.0;  // room to rise in
       FakeObserver observer(hub, "");
       hub.BeginOperation(type, 0, 0);
+      hub.UpdateOperationParams(KEY_UP, true, type);
       hub.Drag(type, 1, 1);
       const AllocationCounter counter;
       for (int i = 0; i < 100; ++i) {

@@ -39,8 +39,18 @@ Vector3 ExtremeDirection(Random& random) {
 void ExtremeSettings(Random& random, ApplicationParameters& p) {
   using P = ApplicationParameters;
   static constexpr double P::*NUMBERS[] = {
+      &P::fly_turn_multiplier,
+      &P::fly_ramp_up_radius,
+      &P::fly_up_down_sensitivity,
+      &P::look_invert_tolerance,
       &P::pan_multiplier,
+      &P::look_multiplier,
       &P::orbit_multiplier,
+      &P::dolly_multiplier,
+      &P::height_multiplier,
+      &P::slide_multiplier,
+      &P::scene_scale,
+      &P::global_bound_radius,
       &P::zoom_sensitivity,
       &P::zoom_min_limit,
       &P::zoom_min_limit_multiplier,
@@ -56,10 +66,12 @@ void ExtremeSettings(Random& random, ApplicationParameters& p) {
       &P::snap_orbit_acceleration_point_y,
   };
   static constexpr Vector3 P::*DIRECTIONS[] = {
-      &P::scene_up_direction,    &P::scene_front_direction, &P::world_up_direction,
-      &P::world_front_direction, &P::custom_orbit_up,       &P::custom_orbit_front,
+      &P::scene_up_direction, &P::scene_front_direction, &P::world_up_direction,  &P::world_front_direction,
+      &P::custom_orbit_up,    &P::custom_orbit_front,    &P::global_bound_centre,
   };
   static constexpr bool P::*FLAGS[] = {
+      &P::fly_planar_motion,
+      &P::look_invert_vertical_axis,
       &P::preserve_orbit_up_direction,
       &P::align_orbit_up_direction,
       &P::constrain_orbit_horizontal,
@@ -72,7 +84,7 @@ void ExtremeSettings(Random& random, ApplicationParameters& p) {
       &P::scene_is_world,
   };
   static constexpr int P::*SIZES[] = {&P::viewport_width, &P::viewport_height, &P::zoom_in_snap_size,
-                                      &P::zoom_out_snap_size};
+                                      &P::zoom_out_snap_size, &P::fly_dead_zone_radius};
   for (const auto field : NUMBERS) {
     if (random.Integer(0, 3) == 0) p.*field = ExtremeSetting(random);
   }
@@ -83,9 +95,13 @@ void ExtremeSettings(Random& random, ApplicationParameters& p) {
   for (const auto field : SIZES) {
     if (random.Integer(0, 3) == 0) p.*field = ExtremeCursor(random);
   }
+  if (random.Integer(0, 3) == 0) p.SetFlyMoveMultiplier(ExtremeSetting(random));
+  p.cam3d_controller_mode = static_cast<Cam3DControllerParameters::NavigationMode>(random.Integer(-1, 4));
 }
 
-constexpr OperationType BUILT[] = {OPERATION_PAN, OPERATION_ORBIT, OPERATION_ZOOM, OPERATION_ZOOM2D};
+constexpr OperationType BUILT[] = {OPERATION_PAN,   OPERATION_ORBIT, OPERATION_LOOK,   OPERATION_FLY,
+                                   OPERATION_DOLLY, OPERATION_ZOOM,  OPERATION_ZOOM2D, OPERATION_HEIGHT,
+                                   OPERATION_SLIDE, OPERATION_ROLL};
 
 // A hub whose host counts what it must never be given, with an observer that does the same.
 class Guarded {
@@ -107,6 +123,7 @@ class Guarded {
     for (int frame = random.Integer(1, 4); frame > 0; --frame) {
       platform.Advance(static_cast<std::uint32_t>(random.Integer(0, 100)));
       hub.UpdateOperationParams(ExtremeDirection(random), ExtremeDirection(random), type);
+      hub.UpdateOperationParams(random.Coin() ? KEY_UP : KEY_DOWN, random.Coin(), type);
       hub.Drag(type, ExtremeCursor(random), ExtremeCursor(random));
     }
     hub.EndOperation(type);
@@ -191,9 +208,10 @@ TEST(HubRobustness, settings_that_are_no_numbers_leave_the_camera_where_it_was) 
     OperationType type;
     double P::*field;
   } cases[] = {
-      {OPERATION_PAN, &P::pan_multiplier},
-      {OPERATION_ORBIT, &P::orbit_multiplier},
-      {OPERATION_ZOOM, &P::zoom_sensitivity},
+      {OPERATION_PAN, &P::pan_multiplier},     {OPERATION_ORBIT, &P::orbit_multiplier},
+      {OPERATION_LOOK, &P::look_multiplier},   {OPERATION_DOLLY, &P::dolly_multiplier},
+      {OPERATION_ZOOM, &P::zoom_sensitivity},  {OPERATION_HEIGHT, &P::height_multiplier},
+      {OPERATION_SLIDE, &P::slide_multiplier}, {OPERATION_ROLL, &P::orbit_multiplier},
   };
   for (const auto& each : cases) {
     for (const bool preserving : {true, false}) {

@@ -2,8 +2,14 @@
 
 #include <limits>
 
+#include "camera/dolly_operation.h"
+#include "camera/fly_operation.h"
+#include "camera/height_operation.h"
+#include "camera/look_operation.h"
 #include "camera/orbit_operation.h"
 #include "camera/pan_operation.h"
+#include "camera/roll_operation.h"
+#include "camera/slide_operation.h"
 #include "camera/zoom2d_operation.h"
 #include "camera/zoom_operation.h"
 #include "support/memory_hub.h"
@@ -39,8 +45,14 @@ TEST(OperationFactory, kinds_have_their_numbers) {
 TEST(OperationFactory, each_kind_makes_its_class) {
   EXPECT_TRUE(Makes<PanOperation>(OPERATION_PAN));
   EXPECT_TRUE(Makes<OrbitOperation>(OPERATION_ORBIT));
+  EXPECT_TRUE(Makes<LookOperation>(OPERATION_LOOK));
+  EXPECT_TRUE(Makes<FlyOperation>(OPERATION_FLY));
+  EXPECT_TRUE(Makes<DollyOperation>(OPERATION_DOLLY));
   EXPECT_TRUE(Makes<ZoomOperation>(OPERATION_ZOOM));
   EXPECT_TRUE(Makes<Zoom2DOperation>(OPERATION_ZOOM2D));
+  EXPECT_TRUE(Makes<HeightOperation>(OPERATION_HEIGHT));
+  EXPECT_TRUE(Makes<SlideOperation>(OPERATION_SLIDE));
+  EXPECT_TRUE(Makes<RollOperation>(OPERATION_ROLL));
 }
 
 TEST(OperationFactory, a_value_above_10_yields_null) {

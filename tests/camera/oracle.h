@@ -22,6 +22,22 @@ inline Eigen::Matrix3d RightHanded(const Vec& axis, double angle) {
   return Eigen::AngleAxisd(angle, axis).toRotationMatrix();
 }
 
+/// Of unit length; zero where the length is at most 2^-23, as the engine has it.
+inline Vec Unit(const Vec& v) {
+  const double length = v.norm();
+  return length > 0x1p-23 ? Vec(v / length) : Vec(Vec::Zero());
+}
+
+/// The engine's turn: `v` by `angle` about `axis` against the right hand, by Rodrigues' formula. An axis of
+/// another length than 1 scales the tangent of half the angle.
+inline Vec Turn(const Vec& axis, double angle, const Vec& v) {
+  const double length = axis.norm();
+  if (length == 0.0) return v;
+  const Vec n = axis / length;
+  const double a = -2.0 * std::atan2(length * std::sin(angle / 2.0), std::cos(angle / 2.0));
+  return v * std::cos(a) + n.cross(v) * std::sin(a) + n * n.dot(v) * (1.0 - std::cos(a));
+}
+
 /// From `from` to `to`, in 0 to PI, with the sign of the turn about `axis`.
 inline double SignedAngle(const Vec& from, const Vec& to, const Vec& axis) {
   const Vec normal = from.cross(to);
