@@ -1,0 +1,11 @@
+#include "cube/orientor_transition_shot_observer.h"
+
+#include "korvane/orientor.h"
+
+namespace Korvane {
+
+void OrientorTransitionShotObserver::OnEndShot(Shot* /*shot*/, const CameraParameters& /*camera*/) {
+  if (orientor != nullptr) orientor->OnTransitionEnded();
+}
+
+}  // namespace Korvane
