@@ -68,6 +68,7 @@ enum ModelID : int { MODEL_PIVOT_BALL = 0, MODEL_PIVOT_SHADOW = 1 };
 
 /// Texts, 0 to 101. The range tells what kind of icon a text becomes; see Renderer::GetStringTexture.
 enum StringID : int {
+  STRING_OFF_MODEL = 31,   // a point of the scene is wanted and the cursor is over none
   STRING_PIVOT = 41,       // the pivot ball's label
   STRING_ORBIT = 50,       // the note of the middle button's orbit
   STRING_PAN = 51,         // the note of the middle button's pan
@@ -76,6 +77,10 @@ enum StringID : int {
 };
 
 /// Pictures, 0 to 184. 0 to 15 belong to the orientation cube.
-enum TextureID : int { TEXTURE_NONE = 185 };
+enum TextureID : int {
+  TEXTURE_WALK_REFUSED = 93,  // where a walk would start that the projection does not allow
+  TEXTURE_WALK_START = 94,    // where a walk starts, the circle in which it rests
+  TEXTURE_NONE = 185,
+};
 
 }  // namespace Korvane

@@ -71,6 +71,10 @@ class ZOVTOOLS_API Tool {
   bool WantCursorWrapping() const { return wrapCursor && operating; }
 
  protected:
+  /// A press may begin a gesture: there are a hub and a renderer, and no shot of the tool's own runs.
+  bool CanOperate() const { return cameraOperations != nullptr && renderer != nullptr && !animating; }
+  /// A shot of the tool's own was begun and no shot is active any more.
+  bool HasShotEnded() const;
   void SetCursorID(CursorID id) { cursorID = id; }
   void SetWrapCursor(bool wrap) { wrapCursor = wrap; }
   void SetOperating(bool value) { operating = value; }
@@ -100,6 +104,9 @@ class ZOVTOOLS_API Tool {
   bool animating = false;
   bool drawOnlyWhileOperating = true;
   Vector2 viewHUDOffset;
+
+ private:
+  void DrawNotes();
 };
 
 }  // namespace Korvane

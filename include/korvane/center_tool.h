@@ -1,0 +1,51 @@
+#pragma once
+
+#include "korvane/export.h"
+#include "korvane/tool.h"
+#include "korvane/vector3.h"
+
+namespace Korvane {
+
+class HelmDisc;
+class TrackMenu;
+
+/// Brings the point of the scene on which the button is released to the middle of the view; the camera turns
+/// about it from then on. Off the scene everything stays as it was.
+class ZOVTOOLS_API CenterTool : public Tool {
+ public:
+  /// Both are borrowed and may be null. `label` is the text of the pivot ball.
+  CenterTool(HelmDisc* disc, TrackMenu* menu, StringID label);
+  ~CenterTool() override;
+
+  void OnDraw() override;
+  bool OnMouseMove(int x, int y) override;
+  bool OnMouseDown(int x, int y) override;
+  bool OnMouseUp(int x, int y) override;
+  /// Takes, and gives back, the text of the hint.
+  void Activate() override;
+  void Deactivate() override;
+
+  /// Moves the camera's pivot to the point of the scene under a viewport pixel, if there is one, and marks
+  /// it.
+  virtual void UpdatePivotPosition(int x, int y);
+
+  /// Stands in for the hint of an active tool where there is none. The renderer owns it.
+  void SetOffModelHUD(DynamicIcon2D* icon) { offModelHUD = icon; }
+
+ protected:
+  HelmDisc* helmDisc;
+  TrackMenu* trackMenu;
+
+ private:
+  void BeginCenterShot();
+  void RestorePivot();
+  void UpdateNotes();
+
+  bool onModel = false;
+  Vector3 savedPivot;
+  StringID pivotLabel;
+  DynamicIcon2D* offModelHUD = nullptr;
+  DynamicIcon2D* hintHUD = nullptr;
+};
+
+}  // namespace Korvane

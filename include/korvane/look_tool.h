@@ -1,0 +1,31 @@
+#pragma once
+
+#include "korvane/export.h"
+#include "korvane/tool.h"
+
+namespace Korvane {
+
+/// Turns the camera on the spot.
+class ZOVTOOLS_API LookTool : public Tool {
+ public:
+  LookTool();
+  ~LookTool() override;
+
+  void OnDraw() override;
+  bool OnMouseMove(int x, int y) override;
+  bool OnMouseDown(int x, int y) override;
+  bool OnMouseUp(int x, int y) override;
+
+  /// A drag down looks up. Holds for the gestures to come, as does the next.
+  void SetInvertVerticalAxis(bool invert) { invertVerticalAxis = invert; }
+  /// Keeps the camera upright.
+  void SetAlignUpDirection(bool align) { alignUpDirection = align; }
+
+ private:
+  bool invertVerticalAxis = false;
+  bool savedInvertVerticalAxis = false;
+  bool alignUpDirection = true;
+  bool savedAlignUpDirection = false;
+};
+
+}  // namespace Korvane

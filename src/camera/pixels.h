@@ -1,0 +1,29 @@
+#pragma once
+
+#include <limits>
+
+#include "korvane/application_parameters.h"
+#include "korvane/math.h"
+
+namespace Korvane {
+
+/// A whole number of pixels, cut toward zero and held to the range of int; 0 for a NaN.
+inline int ToPixels(double value) {
+  using Limits = std::numeric_limits<int>;
+  return value == value ? static_cast<int>(Math::Clamp(value, Limits::min(), Limits::max())) : 0;
+}
+
+/// The row of a viewport pixel counted from the top, as operations take it, or back from there.
+inline int FlipRow(const ApplicationParameters& parameters, int y) {
+  return ToPixels(static_cast<double>(parameters.viewport_height) - y - 1.0);
+}
+
+/// Where a cursor shows that has been wrapped at the edges of the viewport and counts on past them: 0 to
+/// size - 1. A viewport without size wraps nothing.
+inline int WrapIntoView(int coordinate, int size) {
+  if (size <= 0) return coordinate;
+  const int remainder = coordinate % size;
+  return remainder < 0 ? remainder + size : remainder;
+}
+
+}  // namespace Korvane
