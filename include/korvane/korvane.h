@@ -25,6 +25,7 @@
 #include "korvane/operation.h"
 #include "korvane/orbit_tool.h"
 #include "korvane/pan_tool.h"
+#include "korvane/pivot_ball.h"
 #include "korvane/pixel_icon2d.h"
 #include "korvane/plane3d.h"
 #include "korvane/platform.h"

@@ -5,6 +5,9 @@
 
 namespace Korvane {
 
+// The handlers of the drag zoom are passed over: the buttons do not begin a zoom by the wheel.
+// NOLINTBEGIN(bugprone-parent-virtual-call)
+
 namespace {
 
 constexpr double GESTURE_PAUSE = 0.5;  // seconds after the last notch
@@ -27,7 +30,8 @@ bool MouseWheelZoomTool::OnMouseWheel(int x, int y, int delta) {
   wheelTimer.Reset();
   wheelTimer.Start();
   wheelTotal = ToPixels(static_cast<double>(wheelTotal) + delta);
-  UpdateZoom(wheelAnchorX, ToPixels(static_cast<double>(wheelAnchorY) + wheelTotal / DELTA_PER_PIXEL));
+  const int pixels = wheelTotal / DELTA_PER_PIXEL;
+  UpdateZoom(wheelAnchorX, ToPixels(static_cast<double>(wheelAnchorY) + pixels));
   return true;
 }
 
@@ -67,5 +71,7 @@ void MouseWheelZoomTool::OnDraw() {
   }
   Tool::OnDraw();
 }
+
+// NOLINTEND(bugprone-parent-virtual-call)
 
 }  // namespace Korvane

@@ -7,6 +7,9 @@
 
 namespace Korvane {
 
+// The drawing of the drag zoom is passed over.
+// NOLINTBEGIN(bugprone-parent-virtual-call)
+
 namespace {
 
 const Renderer::MaterialParams WHITE = {{1.0F, 1.0F, 1.0F, 1.0F}, TEXTURE_NONE, Renderer::DRAW_SOLID, 1.0F};
@@ -72,5 +75,7 @@ void RectZoomTool::GrowRectangle(Rectangle& rectangle) const {
   const Vector2 high = grow({rectangle.GetRight(), rectangle.GetTop()});
   rectangle = MakeRectangle(low.x, low.y, high.x, high.y);
 }
+
+// NOLINTEND(bugprone-parent-virtual-call)
 
 }  // namespace Korvane
