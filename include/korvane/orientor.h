@@ -293,7 +293,6 @@ class ZOVTOOLS_API Orientor {
 
  private:
   class GeometryPass;
-  class OverlayPass;
 
   void UpdateScreenSize();
   void UpdateClosestPart(const Vector3& view);

@@ -68,16 +68,38 @@ enum ModelID : int { MODEL_PIVOT_BALL = 0, MODEL_PIVOT_SHADOW = 1 };
 
 /// Texts, 0 to 101. The range tells what kind of icon a text becomes; see Renderer::GetStringTexture.
 enum StringID : int {
-  STRING_OFF_MODEL = 31,   // a point of the scene is wanted and the cursor is over none
-  STRING_PIVOT = 41,       // the pivot ball's label
-  STRING_ORBIT = 50,       // the note of the middle button's orbit
-  STRING_PAN = 51,         // the note of the middle button's pan
-  STRING_WHEEL_ZOOM = 55,  // the note of a zoom by the wheel
+  STRING_OFF_MODEL = 31,    // a point of the scene is wanted and the cursor is over none
+  STRING_PIVOT = 41,        // the pivot ball's label
+  STRING_ORBIT = 50,        // the note of the middle button's orbit
+  STRING_PAN = 51,          // the note of the middle button's pan
+  STRING_WHEEL_ZOOM = 55,   // the note of a zoom by the wheel
+  STRING_UCS_DEFAULT = 67,  // the name of the default coordinate system
+  STRING_CUBE_HOME = 68,    // tooltips of the cube: its home button, its lock, its parts, its ring, its menu
+  STRING_CUBE_LOCK = 69,
+  STRING_CUBE_PART = 70,
+  STRING_CUBE_COMPASS = 71,
+  STRING_CUBE_MENU = 72,
   STRING_NONE = 102,
 };
 
 /// Pictures, 0 to 184. 0 to 15 belong to the orientation cube.
 enum TextureID : int {
+  TEXTURE_CUBE_FACES = 0,    // six rows, from the top Top, Bottom, Right, Left, Back, Front
+  TEXTURE_CUBE_LABELS = 1,   // their texts, in the same rows
+  TEXTURE_CUBE_SHADING = 2,  // of each outer side of the whole cube
+  TEXTURE_CUBE_SHADOW = 3,   // on the ground below
+  TEXTURE_COMPASS_RING = 4,
+  TEXTURE_COMPASS_RING_ACTIVE = 5,  // under the mouse, as with every picture of this name
+  TEXTURE_COMPASS_LETTERS = 6,      // four, one above the other
+  TEXTURE_CUBE_HOME = 7,
+  TEXTURE_CUBE_HOME_ACTIVE = 8,
+  TEXTURE_CUBE_LOCK = 9,
+  TEXTURE_CUBE_LOCK_ACTIVE = 10,
+  TEXTURE_CUBE_MENU = 11,
+  TEXTURE_CUBE_MENU_ACTIVE = 12,
+  TEXTURE_CUBE_ROTATE = 13,  // both rotate arrows
+  TEXTURE_CUBE_ROTATE_COUNTER_CLOCKWISE_ACTIVE = 14,
+  TEXTURE_CUBE_ROTATE_CLOCKWISE_ACTIVE = 15,
   TEXTURE_WALK_REFUSED = 93,  // where a walk would start that the projection does not allow
   TEXTURE_WALK_START = 94,    // where a walk starts, the circle in which it rests
   TEXTURE_NONE = 185,

@@ -15,16 +15,7 @@ namespace Korvane {
 
 namespace {
 
-// Texts of the host.
-enum : int {
-  STRING_DEFAULT_UCS = 67,
-  STRING_HOME = 68,
-  STRING_LOCK = 69,
-  STRING_GEOMETRY = 70,
-  STRING_COMPASS = 71,
-  STRING_CONTEXT = 72,
-};
-constexpr int TEXTURE_COUNT = 16;  // from 0
+constexpr int TEXTURE_COUNT = 16;  // all that are the cube's, from 0
 
 constexpr bool IsInRange(int value, int begin, int end) { return value >= begin && value < end; }
 
@@ -51,12 +42,12 @@ bool Orientor::Create() {
   if (renderer == nullptr) return false;
   for (int id = 0; id < TEXTURE_COUNT; ++id) renderer->IncrementTextureUsage(static_cast<TextureID>(id));
   renderer->ApplyTextureUsage();
-  homeTooltip = renderer->LoadStringResource(STRING_HOME);
-  lockTooltip = renderer->LoadStringResource(STRING_LOCK);
-  geometryTooltip = renderer->LoadStringResource(STRING_GEOMETRY);
-  compassTooltip = renderer->LoadStringResource(STRING_COMPASS);
-  contextTooltip = renderer->LoadStringResource(STRING_CONTEXT);
-  defaultUCSName = renderer->LoadStringResource(STRING_DEFAULT_UCS);
+  homeTooltip = renderer->LoadStringResource(STRING_CUBE_HOME);
+  lockTooltip = renderer->LoadStringResource(STRING_CUBE_LOCK);
+  geometryTooltip = renderer->LoadStringResource(STRING_CUBE_PART);
+  compassTooltip = renderer->LoadStringResource(STRING_CUBE_COMPASS);
+  contextTooltip = renderer->LoadStringResource(STRING_CUBE_MENU);
+  defaultUCSName = renderer->LoadStringResource(STRING_UCS_DEFAULT);
   SetActiveUCS(defaultUCSName.c_str(), true);
   return true;
 }

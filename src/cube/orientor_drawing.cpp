@@ -12,17 +12,6 @@ namespace Korvane {
 
 namespace {
 
-// Pictures of the host.
-enum : int {
-  TEXTURE_FACES = 0,
-  TEXTURE_LABELS = 1,
-  TEXTURE_SHADING = 2,
-  TEXTURE_SHADOW = 3,
-  TEXTURE_RING = 4,
-  TEXTURE_RING_SELECTED = 5,
-  TEXTURE_LETTERS = 6,
-};
-
 constexpr double LETTER_HALF_SIZE = 0.05;
 constexpr double RING_PART_HALF_SIZE = 0.0325;
 // Keeps things that lie on the ground apart, in the standard space.
@@ -110,7 +99,7 @@ class Orientor::GeometryPass {
 
   void DrawParts() {
     material.lineWidth = static_cast<float>(orientor.screenSize) * 0.01F;
-    SetMaterial(parameters.colour_face, orientor.opacity, TEXTURE_FACES, DRAW_QUADS);
+    SetMaterial(parameters.colour_face, orientor.opacity, TEXTURE_CUBE_FACES, DRAW_QUADS);
     for (int part = 0; part < GEOMETRY_PART_COUNT; ++part) {
       if (IsOrdinary(part)) DrawPart(part);
     }
@@ -136,7 +125,7 @@ class Orientor::GeometryPass {
 
   void DrawShadow() {
     material.colour[3] = parameters.opacity_shadow * orientor.opacity;
-    SetPicture(TEXTURE_SHADOW, Renderer::DRAW_CUBE_SHADOW);
+    SetPicture(TEXTURE_CUBE_SHADOW, Renderer::DRAW_CUBE_SHADOW);
     const double half = orientor.GetHalfSize() + parameters.shadow_size;
     DrawGroundQuad(Vector3(0.0, GetGround(), 0.0), Vector3(half, 0.0, 0.0), Vector3(0.0, 0.0, half));
   }
@@ -145,7 +134,7 @@ class Orientor::GeometryPass {
     const bool selected = orientor.IsMouseOnCompassPart() && !orientor.IsMouseOnGeometryPart();
     static constexpr float WHITE[3] = {1.0F, 1.0F, 1.0F};
     SetMaterial(WHITE, parameters.opacity_compass * orientor.opacity,
-                selected ? TEXTURE_RING_SELECTED : TEXTURE_RING, Renderer::DRAW_QUADS);
+                selected ? TEXTURE_COMPASS_RING_ACTIVE : TEXTURE_COMPASS_RING, Renderer::DRAW_QUADS);
     const double half = orientor.GetHalfSize() + parameters.compass_size;
     Vector3 centre(0.0, GetGround() - RING_BELOW_SHADOW, 0.0);
     Vector3 a(half, 0.0, 0.0);
@@ -157,7 +146,8 @@ class Orientor::GeometryPass {
 
   void DrawLetters() {
     const bool emphasis = !parameters.disabled;
-    SetMaterial(parameters.colour_compass_text, orientor.opacity, TEXTURE_LETTERS, Renderer::DRAW_QUADS);
+    SetMaterial(parameters.colour_compass_text, orientor.opacity, TEXTURE_COMPASS_LETTERS,
+                Renderer::DRAW_QUADS);
     for (int part = COMPASS_LETTERS_BEGIN; part < COMPASS_RING_BEGIN; ++part) {
       if (!emphasis || part != highlighted) DrawLetter(part);
     }
@@ -168,7 +158,7 @@ class Orientor::GeometryPass {
 
   void DrawShading() {
     SetMaterial(parameters.colour_edge, orientor.opacity,
-                orientor.ViewOnPartAxis() ? int{TEXTURE_NONE} : int{TEXTURE_SHADING}, Renderer::DRAW_SOLID);
+                orientor.ViewOnPartAxis() ? TEXTURE_NONE : TEXTURE_CUBE_SHADING, Renderer::DRAW_SOLID);
     const Vector3 corner(orientor.GetHalfSize());
     orientor.DrawBox(material, -corner, corner, true, false, 0);
   }
@@ -190,7 +180,7 @@ class Orientor::GeometryPass {
 
   void DrawLabels() {
     if (!parameters.draw_labels || orientor.screenSize == parameters.tiny_screen_size) return;
-    SetMaterial(parameters.colour_text, parameters.opacity_text * orientor.opacity, TEXTURE_LABELS,
+    SetMaterial(parameters.colour_text, parameters.opacity_text * orientor.opacity, TEXTURE_CUBE_LABELS,
                 Renderer::DRAW_CUBE_LABELS);
     for (int part = 0; part < GEOMETRY_PART_COUNT; ++part) DrawPart(part);
   }
@@ -208,11 +198,11 @@ class Orientor::GeometryPass {
   void SetColour(const float (&rgb)[3]) {
     for (int i = 0; i < 3; ++i) material.colour[i] = rgb[i];
   }
-  void SetPicture(int texture, int drawMode) {
-    material.texture = static_cast<TextureID>(texture);
+  void SetPicture(TextureID texture, int drawMode) {
+    material.texture = texture;
     material.drawMode = drawMode;
   }
-  void SetMaterial(const float (&rgb)[3], float alpha, int texture, int drawMode) {
+  void SetMaterial(const float (&rgb)[3], float alpha, TextureID texture, int drawMode) {
     SetColour(rgb);
     material.colour[3] = alpha;
     SetPicture(texture, drawMode);

@@ -12,26 +12,20 @@ namespace Korvane {
 
 namespace {
 
-// Pictures of the host; that of a button under the mouse follows the normal one.
-enum : int {
-  TEXTURE_HOME = 7,
-  TEXTURE_LOCK = 9,
-  TEXTURE_CONTEXT = 11,
-  TEXTURE_ROTATE = 13,
-  TEXTURE_ROTATE_COUNTER_CLOCKWISE = 14,
-  TEXTURE_ROTATE_CLOCKWISE = 15,
-};
-
 constexpr float INVISIBLE_BELOW = 0.0001F;
 // The hit area of the context menu button is larger than its picture.
 constexpr double CONTEXT_SELECT_SCALE = 2.0;
 constexpr double BOTTOM_LABEL_SCALE = 0.925;
 
-int GetRotateTexture(int activeOverlayPart) {
-  if (activeOverlayPart == Orientor::OVERLAY_ROTATE_COUNTER_CLOCKWISE)
-    return TEXTURE_ROTATE_COUNTER_CLOCKWISE;
-  if (activeOverlayPart == Orientor::OVERLAY_ROTATE_CLOCKWISE) return TEXTURE_ROTATE_CLOCKWISE;
-  return TEXTURE_ROTATE;
+TextureID GetRotateTexture(int activeOverlayPart) {
+  switch (activeOverlayPart) {
+    case Orientor::OVERLAY_ROTATE_COUNTER_CLOCKWISE:
+      return TEXTURE_CUBE_ROTATE_COUNTER_CLOCKWISE_ACTIVE;
+    case Orientor::OVERLAY_ROTATE_CLOCKWISE:
+      return TEXTURE_CUBE_ROTATE_CLOCKWISE_ACTIVE;
+    default:
+      return TEXTURE_CUBE_ROTATE;
+  }
 }
 
 // In screen sizes, by what else stands there.
@@ -71,21 +65,23 @@ void Orientor::DrawOverlay(const Vector3& view, const Vector3& up) {
   Renderer::MaterialParams material;
   material.colour[3] = alpha;
   material.drawMode = Renderer::DRAW_OVERLAY_ICONS;
-  const auto drawButton = [&](OverlayPart part, int texture) {
-    material.texture = static_cast<TextureID>(texture);
+  const auto drawButton = [&](OverlayPart part, TextureID texture) {
+    material.texture = texture;
     DrawOverlayPart(material, part, false);
   };
-  const auto active = [&](OverlayPart part) { return activeOverlayPart == part ? 1 : 0; };
+  const bool home = activeOverlayPart == OVERLAY_HOME;
+  const bool lock = activeOverlayPart == OVERLAY_LOCK;
+  const bool menu = activeOverlayPart == OVERLAY_CONTEXT_MENU;
+  const bool ucs = activeOverlayPart == OVERLAY_UCS_MENU;
 
-  drawButton(OVERLAY_HOME, TEXTURE_HOME + active(OVERLAY_HOME));
-  drawButton(OVERLAY_LOCK, TEXTURE_LOCK + active(OVERLAY_LOCK));
-  if (active(OVERLAY_CONTEXT_MENU) != 0) material.colour[3] = 1.0F;
-  drawButton(OVERLAY_CONTEXT_MENU, TEXTURE_CONTEXT + active(OVERLAY_CONTEXT_MENU));
+  drawButton(OVERLAY_HOME, home ? TEXTURE_CUBE_HOME_ACTIVE : TEXTURE_CUBE_HOME);
+  drawButton(OVERLAY_LOCK, lock ? TEXTURE_CUBE_LOCK_ACTIVE : TEXTURE_CUBE_LOCK);
+  if (menu) material.colour[3] = 1.0F;
+  drawButton(OVERLAY_CONTEXT_MENU, menu ? TEXTURE_CUBE_MENU_ACTIVE : TEXTURE_CUBE_MENU);
   material.colour[3] = alpha;
-  const int rotateTexture = GetRotateTexture(activeOverlayPart);
-  drawButton(OVERLAY_ROTATE_COUNTER_CLOCKWISE, rotateTexture);
-  drawButton(OVERLAY_ROTATE_CLOCKWISE, rotateTexture);
-  DrawUCSMenu(active(OVERLAY_UCS_MENU) != 0 ? highlightedUCSLabel : ucsLabel, OVERLAY_UCS_MENU, false);
+  drawButton(OVERLAY_ROTATE_COUNTER_CLOCKWISE, GetRotateTexture(activeOverlayPart));
+  drawButton(OVERLAY_ROTATE_CLOCKWISE, GetRotateTexture(activeOverlayPart));
+  DrawUCSMenu(ucs ? highlightedUCSLabel : ucsLabel, OVERLAY_UCS_MENU, false);
   renderer->EndRender();
 }
 
