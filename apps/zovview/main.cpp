@@ -2,6 +2,7 @@
 // display, as a tour of pictures.
 #include <CLI/CLI.hpp>
 #include <cstdio>
+#include <exception>
 #include <optional>
 #include <string>
 
@@ -84,9 +85,7 @@ int ShowTour(const zovview::ModelSource& source, const Arguments& arguments, con
   return zovview::RunTour(model, arguments.tour);
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int RunProgram(int argc, char** argv) {
   Arguments arguments;
   if (const std::optional<int> code = ReadArguments(argc, argv, arguments)) return *code;
   const zovview::ModelSource source =
@@ -101,4 +100,17 @@ int main(int argc, char** argv) {
   const std::unique_ptr<zovhost::Window> window = zovhost::Window::Create(options, error);
   if (window == nullptr) return ShowTour(source, arguments, error + "; writing a tour instead");
   return zovview::Viewer(*window).Run(source);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return RunProgram(argc, argv);
+  } catch (const std::exception& failure) {  // memory is short, a path cannot be had
+    std::fputs("zovview: ", stderr);
+    std::fputs(failure.what(), stderr);
+    std::fputs("\n", stderr);
+    return 1;
+  }
 }

@@ -49,7 +49,7 @@ std::string Describe(const fs::path& path, const std::error_code& failure) {
 
 }  // namespace
 
-TourOutput::TourOutput(fs::path place, std::string name)
+TourOutput::TourOutput(const fs::path& place, std::string name)
     : directory(fs::absolute(place).lexically_normal()), title(std::move(name)) {
   if (!directory.has_filename()) directory = directory.parent_path();  // "out/" names "out"
 }
@@ -143,7 +143,7 @@ bool TourOutput::Publish(std::string& error) {
 bool TourOutput::WriteSheet(std::string& error) {
   zovhost::ContactSheetParameters parameters;
   parameters.title = title;
-  parameters.subtitle = "Orbit, pan and zoom through the library's own operations";
+  parameters.subtitle = "Moved by the library's own operations and shots";
   parameters.columns = SHEET_COLUMNS;
   parameters.thumbnailWidth = THUMBNAIL_WIDTH;
   zovhost::Image sheet;

@@ -19,7 +19,7 @@ namespace zovview {
 class TourOutput {
  public:
   /// `title` names the model.
-  TourOutput(std::filesystem::path directory, std::string title);
+  TourOutput(const std::filesystem::path& directory, std::string title);
   /// Removes what was not published.
   ~TourOutput();
   TourOutput(const TourOutput&) = delete;

@@ -7,8 +7,10 @@
 #include <imgui.h>
 #include <imgui_internal.h>
 
+#include <cfloat>
 #include <filesystem>
 #include <string>
+#include <utility>
 
 #include "zovhost/window.h"
 
@@ -108,14 +110,17 @@ class Gui::Impl {
  private:
   bool OnNativeEvent(const SDL_Event& event);
   bool OnPointerEvent(const SDL_Event& event);
+  void OnPointerLeaves();
   void TrackOwner(const SDL_MouseButtonEvent& event, bool ofPanels);
   void Settle();
+  bool IsPanelAppearing() const;
 
   ImGuiContext* context;
   Window* window;
   int width;
   int height;
   int framesToSettle = 0;
+  ImVec2 pointer = ImVec2(-FLT_MAX, -FLT_MAX);  // points from the top left; this value: not in the window
   bool pointerWasOver = false;
   unsigned buttonsOfPanels = 0;  // pressed over a panel and still held; one bit a button
   unsigned buttonsOfOthers = 0;
@@ -152,6 +157,8 @@ void Gui::Impl::BeginFrame() {
   ImGui_ImplOpenGL3_NewFrame();
   if (window != nullptr) {
     ImGui_ImplSDL2_NewFrame();
+    // The backend asks for the pointer on the whole desktop, which SDL knows only after it has moved a while.
+    ImGui::GetIO().MousePos = pointer;
   } else {
     ImGui::GetIO().DisplaySize = ImVec2(static_cast<float>(width), static_cast<float>(height));
   }
@@ -161,9 +168,18 @@ void Gui::Impl::BeginFrame() {
 void Gui::Impl::EndFrame() {
   ImGui::Render();
   ImGui_ImplOpenGL3_RenderDrawData(ImGui::GetDrawData());
-  if (framesToSettle == 0 || window == nullptr) return;
-  --framesToSettle;
+  if (window == nullptr || (framesToSettle == 0 && !IsPanelAppearing())) return;
+  if (framesToSettle > 0) --framesToSettle;
   window->RequestFrame();
+}
+
+// A panel is measured in its first frame and drawn from the second on. Others may be hidden for good: a part
+// of a panel that is scrolled out of sight.
+bool Gui::Impl::IsPanelAppearing() const {
+  for (const ImGuiWindow* const panel : context->Windows) {
+    if (panel->Active && (panel->Appearing || panel->HiddenFramesCannotSkipItems > 0)) return true;
+  }
+  return false;
 }
 
 // ---- events ----
@@ -176,7 +192,7 @@ void Gui::Impl::Settle() {
 bool Gui::Impl::IsOverPanel(float pointX, float pointY) const {
   const ImVec2 point(pointX, pointY);
   for (const ImGuiWindow* const panel : context->Windows) {
-    const bool visible = panel->WasActive && !panel->Hidden && panel->ParentWindow == nullptr;
+    const bool visible = panel->Active && panel->ParentWindow == nullptr;
     const bool hearsPointer = (panel->Flags & ImGuiWindowFlags_NoMouseInputs) == 0;
     if (visible && hearsPointer && panel->Rect().Contains(point)) return true;
   }
@@ -188,7 +204,7 @@ bool Gui::Impl::OnNativeEvent(const SDL_Event& event) {
   if (event.type == SDL_WINDOWEVENT) {
     if (event.window.event == SDL_WINDOWEVENT_FOCUS_LOST) buttonsOfPanels = buttonsOfOthers = 0;
     ImGui_ImplSDL2_ProcessEvent(&event);
-    if (event.window.event == SDL_WINDOWEVENT_LEAVE && pointerWasOver) Settle();
+    if (event.window.event == SDL_WINDOWEVENT_LEAVE) OnPointerLeaves();
   }
   return false;
 }
@@ -204,7 +220,8 @@ bool Gui::Impl::OnPointerEvent(const SDL_Event& event) {
     x = event.type == SDL_MOUSEMOTION ? event.motion.x : event.button.x;
     y = event.type == SDL_MOUSEMOTION ? event.motion.y : event.button.y;
   }
-  const bool over = IsOverPanel(static_cast<float>(x), static_cast<float>(y));
+  pointer = ImVec2(static_cast<float>(x), static_cast<float>(y));
+  const bool over = IsOverPanel(pointer.x, pointer.y);
   const bool ofPanels = buttonsOfPanels != 0 || (over && buttonsOfOthers == 0);
   const bool wasOver = pointerWasOver;
   pointerWasOver = ofPanels;
@@ -218,6 +235,12 @@ bool Gui::Impl::OnPointerEvent(const SDL_Event& event) {
   ImGui_ImplSDL2_ProcessEvent(&event);
   Settle();
   return true;
+}
+
+void Gui::Impl::OnPointerLeaves() {
+  if (buttonsOfPanels != 0) return;  // a drag goes on outside the window
+  pointer = ImVec2(-FLT_MAX, -FLT_MAX);
+  if (std::exchange(pointerWasOver, false)) Settle();
 }
 
 void Gui::Impl::TrackOwner(const SDL_MouseButtonEvent& event, bool ofPanels) {
