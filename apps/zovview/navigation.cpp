@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "korvane/platform.h"
-#include "zovhost/projection.h"
 
 namespace zovview {
 
@@ -84,6 +83,7 @@ Navigation::Navigation(ViewerHub& operations, Surroundings around)
 void Navigation::OnMouseDown(MouseButton button, int x, int y) {
   if (drag.has_value()) return;  // a second button during a drag is ignored
   wheel.End();
+  hub.EndShot();
   for (const ButtonUse& use : BUTTON_USES) {
     if (use.button != button) continue;
     SetPivotUnderCursor(x, y);
@@ -108,6 +108,7 @@ void Navigation::OnMouseUp(MouseButton button, int x, int y) {
 
 void Navigation::OnWheel(int x, int y, double notches) {
   if (drag.has_value()) return;
+  hub.EndShot();
   if (wheel.IsExhausted()) wheel.End();
   if (!wheel.IsActive()) SetPivotUnderCursor(x, y);
   wheel.Turn(x, y, notches);
@@ -134,14 +135,9 @@ void Navigation::PerformFrame() {
 // Where the model is missed the last pivot stays. The view itself does not change by this.
 void Navigation::SetPivotUnderCursor(int x, int y) {
   Korvane::CameraParameters camera = hub.GetView();
-  const Korvane::ApplicationParameters& parameters = hub.GetApplicationParameters();
-  const zovhost::Projection projection(camera,
-                                       {parameters.global_bound_centre, parameters.global_bound_radius});
   Korvane::Vector3 origin;
   Korvane::Vector3 direction;
-  const Korvane::Vector2 pixelCentre(x + 0.5, y + 0.5);
-  const bool seen = projection.PixelToRay(pixelCentre, parameters.viewport_width, parameters.viewport_height,
-                                          origin, direction);
+  const bool seen = hub.GetPixelRay(x, y, origin, direction);
   if (!seen || !surroundings.hit(origin, direction, camera.pivot)) return;
   hub.SetView(camera);
 }

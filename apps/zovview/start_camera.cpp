@@ -92,6 +92,7 @@ CameraParameters MakeStartCamera(const zovhost::Scene& scene, double width, doub
   camera.centre = camera.pivot = scene.GetCentre();
   camera.eye = camera.centre + toEye * distance;
   camera.up = viewUp;
+  camera.projection_transition = 0.0;  // a blend starts from a true perspective
   camera.ortho_width = 2.0 * tangentX * distance;
   camera.ortho_height = 2.0 * tangentY * distance;
   return camera;
@@ -106,6 +107,7 @@ void EnterScene(ViewerHub& hub, const zovhost::Scene& scene) {
   parameters.scene_front_direction = parameters.world_front_direction = ChooseFront(scene.GetUpDirection());
   parameters.custom_orbit_up = parameters.scene_up_direction;
   parameters.custom_orbit_front = parameters.scene_front_direction;
+  parameters.use_projection_transitions = true;
 
   const Vector3 centre = scene.GetCentre();
   parameters.global_bound_geometry = Korvane::ApplicationParameters::BoundGeometryType::Box;

@@ -10,13 +10,14 @@
 
 #include "navigation.h"
 #include "progress_line.h"
+#include "selection.h"
 #include "start_camera.h"
 #include "tour_clock.h"
 #include "tour_output.h"
 #include "tour_pace.h"
 #include "tour_script.h"
+#include "view_commands.h"
 #include "viewer_hub.h"
-#include "viewer_panel.h"
 #include "zovhost/gl_scene_view.h"
 #include "zovhost/gui.h"
 #include "zovhost/offscreen_target.h"
@@ -29,6 +30,9 @@ namespace {
 constexpr int SAMPLES = 4;
 constexpr int PICTURES_PER_SHEET_PICTURE = 4;
 constexpr int EXIT_INTERRUPTED = 130;
+constexpr ImU32 DARK = IM_COL32(28, 30, 33, 200);
+constexpr ImU32 LIGHT = IM_COL32(255, 255, 255, 255);
+constexpr ImU32 ACCENT = IM_COL32(0, 97, 191, 255);
 
 int CountFrames(const TourMove& move) {
   return static_cast<int>(std::lround(move.seconds * TourClock::FRAMES_PER_SECOND));
@@ -53,8 +57,11 @@ class Tour {
   bool PlayMove(const TourMove& move, TourOutput& output, std::string& error);
   void Begin(const TourMove& move);
   void End(const TourMove& move);
-  bool TakePicture(const TourMove& move, TourOutput& output, std::string& error);
+  bool TakePicture(const TourMove& move, bool isLast, TourOutput& output, std::string& error);
   void DrawCaption(const TourMove& move) const;
+  void DrawRectangle(const TourMove& move) const;
+  void DrawPointer() const;
+  ImVec2 ToScreen(const TourPointer& position) const;
 
   zovhost::Window& window;
   const zovhost::Scene& scene;
@@ -65,10 +72,12 @@ class Tour {
   zovhost::OffscreenTarget target;
   zovhost::Gui gui;
   ViewerHub hub;
+  Selection selection;
   Navigation navigation;
   ProgressLine progress;
   TourPointer pointer = {0.5, 0.5};
   bool pressed = false;
+  bool points = false;  // the pointer does something in the present move
   int frame = 0;
   const int frameCount = CountFrames();
 };
@@ -80,6 +89,7 @@ Tour::Tour(zovhost::Window& onWindow, const zovhost::Scene& ofScene, const TourO
       height(options.height),
       gui(options.width, options.height),
       hub([this] { window.RequestFrame(); }),
+      selection(hub),
       navigation(hub, {[this](const Korvane::Vector3& origin, const Korvane::Vector3& direction,
                               Korvane::Vector3& point) {
                          zovhost::Scene::Hit hit;
@@ -95,6 +105,7 @@ bool Tour::Prepare(std::string& error) {
     error = "the graphics memory does not hold this model at this size";
     return false;
   }
+  selection.SetScene(&scene);
   hub.SetViewportSize(width, height);
   EnterScene(hub, scene);
   return true;
@@ -118,50 +129,59 @@ bool Tour::PlayMove(const TourMove& move, TourOutput& output, std::string& error
     navigation.OnMouseMove(static_cast<int>(pointer.x * width), static_cast<int>(pointer.y * height));
     navigation.PerformFrame();
     progress.Show(static_cast<double>(frame) / frameCount, "tour: " + std::string(move.caption));
-    if (frame++ % FRAMES_PER_PICTURE == 0 && !TakePicture(move, output, error)) return false;
+    const bool isLastPicture = i + FRAMES_PER_PICTURE > frames;
+    if (frame++ % FRAMES_PER_PICTURE == 0 && !TakePicture(move, isLastPicture, output, error)) return false;
   }
   End(move);
   return true;
 }
 
 void Tour::Begin(const TourMove& move) {
+  const ViewTarget actsOn = {hub, selection};
   pointer = FindPointer(move, 0.0);
   const int x = static_cast<int>(pointer.x * width);
   const int y = static_cast<int>(pointer.y * height);
-  bool& snapping = hub.GetApplicationParameters().do_snap_orbit;
+  pressed = move.kind == TourMove::Kind::Drag || move.kind == TourMove::Kind::Rectangle;
+  points = move.kind != TourMove::Kind::Rest && move.kind != TourMove::Kind::Command;
   switch (move.kind) {
     case TourMove::Kind::Rest:
+    case TourMove::Kind::Rectangle:
       return;
     case TourMove::Kind::Drag:
-      pressed = true;
       return navigation.OnMouseDown(move.button, x, y);
     case TourMove::Kind::Wheel:
       return navigation.OnWheel(x, y, move.notches);
-    case TourMove::Kind::Home:
-      return GoHome(hub);
-    case TourMove::Kind::Snap:
-      snapping = true;
+    case TourMove::Kind::Click:
+      return selection.PickAt(x, y);
+    case TourMove::Kind::DoubleClick:
+      CentreOnPixel(actsOn, x, y);
       return;
-    case TourMove::Kind::Free:
-      snapping = false;
-      return;
-    case TourMove::Kind::Orthographic:
-      return SetOrthographic(hub, true);
-    case TourMove::Kind::Perspective:
-      return SetOrthographic(hub, false);
+    case TourMove::Kind::Command:
+      return move.command(actsOn);
   }
 }
 
 void Tour::End(const TourMove& move) {
-  if (move.kind != TourMove::Kind::Drag) return;
-  pressed = false;
-  navigation.OnMouseUp(move.button, static_cast<int>(move.toX * width), static_cast<int>(move.toY * height));
+  const Korvane::Vector2 size(width, height);
+  const Korvane::Vector2 from(move.fromX * size.x, move.fromY * size.y);
+  const Korvane::Vector2 to(move.toX * size.x, move.toY * size.y);
+  if (move.kind == TourMove::Kind::Drag) {
+    navigation.OnMouseUp(move.button, static_cast<int>(to.x), static_cast<int>(to.y));
+  }
+  if (move.kind == TourMove::Kind::Rectangle) {
+    const Korvane::Vector2 half(std::abs(to.x - from.x) * 0.5, std::abs(to.y - from.y) * 0.5);
+    ZoomIntoRectangle({hub, selection}, Korvane::Box2((from + to) * 0.5, half));
+  }
 }
 
-bool Tour::TakePicture(const TourMove& move, TourOutput& output, std::string& error) {
+// Of what goes by itself the sheet shows where it leads to.
+bool Tour::TakePicture(const TourMove& move, bool isLast, TourOutput& output, std::string& error) {
   zovhost::Image picture;
+  sceneView.GetOptions().selectedPart = selection.GetPart();
   bool taken = target.Bind() && sceneView.Draw(hub.GetView(), width, height);
   gui.BeginFrame();
+  DrawRectangle(move);
+  DrawPointer();
   DrawCaption(move);
   gui.EndFrame();
   taken = taken && target.Read(picture);
@@ -169,30 +189,44 @@ bool Tour::TakePicture(const TourMove& move, TourOutput& output, std::string& er
     error = "a picture could not be drawn";
     return false;
   }
-  const bool onSheet = output.GetPictureCount() % PICTURES_PER_SHEET_PICTURE == 0;
+  const bool byHand = move.kind == TourMove::Kind::Drag || move.kind == TourMove::Kind::Wheel;
+  const bool onSheet = byHand ? output.GetPictureCount() % PICTURES_PER_SHEET_PICTURE == 0 : isLast;
   return output.Add(std::move(picture), move.caption, onSheet, error);
 }
 
-// The caption in the corner where it covers least, and the pointer where something is done with it.
+// In the corner where it covers least.
 void Tour::DrawCaption(const TourMove& move) const {
-  const ImU32 dark = IM_COL32(28, 30, 33, 200);
-  const ImU32 light = IM_COL32(255, 255, 255, 255);
-  const ImU32 accent = IM_COL32(0, 97, 191, 255);
   ImDrawList& list = *ImGui::GetForegroundDrawList();
-  const auto w = static_cast<float>(width);
-  const auto h = static_cast<float>(height);
-
   const ImVec2 text = ImGui::CalcTextSize(move.caption);
-  const ImVec2 corner(28.0F, h - text.y - 22.0F);
+  const ImVec2 corner(28.0F, static_cast<float>(height) - text.y - 22.0F);
   list.AddRectFilled(ImVec2(corner.x - 12.0F, corner.y - 6.0F),
-                     ImVec2(corner.x + text.x + 12.0F, corner.y + text.y + 6.0F), dark, 6.0F);
-  list.AddText(corner, light, move.caption);
+                     ImVec2(corner.x + text.x + 12.0F, corner.y + text.y + 6.0F), DARK, 6.0F);
+  list.AddText(corner, LIGHT, move.caption);
+}
 
-  const bool points = move.kind == TourMove::Kind::Drag || move.kind == TourMove::Kind::Wheel;
+// White with a dark edge, so that it reads on anything.
+void Tour::DrawRectangle(const TourMove& move) const {
+  if (move.kind != TourMove::Kind::Rectangle) return;
+  ImDrawList& list = *ImGui::GetForegroundDrawList();
+  const ImVec2 from = ToScreen({move.fromX, move.fromY});
+  const ImVec2 to = ToScreen(pointer);
+  list.AddRect(from, to, DARK, 0.0F, 0, 4.0F);
+  list.AddRect(from, to, LIGHT, 0.0F, 0, 2.0F);
+}
+
+// Where something is done with it.
+void Tour::DrawPointer() const {
   if (!points) return;
-  const ImVec2 tip(static_cast<float>(pointer.x) * w, (1.0F - static_cast<float>(pointer.y)) * h);
-  list.AddCircleFilled(tip, 9.0F, light);
-  list.AddCircleFilled(tip, 7.0F, pressed ? accent : dark);
+  ImDrawList& list = *ImGui::GetForegroundDrawList();
+  list.AddCircleFilled(ToScreen(pointer), 9.0F, LIGHT);
+  list.AddCircleFilled(ToScreen(pointer), 7.0F, pressed ? ACCENT : DARK);
+}
+
+// Pixels from the top left, on the middle of one.
+ImVec2 Tour::ToScreen(const TourPointer& position) const {
+  const auto x = static_cast<float>(static_cast<int>(position.x * width));
+  const auto y = static_cast<float>(static_cast<int>((1.0 - position.y) * height));
+  return ImVec2(x + 0.5F, y + 0.5F);
 }
 
 int Fail(const std::string& error) {

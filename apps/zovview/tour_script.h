@@ -3,6 +3,7 @@
 #include <optional>
 #include <span>
 
+#include "view_commands.h"
 #include "zovhost/window.h"
 
 namespace zovview {
@@ -10,14 +11,13 @@ namespace zovview {
 /// One stretch of the tour. Positions are fractions of the viewport from its bottom left.
 struct TourMove {
   enum class Kind : int {
-    Rest,          // nothing moves
-    Drag,          // `button` held from one position to another
-    Wheel,         // `notches` turned at the first position
-    Home,          // back to the start view
-    Snap,          // snapping on
-    Free,          // snapping off
-    Orthographic,  // the projection
-    Perspective,
+    Rest,         // nothing is done; what travels goes on
+    Drag,         // `button` held from one position to another
+    Wheel,        // `notches` turned at the first position
+    Click,        // at the first position: selects
+    DoubleClick,  // at the first position: brings to the middle
+    Rectangle,    // drawn from one position to the other; then the view flies into it
+    Command,      // of the panel
   };
   const char* caption;
   Kind kind;
@@ -28,6 +28,7 @@ struct TourMove {
   double toY = 0.5;
   zovhost::MouseButton button = zovhost::MouseButton::Left;
   double notches = 0.0;
+  void (*command)(const ViewTarget& target) = nullptr;
 };
 
 std::span<const TourMove> GetTourScript();

@@ -3,12 +3,11 @@
 #include <SDL_keycode.h>
 #include <epoxy/gl.h>
 
-#include <array>
 #include <cstdio>
-#include <string_view>
 #include <utility>
 
 #include "start_camera.h"
+#include "view_commands.h"
 
 namespace zovview {
 
@@ -19,13 +18,6 @@ namespace {
 constexpr const char* PROGRAM = "zovview";
 constexpr double MESSAGE_SECONDS = 8.0;
 constexpr int EXIT_BAD_MODEL = 2;
-
-struct KeyUse {
-  SDL_Keycode key;
-  void (*change)(ViewerHub&);
-};
-constexpr std::array<KeyUse, 4> KEY_USES = {
-    {{SDLK_HOME, GoHome}, {SDLK_p, ToggleProjection}, {SDLK_s, ToggleSnapping}, {SDLK_u, ToggleKeepUp}}};
 
 }  // namespace
 
@@ -57,6 +49,7 @@ bool Viewer::Pointer::WarpPointer(int x, int y) {
 Viewer::Viewer(zovhost::Window& onWindow)
     : window(onWindow),
       hub([this] { window.RequestFrame(); }),
+      selection(hub),
       pointer(window, renderer.GetResources()),
       navigation(hub, {[this](const Korvane::Vector3& origin, const Korvane::Vector3& direction,
                               Korvane::Vector3& hit) {
@@ -64,7 +57,7 @@ Viewer::Viewer(zovhost::Window& onWindow)
                        },
                        [this](Korvane::CursorID id) { renderer.SetCursorID(id); }}),
       gui(window),
-      panel(hub),
+      panel({hub, selection}),
       messageTimer(*this),
       progress(ProgressLine::OffTerminal::Silent) {
   renderer.SetHost(&pointer);
@@ -137,6 +130,8 @@ void Viewer::ShowModel(LoadedModel model) {
     return;
   }
   navigation.Cancel();
+  clicks.Cancel();
+  selection.SetScene(model.scene.get());
   scene = std::move(model.scene);
   renderer.SetScene(scene.get());
   EnterScene(hub, *scene);
@@ -157,21 +152,24 @@ void Viewer::ShowMessage(const std::string& text) {
 void Viewer::OnEvent(const WindowEvent& event) {
   switch (event.type) {
     case WindowEvent::Type::MouseDown:
+      clicks.OnMouseDown(event);
       return navigation.OnMouseDown(event.button, event.x, event.y);
     case WindowEvent::Type::MouseMove:
+      clicks.OnMouseMove(event);
       return navigation.OnMouseMove(event.x, event.y);
     case WindowEvent::Type::MouseUp:
-      return navigation.OnMouseUp(event.button, event.x, event.y);
+      return OnMouseUp(event);
     case WindowEvent::Type::Wheel:
       return navigation.OnWheel(event.x, event.y, event.wheel);
     case WindowEvent::Type::FocusLost:
+      clicks.Cancel();
       return navigation.Cancel();
     case WindowEvent::Type::Resized:
       return OnResized();
     case WindowEvent::Type::FileDropped:
       return Open({event.path});
     case WindowEvent::Type::KeyDown:
-      if (!event.repeated) OnKey(event.key);
+      if (!event.repeated) OnKey(event);
       return;
     case WindowEvent::Type::KeyUp:
     case WindowEvent::Type::MouseLeave:
@@ -180,16 +178,25 @@ void Viewer::OnEvent(const WindowEvent& event) {
   }
 }
 
-void Viewer::OnKey(int key) {
-  if (key == SDLK_F1) {
+// A click selects, the second one of a double click frames what is under it.
+void Viewer::OnMouseUp(const WindowEvent& event) {
+  navigation.OnMouseUp(event.button, event.x, event.y);
+  const int count = clicks.OnMouseUp(event);
+  if (count == 1) selection.PickAt(event.x, event.y);
+  if (count == 2) CentreOnPixel({hub, selection}, event.x, event.y);
+}
+
+void Viewer::OnKey(const WindowEvent& event) {
+  if ((event.modifiers & (WindowEvent::CONTROL | WindowEvent::ALT)) != 0) return;
+  if (event.key == SDLK_F1) {
     panel.ToggleVisible();
     window.RequestFrame();
   }
-  for (const KeyUse& use : KEY_USES) {
-    if (use.key != key) continue;
-    navigation.Cancel();  // a drag would take the change back
-    use.change(hub);
-  }
+  const ViewCommand* const command = FindViewCommand(event.key);
+  if (command == nullptr) return;
+  navigation.Cancel();  // a drag would take the change back
+  clicks.Cancel();
+  command->run({hub, selection});
 }
 
 void Viewer::OnResized() {
@@ -203,6 +210,7 @@ void Viewer::OnResized() {
 void Viewer::DrawFrame() {
   navigation.PerformFrame();
   renderer.SetCamera(hub.GetView());
+  sceneView.GetOptions().selectedPart = selection.GetPart();
   sceneView.Draw(hub.GetView(), 0, 0, window.GetWidth(), window.GetHeight(), window.GetScale());
   glViewport(0, 0, window.GetWidth(), window.GetHeight());
   gui.BeginFrame();

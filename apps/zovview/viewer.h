@@ -4,10 +4,12 @@
 #include <optional>
 #include <string>
 
+#include "click_watch.h"
 #include "korvane/interval_timer.h"
 #include "model_source.h"
 #include "navigation.h"
 #include "progress_line.h"
+#include "selection.h"
 #include "viewer_hub.h"
 #include "viewer_panel.h"
 #include "zovhost/gl_renderer.h"
@@ -37,6 +39,7 @@ class Viewer {
   const std::string& GetMessage() const { return contents.message; }
   const zovhost::Scene* GetScene() const { return scene.get(); }
   ViewerHub& GetHub() { return hub; }
+  const Selection& GetSelection() const { return selection; }
   int GetExitCode() const { return exitCode; }
 
  private:
@@ -63,7 +66,8 @@ class Viewer {
   };
 
   void OnEvent(const zovhost::WindowEvent& event);
-  void OnKey(int key);
+  void OnMouseUp(const zovhost::WindowEvent& event);
+  void OnKey(const zovhost::WindowEvent& event);
   void OnResized();
   void LoadWaiting();
   void Load(const ModelSource& source);
@@ -74,10 +78,12 @@ class Viewer {
 
   zovhost::Window& window;
   ViewerHub hub;
+  Selection selection;
   zovhost::GLSceneView sceneView;
   zovhost::GLRenderer renderer;
   Pointer pointer;
   Navigation navigation;
+  ClickWatch clicks;
   zovhost::Gui gui;
   ViewerPanel panel;
   PanelContents contents;

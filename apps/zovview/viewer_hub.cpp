@@ -23,7 +23,18 @@ void ViewerHub::SetView(const Korvane::CameraParameters& values) {
   requestFrame();
 }
 
+zovhost::Projection ViewerHub::GetProjection() const {
+  const Korvane::ApplicationParameters& parameters = GetApplicationParameters();
+  return zovhost::Projection(view, {parameters.global_bound_centre, parameters.global_bound_radius});
+}
+
+bool ViewerHub::GetPixelRay(int x, int y, Korvane::Vector3& origin, Korvane::Vector3& direction) const {
+  const Korvane::Vector2 middle(x + 0.5, y + 0.5);
+  return GetProjection().PixelToRay(middle, GetViewportWidth(), GetViewportHeight(), origin, direction);
+}
+
 void ViewerHub::SetViewportSize(int width, int height) {
+  EndShot();
   Korvane::ApplicationParameters& parameters = GetApplicationParameters();
   parameters.viewport_width = std::max(1, width);
   parameters.viewport_height = std::max(1, height);

@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "korvane/camera_operations.h"
+#include "zovhost/projection.h"
 
 namespace zovview {
 
@@ -19,8 +20,14 @@ class ViewerHub : public Korvane::CameraOperations {
   /// The viewer's own change of the camera; asks for a frame.
   void SetView(const Korvane::CameraParameters& values);
 
+  /// How the view is drawn.
+  zovhost::Projection GetProjection() const;
+  /// From the near plane through the middle of a viewport pixel, origin at the bottom left; the direction has
+  /// unit length. False for a camera that sees nothing.
+  bool GetPixelRay(int x, int y, Korvane::Vector3& origin, Korvane::Vector3& direction) const;
+
   /// Pixels. The narrower side of the view keeps what it shows, the other follows the proportions, for the
-  /// view and for the home camera. Sizes below 1 are taken as 1.
+  /// view and for the home camera. Sizes below 1 are taken as 1. Ends a shot, whose target has the old shape.
   void SetViewportSize(int width, int height);
   int GetViewportWidth() const { return GetApplicationParameters().viewport_width; }
   int GetViewportHeight() const { return GetApplicationParameters().viewport_height; }

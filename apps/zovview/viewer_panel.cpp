@@ -6,11 +6,7 @@
 #include <array>
 #include <cfloat>
 
-#include "viewer_hub.h"
-
 namespace zovview {
-
-using ProjectionType = Korvane::CameraParameters::ProjectionType;
 
 namespace {
 
@@ -19,6 +15,8 @@ constexpr float BAR_WIDTH = 320.0F;
 constexpr float WIDEST_PANEL = 420.0F;
 constexpr float TITLE_BUTTON_WIDTH = 48.0F;  // of the arrow that folds the panel, with its space
 constexpr float HELP_COLUMN = 96.0F;
+constexpr float BUTTON_WIDTH = 124.0F;
+constexpr int VIEW_COLUMNS = 2;
 constexpr ImGuiWindowFlags STILL = ImGuiWindowFlags_NoMove | ImGuiWindowFlags_NoResize |
                                    ImGuiWindowFlags_AlwaysAutoResize | ImGuiWindowFlags_NoSavedSettings |
                                    ImGuiWindowFlags_NoFocusOnAppearing | ImGuiWindowFlags_NoNav;
@@ -28,15 +26,14 @@ struct HelpLine {
   const char* keys;
   const char* action;
 };
-constexpr std::array<HelpLine, 10> HELP = {{
+constexpr std::array<HelpLine, 9> HELP = {{
     {"Left drag", "orbit"},
     {"Middle drag", "pan"},
     {"Right drag", "zoom"},
     {"Wheel", "zoom"},
-    {"Home", "start view"},
-    {"P", "projection"},
-    {"S", "snapping"},
-    {"U", "keep upright"},
+    {"Click", "select a part"},
+    {"Esc", "select nothing"},
+    {"Double click", "bring to the middle"},
     {"F1", "this panel"},
     {"Drop a file", "open it"},
 }};
@@ -46,6 +43,38 @@ std::string GroupDigits(std::size_t number) {
   std::string digits = std::to_string(number);
   for (std::size_t end = digits.size(); end > 3; end -= 3) digits.insert(end - 3, 1, ' ');
   return digits;
+}
+
+// Quietly, flush right, on the line of the last item.
+void DrawKeyOfItem(const char* name, float right) {
+  const ImVec2 size = ImGui::CalcTextSize(name);
+  const ImVec2 low = ImGui::GetItemRectMin();
+  const ImVec2 high = ImGui::GetItemRectMax();
+  ImGui::GetWindowDrawList()->AddText(ImVec2(right - size.x, (low.y + high.y - size.y) * 0.5F),
+                                      ImGui::GetColorU32(ImGuiCol_TextDisabled), name);
+}
+
+float GetRightOfKeys() {
+  const ImGuiStyle& style = ImGui::GetStyle();
+  const float left = ImGui::GetWindowPos().x + style.WindowPadding.x;
+  const float width = VIEW_COLUMNS * BUTTON_WIDTH + (VIEW_COLUMNS - 1) * style.ItemSpacing.x;
+  return left + width - style.FramePadding.x * 2.0F;
+}
+
+void DrawSelection(const std::string& name) {
+  if (name.empty()) return;
+  ImGui::TextDisabled("Selected:");
+  ImGui::SameLine();
+  ImGui::TextUnformatted(name.c_str());
+}
+
+void DrawHelp() {
+  if (!ImGui::CollapsingHeader("Help")) return;
+  for (const HelpLine& line : HELP) {
+    ImGui::TextDisabled("%s", line.keys);
+    ImGui::SameLine(HELP_COLUMN);
+    ImGui::TextUnformatted(line.action);
+  }
 }
 
 void DrawProgress(const LoadingStatus& status) {
@@ -72,68 +101,51 @@ void DrawMessage(const std::string& message) {
 
 }  // namespace
 
-ViewerPanel::ViewerPanel(ViewerHub& operations) : hub(operations) {}
+ViewerPanel::ViewerPanel(const ViewTarget& actsOn) : target(actsOn) {}
 
 void ViewerPanel::Draw(const PanelContents& contents) {
-  if (visible) DrawSettings(contents);
+  if (visible && !contents.name.empty()) DrawPanel(contents);
   if (contents.loading.has_value()) DrawProgress(*contents.loading);
   if (!contents.message.empty()) DrawMessage(contents.message);
 }
 
-void ViewerPanel::DrawSettings(const PanelContents& contents) {
-  if (contents.name.empty()) return;
+void ViewerPanel::DrawPanel(const PanelContents& contents) const {
   ImGui::SetNextWindowPos(ImVec2(MARGIN, MARGIN));
   // The size follows what is inside; the name in the title has to be asked room for.
   const float nameWidth = ImGui::CalcTextSize(contents.name.c_str()).x + TITLE_BUTTON_WIDTH;
   ImGui::SetNextWindowSizeConstraints(ImVec2(std::min(nameWidth, WIDEST_PANEL), 0.0F),
                                       ImVec2(WIDEST_PANEL, FLT_MAX));
   // The title is what changes, the rest names the panel.
-  const std::string title = contents.name + "###settings";
+  const std::string title = contents.name + "###panel";
   if (ImGui::Begin(title.c_str(), nullptr, STILL)) {
     ImGui::TextDisabled("%s triangles", GroupDigits(contents.triangleCount).c_str());
-
-    Korvane::ApplicationParameters& parameters = hub.GetApplicationParameters();
-    bool orthographic = hub.GetView().IsOrthographic();
-    if (ImGui::Checkbox("Orthographic", &orthographic)) SetOrthographic(hub, orthographic);
-    ImGui::Checkbox("Snap to views", &parameters.do_snap_orbit);
-    ImGui::Checkbox("Keep upright", &parameters.preserve_orbit_up_direction);
+    DrawViews();
+    DrawSettings();
+    DrawSelection(target.selection.GetName());
     DrawHelp();
   }
   ImGui::End();
 }
 
-void ViewerPanel::DrawHelp() const {
-  if (!ImGui::CollapsingHeader("Help")) return;
-  for (const HelpLine& line : HELP) {
-    ImGui::TextDisabled("%s", line.keys);
-    ImGui::SameLine(HELP_COLUMN);
-    ImGui::TextUnformatted(line.action);
+void ViewerPanel::DrawViews() const {
+  int count = 0;
+  ImGui::PushStyleVar(ImGuiStyleVar_ButtonTextAlign, ImVec2(0.0F, 0.5F));
+  for (const ViewCommand& command : GetViewCommands()) {
+    if (command.place != ViewCommand::Place::Views) continue;
+    if (count++ % VIEW_COLUMNS != 0) ImGui::SameLine();
+    if (ImGui::Button(command.label, ImVec2(BUTTON_WIDTH, 0.0F))) command.run(target);
+    DrawKeyOfItem(command.keyName, ImGui::GetItemRectMax().x - ImGui::GetStyle().FramePadding.x * 2.0F);
+  }
+  ImGui::PopStyleVar();
+}
+
+void ViewerPanel::DrawSettings() const {
+  for (const ViewCommand& command : GetViewCommands()) {
+    if (command.place != ViewCommand::Place::Settings) continue;
+    bool on = command.isOn(target);
+    if (ImGui::Checkbox(command.label, &on)) command.run(target);
+    DrawKeyOfItem(command.keyName, GetRightOfKeys());
   }
 }
-
-// ---- changes ----
-
-// The orthographic size has followed the distance all along, so the scale of the picture stays.
-void SetOrthographic(ViewerHub& hub, bool orthographic) {
-  Korvane::CameraParameters camera = hub.GetView();
-  camera.projection_type = orthographic ? ProjectionType::Orthographic : ProjectionType::Perspective;
-  hub.SetView(camera);
-}
-
-void ToggleProjection(ViewerHub& hub) { SetOrthographic(hub, !hub.GetView().IsOrthographic()); }
-
-void ToggleSnapping(ViewerHub& hub) {
-  bool& snapping = hub.GetApplicationParameters().do_snap_orbit;
-  snapping = !snapping;
-  hub.RequestApplicationUpdate();
-}
-
-void ToggleKeepUp(ViewerHub& hub) {
-  bool& keepUp = hub.GetApplicationParameters().preserve_orbit_up_direction;
-  keepUp = !keepUp;
-  hub.RequestApplicationUpdate();
-}
-
-void GoHome(ViewerHub& hub) { hub.SetView(hub.GetHomeCamera()); }
 
 }  // namespace zovview

@@ -4,9 +4,9 @@
 #include <optional>
 #include <string>
 
-namespace zovview {
+#include "view_commands.h"
 
-class ViewerHub;
+namespace zovview {
 
 /// How far the loading of a model is.
 struct LoadingStatus {
@@ -27,25 +27,18 @@ struct PanelContents {
 /// Gui.
 class ViewerPanel {
  public:
-  explicit ViewerPanel(ViewerHub& hub);
+  explicit ViewerPanel(const ViewTarget& target);
 
   void Draw(const PanelContents& contents);
   void ToggleVisible() { visible = !visible; }
 
  private:
-  void DrawSettings(const PanelContents& contents);
-  void DrawHelp() const;
+  void DrawPanel(const PanelContents& contents) const;
+  void DrawViews() const;
+  void DrawSettings() const;
 
-  ViewerHub& hub;
+  ViewTarget target;
   bool visible = true;
 };
-
-// The changes of the panel, which keys make as well.
-
-void SetOrthographic(ViewerHub& hub, bool orthographic);
-void ToggleProjection(ViewerHub& hub);
-void ToggleSnapping(ViewerHub& hub);
-void ToggleKeepUp(ViewerHub& hub);
-void GoHome(ViewerHub& hub);
 
 }  // namespace zovview

@@ -3,9 +3,13 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <cstdio>
 #include <fstream>
 
 #include "program.h"
+#include "tour_pace.h"
+#include "tour_script.h"
 #include "zovhost/picture.h"
 
 namespace {
@@ -20,6 +24,11 @@ using apps_test::TemporaryFolder;
 constexpr const char* PYRAMID =
     "v 0 0 0\nv 1 0 0\nv 1 0 1\nv 0 0 1\nv 0.5 1 0.5\n"
     "f 1 2 3\nf 1 3 4\nf 1 5 2\nf 2 5 3\nf 3 5 4\nf 4 5 1\n";
+
+// A cube on the y axis.
+constexpr const char* CUBE =
+    "v 0 0 0\nv 1 0 0\nv 1 0 1\nv 0 0 1\nv 0 1 0\nv 1 1 0\nv 1 1 1\nv 0 1 1\n"
+    "f 1 2 3 4\nf 5 8 7 6\nf 1 5 6 2\nf 2 6 7 3\nf 3 7 8 4\nf 4 8 5 1\n";
 
 // A valid file with two triangles whose last vertex has the given coordinate.
 std::string PlyWithVertex(const std::string& coordinate) {
@@ -162,12 +171,58 @@ std::size_t CountDifferences(const zovhost::Image& a, const zovhost::Image& b) {
   return count;
 }
 
+std::string PictureName(int number) {
+  std::array<char, 16> name{};
+  std::snprintf(name.data(), name.size(), "%03d.png", number);
+  return name.data();
+}
+
+// The last picture under a caption.
+std::string FindLastPicture(const std::string& caption) {
+  int frame = 0;
+  int number = -1;
+  for (const zovview::TourMove& move : zovview::GetTourScript()) {
+    const int frames = static_cast<int>(std::lround(move.seconds * 60.0));
+    if (move.caption == caption && frames > 0) number = (frame + frames - 1) / zovview::FRAMES_PER_PICTURE;
+    frame += frames;
+  }
+  EXPECT_GE(number, 0) << caption;
+  return PictureName(number);
+}
+
+int RedAt(const zovhost::Image& picture, int x, int y) {
+  return picture.rgba[static_cast<std::size_t>(4 * (y * picture.width + x))];
+}
+
+struct PixelBox {
+  int left = 1'000'000;
+  int top = 1'000'000;
+  int right = -1;
+  int bottom = -1;
+};
+
+// Of the dark edges of the model; the corner at the bottom left belongs to the caption. Rows from the top.
+PixelBox FindEdges(const zovhost::Image& picture) {
+  PixelBox box;
+  for (int y = 0; y < picture.height; ++y) {
+    for (int x = 0; x < picture.width; ++x) {
+      const bool isCaption = y > picture.height - 45 && x < picture.width / 2;
+      if (isCaption || RedAt(picture, x, y) > 120) continue;
+      box.left = std::min(box.left, x);
+      box.right = std::max(box.right, x);
+      box.top = std::min(box.top, y);
+      box.bottom = std::max(box.bottom, y);
+    }
+  }
+  return box;
+}
+
 class TourTest : public testing::Test {
  protected:
   // One tour for all tests: the pictures take a while.
   static void SetUpTestSuite() {
     folder = new TemporaryFolder();
-    const fs::path model = folder->Write("pyramid.obj", PYRAMID);
+    const fs::path model = folder->Write("cube.obj", CUBE);
     fs::create_directories(GetTour());
     std::ofstream(GetTour() / "999.png") << "left by the user";
     std::ofstream(GetTour() / "notes.txt") << "left by the user";
@@ -215,7 +270,7 @@ TEST_F(TourTest, shows_its_progress) { EXPECT_NE(result.error.find("50 %"), std:
 TEST_F(TourTest, has_enough_pictures_of_the_size_asked_for_none_of_them_blank) {
   const int count = CountPictures();
   EXPECT_GE(count, 48);
-  EXPECT_LE(count, 120);
+  EXPECT_LE(count, 150);
   for (const char* name : {"000.png", "017.png", "040.png"}) {
     const zovhost::Image picture = ReadPicture(name);
     EXPECT_EQ(picture.width, 320);
@@ -231,9 +286,36 @@ TEST_F(TourTest, moves_the_model) {
 }
 
 TEST_F(TourTest, ends_where_it_began) {
-  std::array<char, 16> last{};
-  std::snprintf(last.data(), last.size(), "%03d.png", CountPictures() - 1);
-  EXPECT_LT(CountDifferences(ReadPicture("000.png"), ReadPicture(last.data())), 300U);
+  const std::string last = PictureName(CountPictures() - 1);
+  EXPECT_EQ(FindLastPicture("Start view"), last);
+  EXPECT_LT(CountDifferences(ReadPicture("000.png"), ReadPicture(last)), 300U);
+}
+
+// The cube is as high as the view, and stands in its middle.
+TEST_F(TourTest, a_fitted_model_touches_the_frame) {
+  for (const char* caption : {"Fit all", "Corner view, fitted", "Top view, fitted", "Front view, fitted"}) {
+    const std::string name = FindLastPicture(caption);
+    const PixelBox edges = FindEdges(ReadPicture(name));
+    EXPECT_LE(edges.top, 1) << caption << " " << name;
+    EXPECT_GE(edges.bottom, 198) << caption << " " << name;
+    EXPECT_LE(std::abs(edges.left - (319 - edges.right)), 40) << caption << " " << name;
+  }
+  const PixelBox top = FindEdges(ReadPicture(FindLastPicture("Top view, fitted")));
+  EXPECT_NEAR(top.left, 60, 1);  // a square of 200 pixels
+  EXPECT_NEAR(top.right, 259, 1);
+}
+
+// From 28 to 58 hundredths of the width and 27 to 50 of the height, on the face of the cube, which fills the
+// view after it.
+TEST_F(TourTest, a_rectangle_is_drawn_and_then_flown_into) {
+  const zovhost::Image drawn = ReadPicture(FindLastPicture("Draw a rectangle"));
+  const zovhost::Image reached = ReadPicture(FindLastPicture("Zoom into the rectangle"));
+  for (const int x : {89, 185}) EXPECT_GT(RedAt(drawn, x, 120), 240) << x;
+  for (const int y : {100, 146}) EXPECT_GT(RedAt(drawn, 120, y), 240) << y;
+  const int face = RedAt(drawn, 120, 120);
+  for (const int x : {1, 318}) {
+    for (const int y : {1, 150}) EXPECT_NEAR(RedAt(reached, x, y), face, 12) << x << " " << y;
+  }
 }
 
 TEST_F(TourTest, has_a_contact_sheet_an_animation_and_a_page) {

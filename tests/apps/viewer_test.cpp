@@ -2,8 +2,10 @@
 #include "viewer.h"
 
 #include <SDL.h>
+#include <epoxy/gl.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <memory>
 #include <string>
 
@@ -16,23 +18,30 @@ using apps_test::TemporaryFolder;
 constexpr const char* TRIANGLE = "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n";
 constexpr const char* SQUARE = "v 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\nf 1 2 3 4\n";
 
+constexpr const char* TWO_SQUARES =
+    "o lower\nv 0 0 0\nv 2 0 0\nv 2 2 0\nv 0 2 0\nf 1 2 3 4\n"
+    "o upper\nv 0 3 0\nv 2 3 0\nv 2 5 0\nv 0 5 0\nf 5 6 7 8\n";
+
+constexpr int WIDTH = 800;
+constexpr int HEIGHT = 600;
+
 class ViewerTest : public testing::Test {
  protected:
   void SetUp() override {
     zovhost::Window::Options options;
-    options.width = 320;
-    options.height = 200;
+    options.width = WIDTH;
+    options.height = HEIGHT;
     options.offscreen = true;
     std::string error;
     window = zovhost::Window::Create(options, error);
     ASSERT_NE(window, nullptr) << error;
     viewer = std::make_unique<zovview::Viewer>(*window);
     viewer->Open({folder.Write("triangle.obj", TRIANGLE)});
-    WaitForModel();
+    ComeToRest();
   }
 
-  // Until nothing loads any more and the window has come to rest, for a minute at most.
-  void WaitForModel() {
+  // Until nothing loads or moves any more, for a minute at most.
+  void ComeToRest() {
     for (int i = 0; i < 6000; ++i) {
       const bool open = window->Step(10);
       if (!open || (!viewer->IsLoading() && !window->IsFrameRequested())) return;
@@ -47,7 +56,7 @@ class ViewerTest : public testing::Test {
     SDL_PushEvent(&event);
     do window->Step(0);
     while (SDL_HasEvent(SDL_DROPFILE) == SDL_TRUE);
-    WaitForModel();
+    ComeToRest();
   }
 
   void Press(SDL_Keycode key) {
@@ -56,6 +65,27 @@ class ViewerTest : public testing::Test {
     event.key.keysym.sym = key;
     SDL_PushEvent(&event);
     window->Step(0);
+  }
+
+  void PushButton(Uint32 type, int pixelX, int pixelY, Uint8 clicks) {
+    SDL_Event event = {};
+    event.type = type;
+    event.button.button = SDL_BUTTON_LEFT;
+    event.button.clicks = clicks;
+    event.button.x = pixelX;
+    event.button.y = HEIGHT - 1 - pixelY;  // events count from the top
+    SDL_PushEvent(&event);
+  }
+  void Click(const Korvane::Vector2& pixel, Uint8 clicks = 1) {
+    PushButton(SDL_MOUSEBUTTONDOWN, static_cast<int>(pixel.x), static_cast<int>(pixel.y), clicks);
+    PushButton(SDL_MOUSEBUTTONUP, static_cast<int>(pixel.x), static_cast<int>(pixel.y), clicks);
+    ComeToRest();
+  }
+
+  Korvane::Vector2 Project(const Korvane::Vector3& point) const {
+    Korvane::Vector2 pixel;
+    EXPECT_TRUE(viewer->GetHub().GetProjection().WorldToPixel(point, WIDTH, HEIGHT, pixel));
+    return pixel;
   }
 
   std::string GetTitle() const { return SDL_GetWindowTitle(window->GetNativeWindow()); }
@@ -107,7 +137,7 @@ TEST_F(ViewerTest, of_several_files_dropped_during_a_load_the_last_is_shown) {
   viewer->Open({folder.Write("broken.glb", "not a model")});
   viewer->Open({folder.Write("last.obj", TRIANGLE)});
   EXPECT_TRUE(viewer->IsLoading());
-  WaitForModel();
+  ComeToRest();
   EXPECT_EQ(GetTitle(), "last.obj - zovview");
   EXPECT_EQ(viewer->GetMessage(), "");
 }
@@ -147,8 +177,10 @@ TEST_F(ViewerTest, keys_change_the_settings) {
   Press(SDLK_u);
   EXPECT_FALSE(parameters.preserve_orbit_up_direction);
   Press(SDLK_p);
+  ComeToRest();
   EXPECT_TRUE(viewer->GetHub().GetView().IsOrthographic());
   Press(SDLK_HOME);
+  ComeToRest();
   EXPECT_FALSE(viewer->GetHub().GetView().IsOrthographic());
 }
 
@@ -156,13 +188,91 @@ TEST_F(ViewerTest, comes_to_rest_after_the_wheel) {
   SDL_Event event = {};
   event.type = SDL_MOUSEWHEEL;
   event.wheel.preciseY = 2.0F;
-  event.wheel.mouseX = 300;
-  event.wheel.mouseY = 190;
+  event.wheel.mouseX = WIDTH - 20;
+  event.wheel.mouseY = HEIGHT - 10;
   const Korvane::Vector3 before = viewer->GetHub().GetView().eye;
   SDL_PushEvent(&event);
   window->Step(0);
-  WaitForModel();
+  ComeToRest();
   EXPECT_NE(viewer->GetHub().GetView().eye, before);
+}
+
+class SelectionByClickTest : public ViewerTest {
+ protected:
+  void SetUp() override {
+    ViewerTest::SetUp();
+    Drop(folder.Write("squares.obj", TWO_SQUARES));
+    ASSERT_EQ(viewer->GetScene()->GetParts().size(), 2U);
+  }
+
+  Korvane::Vector2 MiddleOf(std::size_t part) const {
+    return Project(viewer->GetScene()->GetParts()[part].bounds.GetCenter());
+  }
+  int GetSelected() const { return viewer->GetSelection().GetPart(); }
+};
+
+TEST_F(SelectionByClickTest, a_click_selects_the_part_under_it_and_moves_nothing) {
+  const Korvane::Vector3 before = viewer->GetHub().GetView().eye;
+  for (const int part : {0, 1}) {
+    Click(MiddleOf(static_cast<std::size_t>(part)));
+    EXPECT_EQ(GetSelected(), part);
+  }
+  EXPECT_EQ(viewer->GetHub().GetView().eye, before);
+}
+
+TEST_F(SelectionByClickTest, a_click_into_the_void_clears) {
+  Click(MiddleOf(0));
+  ASSERT_EQ(GetSelected(), 0);
+  Click({WIDTH - 10.0, 10.0});
+  EXPECT_EQ(GetSelected(), -1);
+}
+
+TEST_F(SelectionByClickTest, escape_clears) {
+  Click(MiddleOf(0));
+  ASSERT_EQ(GetSelected(), 0);
+  Press(SDLK_ESCAPE);
+  EXPECT_EQ(GetSelected(), -1);
+}
+
+TEST_F(SelectionByClickTest, a_drag_selects_nothing) {
+  const Korvane::Vector2 from = MiddleOf(0);
+  PushButton(SDL_MOUSEBUTTONDOWN, static_cast<int>(from.x), static_cast<int>(from.y), 1);
+  PushButton(SDL_MOUSEBUTTONUP, static_cast<int>(from.x) + 10, static_cast<int>(from.y), 1);
+  ComeToRest();
+  EXPECT_EQ(GetSelected(), -1);
+}
+
+TEST_F(SelectionByClickTest, another_model_has_nothing_selected) {
+  Click(MiddleOf(1));
+  ASSERT_EQ(GetSelected(), 1);
+  Drop(folder.Write("square.obj", SQUARE));
+  EXPECT_EQ(GetSelected(), -1);
+}
+
+TEST_F(SelectionByClickTest, the_selection_is_marked) {
+  const auto readMiddle = [this](std::size_t part) {
+    const Korvane::Vector2 middle = MiddleOf(part);
+    std::array<unsigned char, 4> pixel{};
+    viewer->GetHub().RequestApplicationUpdate();
+    ComeToRest();
+    glReadPixels(static_cast<int>(middle.x), static_cast<int>(middle.y), 1, 1, GL_RGBA, GL_UNSIGNED_BYTE,
+                 pixel.data());
+    return pixel[2] - pixel[0];  // the blue over the red
+  };
+  const int plain = readMiddle(1);
+  Click(MiddleOf(1));
+  EXPECT_GT(readMiddle(1), plain + 40);
+  EXPECT_LT(readMiddle(0), plain + 10);
+}
+
+TEST_F(SelectionByClickTest, a_double_click_brings_the_point_to_the_middle) {
+  const Korvane::Vector3 point = viewer->GetScene()->GetParts()[1].bounds.GetCenter();
+  const Korvane::Vector2 pixel = Project(point);
+  Click(pixel);
+  Click(pixel, 2);
+  // The middle of the pixel that was clicked is half a pixel away at most.
+  EXPECT_NEAR(Project(point).x, WIDTH / 2.0, 1.0);
+  EXPECT_NEAR(Project(point).y, HEIGHT / 2.0, 1.0);
 }
 
 }  // namespace

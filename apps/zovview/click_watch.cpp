@@ -1,0 +1,27 @@
+#include "click_watch.h"
+
+#include <cstdlib>
+#include <utility>
+
+namespace zovview {
+
+using zovhost::WindowEvent;
+
+// Another button during the press makes something else of it.
+void ClickWatch::OnMouseDown(const WindowEvent& event) {
+  clicks = event.button == zovhost::MouseButton::Left ? event.clicks : 0;
+  x = event.x;
+  y = event.y;
+}
+
+void ClickWatch::OnMouseMove(const WindowEvent& event) {
+  if (std::abs(event.x - x) > REACH || std::abs(event.y - y) > REACH) Cancel();
+}
+
+int ClickWatch::OnMouseUp(const WindowEvent& event) {
+  if (event.button != zovhost::MouseButton::Left) return 0;
+  OnMouseMove(event);
+  return std::exchange(clicks, 0);
+}
+
+}  // namespace zovview

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "zovhost/window.h"
+
+namespace zovview {
+
+/// Tells the clicks of the left button, a press and a release at about the same place, from its drags.
+class ClickWatch {
+ public:
+  /// Pixels that the pointer may stray in a click.
+  static constexpr int REACH = 3;
+
+  void OnMouseDown(const zovhost::WindowEvent& event);
+  void OnMouseMove(const zovhost::WindowEvent& event);
+  /// 1 for a click, 2 for the second one of a double click, and so on; 0 for what was none.
+  int OnMouseUp(const zovhost::WindowEvent& event);
+  /// What is pressed will be no click.
+  void Cancel() { clicks = 0; }
+
+ private:
+  int clicks = 0;  // that the release will make; 0: none
+  int x = 0;
+  int y = 0;
+};
+
+}  // namespace zovview

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <span>
+
+#include "cuboids.h"
+#include "selection.h"
+#include "start_camera.h"
+#include "tour_clock.h"
+#include "view_commands.h"
+#include "viewer_hub.h"
+
+namespace apps_test {
+
+/// The viewer without a window: a hub over a scene of boxes, with a clock of its own.
+class TravellingHub : public testing::Test {
+ protected:
+  static constexpr int WIDTH = 1280;
+  static constexpr int HEIGHT = 800;
+
+  TravellingHub() : hub([] {}), selection(hub) {}
+
+  void Show(std::span<const Korvane::Box3> boxes, int width = WIDTH, int height = HEIGHT) {
+    scene = MakeCuboids(boxes);
+    selection.SetScene(scene.get());
+    hub.SetViewportSize(width, height);
+    zovview::EnterScene(hub, *scene);
+  }
+
+  void Frame() {
+    clock.Advance();
+    hub.PerformOperations();
+  }
+  /// Until nothing moves any more, for ten seconds at most.
+  void Arrive() {
+    for (int i = 0; i < 10 * zovview::TourClock::FRAMES_PER_SECOND; ++i) {
+      clock.Advance();
+      if (!hub.PerformOperations()) return;
+    }
+    FAIL() << "the move does not end";
+  }
+
+  /// Where the present view shows a point; pixels from the bottom left.
+  Korvane::Vector2 Project(const Korvane::Vector3& point) const {
+    Korvane::Vector2 pixel;
+    EXPECT_TRUE(
+        hub.GetProjection().WorldToPixel(point, hub.GetViewportWidth(), hub.GetViewportHeight(), pixel));
+    return pixel;
+  }
+
+  zovview::TourClock clock;
+  std::unique_ptr<zovhost::Scene> scene;
+  zovview::ViewerHub hub;
+  zovview::Selection selection;
+  const zovview::ViewTarget target = {hub, selection};
+};
+
+}  // namespace apps_test
