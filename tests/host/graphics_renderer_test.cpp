@@ -48,6 +48,34 @@ class GLRendererTest : public zovtest::RendererTest {
   bool Begin(Renderer::RenderMode mode) { return renderer.BeginRender(WholeViewport(), FrontCamera(), mode); }
 };
 
+TEST_F(GLRendererTest, another_pack_shows_at_once_and_null_is_the_kits_own) {
+  const auto draw = [&] {
+    canvas.Clear();
+    ResourceIcon2D icon(static_cast<TextureID>(7));
+    icon.SetSize(20, 20);
+    icon.SetPosition({32, 24});
+    EXPECT_TRUE(Begin(Renderer::RENDER_OVERLAY));
+    renderer.Render(&icon);
+    renderer.EndRender();
+    return PixelAt(canvas.Read(), 24, 32);
+  };
+  const auto fill = [](const char* colour) {
+    auto made = std::make_shared<zovhost::ResourcePack>();
+    made->SetPicture(7, std::string(R"(<svg xmlns="http://www.w3.org/2000/svg" width="20" height="20">
+        <rect width="20" height="20" fill=")") +
+                            colour + R"("/></svg>)");
+    return made;
+  };
+  renderer.SetResources(fill("#f00"));
+  renderer.IncrementTextureUsage(static_cast<TextureID>(7));
+  renderer.ApplyTextureUsage();
+  ExpectColour(draw(), 255, 0, 0);
+  renderer.SetResources(fill("#00f"));
+  ExpectColour(draw(), 0, 0, 255);
+  renderer.SetResources(nullptr);
+  EXPECT_EQ(&renderer.GetResources(), zovhost::ResourcePack::GetDefault().get());
+}
+
 // ---- passes ----
 
 TEST_F(GLRendererTest, an_overlay_quad_covers_exactly_its_pixels) {

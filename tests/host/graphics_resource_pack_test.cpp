@@ -127,23 +127,6 @@ TEST(ResourcePack, a_cursor_keeps_its_hot_spot_at_each_scale) {
   EXPECT_EQ(cursor.image.width, 32);
 }
 
-TEST(ResourcePack, the_kit_draws_the_pointers_of_orbit_pan_and_zoom) {
-  const auto pack = ResourcePack::GetDefault();
-  for (const int id : {0, 1, 2, 3, 26}) {
-    CursorPicture cursor;
-    EXPECT_TRUE(pack->HasCursor(id)) << id;
-    ASSERT_TRUE(pack->RenderCursor(id, 1.0, cursor)) << id;
-    EXPECT_EQ(cursor.image.width, 24);
-    int opaque = 0;
-    for (std::size_t i = 3; i < cursor.image.rgba.size(); i += 4) opaque += cursor.image.rgba[i] > 200;
-    EXPECT_GT(opaque, 50);
-  }
-  CursorPicture zoom;
-  ASSERT_TRUE(pack->RenderCursor(2, 1.0, zoom));
-  EXPECT_EQ(zoom.hotX, 10);  // the middle of the glass
-  EXPECT_EQ(zoom.hotY, 10);
-}
-
 TEST(ResourcePack, the_kit_has_the_texts_that_the_tools_show) {
   const auto pack = ResourcePack::GetDefault();
   for (const int id : {0, 1, 5, 6, 10, 29, 30, 31, 39, 41, 47, 50, 51, 55, 58, 62, 66, 67, 73, 74}) {

@@ -65,6 +65,9 @@ class GLRenderer : public Korvane::Renderer {
   void SetScene(const Scene* scene);
 
   const ResourcePack& GetResources() const;
+  /// Another pack, as after a change of language; null takes the kit's own. What is loaded is drawn anew.
+  /// Icons of texts that widgets hold stay as they are until the widgets are created again.
+  void SetResources(std::shared_ptr<const ResourcePack> resources);
 
   // Korvane::Renderer. Create needs a current context of OpenGL 3.3 or OpenGL ES 3.0 and is false without.
   bool Create() override;
@@ -96,7 +99,7 @@ class GLRenderer : public Korvane::Renderer {
   bool DestroyIcon(Korvane::DynamicIcon2D*& icon) override;
   bool QueryRaySceneIntersection(const Korvane::Vector3& origin, const Korvane::Vector3& direction,
                                  Korvane::Vector3& hit) override;
-  /// The nearest of the points seen through a grid of pixels of the rectangle.
+  /// Of the points seen through a grid of pixels of the rectangle the one seen closest to its middle.
   bool QueryScreenRectRaySceneIntersection(int left, int bottom, int right, int top,
                                            Korvane::Vector3& hit) override;
   bool SetCursorPosition(int x, int y) override;

@@ -17,12 +17,15 @@ struct CursorPicture {
 };
 
 /// Pictures, texts and cursors under the numbers that the library uses. Pictures and cursors are vectors
-/// (SVG) and drawn at whatever scale the display has. A slot without a picture gives a placeholder: a fine
-/// checker that shows its number.
+/// (SVG) and drawn at whatever scale the display has. A picture may hold places for texts, which are set when
+/// it is drawn: a rectangle with the identifier "text-" and a text's number; all texts of a picture are set
+/// in white and in one size, the largest that fits. "-turned" behind the number sets a text upside down,
+/// "-edged" gives it a dark edge. A slot without a picture gives a placeholder: a fine checker that shows its
+/// number.
 class ResourcePack {
  public:
   static constexpr int pictureCount = 185;
-  static constexpr int stringCount = 102;
+  static constexpr int stringCount = 113;  // the library's 102, and the kit's own; see host_texts.h
   static constexpr int cursorCount = 27;
 
   /// Every slot empty.
@@ -33,6 +36,8 @@ class ResourcePack {
 
   /// The kit's own pack, which is built into it. One for the process.
   static std::shared_ptr<const ResourcePack> GetDefault();
+  /// A copy of it to change, for another language or pictures of one's own.
+  static std::shared_ptr<ResourcePack> MakeDefault();
 
   // Numbers out of range are refused with false.
   bool SetPicture(int id, std::string svg);

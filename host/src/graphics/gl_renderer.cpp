@@ -79,9 +79,7 @@ void GLRenderer::SetDisplayScale(double scale) {
   const double usable = scale >= 1.0 ? std::min(scale, largestScale) : 1.0;
   if (usable == impl->scale) return;
   impl->scale = usable;
-  if (!impl->created) return;
-  const GLStateGuard guard;
-  impl->textures.Reload(*impl->resources, PictureScale(usable));
+  impl->ReloadTextures();
 }
 
 void GLRenderer::SetCamera(const CameraParameters& camera) {
@@ -106,6 +104,17 @@ void GLRenderer::SetScene(const Scene* scene) {
 }
 
 const ResourcePack& GLRenderer::GetResources() const { return *impl->resources; }
+
+void GLRenderer::SetResources(std::shared_ptr<const ResourcePack> resources) {
+  impl->resources = resources ? std::move(resources) : ResourcePack::GetDefault();
+  impl->ReloadTextures();
+}
+
+void GLRenderer::Impl::ReloadTextures() {
+  if (!created) return;
+  const GLStateGuard guard;
+  textures.Reload(*resources, PictureScale(scale));
+}
 
 // ---- life, textures, passes ----
 

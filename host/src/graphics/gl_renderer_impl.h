@@ -27,6 +27,7 @@ class GLRenderer::Impl {
  public:
   bool CreateObjects();
   void DestroyObjects();
+  void ReloadTextures();
 
   bool BeginPass(const Korvane::Box2& box, const Korvane::CameraParameters& passCamera, RenderMode passMode);
   bool EndPass();

@@ -8,6 +8,7 @@
 #include "graphics/canvas.h"
 #include "graphics/embedded_files.h"
 #include "graphics/svg_painter.h"
+#include "korvane/resource_ids.h"
 
 namespace zovhost {
 
@@ -133,7 +134,17 @@ void ReadHotSpot(std::string_view svg, double& x, double& y) {
   y = hotY;
 }
 
-std::shared_ptr<const ResourcePack> MakeDefaultPack() {
+}  // namespace
+
+ResourcePack::ResourcePack() = default;
+ResourcePack::~ResourcePack() = default;
+
+std::shared_ptr<const ResourcePack> ResourcePack::GetDefault() {
+  static const std::shared_ptr<const ResourcePack> pack = MakeDefault();
+  return pack;
+}
+
+std::shared_ptr<ResourcePack> ResourcePack::MakeDefault() {
   auto pack = std::make_shared<ResourcePack>();
   const EmbeddedFiles files = GetEmbeddedFiles();
   for (const EmbeddedFile* file = files.begin; file != files.end; ++file) {
@@ -153,16 +164,6 @@ std::shared_ptr<const ResourcePack> MakeDefaultPack() {
   return pack;
 }
 
-}  // namespace
-
-ResourcePack::ResourcePack() = default;
-ResourcePack::~ResourcePack() = default;
-
-std::shared_ptr<const ResourcePack> ResourcePack::GetDefault() {
-  static const std::shared_ptr<const ResourcePack> pack = MakeDefaultPack();
-  return pack;
-}
-
 bool ResourcePack::SetPicture(int id, std::string svg) {
   if (!IsSlot(pictures, id)) return false;
   Slot(pictures, id) = std::move(svg);
@@ -170,7 +171,7 @@ bool ResourcePack::SetPicture(int id, std::string svg) {
 }
 
 bool ResourcePack::SetString(int id, std::string utf8) {
-  if (!IsSlot(strings, id)) return false;
+  if (!IsSlot(strings, id) || id == Korvane::STRING_NONE) return false;
   Slot(strings, id) = std::move(utf8);
   return true;
 }
@@ -199,13 +200,16 @@ bool ResourcePack::HasCursor(int id) const { return IsSlot(cursors, id) && !Slot
 
 bool ResourcePack::RenderPicture(int id, double scale, Image& image) const {
   if (!IsSlot(pictures, id) || !IsScale(scale)) return false;
-  if (HasPicture(id)) return PaintSvg(Slot(pictures, id), scale, false, image);
+  if (HasPicture(id)) {
+    const auto findText = [this](int number) -> const std::string& { return GetString(number); };
+    return PaintSvg(Slot(pictures, id), scale, false, findText, image);
+  }
   image = RenderPlaceholder(id, scale);
   return true;
 }
 
 bool ResourcePack::RenderHitMap(int id, Image& image) const {
-  return HasPicture(id) && PaintSvg(Slot(pictures, id), 1.0, true, image);
+  return HasPicture(id) && PaintSvg(Slot(pictures, id), 1.0, true, {}, image);
 }
 
 bool ResourcePack::RenderCursor(int id, double scale, CursorPicture& cursor) const {
@@ -217,7 +221,7 @@ bool ResourcePack::RenderCursor(int id, double scale, CursorPicture& cursor) con
   }
   const Cursor& slot = Slot(cursors, id);
   Image image;
-  if (!PaintSvg(slot.svg, scale, false, image)) return false;
+  if (!PaintSvg(slot.svg, scale, false, {}, image)) return false;
   const auto within = [scale](double hot, int size) {
     return std::clamp(static_cast<int>(std::lround(hot * scale)), 0, size - 1);
   };

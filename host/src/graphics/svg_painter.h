@@ -1,13 +1,22 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "zovhost/image.h"
 
 namespace zovhost {
 
-/// Draws a vector picture at `scale` pixels a unit. `crisp`: without antialiasing. False, with `image`
-/// untouched, when the drawing is broken or has no size.
-bool PaintSvg(const std::string& svg, double scale, bool crisp, Image& image);
+/// The text of a number; empty for none.
+using FindText = std::function<const std::string&(int number)>;
+
+/// Draws a vector picture at `scale` pixels a unit. `crisp`: without antialiasing, and without texts. False,
+/// with `image` untouched, when the drawing is broken or has no size.
+///
+/// A rectangle whose identifier begins with "text-" and a number is a place for that text: it is set there
+/// in white, as large as fits, and all texts of a picture in one size, that of the longest. Words after the
+/// number change it: "text-7-turned" is set upside down, "text-7-edged" has a dark edge. `findText` may be
+/// empty.
+bool PaintSvg(const std::string& svg, double scale, bool crisp, const FindText& findText, Image& image);
 
 }  // namespace zovhost

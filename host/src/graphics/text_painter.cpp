@@ -1,18 +1,15 @@
 #include "graphics/text_painter.h"
 
-#include <pango/pangocairo.h>
-
 #include <algorithm>
 #include <cmath>
-#include <memory>
 
 #include "graphics/canvas.h"
+#include "graphics/text_font.h"
 
 namespace zovhost {
 
 namespace {
 
-constexpr const char* families = "Inter, Noto Sans, DejaVu Sans, Sans";
 constexpr int shadowSteps = 6;
 constexpr double shadowOpacity = 0.20;
 constexpr double shadowDrop = 1.5;  // points, as of a light from above
@@ -21,29 +18,15 @@ constexpr double lineHeight = 1.4;  // at most, of the size of the font
 constexpr double markerSize = 7.0;
 constexpr double markerGap = 6.0;
 
-struct PangoDeleter {
-  void operator()(PangoLayout* layout) const { g_object_unref(layout); }
-  void operator()(PangoFontDescription* font) const { pango_font_description_free(font); }
-};
-using Layout = std::unique_ptr<PangoLayout, PangoDeleter>;
-
 // Everything below is in pixels.
 struct Block {
-  Layout layout;
+  TextLayout layout;
   int width = 0;
   int height = 0;
 };
 
 void SetColour(cairo_t* context, const TextColour& colour) {
   cairo_set_source_rgba(context, colour.red, colour.green, colour.blue, colour.alpha);
-}
-
-void SetFont(PangoLayout* layout, double pixels, bool bold) {
-  const std::unique_ptr<PangoFontDescription, PangoDeleter> font(pango_font_description_new());
-  pango_font_description_set_family_static(font.get(), families);
-  pango_font_description_set_weight(font.get(), bold ? PANGO_WEIGHT_SEMIBOLD : PANGO_WEIGHT_NORMAL);
-  pango_font_description_set_absolute_size(font.get(), pixels * PANGO_SCALE);
-  pango_layout_set_font_description(layout, font.get());
 }
 
 // Up to the line break of the given number, 1 or more.
@@ -55,7 +38,7 @@ std::string FirstLines(const std::string& text, int count) {
 
 Block MakeBlock(cairo_t* context, const TextStyle& style, const std::string& text, double size,
                 double scale) {
-  Block block{Layout(pango_cairo_create_layout(context))};
+  Block block{TextLayout(pango_cairo_create_layout(context))};
   PangoLayout* layout = block.layout.get();
   SetFont(layout, size * scale, style.bold);
   const std::string shown = FirstLines(text, style.maximumLines);

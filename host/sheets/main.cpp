@@ -1,0 +1,92 @@
+// Draws sheets of the kit's pictures on the grounds that they have to read on, to be looked at.
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "sheet.h"
+#include "zovhost/picture.h"
+#include "zovhost/resource_pack.h"
+
+namespace {
+
+using zovhost::Image;
+using zovhost::LabelledImage;
+using zovhost::ResourcePack;
+
+constexpr int magnification = 3;
+constexpr int margin = 6;  // pixels, around each drawing
+
+int SaveSheet(const std::vector<LabelledImage>& pictures, const std::string& title, int columns,
+              const std::string& file) {
+  zovhost::ContactSheetParameters parameters{title, "", columns, pictures.front().image.width};
+  Image sheet;
+  std::string error;
+  if (zovhost::MakeContactSheet(pictures, parameters, sheet, error) &&
+      zovhost::WritePng(file, sheet, error)) {
+    return 0;
+  }
+  std::cerr << error << '\n';
+  return 1;
+}
+
+// A drawing at 1x and at 2x beside it, on each ground.
+Image MakeStrip(const Image& single, const Image& twice) {
+  const int width = (single.width + twice.width + 3 * margin) * magnification;
+  const int height = (twice.height + 2 * margin) * magnification;
+  Image strip{static_cast<int>(zovsheets::grounds.size()) * width, height, {}};
+  strip.rgba.resize(4 * static_cast<std::size_t>(strip.width) * static_cast<std::size_t>(height), 255);
+  int x = 0;
+  for (const zovsheets::Ground ground : zovsheets::grounds) {
+    const Image paper = zovsheets::MakeGround(ground, width / magnification, height / magnification);
+    zovsheets::Lay(paper, x, 0, magnification, strip);
+    zovsheets::Lay(single, x + margin * magnification, margin * magnification, magnification, strip);
+    zovsheets::Lay(twice, x + (2 * margin + single.width) * magnification, margin * magnification,
+                   magnification, strip);
+    x += width;
+  }
+  return strip;
+}
+
+int DrawCursors(const ResourcePack& pack, const std::string& file) {
+  std::vector<LabelledImage> strips;
+  for (int id = 0; id < ResourcePack::cursorCount; ++id) {
+    zovhost::CursorPicture single;
+    zovhost::CursorPicture twice;
+    if (!pack.RenderCursor(id, 1.0, single) || !pack.RenderCursor(id, 2.0, twice)) continue;
+    strips.push_back({MakeStrip(single.image, twice.image), std::to_string(id)});
+  }
+  return SaveSheet(strips, "Cursors", 2, file);
+}
+
+int DrawPictures(const ResourcePack& pack, int first, int last, const std::string& file) {
+  std::vector<LabelledImage> strips;
+  for (int id = first; id <= last; ++id) {
+    Image single;
+    Image twice;
+    if (!pack.RenderPicture(id, 1.0, single) || !pack.RenderPicture(id, 2.0, twice)) continue;
+    strips.push_back({MakeStrip(single, twice), std::to_string(id)});
+  }
+  return SaveSheet(strips, "Pictures", 1, file);
+}
+
+}  // namespace
+
+int main(int argumentCount, char** arguments) {
+  CLI::App app("Draws sheets of the kit's pictures");
+  app.require_subcommand(1);
+  std::string file;
+  int first = 0;
+  int last = ResourcePack::pictureCount - 1;
+  CLI::App* const cursors = app.add_subcommand("cursors", "All pointers, at 1x and 2x");
+  CLI::App* const pictures = app.add_subcommand("pictures", "Pictures of a range, at 1x and 2x");
+  pictures->add_option("--first", first, "The first number");
+  pictures->add_option("--last", last, "The last number");
+  for (CLI::App* command : {cursors, pictures}) {
+    command->add_option("file", file, "The PNG to write")->required();
+  }
+  CLI11_PARSE(app, argumentCount, arguments);
+
+  const auto pack = ResourcePack::GetDefault();
+  return cursors->parsed() ? DrawCursors(*pack, file) : DrawPictures(*pack, first, last, file);
+}

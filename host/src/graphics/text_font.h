@@ -1,0 +1,24 @@
+#pragma once
+
+#include <pango/pangocairo.h>
+
+#include <memory>
+
+namespace zovhost {
+
+struct PangoDeleter {
+  void operator()(PangoLayout* layout) const { g_object_unref(layout); }
+  void operator()(PangoFontDescription* font) const { pango_font_description_free(font); }
+};
+using TextLayout = std::unique_ptr<PangoLayout, PangoDeleter>;
+
+/// The one typeface of the kit, at a size in units of the layout's context.
+inline void SetFont(PangoLayout* layout, double size, bool bold) {
+  const std::unique_ptr<PangoFontDescription, PangoDeleter> font(pango_font_description_new());
+  pango_font_description_set_family_static(font.get(), "Inter, Noto Sans, DejaVu Sans, Sans");
+  pango_font_description_set_weight(font.get(), bold ? PANGO_WEIGHT_SEMIBOLD : PANGO_WEIGHT_NORMAL);
+  pango_font_description_set_absolute_size(font.get(), size * PANGO_SCALE);
+  pango_layout_set_font_description(layout, font.get());
+}
+
+}  // namespace zovhost
