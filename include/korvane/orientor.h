@@ -19,6 +19,7 @@ class DynamicIcon2D;
 class OrientorTransitionShotObserver;
 class RewindHistory;
 struct CameraParameters;
+struct ViewAlignShotParameters;
 
 /// The orientation cube: a small cube in a corner of the viewport that shows which way the camera looks and
 /// takes the user to other views.
@@ -267,9 +268,11 @@ class ZOVTOOLS_API Orientor {
   bool dragging = false;
   bool mousePressed = false;
   bool mouseCaptured = false;
+  bool releasing = false;             // the release of the last press is being told
   float savedOrbitMultiplier = 5.0F;  // the hub's, while dragging
   bool savedPreserveOrbitUp = true;
   bool savedAlignOrbitUp = true;
+  const CameraOperations* draggedHub = nullptr;  // whose settings were saved; to compare, not to use
   Mirror mirror;
   bool faceArrows[FACE_COUNT] = {};  // the last hit test has offered an arrow for the face
   Vector3 partDirections[PART_COUNT];
@@ -320,6 +323,23 @@ class ZOVTOOLS_API Orientor {
 
   bool ShowsSecondUCSName() const;
   void DestroyUCSMenuLabels();
+
+  int CountFromTop(int y) const;
+  void Click();
+  bool StartsDrag(int x, int y) const;
+  void BeginDrag(int x, int y);
+  void TakeOverOrbitSettings();
+  void BeginDragOrbit(int x, int y);
+  void ApplyOrbitStart();
+  void UpdateCompassDrag(int x, int y);
+  void EndDrag();
+
+  ViewAlignShotParameters MakeViewShot() const;
+  void TurnToActivePart();
+  void RollView();
+  template <class ShotParameters>
+  void BeginTransition(const ShotParameters& shot);
+  void LeaveParts();
 };
 
 }  // namespace Korvane

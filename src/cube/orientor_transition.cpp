@@ -1,0 +1,138 @@
+// Where a click takes the view.
+#include "cube/orientor_transition_shot_observer.h"
+#include "korvane/camera_operations.h"
+#include "korvane/orientor.h"
+#include "korvane/rewind_history.h"
+
+namespace Korvane {
+
+namespace {
+
+constexpr double ROLL_STEP = 90.0;          // degrees
+constexpr double COMPASS_PAN_ANGLE = 90.0;  // degrees by which the letters stand off their directions
+
+void SetDirection(ViewAlignShotParameters& shot, const Vector3& part) {
+  shot.directionFlags[ViewAlignShotParameters::CAMERA_FRONT] = part.x == 1.0;
+  shot.directionFlags[ViewAlignShotParameters::CAMERA_BACK] = part.x == -1.0;
+  shot.directionFlags[ViewAlignShotParameters::CAMERA_TOP] = part.y == 1.0;
+  shot.directionFlags[ViewAlignShotParameters::CAMERA_BOTTOM] = part.y == -1.0;
+  shot.directionFlags[ViewAlignShotParameters::CAMERA_SIDE] = part.z == 1.0;
+  shot.directionFlags[ViewAlignShotParameters::CAMERA_OPPOSITE_SIDE] = part.z == -1.0;
+}
+
+}  // namespace
+
+bool Orientor::StartTransition() {
+  if (cameraOperations == nullptr) return false;
+  if (IsMouseOnGeometryPart()) {
+    TurnToActivePart();
+    return true;
+  }
+  switch (GetActiveOverlayPart()) {
+    case OVERLAY_ROTATE_COUNTER_CLOCKWISE:
+    case OVERLAY_ROTATE_CLOCKWISE:
+      RollView();
+      return true;
+    case OVERLAY_HOME:
+      GoToHomeView();
+      return true;
+    case OVERLAY_LOCK:
+      LockToCurrentSelection(true);
+      break;
+    case OVERLAY_CONTEXT_MENU:
+      OpenMenu();
+      break;
+    default:
+      if (!parameters.draw_ucs_menu || activeOverlayPart != OVERLAY_UCS_MENU) return false;
+      OpenUCSMenu();
+      break;
+  }
+  Update(true);
+  return false;
+}
+
+// What every click on the cube asks of the move.
+ViewAlignShotParameters Orientor::MakeViewShot() const {
+  ViewAlignShotParameters shot;
+  shot.duration = parameters.transition_duration;
+  shot.fit = parameters.zoom_to_fit_scene || IsLockedToSelection();
+  shot.keepSceneUp = parameters.use_preserve_scene_up_on_click ? parameters.preserve_scene_up_on_click
+                                                               : parameters.preserve_scene_up;
+  return shot;
+}
+
+// The letters stand by the world, which the scene may be turned against.
+void Orientor::TurnToActivePart() {
+  const int part = activePart;
+  ViewAlignShotParameters shot = MakeViewShot();
+  if (part < GEOMETRY_PART_COUNT) {
+    SetDirection(shot, partDirections[part]);
+  } else {
+    shot.keepSceneUp = shot.useCustom = true;
+    shot.customDirection = ConvertVectorToWorldSpace(partDirections[part]).Normalize();
+    shot.customUp = cameraOperations->GetWorldUpDirection();
+    shot.customFront = cameraOperations->GetWorldFrontDirection();
+    shot.panAngle = parameters.compass_angle + COMPASS_PAN_ANGLE;
+  }
+  BeginTransition(shot);
+  highlightedPart = activePart;
+}
+
+// In two of the corners the pictures of the arrows are mirrored, and so is what they do.
+void Orientor::RollView() {
+  const bool mirrored = parameters.screen_location == OrientorParameters::LOCATION_BOTTOM_RIGHT ||
+                        parameters.screen_location == OrientorParameters::LOCATION_TOP_LEFT;
+  const bool counterClockwise = activeOverlayPart == OVERLAY_ROTATE_COUNTER_CLOCKWISE;
+  ViewAlignShotParameters shot = MakeViewShot();
+  SetDirection(shot, GetClosestViewDirection());
+  shot.rollAngle = counterClockwise != mirrored ? ROLL_STEP : -ROLL_STEP;
+  BeginTransition(shot);
+}
+
+void Orientor::GoToHomeView() {
+  if (cameraOperations == nullptr || !parameters.visible) return;
+  TransitionShotParameters shot;
+  shot.targetCamera = cameraOperations->GetHomeCamera();
+  shot.easeEnd = 1.0;
+  shot.duration = parameters.transition_duration;
+  BeginTransition(shot);
+}
+
+// Whether the hub takes the shot is not looked at: the move counts as begun either way.
+template <class ShotParameters>
+void Orientor::BeginTransition(const ShotParameters& shot) {
+  CameraOperations& hub = *cameraOperations;
+  hub.BeginShot(shot);
+  hub.SetActiveShotObserver(transitionObserver.get());
+  OnTransitionStarted();
+}
+
+void Orientor::OnTransitionStarted() {
+  if (cameraOperations == nullptr || rewindHistory == nullptr) return;
+  rewindHistory->BeginElementRecord(cameraOperations->GetCameraParameters());
+}
+
+void Orientor::OnTransitionEnded() {
+  if (cameraOperations == nullptr || rewindHistory == nullptr) return;
+  rewindHistory->EndElementRecord(cameraOperations->GetCameraParameters());
+}
+
+void Orientor::AlignToOrbitUpDirection() {
+  if (!parameters.preserve_scene_up || cameraOperations == nullptr) return;
+  cameraOperations->AlignToSceneUpDirection(parameters.transition_duration);
+}
+
+void Orientor::InjectClick(int part) {
+  activePart = activeOverlayPart = -1;
+  if (part >= 0 && part < GEOMETRY_PART_COUNT) {
+    activePart = part;
+  } else if (part >= OrientorObserver::PART_COMPASS_FRONT && part <= OrientorObserver::PART_COMPASS_RIGHT) {
+    activePart = COMPASS_LETTERS_BEGIN + (part - OrientorObserver::PART_COMPASS_FRONT);
+  } else if (part >= OrientorObserver::PART_ROTATE_COUNTER_CLOCKWISE &&
+             part <= OrientorObserver::PART_CONTEXT_MENU) {
+    activeOverlayPart = part - OrientorObserver::PART_ROTATE_COUNTER_CLOCKWISE;
+  }
+  StartTransition();
+}
+
+}  // namespace Korvane
