@@ -29,12 +29,12 @@ WIDGETS = {"cube", "disc", "story", "toolbar", "controller"}
 PUBLIC = {
     "foundation": """export math vector2 vector3 quaternion box2 box3 ray plane3d color_rgba platform timer
         interval_timer changing_in_time aspect_ratio_adjuster observer_list observer_set
-        resource_ids cam3d_controller_parameters""",
+        resource_ids cam3d_controller_parameters orientor_parameters""",
     "camera": "camera_parameters application_parameters operation camera_operations shot shot_parameters",
     "render": "renderer icon2d pixel_icon2d icon3d",
     "interaction": """rewind_history pivot_ball tool orbit_tool pan_tool zoom_tool mouse_wheel_zoom_tool rect_zoom_tool
         look_tool look_move_tool look_at_tool center_tool walk_tool""",
-    "cube": "orientor orientor_parameters orientor_observer",
+    "cube": "orientor orientor_observer",
     "disc": "track_menu region_listener helm_disc helm_disc_parameters helm_disc_observer",
     "story": """story shot_specification undo_queue storyboard storyboard_observer shot_editor
         walk_recorder""",

@@ -34,6 +34,14 @@ class ObserverList {
     return std::find(entries.begin(), entries.end(), observer) != entries.end();
   }
 
+  /// Whether `test(observer)` holds for any; asks in order, up to the first. The test must not change the
+  /// list.
+  template <class Test>
+  bool Any(Test&& test) const {
+    return std::any_of(entries.begin(), entries.end(),
+                       [&test](const Observer* entry) { return test(*entry); });
+  }
+
   /// Calls `tell(observer)` for each entry. Rounds may be nested.
   template <class Tell>
   void Notify(Tell&& tell) {

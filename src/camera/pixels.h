@@ -14,8 +14,11 @@ inline int ToPixels(double value) {
 }
 
 /// The row of a viewport pixel counted from the top, as operations take it, or back from there.
+inline int FlipRow(int viewportHeight, int y) {
+  return ToPixels(static_cast<double>(viewportHeight) - y - 1.0);
+}
 inline int FlipRow(const ApplicationParameters& parameters, int y) {
-  return ToPixels(static_cast<double>(parameters.viewport_height) - y - 1.0);
+  return FlipRow(parameters.viewport_height, y);
 }
 
 /// Where a cursor shows that has been wrapped at the edges of the viewport and counts on past them: 0 to

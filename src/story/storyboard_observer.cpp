@@ -1,0 +1,7 @@
+#include "korvane/storyboard_observer.h"
+
+namespace Korvane {
+
+StoryboardObserver::~StoryboardObserver() = default;
+
+}  // namespace Korvane
