@@ -259,7 +259,9 @@ class ZOVTOOLS_API ViewManager {
 
  private:
   // Collaborators and life.
+  void ChangeHelmDisc(HelmDisc* disc);
   void HandHistoryOn();
+  void DropMiddleMouseGesture();
   void EndWatchedShot();
   void ReleaseShotObserver();
   void ReleasePivotBall();

@@ -41,11 +41,12 @@ void ChangeSubject(std::unique_ptr<Observer>& observer, Subject*& subject, Subje
 ViewManager::ViewManager() = default;
 
 ViewManager::~ViewManager() {
+  DropMiddleMouseGesture();
   ViewManager::RemoveAllTools();
   ReleaseShotObserver();
   ReleasePivotBall();
   ViewManager::SetNavigationBar(nullptr);
-  ViewManager::SetHelmDisc(nullptr);
+  ChangeHelmDisc(nullptr);
   ViewManager::SetStoryboard(nullptr);
   ViewManager::SetOrientor(nullptr);
 }
@@ -61,8 +62,13 @@ void ViewManager::SetRenderer(Renderer* value) { renderer = value; }
 void ViewManager::SetCam3DController(Cam3DController* controller) { cam3DController = controller; }
 void ViewManager::SetNavigationBar(NavigationBar* bar) { navigationBar = bar; }
 
+// A gesture whose tool goes with the disc is closed while it still can be.
 void ViewManager::SetHelmDisc(HelmDisc* disc) {
   EndMiddleMouseNavigation();
+  ChangeHelmDisc(disc);
+}
+
+void ViewManager::ChangeHelmDisc(HelmDisc* disc) {
   const bool historyGoes = helmDisc != nullptr && helmDisc != disc;
   if (historyGoes && helmDisc->GetPivotBall() == pivotBall.get()) helmDisc->SetPivotBall(nullptr);
   ChangeSubject(helmDiscObserver, helmDisc, disc, this);
@@ -211,6 +217,13 @@ bool ViewManager::Destroy() {
   if (helmDisc != nullptr) result = helmDisc->Destroy() && result;
   if (cam3DController != nullptr) result = cam3DController->Destroy() && result;
   return result;
+}
+
+// As far as that concerns the hub and the history.
+void ViewManager::DropMiddleMouseGesture() {
+  if (orbitingWithMouse) orbitTool->OnMouseUp(mouseX, mouseY);
+  if (panningWithMouse) panTool->OnMouseUp(mouseX, mouseY);
+  if (zoomingWithMouse) zoomTool->EndZoom();
 }
 
 // The hub is not left with an observer that is gone: its shot ends here, and with it the record.

@@ -210,7 +210,9 @@ Box2 ViewManager::GetOrientorBounds() const {
   int height = 0;
   GetOrientorSize(width, height);
   const OrientorParameters::Location location = orientor->GetParameters().screen_location;
-  const Vector2 half(width / 2, height / 2);  // whole pixels
+  const int halfWidth = width / 2;  // whole pixels
+  const int halfHeight = height / 2;
+  const Vector2 half(halfWidth, halfHeight);
   Vector2 centre = half;
   if (IsAtRight(location)) centre.x = viewportWidth - half.x;
   if (IsAtTop(location)) {
