@@ -89,8 +89,9 @@ struct OrientorParameters {
   float colour_edge_selected[3] = {0.0F, 0.38F, 0.75F};
   float colour_edge_closest[3] = {0.71F, 0.71F, 0.71F};
   float colour_text[3] = {0.14F, 0.17F, 0.21F};
-  float colour_compass_text[3] = {225.0F / 255.0F, 225.0F / 255.0F, 225.0F / 255.0F};
-  float colour_compass_text_selected[3] = {129.0F / 255.0F, 191.0F / 255.0F, 254.0F / 255.0F};
+  // 225 of 255; 129, 191 and 254 of 255, the last rounded up by one unit of a float.
+  float colour_compass_text[3] = {0.88235295F, 0.88235295F, 0.88235295F};
+  float colour_compass_text_selected[3] = {0.5058824F, 0.7490196F, 0.9960785F};
 
   float opacity_shadow = 0.5F;
   float opacity_compass = 1.0F;
