@@ -126,7 +126,7 @@ class ZOVTOOLS_API Orientor {
   bool IsMouseOnGeometryPart() const;
   /// Letters and ring.
   bool IsMouseOnCompassPart() const;
-  /// As shown: while a shot runs, the part under the mouse when it began.
+  /// As shown: none while a shot runs.
   bool IsMouseOnOverlayPart() const;
   /// As the mouse is now.
   bool IsMouseOnViewableOverlayPart() const;
@@ -256,7 +256,7 @@ class ZOVTOOLS_API Orientor {
   RewindHistory* rewindHistory = nullptr;
   int activePart = -1;          // of cube or compass, under the mouse
   int highlightedPart = -1;     // the same as last shown; stays during a shot
-  int activeOverlayPart = -1;   // as shown; stays during a shot
+  int activeOverlayPart = -1;   // as shown; none during a shot
   int rawOverlayPart = -1;      // under the mouse
   int pressedOverlayPart = -1;  // shown at the last left press
   int closestPart = -1;         // geometry part nearest to the view
