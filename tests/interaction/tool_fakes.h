@@ -61,6 +61,7 @@ class ToolHub : public MemoryHub {
   Korvane::LookAtShotParameters lookAtShot;
   Korvane::CenterShotParameters centerShot;
   int shotsBegun = 0;
+  bool refusesShots = false;
 
  private:
   void RecordAt(const char* what, Korvane::OperationType type, int x, int y) {
@@ -73,7 +74,7 @@ class ToolHub : public MemoryHub {
   bool Begin(const char* name, const Parameters& parameters) {
     if (recording) Record(name);
     ++shotsBegun;
-    return MemoryHub::BeginShot(parameters);
+    return !refusesShots && MemoryHub::BeginShot(parameters);
   }
 };
 
