@@ -61,6 +61,7 @@ Viewer::Viewer(zovhost::Window& onWindow)
       messageTimer(*this),
       progress(ProgressLine::OffTerminal::Silent) {
   renderer.SetHost(&pointer);
+  renderer.SetFaceShow([this](const zovhost::SceneFace* face) { sceneView.SetFaceHighlight(face); });
   renderer.Create();
   window.SetEventHandler([this](const WindowEvent& event) { OnEvent(event); });
   window.SetFrameHandler([this] { DrawFrame(); });

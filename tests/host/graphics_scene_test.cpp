@@ -315,6 +315,94 @@ TEST_F(SceneViewTest, a_rectangle_gives_the_point_nearest_to_its_middle) {
   EXPECT_EQ(hit, Vector3(7, 8, 9));
 }
 
+// ---- the face under the pointer ----
+
+TEST_F(SceneViewTest, the_face_under_the_pointer_has_a_point_and_a_normal) {
+  renderer.SetScene(scene.get());
+  Vector3 point(7, 8, 9);
+  Vector3 normal(4, 5, 6);
+  EXPECT_FALSE(renderer.GetMouseoverComponent({32, 24}, point, normal));  // not begun
+  ASSERT_TRUE(renderer.BeginMouseoverComponent(false));
+  EXPECT_FALSE(renderer.GetMouseoverComponent({32, 24}, point, normal));  // no camera yet
+  renderer.SetCamera(FrontCamera());
+  EXPECT_FALSE(renderer.GetMouseoverComponent({1, 1}, point, normal));  // beside the scene
+  EXPECT_FALSE(renderer.GetMouseoverComponent({std::nan(""), 24}, point, normal));
+  EXPECT_EQ(point, Vector3(7, 8, 9));
+  EXPECT_EQ(normal, Vector3(4, 5, 6));
+  ASSERT_TRUE(renderer.GetMouseoverComponent({32, 24}, point, normal));
+  EXPECT_LT((point - Vector3(0, 0, 2)).Length(), 1e-6);
+  EXPECT_LT((normal - Vector3(0, 0, 1)).Length(), 1e-6);
+  EXPECT_TRUE(renderer.EndMouseoverComponent());
+  EXPECT_FALSE(renderer.EndMouseoverComponent());
+  EXPECT_FALSE(renderer.GetMouseoverComponent({32, 24}, point, normal));
+}
+
+TEST_F(SceneViewTest, the_normal_of_a_face_seen_from_behind_points_away) {
+  renderer.SetScene(scene.get());
+  CameraParameters camera = FrontCamera();
+  camera.eye.z = -10.0;
+  renderer.SetCamera(camera);
+  ASSERT_TRUE(renderer.BeginMouseoverComponent(false));
+  Vector3 point;
+  Vector3 normal;
+  ASSERT_TRUE(renderer.GetMouseoverComponent({32, 24}, point, normal));
+  EXPECT_LT((point - Vector3(0, 0, -2)).Length(), 1e-6);
+  EXPECT_LT((normal - Vector3(0, 0, 1)).Length(), 1e-6);
+}
+
+TEST_F(SceneViewTest, without_a_scene_no_face_is_picked) {
+  EXPECT_FALSE(renderer.BeginMouseoverComponent(true));
+  renderer.SetScene(scene.get());
+  EXPECT_TRUE(renderer.BeginMouseoverComponent(true));
+  renderer.SetScene(nullptr);  // ends it
+  EXPECT_FALSE(renderer.EndMouseoverComponent());
+}
+
+TEST_F(SceneViewTest, the_face_under_the_pointer_is_shown_while_it_is_picked) {
+  std::vector<int> shown;  // part numbers, -1 for none
+  renderer.SetFaceShow([&](const zovhost::SceneFace* face) { shown.push_back(face ? face->part : -1); });
+  renderer.SetScene(scene.get());
+  renderer.SetCamera(FrontCamera());
+  Vector3 point;
+  Vector3 normal;
+  ASSERT_TRUE(renderer.BeginMouseoverComponent(true));
+  renderer.GetMouseoverComponent({32, 24}, point, normal);      // the nearest square
+  renderer.GetMouseoverComponent({32 + 4, 24}, point, normal);  // the large one behind it
+  renderer.GetMouseoverComponent({1, 1}, point, normal);
+  renderer.GetMouseoverComponent({2, 1}, point, normal);  // still none: told once
+  renderer.GetMouseoverComponent({32, 24}, point, normal);
+  renderer.EndMouseoverComponent();
+  EXPECT_EQ(shown, (std::vector<int>{1, 0, -1, 1, -1}));
+  shown.clear();
+  ASSERT_TRUE(renderer.BeginMouseoverComponent(false));
+  renderer.GetMouseoverComponent({32, 24}, point, normal);
+  renderer.EndMouseoverComponent();
+  EXPECT_TRUE(shown.empty());
+}
+
+TEST_F(SceneViewTest, a_highlighted_face_is_tinted_and_hides_behind_what_is_nearer) {
+  ASSERT_TRUE(view.SetScene(scene.get()));
+  const Image plain = Draw(FrontCamera());
+  zovhost::Scene::Hit hit;
+  zovhost::SceneFace face;
+  // The large square, at a point that the small one before it does not cover.
+  ASSERT_TRUE(scene->Intersect({1.5, 0, 10}, {0, 0, -1}, hit));
+  ASSERT_TRUE(scene->FindFace(hit, face));
+  view.SetFaceHighlight(&face);
+  const Image tinted = Draw(FrontCamera());
+  EXPECT_GT(PixelAt(tinted, 32 + 4, 24)[2], PixelAt(plain, 32 + 4, 24)[2] + 60);
+  EXPECT_GT(PixelAt(tinted, 32 - 4, 24)[2], PixelAt(plain, 32 - 4, 24)[2] + 60);  // its other triangle
+  EXPECT_EQ(PixelAt(tinted, 32, 24), PixelAt(plain, 32, 24));
+  view.SetFaceHighlight(nullptr);
+  EXPECT_EQ(Draw(FrontCamera()).rgba, plain.rgba);
+  view.SetFaceHighlight(&face);
+  ASSERT_TRUE(view.SetScene(scene.get()));  // another scene, as far as the view knows
+  EXPECT_EQ(Draw(FrontCamera()).rgba, plain.rgba);
+  face.part = 99;
+  view.SetFaceHighlight(&face);
+  EXPECT_EQ(Draw(FrontCamera()).rgba, plain.rgba);
+}
+
 // ---- pointer and menus ----
 
 struct RecordingHost : zovhost::RendererHost {

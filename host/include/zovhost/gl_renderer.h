@@ -12,6 +12,7 @@ namespace zovhost {
 
 class ResourcePack;
 class Scene;
+struct SceneFace;
 
 /// What the renderer asks of the window around it. Each answers false when it cannot.
 class RendererHost {
@@ -39,6 +40,9 @@ class GLRenderer : public Korvane::Renderer {
   /// The first point of the scene along a ray.
   using SceneRay = std::function<bool(const Korvane::Vector3& origin, const Korvane::Vector3& direction,
                                       Korvane::Vector3& hit)>;
+  /// Shows a face of the scene as the one under the pointer; null: none any more. The face stands only
+  /// during the call.
+  using FaceShow = std::function<void(const SceneFace* face)>;
 
   /// Null takes the kit's own pack.
   explicit GLRenderer(std::shared_ptr<const ResourcePack> resources = nullptr);
@@ -61,7 +65,9 @@ class GLRenderer : public Korvane::Renderer {
   void SetSceneSphere(const SceneSphere& sphere);
   void SetSceneDraw(SceneDraw draw);
   void SetSceneRay(SceneRay ray);
-  /// Sphere and rays of a scene, which is borrowed; null forgets both.
+  /// Is called while faces are picked with highlighting, when the pointer comes to another face.
+  void SetFaceShow(FaceShow show);
+  /// Sphere, rays and faces of a scene, which is borrowed; null forgets them.
   void SetScene(const Scene* scene);
 
   const ResourcePack& GetResources() const;
@@ -102,6 +108,14 @@ class GLRenderer : public Korvane::Renderer {
   /// Of the points seen through a grid of pixels of the rectangle the one seen closest to its middle.
   bool QueryScreenRectRaySceneIntersection(int left, int bottom, int right, int top,
                                            Korvane::Vector3& hit) override;
+  /// Begins to pick faces; false without a scene.
+  bool BeginMouseoverComponent(bool highlightFaces) override;
+  /// `point` on the face under a pixel of the viewport, and the `normal` of the side that is its front by
+  /// the winding of the model, so it may point away from the viewer. False, with both untouched, over no
+  /// face, without a camera, or when no picking has begun.
+  bool GetMouseoverComponent(Korvane::Vector2 pixel, Korvane::Vector3& point,
+                             Korvane::Vector3& normal) override;
+  bool EndMouseoverComponent() override;
   bool SetCursorPosition(int x, int y) override;
   bool OpenMenu(Korvane::MenuID id) override;
   bool OpenUCSMenu(int x, int y) override;

@@ -8,6 +8,7 @@
 namespace zovhost {
 
 class Scene;
+struct SceneFace;
 
 /// Draws a scene: lit from over the viewer's shoulder and from the sky, edges drawn as fine lines, over a
 /// calm background.
@@ -38,6 +39,9 @@ class GLSceneView {
 
   Options& GetOptions();
   const Options& GetOptions() const;
+  /// Tints a face of the scene, which is copied, with the accent colour; null for none. Another scene has
+  /// none. Needs no context.
+  void SetFaceHighlight(const SceneFace* face);
   /// Around the scene; the unit sphere while empty. Give it to whoever projects with the same depths.
   const SceneSphere& GetSphere() const;
 

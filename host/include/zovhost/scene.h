@@ -53,6 +53,13 @@ struct SceneData {
   std::vector<std::string> warnings;               // what was left out of the file, a line each
 };
 
+/// A flat face of a part: the triangles of one plane that are joined by their sides.
+struct SceneFace {
+  int part = -1;                         // -1: none
+  std::vector<std::uint32_t> triangles;  // of the part's mesh, ascending
+  std::vector<float> corners;            // 9 a triangle, in the space of the mesh
+};
+
 class RayIndex;
 
 /// A model in memory that answers for its size and for rays. Immutable: every member may be called from any
@@ -64,6 +71,8 @@ class Scene {
     Korvane::Vector3 normal;  // of the triangle, unit length, turned towards the origin of the ray
     double distance = 0.0;    // from the origin of the ray, in world units whatever the direction's length
     int part = -1;
+    std::uint32_t triangle = 0;  // of the part's mesh
+    bool fromBehind = false;     // the triangle showed its back
   };
 
   ~Scene();
@@ -92,9 +101,15 @@ class Scene {
   /// or when the ray is degenerate: a direction without length, or anything that is not finite.
   bool Intersect(const Korvane::Vector3& origin, const Korvane::Vector3& direction, Hit& hit) const;
 
+  /// The face that was hit. A face that has the triangle of the hit already is left as it is, so that
+  /// following a pointer costs only where the pointer comes to another face. False, with the face emptied,
+  /// for a hit on no part of this scene.
+  bool FindFace(const Hit& hit, SceneFace& face) const;
+
  private:
   friend std::unique_ptr<Scene> MakeScene(SceneData, std::string&);
   explicit Scene(SceneData);
+  const SceneMesh& GetMesh(std::size_t part) const;
 
   SceneData data;
   Korvane::Vector3 minimum;

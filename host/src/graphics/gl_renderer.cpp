@@ -35,7 +35,6 @@ constexpr std::size_t longestText = 2048;  // characters; the rest could not be 
 constexpr int largestScreenshot = 4096;    // pixels
 // Screenshots are small, and drawn with finer pixels than they are shown with.
 constexpr int screenshotOversampling = 2;
-constexpr int rectangleRays = 9;  // along each side of a rectangle that is searched
 
 bool AreFinite(const float* values, std::size_t count) {
   return std::all_of(values, values + count, [](float value) { return std::isfinite(value); });
@@ -91,7 +90,11 @@ void GLRenderer::SetSceneSphere(const SceneSphere& sphere) { impl->sphere = sphe
 void GLRenderer::SetSceneDraw(SceneDraw draw) { impl->sceneDraw = std::move(draw); }
 void GLRenderer::SetSceneRay(SceneRay ray) { impl->sceneRay = std::move(ray); }
 
+void GLRenderer::SetFaceShow(FaceShow show) { impl->faceShow = std::move(show); }
+
 void GLRenderer::SetScene(const Scene* scene) {
+  EndMouseoverComponent();
+  impl->scene = scene;
   impl->sphere = scene != nullptr ? SceneSphere{scene->GetCentre(), scene->GetRadius()} : SceneSphere{};
   impl->sceneRay = nullptr;
   if (scene == nullptr) return;
@@ -269,42 +272,6 @@ bool GLRenderer::DestroyIcon(DynamicIcon2D*& icon) {
   if (icon == nullptr || !impl->icons.Destroy(icon)) return false;
   icon = nullptr;
   return true;
-}
-
-// ---- the scene ----
-
-bool GLRenderer::QueryRaySceneIntersection(const Vector3& origin, const Vector3& direction, Vector3& hit) {
-  return impl->sceneRay && impl->sceneRay(origin, direction, hit);
-}
-
-// The point that is seen closest to the middle of the rectangle: whoever zooms into a rectangle wants its
-// middle in the middle, and takes what lies beside it only when there is nothing.
-bool GLRenderer::QueryScreenRectRaySceneIntersection(int left, int bottom, int right, int top, Vector3& hit) {
-  if (!impl->sceneRay || !impl->hasCamera) return false;
-  const Projection projection(impl->camera, impl->sphere);
-  const Vector2 middle((static_cast<double>(left) + right) / 2.0, (static_cast<double>(bottom) + top) / 2.0);
-  const Vector2 step((static_cast<double>(right) - left) / (rectangleRays - 1),
-                     (static_cast<double>(top) - bottom) / (rectangleRays - 1));
-  double closest = Korvane::Math::MAX_VALUE;
-  for (int i = 0; i < rectangleRays * rectangleRays; ++i) {
-    const int column = i % rectangleRays;
-    const int row = i / rectangleRays;
-    const Vector2 pixel(left + step.x * column, bottom + step.y * row);
-    const double distance = (pixel - middle).LengthSquared();
-    Vector3 origin;
-    Vector3 direction;
-    if (distance >= closest) continue;
-    if (!projection.PixelToRay(pixel, impl->viewport.width, impl->viewport.height, origin, direction))
-      continue;
-    if (QueryRaySceneIntersection(origin, direction, hit)) closest = distance;
-  }
-  return closest < Korvane::Math::MAX_VALUE;
-}
-
-bool GLRenderer::ProjectToScreen(Vector3 point, Vector2& pixel) {
-  if (!impl->hasCamera) return false;
-  const Projection projection(impl->camera, impl->sphere);
-  return projection.WorldToPixel(point, impl->viewport.width, impl->viewport.height, pixel);
 }
 
 // ---- the pointer and menus ----

@@ -13,6 +13,7 @@
 #include "zovhost/gl_renderer.h"
 #include "zovhost/gl_state_guard.h"
 #include "zovhost/resource_pack.h"
+#include "zovhost/scene.h"
 
 namespace zovhost {
 
@@ -52,6 +53,14 @@ class GLRenderer::Impl {
   SceneSphere sphere;
   SceneDraw sceneDraw;
   SceneRay sceneRay;
+  const Scene* scene = nullptr;
+  FaceShow faceShow;
+
+  // Faces are being picked.
+  bool picksFaces = false;
+  bool showsFaces = false;
+  SceneFace face;  // the last one shown
+  void ShowFace(const Scene::Hit* hit);
 
   bool created = false;
   GLPainter painter;

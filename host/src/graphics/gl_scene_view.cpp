@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "graphics/face_highlight.h"
 #include "graphics/gl_program.h"
 #include "graphics/ground_shadow.h"
 #include "graphics/scene_buffers.h"
@@ -89,6 +90,7 @@ class GLSceneView::Impl {
 
   Options options;
   SceneSphere sphere;
+  FaceHighlight faceHighlight;
 
  private:
   // What one frame is drawn with.
@@ -128,7 +130,7 @@ class GLSceneView::Impl {
 bool GLSceneView::Impl::CreatePrograms() {
   if (programsReady) return true;
   background = BuildProgram(backgroundVertexShader, backgroundFragmentShader);
-  if (background == 0 || !surface.Create() || !edge.Create()) return false;
+  if (background == 0 || !surface.Create() || !edge.Create() || !faceHighlight.Create()) return false;
   backgroundTop = glGetUniformLocation(background, "top");
   backgroundBottom = glGetUniformLocation(background, "bottom");
   glGenVertexArrays(1, &emptyArray);
@@ -142,6 +144,7 @@ bool GLSceneView::Impl::SetScene(const Scene* scene) {
   buffers.Destroy();
   shadow.Destroy();
   sphere = {};
+  faceHighlight.SetFace(nullptr);
   if (!CreatePrograms()) return false;
   if (scene == nullptr) return true;
   if (!buffers.Upload(*scene)) {
@@ -158,6 +161,7 @@ void GLSceneView::Impl::Destroy() {
   if (!programsReady) return;
   buffers.Destroy();
   shadow.Destroy();
+  faceHighlight.Destroy();
   glDeleteProgram(surface.name);
   glDeleteProgram(edge.name);
   glDeleteProgram(background);
@@ -193,6 +197,8 @@ bool GLSceneView::Impl::Draw(const CameraParameters& camera, int x, int y, int w
   glDepthMask(GL_FALSE);
   if (options.drawGroundShadow) shadow.Draw(projection);
   DrawTransparent(frame);
+  glDisable(GL_CULL_FACE);
+  faceHighlight.Draw(projection, buffers);
   return true;
 }
 
@@ -292,6 +298,7 @@ bool GLSceneView::SetScene(const Scene* scene) { return impl->SetScene(scene); }
 void GLSceneView::Destroy() { impl->Destroy(); }
 GLSceneView::Options& GLSceneView::GetOptions() { return impl->options; }
 const GLSceneView::Options& GLSceneView::GetOptions() const { return impl->options; }
+void GLSceneView::SetFaceHighlight(const SceneFace* face) { impl->faceHighlight.SetFace(face); }
 const SceneSphere& GLSceneView::GetSphere() const { return impl->sphere; }
 
 bool GLSceneView::Draw(const CameraParameters& camera, int x, int y, int width, int height, double scale) {

@@ -6,6 +6,7 @@
 
 #include "graphics/crease_edges.h"
 #include "graphics/gl_program.h"
+#include "scene/matrix.h"
 
 namespace zovhost {
 
@@ -43,13 +44,6 @@ bool IsTransparent(const Scene& scene, const SceneMesh& mesh) {
     if (mesh.colours[i] < opaque) return true;
   }
   return false;
-}
-
-bool IsMirrored(const Matrix4& m) {
-  const Korvane::Vector3 x(m[0], m[1], m[2]);
-  const Korvane::Vector3 y(m[4], m[5], m[6]);
-  const Korvane::Vector3 z(m[8], m[9], m[10]);
-  return x.Cross(y).Dot(z) < 0.0;
 }
 
 template <typename Element>

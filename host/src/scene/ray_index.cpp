@@ -138,9 +138,12 @@ bool RayIndex::Intersect(const Vector3& origin, const Vector3& direction, Scene:
 
   hit.distance = std::max(ray.advanced + found, 0.0) * radius;
   hit.point = centre + (ray.start + ray.direction * found) * radius;
-  hit.normal = normal.Dot(ray.direction) > 0.0 ? -normal : normal;
+  const bool away = normal.Dot(ray.direction) > 0.0;
+  hit.normal = away ? -normal : normal;
   if (normal == Vector3::Zero) hit.normal = -ray.direction;
   hit.part = static_cast<int>(query.hit.geomID);
+  hit.triangle = query.hit.primID;
+  hit.fromBehind = away != IsMirrored(part.transform);
   return true;
 }
 

@@ -5,6 +5,7 @@
 #include <new>
 #include <utility>
 
+#include "scene/face_finder.h"
 #include "scene/matrix.h"
 #include "scene/mesh_repair.h"
 #include "scene/ray_index.h"
@@ -105,6 +106,26 @@ Korvane::Box3 Scene::GetBoundingBox() const { return {GetCentre(), (maximum - mi
 
 bool Scene::Intersect(const Vector3& origin, const Vector3& direction, Hit& hit) const {
   return rays->Intersect(origin, direction, hit);
+}
+
+bool Scene::FindFace(const Hit& hit, SceneFace& face) const {
+  const auto part = static_cast<std::size_t>(hit.part);
+  const bool exists =
+      hit.part >= 0 && part < data.parts.size() && hit.triangle < GetMesh(part).indices.size() / 3;
+  if (!exists) {
+    face = {};
+    return false;
+  }
+  const bool known =
+      face.part == hit.part && std::binary_search(face.triangles.begin(), face.triangles.end(), hit.triangle);
+  if (known) return true;
+  face.part = hit.part;
+  FindFaceOf(GetMesh(part), hit.triangle, face);
+  return true;
+}
+
+const SceneMesh& Scene::GetMesh(std::size_t part) const {
+  return data.meshes[static_cast<std::size_t>(data.parts[part].mesh)];
 }
 
 std::unique_ptr<Scene> MakeScene(SceneData data, std::string& error) try {
