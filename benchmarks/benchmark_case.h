@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-/// Something the library does and the same arithmetic without the library.
+/// Something the library does and the same arithmetic, or a yardstick, without the library.
 class BenchmarkCase {
  public:
   virtual ~BenchmarkCase() = default;
@@ -14,10 +14,14 @@ class BenchmarkCase {
   /// One step; the two sides take the same steps in the same order.
   virtual void StepLibrary() = 0;
   virtual void StepBare() = 0;
-  /// Whether both sides, which have taken the same steps, have the same result.
+  /// Whether both sides, which have taken the same steps, have the right result, the same for both where they
+  /// do the same.
   virtual bool Agrees() const = 0;
 };
 
 /// The cases of each file; each lives as long as the program.
 std::vector<BenchmarkCase*> GetFrameCases();
 std::vector<BenchmarkCase*> GetPickCases();
+/// Beside one spherical interpolation and one look-at; each is checked against where it must lead.
+std::vector<BenchmarkCase*> GetShotCases();
+std::vector<BenchmarkCase*> GetFitCases();

@@ -8,23 +8,12 @@
 
 #include "bare_operations.h"
 #include "benchmark_case.h"
+#include "benchmark_hub.h"
 #include "conversions.h"
-#include "korvane/camera_operations.h"
 
 using namespace Korvane;
 
 namespace {
-
-// The host's view is a camera in memory.
-class BenchmarkHub : public CameraOperations {
- public:
-  void ApplyCameraParameters(const CameraParameters& moved) override { view = moved; }
-  void QueryCameraParameters(CameraParameters& out) const override { out = view; }
-  void RequestApplicationUpdate() override { ++requests; }
-
-  CameraParameters view;
-  long requests = 0;
-};
 
 BareSettings ToBare(const ApplicationParameters& p) {
   BareSettings bare;

@@ -22,7 +22,7 @@ bool Check(BenchmarkCase& benchmarkCase) {
     benchmarkCase.StepLibrary();
     benchmarkCase.StepBare();
     if (benchmarkCase.Agrees()) continue;
-    std::fprintf(stderr, "%s: the library and the bare arithmetic differ after step %d\n",
+    std::fprintf(stderr, "%s: not the result that the bare arithmetic expects after step %d\n",
                  benchmarkCase.GetName().c_str(), step + 1);
     return false;
   }
@@ -58,8 +58,10 @@ int main(int argc, char** argv) {
   benchmark::Initialize(&count, arguments.data());
   if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) return 2;
 
-  std::vector<BenchmarkCase*> cases = GetFrameCases();
-  for (BenchmarkCase* const pick : GetPickCases()) cases.push_back(pick);
+  std::vector<BenchmarkCase*> cases;
+  for (const auto& group : {GetFrameCases(), GetPickCases(), GetShotCases(), GetFitCases()}) {
+    cases.insert(cases.end(), group.begin(), group.end());
+  }
 
   std::vector<std::string> names;
   for (BenchmarkCase* const each : cases) {
