@@ -65,7 +65,9 @@ void DrawSelection(const std::string& name) {
   if (name.empty()) return;
   ImGui::TextDisabled("Selected:");
   ImGui::SameLine();
+  ImGui::PushTextWrapPos(GetRightOfKeys() - ImGui::GetWindowPos().x);
   ImGui::TextUnformatted(name.c_str());
+  ImGui::PopTextWrapPos();
 }
 
 void DrawHelp() {
