@@ -1,5 +1,5 @@
-// Dragging the compass: both axes of the mouse turn the view about the world's up, in the sense that lets
-// the part under the mouse follow it.
+// Dragging the compass: both axes of the mouse turn the view about the world's up, in a sense that goes by
+// where the part stands from the camera.
 #include <cmath>
 
 #include "camera/camera_frame.h"
@@ -57,8 +57,9 @@ struct View {
         right(direction.Cross(up).Normalize()) {}
 };
 
-// Which way the camera is turned, degrees. A camera that looks along the up axis, or lies on its side, has
-// no right on the ground, so its up stands in for it.
+// Which way the camera is turned, degrees. A camera that looks along the up axis is told by its up, one that
+// lies on its side has no right on the ground. The readings of the cases lie a quarter turn apart; hosts know
+// the compass so.
 double GetHeading(const View& view, const WorldAxes& world) {
   if (IsNearlyOne(view.direction.Dot(world.up))) {
     return GetAngle(view.up.Dot(world.front), view.up.Dot(world.side));
