@@ -44,7 +44,7 @@ void HeightOperation::PerformOperation(double /*dt*/, CameraParameters& camera) 
 }
 
 double HeightOperation::GetMoveAmountFromCursorOffset(double offset) const {
-  const double squared = std::copysign(offset * offset, offset);
+  const double squared = std::copysign(std::trunc(offset * offset), offset);
   double unused = 0.0;
   double fraction = 0.0;
   ConvertCoordsToWindow(0.0, squared, unused, fraction);

@@ -157,7 +157,9 @@ TEST_F(Height, the_amount_is_the_signed_square_over_the_viewport_times_the_range
   const struct {
     double offset;
     double amount;
-  } rows[] = {{0, 0}, {1, 0.0004}, {-1, -0.0004}, {10, 0.04}, {-10, -0.04}, {500, 100}, {-500, -100}};
+  } rows[] = {
+      {0, 0},       {1, 0.0004},   {-1, -0.0004},   {10, 0.04}, {-10, -0.04}, {500, 100},
+      {-500, -100}, {1.5, 0.0008}, {-1.5, -0.0008}, {0.9, 0.0}};  // of a part of a pixel, whole squares
   for (const auto& row : rows) {
     EXPECT_NEAR(operation.GetMoveAmountFromCursorOffset(row.offset), row.amount, 1e-13) << row.offset;
   }

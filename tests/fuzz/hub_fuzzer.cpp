@@ -46,6 +46,18 @@ class Input {
   std::size_t left;
 };
 
+// Time passes when the bytes say so, for the moves that depend on it.
+class Clock : public Korvane::Platform {
+ public:
+  Clock() { Korvane::SetPlatform(this); }
+  ~Clock() override { Korvane::SetPlatform(nullptr); }
+  std::uint32_t GetTickCount() override { return now; }
+  std::uint64_t SetTimer(std::uint32_t /*milliseconds*/, Korvane::TimerProc /*proc*/) override { return 0; }
+  bool KillTimer(std::uint64_t /*timerID*/) override { return false; }
+
+  std::uint32_t now = 1;
+};
+
 class Hub : public Korvane::CameraOperations {
  public:
   void ApplyCameraParameters(const CameraParameters& moved) override {
@@ -55,6 +67,7 @@ class Hub : public Korvane::CameraOperations {
   void QueryCameraParameters(CameraParameters& now) const override { now = shown; }
   void RequestApplicationUpdate() override { frameWanted = true; }
 
+  Clock clock;
   CameraParameters shown;
   bool frameWanted = false;
 };
@@ -75,17 +88,15 @@ void SetCamera(Hub& hub, Input& input) {
 
 void SetNumbers(Hub& hub, Input& input) {
   ApplicationParameters& p = hub.GetApplicationParameters();
-  double* const numbers[] = {&p.pan_multiplier,
-                             &p.orbit_multiplier,
-                             &p.zoom_sensitivity,
-                             &p.zoom_min_limit,
-                             &p.zoom_back_distance,
-                             &p.zoom_min_limit_multiplier,
-                             &p.snap_orbit_dead_zone,
-                             &p.snap_orbit_threshold_h,
-                             &p.snap_orbit_threshold_v,
-                             &p.snap_orbit_acceleration_ax,
-                             &p.snap_orbit_acceleration_by};
+  double* const numbers[] = {
+      &p.fly_turn_multiplier,       &p.fly_ramp_up_radius,        &p.fly_up_down_sensitivity,
+      &p.look_invert_tolerance,     &p.look_multiplier,           &p.dolly_multiplier,
+      &p.height_multiplier,         &p.slide_multiplier,          &p.scene_scale,
+      &p.global_bound_radius,       &p.ucs_bound_radius,          &p.pan_multiplier,
+      &p.orbit_multiplier,          &p.zoom_sensitivity,          &p.zoom_min_limit,
+      &p.zoom_back_distance,        &p.zoom_min_limit_multiplier, &p.snap_orbit_dead_zone,
+      &p.snap_orbit_threshold_h,    &p.snap_orbit_threshold_v,    &p.snap_orbit_acceleration_ax,
+      &p.snap_orbit_acceleration_by};
   *numbers[input.Take<std::uint8_t>() % std::size(numbers)] = input.TakeDouble();
 }
 
@@ -100,7 +111,10 @@ void SetSwitches(Hub& hub, Input& input) {
                             &p.scene_is_world,
                             &p.use_projection_transitions,
                             &p.zoom_sense_reversed,
-                            &p.zoom_min_limit_motion};
+                            &p.zoom_min_limit_motion,
+                            &p.fly_planar_motion,
+                            &p.look_invert_vertical_axis,
+                            &p.lock_to_selection};
   const auto bits = input.Take<std::uint16_t>();
   for (std::size_t i = 0; i < std::size(switches); ++i) *switches[i] = ((bits >> i) & 1U) != 0;
 }
@@ -108,13 +122,24 @@ void SetSwitches(Hub& hub, Input& input) {
 void SetDirections(Hub& hub, Input& input) {
   ApplicationParameters& p = hub.GetApplicationParameters();
   Vector3* const directions[] = {&p.scene_up_direction,    &p.scene_front_direction, &p.world_up_direction,
-                                 &p.world_front_direction, &p.custom_orbit_up,       &p.custom_orbit_front};
+                                 &p.world_front_direction, &p.custom_orbit_up,       &p.custom_orbit_front,
+                                 &p.global_bound_centre,   &p.ucs_bound_centre};
   *directions[input.Take<std::uint8_t>() % std::size(directions)] = input.TakeVector();
 }
 
 void SetViewport(Hub& hub, Input& input) {
   hub.GetApplicationParameters().viewport_width = input.TakeInt();
   hub.GetApplicationParameters().viewport_height = input.TakeInt();
+}
+
+void SetWalk(Hub& hub, Input& input) {
+  ApplicationParameters& p = hub.GetApplicationParameters();
+  p.fly_dead_zone_radius = input.TakeInt();
+  p.cam3d_controller_mode =
+      static_cast<Korvane::Cam3DControllerParameters::NavigationMode>(input.Take<std::uint8_t>() % 6 - 1);
+  const double initial = input.TakeDouble();
+  const double final = input.TakeDouble();
+  p.ChangeFlyMoveMultiplierInTime(initial, final, input.TakeDouble());
 }
 
 void Begin(Hub& hub, Input& input) {
@@ -143,6 +168,21 @@ void Push(Hub& hub, Input& input) {
   hub.UpdateOperationParams(translation, rotation, input.TakeOperation());
 }
 
+void PressKey(Hub& hub, Input& input) {
+  const auto bits = input.Take<std::uint8_t>();
+  hub.UpdateOperationParams(static_cast<Korvane::KeyID>(bits % 7), (bits & 128U) != 0, input.TakeOperation());
+}
+
+void Mark(Hub& hub, Input& input) {
+  const auto bits = input.Take<std::uint8_t>();
+  Korvane::Operation* const operation = hub.GetActiveOperation(input.TakeOperation());
+  if (operation == nullptr) return;
+  operation->Set3DControllerOperation((bits & 1U) != 0);
+  operation->SetCombined((bits & 2U) != 0);
+}
+
+void Wait(Hub& hub, Input& input) { hub.clock.now += input.Take<std::uint16_t>(); }
+
 void Select(Hub& hub, Input& input) {
   const double radius = input.TakeDouble();
   hub.SetGeometrySelection(radius, input.TakeVector());
@@ -151,9 +191,9 @@ void Select(Hub& hub, Input& input) {
 void Frame(Hub& hub, Input& /*input*/) { hub.PerformOperations(); }
 
 using Step = void (*)(Hub&, Input&);
-constexpr Step STEPS[] = {&SetCamera, &SetNumbers, &SetSwitches,  &SetDirections, &SetViewport,
-                          &Begin,     &End,        &Move,         &MoveOnScreen,  &Push,
-                          &Select,    &Frame,      &MoveOnScreen, &Frame};
+constexpr Step STEPS[] = {&SetCamera,    &SetNumbers, &SetSwitches,  &SetDirections, &SetViewport, &Begin,
+                          &End,          &Move,       &MoveOnScreen, &Push,          &Select,      &Frame,
+                          &MoveOnScreen, &Frame,      &SetWalk,      &PressKey,      &Mark,        &Wait};
 
 }  // namespace
 
