@@ -542,6 +542,19 @@ TEST_F(FitSphere, with_the_wish_a_view_within_a_hundredth_of_an_axis_yields_the_
   EXPECT_TRUE(looksAtTheCentre(ProjectionType::Orthographic, false, 30.0));
 }
 
+TEST_F(FitSphere, an_axis_of_the_scene_counts_with_its_length_and_its_limit_belongs_to_it) {
+  p.scene_front_direction = {0, 0, 0};
+  const auto looksAtTheCentre = [&](double length) {
+    p.scene_up_direction = {0, length, 0};
+    CameraParameters camera = WithAsymmetricFrustum(hub.view, 45, 20, 30, 30);
+    camera.perspective_with_ortho = true;
+    EXPECT_TRUE(hub.FitBoundingSphereToView({1, 2, 3}, 2.0, {0, -1, 0}, {0, 0, 1}, camera));
+    return (From(camera.centre) - Vec(1, 2, 3)).norm() < 1e-9;
+  };
+  EXPECT_TRUE(looksAtTheCentre(1.0 - 0.01));
+  EXPECT_FALSE(looksAtTheCentre(std::nextafter(1.0 - 0.01, 0.0)));
+}
+
 TEST_F(FitSphere, a_radius_that_is_not_above_0_gives_false_and_changes_nothing) {
   for (const double radius : {0.0, -0.0, -1.0, NOT_A_NUMBER}) {
     CameraParameters camera = hub.view;

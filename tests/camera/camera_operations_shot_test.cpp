@@ -211,6 +211,23 @@ TEST_F(HubShot, an_observer_that_begins_a_new_shot_at_the_end_of_a_frame_keeps_i
   EXPECT_TRUE(hub.PerformOperations());
 }
 
+TEST_F(HubShot, one_begun_by_the_observer_of_the_shot_that_another_replaces_is_ended_too) {
+  Begin(nullptr, "first");
+  hub.SetActiveShotObserver(&observer);
+  observer.onEnd = [&] {
+    Begin(nullptr, "second");
+    hub.SetActiveShotObserver(&other);
+  };
+  hub.TakeLog();
+  const FakeShot* const third = Begin(nullptr, "third");
+  EXPECT_EQ(hub.GetActiveShot(), third);
+  EXPECT_EQ(observer.told, 1);
+  EXPECT_EQ(other.told, 1);
+  const Log log = hub.TakeLog();
+  EXPECT_EQ(std::count(log.begin(), log.end(), "end shot hook"), 2);
+  EXPECT_EQ(std::count(log.begin(), log.end(), "second: destroyed"), 1);
+}
+
 TEST_F(HubShot, the_hook_sees_the_shot_while_it_is_still_the_active_one) {
   const FakeShot* const shot = Begin();
   const Shot* active = nullptr;

@@ -201,14 +201,17 @@ TEST(LookAtShot, a_view_within_the_tolerance_of_the_up_counts_as_along_it) {
   // To a level view along -z, from 1e-7 and from 3e-7 radians off: the latter has to turn from +x.
   EXPECT_NEAR((halfWay(1e-7, {0, 0, 1}) - Vec(0, -h, -h)).norm(), 0.0, 1e-6);
   EXPECT_NEAR((halfWay(3e-7, {0, 0, 1}) - Vec(0.5, -h, -0.5)).norm(), 0.0, 1e-6);
-  // To a view as little off straight down, from a level one along -z: turning towards +x, or not at all.
-  const auto tiltTo = [](double lean) {
+  // To a view as little off straight up or down, from a level one along -z: turning towards +x, or not at
+  // all.
+  const auto tiltTo = [](double lean, double side) {
     MemoryHub hub(LookAt({0, 0, 0}, {0, 0, -1}, {0, 1, 0}));
-    const Vector3 direction(-std::sin(lean), std::cos(lean), 0);
+    const Vector3 direction(-std::sin(lean), -side * std::cos(lean), 0);
     return oracle::Forward(StepAt(hub, Record({0, 0, 0}, direction, 5), 0.5).camera);
   };
-  EXPECT_NEAR((tiltTo(1e-7) - Vec(0, -h, -h)).norm(), 0.0, 1e-6);
-  EXPECT_NEAR((tiltTo(3e-7) - Vec(0.5, -h, -0.5)).norm(), 0.0, 1e-6);
+  for (const double side : {1.0, -1.0}) {
+    EXPECT_NEAR((tiltTo(1e-7, side) - Vec(0, side * h, -h)).norm(), 0.0, 1e-6);
+    EXPECT_NEAR((tiltTo(3e-7, side) - Vec(0.5, side * h, -0.5)).norm(), 0.0, 1e-6);
+  }
 }
 
 // ---- degenerate cameras and all others ----
