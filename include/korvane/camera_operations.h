@@ -176,6 +176,7 @@ class ZOVTOOLS_API CameraOperations {
   CameraOperations(const CameraOperations&) = delete;
   CameraOperations& operator=(const CameraOperations&) = delete;
 
+  /// Hooks: a shot has begun; a shot is ending, still the active one, after its observer has been told.
   virtual void OnBeginShot(Shot* shot);
   virtual void OnEndShot(Shot* shot);
 

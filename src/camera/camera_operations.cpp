@@ -241,9 +241,9 @@ bool CameraOperations::EndShot() {
     observer->OnEndShot(ending.get(), currentCamera);
   }
   if (activeShot != ending) return true;
-  const Shot* const outer = std::exchange(hookedShot, ending.get());
+  hookedShot = ending.get();
   OnEndShot(ending.get());
-  hookedShot = outer;
+  hookedShot = nullptr;
   if (activeShot == ending) activeShot.reset();
   ending.reset();
   RequestApplicationUpdate();

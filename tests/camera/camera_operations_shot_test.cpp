@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <limits>
 
 #include "camera/hub_fakes.h"
@@ -240,6 +241,23 @@ TEST_F(HubShot, the_hook_sees_the_shot_while_it_is_still_the_active_one) {
   EXPECT_EQ(active, shot);
   EXPECT_TRUE(refused);
   EXPECT_FALSE(hub.IsShotActive());
+}
+
+TEST_F(HubShot, a_shot_at_the_very_place_of_one_that_ended_can_be_ended_too) {
+  struct Resident : FakeShot {
+    using FakeShot::FakeShot;
+    static void* operator new(std::size_t) {
+      alignas(Resident) static std::byte place[sizeof(Resident)];
+      return place;
+    }
+    static void operator delete(void*) {}
+  };
+  for (int i = 0; i < 2; ++i) {
+    hub.BeginShot(new Resident(hub));
+    EXPECT_TRUE(hub.IsShotActive());
+    hub.EndShot();
+    EXPECT_FALSE(hub.IsShotActive());
+  }
 }
 
 TEST_F(HubShot, the_hook_may_begin_and_end_another_shot_and_hears_of_both_once) {
