@@ -41,9 +41,6 @@ std::vector<Vec> Views(const Vec& front, const Vec& up, bool facesOnly) {
   return views;
 }
 
-// Zero for an up that has been drawn onto the view: it leaves no side.
-Vec UnitOrZero(const Vec& v) { return v.norm() > TOLERANCE ? v.normalized() : Vec(Vec::Zero()); }
-
 // A bell that is 1 from three quarters of its height on.
 double SoftWeight(double x) { return std::fmin(1.0, std::exp(-2.0 * x * x) / 0.75); }
 
@@ -73,15 +70,15 @@ CameraParameters Expected(const CameraParameters& camera, const ClosestViewAlign
   // The pivot keeps its place in the picture: the offsets from it to the axis of the view.
   const Vec offset = From(camera.centre) - From(camera.pivot);
   const auto across = [](const Vec& someUp, const Vec& someView) {
-    return UnitOrZero(someUp.cross(someView));
+    return oracle::Unit(someUp.cross(someView));
   };
   const Vec across0 = across(up, forward);
   const Vec bentUp = up + pull.up * (face - up);
   const Vec across1 = across(bentUp, view);
   const double depth = forward.dot(From(camera.pivot) - From(camera.eye));
-  const Vec alignedEye = From(camera.pivot) + across1 * offset.dot(across0) +
-                         UnitOrZero(across1.cross(view)) * offset.dot(UnitOrZero(across0.cross(forward))) -
-                         view * depth;
+  const Vec alignedEye =
+      From(camera.pivot) + across1 * offset.dot(across0) +
+      oracle::Unit(across1.cross(view)) * offset.dot(oracle::Unit(across0.cross(forward))) - view * depth;
 
   CameraParameters expected = camera;
   const Vec eye = From(camera.eye) + pull.view * (alignedEye - From(camera.eye));

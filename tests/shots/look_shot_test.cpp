@@ -20,9 +20,11 @@ CameraParameters Expected(const CameraParameters& start, const Vec& worldUp, dou
   const double s = t - oracle::AnchorPart(record.anchor);
   const double pan = sense * s * record.horizontalAngle;
   const double tilt = s * record.verticalAngle;
-  const Vec right = oracle::Turn(worldUp, pan, oracle::Right(start));
+  const Vec right = oracle::TurnByDegrees(worldUp, pan, oracle::Right(start));
   const Vec axis = (right - worldUp * worldUp.dot(right)).normalized();
-  const auto turn = [&](const Vec& v) { return oracle::Turn(axis, tilt, oracle::Turn(worldUp, pan, v)); };
+  const auto turn = [&](const Vec& v) {
+    return oracle::TurnByDegrees(axis, tilt, oracle::TurnByDegrees(worldUp, pan, v));
+  };
   CameraParameters camera = start;
   camera.centre = To(From(start.eye) + turn(oracle::View(start)));
   camera.up = To(turn(From(start.up)).normalized());
@@ -70,7 +72,7 @@ TEST(LookShot, an_up_across_the_world_up_pans_by_where_the_view_points) {
   const auto turnsLeftHanded = [](double height) {
     const Vec forward = Vec(0, height, -1).normalized();
     const CameraParameters start = LookAt({0, 0, 0}, {0, height, -1}, {1, 0, 0});
-    return (PanBy90(start) - oracle::Turn(Vec::UnitY(), 90, forward)).norm() < 1e-14;
+    return (PanBy90(start) - oracle::TurnByDegrees(Vec::UnitY(), 90, forward)).norm() < 1e-14;
   };
   EXPECT_FALSE(turnsLeftHanded(0.5));
   EXPECT_TRUE(turnsLeftHanded(0.0));

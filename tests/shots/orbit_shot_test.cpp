@@ -16,11 +16,11 @@ OrbitShotParameters Record(TargetCamPos anchor, double horizontal, double vertic
 CameraParameters Expected(const CameraParameters& start, const Vec& axis, const OrbitShotParameters& record,
                           double t) {
   const double s = t - oracle::AnchorPart(record.anchor);
-  const Vec turned = oracle::Turn(axis, s * record.horizontalAngle, oracle::View(start));
+  const Vec turned = oracle::TurnByDegrees(axis, s * record.horizontalAngle, oracle::View(start));
   const Vec right = turned.cross(axis).normalized();
   CameraParameters camera = start;
-  camera.eye = To(From(start.centre) - oracle::Turn(right, s * record.verticalAngle, turned));
-  camera.up = To(oracle::Turn(right, s * record.verticalAngle, axis));
+  camera.eye = To(From(start.centre) - oracle::TurnByDegrees(right, s * record.verticalAngle, turned));
+  camera.up = To(oracle::TurnByDegrees(right, s * record.verticalAngle, axis));
   camera.pivot = start.centre;
   return camera;
 }

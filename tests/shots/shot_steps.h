@@ -108,9 +108,9 @@ inline double Ease(double x) {
 /// The part of a relative move that lies before the view of now.
 inline double AnchorPart(Korvane::TargetCamPos anchor) { return static_cast<double>(anchor) / 2.0; }
 
-/// A positive angle of a record, in degrees, turns left-handed about its axis (of unit length).
-inline Vec Turn(const Vec& axis, double degrees, const Vec& v) {
-  return RightHanded(axis, -degrees * PI / 180.0) * v;
+/// By an angle of a record.
+inline Vec TurnByDegrees(const Vec& axis, double degrees, const Vec& v) {
+  return Turn(axis, degrees * PI / 180.0, v);
 }
 
 inline Vec Mix(double t, const Korvane::Vector3& a, const Korvane::Vector3& b) {

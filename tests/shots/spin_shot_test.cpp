@@ -19,7 +19,7 @@ CameraParameters Expected(const CameraParameters& start, const Vec& worldUp, con
   const Vec axis = record.axis == 0 ? worldUp : Vec(forward.cross(worldUp).normalized());
   const double angle = record.angle * (t - oracle::AnchorPart(record.anchor));
   CameraParameters camera = start;
-  camera.centre = To(From(start.eye) + oracle::Turn(axis, angle, forward));
+  camera.centre = To(From(start.eye) + oracle::TurnByDegrees(axis, angle, forward));
   camera.up = To(worldUp);
   camera.pivot = camera.centre;
   return camera;

@@ -162,7 +162,7 @@ std::vector<CameraParameters> StartCameras(Random& random, const SceneAxes& scen
     const Vec forward = scene.Compose(view).normalized();
     const Vec first = Perpendicular(std::abs(forward.dot(scene.up)) > 0.9 ? scene.front : scene.up, forward);
     for (const double roll : {0.0, 30.0, 90.0, 180.0, 270.0}) {
-      add(forward, oracle::Turn(forward, roll, first));
+      add(forward, oracle::TurnByDegrees(forward, roll, first));
     }
   }
   return cameras;
