@@ -241,6 +241,19 @@ TEST_F(RectTest, a_click_zooms_nowhere) {
   EXPECT_FALSE(tool.IsOperating());
 }
 
+TEST_F(RectTest, a_rectangle_within_the_drag_threshold_zooms_nowhere) {
+  struct SteadyTool : RectZoomTool {
+    SteadyTool() { dragThreshold = 5; }
+  } steady;
+  bench.Wire(steady);
+  for (const int reach : {5, 6}) {
+    steady.OnMouseDown(100, 100);
+    steady.OnMouseMove(100 + reach, 100 + reach);
+    EXPECT_EQ(steady.OnMouseUp(100 + reach, 100 + reach), reach == 6);
+  }
+  EXPECT_EQ(bench.hub.shotsBegun, 1);
+}
+
 TEST_F(RectTest, a_release_asks_for_a_point_in_the_rectangle_first_and_then_under_its_middle) {
   Drag(100, 101, 203, 302);
   bench.renderer.rectangleHit = Vector3(0, 0, 2);
