@@ -262,6 +262,8 @@ class ZOVTOOLS_API ViewManager {
   void ChangeHelmDisc(HelmDisc* disc);
   void HandHistoryOn();
   void DropMiddleMouseGesture();
+  void CloseToolGesture();
+  bool IsWiredAsNow(const Tool& tool) const;
   void EndWatchedShot();
   void ReleaseShotObserver();
   void ReleasePivotBall();

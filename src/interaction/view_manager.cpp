@@ -205,6 +205,7 @@ bool ViewManager::CreateToolbars() {
 bool ViewManager::Destroy() {
   bool result = true;
   toolbars.Notify([&result](Toolbar& toolbar) { result = toolbar.Destroy() && result; });
+  CloseToolGesture();
   if (activeTool != nullptr) activeTool->Deactivate();
   activeTool = nullptr;
   EndMiddleMouseNavigation();
@@ -224,6 +225,24 @@ void ViewManager::DropMiddleMouseGesture() {
   if (orbitingWithMouse) orbitTool->OnMouseUp(mouseX, mouseY);
   if (panningWithMouse) panTool->OnMouseUp(mouseX, mouseY);
   if (zoomingWithMouse) zoomTool->EndZoom();
+}
+
+// A gesture that is cut off ends as by a release, and a shot that the release begins ends at once: neither an
+// operation nor a record nor a changed setting outlives the tool.
+void ViewManager::CloseToolGesture() {
+  if (activeTool == nullptr || !IsWiredAsNow(*activeTool)) return;
+  if (activeTool->IsOperating()) activeTool->OnMouseUp(mouseX, mouseY);
+  if (activeTool->IsAnimating()) {
+    cameraOperations->EndShot();
+    activeTool->OnDraw();
+  }
+  NoteMouseDrag(false);
+}
+
+// What a tool still holds and the view manager does not may be gone.
+bool ViewManager::IsWiredAsNow(const Tool& tool) const {
+  return cameraOperations != nullptr && tool.GetKorvane() == cameraOperations &&
+         tool.GetRenderer() == renderer && tool.GetRewindHistory() == GetRewindHistory();
 }
 
 // The hub is not left with an observer that is gone: its shot ends here, and with it the record.
@@ -279,6 +298,7 @@ Tool* ViewManager::RemoveTool(int id) {
 }
 
 void ViewManager::RemoveAllTools() {
+  CloseToolGesture();
   if (activeTool != nullptr) activeTool->Deactivate();
   activeTool = nullptr;
   activeToolID = 0;
