@@ -49,6 +49,7 @@ class OpenOrientor : public Korvane::Orientor {
   using Orientor::ChangeBasisWorldToStandard;
   using Orientor::ConvertVectorsToWorldSpace;
   using Orientor::ConvertVectorToWorldSpace;
+  using Orientor::DrawOverlay;
   using Orientor::GetOverlayCamera;
   using Orientor::GetPerspectiveCamera;
   using Orientor::GetSelectionGeometry;

@@ -59,7 +59,7 @@ class PickScene : public CubeScene {
   void Settle(int x, int y) {
     Point(x, HEIGHT - y);
     cube.arrowsVisible = false;  // as after a draw without arrows; the hit test may set it
-    cube.SetViewportMousePosition(x, HEIGHT - y);
+    Point(x, HEIGHT - y);
   }
 
  private:
@@ -103,7 +103,7 @@ void Compare(PickScene& scene, PickOracle& oracle, int x, int y, Tally& tally) {
   oracle.setup.mouseOnOverlay = overlay >= 0 && scene.Parameters().draw_overlay;
   const auto pickGeometry = [&](const Vector2& at) { return oracle.PickGeometry(at); };
   ++tally.compared;
-  if (!IsClear(pixel, pickOverlay) || !IsClear(pixel, pickGeometry)) {
+  if (!IsClear(pixel, pickOverlay) || !IsClear(pixel, pickGeometry) || oracle.IsOnEdge(pixel)) {
     ++tally.unclear;
     return;
   }

@@ -26,6 +26,14 @@ double Meet(const Vector3& origin, const Vector3& direction, const Quad& quad) {
   return left && right ? -1.0 : distance;
 }
 
+// Whether the ray all but meets the line through two points.
+bool Touches(const Vector3& origin, const Vector3& direction, const Vector3& from, const Vector3& to) {
+  const double tolerance = 1e-6;  // floats of size 0.3 are within 3e-8, and the cube is 0.2 wide
+  const Vector3 across = direction.Cross(to - from);
+  if (across.Length() < 1e-12) return false;
+  return std::abs((from - origin).Dot(across.Normalized())) < tolerance;
+}
+
 int Nearest(const Vector3& origin, const Vector3& direction, const std::vector<Quad>& quads) {
   int id = -1;
   double nearest = 1e300;
@@ -244,6 +252,21 @@ int PickOracle::PickGeometry(const Vector2& pixel) const {
   if (partHit >= 0 && (partHit < 6 || !setup.parameters.select_faces_only)) return partHit;
   if (letterHit >= 0) return letterHit;
   return compass ? Nearest(eye, ray, ring) : -1;
+}
+
+bool PickOracle::IsOnEdge(const Vector2& pixel) const {
+  const Vector3 ray = RayOf(pixel);
+  for (const std::vector<Quad>* const quads : {&parts, &letters, &ring}) {
+    for (const Quad& quad : *quads) {
+      bool touches = Touches(eye, ray, quad.corners[0], quad.corners[2]) ||
+                     Touches(eye, ray, quad.corners[1], quad.corners[3]);
+      for (int i = 0; i < 4; ++i) {
+        touches = touches || Touches(eye, ray, quad.corners[i], quad.corners[(i + 1) % 4]);
+      }
+      if (touches) return true;
+    }
+  }
+  return false;
 }
 
 Vector2 PickOracle::OverlayPosition(double x, double y) const {

@@ -41,6 +41,9 @@ class PickOracle {
   int PickGeometry(const Vector2& pixel) const;
   /// Part of the overlay.
   int PickOverlay(const Vector2& pixel) const;
+  /// Whether the ray of a pixel all but touches an edge or the diagonal of anything of cube and compass:
+  /// there rounding decides on which side it passes.
+  bool IsOnEdge(const Vector2& pixel) const;
   /// Where a point of the standard space shows.
   Vector2 Project(const Vector3& point) const;
   Vector3 GetEye() const { return eye; }
