@@ -260,6 +260,7 @@ class ZOVTOOLS_API ViewManager {
  private:
   // Collaborators and life.
   void ChangeHelmDisc(HelmDisc* disc);
+  void CloseOpenRecord();
   void HandHistoryOn();
   void DropMiddleMouseGesture();
   void CloseToolGesture();

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <initializer_list>
 
+#include "interaction/rewind_record.h"
 #include "interaction/view_manager_observers.h"
 #include "korvane/cam3d_controller.h"
 #include "korvane/camera_operations.h"
@@ -16,7 +17,6 @@
 #include "korvane/pan_tool.h"
 #include "korvane/pivot_ball.h"
 #include "korvane/renderer.h"
-#include "korvane/rewind_history.h"
 #include "korvane/storyboard.h"
 #include "korvane/toolbar.h"
 
@@ -70,6 +70,7 @@ void ViewManager::SetHelmDisc(HelmDisc* disc) {
 
 void ViewManager::ChangeHelmDisc(HelmDisc* disc) {
   const bool historyGoes = helmDisc != nullptr && helmDisc != disc;
+  if (historyGoes) CloseOpenRecord();
   if (historyGoes && helmDisc->GetPivotBall() == pivotBall.get()) helmDisc->SetPivotBall(nullptr);
   ChangeSubject(helmDiscObserver, helmDisc, disc, this);
   orbitTool = disc != nullptr ? std::make_unique<OrbitTool>() : nullptr;
@@ -83,6 +84,13 @@ void ViewManager::SetStoryboard(Storyboard* panel) {
 }
 
 void ViewManager::SetOrientor(Orientor* cube) { ChangeSubject(orientorObserver, orientor, cube, this); }
+
+// Of a gesture or a shot that will outlast the history.
+void ViewManager::CloseOpenRecord() {
+  const bool gesture = activeTool != nullptr && (activeTool->IsOperating() || activeTool->IsAnimating());
+  const bool shot = rewindShotObserver != nullptr && rewindShotObserver->IsWatching();
+  if (gesture || shot) EndRecord(GetRewindHistory(), cameraOperations);
+}
 
 // Nobody keeps a history whose disc may be gone.
 void ViewManager::HandHistoryOn() {
