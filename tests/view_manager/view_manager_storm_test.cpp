@@ -51,13 +51,13 @@ Tool* MakeTool(int kind) {
     case 3:
       return new MouseWheelZoomTool;
     case 4:
-      return new RectZoomTool;
-    case 5:
       return new LookTool;
-    case 6:
+    case 5:
       return new CenterTool(nullptr, nullptr, STRING_PIVOT);
-    default:
+    case 6:
       return new WalkTool;
+    default:
+      return new RectZoomTool;
   }
 }
 constexpr int TOOL_KINDS = 8;
@@ -84,7 +84,9 @@ class Storm : public ViewManagerTest {
   }
 
   void Step(Random& random) {
-    const int what = random.Integer(0, 39);
+    const bool isBusy =
+        IsAnyButtonHeld() || (manager.activeTool != nullptr && manager.activeTool->IsAnimating());
+    const int what = random.Integer(0, plausible && isBusy ? 27 : 39);
     const int x = Number(random);
     const int y = Number(random);
     if (what < 10) {
@@ -111,6 +113,8 @@ class Storm : public ViewManagerTest {
     static constexpr Event EVENTS[] = {&ViewManager::OnLeftMouseDown,   &ViewManager::OnLeftMouseUp,
                                        &ViewManager::OnMiddleMouseDown, &ViewManager::OnMiddleMouseUp,
                                        &ViewManager::OnRightMouseDown,  &ViewManager::OnRightMouseUp};
+    const bool held[] = {manager.leftMouseDown, manager.middleMouseDown, manager.rightMouseDown};
+    if (plausible && (which % 2 == 0) == held[which / 2]) return;
     (manager.*EVENTS[which])(x, y);
   }
 
@@ -237,6 +241,10 @@ class Storm : public ViewManagerTest {
     second.mouseInRegion = random.Integer(0, 5) == 0;
   }
 
+  bool IsAnyButtonHeld() const {
+    return manager.leftMouseDown || manager.middleMouseDown || manager.rightMouseDown;
+  }
+
   // As a user comes to rest: everything is released, and time passes.
   void LetGo() {
     journal.takers.clear();
@@ -253,6 +261,8 @@ class Storm : public ViewManagerTest {
   Orientor realCube;
   bool broken = false;
   int toolKinds = TOOL_KINDS;
+  /// Presses and releases take turns, and the host leaves everything as it is until the move is over.
+  bool plausible = false;
 };
 
 // ZOV_TEST_STORM sets the number of events.
@@ -281,11 +291,12 @@ TEST_F(Storm, of_random_events_does_no_harm) {
   RecordProperty("events", events);
 }
 
-// A rectangle that comes to nothing leaves its record open, and a look or a walk belongs to a disc; with the
-// other tools, whatever widgets, tools and histories come and go, all is closed once the user has let go.
+// A rectangle that comes to nothing leaves its record open. With the other tools all is closed once the user
+// has let go, whatever widgets, tools and histories came and went.
 TEST_F(Storm, of_random_events_leaves_no_record_open) {
   Random random(1);
-  toolKinds = 4;
+  --toolKinds;  // the last is the rectangle
+  plausible = true;
   for (int round = 0; round < 100; ++round) {
     for (int i = 0; i < 500; ++i) Step(random);
     LetGo();
