@@ -1,12 +1,16 @@
 // Draws sheets of the kit's pictures on the grounds that they have to read on, to be looked at.
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <iostream>
 #include <string>
 #include <vector>
 
+#include "cube_states.h"
+#include "notes.h"
 #include "sheet.h"
 #include "zovhost/picture.h"
 #include "zovhost/resource_pack.h"
+#include "zovhost/window.h"
 
 namespace {
 
@@ -19,7 +23,8 @@ constexpr int margin = 6;  // pixels, around each drawing
 
 int SaveSheet(const std::vector<LabelledImage>& pictures, const std::string& title, int columns,
               const std::string& file) {
-  zovhost::ContactSheetParameters parameters{title, "", columns, pictures.front().image.width};
+  zovhost::ContactSheetParameters parameters{title, "", columns,
+                                             pictures.empty() ? 1 : pictures.front().image.width};
   Image sheet;
   std::string error;
   if (zovhost::MakeContactSheet(pictures, parameters, sheet, error) &&
@@ -70,6 +75,36 @@ int DrawPictures(const ResourcePack& pack, int first, int last, const std::strin
   return SaveSheet(strips, "Pictures", 1, file);
 }
 
+int DrawCube(const std::string& wanted, int enlarged, int columns, const std::string& file) {
+  constexpr int cell = 240;  // pixels
+  std::vector<LabelledImage> pictures;
+  for (const zovsheets::CubeState& state : zovsheets::GetCubeStates()) {
+    Image image;
+    if (state.name.find(wanted) == std::string::npos || !zovsheets::PaintCube(state, image)) continue;
+    const int side = std::max(cell, image.width) * enlarged;
+    Image sheet = zovsheets::MakeGround(zovsheets::Ground::White, side, side);
+    zovsheets::Lay(image, (side - image.width * enlarged) / 2, (side - image.height * enlarged) / 2, enlarged,
+                   sheet);
+    pictures.push_back({std::move(sheet), state.name});
+  }
+  return SaveSheet(pictures, "The orientation cube", columns, file);
+}
+
+int DrawNotes(const std::string& file) {
+  std::vector<LabelledImage> pictures;
+  for (const double scale : {1.0, 2.0}) {
+    for (const zovsheets::Ground ground : zovsheets::grounds) {
+      Image image;
+      if (!zovsheets::PaintNotes(ground, scale, image)) continue;
+      const int enlarged = scale < 1.5 ? 2 : 1;
+      Image sheet = zovsheets::MakeGround(ground, image.width * enlarged, image.height * enlarged);
+      zovsheets::Lay(image, 0, 0, enlarged, sheet);
+      pictures.push_back({std::move(sheet), scale < 1.5 ? "1x" : "2x"});
+    }
+  }
+  return SaveSheet(pictures, "Notes in the view", 2, file);
+}
+
 }  // namespace
 
 int main(int argumentCount, char** arguments) {
@@ -82,11 +117,28 @@ int main(int argumentCount, char** arguments) {
   CLI::App* const pictures = app.add_subcommand("pictures", "Pictures of a range, at 1x and 2x");
   pictures->add_option("--first", first, "The first number");
   pictures->add_option("--last", last, "The last number");
-  for (CLI::App* command : {cursors, pictures}) {
+  std::string wanted;
+  int enlarged = 1;
+  int columns = 8;
+  CLI::App* const cube = app.add_subcommand("cube", "The orientation cube in its states");
+  cube->add_option("--only", wanted, "States whose names contain this");
+  cube->add_option("--enlarged", enlarged, "Sheet pixels for one of the picture");
+  cube->add_option("--columns", columns, "Pictures in a row");
+  CLI::App* const notes = app.add_subcommand("notes", "Texts in the view, the pivot, the targets of a walk");
+  for (CLI::App* command : {cursors, pictures, cube, notes}) {
     command->add_option("file", file, "The PNG to write")->required();
   }
   CLI11_PARSE(app, argumentCount, arguments);
 
   const auto pack = ResourcePack::GetDefault();
+  if (cube->parsed() || notes->parsed()) {
+    std::string error;
+    const auto window = zovhost::Window::Create({"", 64, 64, true}, error);
+    if (window == nullptr) {
+      std::cerr << error << '\n';
+      return 1;
+    }
+    return cube->parsed() ? DrawCube(wanted, enlarged, columns, file) : DrawNotes(file);
+  }
   return cursors->parsed() ? DrawCursors(*pack, file) : DrawPictures(*pack, first, last, file);
 }

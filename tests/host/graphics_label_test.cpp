@@ -163,15 +163,22 @@ TEST_F(LabelTest, a_label_is_fitted_into_its_box) {
   }
 }
 
-TEST_F(LabelTest, the_label_of_the_coordinate_systems_has_its_width_and_shows_its_state) {
+TEST_F(LabelTest, the_label_of_the_coordinate_systems_fits_its_room_and_shows_its_state) {
   DynamicIcon2D* quiet = renderer.CreateUCSMenuLabel(L"World", L"", false, 100);
   DynamicIcon2D* lit = renderer.CreateUCSMenuLabel(L"World", nullptr, true, 100);
   DynamicIcon2D* both = renderer.CreateUCSMenuLabel(L"Site", L"World", false, 140);
   ASSERT_NE(quiet, nullptr);
   ASSERT_NE(lit, nullptr);
   ASSERT_NE(both, nullptr);
-  EXPECT_EQ(quiet->GetWidth(), 100.0);
-  EXPECT_EQ(both->GetWidth(), 140.0);
+  EXPECT_LT(quiet->GetWidth(), 85.0);
+  EXPECT_EQ(lit->GetWidth(), quiet->GetWidth());
+  DynamicIcon2D* full = renderer.CreateUCSMenuLabel(L"A coordinate system with a long name", L"", false, 100);
+  DynamicIcon2D* tiny = renderer.CreateUCSMenuLabel(L"World", L"", false, 35);
+  ASSERT_NE(full, nullptr);
+  ASSERT_NE(tiny, nullptr);
+  EXPECT_LE(full->GetWidth(), 85.0);
+  EXPECT_GT(full->GetWidth(), 60.0);
+  EXPECT_LE(tiny->GetWidth(), 30.0);
   EXPECT_GT(both->GetHeight(), quiet->GetHeight());
   const Image image = Draw(lit, 1.0F);
   ExpectColour(PixelAt(image, 8, image.height / 2), 0, 97, 191, 3);

@@ -299,14 +299,14 @@ TEST(CubePictures, of_the_arrows_of_rolling_have_nothing_on_the_border_between_t
   }
 }
 
-TEST(WalkPictures, differ_while_walking) {
+TEST(WalkPictures, of_a_start_and_of_a_refusal_differ) {
   const auto pack = ResourcePack::GetDefault();
-  Image standing;
-  Image walking;
+  Image refused;
+  Image start;
   ASSERT_TRUE(pack->HasPicture(93) && pack->HasPicture(94));
-  ASSERT_TRUE(pack->RenderPicture(93, 1.0, standing) && pack->RenderPicture(94, 1.0, walking));
-  EXPECT_EQ(standing.width, walking.width);
-  EXPECT_NE(standing.rgba, walking.rgba);
+  ASSERT_TRUE(pack->RenderPicture(93, 1.0, refused) && pack->RenderPicture(94, 1.0, start));
+  EXPECT_EQ(refused.width, start.width);
+  EXPECT_NE(refused.rgba, start.rgba);
 }
 
 }  // namespace

@@ -473,6 +473,39 @@ TEST_F(GLRendererTest, the_ball_has_its_diameter_and_hides_behind_the_scene) {
   ExpectColour(PixelAt(canvas.Read(), 31, 24), 255, 0, 0);
 }
 
+// Away from the middle of a view of 60 degrees to each side a ball is drawn as an oval.
+TEST_F(GLRendererTest, the_rim_goes_all_around_the_ball_at_the_side_of_a_wide_view) {
+  renderer.SetSceneSphere({{}, 30.0});
+  CameraParameters camera = FrontCamera();
+  camera.SetHorizontalFOV(60.0);
+  camera.SetVerticalFOV(std::atan(std::tan(60.0 * Korvane::Math::DEG_TO_RAD) * 0.75) *
+                        Korvane::Math::RAD_TO_DEG);
+  const Vector3 place(9.0, 0.0, 0.0);
+  const auto render = [&](Korvane::ModelID model, const Renderer::MaterialParams& material, double size) {
+    ResourceIcon3D icon(model);
+    icon.SetPosition(place);
+    icon.SetSize(size);
+    icon.GetMaterial() = material;
+    EXPECT_TRUE(renderer.Render(&icon));
+  };
+  ASSERT_TRUE(renderer.BeginRender(WholeViewport(), camera, Renderer::RENDER_SCENE));
+  render(Korvane::MODEL_PIVOT_SHADOW, Coloured(0, 0, 1), 6.0);
+  render(Korvane::MODEL_PIVOT_BALL, Coloured(1, 0, 0), 6.0);
+  renderer.EndRender();
+  const Image image = canvas.Read();
+  // From the middle of the ball outward on its row: first the ball, then the rim.
+  const auto isRim = [&](int x) {
+    const Pixel pixel = PixelAt(image, x, 24);
+    return pixel[2] > 150 && pixel[0] < 100;
+  };
+  int left = 0;
+  int right = 0;
+  for (int x = 0; x < 48; ++x) left += isRim(x);  // the middle is seen at 32 + 32 * 9 / 17.3 = 48.6
+  for (int x = 49; x < Canvas::width; ++x) right += isRim(x);
+  EXPECT_GE(left, 1);
+  EXPECT_GE(right, 1);
+}
+
 TEST_F(GLRendererTest, the_shadow_of_the_ball_is_a_rim_around_it_and_shows_through) {
   renderer.SetSceneSphere({{0, 0, 0}, 6.0});
   ResourceIcon3D shadow(Korvane::MODEL_PIVOT_SHADOW);

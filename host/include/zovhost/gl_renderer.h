@@ -98,8 +98,8 @@ class GLRenderer : public Korvane::Renderer {
   Korvane::DynamicIcon2D* CreateMessageHUD(const wchar_t* text) override;
   Korvane::DynamicIcon2D* CreatePivotLabel(const wchar_t* text) override;
   Korvane::DynamicIcon2D* CreateMiniWheelLabel(const wchar_t* text) override;
-  /// `other` is set smaller below `text`, if there is one; `flag`: highlighted; `number`: the width in
-  /// pixels.
+  /// `other` is set smaller below `text`, if there is one; `flag`: highlighted; `number`: the room
+  /// in pixels, of which the label takes what its text needs, at most 0.85.
   Korvane::DynamicIcon2D* CreateUCSMenuLabel(const wchar_t* text, const wchar_t* other, bool flag,
                                              int number) override;
   bool DestroyIcon(Korvane::DynamicIcon2D*& icon) override;

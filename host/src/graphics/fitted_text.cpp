@@ -10,7 +10,7 @@ namespace zovhost {
 namespace {
 
 constexpr double trialSize = 100.0;  // texts are measured at this size and then scaled
-constexpr double edgeWidth = 0.30;   // of the height of the place, on both sides of the outline together
+constexpr double edgeWidth = 0.16;   // of the height of the place, on both sides of the outline together
 
 struct SetText {
   TextLayout layout;

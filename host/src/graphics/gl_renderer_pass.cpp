@@ -210,13 +210,22 @@ void GLRenderer::Impl::DrawBall(const ResourceIcon3D& icon) {
   painter.Begin();
 }
 
-// A disc that faces the viewer and stands out around the ball as a rim.
+// A disc that faces the viewer and stands out around the ball as a rim: square to the ray that sees it, since
+// away from the middle of a wide view a ball looks longer than a disc square to the view.
 void GLRenderer::Impl::DrawBallShadow(const ResourceIcon3D& icon) {
   const CameraFrame& frame = projection.GetFrame();
+  Vector2 pixel;
+  Vector3 eye;
+  Vector3 ray = frame.forward;
+  if (projection.WorldToPixel(icon.GetPosition(), view.width, view.height, pixel)) {
+    projection.PixelToRay(pixel, view.width, view.height, eye, ray);
+  }
+  const Vector3 right = ray.Cross(frame.up).Normalized();
+  const Vector3 up = right.Cross(ray);
   const double radius = icon.GetSize() / 2.0 * ballRim;
   constexpr int signs[6][2] = {{-1, -1}, {-1, 1}, {1, 1}, {-1, -1}, {1, 1}, {1, -1}};
   for (const auto& sign : signs) {
-    const Vector3 p = icon.GetPosition() + frame.right * (radius * sign[0]) + frame.up * (radius * sign[1]);
+    const Vector3 p = icon.GetPosition() + right * (radius * sign[0]) + up * (radius * sign[1]);
     StreamVertex& vertex = painter.GetScratch().emplace_back();
     const Matrix4& m = view.matrix;
     for (std::size_t row = 0; row < 4; ++row) {

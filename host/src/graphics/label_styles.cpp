@@ -19,7 +19,7 @@ constexpr TextColour darkEdge = {0.07, 0.08, 0.10, 0.80};
 constexpr TextColour lightEdge = {1.0, 1.0, 1.0, 0.90};
 constexpr TextColour pivotGreen = {0.0, 0.36, 0.06, 1.0};
 constexpr TextColour accent = {0.0, 0.38, 0.75, 1.0};
-constexpr TextColour accentLight = {0.71, 0.84, 0.95, 1.0};
+constexpr TextColour onAccent = {0.88, 0.94, 1.0, 1.0};
 constexpr TextColour greyInk = {0.33, 0.36, 0.40, 1.0};
 
 constexpr TextStyle tooltip = {.size = 12.0,
@@ -60,6 +60,9 @@ constexpr TextStyle plain = {.size = 10.0, .text = white, .edge = darkEdge, .edg
 constexpr std::array<TextStyle, 6> styles = {tooltip,    tooltipHUD,     messageHUD,
                                              pivotLabel, miniWheelLabel, plain};
 
+// The cube centres its label nearer to the border of the viewport than half of the room that it names.
+constexpr double roomTaken = 0.85;
+
 }  // namespace
 
 const TextStyle& GetLabelStyle(LabelKind kind) { return styles[static_cast<std::size_t>(kind)]; }
@@ -68,13 +71,14 @@ TextStyle MakeMenuLabelStyle(bool highlighted, double width) {
   return {.size = 11.0,
           .text = highlighted ? white : ink,
           .secondSize = 9.0,
-          .secondText = highlighted ? accentLight : greyInk,
+          .secondText = highlighted ? onAccent : greyInk,
           .plate = highlighted ? accent : TextColour{0.96, 0.965, 0.97, 0.90},
           .border = hairline,
           .radius = 8.0,
           .paddingX = 9.0,
           .paddingY = 2.0,
-          .width = width,
+          .width = width * roomTaken,
+          .hugs = true,
           .marker = true};
 }
 

@@ -9,7 +9,7 @@ enum class LabelKind : int { Tooltip, TooltipHUD, MessageHUD, PivotLabel, MiniWh
 
 const TextStyle& GetLabelStyle(LabelKind kind);
 
-/// The cube's list of coordinate systems: a pill of a given width in points.
+/// The cube's list of coordinate systems: a pill around the text, fitted into a room of `width` points.
 TextStyle MakeMenuLabelStyle(bool highlighted, double width);
 
 }  // namespace zovhost

@@ -138,7 +138,8 @@ Sheet LayOut(const TextStyle& style, const Block& first, const Block& second, do
   const double textWidth = std::max(first.width, second.width);
   sheet.width = textWidth + sheet.markerRoom + 2.0 * sheet.paddingX;
   sheet.height = sheet.textHeight + 2.0 * paddingY;
-  if (style.width > 0.0) sheet.width = std::round(style.width * scale);
+  const double width = std::round(style.width * scale);
+  if (width > 0.0) sheet.width = style.hugs ? std::min(sheet.width, width) : width;
   if (style.height > 0.0) sheet.height = std::round(style.height * scale);
   return sheet;
 }

@@ -37,6 +37,7 @@ struct TextStyle {
   int maximumLines = 12;     // beyond that the text ends in an ellipsis
   double width = 0.0;        // of the plate; 0: as wide as the text needs
   double height = 0.0;
+  bool hugs = false;    // the plate is narrower than `width` around a shorter text
   bool marker = false;  // a small triangle that points down, at the right, as on a button that opens a list
 };
 

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "sheet.h"
+#include "zovhost/image.h"
+
+namespace zovsheets {
+
+/// Every kind of text that appears in a view, the pivot and the targets of a walk, in one picture. Needs a
+/// current OpenGL context. `scale`: pixels for one point.
+bool PaintNotes(Ground ground, double scale, zovhost::Image& image);
+
+}  // namespace zovsheets
