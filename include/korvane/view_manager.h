@@ -267,7 +267,7 @@ class ZOVTOOLS_API ViewManager {
   bool IsWiredAsNow(const Tool& tool) const;
   void EndWatchedShot();
   void ReleaseShotObserver();
-  void ReleasePivotBall();
+  std::unique_ptr<PivotBall> TakePivotBallBack();
   void WireTool(Tool& tool);
   bool CreatePivotBall();
   bool CreateHelmDisc();

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <initializer_list>
+#include <utility>
 
 #include "interaction/rewind_record.h"
 #include "interaction/view_manager_observers.h"
@@ -44,7 +45,7 @@ ViewManager::~ViewManager() {
   DropMiddleMouseGesture();
   ViewManager::RemoveAllTools();
   ReleaseShotObserver();
-  ReleasePivotBall();
+  TakePivotBallBack();
   ViewManager::SetNavigationBar(nullptr);
   ChangeHelmDisc(nullptr);
   ViewManager::SetStoryboard(nullptr);
@@ -144,7 +145,7 @@ PivotBall* ViewManager::InstantiatePivotBall() {
 }
 
 bool ViewManager::CreatePivotBall() {
-  ReleasePivotBall();
+  TakePivotBallBack();
   pivotBall.reset(InstantiatePivotBall());
   return pivotBall == nullptr || pivotBall->Create();
 }
@@ -218,8 +219,8 @@ bool ViewManager::Destroy() {
   activeTool = nullptr;
   EndMiddleMouseNavigation();
   ReleaseShotObserver();
-  if (pivotBall != nullptr) result = pivotBall->Destroy() && result;
-  ReleasePivotBall();
+  const std::unique_ptr<PivotBall> ball = TakePivotBallBack();
+  if (ball != nullptr) result = ball->Destroy() && result;
   if (navigationBar != nullptr) result = navigationBar->Destroy() && result;
   if (storyboard != nullptr) result = storyboard->Destroy() && result;
   if (orientor != nullptr) result = orientor->Destroy() && result;
@@ -264,10 +265,10 @@ void ViewManager::ReleaseShotObserver() {
   rewindShotObserver.reset();
 }
 
-// Takes the ball away from all who share it.
-void ViewManager::ReleasePivotBall() {
+// Takes the ball away from all who share it, and hands it over.
+std::unique_ptr<PivotBall> ViewManager::TakePivotBallBack() {
   PivotBall* const ball = pivotBall.get();
-  if (ball == nullptr) return;
+  if (ball == nullptr) return nullptr;
   if (helmDisc != nullptr && helmDisc->GetPivotBall() == ball) helmDisc->SetPivotBall(nullptr);
   if (cam3DController != nullptr && cam3DController->GetPivotBall() == ball) {
     cam3DController->SetPivotBall(nullptr);
@@ -275,7 +276,7 @@ void ViewManager::ReleasePivotBall() {
   if (orbitTool != nullptr) orbitTool->SetPivotBall(nullptr);
   if (zoomTool != nullptr) zoomTool->SetPivotBall(nullptr);
   for (const auto& [id, tool] : tools) tool->SetPivotBall(nullptr);
-  pivotBall.reset();
+  return std::move(pivotBall);
 }
 
 // ---- tools ----

@@ -69,6 +69,7 @@ void ViewManager::DrawOrientor() {
   cube->GetParameters().disabled = disabled || !WantOrientorEnabled();
   cube->Draw();
   cube->GetParameters().disabled = disabled;
+  if (orientor == nullptr) return;
   const CursorID cursor = GetOrientorCursor();
   if (renderer != nullptr && cursor != CURSOR_NONE) renderer->SetCursorID(cursor);
 }

@@ -26,18 +26,15 @@ WalkTool::~WalkTool() = default;
 bool WalkTool::OnMouseDown(int x, int y) {
   if (operating) OnMouseUp(mouseX, mouseY);  // its release went missing
   const bool result = Tool::OnMouseDown(x, y);
-  if (!CanOperate()) return result;
-  operating = true;
-  walking = cameraOperations->AutoSwitchToPerspectiveProjection();
-  if (walking) {
-    BeginWalk();
-  } else {
-    SetViewportHUD(warningHUD);
-  }
-  return true;
+  operating = CanOperate();
+  if (operating) BeginWalk();
+  if (!walking) SetViewportHUD(warningHUD);
+  return operating || result;
 }
 
 void WalkTool::BeginWalk() {
+  walking = cameraOperations->AutoSwitchToPerspectiveProjection();
+  if (!walking) return;
   const ApplicationParameters& parameters = cameraOperations->GetApplicationParameters();
   const int startX = ToPixels(parameters.viewport_width * START_X);
   const int startY = ToPixels(parameters.viewport_height * START_Y);

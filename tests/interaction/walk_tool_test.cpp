@@ -85,6 +85,18 @@ TEST_F(WalkToolTest, the_warning_is_not_cleared_at_the_release) {
   EXPECT_EQ(bench.renderer.CountCalls("RenderDynamic"), 1);
 }
 
+TEST_F(WalkToolTest, a_press_that_cannot_even_begin_leaves_the_warning_too) {
+  DynamicIcon2D warning(9);
+  tool.SetWarningHUD(&warning);
+  tool.SetRenderer(nullptr);
+  EXPECT_FALSE(tool.OnMouseDown(1, 1));
+  EXPECT_FALSE(tool.IsOperating());
+  tool.SetRenderer(&bench.renderer);
+  tool.OnMouseDown(1, 1);
+  tool.OnDraw();
+  EXPECT_EQ(bench.renderer.CountCalls("RenderDynamic"), 1);
+}
+
 TEST_F(WalkToolTest, the_start_is_drawn_as_large_as_the_dead_zone_and_faint_outside_it) {
   bench.Parameters().fly_dead_zone_radius = 20;
   tool.OnMouseDown(1, 1);
