@@ -122,7 +122,7 @@ TEST_F(CenterToolTest, released_over_empty_space_puts_the_old_pivot_back_and_ani
   EXPECT_FALSE(bench.ball.IsVisible());
   EXPECT_EQ(tool.GetCursorID(), CURSOR_ARROW);
   EXPECT_TRUE(bench.history.Has(0, 0));
-  EXPECT_GE(bench.hub.requested, 1);
+  EXPECT_EQ(bench.hub.requested, 2);  // for the ball, and for the end
 }
 
 TEST_F(CenterToolTest, moves_are_always_consumed_and_ask_nothing_without_a_press) {
@@ -191,6 +191,10 @@ TEST_F(CenterToolTest, an_active_tool_shows_its_hint_unless_it_is_on_the_scene_o
   tool.OnMouseMove(102, 200);
   EXPECT_EQ(DrawnNote(), -1);
   EXPECT_EQ(tool.GetCursorID(), CURSOR_ARROW);
+  tool.OnMouseUp(102, 200);
+  EXPECT_EQ(DrawnNote(), -1);
+  bench.RunFor(tool, 1000);
+  EXPECT_EQ(DrawnNote(), hint);
 }
 
 TEST_F(CenterToolTest, an_inactive_tool_shows_the_note_of_its_owner_where_it_is_off_the_scene) {

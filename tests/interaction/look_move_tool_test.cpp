@@ -97,12 +97,16 @@ TEST_F(LookMoveTest, shift_is_tracked) {
 }
 
 TEST_F(LookMoveTest, a_key_still_held_from_the_last_drag_does_not_count_in_the_next) {
-  tool.OnMouseDown(100, 200);
-  tool.OnKeyDown(KEY_RIGHT);
-  tool.OnMouseUp(100, 200);
-  tool.OnMouseDown(100, 200);
-  tool.OnKeyDown(KEY_UP);
-  EXPECT_EQ(bench.TakeAsked().back(), "update 8 at 0, 1000");
+  for (const KeyID held : {KEY_RIGHT, KEY_LEFT, KEY_UP, KEY_DOWN}) {
+    const bool sideways = held == KEY_RIGHT || held == KEY_LEFT;
+    tool.OnMouseDown(100, 200);
+    tool.OnKeyDown(held);
+    tool.OnMouseUp(100, 200);
+    tool.OnMouseDown(100, 200);
+    tool.OnKeyDown(sideways ? KEY_UP : KEY_RIGHT);
+    EXPECT_EQ(bench.TakeAsked().back(), sideways ? "update 8 at 0, 1000" : "update 8 at 1000, 0") << held;
+    tool.OnMouseUp(100, 200);
+  }
 }
 
 TEST_F(LookMoveTest, a_press_whose_release_went_missing_ends_both_operations) {

@@ -87,7 +87,7 @@ TEST(OrbitTool, about_fixed_axes_takes_those_of_the_world_and_does_not_straighte
   ForBothFlags([](bool preserve, bool align) {
     ToolBench bench;
     FixedOrbitTool tool;
-    tool.SetPreserveSceneUp(false);
+    tool.SetPreserveSceneUp(!align);  // of no account
     bench.Wire(tool);
     ApplicationParameters& parameters = bench.Parameters();
     parameters.preserve_orbit_up_direction = preserve;

@@ -365,6 +365,16 @@ TEST_F(PivotBallTest, has_no_opacity_without_a_size) {
   EXPECT_EQ(DrawnOpacity(), 0.0);
 }
 
+TEST_F(PivotBallTest, has_no_opacity_with_next_to_no_size) {
+  // A view of 4e-6 world units, of which the ball takes a fortieth: 1e-7, below 1.19e-7.
+  const CameraParameters tiny = WithOrthographic(TenUnitsAway(), 4e-6, 4e-6);
+  ball.SetVisible(true);
+  ball.UpdateSize(tiny);
+  LookFrom(tiny);
+  EXPECT_GT(ball.GetSize(), 0.0);
+  EXPECT_EQ(DrawnOpacity(), 0.0);
+}
+
 TEST_F(PivotBallTest, has_no_opacity_behind_the_camera) {
   Show();
   LookFrom(WithPivot(TenUnitsAway(), Vector3(0, 0, 20)));

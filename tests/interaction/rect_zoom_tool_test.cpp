@@ -201,6 +201,36 @@ TEST_F(RectTest, a_crosshair_near_the_press_alternates_between_none_and_small) {
   }
 }
 
+TEST_F(RectTest, a_crosshair_far_enough_from_the_press_reaches_ten_pixels_less_and_at_most_ten) {
+  for (int d = 15; d < 30; ++d) {
+    Drag(400, 300, 400 + 2 * d, 300 + 2 * d);
+    const auto drawn = Draw();
+    ASSERT_EQ(drawn.size(), 6U) << d;
+    const auto size = static_cast<float>(std::min(d - 10, 10));
+    const auto x = static_cast<float>(400 + d);
+    const auto y = static_cast<float>(300 + d);
+    EXPECT_EQ(drawn[4].vertices, (std::vector<float>{x, y + size, 0, x, y - size, 0})) << d;
+    EXPECT_EQ(drawn[5].vertices, (std::vector<float>{x - size, y, 0, x + size, y, 0})) << d;
+    tool.OnKeyDown(KEY_ESCAPE);
+  }
+}
+
+TEST_F(RectTest, the_middle_is_cut_to_whole_pixels_before_it_is_measured) {
+  // To (371, 271): the middle at (385.5, 285.5) counts as (385, 285), 15 pixels from the press, not 14.
+  Drag(400, 300, 371, 271);
+  const auto drawn = Draw();
+  ASSERT_EQ(drawn.size(), 6U);
+  EXPECT_EQ(drawn[4].vertices, (std::vector<float>{385.5F, 290.5F, 0, 385.5F, 280.5F, 0}));
+}
+
+TEST_F(RectTest, a_crosshair_that_comes_up_before_the_first_move_stands_at_the_press) {
+  tool.OnMouseDown(100, 200);
+  EXPECT_EQ(Draw().size(), 2U);
+  const auto drawn = Draw();
+  ASSERT_EQ(drawn.size(), 6U);
+  EXPECT_EQ(drawn[4].vertices, (std::vector<float>{100, 210, 0, 100, 190, 0}));
+}
+
 TEST_F(RectTest, a_refused_pass_draws_nothing) {
   Drag(100, 100, 300, 200);
   bench.renderer.FailAlways("BeginRender");
