@@ -25,3 +25,5 @@ std::vector<BenchmarkCase*> GetPickCases();
 /// Beside one spherical interpolation and one look-at; each is checked against where it must lead.
 std::vector<BenchmarkCase*> GetShotCases();
 std::vector<BenchmarkCase*> GetFitCases();
+/// Beside the picks of the cube alone; a draw, beside a copy of what it draws as well.
+std::vector<BenchmarkCase*> GetCubeCases();

@@ -1,4 +1,5 @@
 // The cube and its compass, as renderer calls.
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 
@@ -267,20 +268,18 @@ void Orientor::DrawArrowPart(const Renderer::MaterialParams& material, const Vec
   DrawBoxArrow(material, view, part.Normalized(), select, id);
 }
 
-// Whether the view looks along a face that lies beside this one; then `aside` is where the arrow is wide.
+// Whether `direction` is that of a face and the view looks along another that lies beside it; then `aside` is
+// where the arrow is wide.
 bool Orientor::FindArrowDirection(const Vector3& view, const Vector3& direction, Vector3& aside) const {
-  const int face = GetGeometryPartIndex(direction);
-  if (face < 0 || face >= FACE_COUNT) return false;
+  const Vector3* const faces = partDirections;
+  const Vector3* const facesEnd = partDirections + FACE_COUNT;
+  if (std::find(faces, facesEnd, direction) == facesEnd) return false;
   const double cosine = direction.Dot(view);
   if (std::abs(1.0 - cosine) <= Math::EPSILON_VALUE || std::abs(1.0 + cosine) <= Math::EPSILON_VALUE) {
     return false;
   }
-  for (int other = 0; other < FACE_COUNT; ++other) {
-    if (!NearlyEqual(view, partDirections[other])) continue;
-    aside = view.Cross(direction).Normalize();
-    return true;
-  }
-  return false;
+  aside = view.Cross(direction).Normalize();
+  return std::any_of(faces, facesEnd, [&](const Vector3& face) { return NearlyEqual(view, face); });
 }
 
 void Orientor::DrawBoxArrow(const Renderer::MaterialParams& material, const Vector3& view,

@@ -15,10 +15,10 @@ class CountingRenderer : public RecordingRenderer {
     ++ended;
     return true;
   }
-  bool RenderGeometry(unsigned vertexCount, const float* /*vertices*/, const float* /*texCoords*/,
+  bool RenderGeometry(unsigned count, const float* /*vertices*/, const float* /*texCoords*/,
                       const MaterialParams* /*material*/) override {
     ++drawn;
-    vertices += vertexCount;
+    vertexCount += count;
     return true;
   }
   using RecordingRenderer::Render;
@@ -29,7 +29,7 @@ class CountingRenderer : public RecordingRenderer {
 
   long begun = 0;
   long ended = 0;
-  long drawn = 0;     // calls of RenderGeometry
-  long vertices = 0;  // in them
+  long drawn = 0;        // calls of RenderGeometry
+  long vertexCount = 0;  // in them
   long icons = 0;
 };
