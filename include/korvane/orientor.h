@@ -296,6 +296,7 @@ class ZOVTOOLS_API Orientor {
 
  private:
   class GeometryPass;
+  class GeometryPick;
 
   void UpdateScreenSize();
   void UpdateClosestPart(const Vector3& view);

@@ -48,42 +48,64 @@ bool Orientor::IsCameraLookingUp() const {
   return ViewDirection(camera).Dot(scene.world_up_direction) > 0.0;
 }
 
+/// The passes over cube and compass at one pixel.
+class Orientor::GeometryPick {
+ public:
+  GeometryPick(Orientor& cube, const Vector3& viewDirection, const Vector3& up, const Vector2& pixel)
+      : orientor(cube), view(viewDirection), point(pixel) {
+    orientor.GetPerspectiveCamera(box, camera, view, up);
+  }
+
+  int PickParts(int end) {
+    return Pick(0, end, [&](int part) {
+      orientor.DrawCubePart(material, view, orientor.partDirections[part], true, part);
+    });
+  }
+
+  int PickLetters() { return PickCompass(COMPASS_LETTERS_BEGIN, COMPASS_RING_BEGIN); }
+  int PickRing() { return PickCompass(COMPASS_RING_BEGIN, PART_COUNT); }
+
+ private:
+  int PickCompass(int begin, int end) {
+    if (!orientor.parameters.draw_compass || orientor.IsMouseOnOverlayPart()) return -1;
+    return Pick(begin, end, [&](int part) {
+      orientor.DrawCompassPart(material, view, orientor.partDirections[part], part, true);
+    });
+  }
+
+  template <class Lay>
+  int Pick(int begin, int end, Lay lay) {
+    const int hit = orientor.Pick(point, box, camera, Renderer::RENDER_PERSPECTIVE, [&] {
+      for (int part = begin; part < end; ++part) lay(part);
+    });
+    return hit >= begin && hit < end ? hit : -1;  // a host's own pick may answer anything
+  }
+
+  Orientor& orientor;
+  const Vector3& view;
+  const Vector2& point;
+  const Renderer::MaterialParams material;
+  Box2 box;
+  CameraParameters camera;
+};
+
 // From below the compass stands before the cube, from above behind it. The arrows go before the face to
 // which they lead.
 int Orientor::GetSelectionGeometry(const Vector3& view, const Vector3& up, const Vector2& point) {
   if (renderer == nullptr || cameraOperations == nullptr) return -1;
   for (bool& arrow : faceArrows) arrow = false;
   const bool lookingUp = IsCameraLookingUp();
-  const Renderer::MaterialParams material;
-  Box2 box;
-  CameraParameters camera;
-  GetPerspectiveCamera(box, camera, view, up);
+  GeometryPick pick(*this, view, up, point);
 
-  const auto pickParts = [&](int end) {
-    return Pick(point, box, camera, Renderer::RENDER_PERSPECTIVE, [&] {
-      for (int part = 0; part < end; ++part) DrawCubePart(material, view, partDirections[part], true, part);
-    });
-  };
-  const auto pickCompass = [&](int begin, int end) {
-    if (!parameters.draw_compass || IsMouseOnOverlayPart()) return -1;
-    return Pick(point, box, camera, Renderer::RENDER_PERSPECTIVE, [&] {
-      for (int part = begin; part < end; ++part) {
-        DrawCompassPart(material, view, partDirections[part], part, true);
-      }
-    });
-  };
-  const auto pickLetters = [&] { return pickCompass(COMPASS_LETTERS_BEGIN, COMPASS_RING_BEGIN); };
-
-  const int face = pickParts(FACE_COUNT);
+  const int face = pick.PickParts(FACE_COUNT);
   if (face >= 0 && faceArrows[face]) return face;
-  const int nearLetter = lookingUp ? pickLetters() : -1;
+  const int nearLetter = lookingUp ? pick.PickLetters() : -1;
   if (nearLetter >= 0) return nearLetter;
-  const int part = pickParts(GEOMETRY_PART_COUNT);
+  const int part = pick.PickParts(GEOMETRY_PART_COUNT);
   const bool selectable = part < FACE_COUNT || !parameters.select_faces_only;
   if (part >= 0 && selectable) return part;
-  const int farLetter = lookingUp ? -1 : pickLetters();
-  if (farLetter >= 0) return farLetter;
-  return pickCompass(COMPASS_RING_BEGIN, PART_COUNT);
+  const int farLetter = lookingUp ? -1 : pick.PickLetters();
+  return farLetter >= 0 ? farLetter : pick.PickRing();
 }
 
 int Orientor::GetSelectionOverlay(const Vector3& view, const Vector3& up, const Vector2& point) {
@@ -99,10 +121,11 @@ int Orientor::GetSelectionOverlay(const Vector3& view, const Vector3& up, const 
   Box2 box;
   CameraParameters camera;
   GetOverlayCamera(box, camera, view, up);
-  return Pick(point, box, camera, Renderer::RENDER_OVERLAY, [&] {
+  const int hit = Pick(point, box, camera, Renderer::RENDER_OVERLAY, [&] {
     for (const OverlayPart part : BUTTONS) DrawOverlayPart(material, part, true);
     DrawUCSMenu(ucsLabel, OVERLAY_UCS_MENU, true);
   });
+  return hit >= 0 && hit < OVERLAY_PART_COUNT ? hit : -1;
 }
 
 bool Orientor::IsPointInBounds(int x, int y) {

@@ -4,6 +4,7 @@
 
 #include "korvane/orientor.h"
 #include "support/cameras.h"
+#include "support/counting_renderer.h"
 #include "support/memory_hub.h"
 #include "support/recording_renderer.h"
 
@@ -97,5 +98,18 @@ struct CubeScene {
 
   MemoryHub hub;
   RecordingRenderer renderer;
+  OpenOrientor cube;
+};
+
+/// A created cube whose renderer only counts, seen straight from the front; its viewport has no size yet.
+struct CountingScene {
+  CountingScene() : hub(LookAlong(Korvane::Vector3(-1.0, 0.0, 0.0))) {
+    cube.SetKorvane(&hub);
+    cube.SetRenderer(&renderer);
+    cube.Create();
+  }
+
+  MemoryHub hub;
+  CountingRenderer renderer;
   OpenOrientor cube;
 };

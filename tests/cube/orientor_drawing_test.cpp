@@ -10,7 +10,6 @@
 #include "cube/pick_oracle.h"
 #include "korvane/icon2d.h"
 #include "support/allocation_counter.h"
-#include "support/counting_renderer.h"
 
 namespace {
 
@@ -889,14 +888,10 @@ TEST(OrientorOverlay, shows_the_other_label_under_the_mouse_and_none_when_unwant
 // ---- what a draw costs ----
 
 TEST(OrientorDraw, allocates_nothing) {
-  MemoryHub hub(LookAlong(Vector3(-1, 0, 0)));
-  CountingRenderer renderer;
-  OpenOrientor cube;
-  cube.SetKorvane(&hub);
-  cube.SetRenderer(&renderer);
+  CountingScene scene;
+  OpenOrientor& cube = scene.cube;
   cube.GetParameters().draw_compass = true;
   cube.GetParameters().draw_ucs_menu = true;
-  cube.Create();
   cube.SetViewportSize(1024, 768);
   cube.SetViewportMousePosition(964, 60);
   cube.Draw();
@@ -906,8 +901,8 @@ TEST(OrientorDraw, allocates_nothing) {
     cube.Draw();
   }
   EXPECT_EQ(counter.GetAllocations(), 0U);
-  EXPECT_GT(renderer.drawn, 124 * 60);
-  EXPECT_EQ(renderer.icons, 125);
+  EXPECT_GT(scene.renderer.drawn, 124 * 60);
+  EXPECT_EQ(scene.renderer.icons, 125);
 }
 
 }  // namespace

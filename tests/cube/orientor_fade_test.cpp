@@ -38,25 +38,18 @@ double Curve(double distance) {
 }
 
 TEST(OrientorFade, is_whole_at_105_percent_of_the_size_and_gone_at_180) {
-  FadeScene scene;
-  scene.PointFromCorner(105, 50);
-  EXPECT_EQ(scene.cube.fade, 1.0F);
-  EXPECT_EQ(scene.cube.opacity, 1.0F);
-  scene.PointFromCorner(106, 50);
-  EXPECT_LT(scene.cube.fade, 1.0F);
-  scene.PointFromCorner(179, 50);
-  EXPECT_GT(scene.cube.fade, 0.0F);
-  scene.PointFromCorner(180, 50);
-  EXPECT_EQ(scene.cube.fade, 0.0F);
-
-  scene.PointFromCorner(50, 105);
-  EXPECT_EQ(scene.cube.fade, 1.0F);
-  scene.PointFromCorner(50, 106);
-  EXPECT_LT(scene.cube.fade, 1.0F);
-  scene.PointFromCorner(50, 179);
-  EXPECT_GT(scene.cube.fade, 0.0F);
-  scene.PointFromCorner(50, 180);
-  EXPECT_EQ(scene.cube.fade, 0.0F);
+  for (const bool sideways : {true, false}) {
+    FadeScene scene;
+    const auto fadeAt = [&](int distance) {
+      scene.PointFromCorner(sideways ? distance : 50, sideways ? 50 : distance);
+      return scene.cube.fade;
+    };
+    EXPECT_EQ(fadeAt(105), 1.0F);
+    EXPECT_EQ(scene.cube.opacity, 1.0F);
+    EXPECT_LT(fadeAt(106), 1.0F);
+    EXPECT_GT(fadeAt(179), 0.0F);
+    EXPECT_EQ(fadeAt(180), 0.0F);
+  }
 }
 
 TEST(OrientorFade, follows_half_a_sine_wave_by_the_farther_axis_in_every_corner) {

@@ -9,7 +9,6 @@
 #include "cube/pick_oracle.h"
 #include "korvane/icon2d.h"
 #include "support/allocation_counter.h"
-#include "support/counting_renderer.h"
 #include "support/random.h"
 
 namespace {
@@ -576,14 +575,10 @@ TEST(OrientorBounds, hold_the_cube_and_the_overlay_and_nothing_else) {
 // ---- what a move costs ----
 
 TEST(OrientorPicking, allocates_nothing_in_a_move) {
-  MemoryHub hub(LookAlong(Vector3(-1, 0, 0)));
-  CountingRenderer renderer;
-  OpenOrientor cube;
-  cube.SetKorvane(&hub);
-  cube.SetRenderer(&renderer);
+  CountingScene scene;
+  OpenOrientor& cube = scene.cube;
   cube.GetParameters().draw_compass = true;
   cube.GetParameters().draw_ucs_menu = true;
-  cube.Create();
   cube.SetViewportSize(1024, 768);
   cube.SetViewportMousePosition(0, 0);
   const AllocationCounter counter;
@@ -592,7 +587,7 @@ TEST(OrientorPicking, allocates_nothing_in_a_move) {
     cube.SetViewportMousePosition(x, 67);
   }
   EXPECT_EQ(counter.GetAllocations(), 0U);
-  EXPECT_GT(hub.queried, 300);
+  EXPECT_GT(scene.hub.queried, 300);
 }
 
 }  // namespace

@@ -6,7 +6,6 @@
 
 #include "cube/cube_scene.h"
 #include "korvane/icon2d.h"
-#include "support/counting_renderer.h"
 #include "support/random.h"
 
 namespace {
@@ -68,14 +67,7 @@ constexpr bool OrientorParameters::*SWITCHES[] = {
     &OrientorParameters::disabled,      &OrientorParameters::draw_closest_face,
 };
 
-class RobustScene {
- public:
-  RobustScene() : hub(LookAlong(Vector3(-1, 0, 0))) {
-    cube.SetKorvane(&hub);
-    cube.SetRenderer(&renderer);
-    cube.Create();
-  }
-
+struct RobustScene : CountingScene {
   // All that a host may call in a frame.
   void Exercise(int x, int y) {
     cube.SetViewportMousePosition(x, y);
@@ -99,10 +91,6 @@ class RobustScene {
     EXPECT_GE(cube.fade, 0.0F);
     EXPECT_LE(cube.fade, 1.0F);
   }
-
-  MemoryHub hub;
-  CountingRenderer renderer;
-  OpenOrientor cube;
 };
 
 TEST(OrientorRobustness, stands_a_viewport_without_size) {
@@ -280,6 +268,27 @@ TEST(OrientorRobustness, hits_nothing_when_no_pick_can_be_opened) {
   scene.Exercise(964, 60);
   EXPECT_EQ(scene.cube.GetActiveGeometryPart(), -1);
   EXPECT_EQ(scene.cube.rawOverlayPart, -1);
+}
+
+// A host with a pick of its own may answer any number.
+class StrayRenderer : public CountingRenderer {
+ public:
+  int GetSelection() const override { return answer; }
+  int answer = 0;
+};
+
+TEST(OrientorRobustness, takes_no_number_from_a_hosts_pick_that_was_not_offered) {
+  for (const int answer : INTS) {
+    RobustScene scene;
+    StrayRenderer stray;
+    stray.answer = answer;
+    scene.cube.GetParameters().draw_compass = true;
+    scene.cube.SetRenderer(&stray);
+    scene.cube.SetViewportSize(1024, 768);
+    scene.Exercise(964, 60);
+    EXPECT_EQ(scene.cube.GetActiveGeometryPart(), answer >= 0 && answer < 58 ? answer : -1);
+    EXPECT_EQ(scene.cube.rawOverlayPart, answer >= 0 && answer < 6 ? answer : -1);
+  }
 }
 
 }  // namespace
