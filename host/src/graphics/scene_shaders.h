@@ -190,7 +190,7 @@ void main() {
 }
 )";
 
-// A tint of the accent colour over a face: (0, 0.38, 0.75) at 0.45, premultiplied.
+// A tint of the accent colour over a face: (0, 0.38, 0.75) at 0.6, premultiplied.
 inline constexpr const char* faceVertexShader = R"(
 layout(location = 0) in vec3 position;
 uniform mat4 matrix;
@@ -199,7 +199,7 @@ void main() { gl_Position = matrix * vec4(position, 1.0); }
 
 inline constexpr const char* faceFragmentShader = R"(
 out vec4 fragment;
-void main() { fragment = vec4(0.0, 0.171, 0.3375, 0.45); }
+void main() { fragment = vec4(0.0, 0.228, 0.45, 0.6); }
 )";
 
 }  // namespace zovhost
