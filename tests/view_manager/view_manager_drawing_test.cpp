@@ -165,6 +165,18 @@ TEST_F(DrawingTest, takes_a_cursor_from_a_frame_to_the_set_cursor_message) {
   EXPECT_FALSE(manager.OnSetCursor());
 }
 
+TEST_F(DrawingTest, goes_on_when_the_cube_is_taken_away_while_it_draws) {
+  class Leaving : public FakeOrientor {
+   public:
+    Leaving(ViewManager& owner, Journal& theJournal) : FakeOrientor(theJournal), manager(owner) {}
+    void Draw() override { manager.SetOrientor(nullptr); }
+    ViewManager& manager;
+  } leaving(manager, journal);
+  manager.SetOrientor(&leaving);
+  manager.OnDraw();
+  EXPECT_EQ(journal.lines.back(), "controller.Draw");
+}
+
 TEST_F(DrawingTest, draws_without_a_renderer) {
   tool->cursorID = CURSOR_LOOK;
   cube.activePart = 5;

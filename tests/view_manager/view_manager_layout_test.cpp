@@ -413,6 +413,17 @@ TEST_F(LayoutTest, gives_the_storyboard_the_room_beside_the_cube_and_above_the_b
   }
 }
 
+TEST_F(LayoutTest, rounds_the_room_that_the_cube_takes_from_the_storyboard_up) {
+  Cube().normal_screen_size = 121;  // 157.3 with a compass
+  Cube().draw_compass = true;
+  Cube().screen_location = BOTTOM_LEFT;
+  manager.Refresh();
+  EXPECT_EQ(panel.GetLeft(), 158);
+  Cube().screen_location = BOTTOM_RIGHT;
+  manager.Refresh();
+  EXPECT_EQ(panel.viewportWidth, 642);
+}
+
 // ---- what shows ----
 
 TEST_F(LayoutTest, shows_and_hides_the_cube) {

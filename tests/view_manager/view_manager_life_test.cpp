@@ -216,6 +216,32 @@ TEST_F(LifeTest, leaves_nobody_a_ball_that_is_gone) {
   manager.OnDraw();
 }
 
+TEST_F(LifeTest, takes_the_ball_away_from_the_disc_before_it_destroys_it) {
+  class Watching : public PivotBall {
+   public:
+    explicit Watching(FakeDisc& theDisc) : disc(theDisc) {}
+    bool Destroy() override {
+      disc.journal.Ask("ball", disc.GetPivotBall() == nullptr ? "Destroy" : "Destroy while the disc has it");
+      return true;
+    }
+    FakeDisc& disc;
+  };
+  class Making : public OpenViewManager {
+   public:
+    explicit Making(FakeDisc& theDisc) : disc(theDisc) {}
+    PivotBall* InstantiatePivotBall() override { return new Watching(disc); }
+    FakeDisc& disc;
+  } making(disc);
+  making.SetKorvane(&hub);
+  making.SetRenderer(&renderer);
+  making.SetHelmDisc(&disc);
+  making.Create();
+  EXPECT_EQ(disc.GetPivotBall(), making.GetPivotBall());
+  Forget();
+  EXPECT_TRUE(making.Destroy());
+  EXPECT_EQ(journal.lines, (Lines{"ball.Destroy", "disc.Destroy"}));
+}
+
 TEST_F(LifeTest, leaves_a_disc_its_own_ball) {
   manager.Create();
   PivotBall own;
@@ -389,7 +415,9 @@ TEST_F(LifeTest, keeps_toolbars_in_the_order_of_adding) {
   EXPECT_FALSE(manager.RemoveToolbar(nullptr));
   EXPECT_TRUE(manager.AddToolbar(&first));  // to the end
   manager.Create();
-  EXPECT_EQ(Only({"Create"}).back(), "first.Create");
+  const Lines created = Only({"Create"});
+  EXPECT_EQ(created.back(), "first.Create");
+  EXPECT_EQ(std::count(created.begin(), created.end(), "first.Create"), 1);
   EXPECT_TRUE(manager.RemoveToolbar(&first));
   EXPECT_TRUE(manager.RemoveToolbar(&first));
   manager.Destroy();

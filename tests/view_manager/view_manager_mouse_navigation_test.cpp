@@ -262,6 +262,16 @@ TEST_F(MouseNavigationTest, zooms_by_the_wheel_until_it_rests) {
   EXPECT_EQ(disc.menu.moves, 1);
 }
 
+TEST_F(MouseNavigationTest, asks_for_a_frame_when_the_wheel_begins_a_drag) {
+  manager.zoomTool = std::make_unique<FakeToolOf<MouseWheelZoomTool>>("zoom", journal);
+  journal.takers = {"zoom"};
+  disc.visible = false;  // so that hiding it asks for none
+  hub.requested = 0;
+  EXPECT_TRUE(manager.OnMouseWheel(400, 300, 120));
+  EXPECT_TRUE(MouseDrag());
+  EXPECT_EQ(hub.requested, 1);
+}
+
 TEST_F(MouseNavigationTest, sends_a_move_after_the_wheel_has_come_to_rest) {
   manager.OnMouseWheel(400, 300, 120);
   platform.Advance(600);

@@ -526,6 +526,32 @@ TEST_F(RoutingTest, puts_the_cursor_back_after_a_drag_of_the_cube_that_left_its_
   EXPECT_EQ(cube.mouseY, 399);
 }
 
+TEST_F(RoutingTest, begins_each_drag_of_the_cube_anew) {
+  cube.dragging = true;
+  for (const bool leaves : {true, false}) {
+    cube.mouseInRegion = !leaves;
+    manager.GetPivotBall()->SetLabel(static_cast<StringID>(40));
+    renderer.ApplyTextureUsage();
+    Forget();
+    manager.OnLeftMouseDown(X, Y);
+    manager.OnMouseMove(X + 1, Y);
+    EXPECT_EQ(renderer.CountCalls("CreatePivotLabel"), 1);  // the pivot's again
+    manager.OnMouseMove(X + 2, Y);
+    manager.OnLeftMouseUp(X + 2, Y);
+    EXPECT_EQ(renderer.CountCalls("SetCursorPosition"), leaves ? 1 : 0);
+  }
+}
+
+TEST_F(RoutingTest, keeps_an_offered_right_press_until_its_release) {
+  EXPECT_FALSE(manager.OnRightMouseDown(X, Y));
+  EXPECT_TRUE(manager.rightClickOpen);
+  manager.OnRightMouseUp(X, Y);
+  EXPECT_FALSE(manager.rightClickOpen);
+  manager.OnLeftMouseDown(X, Y);
+  manager.OnRightMouseDown(X, Y);
+  EXPECT_FALSE(manager.rightClickOpen);
+}
+
 TEST_F(RoutingTest, brings_the_disc_up_to_date_after_a_drag_of_the_cube) {
   disc.Open(DiscType::FullNavigation);
   for (const bool inRegion : {true, false}) {
