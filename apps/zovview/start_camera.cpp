@@ -98,15 +98,19 @@ CameraParameters MakeStartCamera(const zovhost::Scene& scene, double width, doub
   return camera;
 }
 
+void SetUpDirection(ViewerHub& hub, const Vector3& up) {
+  Korvane::ApplicationParameters& parameters = hub.GetApplicationParameters();
+  parameters.scene_up_direction = parameters.world_up_direction = parameters.custom_orbit_up = up;
+  const Vector3 front = ChooseFront(up);
+  parameters.scene_front_direction = parameters.world_front_direction = parameters.custom_orbit_front = front;
+}
+
 void EnterScene(ViewerHub& hub, const zovhost::Scene& scene) {
   hub.EndOperation(Korvane::OPERATION_ALL);
   hub.EndShot();
 
   Korvane::ApplicationParameters& parameters = hub.GetApplicationParameters();
-  parameters.scene_up_direction = parameters.world_up_direction = scene.GetUpDirection();
-  parameters.scene_front_direction = parameters.world_front_direction = ChooseFront(scene.GetUpDirection());
-  parameters.custom_orbit_up = parameters.scene_up_direction;
-  parameters.custom_orbit_front = parameters.scene_front_direction;
+  SetUpDirection(hub, scene.GetUpDirection());
   parameters.use_projection_transitions = true;
 
   const Vector3 centre = scene.GetCentre();

@@ -20,6 +20,9 @@ Korvane::Vector3 ChooseFront(const Korvane::Vector3& up);
 /// size shows what the perspective shows at the depth of the centre.
 Korvane::CameraParameters MakeStartCamera(const zovhost::Scene& scene, double width, double height);
 
+/// What counts as up for the scene and the world, unit length; the front follows from it.
+void SetUpDirection(ViewerHub& hub, const Korvane::Vector3& up);
+
 /// Makes the scene the one of the hub: directions, bounds, home camera and view. Whatever runs is ended.
 void EnterScene(ViewerHub& hub, const zovhost::Scene& scene);
 

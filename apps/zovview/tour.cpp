@@ -8,16 +8,13 @@
 #include <memory>
 #include <utility>
 
-#include "navigation.h"
 #include "progress_line.h"
-#include "selection.h"
-#include "start_camera.h"
 #include "tour_clock.h"
 #include "tour_output.h"
 #include "tour_pace.h"
 #include "tour_script.h"
 #include "view_commands.h"
-#include "viewer_hub.h"
+#include "viewport.h"
 #include "zovhost/gl_scene_view.h"
 #include "zovhost/gui.h"
 #include "zovhost/offscreen_target.h"
@@ -56,10 +53,12 @@ class Tour {
  private:
   bool PlayMove(const TourMove& move, TourOutput& output, std::string& error);
   void Begin(const TourMove& move);
+  void Continue(const TourMove& move, int frameCountOfMove);
   void End(const TourMove& move);
+  void Send(zovhost::WindowEvent::Type type, zovhost::MouseButton button, int clicks = 0);
+  void DrawUnseen();
   bool TakePicture(const TourMove& move, bool isLast, TourOutput& output, std::string& error);
   void DrawCaption(const TourMove& move) const;
-  void DrawRectangle(const TourMove& move) const;
   void DrawPointer() const;
   ImVec2 ToScreen(const TourPointer& position) const;
 
@@ -71,9 +70,8 @@ class Tour {
   zovhost::GLSceneView sceneView;
   zovhost::OffscreenTarget target;
   zovhost::Gui gui;
-  ViewerHub hub;
-  Selection selection;
-  Navigation navigation;
+  zovhost::RendererHost host;  // without a pointer and menus
+  Viewport view;
   ProgressLine progress;
   TourPointer pointer = {0.5, 0.5};
   bool pressed = false;
@@ -88,26 +86,16 @@ Tour::Tour(zovhost::Window& onWindow, const zovhost::Scene& ofScene, const TourO
       width(options.width),
       height(options.height),
       gui(options.width, options.height),
-      hub([this] { window.RequestFrame(); }),
-      selection(hub),
-      navigation(hub, {[this](const Korvane::Vector3& origin, const Korvane::Vector3& direction,
-                              Korvane::Vector3& point) {
-                         zovhost::Scene::Hit hit;
-                         if (!scene.Intersect(origin, direction, hit)) return false;
-                         point = hit.point;
-                         return true;
-                       },
-                       [](Korvane::CursorID) {}}),
+      view({[this] { window.RequestFrame(); }, host, [](int, int) {}}),
       progress(ProgressLine::OffTerminal::Quarters) {}
 
 bool Tour::Prepare(std::string& error) {
-  if (!target.Create(width, height, SAMPLES) || !sceneView.SetScene(&scene)) {
+  if (!target.Create(width, height, SAMPLES) || !sceneView.SetScene(&scene) || !view.Create()) {
     error = "the graphics memory does not hold this model at this size";
     return false;
   }
-  selection.SetScene(&scene);
-  hub.SetViewportSize(width, height);
-  EnterScene(hub, scene);
+  view.SetPlace(0, 0, width, height, 1.0);
+  view.SetScene(scene);
   return true;
 }
 
@@ -126,61 +114,78 @@ bool Tour::PlayMove(const TourMove& move, TourOutput& output, std::string& error
     if (!window.Step(0)) return false;  // interrupted
     clock.Advance();
     pointer = FindPointer(move, static_cast<double>(i) / frames);
-    navigation.OnMouseMove(static_cast<int>(pointer.x * width), static_cast<int>(pointer.y * height));
-    navigation.PerformFrame();
+    Continue(move, frames);
+    view.PerformFrame();
     progress.Show(static_cast<double>(frame) / frameCount, "tour: " + std::string(move.caption));
     const bool isLastPicture = i + FRAMES_PER_PICTURE > frames;
-    if (frame++ % FRAMES_PER_PICTURE == 0 && !TakePicture(move, isLastPicture, output, error)) return false;
+    if (frame++ % FRAMES_PER_PICTURE != 0) {
+      DrawUnseen();
+    } else if (!TakePicture(move, isLastPicture, output, error)) {
+      return false;
+    }
   }
   End(move);
   return true;
 }
 
+void Tour::Send(zovhost::WindowEvent::Type type, zovhost::MouseButton button, int clicks) {
+  zovhost::WindowEvent event;
+  event.type = type;
+  event.x = static_cast<int>(pointer.x * width);
+  event.y = static_cast<int>(pointer.y * height);
+  event.button = button;
+  event.clicks = clicks;
+  view.OnEvent(event);
+}
+
 void Tour::Begin(const TourMove& move) {
-  const ViewTarget actsOn = {hub, selection};
+  using Type = zovhost::WindowEvent::Type;
   pointer = FindPointer(move, 0.0);
-  const int x = static_cast<int>(pointer.x * width);
-  const int y = static_cast<int>(pointer.y * height);
-  pressed = move.kind == TourMove::Kind::Drag || move.kind == TourMove::Kind::Rectangle;
+  pressed = move.kind == TourMove::Kind::Drag;
   points = move.kind != TourMove::Kind::Rest && move.kind != TourMove::Kind::Command;
   switch (move.kind) {
     case TourMove::Kind::Rest:
-    case TourMove::Kind::Rectangle:
+    case TourMove::Kind::Wheel:
       return;
     case TourMove::Kind::Drag:
-      return navigation.OnMouseDown(move.button, x, y);
-    case TourMove::Kind::Wheel:
-      return navigation.OnWheel(x, y, move.notches);
+      return Send(Type::MouseDown, move.button, 1);
     case TourMove::Kind::Click:
-      return selection.PickAt(x, y);
     case TourMove::Kind::DoubleClick:
-      CentreOnPixel(actsOn, x, y);
-      return;
+      Send(Type::MouseDown, move.button, move.kind == TourMove::Kind::Click ? 1 : 2);
+      return Send(Type::MouseUp, move.button);
     case TourMove::Kind::Command:
-      return move.command(actsOn);
+      return view.Run(*FindViewCommand(std::string_view(move.command)));
   }
 }
 
+void Tour::Continue(const TourMove& move, int frameCountOfMove) {
+  if (points) Send(zovhost::WindowEvent::Type::MouseMove, move.button);
+  if (move.kind != TourMove::Kind::Wheel) return;
+  zovhost::WindowEvent event;
+  event.type = zovhost::WindowEvent::Type::Wheel;
+  event.x = static_cast<int>(pointer.x * width);
+  event.y = static_cast<int>(pointer.y * height);
+  event.wheel = move.notches / frameCountOfMove;
+  view.OnEvent(event);
+}
+
 void Tour::End(const TourMove& move) {
-  const Korvane::Vector2 size(width, height);
-  const Korvane::Vector2 from(move.fromX * size.x, move.fromY * size.y);
-  const Korvane::Vector2 to(move.toX * size.x, move.toY * size.y);
-  if (move.kind == TourMove::Kind::Drag) {
-    navigation.OnMouseUp(move.button, static_cast<int>(to.x), static_cast<int>(to.y));
-  }
-  if (move.kind == TourMove::Kind::Rectangle) {
-    const Korvane::Vector2 half(std::abs(to.x - from.x) * 0.5, std::abs(to.y - from.y) * 0.5);
-    ZoomIntoRectangle({hub, selection}, Korvane::Box2((from + to) * 0.5, half));
-  }
+  if (pressed) Send(zovhost::WindowEvent::Type::MouseUp, move.button);
+}
+
+// Tools end their moves when they are drawn.
+void Tour::DrawUnseen() {
+  target.Bind();
+  view.DrawWidgets();
 }
 
 // Of what goes by itself the sheet shows where it leads to.
 bool Tour::TakePicture(const TourMove& move, bool isLast, TourOutput& output, std::string& error) {
   zovhost::Image picture;
-  sceneView.GetOptions().selectedPart = selection.GetPart();
-  bool taken = target.Bind() && sceneView.Draw(hub.GetView(), width, height);
+  sceneView.GetOptions().selectedPart = view.GetSelection().GetPart();
+  bool taken = target.Bind() && sceneView.Draw(view.GetHub().GetView(), width, height);
+  view.DrawWidgets();
   gui.BeginFrame();
-  DrawRectangle(move);
   DrawPointer();
   DrawCaption(move);
   gui.EndFrame();
@@ -202,16 +207,6 @@ void Tour::DrawCaption(const TourMove& move) const {
   list.AddRectFilled(ImVec2(corner.x - 12.0F, corner.y - 6.0F),
                      ImVec2(corner.x + text.x + 12.0F, corner.y + text.y + 6.0F), DARK, 6.0F);
   list.AddText(corner, LIGHT, move.caption);
-}
-
-// White with a dark edge, so that it reads on anything.
-void Tour::DrawRectangle(const TourMove& move) const {
-  if (move.kind != TourMove::Kind::Rectangle) return;
-  ImDrawList& list = *ImGui::GetForegroundDrawList();
-  const ImVec2 from = ToScreen({move.fromX, move.fromY});
-  const ImVec2 to = ToScreen(pointer);
-  list.AddRect(from, to, DARK, 0.0F, 0, 4.0F);
-  list.AddRect(from, to, LIGHT, 0.0F, 0, 2.0F);
 }
 
 // Where something is done with it.

@@ -1,9 +1,7 @@
 #pragma once
 
-#include <optional>
 #include <span>
 
-#include "view_commands.h"
 #include "zovhost/window.h"
 
 namespace zovview {
@@ -14,9 +12,8 @@ struct TourMove {
     Rest,         // nothing is done; what travels goes on
     Drag,         // `button` held from one position to another
     Wheel,        // `notches` turned at the first position
-    Click,        // at the first position: selects
-    DoubleClick,  // at the first position: brings to the middle
-    Rectangle,    // drawn from one position to the other; then the view flies into it
+    Click,        // at the first position
+    DoubleClick,  // at the first position
     Command,      // of the panel
   };
   const char* caption;
@@ -27,8 +24,9 @@ struct TourMove {
   double toX = 0.5;
   double toY = 0.5;
   zovhost::MouseButton button = zovhost::MouseButton::Left;
+  const char* command = nullptr;  // its label
   double notches = 0.0;
-  void (*command)(const ViewTarget& target) = nullptr;
+  double arrival = 1.0;  // of the pointer, as a fraction of the time
 };
 
 std::span<const TourMove> GetTourScript();

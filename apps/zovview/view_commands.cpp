@@ -2,27 +2,24 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <initializer_list>
 
+#include "cube_commands.h"
 #include "korvane/shot_parameters.h"
-#include "zovhost/projection.h"
+#include "korvane/view_manager.h"
+#include "view_tools.h"
 
 namespace zovview {
 
-using Korvane::CameraParameters;
-using Korvane::Vector2;
-using Korvane::Vector3;
 using Korvane::ViewAlignShotParameters;
-using ProjectionType = CameraParameters::ProjectionType;
 
 namespace {
 
 constexpr double TRAVEL_SECONDS = 0.5;
-constexpr double BLEND_SECONDS = 0.4;
-constexpr double ZOOM_SECONDS = 0.75;
 
 using enum ViewCommand::Place;
+using enum Korvane::OrientorParameters::Size;
+using enum Korvane::OrientorParameters::Location;
 
 bool IsOrthographic(const ViewTarget& target) { return target.hub.GetView().IsOrthographic(); }
 bool IsSnapping(const ViewTarget& target) { return target.hub.GetApplicationParameters().do_snap_orbit; }
@@ -30,7 +27,20 @@ bool KeepsUp(const ViewTarget& target) {
   return target.hub.GetApplicationParameters().preserve_orbit_up_direction;
 }
 
-constexpr std::array<ViewCommand, 14> COMMANDS = {{
+template <ToolID ID>
+void ChooseTool(const ViewTarget& target) {
+  target.manager.SetActiveTool(ID);
+}
+template <ToolID ID>
+bool IsToolActive(const ViewTarget& target) {
+  return target.manager.GetActiveTool() == ID;
+}
+template <ToolID ID>
+constexpr ViewCommand MakeToolCommand(const char* label, const char* keyName, SDL_Keycode key) {
+  return {Tools, label, keyName, key, ChooseTool<ID>, IsToolActive<ID>};
+}
+
+constexpr auto COMMANDS = std::to_array<ViewCommand>({
     {Views, "Home", "Home", SDLK_HOME, GoHome},
     {Views, "Isometric", "I", SDLK_i, ShowIsometric},
     {Views, "Fit all", "A", SDLK_a, FitAll},
@@ -41,11 +51,52 @@ constexpr std::array<ViewCommand, 14> COMMANDS = {{
     {Views, "Right", "4", SDLK_4, ShowRight},
     {Views, "Top", "5", SDLK_5, ShowTop},
     {Views, "Bottom", "6", SDLK_6, ShowBottom},
+    MakeToolCommand<TOOL_ORBIT>("Orbit", "O", SDLK_o),
+    MakeToolCommand<TOOL_PAN>("Pan", "H", SDLK_h),
+    MakeToolCommand<TOOL_ZOOM>("Zoom", "Z", SDLK_z),
+    MakeToolCommand<TOOL_RECTANGLE>("Zoom to a rectangle", "R", SDLK_r),
+    MakeToolCommand<TOOL_LOOK>("Look", "L", SDLK_l),
+    MakeToolCommand<TOOL_LOOK_MOVE>("Look and move", "M", SDLK_m),
+    MakeToolCommand<TOOL_LOOK_AT>("Look at a face", "T", SDLK_t),
+    MakeToolCommand<TOOL_CENTRE>("Centre", "C", SDLK_c),
+    MakeToolCommand<TOOL_WALK>("Walk", "W", SDLK_w),
     {Settings, "Orthographic", "P", SDLK_p, ToggleProjection, IsOrthographic},
     {Settings, "Snap to views", "S", SDLK_s, ToggleSnapping, IsSnapping},
     {Settings, "Keep upright", "U", SDLK_u, ToggleKeepUp, KeepsUp},
+    {Cube, "Home view", "", SDLK_UNKNOWN, GoHomeByCube},
+    {Cube, "Make this view the home", "", SDLK_UNKNOWN, MakeHome},
+    {CubeProjection, "Perspective", "", SDLK_UNKNOWN, UsePerspective, IsPlainPerspective},
+    {CubeProjection, "Parallel", "", SDLK_UNKNOWN, UseOrthographic, IsPlainOrthographic},
+    {CubeProjection, "Perspective, faces parallel", "", SDLK_UNKNOWN, UseOrthographicFaces,
+     HasOrthographicFaces},
+    {CubeSettings, "Turn about the selection", "", SDLK_UNKNOWN, ToggleLock, IsLocked},
+    {CubeSettings, "Fit on click", "", SDLK_UNKNOWN, ToggleFitOnClick, FitsOnClick},
+    {CubeSettings, "Compass", "", SDLK_UNKNOWN, ToggleCompass, HasCompass},
+    {CubeSettings, "List of coordinates", "", SDLK_UNKNOWN, ToggleCoordinates, HasCoordinates},
+    {CubeSize, "Automatic size", "", SDLK_UNKNOWN, UseCubeSize<SIZE_AUTOMATIC>, IsCubeSize<SIZE_AUTOMATIC>},
+    {CubeSize, "Tiny", "", SDLK_UNKNOWN, UseCubeSize<SIZE_TINY>, IsCubeSize<SIZE_TINY>},
+    {CubeSize, "Small", "", SDLK_UNKNOWN, UseCubeSize<SIZE_SMALL>, IsCubeSize<SIZE_SMALL>},
+    {CubeSize, "Normal", "", SDLK_UNKNOWN, UseCubeSize<SIZE_NORMAL>, IsCubeSize<SIZE_NORMAL>},
+    {CubeSize, "Large", "", SDLK_UNKNOWN, UseCubeSize<SIZE_LARGE>, IsCubeSize<SIZE_LARGE>},
+    {CubeCorner, "Top right", "", SDLK_UNKNOWN, UseCubeCorner<LOCATION_TOP_RIGHT>,
+     IsCubeCorner<LOCATION_TOP_RIGHT>},
+    {CubeCorner, "Bottom right", "", SDLK_UNKNOWN, UseCubeCorner<LOCATION_BOTTOM_RIGHT>,
+     IsCubeCorner<LOCATION_BOTTOM_RIGHT>},
+    {CubeCorner, "Top left", "", SDLK_UNKNOWN, UseCubeCorner<LOCATION_TOP_LEFT>,
+     IsCubeCorner<LOCATION_TOP_LEFT>},
+    {CubeCorner, "Bottom left", "", SDLK_UNKNOWN, UseCubeCorner<LOCATION_BOTTOM_LEFT>,
+     IsCubeCorner<LOCATION_BOTTOM_LEFT>},
+    {CubeOpacity, "0%", "", SDLK_UNKNOWN, UseCubeOpacity<0>, IsCubeOpacity<0>},
+    {CubeOpacity, "25%", "", SDLK_UNKNOWN, UseCubeOpacity<25>, IsCubeOpacity<25>},
+    {CubeOpacity, "50%", "", SDLK_UNKNOWN, UseCubeOpacity<50>, IsCubeOpacity<50>},
+    {CubeOpacity, "75%", "", SDLK_UNKNOWN, UseCubeOpacity<75>, IsCubeOpacity<75>},
+    {CubeOpacity, "100%", "", SDLK_UNKNOWN, UseCubeOpacity<100>, IsCubeOpacity<100>},
+    {Coordinates, "Of the model", "", SDLK_UNKNOWN, UseModelCoordinates,
+     HasCoordinatesOf<CoordinateSystem::Model>},
+    {Coordinates, "Y upward", "", SDLK_UNKNOWN, UseYUpward, HasCoordinatesOf<CoordinateSystem::YUpward>},
+    {Coordinates, "Z upward", "", SDLK_UNKNOWN, UseZUpward, HasCoordinatesOf<CoordinateSystem::ZUpward>},
     {Nowhere, "Clear the selection", "Esc", SDLK_ESCAPE, ClearSelection},
-}};
+});
 
 // From where the directions add up to.
 void Show(const ViewTarget& target,
@@ -63,14 +114,23 @@ void Toggle(ViewerHub& hub, bool& setting) {
   hub.RequestApplicationUpdate();
 }
 
+template <class Match>
+const ViewCommand* Find(Match match) {
+  const auto* const found = std::find_if(COMMANDS.begin(), COMMANDS.end(), match);
+  return found != COMMANDS.end() ? found : nullptr;
+}
+
 }  // namespace
 
 std::span<const ViewCommand> GetViewCommands() { return COMMANDS; }
 
 const ViewCommand* FindViewCommand(SDL_Keycode key) {
-  const auto* const found = std::find_if(COMMANDS.begin(), COMMANDS.end(),
-                                         [key](const ViewCommand& command) { return command.key == key; });
-  return found != COMMANDS.end() ? found : nullptr;
+  if (key == SDLK_UNKNOWN) return nullptr;
+  return Find([key](const ViewCommand& command) { return command.key == key; });
+}
+
+const ViewCommand* FindViewCommand(std::string_view label) {
+  return Find([label](const ViewCommand& command) { return command.label == label; });
 }
 
 // ---- views ----
@@ -83,8 +143,8 @@ void GoHome(const ViewTarget& target) {
   target.hub.BeginShot(transition);
 }
 
-void FitAll(const ViewTarget& target) { target.hub.FitAllToView(); }
-void FitSelection(const ViewTarget& target) { target.hub.FitSelectionToView(); }
+void FitAll(const ViewTarget& target) { target.manager.FitAllToView(); }
+void FitSelection(const ViewTarget& target) { target.manager.FitSelectionToView(); }
 
 void ShowFront(const ViewTarget& target) { Show(target, {ViewAlignShotParameters::CAMERA_FRONT}); }
 void ShowBack(const ViewTarget& target) { Show(target, {ViewAlignShotParameters::CAMERA_BACK}); }
@@ -102,21 +162,7 @@ void ShowIsometric(const ViewTarget& target) {
 void ClearSelection(const ViewTarget& target) { target.selection.Clear(); }
 
 void ToggleProjection(const ViewTarget& target) {
-  CameraParameters camera = target.hub.GetView();
-  const bool orthographic = !camera.IsOrthographic();
-  const bool halfway = camera.projection_transition > 0.0 && camera.projection_transition < 1.0;
-  if (halfway) {  // a shot would begin at an end; the hub's own blend goes on from here
-    target.hub.EndShot();
-    camera.projection_type = orthographic ? ProjectionType::Orthographic : ProjectionType::Perspective;
-    return target.hub.SetView(camera);
-  }
-  using Parameters = Korvane::ProjectionTransitionShotParameters;
-  Parameters blend;
-  blend.easeEnd = 1.0;
-  blend.duration = BLEND_SECONDS;
-  blend.targetProjection =
-      orthographic ? Parameters::PROJECTION_ORTHOGRAPHIC : Parameters::PROJECTION_PERSPECTIVE;
-  target.hub.BeginShot(blend);
+  SetOrthographic(target, !target.hub.GetView().IsOrthographic());
 }
 
 void ToggleSnapping(const ViewTarget& target) {
@@ -133,42 +179,7 @@ bool CentreOnPixel(const ViewTarget& target, int x, int y) {
   const zovhost::Scene* const scene = target.selection.GetScene();
   zovhost::Scene::Hit hit;
   if (scene == nullptr || !FindHit(target.hub, *scene, x, y, hit)) return false;
-  Korvane::CenterShotParameters centre;
-  centre.point = hit.point;
-  centre.easeEnd = 1.0;
-  centre.duration = TRAVEL_SECONDS;
-  return target.hub.BeginShot(centre);
-}
-
-bool ZoomIntoRectangle(const ViewTarget& target, const Korvane::Box2& rectangle) {
-  ViewerHub& hub = target.hub;
-  const Vector2 size = rectangle.halfExtent * 2.0;
-  if (!(size.x > 0.0) || !(size.y > 0.0)) return false;
-  const double magnification = std::min(hub.GetViewportWidth() / size.x, hub.GetViewportHeight() / size.y);
-
-  const zovhost::Projection projection = hub.GetProjection();
-  const zovhost::CameraFrame& frame = projection.GetFrame();
-  const Vector2& middle = rectangle.center;
-  const zovhost::Scene* const scene = target.selection.GetScene();
-  zovhost::Scene::Hit hit;
-  const bool met =
-      scene != nullptr && FindHit(hub, *scene, static_cast<int>(middle.x), static_cast<int>(middle.y), hit);
-  const double depth = met ? (hit.point - frame.eye).Dot(frame.forward) : frame.distance;
-
-  // The pivot is where the shot ends its line of sight.
-  CameraParameters camera = hub.GetView();
-  if (!projection.PixelToWorld(middle, depth, hub.GetViewportWidth(), hub.GetViewportHeight(), camera.pivot))
-    return false;
-  hub.EndShot();
-  hub.SetView(camera);
-
-  const Vector3 toPivot = camera.pivot - frame.eye;
-  Korvane::ZoomRectShotParameters zoom;
-  zoom.duration = ZOOM_SECONDS;
-  zoom.sidewaysOffset = toPivot.Dot(frame.right);
-  zoom.upwardOffset = toPivot.Dot(frame.up);
-  zoom.forwardOffset = depth * (1.0 - 1.0 / magnification);
-  return hub.BeginShot(zoom);
+  return target.manager.RestoreCenter(hit.point);
 }
 
 }  // namespace zovview

@@ -3,11 +3,15 @@
 #include <SDL_keycode.h>
 
 #include <span>
+#include <string_view>
 
-#include "korvane/box2.h"
-#include "korvane/vector3.h"
 #include "selection.h"
 #include "viewer_hub.h"
+
+namespace Korvane {
+class Orientor;
+class ViewManager;
+}  // namespace Korvane
 
 namespace zovview {
 
@@ -15,24 +19,41 @@ namespace zovview {
 struct ViewTarget {
   ViewerHub& hub;
   Selection& selection;
+  Korvane::ViewManager& manager;
+  Korvane::Orientor& cube;
 };
 
-/// Something that a key does and, with a place on it, the panel.
+/// Something that a key does, the panel or a menu. The label is unique and names the command in recordings.
 struct ViewCommand {
-  enum class Place : int { Views, Settings, Nowhere };
+  enum class Place : int {
+    Views,     // of the panel
+    Tools,     // of the panel and of the menu of the view
+    Settings,  // of the panel
+    // Of the menu of the cube, and of the lists in it.
+    Cube,
+    CubeProjection,
+    CubeSettings,
+    CubeSize,
+    CubeCorner,
+    CubeOpacity,
+    Coordinates,  // the list below the cube
+    Nowhere,
+  };
 
   Place place;
   const char* label;
-  const char* keyName;
+  const char* keyName;  ///< Empty for none, as SDLK_UNKNOWN is.
   SDL_Keycode key;
   void (*run)(const ViewTarget& target);
-  bool (*isOn)(const ViewTarget& target) = nullptr;  ///< Of a setting.
+  bool (*isOn)(const ViewTarget& target) = nullptr;  ///< Of what is on or off, or chosen.
 };
 
-/// In the order of the panel, where the views stand in two columns.
+/// In the order of the panel and the menus; the panel has the views and the tools in two columns.
 std::span<const ViewCommand> GetViewCommands();
 /// Null for a key that none has.
 const ViewCommand* FindViewCommand(SDL_Keycode key);
+/// Null for no command's.
+const ViewCommand* FindViewCommand(std::string_view label);
 
 // The camera travels in all of these; what moved it before ends.
 
@@ -59,8 +80,5 @@ void ToggleKeepUp(const ViewTarget& target);
 /// Brings what the model shows at a viewport pixel, origin at the bottom left, to the middle of the view.
 /// False beside the model.
 bool CentreOnPixel(const ViewTarget& target, int x, int y);
-/// Flies to where a rectangle of the viewport, in pixels from the bottom left, fills the view at the depth of
-/// what the model shows in its middle, or else of the centre of the view. False for one without size.
-bool ZoomIntoRectangle(const ViewTarget& target, const Korvane::Box2& rectangle);
 
 }  // namespace zovview

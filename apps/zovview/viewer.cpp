@@ -6,8 +6,8 @@
 #include <cstdio>
 #include <utility>
 
-#include "start_camera.h"
 #include "view_commands.h"
+#include "zovhost/resource_pack.h"
 
 namespace zovview {
 
@@ -18,6 +18,7 @@ namespace {
 constexpr const char* PROGRAM = "zovview";
 constexpr double MESSAGE_SECONDS = 8.0;
 constexpr int EXIT_BAD_MODEL = 2;
+constexpr int DIVIDER = 2;  // pixels between two views
 
 }  // namespace
 
@@ -28,52 +29,57 @@ void Viewer::MessageTimer::Timeout() {
   viewer.window.RequestFrame();
 }
 
-Viewer::Pointer::Pointer(zovhost::Window& onWindow, const zovhost::ResourcePack& pack)
-    : window(onWindow), resources(pack) {}
-
-// Numbers without a picture of their own show the system's arrow.
-bool Viewer::Pointer::ApplyCursor(Korvane::CursorID id) {
-  zovhost::CursorPicture picture;
-  if (resources.HasCursor(id) && resources.RenderCursor(id, window.GetScale(), picture)) {
-    window.DefineCursor(id, picture.image, picture.hotX, picture.hotY);
-  }
-  window.SetCursor(id);
+bool Viewer::Surface::ApplyCursor(Korvane::CursorID id) {
+  if (viewer.active == view) viewer.ShowCursor(id);
   return true;
 }
 
-bool Viewer::Pointer::WarpPointer(int x, int y) {
-  window.WarpPointer(x, y);
+bool Viewer::Surface::WarpPointer(int x, int y) {
+  viewer.window.WarpPointer(viewer.views[view]->GetX() + x, y);
   return true;
 }
 
-Viewer::Viewer(zovhost::Window& onWindow)
+bool Viewer::Surface::OpenMenu(Korvane::MenuID id) {
+  if (id != Korvane::MENU_ORIENTOR) return false;
+  viewer.OpenMenu(view, ViewerMenus::Kind::Cube);
+  return true;
+}
+
+bool Viewer::Surface::OpenUCSMenu(int /*x*/, int /*y*/) {
+  viewer.OpenMenu(view, ViewerMenus::Kind::Coordinates);
+  return true;
+}
+
+Viewer::Viewer(zovhost::Window& onWindow, const Options& options)
     : window(onWindow),
-      hub([this] { window.RequestFrame(); }),
-      selection(hub),
-      pointer(window, renderer.GetResources()),
-      navigation(hub, {[this](const Korvane::Vector3& origin, const Korvane::Vector3& direction,
-                              Korvane::Vector3& hit) {
-                         return renderer.QueryRaySceneIntersection(origin, direction, hit);
-                       },
-                       [this](Korvane::CursorID id) { renderer.SetCursorID(id); }}),
+      cursorScales(Korvane::CURSOR_NONE, 0.0),
       gui(window),
-      panel({hub, selection}),
       messageTimer(*this),
       progress(ProgressLine::OffTerminal::Silent) {
-  renderer.SetHost(&pointer);
-  renderer.SetFaceShow([this](const zovhost::SceneFace* face) { sceneView.SetFaceHighlight(face); });
-  renderer.Create();
+  AddView();
+  if (options.split) AddView();
   window.SetEventHandler([this](const WindowEvent& event) { OnEvent(event); });
   window.SetFrameHandler([this] { DrawFrame(); });
   window.SetWakeHandler([this] { LoadWaiting(); });
   OnResized();
 }
 
+void Viewer::AddView() {
+  const std::size_t index = views.size();
+  surfaces.push_back(std::make_unique<Surface>(*this, index));
+  views.push_back(std::make_unique<Viewport>(Viewport::Surroundings{
+      [this] { window.RequestFrame(); }, *surfaces.back(),
+      [this, index](int /*x*/, int /*y*/) { OpenMenu(index, ViewerMenus::Kind::View); }}));
+  Viewport& view = *views.back();
+  view.GetRenderer().SetFaceShow(
+      [this](const zovhost::SceneFace* face) { sceneView.SetFaceHighlight(face); });
+  if (!view.Create()) std::fprintf(stderr, "%s: the tools and the cube cannot be drawn\n", PROGRAM);
+}
+
 Viewer::~Viewer() {
   window.SetEventHandler(nullptr);
   window.SetFrameHandler(nullptr);
   window.SetWakeHandler(nullptr);
-  renderer.Destroy();
 }
 
 int Viewer::Run(const ModelSource& first) {
@@ -130,12 +136,8 @@ void Viewer::ShowModel(LoadedModel model) {
     window.Close();
     return;
   }
-  navigation.Cancel();
-  clicks.Cancel();
-  selection.SetScene(model.scene.get());
+  for (const auto& view : views) view->SetScene(*model.scene);
   scene = std::move(model.scene);
-  renderer.SetScene(scene.get());
-  EnterScene(hub, *scene);
   contents.name = model.source.GetName();
   contents.triangleCount = scene->GetTriangleCount();
   contents.message.clear();
@@ -153,70 +155,116 @@ void Viewer::ShowMessage(const std::string& text) {
 void Viewer::OnEvent(const WindowEvent& event) {
   switch (event.type) {
     case WindowEvent::Type::MouseDown:
-      clicks.OnMouseDown(event);
-      return navigation.OnMouseDown(event.button, event.x, event.y);
     case WindowEvent::Type::MouseMove:
-      clicks.OnMouseMove(event);
-      return navigation.OnMouseMove(event.x, event.y);
     case WindowEvent::Type::MouseUp:
-      return OnMouseUp(event);
     case WindowEvent::Type::Wheel:
-      return navigation.OnWheel(event.x, event.y, event.wheel);
+      return OnPointerEvent(event);
+    case WindowEvent::Type::KeyDown:
+    case WindowEvent::Type::KeyUp:
+      return OnKeyEvent(event);
+    case WindowEvent::Type::MouseLeave:
     case WindowEvent::Type::FocusLost:
-      clicks.Cancel();
-      return navigation.Cancel();
+      return views[active]->OnEvent(event);
     case WindowEvent::Type::Resized:
       return OnResized();
     case WindowEvent::Type::FileDropped:
       return Open({event.path});
-    case WindowEvent::Type::KeyDown:
-      if (!event.repeated) OnKey(event);
-      return;
-    case WindowEvent::Type::KeyUp:
-    case WindowEvent::Type::MouseLeave:
     case WindowEvent::Type::Closing:
       return;
   }
 }
 
-// A click selects, the second one of a double click frames what is under it.
-void Viewer::OnMouseUp(const WindowEvent& event) {
-  navigation.OnMouseUp(event.button, event.x, event.y);
-  const int count = clicks.OnMouseUp(event);
-  if (count == 1) selection.PickAt(event.x, event.y);
-  if (count == 2) CentreOnPixel({hub, selection}, event.x, event.y);
+// A drag belongs to the view in which it began.
+void Viewer::OnPointerEvent(WindowEvent event) {
+  if (!views[active]->IsPressed()) ActivateView(FindViewAt(event.x));
+  event.x -= views[active]->GetX();
+  views[active]->OnEvent(event);
 }
 
-void Viewer::OnKey(const WindowEvent& event) {
-  if ((event.modifiers & (WindowEvent::CONTROL | WindowEvent::ALT)) != 0) return;
-  if (event.key == SDLK_F1) {
-    panel.ToggleVisible();
-    window.RequestFrame();
+std::size_t Viewer::FindViewAt(int x) const { return views.size() > 1 && x >= views[1]->GetX() ? 1 : 0; }
+
+// The pointer has left the other one.
+void Viewer::ActivateView(std::size_t index) {
+  if (index == active) return;
+  WindowEvent leave;
+  leave.type = WindowEvent::Type::MouseLeave;
+  views[active]->OnEvent(leave);
+  active = index;
+  window.RequestFrame();
+}
+
+void Viewer::OnKeyEvent(const WindowEvent& event) {
+  const bool pressed = event.type == WindowEvent::Type::KeyDown && !event.repeated;
+  if (pressed && menus.IsOpen() && event.key == SDLK_ESCAPE) {
+    menus.Close();
+    return window.RequestFrame();
   }
-  const ViewCommand* const command = FindViewCommand(event.key);
-  if (command == nullptr) return;
-  navigation.Cancel();  // a drag would take the change back
-  clicks.Cancel();
-  command->run({hub, selection});
+  if (pressed && event.key == SDLK_F1) {
+    panel.ToggleVisible();
+    return window.RequestFrame();
+  }
+  views[active]->OnEvent(event);
+}
+
+void Viewer::OpenMenu(std::size_t view, ViewerMenus::Kind kind) {
+  ActivateView(view);
+  menus.Open(kind);
+  window.RequestFrame();
+}
+
+// Numbers without a picture of their own show the system's arrow.
+void Viewer::ShowCursor(Korvane::CursorID id) {
+  double& drawnFor = cursorScales[static_cast<std::size_t>(id)];
+  const zovhost::ResourcePack& resources = views[active]->GetRenderer().GetResources();
+  zovhost::CursorPicture picture;
+  const double scale = window.GetScale();
+  if (drawnFor != scale && resources.HasCursor(id) && resources.RenderCursor(id, scale, picture)) {
+    window.DefineCursor(id, picture.image, picture.hotX, picture.hotY);
+    drawnFor = scale;
+  }
+  window.SetCursor(id);
 }
 
 void Viewer::OnResized() {
-  hub.SetViewportSize(window.GetWidth(), window.GetHeight());
-  renderer.SetViewport(0, 0, window.GetWidth(), window.GetHeight());
-  renderer.SetDisplayScale(window.GetScale());
+  const int width = window.GetWidth();
+  const int height = window.GetHeight();
+  const int half = (width - DIVIDER) / 2;
+  const bool split = views.size() > 1;
+  views[0]->SetPlace(0, 0, split ? half : width, height, window.GetScale());
+  if (split) views[1]->SetPlace(width - half, 0, half, height, window.GetScale());
 }
 
 // ---- the frame ----
 
 void Viewer::DrawFrame() {
-  navigation.PerformFrame();
-  renderer.SetCamera(hub.GetView());
-  sceneView.GetOptions().selectedPart = selection.GetPart();
-  sceneView.Draw(hub.GetView(), 0, 0, window.GetWidth(), window.GetHeight(), window.GetScale());
+  glDisable(GL_SCISSOR_TEST);
+  glClearColor(0.0F, 0.0F, 0.0F, 1.0F);  // what shows between two views
+  glClear(GL_COLOR_BUFFER_BIT);
+  DrawViews();
+  // Over a panel the pointer is no tool.
+  if (gui.HasPointer() || !views[active]->GetManager().OnSetCursor()) ShowCursor(Korvane::CURSOR_ARROW);
   glViewport(0, 0, window.GetWidth(), window.GetHeight());
   gui.BeginFrame();
-  panel.Draw(contents);
+  DrawPanels();
   gui.EndFrame();
+}
+
+void Viewer::DrawViews() {
+  for (const auto& view : views) {
+    view->PerformFrame();
+    sceneView.GetOptions().selectedPart = view->GetSelection().GetPart();
+    sceneView.Draw(view->GetHub().GetView(), view->GetX(), 0, view->GetWidth(), view->GetHeight(),
+                   window.GetScale());
+    view->DrawWidgets();
+  }
+}
+
+void Viewer::DrawPanels() {
+  Viewport& view = *views[active];
+  const ViewCommand* const pressed = panel.Draw(contents, view.GetTarget());
+  const ViewCommand* const chosen = menus.Draw(view.GetTarget());
+  if (pressed != nullptr) view.Run(*pressed);
+  if (chosen != nullptr) view.Run(*chosen);
 }
 
 }  // namespace zovview

@@ -3,27 +3,29 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
-#include "click_watch.h"
 #include "korvane/interval_timer.h"
 #include "model_source.h"
-#include "navigation.h"
 #include "progress_line.h"
-#include "selection.h"
-#include "viewer_hub.h"
+#include "viewer_menus.h"
 #include "viewer_panel.h"
-#include "zovhost/gl_renderer.h"
+#include "viewport.h"
 #include "zovhost/gl_scene_view.h"
 #include "zovhost/gui.h"
-#include "zovhost/resource_pack.h"
 #include "zovhost/window.h"
 
 namespace zovview {
 
-/// The viewer in a window.
+/// The viewer in a window: one view of the model, or two beside each other.
 class Viewer {
  public:
-  explicit Viewer(zovhost::Window& window);
+  struct Options {
+    bool split = false;
+  };
+
+  explicit Viewer(zovhost::Window& onWindow) : Viewer(onWindow, Options()) {}
+  Viewer(zovhost::Window& onWindow, const Options& options);
   ~Viewer();
   Viewer(const Viewer&) = delete;
   Viewer& operator=(const Viewer&) = delete;
@@ -38,8 +40,9 @@ class Viewer {
   /// Of the last failure, for a while; empty for none.
   const std::string& GetMessage() const { return contents.message; }
   const zovhost::Scene* GetScene() const { return scene.get(); }
-  ViewerHub& GetHub() { return hub; }
-  const Selection& GetSelection() const { return selection; }
+  /// From the left.
+  Viewport& GetView(std::size_t index) { return *views[index]; }
+  std::size_t GetViewCount() const { return views.size(); }
   int GetExitCode() const { return exitCode; }
 
  private:
@@ -53,41 +56,49 @@ class Viewer {
     Viewer& viewer;
   };
 
-  // Gives the library's renderer the pointer of the window.
-  class Pointer : public zovhost::RendererHost {
+  // What a view asks of the window that it shares.
+  class Surface : public zovhost::RendererHost {
    public:
-    Pointer(zovhost::Window& window, const zovhost::ResourcePack& resources);
+    Surface(Viewer& owner, std::size_t index) : viewer(owner), view(index) {}
     bool ApplyCursor(Korvane::CursorID id) override;
     bool WarpPointer(int x, int y) override;
+    bool OpenMenu(Korvane::MenuID id) override;
+    bool OpenUCSMenu(int x, int y) override;
 
    private:
-    zovhost::Window& window;
-    const zovhost::ResourcePack& resources;
+    Viewer& viewer;
+    std::size_t view;
   };
 
+  void AddView();
   void OnEvent(const zovhost::WindowEvent& event);
-  void OnMouseUp(const zovhost::WindowEvent& event);
-  void OnKey(const zovhost::WindowEvent& event);
+  void OnPointerEvent(zovhost::WindowEvent event);
+  void OnKeyEvent(const zovhost::WindowEvent& event);
   void OnResized();
+  std::size_t FindViewAt(int x) const;
+  void ActivateView(std::size_t index);
+  void OpenMenu(std::size_t view, ViewerMenus::Kind kind);
+  void ShowCursor(Korvane::CursorID id);
   void LoadWaiting();
   void Load(const ModelSource& source);
   void ShowProgress(double fraction, const char* step);
   void ShowModel(LoadedModel model);
   void ShowMessage(const std::string& text);
   void DrawFrame();
+  void DrawViews();
+  void DrawPanels();
 
   zovhost::Window& window;
-  ViewerHub hub;
-  Selection selection;
+  std::unique_ptr<zovhost::Scene> scene;
   zovhost::GLSceneView sceneView;
-  zovhost::GLRenderer renderer;
-  Pointer pointer;
-  Navigation navigation;
-  ClickWatch clicks;
+  std::vector<std::unique_ptr<Surface>> surfaces;
+  std::vector<std::unique_ptr<Viewport>> views;
+  std::size_t active = 0;  // the view where the pointer was last, which the keys and the panel go to
+  std::vector<double> cursorScales;  // by cursor: for which scale it is drawn
   zovhost::Gui gui;
   ViewerPanel panel;
+  ViewerMenus menus;
   PanelContents contents;
-  std::unique_ptr<zovhost::Scene> scene;
   MessageTimer messageTimer;
   ProgressLine progress;
   std::optional<ModelSource> waiting;

@@ -15,8 +15,8 @@ constexpr float BAR_WIDTH = 320.0F;
 constexpr float WIDEST_PANEL = 420.0F;
 constexpr float TITLE_BUTTON_WIDTH = 48.0F;  // of the arrow that folds the panel, with its space
 constexpr float HELP_COLUMN = 96.0F;
-constexpr float BUTTON_WIDTH = 124.0F;
-constexpr int VIEW_COLUMNS = 2;
+constexpr float BUTTON_WIDTH = 148.0F;
+constexpr int COLUMNS = 2;
 constexpr ImGuiWindowFlags STILL = ImGuiWindowFlags_NoMove | ImGuiWindowFlags_NoResize |
                                    ImGuiWindowFlags_AlwaysAutoResize | ImGuiWindowFlags_NoSavedSettings |
                                    ImGuiWindowFlags_NoFocusOnAppearing | ImGuiWindowFlags_NoNav;
@@ -26,17 +26,19 @@ struct HelpLine {
   const char* keys;
   const char* action;
 };
-constexpr std::array<HelpLine, 9> HELP = {{
-    {"Left drag", "orbit"},
-    {"Middle drag", "pan"},
-    {"Right drag", "zoom"},
+constexpr auto HELP = std::to_array<HelpLine>({
+    {"Left drag", "the tool that is lit"},
+    {"Middle drag", "pan, with Shift orbit"},
     {"Wheel", "zoom"},
+    {"Right click", "menu"},
     {"Click", "select a part"},
-    {"Esc", "select nothing"},
+    {"Esc", "cancel, select nothing"},
     {"Double click", "bring to the middle"},
+    {"Arrow keys", "move while looking, climb while walking"},
+    {"X", "run while walking"},
     {"F1", "this panel"},
     {"Drop a file", "open it"},
-}};
+});
 
 // 1234567 as "1 234 567".
 std::string GroupDigits(std::size_t number) {
@@ -57,7 +59,7 @@ void DrawKeyOfItem(const char* name, float right) {
 float GetRightOfKeys() {
   const ImGuiStyle& style = ImGui::GetStyle();
   const float left = ImGui::GetWindowPos().x + style.WindowPadding.x;
-  const float width = VIEW_COLUMNS * BUTTON_WIDTH + (VIEW_COLUMNS - 1) * style.ItemSpacing.x;
+  const float width = COLUMNS * BUTTON_WIDTH + (COLUMNS - 1) * style.ItemSpacing.x;
   return left + width - style.FramePadding.x * 2.0F;
 }
 
@@ -77,6 +79,60 @@ void DrawHelp() {
     ImGui::SameLine(HELP_COLUMN);
     ImGui::TextUnformatted(line.action);
   }
+}
+
+// In two columns; what is chosen is lit.
+const ViewCommand* DrawButtons(ViewCommand::Place place, const ViewTarget& target) {
+  const ViewCommand* chosen = nullptr;
+  int count = 0;
+  ImGui::PushStyleVar(ImGuiStyleVar_ButtonTextAlign, ImVec2(0.0F, 0.5F));
+  for (const ViewCommand& command : GetViewCommands()) {
+    if (command.place != place) continue;
+    if (count++ % COLUMNS != 0) ImGui::SameLine();
+    const bool lit = command.isOn != nullptr && command.isOn(target);
+    if (lit) ImGui::PushStyleColor(ImGuiCol_Button, ImGui::GetStyleColorVec4(ImGuiCol_ButtonActive));
+    if (ImGui::Button(command.label, ImVec2(BUTTON_WIDTH, 0.0F))) chosen = &command;
+    if (lit) ImGui::PopStyleColor();
+    DrawKeyOfItem(command.keyName, ImGui::GetItemRectMax().x - ImGui::GetStyle().FramePadding.x * 2.0F);
+  }
+  ImGui::PopStyleVar();
+  return chosen;
+}
+
+const ViewCommand* DrawSettings(const ViewTarget& target) {
+  const ViewCommand* chosen = nullptr;
+  for (const ViewCommand& command : GetViewCommands()) {
+    if (command.place != ViewCommand::Place::Settings) continue;
+    bool on = command.isOn(target);
+    if (ImGui::Checkbox(command.label, &on)) chosen = &command;
+    DrawKeyOfItem(command.keyName, GetRightOfKeys());
+  }
+  return chosen;
+}
+
+const ViewCommand* DrawPanel(const PanelContents& contents, const ViewTarget& target) {
+  ImGui::SetNextWindowPos(ImVec2(MARGIN, MARGIN));
+  // The size follows what is inside; the name in the title has to be asked room for.
+  const float nameWidth = ImGui::CalcTextSize(contents.name.c_str()).x + TITLE_BUTTON_WIDTH;
+  ImGui::SetNextWindowSizeConstraints(ImVec2(std::min(nameWidth, WIDEST_PANEL), 0.0F),
+                                      ImVec2(WIDEST_PANEL, FLT_MAX));
+  // The title is what changes, the rest names the panel.
+  const std::string title = contents.name + "###panel";
+  const ViewCommand* chosen = nullptr;
+  const auto take = [&chosen](const ViewCommand* command) {
+    if (command != nullptr) chosen = command;
+  };
+  if (ImGui::Begin(title.c_str(), nullptr, STILL)) {
+    ImGui::TextDisabled("%s triangles", GroupDigits(contents.triangleCount).c_str());
+    take(DrawButtons(ViewCommand::Place::Tools, target));
+    ImGui::Separator();
+    take(DrawButtons(ViewCommand::Place::Views, target));
+    take(DrawSettings(target));
+    DrawSelection(target.selection.GetName());
+    DrawHelp();
+  }
+  ImGui::End();
+  return chosen;
 }
 
 void DrawProgress(const LoadingStatus& status) {
@@ -103,51 +159,11 @@ void DrawMessage(const std::string& message) {
 
 }  // namespace
 
-ViewerPanel::ViewerPanel(const ViewTarget& actsOn) : target(actsOn) {}
-
-void ViewerPanel::Draw(const PanelContents& contents) {
-  if (visible && !contents.name.empty()) DrawPanel(contents);
+const ViewCommand* ViewerPanel::Draw(const PanelContents& contents, const ViewTarget& target) const {
+  const ViewCommand* const chosen = visible && !contents.name.empty() ? DrawPanel(contents, target) : nullptr;
   if (contents.loading.has_value()) DrawProgress(*contents.loading);
   if (!contents.message.empty()) DrawMessage(contents.message);
-}
-
-void ViewerPanel::DrawPanel(const PanelContents& contents) const {
-  ImGui::SetNextWindowPos(ImVec2(MARGIN, MARGIN));
-  // The size follows what is inside; the name in the title has to be asked room for.
-  const float nameWidth = ImGui::CalcTextSize(contents.name.c_str()).x + TITLE_BUTTON_WIDTH;
-  ImGui::SetNextWindowSizeConstraints(ImVec2(std::min(nameWidth, WIDEST_PANEL), 0.0F),
-                                      ImVec2(WIDEST_PANEL, FLT_MAX));
-  // The title is what changes, the rest names the panel.
-  const std::string title = contents.name + "###panel";
-  if (ImGui::Begin(title.c_str(), nullptr, STILL)) {
-    ImGui::TextDisabled("%s triangles", GroupDigits(contents.triangleCount).c_str());
-    DrawViews();
-    DrawSettings();
-    DrawSelection(target.selection.GetName());
-    DrawHelp();
-  }
-  ImGui::End();
-}
-
-void ViewerPanel::DrawViews() const {
-  int count = 0;
-  ImGui::PushStyleVar(ImGuiStyleVar_ButtonTextAlign, ImVec2(0.0F, 0.5F));
-  for (const ViewCommand& command : GetViewCommands()) {
-    if (command.place != ViewCommand::Place::Views) continue;
-    if (count++ % VIEW_COLUMNS != 0) ImGui::SameLine();
-    if (ImGui::Button(command.label, ImVec2(BUTTON_WIDTH, 0.0F))) command.run(target);
-    DrawKeyOfItem(command.keyName, ImGui::GetItemRectMax().x - ImGui::GetStyle().FramePadding.x * 2.0F);
-  }
-  ImGui::PopStyleVar();
-}
-
-void ViewerPanel::DrawSettings() const {
-  for (const ViewCommand& command : GetViewCommands()) {
-    if (command.place != ViewCommand::Place::Settings) continue;
-    bool on = command.isOn(target);
-    if (ImGui::Checkbox(command.label, &on)) command.run(target);
-    DrawKeyOfItem(command.keyName, GetRightOfKeys());
-  }
+  return chosen;
 }
 
 }  // namespace zovview

@@ -27,17 +27,11 @@ struct PanelContents {
 /// Gui.
 class ViewerPanel {
  public:
-  explicit ViewerPanel(const ViewTarget& target);
-
-  void Draw(const PanelContents& contents);
+  /// The command that was chosen; null for none. `target` is what the panel shows the settings of.
+  const ViewCommand* Draw(const PanelContents& contents, const ViewTarget& target) const;
   void ToggleVisible() { visible = !visible; }
 
  private:
-  void DrawPanel(const PanelContents& contents) const;
-  void DrawViews() const;
-  void DrawSettings() const;
-
-  ViewTarget target;
   bool visible = true;
 };
 

@@ -112,8 +112,11 @@ drag 1 400 300 550 300
 must_change "a left drag"
 drag 2 400 300 480 340
 must_change "a middle drag"
-drag 3 400 300 400 260
-must_change "a right drag"
+xdotool key --window "$window" z
+drag 1 400 300 400 260
+must_change "a drag of the zoom tool"
+xdotool key --window "$window" o
+settle
 xdotool mousemove --window "$window" 400 300 click 4 click 4 mousemove --window "$window" 700 500
 settle
 must_change "the wheel"

@@ -6,11 +6,13 @@
 #include <span>
 
 #include "cuboids.h"
+#include "korvane/orientor.h"
 #include "selection.h"
 #include "start_camera.h"
 #include "tour_clock.h"
 #include "view_commands.h"
 #include "viewer_hub.h"
+#include "viewer_view_manager.h"
 
 namespace apps_test {
 
@@ -20,7 +22,7 @@ class TravellingHub : public testing::Test {
   static constexpr int WIDTH = 1280;
   static constexpr int HEIGHT = 800;
 
-  TravellingHub() : hub([] {}), selection(hub) {}
+  TravellingHub() : hub([] {}), selection(hub), manager(hub) {}
 
   void Show(std::span<const Korvane::Box3> boxes, int width = WIDTH, int height = HEIGHT) {
     scene = MakeCuboids(boxes);
@@ -54,7 +56,9 @@ class TravellingHub : public testing::Test {
   std::unique_ptr<zovhost::Scene> scene;
   zovview::ViewerHub hub;
   zovview::Selection selection;
-  const zovview::ViewTarget target = {hub, selection};
+  Korvane::Orientor cube;
+  zovview::ViewerViewManager manager;
+  const zovview::ViewTarget target = {hub, selection, manager, cube};
 };
 
 }  // namespace apps_test

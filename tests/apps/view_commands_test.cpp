@@ -9,12 +9,10 @@
 #include <set>
 #include <string>
 
-#include "navigation.h"
 #include "travelling_hub.h"
 
 namespace {
 
-using Korvane::Box2;
 using Korvane::Box3;
 using Korvane::CameraParameters;
 using Korvane::Vector2;
@@ -74,19 +72,24 @@ TEST_F(ViewCommandsTest, each_key_and_each_label_stands_for_one_command) {
   std::set<SDL_Keycode> keys;
   std::set<std::string> labels;
   for (const ViewCommand& command : zovview::GetViewCommands()) {
-    EXPECT_TRUE(keys.insert(command.key).second) << command.label;
     EXPECT_TRUE(labels.insert(command.label).second) << command.label;
+    EXPECT_EQ(zovview::FindViewCommand(std::string_view(command.label)), &command);
+    EXPECT_EQ(*command.keyName == '\0', command.key == SDLK_UNKNOWN) << command.label;
+    if (command.key == SDLK_UNKNOWN) continue;
+    EXPECT_TRUE(keys.insert(command.key).second) << command.label;
     EXPECT_EQ(zovview::FindViewCommand(command.key), &command);
-    EXPECT_EQ(command.isOn != nullptr, command.place == ViewCommand::Place::Settings) << command.label;
   }
   EXPECT_EQ(zovview::FindViewCommand(SDLK_F12), nullptr);
+  EXPECT_EQ(zovview::FindViewCommand(SDLK_UNKNOWN), nullptr);
+  EXPECT_EQ(zovview::FindViewCommand(std::string_view("orbit")), nullptr);
 }
 
 TEST_F(ViewCommandsTest, every_command_keeps_the_camera_usable_without_a_model) {
   zovview::ViewerHub empty([] {});
   zovview::Selection none(empty);
+  zovview::ViewerViewManager idle(empty);
   for (const ViewCommand& command : zovview::GetViewCommands()) {
-    command.run({empty, none});
+    command.run({empty, none, idle, cube});
     for (int i = 0; i < 60; ++i) {
       clock.Advance();
       empty.PerformOperations();
@@ -182,18 +185,6 @@ TEST_F(ViewCommandsTest, home_is_reached_by_travelling) {
   EXPECT_LT((hub.GetView().eye - home.eye).Length(), 1e-9);
 }
 
-TEST_F(ViewCommandsTest, a_drag_or_a_turn_of_the_wheel_takes_over_from_a_travelling_camera) {
-  zovview::Navigation navigation(
-      hub, {[](const Vector3&, const Vector3&, Vector3&) { return false; }, [](Korvane::CursorID) {}});
-  zovview::ShowTop(target);
-  navigation.OnMouseDown(zovhost::MouseButton::Left, 10, 10);
-  EXPECT_FALSE(hub.IsShotActive());
-  navigation.OnMouseUp(zovhost::MouseButton::Left, 10, 10);
-  zovview::ShowTop(target);
-  navigation.OnWheel(10, 10, 1.0);
-  EXPECT_FALSE(hub.IsShotActive());
-}
-
 TEST_F(ViewCommandsTest, a_window_that_changes_its_shape_stops_a_travelling_camera) {
   zovview::FitAll(target);
   Frame();
@@ -253,53 +244,6 @@ TEST_F(ViewCommandsTest, a_point_is_brought_to_the_middle) {
 
 TEST_F(ViewCommandsTest, beside_the_model_there_is_no_point_to_bring_to_the_middle) {
   EXPECT_FALSE(zovview::CentreOnPixel(target, 2, 2));
-  EXPECT_FALSE(hub.IsShotActive());
-}
-
-// Two opposite sides of the rectangle come to lie on the frame, at the depth of what it shows in its middle.
-TEST_F(ViewCommandsTest, a_rectangle_comes_to_fill_the_view) {
-  const Box2 wide({WIDTH * 0.55, HEIGHT * 0.45}, {100, 20});
-  const Box2 tall({WIDTH * 0.48, HEIGHT * 0.52}, {20, 60});
-  for (const Box2& rectangle : {wide, tall}) {
-    for (const bool orthographic : {false, true}) {
-      StartAtHome(orthographic);
-      zovhost::Scene::Hit hit;
-      ASSERT_TRUE(zovview::FindHit(hub, *scene, static_cast<int>(rectangle.center.x),
-                                   static_cast<int>(rectangle.center.y), hit));
-      const zovhost::Projection before = hub.GetProjection();
-      const double depth = (hit.point - before.GetFrame().eye).Dot(before.GetFrame().forward);
-      Vector3 low;
-      Vector3 high;
-      ASSERT_TRUE(before.PixelToWorld(rectangle.Min(), depth, WIDTH, HEIGHT, low));
-      ASSERT_TRUE(before.PixelToWorld(rectangle.Max(), depth, WIDTH, HEIGHT, high));
-
-      ASSERT_TRUE(zovview::ZoomIntoRectangle(target, rectangle));
-      Arrive();
-      // 100 by 20 in 1280 by 800 grows 6.4 times, to the whole width; 20 by 60 6.67 times, to the height.
-      const bool fillsWidth = rectangle.halfExtent.x == 100;
-      const Vector2 half = fillsWidth ? Vector2(640, 128) : Vector2(400.0 / 3.0, 400);
-      EXPECT_NEAR(Project(low).x, 640 - half.x, 1e-6);
-      EXPECT_NEAR(Project(low).y, 400 - half.y, 1e-6);
-      EXPECT_NEAR(Project(high).x, 640 + half.x, 1e-6);
-      EXPECT_NEAR(Project(high).y, 400 + half.y, 1e-6);
-    }
-  }
-}
-
-TEST_F(ViewCommandsTest, a_rectangle_beside_the_model_is_flown_into_at_the_depth_of_the_centre) {
-  const double before = (hub.GetView().centre - hub.GetView().eye).Length();
-  ASSERT_TRUE(zovview::ZoomIntoRectangle(target, Box2({60, 40}, {32, 20})));
-  Arrive();
-  // A twentieth of the view: a twentieth of the distance.
-  EXPECT_NEAR((hub.GetView().centre - hub.GetView().eye).Length(), before / 20.0, 1e-9 * before);
-}
-
-TEST_F(ViewCommandsTest, a_rectangle_without_size_is_none) {
-  const double nan = std::nan("");
-  for (const Vector2& half : {Vector2(0, 10), Vector2(10, 0), Vector2(-5, 5), Vector2(nan, 5)}) {
-    EXPECT_FALSE(zovview::ZoomIntoRectangle(target, Box2({640, 400}, half)));
-  }
-  EXPECT_FALSE(zovview::ZoomIntoRectangle(target, Box2({nan, 400}, {5, 5})));
   EXPECT_FALSE(hub.IsShotActive());
 }
 

@@ -84,10 +84,11 @@ class ViewerTest : public testing::Test {
 
   Korvane::Vector2 Project(const Korvane::Vector3& point) const {
     Korvane::Vector2 pixel;
-    EXPECT_TRUE(viewer->GetHub().GetProjection().WorldToPixel(point, WIDTH, HEIGHT, pixel));
+    EXPECT_TRUE(GetHub().GetProjection().WorldToPixel(point, WIDTH, HEIGHT, pixel));
     return pixel;
   }
 
+  zovview::ViewerHub& GetHub() const { return viewer->GetView(0).GetHub(); }
   std::string GetTitle() const { return SDL_GetWindowTitle(window->GetNativeWindow()); }
 
   TemporaryFolder folder;
@@ -102,13 +103,13 @@ TEST_F(ViewerTest, names_the_model_in_the_title) {
 }
 
 TEST_F(ViewerTest, a_dropped_file_replaces_the_model_and_the_view) {
-  const Korvane::Vector3 before = viewer->GetHub().GetView().eye;
+  const Korvane::Vector3 before = GetHub().GetView().eye;
   Drop(folder.Write("square.obj", SQUARE));
   EXPECT_EQ(GetTitle(), "square.obj - zovview");
   EXPECT_EQ(viewer->GetScene()->GetTriangleCount(), 2U);
   EXPECT_EQ(viewer->GetMessage(), "");
   Drop(folder.Write("triangle.obj", TRIANGLE));
-  EXPECT_EQ(viewer->GetHub().GetView().eye, before);
+  EXPECT_EQ(GetHub().GetView().eye, before);
 }
 
 TEST_F(ViewerTest, a_dropped_file_that_is_no_model_is_told_and_the_model_stays) {
@@ -171,17 +172,17 @@ TEST_F(ViewerTest, closing_the_window_during_a_load_ends_the_program) {
 }
 
 TEST_F(ViewerTest, keys_change_the_settings) {
-  const Korvane::ApplicationParameters& parameters = viewer->GetHub().GetApplicationParameters();
+  const Korvane::ApplicationParameters& parameters = GetHub().GetApplicationParameters();
   Press(SDLK_s);
   EXPECT_TRUE(parameters.do_snap_orbit);
   Press(SDLK_u);
   EXPECT_FALSE(parameters.preserve_orbit_up_direction);
   Press(SDLK_p);
   ComeToRest();
-  EXPECT_TRUE(viewer->GetHub().GetView().IsOrthographic());
+  EXPECT_TRUE(GetHub().GetView().IsOrthographic());
   Press(SDLK_HOME);
   ComeToRest();
-  EXPECT_FALSE(viewer->GetHub().GetView().IsOrthographic());
+  EXPECT_FALSE(GetHub().GetView().IsOrthographic());
 }
 
 TEST_F(ViewerTest, comes_to_rest_after_the_wheel) {
@@ -190,11 +191,11 @@ TEST_F(ViewerTest, comes_to_rest_after_the_wheel) {
   event.wheel.preciseY = 2.0F;
   event.wheel.mouseX = WIDTH - 20;
   event.wheel.mouseY = HEIGHT - 10;
-  const Korvane::Vector3 before = viewer->GetHub().GetView().eye;
+  const Korvane::Vector3 before = GetHub().GetView().eye;
   SDL_PushEvent(&event);
   window->Step(0);
   ComeToRest();
-  EXPECT_NE(viewer->GetHub().GetView().eye, before);
+  EXPECT_NE(GetHub().GetView().eye, before);
 }
 
 class SelectionByClickTest : public ViewerTest {
@@ -208,16 +209,16 @@ class SelectionByClickTest : public ViewerTest {
   Korvane::Vector2 MiddleOf(std::size_t part) const {
     return Project(viewer->GetScene()->GetParts()[part].bounds.GetCenter());
   }
-  int GetSelected() const { return viewer->GetSelection().GetPart(); }
+  int GetSelected() const { return viewer->GetView(0).GetSelection().GetPart(); }
 };
 
 TEST_F(SelectionByClickTest, a_click_selects_the_part_under_it_and_moves_nothing) {
-  const Korvane::Vector3 before = viewer->GetHub().GetView().eye;
+  const Korvane::Vector3 before = GetHub().GetView().eye;
   for (const int part : {0, 1}) {
     Click(MiddleOf(static_cast<std::size_t>(part)));
     EXPECT_EQ(GetSelected(), part);
   }
-  EXPECT_EQ(viewer->GetHub().GetView().eye, before);
+  EXPECT_EQ(GetHub().GetView().eye, before);
 }
 
 TEST_F(SelectionByClickTest, a_click_into_the_void_clears) {
@@ -253,7 +254,7 @@ TEST_F(SelectionByClickTest, the_selection_is_marked) {
   const auto readMiddle = [this](std::size_t part) {
     const Korvane::Vector2 middle = MiddleOf(part);
     std::array<unsigned char, 4> pixel{};
-    viewer->GetHub().RequestApplicationUpdate();
+    GetHub().RequestApplicationUpdate();
     ComeToRest();
     glReadPixels(static_cast<int>(middle.x), static_cast<int>(middle.y), 1, 1, GL_RGBA, GL_UNSIGNED_BYTE,
                  pixel.data());

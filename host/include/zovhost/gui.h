@@ -9,7 +9,7 @@ class Window;
 /// Menus and panels by Dear ImGui over a window, or over a picture without any input.
 ///
 /// Between BeginFrame and EndFrame the functions of imgui.h may be called. The pointer belongs to the
-/// panels while it is over one of them; everything else goes on to the handler of the window's events. A
+/// panels while it is over one of them, and while a menu is open; everything else goes on to the handler of the window's events. A
 /// frame is asked for only when something on a panel may have changed. One at a time.
 class Gui {
  public:
@@ -28,6 +28,8 @@ class Gui {
 
   /// Whether a viewport pixel, origin at the bottom left, lies on a panel of the last frame.
   bool IsOverPanel(int x, int y) const;
+  /// Whether the last motion of the pointer belonged to the panels. A frame is drawn when that changes.
+  bool HasPointer() const;
 
  private:
   class Impl;

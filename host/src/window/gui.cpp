@@ -106,6 +106,7 @@ class Gui::Impl {
   void BeginFrame();
   void EndFrame();
   bool IsOverPanel(float pointX, float pointY) const;
+  bool HasPointer() const { return pointerWasOver; }
   float GetPointsPerPixel() const;
   int GetHeight() const { return window != nullptr ? window->GetHeight() : height; }
 
@@ -194,7 +195,9 @@ void Gui::Impl::Settle() {
 bool Gui::Impl::IsOverPanel(float pointX, float pointY) const {
   const ImVec2 point(pointX, pointY);
   for (const ImGuiWindow* const panel : context->Windows) {
-    const bool visible = panel->Active && panel->ParentWindow == nullptr;
+    // What belongs to another window lies within it, but for the menus.
+    const bool stands = panel->ParentWindow == nullptr || (panel->Flags & ImGuiWindowFlags_Popup) != 0;
+    const bool visible = panel->Active && stands;
     const bool hearsPointer = (panel->Flags & ImGuiWindowFlags_NoMouseInputs) == 0;
     if (visible && hearsPointer && panel->Rect().Contains(point)) return true;
   }
@@ -223,7 +226,8 @@ bool Gui::Impl::OnPointerEvent(const SDL_Event& event) {
     y = event.type == SDL_MOUSEMOTION ? event.motion.y : event.button.y;
   }
   pointer = ImVec2(static_cast<float>(x), static_cast<float>(y));
-  const bool over = IsOverPanel(pointer.x, pointer.y);
+  // Beside an open menu a press closes it and does no more.
+  const bool over = !context->OpenPopupStack.empty() || IsOverPanel(pointer.x, pointer.y);
   const bool ofPanels = buttonsOfPanels != 0 || (over && buttonsOfOthers == 0);
   const bool wasOver = pointerWasOver;
   pointerWasOver = ofPanels;
@@ -261,6 +265,8 @@ Gui::Gui(int width, int height) : impl(std::make_unique<Impl>(nullptr, width, he
 Gui::~Gui() = default;
 void Gui::BeginFrame() { impl->BeginFrame(); }
 void Gui::EndFrame() { impl->EndFrame(); }
+
+bool Gui::HasPointer() const { return impl->HasPointer(); }
 
 bool Gui::IsOverPanel(int x, int y) const {
   const float points = impl->GetPointsPerPixel();

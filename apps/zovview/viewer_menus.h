@@ -1,0 +1,26 @@
+#pragma once
+
+#include "view_commands.h"
+
+namespace zovview {
+
+/// The menus that open at the pointer. To be drawn within a frame of the Gui.
+class ViewerMenus {
+ public:
+  enum class Kind : int { View, Cube, Coordinates };
+
+  /// In the next frame, where the pointer then is.
+  void Open(Kind menu);
+  void Close() { closing = true; }
+  bool IsOpen() const { return isOpen; }
+  /// The command that was chosen; null for none.
+  const ViewCommand* Draw(const ViewTarget& target);
+
+ private:
+  Kind kind = Kind::View;
+  bool opening = false;
+  bool closing = false;
+  bool isOpen = false;
+};
+
+}  // namespace zovview

@@ -1,0 +1,111 @@
+#include "viewport.h"
+
+#include <cstdlib>
+#include <utility>
+
+#include "cube_commands.h"
+#include "start_camera.h"
+
+namespace zovview {
+
+using zovhost::MouseButton;
+using zovhost::WindowEvent;
+
+bool Viewport::Pointer::WarpPointer(int x, int y) {
+  if (!host.WarpPointer(x, y)) return false;
+  manager.OnPointerSet(x, y);
+  return true;
+}
+
+Viewport::Viewport(Surroundings around)
+    : surroundings(std::move(around)),
+      hub(surroundings.requestFrame),
+      selection(hub),
+      manager(hub),
+      pointer(surroundings.host, manager),
+      target{hub, selection, manager, cube} {
+  renderer.SetHost(&pointer);
+  manager.SetRenderer(&renderer);
+  manager.SetHelmDisc(&disc);
+  manager.SetOrientor(&cube);
+  manager.SetMovePointer([this](int x, int y) { surroundings.host.WarpPointer(x, y); });
+}
+
+Viewport::~Viewport() {
+  manager.Destroy();
+  renderer.Destroy();
+}
+
+bool Viewport::Create() { return manager.Create(); }
+
+void Viewport::SetPlace(int x, int y, int width, int height, double scale) {
+  placeX = x;
+  renderer.SetViewport(x, y, width, height);
+  renderer.SetDisplayScale(scale);
+  manager.SetViewportSize(width, height);
+  hub.SetViewportSize(width, height);
+}
+
+void Viewport::SetScene(const zovhost::Scene& scene) {
+  manager.Cancel();
+  clicks.Cancel();
+  selection.SetScene(&scene);
+  renderer.SetScene(&scene);
+  EnterScene(hub, scene);
+  UseModelCoordinates(target);
+}
+
+// ---- events ----
+
+void Viewport::OnEvent(const WindowEvent& event) {
+  if (event.type == WindowEvent::Type::MouseDown) clicks.OnMouseDown(event);
+  if (event.type == WindowEvent::Type::MouseMove) clicks.OnMouseMove(event);
+  if (event.type == WindowEvent::Type::FocusLost) clicks.Cancel();
+  const bool used = manager.OnEvent(event);
+  if (event.button == MouseButton::Right) OnRightClick(event, used);
+  if (event.type == WindowEvent::Type::MouseUp) OnClick(event);
+  if (event.type == WindowEvent::Type::KeyDown && !used) OnKey(event);
+}
+
+void Viewport::OnClick(const WindowEvent& event) {
+  const int count = clicks.OnMouseUp(event);
+  if (!manager.IsClickFree()) return;
+  if (count == 1) selection.PickAt(event.x, event.y);
+  if (count == 2) CentreOnPixel(target, event.x, event.y);
+}
+
+// Where the cube opens no menu of its own.
+void Viewport::OnRightClick(const WindowEvent& event, bool used) {
+  if (event.type == WindowEvent::Type::MouseDown) {
+    rightX = event.x;
+    rightY = event.y;
+  }
+  const bool isStill =
+      std::abs(event.x - rightX) <= ClickWatch::REACH && std::abs(event.y - rightY) <= ClickWatch::REACH;
+  if (event.type == WindowEvent::Type::MouseUp && !used && isStill && !IsPressed()) {
+    surroundings.openMenu(event.x, event.y);
+  }
+}
+
+void Viewport::OnKey(const WindowEvent& event) {
+  const bool withOthers = (event.modifiers & (WindowEvent::CONTROL | WindowEvent::ALT)) != 0;
+  if (withOthers || event.repeated) return;
+  if (const ViewCommand* const command = FindViewCommand(event.key)) Run(*command);
+}
+
+void Viewport::Run(const ViewCommand& command) {
+  manager.Cancel();
+  clicks.Cancel();
+  command.run(target);
+}
+
+// ---- the frame ----
+
+void Viewport::PerformFrame() {
+  hub.PerformOperations();
+  renderer.SetCamera(hub.GetView());
+}
+
+void Viewport::DrawWidgets() { manager.OnDraw(); }
+
+}  // namespace zovview

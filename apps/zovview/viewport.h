@@ -1,0 +1,100 @@
+#pragma once
+
+#include <functional>
+
+#include "click_watch.h"
+#include "korvane/helm_disc.h"
+#include "korvane/orientor.h"
+#include "selection.h"
+#include "view_commands.h"
+#include "viewer_hub.h"
+#include "viewer_view_manager.h"
+#include "zovhost/gl_renderer.h"
+#include "zovhost/window.h"
+
+namespace zovview {
+
+/// One view of a model, with all that steers it: the hub, the view manager with its tools, the cube, the
+/// selection. It owns no window; positions are pixels of the viewport, origin at the bottom left.
+class Viewport {
+ public:
+  /// What the viewport asks of the window around it.
+  struct Surroundings {
+    std::function<void()> requestFrame;
+    /// Shape and place of the pointer, and menus. Borrowed.
+    zovhost::RendererHost& host;
+    /// The menu of the viewport itself, at one of its pixels.
+    std::function<void(int x, int y)> openMenu;
+  };
+
+  explicit Viewport(Surroundings surroundings);
+  ~Viewport();
+  Viewport(const Viewport&) = delete;
+  Viewport& operator=(const Viewport&) = delete;
+
+  /// In a context of OpenGL that stays current. False when the drawing cannot be had.
+  bool Create();
+
+  /// Its place in the framebuffer, and the pixels for one point of the display.
+  void SetPlace(int x, int y, int width, int height, double scale);
+  int GetX() const { return placeX; }
+  int GetWidth() const { return hub.GetViewportWidth(); }
+  int GetHeight() const { return hub.GetViewportHeight(); }
+
+  /// Borrowed. What was going on ends, nothing is selected, and the view is the start view of the scene.
+  void SetScene(const zovhost::Scene& scene);
+
+  /// An event of the window: of the pointer or the keys, or the loss of the focus. A click that nobody
+  /// needs selects, the second one of a double click brings what is under it to the middle.
+  void OnEvent(const zovhost::WindowEvent& event);
+  /// Ends what the hand is doing.
+  void Run(const ViewCommand& command);
+  bool IsPressed() const { return manager.IsPressed(); }
+
+  /// One step of whatever moves; the drawing follows.
+  void PerformFrame();
+  /// The pivot, the cube and the notes, over a picture of the scene.
+  void DrawWidgets();
+
+  ViewerHub& GetHub() { return hub; }
+  Selection& GetSelection() { return selection; }
+  ViewerViewManager& GetManager() { return manager; }
+  zovhost::GLRenderer& GetRenderer() { return renderer; }
+  Korvane::Orientor& GetCube() { return cube; }
+  const ViewTarget& GetTarget() const { return target; }
+
+ private:
+  // The host, but that the view manager hears where the pointer is set.
+  class Pointer : public zovhost::RendererHost {
+   public:
+    Pointer(zovhost::RendererHost& around, ViewerViewManager& told) : host(around), manager(told) {}
+    bool ApplyCursor(Korvane::CursorID id) override { return host.ApplyCursor(id); }
+    bool WarpPointer(int x, int y) override;
+    bool OpenMenu(Korvane::MenuID id) override { return host.OpenMenu(id); }
+    bool OpenUCSMenu(int x, int y) override { return host.OpenUCSMenu(x, y); }
+
+   private:
+    zovhost::RendererHost& host;
+    ViewerViewManager& manager;
+  };
+
+  void OnClick(const zovhost::WindowEvent& event);
+  void OnKey(const zovhost::WindowEvent& event);
+  void OnRightClick(const zovhost::WindowEvent& event, bool used);
+
+  Surroundings surroundings;
+  ViewerHub hub;
+  Selection selection;
+  zovhost::GLRenderer renderer;
+  Korvane::HelmDisc disc;
+  Korvane::Orientor cube;
+  ViewerViewManager manager;
+  Pointer pointer;
+  ClickWatch clicks;
+  const ViewTarget target;
+  int placeX = 0;
+  int rightX = 0;  // the last press of the right button
+  int rightY = 0;
+};
+
+}  // namespace zovview

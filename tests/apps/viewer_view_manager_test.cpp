@@ -1,0 +1,339 @@
+// Events of the window as the view manager gets them. The renderer records, and answers rays with the model.
+#include "viewer_view_manager.h"
+
+#include <SDL_keycode.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "key_table.h"
+#include "korvane/helm_disc.h"
+#include "korvane/orientor.h"
+#include "korvane/tool.h"
+#include "support/recording_renderer.h"
+#include "travelling_hub.h"
+#include "view_tools.h"
+
+namespace {
+
+using Korvane::Box3;
+using Korvane::CameraParameters;
+using Korvane::Vector3;
+using zovhost::MouseButton;
+using zovhost::WindowEvent;
+using zovview::PixelPosition;
+using Type = WindowEvent::Type;
+
+const std::array<Box3, 1> HOUSE = {Box3({0, 0, 4}, {6, 5, 4})};
+
+// Tells what is asked of it by its protected sides.
+class OpenManager : public zovview::ViewerViewManager {
+ public:
+  using ViewerViewManager::ViewerViewManager;
+  bool WantsWrapping() const { return wantCursorWrapping; }
+  bool IsOrbiting() const { return orbitingWithMouse; }
+  bool IsPanning() const { return panningWithMouse; }
+  bool IsZooming() const { return zoomingWithMouse; }
+  bool HoldsShift() const { return shiftKeyDown; }
+  PixelPosition GetMouse() const { return {mouseX, mouseY}; }
+  Korvane::Tool& GetTool() { return *activeTool; }
+};
+
+class ViewerViewManagerTest : public apps_test::TravellingHub {
+ protected:
+  ViewerViewManagerTest() : events(hub) {
+    Show(HOUSE);
+    events.SetRenderer(&renderer);
+    events.SetHelmDisc(&disc);
+    events.SetOrientor(&ownCube);
+    events.SetMovePointer([this](int x, int y) { jumps.push_back({x, y}); });
+    events.Create();
+    events.SetViewportSize(WIDTH, HEIGHT);
+    hub.SetViewportSize(WIDTH, HEIGHT);
+  }
+  ~ViewerViewManagerTest() override {
+    events.Destroy();
+    events.SetHelmDisc(nullptr);
+    events.SetOrientor(nullptr);
+  }
+
+  bool Send(Type type, int x, int y, MouseButton button = MouseButton::Left) {
+    WindowEvent event;
+    event.type = type;
+    event.x = x;
+    event.y = y;
+    event.button = button;
+    return events.OnEvent(event);
+  }
+  bool Key(Type type, SDL_Keycode key) {
+    WindowEvent event;
+    event.type = type;
+    event.key = key;
+    return events.OnEvent(event);
+  }
+  bool Turn(double notches) {
+    WindowEvent event;
+    event.type = Type::Wheel;
+    event.x = 200;
+    event.y = 200;
+    event.wheel = notches;
+    return events.OnEvent(event);
+  }
+  void Draw() {
+    Frame();
+    events.OnDraw();
+  }
+  void Wait(double seconds) {
+    for (int i = 0; i < seconds * zovview::TourClock::FRAMES_PER_SECOND; ++i) Draw();
+  }
+  double Turned(const CameraParameters& before) const { return (hub.GetView().eye - before.eye).Length(); }
+
+  RecordingRenderer renderer;
+  Korvane::HelmDisc disc;
+  Korvane::Orientor ownCube;
+  OpenManager events;
+  std::vector<PixelPosition> jumps;
+};
+
+// ---- the tables ----
+
+TEST_F(ViewerViewManagerTest, every_key_is_bound_once_and_every_number_of_the_library_has_one) {
+  std::set<SDL_Keycode> keys;
+  std::set<int> numbers;
+  for (const zovview::KeyBinding& binding : zovview::GetKeyBindings()) {
+    EXPECT_TRUE(keys.insert(binding.key).second) << binding.key;
+    numbers.insert(binding.id);
+    const bool isCommand = zovview::FindViewCommand(binding.key) != nullptr;
+    EXPECT_EQ(isCommand, binding.key == SDLK_ESCAPE) << binding.key;
+  }
+  for (int number = Korvane::KEY_SHIFT; number <= Korvane::KEY_SPACE; ++number) {
+    EXPECT_EQ(numbers.count(number), 1U) << number;
+  }
+}
+
+TEST_F(ViewerViewManagerTest, has_all_tools_each_with_its_cursor_and_begins_with_the_orbit) {
+  struct Row {
+    zovview::ToolID id;
+    Korvane::CursorID cursor;
+  };
+  EXPECT_EQ(events.GetActiveTool(), zovview::TOOL_ORBIT);
+  for (const Row& row : {Row{zovview::TOOL_PAN, Korvane::CURSOR_PAN},
+                         {zovview::TOOL_ZOOM, Korvane::CURSOR_ZOOM},
+                         {zovview::TOOL_RECTANGLE, Korvane::CURSOR_ZOOM},
+                         {zovview::TOOL_LOOK, Korvane::CURSOR_LOOK},
+                         {zovview::TOOL_LOOK_MOVE, Korvane::CURSOR_LOOK},
+                         {zovview::TOOL_LOOK_AT, Korvane::CURSOR_LOOK_AT},
+                         {zovview::TOOL_CENTRE, Korvane::CURSOR_ARROW},
+                         {zovview::TOOL_WALK, Korvane::CURSOR_WALK},
+                         {zovview::TOOL_ORBIT, Korvane::CURSOR_ORBIT}}) {
+    ASSERT_TRUE(events.SetActiveTool(row.id));
+    Send(Type::MouseMove, 200, 200);
+    Draw();
+    EXPECT_EQ(renderer.GetCursorID(), row.cursor) << row.id;
+  }
+  EXPECT_EQ(zovview::GetViewTools().size(), 9U);
+}
+
+// ---- the left button ----
+
+TEST_F(ViewerViewManagerTest, a_left_drag_orbits_and_what_moved_since_the_last_frame_counts) {
+  const CameraParameters before = hub.GetView();
+  EXPECT_TRUE(Send(Type::MouseDown, 200, 200));
+  Send(Type::MouseUp, 200 + WIDTH / 5, 200);
+  // A fifth of the width is one radian about the up axis.
+  const auto level = [this](const CameraParameters& camera) {
+    const Vector3 arm = camera.eye - camera.pivot;
+    return (arm - scene->GetUpDirection() * arm.Dot(scene->GetUpDirection())).Normalized();
+  };
+  EXPECT_NEAR(std::acos(level(before).Dot(level(hub.GetView()))), 1.0, 1e-9);
+  EXPECT_FALSE(hub.IsOperationActive(Korvane::OPERATION_ALL));
+}
+
+TEST_F(ViewerViewManagerTest, a_press_takes_over_from_a_travelling_camera) {
+  zovview::ShowTop(target);
+  Send(Type::MouseDown, 200, 200);
+  EXPECT_FALSE(hub.IsShotActive());
+  Send(Type::MouseUp, 200, 200);
+  zovview::ShowTop(target);
+  Turn(1.0);
+  EXPECT_FALSE(hub.IsShotActive());
+}
+
+TEST_F(ViewerViewManagerTest, a_click_is_free_where_the_tool_only_drags) {
+  const std::set<int> useClicks = {zovview::TOOL_ZOOM, zovview::TOOL_LOOK_AT, zovview::TOOL_CENTRE,
+                                   zovview::TOOL_WALK};
+  for (const zovview::ViewTool& tool : zovview::GetViewTools()) {
+    if (tool.id == zovview::TOOL_LOOK_AT) continue;  // this renderer has no faces, so the press is of no use
+    events.Cancel();
+    ASSERT_TRUE(events.SetActiveTool(tool.id));
+    Send(Type::MouseDown, 200, 200);
+    EXPECT_EQ(events.IsClickFree(), useClicks.count(tool.id) == 0) << tool.id;
+    Send(Type::MouseUp, 200, 200);
+    Wait(1.0);
+  }
+}
+
+// ---- wrapping ----
+
+TEST_F(ViewerViewManagerTest, a_drag_past_the_edge_sets_the_pointer_back_and_turns_on) {
+  const CameraParameters before = hub.GetView();
+  Send(Type::MouseDown, WIDTH - 100, 300);
+  ASSERT_TRUE(events.WantsWrapping());
+  Send(Type::MouseMove, WIDTH + 20, 300);
+  ASSERT_EQ(jumps, std::vector<PixelPosition>({{20, 300}}));
+  EXPECT_EQ(events.GetMouse(), (PixelPosition{WIDTH + 20, 300}));
+  Send(Type::MouseMove, 120, 300);
+  EXPECT_EQ(events.GetMouse(), (PixelPosition{WIDTH + 120, 300}));
+  Send(Type::MouseUp, 120, 300);
+  EXPECT_EQ(events.GetMouse(), (PixelPosition{120, 300})) << "the drag is over";
+
+  // The same turn in one sweep.
+  const CameraParameters wrapped = hub.GetView();
+  hub.SetView(before);
+  Send(Type::MouseDown, 100, 300);
+  Send(Type::MouseUp, 320, 300);
+  EXPECT_LT(Turned(wrapped), 1e-9);
+  EXPECT_EQ(jumps.size(), 1U);
+}
+
+TEST_F(ViewerViewManagerTest, a_rectangle_and_a_pointer_without_a_button_are_not_wrapped) {
+  Send(Type::MouseMove, WIDTH + 20, 300);
+  events.SetActiveTool(zovview::TOOL_RECTANGLE);
+  Send(Type::MouseDown, WIDTH - 100, 300);
+  Send(Type::MouseMove, WIDTH + 20, 300);
+  EXPECT_TRUE(jumps.empty());
+  events.Cancel();
+}
+
+TEST_F(ViewerViewManagerTest, where_the_library_sets_the_pointer_is_no_motion) {
+  Send(Type::MouseDown, WIDTH - 10, 300);
+  Send(Type::MouseMove, WIDTH + 20, 300);
+  events.OnPointerSet(640, 160);
+  Send(Type::MouseMove, 641, 160);
+  EXPECT_EQ(events.GetMouse(), (PixelPosition{641, 160}));
+  events.Cancel();
+}
+
+// ---- the middle button and the wheel ----
+
+TEST_F(ViewerViewManagerTest, the_middle_button_pans_and_orbits_while_shift_is_held) {
+  Send(Type::MouseDown, 300, 300, MouseButton::Middle);
+  EXPECT_TRUE(events.IsPanning());
+  Key(Type::KeyDown, SDLK_LSHIFT);
+  EXPECT_TRUE(events.IsOrbiting());
+  Key(Type::KeyDown, SDLK_RSHIFT);
+  Key(Type::KeyUp, SDLK_LSHIFT);
+  EXPECT_TRUE(events.IsOrbiting()) << "the other Shift is still held";
+  Key(Type::KeyUp, SDLK_RSHIFT);
+  EXPECT_TRUE(events.IsPanning());
+  Send(Type::MouseUp, 300, 300, MouseButton::Middle);
+  EXPECT_FALSE(events.IsPanning() || events.IsOrbiting());
+}
+
+TEST_F(ViewerViewManagerTest, the_middle_button_does_nothing_while_another_is_held) {
+  Send(Type::MouseDown, 300, 300);
+  Send(Type::MouseDown, 300, 300, MouseButton::Middle);
+  EXPECT_FALSE(events.IsPanning());
+  events.Cancel();
+  Send(Type::MouseDown, 300, 300, MouseButton::Right);
+  Send(Type::MouseDown, 300, 300, MouseButton::Middle);
+  EXPECT_FALSE(events.IsPanning());
+}
+
+TEST_F(ViewerViewManagerTest, the_wheel_zooms_in_away_from_the_user_and_ends_by_itself) {
+  const double before = (hub.GetView().eye - scene->GetCentre()).Length();
+  EXPECT_TRUE(Turn(3.0));
+  Draw();
+  EXPECT_TRUE(events.IsZooming());
+  EXPECT_LT((hub.GetView().eye - scene->GetCentre()).Length(), before);
+  Wait(0.4);
+  EXPECT_TRUE(events.IsZooming());
+  Wait(0.2);
+  EXPECT_FALSE(events.IsZooming());
+}
+
+TEST_F(ViewerViewManagerTest, a_fine_wheel_adds_up_to_notches) {
+  const CameraParameters start = hub.GetView();
+  Turn(3.0);
+  Wait(0.7);
+  const CameraParameters whole = hub.GetView();
+  hub.SetView(start);
+  // 30 times a tenth; a count of 120 to the notch makes 12 of each.
+  for (int i = 0; i < 30; ++i) Turn(0.1);
+  Wait(0.7);
+  EXPECT_LT(Turned(whole), 1e-9);
+  EXPECT_GT(Turned(start), 0.1);
+}
+
+TEST_F(ViewerViewManagerTest, a_wheel_out_of_this_world_is_ignored) {
+  const CameraParameters before = hub.GetView();
+  const double infinity = HUGE_VAL;
+  for (const double notches : {std::nan(""), infinity, -infinity, 1e9, -1e9}) EXPECT_FALSE(Turn(notches));
+  Wait(0.1);
+  EXPECT_LT(Turned(before), 1e-12);
+}
+
+TEST_F(ViewerViewManagerTest, a_press_right_after_the_wheel_drags_at_once) {
+  Turn(1.0);
+  Draw();
+  const CameraParameters before = hub.GetView();
+  Send(Type::MouseDown, 300, 300);
+  EXPECT_FALSE(events.IsZooming());
+  Send(Type::MouseMove, 400, 300);
+  Draw();
+  EXPECT_GT(Turned(before), 1.0);
+  events.Cancel();
+}
+
+// ---- letting go ----
+
+TEST_F(ViewerViewManagerTest, a_lost_focus_lets_go_of_buttons_and_keys_and_begins_nothing) {
+  for (const zovview::ViewTool& tool : zovview::GetViewTools()) {
+    events.SetActiveTool(tool.id);
+    Key(Type::KeyDown, SDLK_LSHIFT);
+    Send(Type::MouseDown, 640, 400);
+    Draw();
+    WindowEvent lost;
+    lost.type = Type::FocusLost;
+    events.OnEvent(lost);
+    EXPECT_FALSE(events.IsPressed()) << tool.id;
+    EXPECT_FALSE(events.HoldsShift()) << tool.id;
+    EXPECT_FALSE(events.GetTool().IsOperating()) << tool.id;
+    EXPECT_FALSE(hub.IsShotActive()) << tool.id;
+    EXPECT_FALSE(hub.IsOperationActive(Korvane::OPERATION_ALL)) << tool.id;
+    Draw();
+  }
+  Send(Type::MouseDown, 300, 300, MouseButton::Middle);
+  events.Cancel();
+  EXPECT_FALSE(events.IsPanning());
+}
+
+TEST_F(ViewerViewManagerTest, escape_drops_a_rectangle) {
+  events.SetActiveTool(zovview::TOOL_RECTANGLE);
+  Send(Type::MouseDown, 300, 300);
+  Send(Type::MouseMove, 500, 400);
+  EXPECT_TRUE(Key(Type::KeyDown, SDLK_ESCAPE));
+  Send(Type::MouseUp, 500, 400);
+  EXPECT_FALSE(hub.IsShotActive());
+}
+
+TEST_F(ViewerViewManagerTest, a_pointer_that_leaves_is_over_nothing) {
+  Send(Type::MouseMove, WIDTH - 60, HEIGHT - 60);
+  Draw();
+  EXPECT_TRUE(ownCube.IsMouseInRegion());
+  Send(Type::MouseLeave, 0, 0);
+  Draw();
+  EXPECT_FALSE(ownCube.IsMouseInRegion());
+}
+
+TEST_F(ViewerViewManagerTest, keys_that_are_bound_to_nothing_are_left_to_others) {
+  EXPECT_FALSE(Key(Type::KeyDown, SDLK_q));
+  EXPECT_FALSE(Key(Type::KeyUp, SDLK_q));
+  EXPECT_FALSE(Key(Type::KeyDown, SDLK_ESCAPE)) << "nothing to cancel";
+}
+
+}  // namespace
