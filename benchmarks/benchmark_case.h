@@ -27,3 +27,5 @@ std::vector<BenchmarkCase*> GetShotCases();
 std::vector<BenchmarkCase*> GetFitCases();
 /// Beside the picks of the cube alone; a draw, beside a copy of what it draws as well.
 std::vector<BenchmarkCase*> GetCubeCases();
+/// Beside the same move of the hub alone.
+std::vector<BenchmarkCase*> GetViewManagerCases();

@@ -59,7 +59,8 @@ int main(int argc, char** argv) {
   if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) return 2;
 
   std::vector<BenchmarkCase*> cases;
-  for (const auto& group : {GetFrameCases(), GetPickCases(), GetShotCases(), GetFitCases(), GetCubeCases()}) {
+  for (const auto& group : {GetFrameCases(), GetPickCases(), GetShotCases(), GetFitCases(), GetCubeCases(),
+                            GetViewManagerCases()}) {
     cases.insert(cases.end(), group.begin(), group.end());
   }
 
