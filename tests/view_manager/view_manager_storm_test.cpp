@@ -109,13 +109,28 @@ class Storm : public ViewManagerTest {
   }
 
   void Button(int which, int x, int y) {
-    using Event = bool (ViewManager::*)(int, int);
-    static constexpr Event EVENTS[] = {&ViewManager::OnLeftMouseDown,   &ViewManager::OnLeftMouseUp,
-                                       &ViewManager::OnMiddleMouseDown, &ViewManager::OnMiddleMouseUp,
-                                       &ViewManager::OnRightMouseDown,  &ViewManager::OnRightMouseUp};
     const bool held[] = {manager.leftMouseDown, manager.middleMouseDown, manager.rightMouseDown};
     if (plausible && (which % 2 == 0) == held[which / 2]) return;
-    (manager.*EVENTS[which])(x, y);
+    switch (which) {
+      case 0:
+        manager.OnLeftMouseDown(x, y);
+        break;
+      case 1:
+        manager.OnLeftMouseUp(x, y);
+        break;
+      case 2:
+        manager.OnMiddleMouseDown(x, y);
+        break;
+      case 3:
+        manager.OnMiddleMouseUp(x, y);
+        break;
+      case 4:
+        manager.OnRightMouseDown(x, y);
+        break;
+      default:
+        manager.OnRightMouseUp(x, y);
+        break;
+    }
   }
 
   void Frame(Random& random) {
