@@ -99,6 +99,16 @@ TEST_F(CenterToolTest, a_release_on_the_scene_flies_there) {
   EXPECT_NEAR(bench.hub.view.eye.x, 2.0, 1e-9);
 }
 
+TEST_F(CenterToolTest, the_flight_has_the_label_of_the_tool_whoever_changed_it_meanwhile) {
+  SetHit({2, 0, 5});
+  tool.OnMouseDown(100, 200);
+  bench.ball.SetLabel(STRING_PIVOT);
+  bench.renderer.ApplyTextureUsage();
+  bench.renderer.ClearCalls();
+  tool.OnMouseUp(100, 200);
+  EXPECT_EQ(bench.renderer.CountCalls("CreatePivotLabel"), 1);
+}
+
 TEST_F(CenterToolTest, the_frames_of_the_flight_are_sampled) {
   SetHit({2, 0, 5});
   tool.OnMouseDown(100, 200);

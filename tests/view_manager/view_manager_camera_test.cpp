@@ -23,14 +23,16 @@ class CameraMovesTest : public ViewManagerTest {
     hub.view = camera;
     hub.PerformOperations();
   }
+  void RunFor(int milliseconds) {
+    for (; milliseconds > 0; milliseconds -= 10) {
+      platform.Advance(10);
+      hub.PerformOperations();
+    }
+  }
   // Frames until the shot is over; how long that took in milliseconds.
   int RunShot() {
     int elapsed = 0;
-    while (hub.IsShotActive() && elapsed < 5000) {
-      platform.Advance(10);
-      elapsed += 10;
-      hub.PerformOperations();
-    }
+    for (; hub.IsShotActive() && elapsed < 5000; elapsed += 10) RunFor(10);
     return elapsed;
   }
   static void ExpectNear(const Vector3& a, const Vector3& b, double tolerance = 1e-9) {
@@ -177,6 +179,21 @@ TEST_F(CameraMovesTest, level_the_view_and_stand_upright) {
   ExpectNear(hub.view.centre, Vector3(1, 2, -2));  // as far as before, at the height of the eye
   ExpectNear(hub.view.up, UP);
   ExpectNear(hub.view.pivot, Vector3(7, 8, 9));
+}
+
+// Eased from the first moment to the last, so that half of the time is half of the way; a frame more or less
+// is a twentieth of a unit there.
+TEST_F(CameraMovesTest, ease_over_their_whole_time) {
+  LookFrom(LookAt({0, 0, 10}, {0, 0, 0}, UP));
+  EXPECT_TRUE(manager.RestoreCenter(Vector3(3, 0, 0)));
+  RunFor(500);
+  EXPECT_NEAR(hub.view.eye.x, 1.5, 0.1);
+  RunShot();
+  // Down by 4 over 3: of an angle whose tangent is 4/3, half has the tangent 1/2, and so the sine 1/sqrt(5).
+  LookFrom(LookAt({1, 2, 3}, {1, -2, 0}, UP));
+  EXPECT_TRUE(manager.LevelCamera());
+  RunFor(250);
+  EXPECT_NEAR(hub.view.centre.y, 2.0 - std::sqrt(5.0), 0.3);
 }
 
 TEST_F(CameraMovesTest, level_a_view_straight_down_to_where_its_up_points) {

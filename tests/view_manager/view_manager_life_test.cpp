@@ -285,7 +285,10 @@ TEST_F(LifeTest, goes_in_the_middle_of_anything) {
     if (gesture == 3) passing.FitAllToView();
     EXPECT_EQ(disc.record->begun, disc.record->ended + 1) << gesture;
     const bool destroyed = gesture % 2 == 0;
-    if (destroyed) passing.Destroy();
+    if (!destroyed) continue;
+    passing.Destroy();
+    EXPECT_FALSE(hub.IsOperationActive(OPERATION_ALL)) << gesture;
+    EXPECT_EQ(disc.record->begun, disc.record->ended) << gesture;
   }
   EXPECT_EQ(disc.record->begun, disc.record->ended);
   EXPECT_FALSE(hub.IsOperationActive(OPERATION_ALL));

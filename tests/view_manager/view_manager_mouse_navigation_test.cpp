@@ -224,9 +224,11 @@ TEST_F(MouseNavigationTest, begins_nothing_twice_and_nothing_beside_another) {
     EXPECT_FALSE(ends[i]());
     EXPECT_TRUE(begins[i]());
     ExpectMode(modes[i]);
+    const int begun = disc.record->begun;
     for (int other = 0; other < 3; ++other) {
       EXPECT_EQ(begins[other](), other == i) << i << other;
       EXPECT_EQ(other != i && ends[other](), false) << i << other;
+      EXPECT_EQ(disc.record->begun, begun) << i << other;
       ExpectMode(modes[i]);
     }
     EXPECT_TRUE(ends[i]());
