@@ -50,6 +50,7 @@ class OpenOrientor : public Korvane::Orientor {
   using Orientor::ChangeBasisWorldToStandard;
   using Orientor::ConvertVectorsToWorldSpace;
   using Orientor::ConvertVectorToWorldSpace;
+  using Orientor::DrawCompassPart;
   using Orientor::DrawOverlay;
   using Orientor::GetOverlayCamera;
   using Orientor::GetPerspectiveCamera;

@@ -408,6 +408,15 @@ TEST(OrientorDraw, never_draws_a_direction_of_the_ring) {
   for (const Geometry& each : drawn) EXPECT_FALSE(each.vertices.empty());
 }
 
+TEST(OrientorDraw, can_offer_a_direction_of_the_ring_to_the_mouse_but_not_draw_it) {
+  DrawScene scene;
+  for (const int part : {26, 29, 30, 57}) {
+    scene.renderer.ClearCalls();
+    scene.cube.DrawCompassPart(Renderer::MaterialParams(), Vector3(), Vector3(1, 0, 0), part, false);
+    EXPECT_EQ(scene.renderer.CountCalls("RenderGeometry"), part < 30 ? 2 : 0) << part;
+  }
+}
+
 // Letter 26 lies along x; the compass is turned by 90 degrees from -z toward +x, so it shows at +z.
 TEST(OrientorDraw, lays_each_letter_from_both_sides_with_its_quarter_of_the_texture) {
   DrawScene scene;
