@@ -219,8 +219,9 @@ bool ViewManager::Destroy() {
   activeTool = nullptr;
   EndMiddleMouseNavigation();
   ReleaseShotObserver();
-  const std::unique_ptr<PivotBall> ball = TakePivotBallBack();
+  std::unique_ptr<PivotBall> ball = TakePivotBallBack();
   if (ball != nullptr) result = ball->Destroy() && result;
+  ball.reset();
   if (navigationBar != nullptr) result = navigationBar->Destroy() && result;
   if (storyboard != nullptr) result = storyboard->Destroy() && result;
   if (orientor != nullptr) result = orientor->Destroy() && result;

@@ -220,6 +220,7 @@ TEST_F(LifeTest, takes_the_ball_away_from_the_disc_before_it_destroys_it) {
   class Watching : public PivotBall {
    public:
     explicit Watching(FakeDisc& theDisc) : disc(theDisc) {}
+    ~Watching() override { disc.journal.Ask("ball", "~"); }
     bool Destroy() override {
       disc.journal.Ask("ball", disc.GetPivotBall() == nullptr ? "Destroy" : "Destroy while the disc has it");
       return true;
@@ -239,7 +240,7 @@ TEST_F(LifeTest, takes_the_ball_away_from_the_disc_before_it_destroys_it) {
   EXPECT_EQ(disc.GetPivotBall(), making.GetPivotBall());
   Forget();
   EXPECT_TRUE(making.Destroy());
-  EXPECT_EQ(journal.lines, (Lines{"ball.Destroy", "disc.Destroy"}));
+  EXPECT_EQ(journal.lines, (Lines{"ball.Destroy", "ball.~", "disc.Destroy"}));
 }
 
 TEST_F(LifeTest, leaves_a_disc_its_own_ball) {
