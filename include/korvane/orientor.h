@@ -52,6 +52,7 @@ class ZOVTOOLS_API Orientor {
   static constexpr int OVERLAY_PART_COUNT = 6;
 
   Orientor();
+  /// End a move that the cube has begun before: the hub tells the cube of its end.
   virtual ~Orientor();
   Orientor(const Orientor&) = delete;
   Orientor& operator=(const Orientor&) = delete;

@@ -143,8 +143,10 @@ TEST_F(OrientorCompassDragTest, has_the_sense_of_the_rule_straight_up_and_down) 
     for (const double view : {-1.0, 1.0}) {
       for (int turn = 0; turn < 16; ++turn) {
         const double heading = (turn + 0.3) * Math::PI / 8.0;
-        SetCamera(LookWith(Vector3(0.0, view, 0.0), Vector3(std::cos(heading), 0.0, std::sin(heading))));
-        ExpectTheSenseOfTheAccount("vertical");
+        for (const double climb : {-0.3, 0.0, 0.3}) {  // an up that is not quite perpendicular
+          SetCamera(LookWith(Vector3(0.0, view, 0.0), Vector3(std::cos(heading), climb, std::sin(heading))));
+          ExpectTheSenseOfTheAccount("vertical");
+        }
       }
     }
   }
@@ -171,6 +173,24 @@ TEST_F(OrientorCompassDragTest, has_the_sense_of_the_rule_for_any_camera_world_a
     Parameters().compass_angle = static_cast<float>(random.Uniform(-720.0, 720.0));
     SetCamera(RandomCamera(random));
     ExpectTheSenseOfTheAccount("random");
+  }
+}
+
+// A level view from the front has the heading 270; the letters, at 90, 270, 180 and 0, are then ahead of it
+// by whole quarters. A quarter itself is not below 90, and neither 0 nor a half lies between them.
+TEST_F(OrientorCompassDragTest, has_its_limits_at_whole_quarters) {
+  SetCamera(LookWith(Vector3(-1.0, 0.0, 0.0), Vector3(0.0, 1.0, 0.0)));
+  const Sense expected[4] = {
+      {false, false},  // 180
+      {true, false},   // 0
+      {false, false},  // 270
+      {false, true},   // 90
+  };
+  for (int letter = 0; letter < 4; ++letter) {
+    cube.activePart = LETTERS + letter;
+    cube.CalculateDirectionOfRotation();
+    EXPECT_EQ(cube.reverseDragX, expected[letter].reverseX) << letter;
+    EXPECT_EQ(cube.reverseDragY, expected[letter].reverseY) << letter;
   }
 }
 

@@ -442,6 +442,8 @@ TEST_F(OrientorInteractionTest, a_drag_needs_no_history) {
 
 TEST_F(OrientorInteractionTest, a_drag_of_the_compass_begins_at_the_height_of_the_press) {
   Scene().do_snap_orbit = false;
+  Scene().preserve_orbit_up_direction = false;
+  Parameters().preserve_scene_up = false;  // counts for the cube alone
   for (const int part : {LETTER, RING}) {
     PressOnPart(part);
     cube.OnMouseMove(510, 290);
