@@ -8,6 +8,8 @@
 
 #include "model_source.h"
 #include "progress_line.h"
+#include "recorder.h"
+#include "replay.h"
 #include "tour.h"
 #include "viewer.h"
 
@@ -20,6 +22,9 @@ constexpr int LARGEST_SIDE = 8192;
 struct Arguments {
   std::string model;
   bool headless = false;
+  bool split = false;
+  std::string record;
+  std::string replay;
   std::string size;
   zovview::TourOptions tour;
 };
@@ -42,10 +47,13 @@ std::string ReadSize(const std::string& text, int& width, int& height) {
 
 // The exit code when the program is to end here.
 std::optional<int> ReadArguments(int argc, char** argv, Arguments& arguments) {
-  CLI::App app("Opens a 3D model: left drag orbits, middle drag pans, wheel and right drag zoom.", "zovview");
-  app.add_option("MODEL", arguments.model,
-                 "glTF, OBJ, STL, PLY, FBX, DAE, 3MF or IFC file; without one a sample house");
-  app.add_flag("--headless", arguments.headless, "Without a window: write a tour as pictures");
+  CLI::App app(
+      "Opens a 3D model: left drag is the chosen tool, at first orbit; middle drag pans, the wheel zooms.",
+      "zovview");
+  CLI::Option* const model = app.add_option(
+      "MODEL", arguments.model, "glTF, OBJ, STL, PLY, FBX, DAE, 3MF or IFC file; without one a sample house");
+  CLI::Option* const headless =
+      app.add_flag("--headless", arguments.headless, "Without a window: write a tour as pictures");
   app.add_option_function<std::string>(
          "--size",
          [&arguments](const std::string& text) {
@@ -56,6 +64,16 @@ std::optional<int> ReadArguments(int argc, char** argv, Arguments& arguments) {
       ->take_last();
   app.add_option("--out", arguments.tour.directory, "Where a tour is written, out/tour if not given")
       ->take_last();
+  CLI::Option* const split = app.add_flag("--split", arguments.split, "Two views beside each other");
+  CLI::Option* const record =
+      app.add_option("--record", arguments.record, "Writes what is done into a recording")->take_last();
+  app.add_option("--replay", arguments.replay, "Plays a recording without a window, and prints the cameras")
+      ->take_last()
+      ->excludes(record)
+      ->excludes(split)
+      ->excludes(model)
+      ->excludes(headless);
+  record->excludes(split)->excludes(headless);
   app.set_version_flag("--version", "zovview " ZOVVIEW_VERSION);
   try {
     app.parse(argc, argv);
@@ -85,9 +103,26 @@ int ShowTour(const zovview::ModelSource& source, const Arguments& arguments, con
   return zovview::RunTour(model, arguments.tour);
 }
 
+int ShowWindow(zovhost::Window& window, const zovview::ModelSource& source, const Arguments& arguments) {
+  std::string error;
+  std::unique_ptr<zovview::Recorder> recorder;
+  if (!arguments.record.empty()) {
+    recorder = zovview::Recorder::Create(arguments.record, error);
+    if (recorder == nullptr) {
+      Note(error);
+      return EXIT_BAD_INPUT;
+    }
+  }
+  const int code = zovview::Viewer(window, {arguments.split, recorder.get()}).Run(source);
+  if (code != 0 || recorder == nullptr || recorder->Finish(error)) return code;
+  Note(error);
+  return 1;
+}
+
 int RunProgram(int argc, char** argv) {
   Arguments arguments;
   if (const std::optional<int> code = ReadArguments(argc, argv, arguments)) return *code;
+  if (!arguments.replay.empty()) return zovview::RunReplay(arguments.replay);
   const zovview::ModelSource source =
       arguments.model.empty() ? zovview::FindDefaultModel() : zovview::ModelSource{arguments.model};
 
@@ -98,8 +133,12 @@ int RunProgram(int argc, char** argv) {
   options.width = arguments.tour.width;
   options.height = arguments.tour.height;
   const std::unique_ptr<zovhost::Window> window = zovhost::Window::Create(options, error);
+  if (window == nullptr && !arguments.record.empty()) {
+    Note(error + ", so there is nothing to record");
+    return 1;
+  }
   if (window == nullptr) return ShowTour(source, arguments, error + "; writing a tour instead");
-  return zovview::Viewer(*window).Run(source);
+  return ShowWindow(*window, source, arguments);
 }
 
 }  // namespace

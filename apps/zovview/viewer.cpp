@@ -52,6 +52,7 @@ bool Viewer::Surface::OpenUCSMenu(int /*x*/, int /*y*/) {
 
 Viewer::Viewer(zovhost::Window& onWindow, const Options& options)
     : window(onWindow),
+      recorder(options.recorder),
       cursorScales(Korvane::CURSOR_NONE, 0.0),
       gui(window),
       messageTimer(*this),
@@ -138,10 +139,30 @@ void Viewer::ShowModel(LoadedModel model) {
   }
   for (const auto& view : views) view->SetScene(*model.scene);
   scene = std::move(model.scene);
+  BeginRecording(model);
   contents.name = model.source.GetName();
   contents.triangleCount = scene->GetTriangleCount();
   contents.message.clear();
   window.SetTitle(contents.name + " - " + PROGRAM);
+}
+
+// The first model begins it, others happen in it.
+void Viewer::BeginRecording(const LoadedModel& model) {
+  if (recorder == nullptr) return;
+  const std::filesystem::path& file = model.source.file;
+  if (recorder->HasBegun()) {
+    WindowEvent opened;
+    opened.type = WindowEvent::Type::FileDropped;
+    opened.path = std::filesystem::absolute(file).string();
+    return recorder->Add(opened);
+  }
+  Recording header;
+  header.model = file.empty()                      ? "building"
+                 : file == FindDefaultModel().file ? "house"
+                                                   : "file " + std::filesystem::absolute(file).string();
+  header.width = views[0]->GetWidth();
+  header.height = views[0]->GetHeight();
+  recorder->Begin(header);
 }
 
 void Viewer::ShowMessage(const std::string& text) {
@@ -164,6 +185,7 @@ void Viewer::OnEvent(const WindowEvent& event) {
       return OnKeyEvent(event);
     case WindowEvent::Type::MouseLeave:
     case WindowEvent::Type::FocusLost:
+      if (recorder != nullptr) recorder->Add(event);
       return views[active]->OnEvent(event);
     case WindowEvent::Type::Resized:
       return OnResized();
@@ -178,6 +200,7 @@ void Viewer::OnEvent(const WindowEvent& event) {
 void Viewer::OnPointerEvent(WindowEvent event) {
   if (!views[active]->IsPressed()) ActivateView(FindViewAt(event.x));
   event.x -= views[active]->GetX();
+  if (recorder != nullptr) recorder->Add(event);
   views[active]->OnEvent(event);
 }
 
@@ -203,7 +226,13 @@ void Viewer::OnKeyEvent(const WindowEvent& event) {
     panel.ToggleVisible();
     return window.RequestFrame();
   }
+  if (recorder != nullptr) recorder->Add(event);
   views[active]->OnEvent(event);
+}
+
+void Viewer::Run(const ViewCommand& command) {
+  if (recorder != nullptr) recorder->Add(command);
+  views[active]->Run(command);
 }
 
 void Viewer::OpenMenu(std::size_t view, ViewerMenus::Kind kind) {
@@ -232,6 +261,12 @@ void Viewer::OnResized() {
   const bool split = views.size() > 1;
   views[0]->SetPlace(0, 0, split ? half : width, height, window.GetScale());
   if (split) views[1]->SetPlace(width - half, 0, half, height, window.GetScale());
+  if (recorder == nullptr) return;
+  WindowEvent resized;
+  resized.type = WindowEvent::Type::Resized;
+  resized.x = views[0]->GetWidth();
+  resized.y = views[0]->GetHeight();
+  recorder->Add(resized);
 }
 
 // ---- the frame ----
@@ -260,11 +295,11 @@ void Viewer::DrawViews() {
 }
 
 void Viewer::DrawPanels() {
-  Viewport& view = *views[active];
-  const ViewCommand* const pressed = panel.Draw(contents, view.GetTarget());
-  const ViewCommand* const chosen = menus.Draw(view.GetTarget());
-  if (pressed != nullptr) view.Run(*pressed);
-  if (chosen != nullptr) view.Run(*chosen);
+  const ViewTarget& target = views[active]->GetTarget();
+  const ViewCommand* const pressed = panel.Draw(contents, target);
+  const ViewCommand* const chosen = menus.Draw(target);
+  if (pressed != nullptr) Run(*pressed);
+  if (chosen != nullptr) Run(*chosen);
 }
 
 }  // namespace zovview

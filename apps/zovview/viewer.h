@@ -8,6 +8,7 @@
 #include "korvane/interval_timer.h"
 #include "model_source.h"
 #include "progress_line.h"
+#include "recorder.h"
 #include "viewer_menus.h"
 #include "viewer_panel.h"
 #include "viewport.h"
@@ -22,6 +23,8 @@ class Viewer {
  public:
   struct Options {
     bool split = false;
+    /// Hears what happens to the first view; null: nobody does. Borrowed.
+    Recorder* recorder = nullptr;
   };
 
   explicit Viewer(zovhost::Window& onWindow) : Viewer(onWindow, Options()) {}
@@ -77,6 +80,8 @@ class Viewer {
   void OnResized();
   std::size_t FindViewAt(int x) const;
   void ActivateView(std::size_t index);
+  void BeginRecording(const LoadedModel& model);
+  void Run(const ViewCommand& command);
   void OpenMenu(std::size_t view, ViewerMenus::Kind kind);
   void ShowCursor(Korvane::CursorID id);
   void LoadWaiting();
@@ -89,6 +94,7 @@ class Viewer {
   void DrawPanels();
 
   zovhost::Window& window;
+  Recorder* const recorder;
   std::unique_ptr<zovhost::Scene> scene;
   zovhost::GLSceneView sceneView;
   std::vector<std::unique_ptr<Surface>> surfaces;

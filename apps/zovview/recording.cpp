@@ -1,0 +1,290 @@
+#include "recording.h"
+
+#include <SDL_keyboard.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <optional>
+#include <sstream>
+#include <string_view>
+#include <utility>
+
+namespace zovview {
+
+using zovhost::MouseButton;
+using zovhost::WindowEvent;
+using Type = WindowEvent::Type;
+
+namespace {
+
+constexpr const char* FIRST_LINE = "zovview recording 1";
+constexpr int FURTHEST_POSITION = 1'000'000;  // pixels
+constexpr double MOST_NOTCHES = 1000.0;
+constexpr int MOST_CLICKS = 1000;
+
+// What follows the name of an event on its line.
+enum class Form : int { Position, Button, Press, Wheel, Key, Size, Path, Command, Nothing };
+
+struct EventName {
+  const char* name;
+  Type type;
+  Form form;
+};
+constexpr std::array<EventName, 11> EVENT_NAMES = {{
+    {"move", Type::MouseMove, Form::Position},
+    {"press", Type::MouseDown, Form::Press},
+    {"release", Type::MouseUp, Form::Button},
+    {"wheel", Type::Wheel, Form::Wheel},
+    {"leave", Type::MouseLeave, Form::Nothing},
+    {"key-down", Type::KeyDown, Form::Key},
+    {"key-up", Type::KeyUp, Form::Key},
+    {"focus-lost", Type::FocusLost, Form::Nothing},
+    {"resize", Type::Resized, Form::Size},
+    {"open", Type::FileDropped, Form::Path},
+    {"command", Type::Closing, Form::Command},  // no event of the window
+}};
+
+// In the order of the buttons.
+constexpr std::array<const char*, 3> BUTTON_NAMES = {"left", "middle", "right"};
+
+const EventName& FindName(const RecordedEvent& recorded) {
+  const Type type = recorded.command != nullptr ? Type::Closing : recorded.event.type;
+  return *std::find_if(EVENT_NAMES.begin(), EVENT_NAMES.end(),
+                       [type](const EventName& name) { return name.type == type; });
+}
+
+// ---- reading ----
+
+// The words of a line, and the rest of it.
+class Words {
+ public:
+  explicit Words(std::string_view line) : rest(line) {}
+
+  std::string_view Next() {
+    const std::string_view word = rest.substr(0, rest.find(' '));
+    rest.remove_prefix(std::min(rest.size(), word.size() + 1));
+    return word;
+  }
+  std::string_view Rest() { return std::exchange(rest, {}); }
+  bool IsAtEnd() const { return rest.empty(); }
+
+  template <class Number>
+  bool Read(Number& value, Number least, Number most) {
+    const std::string_view word = Next();
+    const auto [end, failure] = std::from_chars(word.data(), word.data() + word.size(), value);
+    return failure == std::errc() && end == word.data() + word.size() && value >= least && value <= most;
+  }
+
+ private:
+  std::string_view rest;
+};
+
+bool ReadPosition(Words& words, WindowEvent& event) {
+  return words.Read(event.x, -FURTHEST_POSITION, FURTHEST_POSITION) &&
+         words.Read(event.y, -FURTHEST_POSITION, FURTHEST_POSITION);
+}
+
+bool ReadSize(Words& words, int& width, int& height) {
+  return words.Read(width, 1, LARGEST_RECORDED_SIDE) && words.Read(height, 1, LARGEST_RECORDED_SIDE);
+}
+
+bool ReadButton(Words& words, WindowEvent& event) {
+  const auto* const found = std::find(BUTTON_NAMES.begin(), BUTTON_NAMES.end(), words.Next());
+  if (found == BUTTON_NAMES.end()) return false;
+  event.button = static_cast<MouseButton>(found - BUTTON_NAMES.begin());
+  return ReadPosition(words, event);
+}
+
+bool ReadKey(Words& words, WindowEvent& event) {
+  event.key = SDL_GetKeyFromName(std::string(words.Rest()).c_str());
+  return event.key != SDLK_UNKNOWN;
+}
+
+bool ReadForm(Form form, Words& words, RecordedEvent& recorded) {
+  WindowEvent& event = recorded.event;
+  switch (form) {
+    case Form::Position:
+      return ReadPosition(words, event);
+    case Form::Button:
+      return ReadButton(words, event);
+    case Form::Press:
+      return ReadButton(words, event) && words.Read(event.clicks, 1, MOST_CLICKS);
+    case Form::Wheel:
+      return ReadPosition(words, event) && words.Read(event.wheel, -MOST_NOTCHES, MOST_NOTCHES);
+    case Form::Key:
+      return ReadKey(words, event);
+    case Form::Size:
+      return ReadSize(words, event.x, event.y);
+    case Form::Path:
+      event.path = words.Rest();
+      return !event.path.empty();
+    case Form::Command:
+      recorded.command = FindViewCommand(words.Rest());
+      return recorded.command != nullptr;
+    case Form::Nothing:
+      return true;
+  }
+  return false;
+}
+
+/// Reads the lines one after the other and stops at the first that is wrong.
+class Reader {
+ public:
+  Reader(std::istream& from, Recording& into) : input(from), recording(into) {}
+
+  bool Read() {
+    if (!ReadHeader()) return false;
+    while (!ended) {
+      if (!ReadEvent()) return false;
+    }
+    std::string more;
+    return std::getline(input, more) ? Fail(more, "follows the end") : true;
+  }
+  const std::string& GetError() const { return error; }
+
+ private:
+  // Empty lines and such as begin with # count for nothing.
+  bool NextLine() {
+    while (std::getline(input, line)) {
+      ++number;
+      if (!line.empty() && line.back() == '\r') line.pop_back();
+      if (!line.empty() && line.front() != '#') return true;
+    }
+    error = "it ends without its last line";
+    return false;
+  }
+
+  bool Fail(const std::string& text, const char* what) {
+    // The line may be anything, and as long.
+    std::string shown = text.substr(0, 60);
+    std::replace_if(
+        shown.begin(), shown.end(), [](char c) { return c >= 0 && c < ' '; }, '?');
+    error = "line " + std::to_string(number) + ", \"" + shown + "\", " + what;
+    return false;
+  }
+
+  bool ReadHeader() {
+    if (!NextLine()) return false;
+    if (line != FIRST_LINE) return Fail(line, "is not the first line of a recording");
+    return ReadModel() && ReadViewport() && ReadProjection();
+  }
+
+  bool ReadModel() {
+    if (!NextLine()) return false;
+    Words words(line);
+    const bool named = words.Next() == "model";
+    recording.model = words.Rest();
+    const bool isFile = recording.model.rfind("file ", 0) == 0 && recording.model.size() > 5;
+    if (named && (isFile || recording.model == "house" || recording.model == "building")) return true;
+    return Fail(line, "names no model");
+  }
+
+  bool ReadViewport() {
+    if (!NextLine()) return false;
+    Words words(line);
+    const bool read =
+        words.Next() == "viewport" && ReadSize(words, recording.width, recording.height) && words.IsAtEnd();
+    return read || Fail(line, "names no size of a viewport");
+  }
+
+  bool ReadProjection() {
+    if (!NextLine()) return false;
+    recording.orthographic = line == "projection orthographic";
+    return recording.orthographic || line == "projection perspective" || Fail(line, "names no projection");
+  }
+
+  bool ReadEvent() {
+    if (!NextLine()) return false;
+    Words words(line);
+    RecordedEvent recorded;
+    if (!words.Read(recorded.time, std::uint32_t{0}, LONGEST_RECORDING)) return Fail(line, "has no time");
+    if (recorded.time < lastTime) return Fail(line, "comes before the line above");
+    lastTime = recorded.time;
+    const std::string_view name = words.Next();
+    if (name == "end" && words.IsAtEnd()) {
+      recording.end = recorded.time;
+      return ended = true;
+    }
+    const auto* const found = std::find_if(EVENT_NAMES.begin(), EVENT_NAMES.end(),
+                                           [name](const EventName& row) { return row.name == name; });
+    if (found == EVENT_NAMES.end()) return Fail(line, "is no event");
+    recorded.event.type = found->type;
+    if (!ReadForm(found->form, words, recorded) || !words.IsAtEnd()) return Fail(line, "is not understood");
+    recording.events.push_back(std::move(recorded));
+    return true;
+  }
+
+  std::istream& input;
+  Recording& recording;
+  std::string line;
+  std::string error;
+  int number = 0;
+  std::uint32_t lastTime = 0;
+  bool ended = false;
+};
+
+// ---- writing ----
+
+std::string FormatPosition(const WindowEvent& event) {
+  return " " + std::to_string(event.x) + " " + std::to_string(event.y);
+}
+
+std::string FormatForm(Form form, const RecordedEvent& recorded) {
+  const WindowEvent& event = recorded.event;
+  const std::string button = std::string(" ") + BUTTON_NAMES[static_cast<std::size_t>(event.button)];
+  switch (form) {
+    case Form::Position:
+    case Form::Size:
+      return FormatPosition(event);
+    case Form::Button:
+      return button + FormatPosition(event);
+    case Form::Press:
+      return button + FormatPosition(event) + " " + std::to_string(event.clicks);
+    case Form::Wheel:
+      return FormatPosition(event) + " " + FormatNumber(event.wheel);
+    case Form::Key:
+      return std::string(" ") + SDL_GetKeyName(event.key);
+    case Form::Path:
+      return " " + event.path;
+    case Form::Command:
+      return std::string(" ") + recorded.command->label;
+    case Form::Nothing:
+      return {};
+  }
+  return {};
+}
+
+}  // namespace
+
+bool ReadRecording(std::istream& input, Recording& recording, std::string& error) {
+  recording = Recording();
+  Reader reader(input, recording);
+  if (reader.Read()) return true;
+  error = reader.GetError();
+  return false;
+}
+
+std::string FormatNumber(double value) {
+  std::array<char, 32> digits{};
+  const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), value);
+  return std::string(digits.data(), written.ptr);
+}
+
+std::string FormatHeader(const Recording& recording) {
+  std::ostringstream text;
+  text << FIRST_LINE << "\nmodel " << recording.model << "\nviewport " << recording.width << ' '
+       << recording.height << "\nprojection " << (recording.orthographic ? "orthographic" : "perspective")
+       << '\n';
+  return text.str();
+}
+
+std::string FormatEvent(const RecordedEvent& recorded) {
+  const EventName& name = FindName(recorded);
+  return std::to_string(recorded.time) + " " + name.name + FormatForm(name.form, recorded) + "\n";
+}
+
+std::string FormatEnd(std::uint32_t time) { return std::to_string(time) + " end\n"; }
+
+}  // namespace zovview
