@@ -278,6 +278,11 @@ TEST_F(PivotBallTest, releases_nothing_for_the_label_it_has) {
   EXPECT_TRUE(renderer.GetCalls().empty());
 }
 
+TEST_F(PivotBallTest, takes_no_text_for_the_label_it_has) {
+  ball.SetLabel(STRING_PIVOT);
+  EXPECT_TRUE(renderer.GetCalls().empty());
+}
+
 TEST_F(PivotBallTest, changes_its_label) {
   ball.Create();
   renderer.ClearCalls();
