@@ -64,7 +64,7 @@ class ZOVTOOLS_API Orientor {
 
   /// Takes textures and texts. False without a renderer.
   virtual bool Create();
-  /// Gives them back. False without a renderer.
+  /// Gives them back, and ends a drag and a move that the cube has begun. False without a renderer.
   virtual bool Destroy();
   virtual void Draw();
 
@@ -325,6 +325,7 @@ class ZOVTOOLS_API Orientor {
 
   bool ShowsSecondUCSName() const;
   void DestroyUCSMenuLabels();
+  void CloseGesture();
 
   int CountFromTop(int y) const;
   void Click();

@@ -53,6 +53,7 @@ bool Orientor::Create() {
 }
 
 bool Orientor::Destroy() {
+  CloseGesture();
   if (renderer == nullptr) return false;
   for (int id = 0; id < TEXTURE_COUNT; ++id) renderer->DecrementTextureUsage(static_cast<TextureID>(id));
   DestroyUCSMenuLabels();

@@ -103,8 +103,15 @@ template <class ShotParameters>
 void Orientor::BeginTransition(const ShotParameters& shot) {
   CameraOperations& hub = *cameraOperations;
   hub.BeginShot(shot);
-  hub.SetActiveShotObserver(transitionObserver.get());
+  const bool watching = hub.SetActiveShotObserver(transitionObserver.get());
+  transitionObserver->SetWatching(watching);
   OnTransitionStarted();
+}
+
+// The hub is not left with a drag that nobody ends, nor with an observer that may soon be gone.
+void Orientor::CloseGesture() {
+  if (dragging && !releasing) OnLeftMouseUp(lastX, lastY);
+  if (transitionObserver->IsWatching() && cameraOperations != nullptr) cameraOperations->EndShot();
 }
 
 void Orientor::OnTransitionStarted() {

@@ -5,6 +5,7 @@
 namespace Korvane {
 
 void OrientorTransitionShotObserver::OnEndShot(Shot* /*shot*/, const CameraParameters& /*camera*/) {
+  watching = false;
   if (orientor != nullptr) orientor->OnTransitionEnded();
 }
 

@@ -12,8 +12,13 @@ class OrientorTransitionShotObserver : public ShotObserver {
   explicit OrientorTransitionShotObserver(Orientor* cube) : orientor(cube) {}
   void OnEndShot(Shot* shot, const CameraParameters& camera) override;
 
+  /// The hub holds this observer, for the move that runs.
+  bool IsWatching() const { return watching; }
+  void SetWatching(bool value) { watching = value; }
+
  private:
   Orientor* orientor;
+  bool watching = false;
 };
 
 }  // namespace Korvane

@@ -409,6 +409,39 @@ TEST_F(OrientorTransitionTest, the_camera_is_straightened_where_the_scene_up_is_
   EXPECT_TRUE(journal.Take().empty());
 }
 
+// ---- a cube that goes ----
+
+TEST_F(OrientorTransitionTest, a_cube_that_is_destroyed_ends_its_move_and_the_record_of_it) {
+  cube.InjectClick(1);
+  ASSERT_TRUE(hub.IsShotActive());
+  journal.Take();
+  cube.Destroy();
+  EXPECT_FALSE(hub.IsShotActive());
+  EXPECT_EQ(history.begun, 1);
+  EXPECT_EQ(history.ended, 1);
+}
+
+TEST_F(OrientorTransitionTest, a_cube_that_is_destroyed_leaves_the_moves_of_others_alone) {
+  TransitionShotParameters shot;
+  shot.targetCamera = hub.view;
+  shot.duration = 1.0;
+  hub.BeginShot(shot);
+  cube.Destroy();
+  EXPECT_TRUE(hub.IsShotActive());
+}
+
+TEST_F(OrientorTransitionTest, a_cube_that_is_destroyed_amid_a_drag_ends_the_drag) {
+  const double multiplier = Scene().orbit_multiplier;
+  PressOnPart(1);
+  cube.OnMouseMove(520, 300);
+  ASSERT_TRUE(hub.IsOperationActive(OPERATION_ORBIT));
+  cube.Destroy();
+  EXPECT_FALSE(hub.IsOperationActive(OPERATION_ORBIT));
+  EXPECT_EQ(Scene().orbit_multiplier, multiplier);
+  EXPECT_FALSE(cube.IsDragActive());
+  EXPECT_EQ(history.open, 0);
+}
+
 // ---- bad numbers ----
 
 TEST_F(OrientorTransitionTest, no_click_moves_a_camera_to_what_is_no_number) {
