@@ -52,7 +52,7 @@ class ZOVTOOLS_API Orientor {
   static constexpr int OVERLAY_PART_COUNT = 6;
 
   Orientor();
-  /// End a move that the cube has begun before: the hub tells the cube of its end.
+  /// Call Destroy before, or end what the cube has begun: the hub tells the cube of the end of its move.
   virtual ~Orientor();
   Orientor(const Orientor&) = delete;
   Orientor& operator=(const Orientor&) = delete;
