@@ -57,7 +57,7 @@ constexpr auto SCRIPT = std::to_array<TourMove>({
     {"The cube: a drag", Drag, 0.6, 0.958, 0.925, 0.975, 0.80},
     MakeCommand("Top view, fitted", 0.9, "Top"),
     MakeCommand("Front view, fitted", 0.9, "Front"),
-    MakeCommand("Draw a rectangle", 0.0, "Zoom to a rectangle"),
+    MakeCommand("Draw a rectangle", 0.0, "Rectangle zoom"),
     {"Draw a rectangle", Drag, 0.7, 0.28, 0.50, 0.58, 0.27, Left, nullptr, 0.0, 0.6},
     {"Zoom into the rectangle", Rest, 1.0},
     MakeCommand("Double click: to the middle", 0.0, "Orbit"),

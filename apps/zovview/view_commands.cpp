@@ -54,7 +54,7 @@ constexpr auto COMMANDS = std::to_array<ViewCommand>({
     MakeToolCommand<TOOL_ORBIT>("Orbit", "O", SDLK_o),
     MakeToolCommand<TOOL_PAN>("Pan", "H", SDLK_h),
     MakeToolCommand<TOOL_ZOOM>("Zoom", "Z", SDLK_z),
-    MakeToolCommand<TOOL_RECTANGLE>("Zoom to a rectangle", "R", SDLK_r),
+    MakeToolCommand<TOOL_RECTANGLE>("Rectangle zoom", "R", SDLK_r),
     MakeToolCommand<TOOL_LOOK>("Look", "L", SDLK_l),
     MakeToolCommand<TOOL_LOOK_MOVE>("Look and move", "M", SDLK_m),
     MakeToolCommand<TOOL_LOOK_AT>("Look at a face", "T", SDLK_t),

@@ -53,6 +53,7 @@ bool Viewer::Surface::OpenUCSMenu(int /*x*/, int /*y*/) {
 Viewer::Viewer(zovhost::Window& onWindow, const Options& options)
     : window(onWindow),
       recorder(options.recorder),
+      logFrames(options.logFrames),
       cursorScales(Korvane::CURSOR_NONE, 0.0),
       gui(window),
       messageTimer(*this),
@@ -272,12 +273,14 @@ void Viewer::OnResized() {
 // ---- the frame ----
 
 void Viewer::DrawFrame() {
+  if (logFrames) std::fprintf(stderr, "%s: frame %u\n", PROGRAM, ++frameCount);
   glDisable(GL_SCISSOR_TEST);
   glClearColor(0.0F, 0.0F, 0.0F, 1.0F);  // what shows between two views
   glClear(GL_COLOR_BUFFER_BIT);
   DrawViews();
-  // Over a panel the pointer is no tool.
-  if (gui.HasPointer() || !views[active]->GetManager().OnSetCursor()) ShowCursor(Korvane::CURSOR_ARROW);
+  // Over a panel or a menu the pointer is no tool.
+  const bool ofPanels = gui.HasPointer() || menus.IsOpen();
+  if (ofPanels || !views[active]->GetManager().OnSetCursor()) ShowCursor(Korvane::CURSOR_ARROW);
   glViewport(0, 0, window.GetWidth(), window.GetHeight());
   gui.BeginFrame();
   DrawPanels();

@@ -25,6 +25,8 @@ class Viewer {
     bool split = false;
     /// Hears what happens to the first view; null: nobody does. Borrowed.
     Recorder* recorder = nullptr;
+    /// A line on the error stream for each frame.
+    bool logFrames = false;
   };
 
   explicit Viewer(zovhost::Window& onWindow) : Viewer(onWindow, Options()) {}
@@ -46,6 +48,9 @@ class Viewer {
   /// From the left.
   Viewport& GetView(std::size_t index) { return *views[index]; }
   std::size_t GetViewCount() const { return views.size(); }
+  bool IsMenuOpen() const { return menus.IsOpen(); }
+  /// The one that was opened last.
+  ViewerMenus::Kind GetOpenMenu() const { return menus.GetKind(); }
   int GetExitCode() const { return exitCode; }
 
  private:
@@ -95,6 +100,8 @@ class Viewer {
 
   zovhost::Window& window;
   Recorder* const recorder;
+  const bool logFrames;
+  unsigned frameCount = 0;
   std::unique_ptr<zovhost::Scene> scene;
   zovhost::GLSceneView sceneView;
   std::vector<std::unique_ptr<Surface>> surfaces;

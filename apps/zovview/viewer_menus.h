@@ -13,6 +13,7 @@ class ViewerMenus {
   void Open(Kind menu);
   void Close() { closing = true; }
   bool IsOpen() const { return isOpen; }
+  Kind GetKind() const { return kind; }
   /// The command that was chosen; null for none.
   const ViewCommand* Draw(const ViewTarget& target);
 

@@ -1,12 +1,14 @@
 #!/usr/bin/env bash
 # Opens the viewer on a virtual display and uses it as a person would:
-#   real_window_test.sh ZOVVIEW
-# Drags must change the picture, a window left alone must stay as it is and use no processor time, a model
-# that is none must end the program with code 2, and a request to end must be met at once. Then interrupts a
-# tour.
+#   real_window_test.sh ZOVVIEW SCREEN_PROBE
+# Tools, middle button, wheel and cube must change the picture and the shape of the pointer, a drag over the
+# edge must set the pointer to the other side, a window left alone must stay as it is, draw no frame and use no
+# processor time, a model that is none must end the program with code 2, and a request to end must be met at
+# once. Records a session and plays it again. Then interrupts a tour.
 set -euo pipefail
 
 zovview=$1
+probe=$2
 work=$(mktemp -d)
 server=
 viewer=
@@ -74,7 +76,7 @@ open_viewer() {
   viewer=$!
 }
 
-open_viewer "$work/house.obj"
+open_viewer "$work/house.obj" --log-frames --record "$work/session.txt"
 for tries in $(seq 60); do
   window=$(xdotool search --name '^house.obj - zovview$' 2>/dev/null | head -n 1) && [ -n "$window" ] && break
   kill -0 "$viewer" 2>/dev/null || fail "the viewer has ended"
@@ -107,19 +109,75 @@ must_change() {
 
 xdotool mousemove --window "$window" 700 500
 settle
+# expect_cursor WHAT OPERATOR OTHER: the shape of the pointer is (=), or is not (!=), an earlier one
+expect_cursor() { [ "$("$probe" cursor)" "$2" "$3" ] || fail "the shape of the pointer: $1"; }
+pointer_x() { "$probe" pointer | cut -d' ' -f1; }
+
 snapshot before
+orbit_cursor=$("$probe" cursor)
 drag 1 400 300 550 300
-must_change "a left drag"
+must_change "a left drag, which orbits,"
 drag 2 400 300 480 340
-must_change "a middle drag"
+must_change "a middle drag, which pans,"
+expect_cursor "the orbit again after the pan" = "$orbit_cursor"
 xdotool key --window "$window" z
+settle
+expect_cursor "the zoom tool has its own" != "$orbit_cursor"
 drag 1 400 300 400 260
 must_change "a drag of the zoom tool"
-xdotool key --window "$window" o
-settle
 xdotool mousemove --window "$window" 400 300 click 4 click 4 mousemove --window "$window" 700 500
 settle
 must_change "the wheel"
+
+# A walk: the press takes the pointer to its start, and its shape tells where it goes.
+xdotool key --window "$window" w
+settle
+walk_cursor=$("$probe" cursor)
+expect_cursor "the walk has its own" != "$orbit_cursor"
+xdotool mousemove --window "$window" 600 300 mousedown 1
+sleep 0.5
+left_edge=$(xdotool getwindowgeometry "$window" | sed -n 's/.*Position: \(-\{0,1\}[0-9]*\),.*/\1/p')
+[ $(($(pointer_x) - left_edge)) -eq 400 ] || fail "a walk does not begin at its start: $("$probe" pointer)"
+xdotool mousemove --window "$window" 400 400
+sleep 0.5
+expect_cursor "going forward looks otherwise" != "$walk_cursor"
+xdotool mouseup 1 mousemove --window "$window" 700 500
+settle
+must_change "a walk"
+
+# Over the right edge the pointer comes in again on the left, and the orbit goes on.
+xdotool key --window "$window" o
+settle
+xdotool mousemove --window "$window" 780 500 mousedown 1
+sleep 0.1
+xdotool mousemove --window "$window" 790 500 mousemove --window "$window" 810 500
+sleep 0.5
+[ $(($(pointer_x) - left_edge)) -lt 100 ] || fail "the pointer is not set to the other side: $("$probe" pointer)"
+xdotool mouseup 1 mousemove --window "$window" 700 500
+settle
+must_change "an orbit over the edge"
+
+# The cube is at the top right, 102 pixels in a view of 600. The part under the pointer is lit up.
+xdotool key --window "$window" Home
+settle
+screen_x=$((left_edge + 800 - 120))
+screen_y=$(($(xdotool getwindowgeometry "$window" | sed -n 's/.*Position: -\{0,1\}[0-9]*,\(-\{0,1\}[0-9]*\).*/\1/p')))
+plain=$("$probe" pixels "$screen_x" "$screen_y" 120 120)
+xdotool mousemove --window "$window" 735 60
+settle
+cp "$work/screen/Xvfb_screen0" "$work/hover"
+lit=$("$probe" pixels "$screen_x" "$screen_y" 120 120)
+echo "bluish pixels of the cube: $plain without the pointer, $lit with it"
+[ "$lit" -gt $((plain + 40)) ] || fail "the part under the pointer is not lit up"
+expect_cursor "over the cube it is another" != "$orbit_cursor"
+snapshot before
+xdotool mousemove --window "$window" 746 28
+sleep 0.3
+xdotool click 1
+sleep 1.5
+xdotool mousemove --window "$window" 700 500
+settle
+must_change "a click on the top of the cube"
 xdotool key --window "$window" p
 settle
 must_change "the key of the projection"
@@ -128,9 +186,13 @@ settle
 must_change "a change of size"
 
 before_rest=$(processor_time "$viewer")
-sleep 5
+frames_before=$(grep -c ' frame ' "$work/error")
+sleep 10
 used=$(($(processor_time "$viewer") - before_rest))
-echo "left alone for 5 s: $used hundredths of a second of processor time"
+frames=$(($(grep -c ' frame ' "$work/error") - frames_before))
+echo "left alone for 10 s: $frames frames, $used hundredths of a second of processor time"
+[ "$frames_before" -gt 20 ] || fail "frames are not counted"
+[ "$frames" -eq 0 ] || fail "the viewer draws while nothing happens"
 [ "$used" -le 2 ] || fail "the viewer does not rest"
 snapshot after
 [ "$(differing_bytes before after)" -eq 0 ] || fail "the picture changes by itself"
@@ -140,6 +202,15 @@ code=0
 wait "$viewer" || code=$?
 viewer=
 [ "$code" -eq 0 ] || fail "a request to end ends the viewer with code $code"
+
+# What was done plays again, twice the same, and ends from above, as the click on the cube left it.
+"$zovview" --replay "$work/session.txt" >"$work/replay1" 2>"$work/error" || fail "the session does not play"
+"$zovview" --replay "$work/session.txt" >"$work/replay2" 2>"$work/error" || fail "the session does not play"
+cmp "$work/replay1" "$work/replay2" || fail "the session plays differently"
+awk 'END {  # the model stands on y
+  across = sqrt(($2 - $5) ^ 2 + ($4 - $7) ^ 2)
+  exit !(NR > 30 && across < 0.000001 && $3 > $6)
+}' "$work/replay1" || fail "the session ends elsewhere: $(tail -n 1 "$work/replay1")"
 
 echo "not a model" >"$work/broken.glb"
 open_viewer "$work/broken.glb"

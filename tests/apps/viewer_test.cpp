@@ -6,10 +6,13 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <fstream>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "program.h"
+#include "view_tools.h"
 
 namespace {
 
@@ -67,10 +70,10 @@ class ViewerTest : public testing::Test {
     window->Step(0);
   }
 
-  void PushButton(Uint32 type, int pixelX, int pixelY, Uint8 clicks) {
+  void PushButton(Uint32 type, int pixelX, int pixelY, Uint8 clicks, Uint8 button = SDL_BUTTON_LEFT) {
     SDL_Event event = {};
     event.type = type;
-    event.button.button = SDL_BUTTON_LEFT;
+    event.button.button = button;
     event.button.clicks = clicks;
     event.button.x = pixelX;
     event.button.y = HEIGHT - 1 - pixelY;  // events count from the top
@@ -79,6 +82,32 @@ class ViewerTest : public testing::Test {
   void Click(const Korvane::Vector2& pixel, Uint8 clicks = 1) {
     PushButton(SDL_MOUSEBUTTONDOWN, static_cast<int>(pixel.x), static_cast<int>(pixel.y), clicks);
     PushButton(SDL_MOUSEBUTTONUP, static_cast<int>(pixel.x), static_cast<int>(pixel.y), clicks);
+    ComeToRest();
+  }
+
+  void PushMotion(int pixelX, int pixelY) {
+    SDL_Event event = {};
+    event.type = SDL_MOUSEMOTION;
+    event.motion.x = pixelX;
+    event.motion.y = HEIGHT - 1 - pixelY;
+    SDL_PushEvent(&event);
+  }
+  void Move(int pixelX, int pixelY) {
+    PushMotion(pixelX, pixelY);
+    ComeToRest();
+  }
+  void RightClick(int pixelX, int pixelY) {
+    Move(pixelX, pixelY);
+    PushButton(SDL_MOUSEBUTTONDOWN, pixelX, pixelY, 1, SDL_BUTTON_RIGHT);
+    PushButton(SDL_MOUSEBUTTONUP, pixelX, pixelY, 1, SDL_BUTTON_RIGHT);
+    ComeToRest();
+  }
+  // Left to right, in one view of a window.
+  void Drag(int fromX, int toX, int pixelY) {
+    PushMotion(fromX, pixelY);
+    PushButton(SDL_MOUSEBUTTONDOWN, fromX, pixelY, 1);
+    PushMotion(toX, pixelY);
+    PushButton(SDL_MOUSEBUTTONUP, toX, pixelY, 1);
     ComeToRest();
   }
 
@@ -274,6 +303,151 @@ TEST_F(SelectionByClickTest, a_double_click_brings_the_point_to_the_middle) {
   // The middle of the pixel that was clicked is half a pixel away at most.
   EXPECT_NEAR(Project(point).x, WIDTH / 2.0, 1.0);
   EXPECT_NEAR(Project(point).y, HEIGHT / 2.0, 1.0);
+}
+
+// ---- menus ----
+
+// The panel is at the top left. The cube is at the top right, 102 pixels in a view of 600. Menus open at the
+// pointer, to the left of it where there is no room; their items are 19 pixels high, the first begins some
+// ten below.
+class MenuTest : public ViewerTest {
+ protected:
+  static constexpr int CUBE_X = WIDTH - 60;
+  static constexpr int CUBE_Y = HEIGHT - 60;
+
+  void Open(int pixelX, int pixelY) { RightClick(pixelX, pixelY); }
+};
+
+TEST_F(MenuTest, a_click_on_the_item_of_a_tool_chooses_it_and_closes_the_menu) {
+  ASSERT_EQ(viewer->GetView(0).GetManager().GetActiveTool(), zovview::TOOL_ORBIT);
+  Open(500, 500);
+  ASSERT_TRUE(viewer->IsMenuOpen());
+  Move(530, 464);  // the second item
+  Click({530, 464});
+  EXPECT_EQ(viewer->GetView(0).GetManager().GetActiveTool(), zovview::TOOL_PAN);
+  EXPECT_FALSE(viewer->IsMenuOpen());
+}
+
+TEST_F(MenuTest, a_press_beside_a_menu_closes_it_and_does_nothing_else) {
+  const Korvane::Vector3 before = GetHub().GetView().eye;
+  Open(500, 500);
+  ASSERT_TRUE(viewer->IsMenuOpen());
+  Drag(400, 440, 60);
+  EXPECT_FALSE(viewer->IsMenuOpen());
+  EXPECT_EQ(GetHub().GetView().eye, before);
+  Drag(400, 440, 60);
+  EXPECT_NE(GetHub().GetView().eye, before) << "the next one drags again";
+}
+
+TEST_F(MenuTest, escape_closes_a_menu) {
+  Open(500, 500);
+  ASSERT_TRUE(viewer->IsMenuOpen());
+  Press(SDLK_ESCAPE);
+  ComeToRest();
+  EXPECT_FALSE(viewer->IsMenuOpen());
+}
+
+TEST_F(MenuTest, a_right_drag_opens_none) {
+  PushMotion(500, 300);
+  PushButton(SDL_MOUSEBUTTONDOWN, 500, 300, 1, SDL_BUTTON_RIGHT);
+  PushMotion(530, 300);
+  PushButton(SDL_MOUSEBUTTONUP, 530, 300, 1, SDL_BUTTON_RIGHT);
+  ComeToRest();
+  EXPECT_FALSE(viewer->IsMenuOpen());
+}
+
+TEST_F(MenuTest, the_cube_has_a_menu_of_its_own) {
+  Move(CUBE_X, CUBE_Y);
+  ASSERT_TRUE(viewer->GetView(0).GetCube().IsMouseOnGeometryPart());
+  Open(CUBE_X, CUBE_Y);
+  ASSERT_TRUE(viewer->IsMenuOpen());
+  EXPECT_EQ(viewer->GetOpenMenu(), zovview::ViewerMenus::Kind::Cube);
+}
+
+// ---- two views ----
+
+class SplitTest : public ViewerTest {
+ protected:
+  void SetUp() override {
+    ViewerTest::SetUp();
+    viewer.reset();
+    zovview::Viewer::Options options;
+    options.split = true;
+    viewer = std::make_unique<zovview::Viewer>(*window, options);
+    viewer->Open({folder.Write("square.obj", SQUARE)});
+    ComeToRest();
+  }
+
+  Korvane::Vector3 EyeOf(std::size_t view) { return viewer->GetView(view).GetHub().GetView().eye; }
+};
+
+TEST_F(SplitTest, the_views_share_the_window) {
+  ASSERT_EQ(viewer->GetViewCount(), 2U);
+  EXPECT_EQ(viewer->GetView(0).GetX(), 0);
+  EXPECT_EQ(viewer->GetView(0).GetWidth(), WIDTH / 2 - 1);
+  EXPECT_EQ(viewer->GetView(1).GetX(), WIDTH / 2 + 1);
+  EXPECT_EQ(viewer->GetView(1).GetWidth(), WIDTH / 2 - 1);
+}
+
+TEST_F(SplitTest, a_drag_moves_the_view_in_which_it_began) {
+  const std::array<Korvane::Vector3, 2> start = {EyeOf(0), EyeOf(1)};
+  Drag(WIDTH * 3 / 4, WIDTH / 4, 50);
+  EXPECT_EQ(EyeOf(0), start[0]);
+  EXPECT_NE(EyeOf(1), start[1]);
+  Drag(WIDTH / 3, WIDTH / 3 + 40, 50);
+  EXPECT_NE(EyeOf(0), start[0]);
+}
+
+TEST_F(SplitTest, a_key_goes_to_the_view_under_the_pointer) {
+  Move(WIDTH * 3 / 4, 200);
+  Press(SDLK_w);
+  EXPECT_EQ(viewer->GetView(0).GetManager().GetActiveTool(), zovview::TOOL_ORBIT);
+  EXPECT_EQ(viewer->GetView(1).GetManager().GetActiveTool(), zovview::TOOL_WALK);
+}
+
+TEST_F(SplitTest, each_has_a_cube_that_the_pointer_leaves) {
+  const auto isOnCube = [this](std::size_t view) {
+    return viewer->GetView(view).GetCube().IsMouseInRegion();
+  };
+  Move(WIDTH / 2 - 40, HEIGHT - 40);
+  EXPECT_TRUE(isOnCube(0));
+  Move(WIDTH - 40, HEIGHT - 40);
+  EXPECT_FALSE(isOnCube(0));
+  EXPECT_TRUE(isOnCube(1));
+}
+
+// ---- recordings ----
+
+TEST_F(ViewerTest, a_session_is_written_down_and_ends_in_a_whole_file) {
+  viewer.reset();
+  std::string error;
+  const std::unique_ptr<zovview::Recorder> recorder =
+      zovview::Recorder::Create(folder.GetPath() / "session.txt", error);
+  ASSERT_NE(recorder, nullptr) << error;
+  zovview::Viewer::Options options;
+  options.recorder = recorder.get();
+  viewer = std::make_unique<zovview::Viewer>(*window, options);
+  viewer->Open({folder.Write("square.obj", SQUARE)});
+  ComeToRest();
+  Drag(500, 600, 200);
+  Press(SDLK_5);
+  ComeToRest();
+  Drop(folder.Write("triangle.obj", TRIANGLE));
+  viewer.reset();
+  ASSERT_TRUE(recorder->Finish(error)) << error;
+
+  std::ifstream file(folder.GetPath() / "session.txt");
+  zovview::Recording recording;
+  ASSERT_TRUE(zovview::ReadRecording(file, recording, error)) << error;
+  EXPECT_EQ(recording.model, "file " + (folder.GetPath() / "square.obj").string());
+  EXPECT_EQ(recording.width, WIDTH);
+  EXPECT_EQ(recording.height, HEIGHT);
+  using Type = zovhost::WindowEvent::Type;
+  std::vector<Type> types;
+  for (const zovview::RecordedEvent& event : recording.events) types.push_back(event.event.type);
+  const std::vector<Type> expected = {Type::MouseMove, Type::MouseDown, Type::MouseMove,
+                                      Type::MouseUp,   Type::KeyDown,   Type::FileDropped};
+  EXPECT_EQ(types, expected);
 }
 
 }  // namespace

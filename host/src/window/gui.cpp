@@ -51,6 +51,8 @@ void SetLook() {
   ImGui::StyleColorsDark();
   ImGuiStyle& style = ImGui::GetStyle();
   style.WindowRounding = 6.0F;
+  style.PopupRounding = 6.0F;
+  style.PopupBorderSize = 0.0F;
   style.FrameRounding = 4.0F;
   style.GrabRounding = 4.0F;
   style.WindowBorderSize = 0.0F;
