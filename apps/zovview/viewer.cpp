@@ -300,7 +300,9 @@ void Viewer::DrawViews() {
 void Viewer::DrawPanels() {
   const ViewTarget& target = views[active]->GetTarget();
   const ViewCommand* const pressed = panel.Draw(contents, target);
+  const bool hadMenu = menus.IsOpen();
   const ViewCommand* const chosen = menus.Draw(target);
+  if (menus.IsOpen() != hadMenu) window.RequestFrame();  // the pointer changes with it
   if (pressed != nullptr) Run(*pressed);
   if (chosen != nullptr) Run(*chosen);
 }

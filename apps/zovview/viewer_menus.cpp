@@ -77,6 +77,7 @@ const ViewCommand* ViewerMenus::Draw(const ViewTarget& target) {
   const ViewCommand* const chosen = MENUS[static_cast<std::size_t>(kind)](target);
   if (closes) ImGui::CloseCurrentPopup();
   ImGui::EndPopup();
+  isOpen = !closes;
   return chosen;
 }
 
