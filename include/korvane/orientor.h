@@ -270,6 +270,7 @@ class ZOVTOOLS_API Orientor {
   bool mousePressed = false;
   bool mouseCaptured = false;
   bool releasing = false;             // the release of the last press is being told
+  bool tellingDragEnd = false;        // and the drag it ends has not been put away
   float savedOrbitMultiplier = 5.0F;  // the hub's, while dragging
   bool savedPreserveOrbitUp = true;
   bool savedAlignOrbitUp = true;

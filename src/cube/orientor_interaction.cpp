@@ -153,8 +153,12 @@ void Orientor::ApplyOrbitStart() {
   hub.ApplyCameraParameters(start);
 }
 
+// A press or a Destroy while the observers are told ends the drag at once, and what is told ends with it.
 void Orientor::EndDrag() {
-  observers.Notify([](OrientorObserver& each) { each.OnDragEnd(); });
+  if (!std::exchange(tellingDragEnd, true)) {
+    observers.Notify([](OrientorObserver& each) { each.OnDragEnd(); });
+  }
+  if (!std::exchange(tellingDragEnd, false)) return;
   const CameraOperations* const dragged = std::exchange(draggedHub, nullptr);
   if (dragged == nullptr || dragged != cameraOperations) return;  // the cube has gone to another hub
   CameraOperations& hub = *cameraOperations;

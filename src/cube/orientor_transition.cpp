@@ -111,6 +111,7 @@ void Orientor::BeginTransition(const ShotParameters& shot) {
 // The hub is not left with a drag that nobody ends, nor with an observer that may soon be gone.
 void Orientor::CloseGesture() {
   if (dragging && !releasing) OnLeftMouseUp(lastX, lastY);
+  if (draggedHub != nullptr) EndDrag();  // the release found the cube hidden, and no press will follow
   if (transitionObserver->IsWatching() && cameraOperations != nullptr) cameraOperations->EndShot();
 }
 

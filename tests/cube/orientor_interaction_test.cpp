@@ -721,6 +721,38 @@ TEST_F(OrientorInteractionTest, a_release_within_the_telling_of_a_release_is_no_
   EXPECT_EQ(hub.viewShots.size(), 1U);
 }
 
+TEST_F(OrientorInteractionTest, a_press_within_the_telling_of_the_end_begins_anew) {
+  Scene().orbit_multiplier = 3.0;
+  DragPart(FRONT);
+  observer.onDragEnd = [&] { PressOnPart(FRONT); };
+  EXPECT_TRUE(cube.OnLeftMouseUp(0, 0));
+  EXPECT_EQ(journal.Count("drag ended"), 1);
+  EXPECT_EQ(Scene().orbit_multiplier, 3.0);
+  EXPECT_EQ(history.open, 0);
+  observer.onDragEnd = nullptr;
+  EXPECT_FALSE(cube.IsDragActive());
+  EXPECT_TRUE(cube.OnMouseMove(520, 300));
+  EXPECT_TRUE(cube.OnLeftMouseUp(0, 0));
+  EXPECT_EQ(journal.Count("drag ended"), 2);
+  EXPECT_EQ(Scene().orbit_multiplier, 3.0);
+  EXPECT_EQ(history.ended, 2);
+}
+
+TEST_F(OrientorInteractionTest, a_drag_within_the_telling_of_the_end_goes_on) {
+  Scene().orbit_multiplier = 3.0;
+  DragPart(FRONT);
+  observer.onDragEnd = [&] { DragPart(FRONT); };
+  EXPECT_TRUE(cube.OnLeftMouseUp(0, 0));
+  observer.onDragEnd = nullptr;
+  EXPECT_TRUE(cube.IsDragActive());
+  EXPECT_TRUE(hub.IsOperationActive(OPERATION_ORBIT));
+  EXPECT_TRUE(cube.OnLeftMouseUp(0, 0));
+  EXPECT_EQ(journal.Count("drag ended"), 2);
+  EXPECT_EQ(Scene().orbit_multiplier, 3.0);
+  EXPECT_EQ(history.open, 0);
+  EXPECT_FALSE(hub.IsOperationActive(OPERATION_ORBIT));
+}
+
 TEST_F(OrientorInteractionTest, a_release_within_the_telling_of_the_begin_leaves_nothing_behind) {
   Scene().orbit_multiplier = 3.0;
   observer.onDragBegin = [&] { cube.OnLeftMouseUp(0, 0); };

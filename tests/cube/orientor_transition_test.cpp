@@ -442,6 +442,38 @@ TEST_F(OrientorTransitionTest, a_cube_that_is_destroyed_amid_a_drag_ends_the_dra
   EXPECT_EQ(history.open, 0);
 }
 
+TEST_F(OrientorTransitionTest, a_hidden_cube_that_is_destroyed_amid_a_drag_ends_the_drag) {
+  const double multiplier = Scene().orbit_multiplier;
+  for (const bool released : {false, true}) {
+    Parameters().visible = true;
+    PressOnPart(1);
+    cube.OnMouseMove(520, 300);
+    ASSERT_TRUE(hub.IsOperationActive(OPERATION_ORBIT));
+    Parameters().visible = false;
+    if (released) cube.OnLeftMouseUp(520, 300);
+    journal.Take();
+    cube.Destroy();
+    EXPECT_EQ(journal.Count("drag ended"), 1);
+    EXPECT_FALSE(hub.IsOperationActive(OPERATION_ORBIT));
+    EXPECT_EQ(Scene().orbit_multiplier, multiplier);
+    EXPECT_FALSE(cube.IsDragActive());
+    EXPECT_EQ(history.open, 0);
+  }
+}
+
+TEST_F(OrientorTransitionTest, a_cube_may_be_destroyed_within_the_telling_of_the_end) {
+  const double multiplier = Scene().orbit_multiplier;
+  observer.onDragEnd = [&] { cube.Destroy(); };
+  PressOnPart(1);
+  cube.OnMouseMove(520, 300);
+  cube.OnLeftMouseUp(520, 300);
+  EXPECT_EQ(journal.Count("drag ended"), 1);
+  EXPECT_FALSE(hub.IsOperationActive(OPERATION_ORBIT));
+  EXPECT_EQ(Scene().orbit_multiplier, multiplier);
+  EXPECT_EQ(history.begun, 1);
+  EXPECT_EQ(history.ended, 1);
+}
+
 // ---- bad numbers ----
 
 TEST_F(OrientorTransitionTest, no_click_moves_a_camera_to_what_is_no_number) {
