@@ -207,12 +207,14 @@ void Viewer::OnPointerEvent(WindowEvent event) {
 
 std::size_t Viewer::FindViewAt(int x) const { return views.size() > 1 && x >= views[1]->GetX() ? 1 : 0; }
 
-// The pointer has left the other one.
+// The pointer has left the other one, and so have the keys.
 void Viewer::ActivateView(std::size_t index) {
   if (index == active) return;
-  WindowEvent leave;
-  leave.type = WindowEvent::Type::MouseLeave;
-  views[active]->OnEvent(leave);
+  for (const WindowEvent::Type type : {WindowEvent::Type::MouseLeave, WindowEvent::Type::FocusLost}) {
+    WindowEvent event;
+    event.type = type;
+    views[active]->OnEvent(event);
+  }
   active = index;
   window.RequestFrame();
 }

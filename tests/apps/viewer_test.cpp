@@ -416,6 +416,29 @@ TEST_F(SplitTest, each_has_a_cube_that_the_pointer_leaves) {
   EXPECT_TRUE(isOnCube(1));
 }
 
+TEST_F(SplitTest, a_key_that_is_released_over_the_other_view_is_released) {
+  const auto direction = [this] {
+    const Korvane::CameraParameters& camera = viewer->GetView(0).GetHub().GetView();
+    return (camera.centre - camera.eye).Normalized();
+  };
+  const Korvane::Vector3 before = direction();
+  const Korvane::Vector3 eye = EyeOf(0);
+  Move(300, 50);
+  Press(SDLK_LSHIFT);
+  Move(WIDTH - 100, 50);
+  SDL_Event released = {};
+  released.type = SDL_KEYUP;
+  released.key.keysym.sym = SDLK_LSHIFT;
+  SDL_PushEvent(&released);
+  Move(300, 50);
+  PushButton(SDL_MOUSEBUTTONDOWN, 300, 50, 1, SDL_BUTTON_MIDDLE);
+  PushMotion(340, 60);
+  PushButton(SDL_MOUSEBUTTONUP, 340, 60, 1, SDL_BUTTON_MIDDLE);
+  ComeToRest();
+  EXPECT_NE(EyeOf(0), eye);
+  EXPECT_NEAR(direction().Dot(before), 1.0, 1e-12) << "a pan, no orbit";
+}
+
 // ---- recordings ----
 
 TEST_F(ViewerTest, a_session_is_written_down_and_ends_in_a_whole_file) {
