@@ -143,6 +143,7 @@ void Tour::Begin(const TourMove& move) {
   pointer = FindPointer(move, 0.0);
   pressed = move.kind == TourMove::Kind::Drag;
   points = move.kind != TourMove::Kind::Rest && move.kind != TourMove::Kind::Command;
+  if (points) Send(Type::MouseMove, move.button);  // the pointer is there before it presses
   switch (move.kind) {
     case TourMove::Kind::Rest:
     case TourMove::Kind::Wheel:
