@@ -1,8 +1,7 @@
 """Folders of the core stand on shelves: a file includes from its own and from lower ones.
 
-The core includes nothing but the standard library and its own headers. Two files must know everything and
-are named here. Widgets stand side by side: their sources may include the public header of a neighbour,
-their headers only declare it.
+The core includes nothing but the standard library and its own headers. Widgets stand side by side: their
+sources may include the public header of a neighbour, their headers only declare it.
 """
 import pathlib
 import re
@@ -13,14 +12,15 @@ SHELVES = {
     "camera": 1,
     "shots": 2,
     "render": 2,
-    "interaction": 3,
-    "cube": 4,
-    "disc": 4,
-    "story": 4,
-    "toolbar": 4,
-    "controller": 4,
-    "view_manager": 5,
-    "facade": 6,
+    "story/history": 3,
+    "interaction/tools": 4,
+    "cube": 5,
+    "disc": 5,
+    "story": 5,
+    "toolbar": 5,
+    "controller": 5,
+    "interaction/view_manager": 6,
+    "facade": 7,
 }
 WIDGETS = {"cube", "disc", "story", "toolbar", "controller"}
 
@@ -29,10 +29,11 @@ WIDGETS = {"cube", "disc", "story", "toolbar", "controller"}
 PUBLIC = {
     "foundation": """export math vector2 vector3 quaternion box2 box3 ray plane3d color_rgba platform timer
         interval_timer changing_in_time aspect_ratio_adjuster observer_list observer_set
-        resource_ids cam3d_controller_parameters orientor_parameters""",
+        lifeline resource_ids cam3d_controller_parameters orientor_parameters""",
     "camera": "camera_parameters application_parameters operation camera_operations shot shot_parameters",
     "render": "renderer icon2d pixel_icon2d icon3d",
-    "interaction": """rewind_history pivot_ball tool orbit_tool pan_tool zoom_tool mouse_wheel_zoom_tool rect_zoom_tool
+    "story/history": "rewind_history",
+    "interaction/tools": """pivot_ball tool orbit_tool pan_tool zoom_tool mouse_wheel_zoom_tool rect_zoom_tool
         look_tool look_move_tool look_at_tool center_tool walk_tool""",
     "cube": "orientor orientor_observer",
     "disc": "track_menu region_listener helm_disc helm_disc_parameters helm_disc_observer",
@@ -40,11 +41,10 @@ PUBLIC = {
         walk_recorder""",
     "toolbar": "toolbar_item toolbar toolbar_observer navigation_bar navigation_bar_observer",
     "controller": "cam3d_controller cam3d_controller_observer",
-    "view_manager": "view_manager",
+    "interaction/view_manager": "view_manager",
 }
 MODULE_OF_HEADER = {f"korvane/{name}.h": module for module, names in PUBLIC.items() for name in names.split()}
 
-KNOWS_EVERYTHING = {"src/camera/operation_factory.cpp", "src/interaction/view_manager.cpp"}
 UMBRELLAS = {"include/korvane/korvane.h", "include/zov/zovtools.h"}
 WINDOWS = re.compile(r"src/foundation/windows_\w+\.(h|cpp)$")
 
@@ -56,13 +56,13 @@ def module_of(name):
     """The module of an included name such as korvane/ray.h or camera/view_size.h; None when unknown."""
     if name.startswith("zov/"):
         return "facade"
-    if name.startswith("interaction/view_manager"):
-        return "view_manager"
-    return MODULE_OF_HEADER.get(name) or (name.split("/")[0] if name.split("/")[0] in SHELVES else None)
+    folders = name.split("/")[:-1]
+    rooms = ("/".join(folders[:depth]) for depth in range(len(folders), 0, -1))
+    return MODULE_OF_HEADER.get(name) or next((room for room in rooms if room in SHELVES), None)
 
 
 def may_include(path, own, name, other):
-    if path in KNOWS_EVERYTHING or own == other or SHELVES[other] < SHELVES[own]:
+    if own == other or SHELVES[other] < SHELVES[own]:
         return True
     public_neighbour = name.startswith("korvane/") and path.endswith(".cpp")
     return own in WIDGETS and other in WIDGETS and public_neighbour

@@ -19,6 +19,7 @@
 #include "korvane/icon2d.h"
 #include "korvane/icon3d.h"
 #include "korvane/interval_timer.h"
+#include "korvane/lifeline.h"
 #include "korvane/look_at_tool.h"
 #include "korvane/look_move_tool.h"
 #include "korvane/look_tool.h"

@@ -1,0 +1,231 @@
+#include "korvane/rect_zoom_tool.h"
+
+#include <cmath>
+
+#include "camera/camera_frame.h"
+#include "camera/pixels.h"
+#include "interaction/tools/pivot_marker.h"
+#include "interaction/tools/rewind_record.h"
+#include "render/scene_pick.h"
+
+namespace Korvane {
+
+// The handlers of the drag zoom are passed over: what they would do, this tool does in its own way.
+// NOLINTBEGIN(bugprone-parent-virtual-call)
+
+namespace {
+
+constexpr double FLIGHT_DURATION = 0.75;  // seconds
+constexpr int NO_CROSSHAIR_BELOW = 15;    // pixels from the press to the crosshair
+constexpr int SMALL_CROSSHAIR_BELOW = 25;
+constexpr int CROSSHAIR_SIZE = 10;
+
+void SetVertex(float* vertex, double x, double y) {
+  vertex[0] = static_cast<float>(x);
+  vertex[1] = static_cast<float>(y);
+  vertex[2] = 0.0F;
+}
+
+}  // namespace
+
+RectZoomTool::RectZoomTool() { SetWrapCursor(false); }
+RectZoomTool::~RectZoomTool() = default;
+
+// ---- the gesture ----
+
+bool RectZoomTool::OnMouseDown(int x, int y) {
+  startX = x;
+  startY = y;
+  const bool result = Tool::OnMouseDown(x, y);
+  if (operating || !CanOperate()) return result;
+  operating = true;
+  whiteRectangle = blackRectangle = MakeRectangle(x, y, x, y);
+  UpdateCrosshairPosition(x, y);
+  BeginRecord(rewindHistory, cameraOperations);
+  return true;
+}
+
+bool RectZoomTool::OnMouseMove(int x, int y) {
+  ClampToViewport(x, y);
+  Tool::OnMouseMove(x, y);
+  if (operating) UpdateRectangle(x, y);
+  return true;
+}
+
+bool RectZoomTool::OnKeyDown(KeyID key) {
+  Tool::OnKeyDown(key);
+  if (key == KEY_CONTROL) SetRectMode(RECT_ABOUT_PRESS);
+  if (key != KEY_ESCAPE) return true;
+  operating = false;
+  if (cameraOperations != nullptr) cameraOperations->RequestApplicationUpdate();
+  return true;
+}
+
+bool RectZoomTool::OnKeyUp(KeyID key) {
+  Tool::OnKeyUp(key);
+  if (key == KEY_CONTROL) SetRectMode(RECT_FROM_PRESS);
+  return true;
+}
+
+void RectZoomTool::SetRectMode(int mode) {
+  rectMode = mode;
+  if (operating) UpdateRectangle(mouseX, mouseY);
+}
+
+bool RectZoomTool::OnMouseUp(int x, int y) {
+  ClampToViewport(x, y);
+  const bool result = Tool::OnMouseUp(x, y);
+  const bool zooms = operating && mouseDragged && !animating && cameraOperations != nullptr &&
+                     whiteRectangle.GetWidth() > 0.0 && whiteRectangle.GetHeight() > 0.0;
+  operating = false;
+  return zooms ? BeginRectShot() : result;
+}
+
+void RectZoomTool::ClampToViewport(int& x, int& y) const {
+  if (rectMode != RECT_FROM_PRESS || cameraOperations == nullptr) return;
+  const ApplicationParameters& parameters = cameraOperations->GetApplicationParameters();
+  x = ToPixels(Math::Clamp(x, 0.0, parameters.viewport_width));
+  y = ToPixels(Math::Clamp(y, 0.0, parameters.viewport_height));
+}
+
+bool RectZoomTool::BeginRectShot() {
+  const ApplicationParameters& parameters = cameraOperations->GetApplicationParameters();
+  CameraParameters camera = QueryCamera(*cameraOperations);
+  camera.pivot = PickPivot(camera);
+  ApplyIfFinite(*cameraOperations, camera);
+  PlacePivotBall(pivotBall, camera, false);
+
+  const Vector3 direction = ViewDirection(camera);
+  const Vector3 up = camera.up.Normalized();
+  const Vector3 right = direction.Cross(up).Normalize();
+  const Vector3 toPivot = camera.pivot - camera.eye;
+  // The side of the rectangle that meets the edges of the viewport first.
+  const double scale = Math::Min(parameters.viewport_width / whiteRectangle.GetWidth(),
+                                 parameters.viewport_height / whiteRectangle.GetHeight());
+  ZoomRectShotParameters shot;
+  shot.duration = FLIGHT_DURATION;
+  shot.sidewaysOffset = toPivot.Dot(right);
+  shot.upwardOffset = toPivot.Dot(up);
+  shot.forwardOffset = toPivot.Dot(direction) * (1.0 - 1.0 / scale);
+  animating = true;
+  return cameraOperations->BeginShot(shot);
+}
+
+// What the host finds in the rectangle, else what lies under its middle.
+Vector3 RectZoomTool::PickPivot(const CameraParameters& camera) const {
+  Vector3 point;
+  const bool found = renderer != nullptr &&
+                     renderer->QueryScreenRectRaySceneIntersection(
+                         ToPixels(whiteRectangle.GetLeft()), ToPixels(whiteRectangle.GetBottom()),
+                         ToPixels(whiteRectangle.GetRight()), ToPixels(whiteRectangle.GetTop()), point);
+  if (found) return point;
+  const Vector2 centre = whiteRectangle.GetCentre();
+  PickPoint(renderer, cameraOperations->GetApplicationParameters(), camera, ToPixels(centre.x),
+            ToPixels(centre.y), point);
+  return point;
+}
+
+// ---- the rectangle and the crosshair ----
+
+RectZoomTool::Rectangle RectZoomTool::MakeRectangle(double left, double bottom, double right, double top) {
+  Rectangle rectangle;
+  const Vector2 corners[4] = {{left, top}, {right, top}, {right, bottom}, {left, bottom}};
+  float* vertex = rectangle.vertices;
+  for (const Vector2& corner : corners) {
+    SetVertex(vertex, corner.x, corner.y);
+    vertex += COORDINATES;
+  }
+  return rectangle;
+}
+
+RectZoomTool::Line RectZoomTool::MakeLine(const Vector2& from, const Vector2& to) {
+  Line line;
+  SetVertex(line.vertices, from.x, from.y);
+  SetVertex(line.vertices + COORDINATES, to.x, to.y);
+  return line;
+}
+
+void RectZoomTool::UpdateRectangle(int x, int y) {
+  if (cameraOperations == nullptr) return;
+  if (rectMode == RECT_FROM_PRESS) {
+    whiteRectangle =
+        MakeRectangle(Math::Min(x, startX), Math::Min(y, startY), Math::Max(x, startX), Math::Max(y, startY));
+    UpdateCrosshairSize();
+    const Vector2 centre = whiteRectangle.GetCentre();
+    UpdateCrosshairPosition(centre.x, centre.y);
+  } else {
+    const Vector2 extent = GetExtentAboutPress(std::abs(static_cast<double>(x) - startX),
+                                               std::abs(static_cast<double>(y) - startY));
+    whiteRectangle =
+        MakeRectangle(startX - extent.x, startY - extent.y, startX + extent.x, startY + extent.y);
+    UpdateCrosshairSize();
+    UpdateCrosshairPosition(startX, startY);
+  }
+  blackRectangle = ConvertRectWhiteToBlack(whiteRectangle);
+  cameraOperations->RequestApplicationUpdate();
+}
+
+// Widened to the shape of the viewport, and not larger than it.
+Vector2 RectZoomTool::GetExtentAboutPress(double dx, double dy) const {
+  const ApplicationParameters& parameters = cameraOperations->GetApplicationParameters();
+  const double width = parameters.viewport_width;
+  const double height = parameters.viewport_height;
+  if (!(width > 0.0) || !(height > 0.0)) return {};
+  const double aspect = width / height;
+  if (dx / dy > aspect) {
+    dy = dx / aspect;
+  } else {
+    dx = dy * aspect;
+  }
+  if (2.0 * dx > width || 2.0 * dy > height) return {width * 0.5, height * 0.5};
+  return {dx, dy};
+}
+
+// A crosshair too near to the press hides. The small sizes alternate with none from one call to the next.
+void RectZoomTool::UpdateCrosshairSize() {
+  const int d = GetCrosshairDistance();
+  if (d < NO_CROSSHAIR_BELOW && crosshairSize != 0) {
+    crosshairSize = 0;
+  } else if (d < SMALL_CROSSHAIR_BELOW) {
+    const int size = d - CROSSHAIR_SIZE;
+    crosshairSize = size < CROSSHAIR_SIZE ? size : CROSSHAIR_SIZE;
+  } else {
+    crosshairSize = CROSSHAIR_SIZE;
+  }
+}
+
+int RectZoomTool::GetCrosshairDistance() const {
+  if (rectMode != RECT_FROM_PRESS) {
+    return ToPixels(
+        Math::Min(std::abs(whiteRectangle.GetRight() - startX), std::abs(whiteRectangle.GetTop() - startY)));
+  }
+  const Vector2 centre = whiteRectangle.GetCentre();
+  return ToPixels(
+      Math::Min(std::abs(startX - std::trunc(centre.x)), std::abs(startY - std::trunc(centre.y))));
+}
+
+void RectZoomTool::UpdateCrosshairPosition(double x, double y) {
+  const double size = crosshairSize;
+  whiteLines[0] = MakeLine({x, y + size}, {x, y - size});
+  whiteLines[1] = MakeLine({x - size, y}, {x + size, y});
+  for (int i = 0; i < 2; ++i) blackLines[i] = ConvertLineWhiteToBlack(whiteLines[i]);
+}
+
+// A dark edge around the white line, seen on any background: one pixel outward.
+RectZoomTool::Rectangle RectZoomTool::ConvertRectWhiteToBlack(const Rectangle& white) {
+  return MakeRectangle(white.GetLeft() - 1.0, white.GetBottom() - 1.0, white.GetRight() + 1.0,
+                       white.GetTop() + 1.0);
+}
+
+RectZoomTool::Line RectZoomTool::ConvertLineWhiteToBlack(const Line& white) {
+  Line black = white;
+  for (float* vertex : {black.vertices, black.vertices + COORDINATES}) {
+    vertex[0] -= 1.0F;
+    vertex[1] += 1.0F;
+  }
+  return black;
+}
+
+// NOLINTEND(bugprone-parent-virtual-call)
+
+}  // namespace Korvane

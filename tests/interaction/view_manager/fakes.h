@@ -1,0 +1,556 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "interaction/view_manager/view_manager_observers.h"
+#include "korvane/cam3d_controller.h"
+#include "korvane/helm_disc.h"
+#include "korvane/icon2d.h"
+#include "korvane/mouse_wheel_zoom_tool.h"
+#include "korvane/navigation_bar.h"
+#include "korvane/orbit_tool.h"
+#include "korvane/orientor.h"
+#include "korvane/pan_tool.h"
+#include "korvane/pivot_ball.h"
+#include "korvane/rewind_history.h"
+#include "korvane/storyboard.h"
+#include "korvane/toolbar.h"
+#include "korvane/track_menu.h"
+#include "korvane/view_manager.h"
+#include "support/cameras.h"
+#include "support/manual_platform.h"
+#include "support/memory_hub.h"
+#include "support/recording_renderer.h"
+
+// Widgets that write down what they are asked, as `name.Operation(arguments)`, and take what the test says.
+
+using Lines = std::vector<std::string>;
+
+class Journal {
+ public:
+  /// Writes the line; the answer is whether the test has `who` take things.
+  bool Ask(const std::string& who, const std::string& what) {
+    if (recording) lines.push_back(who + "." + what);
+    return takers.count(who) != 0;
+  }
+  Lines Take() { return std::exchange(lines, {}); }
+
+  Lines lines;
+  std::set<std::string> takers;
+  bool recording = true;
+};
+
+inline std::string Call(const char* operation, int x, int y) {
+  return std::string(operation) + "(" + std::to_string(x) + ", " + std::to_string(y) + ")";
+}
+
+/// Counts its records; two may be open at once, as where a shot is begun while another runs.
+class RecordingHistory : public Korvane::RewindHistory {
+ public:
+  bool BeginElementRecord(const Korvane::CameraParameters& camera) override {
+    ++begun;
+    open = true;
+    begin = camera;
+    return true;
+  }
+  bool EndElementRecord(const Korvane::CameraParameters& camera) override {
+    ++ended;
+    open = false;
+    end = camera;
+    return true;
+  }
+  bool AddElementSubrecord(const Korvane::CameraParameters& /*camera*/) override {
+    ++samples;
+    return true;
+  }
+
+  int begun = 0;
+  int ended = 0;
+  int samples = 0;
+  bool open = false;
+  Korvane::CameraParameters begin;
+  Korvane::CameraParameters end;
+};
+
+/// What every fake has: a name, the journal, and operations that the test makes fail.
+class Fake {
+ public:
+  Fake(std::string widgetName, Journal& theJournal) : name(std::move(widgetName)), journal(theJournal) {}
+
+  std::string name;
+  Journal& journal;
+  bool createFails = false;
+  bool destroyFails = false;
+
+ protected:
+  bool Ask(const std::string& what) { return journal.Ask(name, what); }
+};
+
+class FakeOrientor : public Korvane::Orientor, public Fake {
+ public:
+  explicit FakeOrientor(Journal& theJournal) : Fake("cube", theJournal) {}
+
+  void SetKorvane(Korvane::CameraOperations* hub) override {
+    Ask("SetKorvane");
+    Orientor::SetKorvane(hub);
+  }
+  void SetRenderer(Korvane::Renderer* value) override {
+    Ask("SetRenderer");
+    Orientor::SetRenderer(value);
+  }
+  void SetRewindHistory(Korvane::RewindHistory* history) override {
+    Ask("SetRewindHistory");
+    Orientor::SetRewindHistory(history);
+  }
+  bool Create() override {
+    Ask("Create");
+    return !createFails;
+  }
+  bool Destroy() override {
+    Ask("Destroy");
+    return !destroyFails;
+  }
+  void Draw() override {
+    Ask("Draw");
+    disabledWhileDrawn = parameters.disabled;
+  }
+  bool OnMouseMove(int x, int y) override { return Ask(Call("OnMouseMove", x, y)); }
+  bool OnLeftMouseDown(int x, int y) override { return Ask(Call("OnLeftMouseDown", x, y)); }
+  bool OnLeftMouseUp(int x, int y) override { return Ask(Call("OnLeftMouseUp", x, y)); }
+  bool OpenMenu() override { return Ask("OpenMenu()"); }
+  void Update(bool /*redraw*/) override {}
+
+  using Orientor::activeOverlayPart;
+  using Orientor::activePart;
+  using Orientor::cameraOperations;
+  using Orientor::dragging;
+  using Orientor::homeTooltip;
+  using Orientor::mouseInRegion;
+  using Orientor::mouseX;
+  using Orientor::mouseY;
+  using Orientor::observers;
+  using Orientor::rawOverlayPart;
+  using Orientor::renderer;
+  using Orientor::rewindHistory;
+  using Orientor::viewportHeight;
+  using Orientor::viewportWidth;
+
+  bool disabledWhileDrawn = false;
+};
+
+class FakeTrackMenu : public Korvane::TrackMenu {
+ public:
+  FakeTrackMenu() : icon(Korvane::TEXTURE_NONE) { activeRegion.icon = &icon; }
+  void OnMouseMove(int x, int y) override {
+    movedX = x;
+    movedY = y;
+    ++moves;
+  }
+
+  using TrackMenu::activeRegion;
+  using TrackMenu::enabled;
+  using TrackMenu::menuCursorID;
+  using TrackMenu::visible;
+
+  Korvane::ResourceIcon2D icon;
+  int movedX = 0;
+  int movedY = 0;
+  int moves = 0;
+};
+
+class FakeDisc : public Korvane::HelmDisc, public Fake {
+ public:
+  explicit FakeDisc(Journal& theJournal) : Fake("disc", theJournal) {
+    auto recordingHistory = std::make_unique<RecordingHistory>();
+    record = recordingHistory.get();
+    history = std::move(recordingHistory);
+    auto fakeWelcome = std::make_unique<FakeTrackMenu>();
+    welcome = fakeWelcome.get();
+    welcomeTrackMenu = std::move(fakeWelcome);
+  }
+
+  void SetKorvane(Korvane::CameraOperations* hub) override {
+    Ask("SetKorvane");
+    HelmDisc::SetKorvane(hub);
+  }
+  void SetRenderer(Korvane::Renderer* value) override {
+    Ask("SetRenderer");
+    HelmDisc::SetRenderer(value);
+  }
+  bool Create() override {
+    Ask("Create");
+    return !createFails;
+  }
+  bool Destroy() override {
+    Ask("Destroy");
+    return !destroyFails;
+  }
+  void SetActiveDisc(Korvane::DiscType type) override {
+    Ask("SetActiveDisc(" + std::to_string(static_cast<int>(type)) + ")");
+    const bool opens = type != Korvane::DiscType::None;
+    activeDisc = type;
+    activeTrackMenu = opens ? &menu : nullptr;
+    observers.Notify([&](Korvane::HelmDiscObserver& observer) {
+      if (opens) {
+        observer.OnActivated(type);
+      } else {
+        observer.OnClosed();
+      }
+    });
+  }
+  Korvane::DiscType GetActiveDisc() const override { return activeDisc; }
+  void DrawOverlay() override { Ask("DrawOverlay"); }
+  bool OpenMenu() override { return Ask("OpenMenu()"); }
+  bool OnMouseMove(int x, int y) override { return Ask(Call("OnMouseMove", x, y)); }
+  bool OnLeftMouseDown(int x, int y) override { return Ask(Call("OnLeftMouseDown", x, y)); }
+  bool OnLeftMouseUp(int x, int y) override { return Ask(Call("OnLeftMouseUp", x, y)); }
+  bool OnKeyDown(Korvane::KeyID key) override { return Ask("OnKeyDown(" + std::to_string(key) + ")"); }
+  bool OnKeyUp(Korvane::KeyID key) override { return Ask("OnKeyUp(" + std::to_string(key) + ")"); }
+
+  /// Opens a disc without a word to anybody.
+  void Open(Korvane::DiscType type) {
+    activeDisc = type;
+    activeTrackMenu = type == Korvane::DiscType::None ? nullptr : &menu;
+  }
+
+  using HelmDisc::activeTrackMenu;
+  using HelmDisc::cameraOperations;
+  using HelmDisc::dragBegun;
+  using HelmDisc::observers;
+  using HelmDisc::overWelcome;
+  using HelmDisc::renderer;
+  using HelmDisc::viewportHeight;
+  using HelmDisc::viewportWidth;
+  using HelmDisc::visible;
+  using HelmDisc::welcomeX;
+  using HelmDisc::welcomeY;
+
+  Korvane::DiscType activeDisc = Korvane::DiscType::None;
+  FakeTrackMenu menu;
+  FakeTrackMenu* welcome;
+  RecordingHistory* record;
+};
+
+class FakeStoryboard : public Korvane::Storyboard, public Fake {
+ public:
+  explicit FakeStoryboard(Journal& theJournal) : Fake("panel", theJournal) {}
+
+  void SetKorvane(Korvane::CameraOperations* hub) override {
+    Ask("SetKorvane");
+    Storyboard::SetKorvane(hub);
+  }
+  void SetRenderer(Korvane::Renderer* value) override {
+    Ask("SetRenderer");
+    Storyboard::SetRenderer(value);
+  }
+  void SetRewindHistory(Korvane::RewindHistory* history) override {
+    Ask("SetRewindHistory");
+    Storyboard::SetRewindHistory(history);
+  }
+  bool Create() override {
+    Ask("Create");
+    return !createFails;
+  }
+  bool Destroy() override {
+    Ask("Destroy");
+    return !destroyFails;
+  }
+  void Draw() override { Ask("Draw"); }
+  bool OnMouseMove(int column, int row) override { return Ask(Call("OnMouseMove", column, row)); }
+  bool OnLeftMouseDown(int column, int row) override { return Ask(Call("OnLeftMouseDown", column, row)); }
+  bool OnLeftMouseUp(int column, int row) override { return Ask(Call("OnLeftMouseUp", column, row)); }
+  bool OnRightMouseDown(int column, int row) override { return Ask(Call("OnRightMouseDown", column, row)); }
+  bool OnKeyDown(Korvane::KeyID key) override { return Ask("OnKeyDown(" + std::to_string(key) + ")"); }
+  bool OnKeyUp(Korvane::KeyID key) override { return Ask("OnKeyUp(" + std::to_string(key) + ")"); }
+  bool OpenMenu() override { return Ask("OpenMenu()"); }
+
+  void SetRecordingWalk(bool recording) {
+    walkRecorder = recording ? reinterpret_cast<const Korvane::WalkRecorder*>(this) : nullptr;
+  }
+  void SetDraggingSequence(bool dragging) {
+    draggingSequence = dragging ? reinterpret_cast<const Korvane::Sequence*>(this) : nullptr;
+  }
+  void SetDraggingShot(bool dragging) {
+    draggingShot = dragging ? reinterpret_cast<const Korvane::ShotSpecification*>(this) : nullptr;
+  }
+
+  using Storyboard::cameraOperations;
+  using Storyboard::mouseInRegion;
+  using Storyboard::observers;
+  using Storyboard::playing;
+  using Storyboard::renderer;
+  using Storyboard::rewindHistory;
+  using Storyboard::tooltip;
+  using Storyboard::viewportHeight;
+  using Storyboard::viewportWidth;
+  using Storyboard::visible;
+  int GetLeft() const { return x; }
+  int GetBottom() const { return y; }
+};
+
+class FakeToolbar : public Korvane::Toolbar, public Fake {
+ public:
+  FakeToolbar(const std::string& widgetName, Journal& theJournal) : Fake(widgetName, theJournal) {}
+
+  bool Create() override {
+    Ask("Create");
+    return !createFails;
+  }
+  bool Destroy() override {
+    Ask("Destroy");
+    return !destroyFails;
+  }
+  void Draw() override { Ask("Draw"); }
+  bool OnMouseMove(int x, int y) override { return Ask(Call("OnMouseMove", x, y)); }
+  bool OnLeftMouseDown(int x, int y) override { return Ask(Call("OnLeftMouseDown", x, y)); }
+  bool OnLeftMouseUp(int x, int y) override { return Ask(Call("OnLeftMouseUp", x, y)); }
+  bool OnRightMouseDown(int x, int y) override { return Ask(Call("OnRightMouseDown", x, y)); }
+  bool OnRightMouseUp(int x, int y) override { return Ask(Call("OnRightMouseUp", x, y)); }
+
+  using Toolbar::bounds;
+  using Toolbar::cameraOperations;
+  using Toolbar::cornerOffset;
+  using Toolbar::disabled;
+  using Toolbar::mouseDownOnItem;
+  using Toolbar::mouseInRegion;
+  using Toolbar::orientorBounds;
+  using Toolbar::orientorLocation;
+  using Toolbar::position;
+  using Toolbar::renderer;
+  using Toolbar::ribbonHeight;
+  using Toolbar::ribbonWidth;
+  using Toolbar::sizeLimitHeight;
+  using Toolbar::sizeLimitWidth;
+  using Toolbar::tooltip;
+  using Toolbar::viewportHeight;
+  using Toolbar::viewportWidth;
+  using Toolbar::visible;
+};
+
+/// Holds a toolbar from the start.
+class FakeBar : public Korvane::NavigationBar, public Fake {
+ public:
+  explicit FakeBar(Journal& theJournal) : Fake("bar", theJournal) {
+    auto fakeToolbar = std::make_unique<FakeToolbar>("bar toolbar", theJournal);
+    strip = fakeToolbar.get();
+    toolbar = std::move(fakeToolbar);
+  }
+
+  void SetViewportSize(int width, int height) override { Ask(Call("SetViewportSize", width, height)); }
+  void SetOrientorIsVisible(bool value) override {
+    Ask(std::string("SetOrientorIsVisible(") + (value ? "true)" : "false)"));
+  }
+  void SetLinkedToOrientor(bool linked) override {
+    Ask(std::string("SetLinkedToOrientor(") + (linked ? "true)" : "false)"));
+    NavigationBar::SetLinkedToOrientor(linked);
+  }
+  void SetActiveHelmDisc(Korvane::DiscType type) override {
+    Ask("SetActiveHelmDisc(" + std::to_string(static_cast<int>(type)) + ")");
+  }
+  bool Create() override {
+    Ask("Create");
+    return !createFails;
+  }
+  bool Destroy() override {
+    Ask("Destroy");
+    return !destroyFails;
+  }
+  void Draw() override { Ask("Draw"); }
+  bool OnMouseMove(int x, int y) override { return Ask(Call("OnMouseMove", x, y)); }
+  bool OnLeftMouseDown(int x, int y) override { return Ask(Call("OnLeftMouseDown", x, y)); }
+  bool OnLeftMouseUp(int x, int y) override { return Ask(Call("OnLeftMouseUp", x, y)); }
+  bool OnRightMouseDown(int x, int y) override { return Ask(Call("OnRightMouseDown", x, y)); }
+  bool OnRightMouseUp(int x, int y) override { return Ask(Call("OnRightMouseUp", x, y)); }
+  bool SetItemSelected(int tag, bool selected) override {
+    return Ask("SetItemSelected(" + std::to_string(tag) + (selected ? ", true)" : ", false)"));
+  }
+
+  void LoseToolbar() {
+    toolbar.reset();
+    strip = nullptr;
+  }
+
+  using NavigationBar::cameraOperations;
+  using NavigationBar::location;
+  using NavigationBar::renderer;
+  using NavigationBar::visible;
+
+  FakeToolbar* strip;
+};
+
+class FakeController : public Korvane::Cam3DController, public Fake {
+ public:
+  explicit FakeController(Journal& theJournal) : Fake("controller", theJournal) {}
+
+  void SetPivotBall(Korvane::PivotBall* ball) override {
+    Ask("SetPivotBall");
+    Cam3DController::SetPivotBall(ball);
+  }
+  void SetRenderer(Korvane::Renderer* value) override {
+    Ask("SetRenderer");
+    Cam3DController::SetRenderer(value);
+  }
+  bool Create() override {
+    Ask("Create");
+    return !createFails;
+  }
+  bool Destroy() override {
+    Ask("Destroy");
+    return !destroyFails;
+  }
+  void Draw() override { Ask("Draw"); }
+  void SetEnabled(bool value) override {
+    switches += value ? '1' : '0';
+    Cam3DController::SetEnabled(value);
+  }
+
+  using Cam3DController::cameraOperations;
+  using Cam3DController::rewindHistory;
+
+  std::string switches;  // what it was set to, one after another
+};
+
+/// A tool that takes what the test says, and says itself that it operates when the test wants it.
+template <class Base>
+class FakeToolOf : public Base, public Fake {
+ public:
+  FakeToolOf(const std::string& toolName, Journal& theJournal) : Fake(toolName, theJournal) {}
+  ~FakeToolOf() override { Ask("~"); }
+
+  void OnDraw() override { Ask("OnDraw"); }
+  bool OnMouseMove(int x, int y) override { return Ask(Call("OnMouseMove", x, y)); }
+  bool OnMouseWheel(int x, int y, int delta) override {
+    return Ask(Call("OnMouseWheel", x, y) + std::to_string(delta));
+  }
+  bool OnMouseDown(int x, int y) override { return Ask(Call("OnMouseDown", x, y)); }
+  bool OnMouseUp(int x, int y) override { return Ask(Call("OnMouseUp", x, y)); }
+  bool OnKeyDown(Korvane::KeyID key) override { return Ask("OnKeyDown(" + std::to_string(key) + ")"); }
+  bool OnKeyUp(Korvane::KeyID key) override { return Ask("OnKeyUp(" + std::to_string(key) + ")"); }
+  void Activate() override { Ask("Activate"); }
+  void Deactivate() override { Ask("Deactivate"); }
+
+  using Base::cursorID;
+  using Base::mouseDown;
+  using Base::mouseDragged;
+  using Base::operating;
+  using Base::wrapCursor;
+};
+using FakeTool = FakeToolOf<Korvane::Tool>;
+
+/// Shows what a host's derived class can reach.
+class OpenViewManager : public Korvane::ViewManager {
+ public:
+  using ViewManager::activeTool;
+  using ViewManager::activeToolID;
+  using ViewManager::BeginMiddleMouseNavigation;
+  using ViewManager::BeginOrbitingWithMouse;
+  using ViewManager::BeginPanningWithMouse;
+  using ViewManager::BeginZoomingWithMouse;
+  using ViewManager::cleanScreen;
+  using ViewManager::controlKeyDown;
+  using ViewManager::EndMiddleMouseNavigation;
+  using ViewManager::EndOrbitingWithMouse;
+  using ViewManager::EndPanningWithMouse;
+  using ViewManager::EndZoomingWithMouse;
+  using ViewManager::helmDiscObserver;
+  using ViewManager::helmDiscOffsetX;
+  using ViewManager::helmDiscOffsetY;
+  using ViewManager::InstantiatePivotBall;
+  using ViewManager::IsMouseInRibbonRegion;
+  using ViewManager::IsMouseInToolbarRegion;
+  using ViewManager::leftClickOpen;
+  using ViewManager::leftDownX;
+  using ViewManager::leftDownY;
+  using ViewManager::leftMouseDown;
+  using ViewManager::LinkNavBarToOrientor;
+  using ViewManager::middleClickOpen;
+  using ViewManager::middleMouseDown;
+  using ViewManager::mouseWheelDelta;
+  using ViewManager::mouseX;
+  using ViewManager::mouseY;
+  using ViewManager::orbitingWithMouse;
+  using ViewManager::orbitTool;
+  using ViewManager::orientorDragLeftRegion;
+  using ViewManager::orientorDragSeen;
+  using ViewManager::orientorObserver;
+  using ViewManager::panningWithMouse;
+  using ViewManager::panTool;
+  using ViewManager::pivotBall;
+  using ViewManager::reelshowPlaying;
+  using ViewManager::RemoveAllTools;
+  using ViewManager::RestoreHelmDiscPosition;
+  using ViewManager::rewindShotObserver;
+  using ViewManager::rightClickOpen;
+  using ViewManager::rightMouseDown;
+  using ViewManager::SaveHelmDiscPosition;
+  using ViewManager::shiftKeyDown;
+  using ViewManager::storyboardObserver;
+  using ViewManager::tools;
+  using ViewManager::WantActiveToolEnabled;
+  using ViewManager::WantCam3DControllerEnabled;
+  using ViewManager::wantCursorWrapping;
+  using ViewManager::WantHelmDiscEnabled;
+  using ViewManager::WantHelmDiscVisible;
+  using ViewManager::WantMiddleMouseNavigation;
+  using ViewManager::WantOrientorEnabled;
+  using ViewManager::zoomingWithMouse;
+  using ViewManager::zoomTool;
+};
+
+/// A view of 800 x 600 with one of everything: two toolbars of the host, and the tool 7, active.
+class ViewManagerTest : public ::testing::Test {
+ protected:
+  static constexpr int TOOL = 7;
+
+  ViewManagerTest() : hub(LookAt({0, 0, 10}, {0, 0, 0}, {0, 1, 0})) {
+    manager.SetKorvane(&hub);
+    manager.SetRenderer(&renderer);
+    manager.SetCam3DController(&controller);
+    manager.SetNavigationBar(&bar);
+    manager.SetHelmDisc(&disc);
+    manager.SetStoryboard(&panel);
+    manager.SetOrientor(&cube);
+    manager.AddToolbar(&first);
+    manager.AddToolbar(&second);
+    cube.GetParameters().size = Korvane::OrientorParameters::SIZE_NORMAL;
+    hub.PerformOperations();
+  }
+
+  void Start() {
+    tool = new FakeTool("tool", journal);
+    manager.AddTool(TOOL, tool);
+    manager.SetViewportSize(800, 600);
+    manager.Create();
+    manager.SetActiveTool(TOOL);
+    Forget();
+  }
+
+  void Forget() {
+    journal.lines.clear();
+    renderer.ClearCalls();
+    controller.switches.clear();
+    hub.requested = 0;
+    hub.applied = 0;
+  }
+
+  bool& MouseDrag() { return hub.GetApplicationParameters().mouse_drag; }
+
+  ManualPlatform platform;
+  Journal journal;
+  MemoryHub hub;
+  RecordingRenderer renderer;
+  FakeController controller{journal};
+  FakeBar bar{journal};
+  FakeDisc disc{journal};
+  FakeStoryboard panel{journal};
+  FakeOrientor cube{journal};
+  FakeToolbar first{"first", journal};
+  FakeToolbar second{"second", journal};
+  OpenViewManager manager;
+  FakeTool* tool = nullptr;  // the manager's
+};
