@@ -1,7 +1,10 @@
-"""Folders of the core stand on shelves: a file includes from its own and from lower ones.
+"""Folders of the core and rooms of the host kit stand on shelves: a file includes from its own and from
+lower ones.
 
 The core includes nothing but the standard library and its own headers. Widgets stand side by side: their
-sources may include the public header of a neighbour, their headers only declare it.
+sources may include the public header of a neighbour, their headers only declare it. The host kit sees of the
+core what is public, and each of its rooms has the libraries that it is made with; programs see what is public
+of both.
 """
 import pathlib
 import re
@@ -45,6 +48,42 @@ PUBLIC = {
 }
 MODULE_OF_HEADER = {f"korvane/{name}.h": module for module, names in PUBLIC.items() for name in names.split()}
 
+# The host kit.
+ROOMS = {
+    "projection": 0,
+    "images": 0,
+    "scene": 1,
+    "gl": 1,
+    "pictures": 1,
+    "picture_files": 1,
+    "widget_renderer": 2,
+    "scene_view": 2,
+    "window": 3,
+}
+ROOM_OF_HEADER = {f"zovhost/{name}.h": room for room, names in {
+    "projection": "projection",
+    "images": "accent image read_image",
+    "scene": "scene",
+    "gl": "gl_state_guard offscreen_target",
+    "pictures": "resource_pack host_texts",
+    "picture_files": "picture",
+    "widget_renderer": "gl_renderer",
+    "scene_view": "gl_scene_view",
+    "window": "gui window",
+}.items() for name in names.split()}
+# What a room may know beside the standard library, by how the name of a header begins.
+FOREIGN = {room: tuple(names.split()) for room, names in {
+    "images": "gdk-pixbuf/",
+    "scene": "assimp/ embree3/ sys/ fcntl.h poll.h signal.h unistd.h",
+    "gl": "epoxy/",
+    "pictures": "cairo.h librsvg/ pango/",
+    "picture_files": "pango/ png.h webp/",
+    "widget_renderer": "epoxy/",
+    "scene_view": "epoxy/",
+    "window": "SDL backends/ fontconfig/ imgui",
+}.items()}
+PROGRAMS = ("host/sheets", "apps", "examples")
+
 UMBRELLAS = {"include/korvane/korvane.h", "include/zov/zovtools.h"}
 WINDOWS = re.compile(r"src/foundation/windows_\w+\.(h|cpp)$")
 
@@ -87,11 +126,55 @@ def faults_of(root, path):
             yield f"{path}: {own} includes {name} of {module_of(name)}"
 
 
+def room_of(name):
+    """The room of zovhost/scene.h or scene/ray_index.h; None when unknown."""
+    return ROOM_OF_HEADER.get(name) or (name.split("/")[0] if name.split("/")[0] in ROOMS else None)
+
+
+def is_public(root, name):
+    return any((root / folder / name).is_file() for folder in ("include", "host/include"))
+
+
+def host_faults_of(root, path):
+    own = room_of(path.removeprefix("host/include/").removeprefix("host/src/"))
+    if own is None:
+        yield f"{path}: not known to any room of the host kit; add it to scripts/check_layers.py"
+        return
+    for bracket, name in INCLUDE.findall((root / path).read_text()):
+        if bracket == "<":
+            if not STANDARD.match(name) and not name.startswith(FOREIGN.get(own, ("no such name",))):
+                yield f"{path}: {own} includes <{name}>"
+        elif (root / "include" / name).is_file():
+            if f"include/{name}" in UMBRELLAS:
+                yield f"{path}: includes everything through {name}"
+        elif path.startswith("host/include/") and not is_public(root, name):
+            yield f"{path}: a public header includes the internal {name}"
+        elif room_of(name) is None or not is_public(root, name) and not (root / "host/src" / name).is_file():
+            yield f"{path}: {name} is no header of the host kit and no public one of the library"
+        elif room_of(name) != own and ROOMS[room_of(name)] >= ROOMS[own]:
+            yield f"{path}: {own} includes {name} of {room_of(name)}"
+
+
+def program_faults_of(root, path):
+    """A program includes what is public, and what lies beside it or below."""
+    for bracket, name in INCLUDE.findall((root / path).read_text()):
+        if bracket == '"' and not is_public(root, name) and not ((root / path).parent / name).is_file():
+            yield f"{path}: {name} is neither public nor its own"
+
+
+def sources_in(root, folder):
+    return [path.relative_to(root).as_posix() for path in sorted((root / folder).rglob("*"))
+            if path.suffix in (".h", ".cpp")]
+
+
 def main():
     root = pathlib.Path(__file__).resolve().parent.parent
-    paths = [path.relative_to(root).as_posix() for folder in ("include", "src")
-             for path in sorted((root / folder).rglob("*")) if path.suffix in (".h", ".cpp")]
-    faults = [fault for path in paths if path not in UMBRELLAS for fault in faults_of(root, path)]
+    faults = [fault for folder in ("include", "src") for path in sources_in(root, folder)
+              if path not in UMBRELLAS for fault in faults_of(root, path)]
+    faults += [fault for folder in ("host/include", "host/src") for path in sources_in(root, folder)
+               for fault in host_faults_of(root, path)]
+    faults += [fault for folder in PROGRAMS for path in sources_in(root, folder)
+               for fault in program_faults_of(root, path)]
     print(*faults, sep="\n", end="\n" if faults else "")
     return 1 if faults else 0
 

@@ -11,7 +11,7 @@ foreach(file IN LISTS files)
   string(APPEND rows "    {\"${file}\", {file${index}, sizeof file${index} - 1}},\n")
   math(EXPR index "${index} + 1")
 endforeach()
-file(WRITE "${OUTPUT}.new" "#include \"graphics/embedded_files.h\"
+file(WRITE "${OUTPUT}.new" "#include \"pictures/embedded_files.h\"
 
 namespace zovhost {
 

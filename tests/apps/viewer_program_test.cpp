@@ -10,7 +10,7 @@
 #include "program.h"
 #include "tour_pace.h"
 #include "tour_script.h"
-#include "zovhost/picture.h"
+#include "zovhost/read_image.h"
 
 namespace {
 

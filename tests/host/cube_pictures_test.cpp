@@ -13,6 +13,7 @@
 #include "graphics_context.h"
 #include "sheets/cube_states.h"
 #include "zovhost/picture.h"
+#include "zovhost/read_image.h"
 
 namespace zovsheets {
 

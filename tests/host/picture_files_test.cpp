@@ -1,4 +1,5 @@
 #include "zovhost/picture.h"
+#include "zovhost/read_image.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -10,13 +8,6 @@
 #include "zovhost/image.h"
 
 namespace zovhost {
-
-/// Decodes a PNG, JPEG or any other picture that gdk-pixbuf knows. False leaves `image` alone and puts the
-/// reason into `error`.
-bool DecodeImage(const std::uint8_t* bytes, std::size_t size, Image& image, std::string& error);
-
-/// Reads and decodes a picture file; `error` names the file.
-bool ReadImage(const std::filesystem::path& path, Image& image, std::string& error);
 
 /// Writes a PNG. The file appears whole or not at all: it is written beside its place and renamed.
 /// False puts one line into `error`; an image without pixels is refused.

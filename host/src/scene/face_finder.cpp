@@ -6,7 +6,7 @@
 #include <numeric>
 #include <tuple>
 
-#include "scene/matrix.h"
+#include "projection/matrix.h"
 
 namespace zovhost {
 

@@ -9,7 +9,7 @@
 #include <cstring>
 #include <utility>
 
-#include "zovhost/picture.h"
+#include "zovhost/read_image.h"
 
 namespace zovhost {
 

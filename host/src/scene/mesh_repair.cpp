@@ -7,7 +7,7 @@
 #include <numeric>
 #include <vector>
 
-#include "scene/matrix.h"
+#include "projection/matrix.h"
 
 namespace zovhost {
 

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <limits>
 
-#include "scene/matrix.h"
+#include "projection/matrix.h"
 
 namespace zovhost {
 

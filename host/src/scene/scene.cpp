@@ -5,8 +5,8 @@
 #include <new>
 #include <utility>
 
+#include "projection/matrix.h"
 #include "scene/face_finder.h"
-#include "scene/matrix.h"
 #include "scene/mesh_repair.h"
 #include "scene/ray_index.h"
 

@@ -14,8 +14,8 @@
 #include <new>
 #include <utility>
 
+#include "projection/matrix.h"
 #include "scene/material_importer.h"
-#include "scene/matrix.h"
 #include "scene/mesh_repair.h"
 
 namespace zovhost {

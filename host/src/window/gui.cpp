@@ -12,6 +12,7 @@
 #include <string>
 #include <utility>
 
+#include "zovhost/accent.h"
 #include "zovhost/window.h"
 
 namespace zovhost {
@@ -58,7 +59,8 @@ void SetLook() {
   style.WindowBorderSize = 0.0F;
   style.WindowPadding = ImVec2(12.0F, 10.0F);
 
-  const ImVec4 accent(0.0F, 0.38F, 0.75F, 1.0F);
+  const auto [red, green, blue] = ACCENT_COLOUR;
+  const ImVec4 accent(static_cast<float>(red), static_cast<float>(green), static_cast<float>(blue), 1.0F);
   const ImVec4 light(0.71F, 0.84F, 0.95F, 1.0F);
   const ImVec4 field(1.0F, 1.0F, 1.0F, 0.12F);
   const ImVec4 hovered(1.0F, 1.0F, 1.0F, 0.22F);

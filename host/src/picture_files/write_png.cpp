@@ -1,0 +1,59 @@
+#include <png.h>
+
+#include <csetjmp>
+#include <cstddef>
+
+#include "picture_files/image_check.h"
+#include "picture_files/whole_file.h"
+#include "zovhost/picture.h"
+
+namespace zovhost {
+
+namespace {
+
+void WriteBytes(png_structp png, png_bytep bytes, std::size_t size) {
+  auto* file = static_cast<WholeFile*>(png_get_io_ptr(png));
+  if (!file->Write(bytes, size)) png_error(png, "");
+}
+
+void FlushNothing(png_structp) {}
+
+// The default handlers print.
+[[noreturn]] void Leave(png_structp png, png_const_charp) { png_longjmp(png, 1); }
+void Ignore(png_structp, png_const_charp) {}
+
+// libpng leaves by longjmp, so nothing here may need a destructor.
+bool Encode(WholeFile& file, const Image& image, png_structp png, png_infop info) {
+  if (setjmp(png_jmpbuf(png)) != 0) return false;
+  png_set_write_fn(png, &file, WriteBytes, FlushNothing);
+  png_set_IHDR(png, info, static_cast<png_uint_32>(image.width), static_cast<png_uint_32>(image.height), 8,
+               PNG_COLOR_TYPE_RGB_ALPHA, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
+               PNG_FILTER_TYPE_DEFAULT);
+  png_set_sRGB(png, info, PNG_sRGB_INTENT_PERCEPTUAL);
+  png_write_info(png, info);
+  const std::size_t rowSize = 4 * static_cast<std::size_t>(image.width);
+  for (int row = 0; row < image.height; ++row)
+    png_write_row(png, image.rgba.data() + static_cast<std::size_t>(row) * rowSize);
+  png_write_end(png, info);
+  return true;
+}
+
+}  // namespace
+
+bool WritePng(const std::filesystem::path& path, const Image& image, std::string& error) {
+  std::string reason;
+  if (!IsDrawable(image, reason)) {
+    error = path.string() + ": " + reason;
+    return false;
+  }
+  WholeFile file(path);
+  png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, Leave, Ignore);
+  png_infop info = png != nullptr ? png_create_info_struct(png) : nullptr;
+  const bool encoded = info != nullptr && Encode(file, image, png, info);
+  png_destroy_write_struct(&png, &info);
+  if (encoded || file.HasFailed()) return file.Finish(error);
+  error = path.string() + ": it cannot be encoded as PNG";
+  return false;
+}
+
+}  // namespace zovhost

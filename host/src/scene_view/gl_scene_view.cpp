@@ -1,0 +1,308 @@
+#include "zovhost/gl_scene_view.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <vector>
+
+#include "gl/gl_program.h"
+#include "scene_view/face_highlight.h"
+#include "scene_view/ground_shadow.h"
+#include "scene_view/scene_buffers.h"
+#include "scene_view/scene_shaders.h"
+#include "zovhost/gl_state_guard.h"
+
+namespace zovhost {
+
+using Korvane::CameraParameters;
+using Korvane::Vector3;
+
+namespace {
+
+constexpr std::array<float, 4> noHighlight = {0.0F, 0.0F, 0.0F, 0.0F};
+constexpr std::array<float, 4> highlightColour = {0.0F, 0.38F, 0.75F, 0.55F};
+constexpr std::array<float, 4> edgeColour = {0.10F, 0.12F, 0.15F, 0.62F};
+constexpr std::array<float, 4> selectedEdgeColour = {0.0F, 0.38F, 0.75F, 1.0F};
+constexpr double edgeWidth = 1.1;          // points
+constexpr double selectedEdgeWidth = 2.2;  // points
+
+struct SurfaceProgram {
+  GLuint name = 0;
+  GLint matrix = -1, modelView = -1, normalMatrix = -1, hasPicture = -1, materialColour = -1, highlight = -1;
+  GLint upDirection = -1, keyDirection = -1, fillDirection = -1, blend = -1;
+
+  bool Create() {
+    name = BuildProgram(surfaceVertexShader, surfaceFragmentShader);
+    const auto find = [this](const char* uniform) { return glGetUniformLocation(name, uniform); };
+    if (name == 0) return false;
+    matrix = find("matrix"), modelView = find("modelView"), normalMatrix = find("normalMatrix");
+    hasPicture = find("hasPicture"), materialColour = find("materialColour"), highlight = find("highlight");
+    upDirection = find("upDirection"), keyDirection = find("keyDirection");
+    fillDirection = find("fillDirection"), blend = find("blend");
+    return true;
+  }
+};
+
+struct EdgeProgram {
+  GLuint name = 0;
+  GLint matrix = -1, viewport = -1, lineWidth = -1, scale = -1, colour = -1;
+
+  bool Create() {
+    name = BuildProgram(edgeVertexShader, edgeFragmentShader);
+    const auto find = [this](const char* uniform) { return glGetUniformLocation(name, uniform); };
+    if (name == 0) return false;
+    matrix = find("matrix"), viewport = find("viewport"), lineWidth = find("lineWidth");
+    scale = find("scale"), colour = find("colour");
+    return true;
+  }
+};
+
+void SetDirection(GLint location, const Matrix4& view, const Vector3& direction) {
+  const Vector3 unit = direction.Normalized();
+  const auto row = [&](std::size_t r) {
+    return static_cast<float>(view[r] * unit.x + view[4 + r] * unit.y + view[8 + r] * unit.z);
+  };
+  glUniform3f(location, row(0), row(1), row(2));
+}
+
+// Normals turn with the matrix of cofactors, which is the transposed inverse but for a factor and exists
+// for flattening transforms too. Scaled, so that it fits into a float.
+std::array<float, 9> NormalMatrix(const Matrix4& m) {
+  const Vector3 x(m[0], m[1], m[2]);
+  const Vector3 y(m[4], m[5], m[6]);
+  const Vector3 z(m[8], m[9], m[10]);
+  const Vector3 columns[3] = {y.Cross(z), z.Cross(x), x.Cross(y)};
+  double largest = 0.0;
+  for (const Vector3& c : columns) largest = std::max({largest, std::abs(c.x), std::abs(c.y), std::abs(c.z)});
+  const double factor = largest > 0.0 ? 1.0 / largest : 0.0;
+  std::array<float, 9> result{};
+  for (std::size_t i = 0; i < 3; ++i) (columns[i] * factor).ToArray(result.data() + 3 * i);
+  return result;
+}
+
+}  // namespace
+
+class GLSceneView::Impl {
+ public:
+  bool SetScene(const Scene* scene);
+  void Destroy();
+  bool Draw(const CameraParameters& camera, int x, int y, int width, int height, double scale);
+
+  Options options;
+  SceneSphere sphere;
+  FaceHighlight faceHighlight;
+
+ private:
+  // What one frame is drawn with.
+  struct Frame {
+    Projection projection;
+    Matrix4 viewProjection;
+    double blend;
+    int width;
+    int height;
+    double scale;
+  };
+
+  bool CreatePrograms();
+  void DrawBackground() const;
+  void BeginSurfaces(const Frame& frame) const;
+  void DrawSurface(const Frame& frame, std::size_t place) const;
+  void DrawOpaque(const Frame& frame) const;
+  void DrawTransparent(const Frame& frame);
+  void DrawEdges(const Frame& frame) const;
+  void DrawPartEdges(const Frame& frame, std::size_t place) const;
+
+  bool programsReady = false;
+  SurfaceProgram surface;
+  EdgeProgram edge;
+  GLuint background = 0;
+  GLint backgroundTop = -1;
+  GLint backgroundBottom = -1;
+  GLuint emptyArray = 0;
+  SceneBuffers buffers;
+  GroundShadow shadow;
+  Vector3 up = {0.0, 1.0, 0.0};
+  std::vector<std::pair<double, std::size_t>> sorted;  // transparent parts by depth, kept for its memory
+};
+
+// ---- life ----
+
+bool GLSceneView::Impl::CreatePrograms() {
+  if (programsReady) return true;
+  background = BuildProgram(backgroundVertexShader, backgroundFragmentShader);
+  if (background == 0 || !surface.Create() || !edge.Create() || !faceHighlight.Create()) return false;
+  backgroundTop = glGetUniformLocation(background, "top");
+  backgroundBottom = glGetUniformLocation(background, "bottom");
+  glGenVertexArrays(1, &emptyArray);
+  programsReady = true;
+  return true;
+}
+
+bool GLSceneView::Impl::SetScene(const Scene* scene) {
+  if (!IsContextFit()) return false;
+  const GLStateGuard guard;
+  buffers.Destroy();
+  shadow.Destroy();
+  sphere = {};
+  faceHighlight.SetFace(nullptr);
+  if (!CreatePrograms()) return false;
+  if (scene == nullptr) return true;
+  if (!buffers.Upload(*scene)) {
+    buffers.Destroy();
+    return false;
+  }
+  if (!shadow.Create(*scene, buffers)) shadow.Destroy();
+  sphere = {scene->GetCentre(), scene->GetRadius()};
+  up = scene->GetUpDirection();
+  return true;
+}
+
+void GLSceneView::Impl::Destroy() {
+  if (!programsReady) return;
+  buffers.Destroy();
+  shadow.Destroy();
+  faceHighlight.Destroy();
+  glDeleteProgram(surface.name);
+  glDeleteProgram(edge.name);
+  glDeleteProgram(background);
+  glDeleteVertexArrays(1, &emptyArray);
+  surface = {};
+  edge = {};
+  background = emptyArray = 0;
+  programsReady = false;
+}
+
+// ---- a frame ----
+
+bool GLSceneView::Impl::Draw(const CameraParameters& camera, int x, int y, int width, int height,
+                             double scale) {
+  if (!programsReady || width < 1 || height < 1) return false;
+  const GLStateGuard guard;
+  glViewport(x, y, width, height);
+  glEnable(GL_SCISSOR_TEST);
+  glScissor(x, y, width, height);
+  glClearColor(0.0F, 0.0F, 0.0F, 0.0F);
+  glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+  DrawBackground();
+
+  const Projection projection(camera, sphere);
+  const Frame frame = {
+      projection, projection.GetViewProjection(),           GetProjectionBlend(camera), width,
+      height,     scale > 0.0 && scale < 16.0 ? scale : 1.0};
+  glEnable(GL_DEPTH_TEST);
+  glFrontFace(GL_CCW);
+  DrawOpaque(frame);
+  if (options.drawEdges) DrawEdges(frame);
+  glEnable(GL_BLEND);
+  glDepthMask(GL_FALSE);
+  if (options.drawGroundShadow) shadow.Draw(projection);
+  DrawTransparent(frame);
+  glDisable(GL_CULL_FACE);
+  faceHighlight.Draw(projection, buffers);
+  return true;
+}
+
+void GLSceneView::Impl::DrawBackground() const {
+  if (!options.drawBackground) return;
+  glUseProgram(background);
+  glBindVertexArray(emptyArray);
+  glUniform3fv(backgroundTop, 1, options.backgroundTop);
+  glUniform3fv(backgroundBottom, 1, options.backgroundBottom);
+  glDepthMask(GL_FALSE);
+  glDrawArrays(GL_TRIANGLES, 0, 3);
+  glDepthMask(GL_TRUE);
+}
+
+// The key light comes over the viewer's left shoulder, but always from above too, so that a roof is lighter
+// than a wall and two walls that meet are of different shades, from wherever one looks.
+void GLSceneView::Impl::BeginSurfaces(const Frame& frame) const {
+  const CameraFrame& camera = frame.projection.GetFrame();
+  const Matrix4& view = frame.projection.GetView();
+  glUseProgram(surface.name);
+  glBindVertexArray(buffers.GetTriangleArray());
+  SetDirection(surface.upDirection, view, up);
+  SetDirection(surface.keyDirection, view, up * 0.85 - camera.right * 0.55 - camera.forward * 0.65);
+  SetDirection(surface.fillDirection, view, camera.right * 0.85 - camera.forward * 0.35 + up * 0.1);
+  glUniform1f(surface.blend, static_cast<float>(frame.blend));
+}
+
+void GLSceneView::Impl::DrawSurface(const Frame& frame, std::size_t place) const {
+  const SceneBuffers::Part& part = buffers.GetParts()[place];
+  const SceneBuffers::Mesh& mesh = buffers.GetMeshes()[part.mesh];
+  const SceneBuffers::Material& material = buffers.GetMaterials()[mesh.material];
+  const Matrix4 modelView = Multiply(frame.projection.GetView(), part.transform);
+  SetMatrix(surface.matrix, ToFloat(Multiply(frame.viewProjection, part.transform)));
+  SetMatrix(surface.modelView, ToFloat(modelView));
+  glUniformMatrix3fv(surface.normalMatrix, 1, GL_FALSE, NormalMatrix(modelView).data());
+  glUniform4fv(surface.materialColour, 1, material.colour.data());
+  const bool selected = place == buffers.FindPart(options.selectedPart);
+  glUniform4fv(surface.highlight, 1, (selected ? highlightColour : noHighlight).data());
+  glUniform1i(surface.hasPicture, material.texture != 0 ? 1 : 0);
+  glBindTexture(GL_TEXTURE_2D, material.texture);
+  material.twoSided ? glDisable(GL_CULL_FACE) : glEnable(GL_CULL_FACE);
+  glFrontFace(part.mirrored ? GL_CW : GL_CCW);
+  glDrawElements(GL_TRIANGLES, mesh.indexCount, GL_UNSIGNED_INT,
+                 reinterpret_cast<const void*>(mesh.firstIndex * sizeof(std::uint32_t)));
+}
+
+// Pushed back a little, so that the edges drawn on them are seen.
+void GLSceneView::Impl::DrawOpaque(const Frame& frame) const {
+  BeginSurfaces(frame);
+  glEnable(GL_POLYGON_OFFSET_FILL);
+  glPolygonOffset(0.6F, 1.0F);
+  for (std::size_t place = 0; place < buffers.GetOpaqueCount(); ++place) DrawSurface(frame, place);
+  glDisable(GL_POLYGON_OFFSET_FILL);
+  glDisable(GL_CULL_FACE);
+}
+
+void GLSceneView::Impl::DrawTransparent(const Frame& frame) {
+  const CameraFrame& camera = frame.projection.GetFrame();
+  sorted.clear();
+  for (std::size_t place = buffers.GetOpaqueCount(); place < buffers.GetParts().size(); ++place) {
+    sorted.emplace_back(-(buffers.GetParts()[place].centre - camera.eye).Dot(camera.forward), place);
+  }
+  if (sorted.empty()) return;
+  std::sort(sorted.begin(), sorted.end());
+  BeginSurfaces(frame);
+  for (const auto& [depth, place] : sorted) DrawSurface(frame, place);
+}
+
+void GLSceneView::Impl::DrawEdges(const Frame& frame) const {
+  glUseProgram(edge.name);
+  glEnable(GL_BLEND);
+  glDepthMask(GL_FALSE);
+  glUniform2f(edge.viewport, static_cast<float>(frame.width), static_cast<float>(frame.height));
+  glUniform1f(edge.scale, static_cast<float>(frame.scale));
+  for (std::size_t place = 0; place < buffers.GetParts().size(); ++place) DrawPartEdges(frame, place);
+  glDepthMask(GL_TRUE);
+  glDisable(GL_BLEND);
+}
+
+void GLSceneView::Impl::DrawPartEdges(const Frame& frame, std::size_t place) const {
+  const SceneBuffers::Part& part = buffers.GetParts()[place];
+  const SceneBuffers::Mesh& mesh = buffers.GetMeshes()[part.mesh];
+  if (mesh.edgeCount == 0) return;
+  const bool selected = place == buffers.FindPart(options.selectedPart);
+  SetMatrix(edge.matrix, ToFloat(Multiply(frame.viewProjection, part.transform)));
+  glUniform4fv(edge.colour, 1, (selected ? selectedEdgeColour : edgeColour).data());
+  glUniform1f(edge.lineWidth, static_cast<float>((selected ? selectedEdgeWidth : edgeWidth) * frame.scale));
+  buffers.BindEdges(mesh);
+  glDrawArraysInstanced(GL_TRIANGLE_STRIP, 0, 4, mesh.edgeCount);
+}
+
+// ---- the public face ----
+
+GLSceneView::GLSceneView() : impl(std::make_unique<Impl>()) {}
+GLSceneView::~GLSceneView() { impl->Destroy(); }
+bool GLSceneView::SetScene(const Scene* scene) { return impl->SetScene(scene); }
+void GLSceneView::Destroy() { impl->Destroy(); }
+GLSceneView::Options& GLSceneView::GetOptions() { return impl->options; }
+const GLSceneView::Options& GLSceneView::GetOptions() const { return impl->options; }
+void GLSceneView::SetFaceHighlight(const SceneFace* face) { impl->faceHighlight.SetFace(face); }
+const SceneSphere& GLSceneView::GetSphere() const { return impl->sphere; }
+
+bool GLSceneView::Draw(const CameraParameters& camera, int x, int y, int width, int height, double scale) {
+  return impl->Draw(camera, x, y, width, height, scale);
+}
+
+}  // namespace zovhost

@@ -1,0 +1,167 @@
+#include "scene_view/ground_shadow.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+#include "gl/gl_program.h"
+#include "scene_view/scene_shaders.h"
+
+namespace zovhost {
+
+namespace {
+
+using Korvane::Vector3;
+
+constexpr int resolution = 256;
+constexpr double margin = 0.35;  // of the scene's extent, on each side, for the soft border
+constexpr int blurRadius = 7;
+constexpr int blurPasses = 3;  // three box filters are close to a bell curve
+constexpr float shadowStrength = 0.42F;
+
+// One box filter along rows (step 1) or columns (step of a row).
+void BlurLines(const std::vector<float>& from, std::vector<float>& to, int step, int lineStep) {
+  for (int line = 0; line < resolution; ++line) {
+    const auto at = [&](int i) {
+      return static_cast<std::size_t>(line * lineStep + std::clamp(i, 0, resolution - 1) * step);
+    };
+    float sum = 0.0F;
+    for (int i = -blurRadius; i <= blurRadius; ++i) sum += from[at(i)];
+    for (int i = 0; i < resolution; ++i) {
+      to[at(i)] = sum / static_cast<float>(2 * blurRadius + 1);
+      sum += from[at(i + blurRadius + 1)] - from[at(i - blurRadius)];
+    }
+  }
+}
+
+Image BlurToImage(const std::vector<unsigned char>& coverage) {
+  std::vector<float> values(static_cast<std::size_t>(resolution) * resolution);
+  std::vector<float> other(values.size());
+  for (std::size_t i = 0; i < values.size(); ++i) values[i] = coverage[4 * i];
+  for (int pass = 0; pass < blurPasses; ++pass) {
+    BlurLines(values, other, 1, resolution);
+    BlurLines(other, values, resolution, 1);
+  }
+  Image image{resolution, resolution, std::vector<std::uint8_t>(4 * values.size(), 255)};
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    image.rgba[4 * i] = static_cast<std::uint8_t>(std::clamp(values[i] + 0.5F, 0.0F, 255.0F));
+  }
+  return image;
+}
+
+}  // namespace
+
+bool GroundShadow::Create(const Scene& scene, const SceneBuffers& buffers) {
+  PlaceGround(scene);
+  program = BuildProgram(shadowVertexShader, shadowFragmentShader);
+  std::vector<unsigned char> coverage;
+  if (program == 0 || !CastShadow(buffers, coverage)) return false;
+  matrixLocation = glGetUniformLocation(program, "matrix");
+  strengthLocation = glGetUniformLocation(program, "strength");
+  texture = UploadTexture(BlurToImage(coverage), {.premultiply = false});
+  MakeCorners();
+  return texture != 0;
+}
+
+void GroundShadow::Destroy() {
+  glDeleteTextures(1, &texture);
+  glDeleteProgram(program);
+  glDeleteBuffers(1, &buffer);
+  glDeleteVertexArrays(1, &vertexArray);
+  *this = {};
+}
+
+// The ground touches the scene's box from below, along the box's own axes when the scene stands on one.
+void GroundShadow::PlaceGround(const Scene& scene) {
+  up = scene.GetUpDirection();
+  Vector3 u = std::abs(up.x) < 0.9 ? Vector3(1, 0, 0) : Vector3(0, 1, 0);
+  u = (u - up * u.Dot(up)).Normalized();
+  const Vector3 v = up.Cross(u);
+  const Vector3 half = (scene.GetMax() - scene.GetMin()) * 0.5;
+  const auto reach = [&half](const Vector3& axis) {
+    return std::abs(axis.x) * half.x + std::abs(axis.y) * half.y + std::abs(axis.z) * half.z;
+  };
+  const double smallest = 1e-3 * scene.GetRadius();
+  const double widest = std::max({reach(u), reach(v), smallest});
+  const double halfU = reach(u) + margin * widest;
+  const double halfV = reach(v) + margin * widest;
+  height = std::max(2.0 * reach(up), smallest);
+  // A little lower, so that a floor at the very bottom is not mixed with its shadow.
+  const Vector3 foot = scene.GetCentre() - up * (reach(up) + 2e-3 * scene.GetRadius());
+  origin = foot - u * halfU - v * halfV;
+  sideU = u * (2.0 * halfU);
+  sideV = v * (2.0 * halfV);
+}
+
+bool GroundShadow::CastShadow(const SceneBuffers& buffers, std::vector<unsigned char>& coverage) const {
+  const GLuint cast = BuildProgram(castVertexShader, castFragmentShader);
+  GLuint target = 0;
+  GLuint framebuffer = 0;
+  glGenRenderbuffers(1, &target);
+  glBindRenderbuffer(GL_RENDERBUFFER, target);
+  glRenderbufferStorage(GL_RENDERBUFFER, GL_RGBA8, resolution, resolution);
+  glGenFramebuffers(1, &framebuffer);
+  glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
+  glFramebufferRenderbuffer(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_RENDERBUFFER, target);
+  const bool ready = cast != 0 && glCheckFramebufferStatus(GL_FRAMEBUFFER) == GL_FRAMEBUFFER_COMPLETE;
+  if (ready) {
+    // Ground coordinates to -1 to 1; the height to -1 at the ground and 1 at the top.
+    const auto row = [this](const Vector3& axis) { return axis * (2.0 / axis.LengthSquared()); };
+    const Vector3 rows[3] = {row(sideU), row(sideV), row(up * height)};
+    Matrix4 ground = identityMatrix;
+    for (std::size_t i = 0; i < 3; ++i) {
+      for (int axis = 0; axis < 3; ++axis) ground[4 * static_cast<std::size_t>(axis) + i] = rows[i][axis];
+      ground[12 + i] = -rows[i].Dot(origin) - 1.0;
+    }
+    glViewport(0, 0, resolution, resolution);
+    glClearColor(0.0F, 0.0F, 0.0F, 0.0F);
+    glClear(GL_COLOR_BUFFER_BIT);
+    glEnable(GL_BLEND);
+    glBlendEquation(GL_MAX);
+    glUseProgram(cast);
+    glBindVertexArray(buffers.GetTriangleArray());
+    const GLint location = glGetUniformLocation(cast, "matrix");
+    for (const SceneBuffers::Part& part : buffers.GetParts()) {
+      const SceneBuffers::Mesh& mesh = buffers.GetMeshes()[part.mesh];
+      if (mesh.transparent) continue;
+      SetMatrix(location, ToFloat(Multiply(ground, part.transform)));
+      glDrawElements(GL_TRIANGLES, mesh.indexCount, GL_UNSIGNED_INT,
+                     reinterpret_cast<const void*>(mesh.firstIndex * sizeof(std::uint32_t)));
+    }
+    coverage.resize(std::size_t{4} * resolution * resolution);
+    glReadPixels(0, 0, resolution, resolution, GL_RGBA, GL_UNSIGNED_BYTE, coverage.data());
+    glBlendEquation(GL_FUNC_ADD);
+  }
+  glDeleteFramebuffers(1, &framebuffer);
+  glDeleteRenderbuffers(1, &target);
+  glDeleteProgram(cast);
+  return ready;
+}
+
+void GroundShadow::MakeCorners() {
+  constexpr float corners[8] = {0, 0, 1, 0, 0, 1, 1, 1};
+  glGenVertexArrays(1, &vertexArray);
+  glBindVertexArray(vertexArray);
+  glGenBuffers(1, &buffer);
+  glBindBuffer(GL_ARRAY_BUFFER, buffer);
+  glBufferData(GL_ARRAY_BUFFER, sizeof corners, corners, GL_STATIC_DRAW);
+  glEnableVertexAttribArray(0);
+  glVertexAttribPointer(0, 2, GL_FLOAT, GL_FALSE, 0, nullptr);
+}
+
+void GroundShadow::Draw(const Projection& projection) const {
+  const bool orthographic = projection.GetProjection()[11] == 0.0;
+  const Vector3 from =
+      orthographic ? projection.GetFrame().forward * -1.0 : projection.GetFrame().eye - origin;
+  if (texture == 0 || from.Dot(up) <= 0.0) return;
+  const Matrix4 place = {sideU.x, sideU.y, sideU.z, 0, sideV.x,  sideV.y,  sideV.z,  0,
+                         up.x,    up.y,    up.z,    0, origin.x, origin.y, origin.z, 1};
+  glUseProgram(program);
+  glBindVertexArray(vertexArray);
+  glBindTexture(GL_TEXTURE_2D, texture);
+  SetMatrix(matrixLocation, ToFloat(Multiply(projection.GetViewProjection(), place)));
+  glUniform1f(strengthLocation, shadowStrength);
+  glDrawArrays(GL_TRIANGLE_STRIP, 0, 4);
+}
+
+}  // namespace zovhost

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <epoxy/gl.h>
+
+#include "korvane/vector3.h"
+#include "scene_view/scene_buffers.h"
+#include "zovhost/projection.h"
+
+namespace zovhost {
+
+/// A soft shadow on the plane at the foot of a scene, drawn once and kept as a small picture.
+class GroundShadow {
+ public:
+  /// Wrap in a GLStateGuard.
+  bool Create(const Scene& scene, const SceneBuffers& buffers);
+  void Destroy();
+  /// Nothing when the eye is below the ground.
+  void Draw(const Projection& projection) const;
+
+ private:
+  void PlaceGround(const Scene& scene);
+  bool CastShadow(const SceneBuffers& buffers, std::vector<unsigned char>& coverage) const;
+  void MakeCorners();
+
+  // The ground: a corner, two sides, and the height of the scene above it.
+  Korvane::Vector3 origin;
+  Korvane::Vector3 sideU;
+  Korvane::Vector3 sideV;
+  Korvane::Vector3 up;
+  double height = 1.0;
+
+  GLuint texture = 0;
+  GLuint program = 0;
+  GLuint vertexArray = 0;
+  GLuint buffer = 0;
+  GLint matrixLocation = -1;
+  GLint strengthLocation = -1;
+};
+
+}  // namespace zovhost

@@ -1,0 +1,290 @@
+#include "zovhost/gl_renderer.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <utility>
+
+#include "gl/gl_program.h"
+#include "korvane/icon3d.h"
+#include "korvane/pixel_icon2d.h"
+#include "widget_renderer/gl_renderer_impl.h"
+#include "zovhost/offscreen_target.h"
+#include "zovhost/scene.h"
+
+namespace zovhost {
+
+using Korvane::Box2;
+using Korvane::CameraParameters;
+using Korvane::CursorID;
+using Korvane::DynamicIcon2D;
+using Korvane::Icon2D;
+using Korvane::MenuID;
+using Korvane::PixelIcon2D;
+using Korvane::ResourceIcon2D;
+using Korvane::ResourceIcon3D;
+using Korvane::TextureID;
+using Korvane::Vector2;
+using Korvane::Vector3;
+
+namespace {
+
+constexpr double largestScale = 4.0;
+constexpr double largestPictureScale = 3.0;
+constexpr std::size_t longestText = 2048;  // characters; the rest could not be read on a screen
+constexpr int largestScreenshot = 4096;    // pixels
+// Screenshots are small, and drawn with finer pixels than they are shown with.
+constexpr int screenshotOversampling = 2;
+
+bool AreFinite(const float* values, std::size_t count) {
+  return std::all_of(values, values + count, [](float value) { return std::isfinite(value); });
+}
+
+// What an icon is drawn with; false when there is nothing to see or no place to show it.
+bool IsDrawable(const Icon2D& icon, double& opacity) {
+  const Box2& bounds = icon.GetBounds();
+  opacity = std::min(icon.GetOpacity(), 1.0);
+  const bool placed = std::isfinite(bounds.center.x) && std::isfinite(bounds.center.y);
+  const bool sized = bounds.halfExtent.x > 0.0 && bounds.halfExtent.y > 0.0 &&
+                     std::isfinite(bounds.halfExtent.x) && std::isfinite(bounds.halfExtent.y);
+  return icon.IsVisible() && placed && sized && opacity > 0.0;
+}
+
+double PictureScale(double scale) { return std::min(std::ceil(scale), largestPictureScale); }
+
+}  // namespace
+
+RendererHost::~RendererHost() = default;
+bool RendererHost::ApplyCursor(CursorID) { return false; }
+bool RendererHost::WarpPointer(int, int) { return false; }
+bool RendererHost::OpenMenu(MenuID) { return false; }
+bool RendererHost::OpenUCSMenu(int, int) { return false; }
+
+// ---- what the host tells ----
+
+GLRenderer::GLRenderer(std::shared_ptr<const ResourcePack> resources) : impl(std::make_unique<Impl>()) {
+  impl->resources = resources ? std::move(resources) : ResourcePack::GetDefault();
+}
+
+GLRenderer::~GLRenderer() {
+  if (impl->created) impl->DestroyObjects();
+}
+
+void GLRenderer::SetHost(RendererHost* host) { impl->host = host; }
+
+void GLRenderer::SetViewport(int x, int y, int width, int height) { impl->viewport = {x, y, width, height}; }
+
+void GLRenderer::SetDisplayScale(double scale) {
+  const double usable = scale >= 1.0 ? std::min(scale, largestScale) : 1.0;
+  if (usable == impl->scale) return;
+  impl->scale = usable;
+  impl->ReloadTextures();
+}
+
+void GLRenderer::SetCamera(const CameraParameters& camera) {
+  impl->camera = camera;
+  impl->hasCamera = true;
+}
+
+void GLRenderer::SetSceneSphere(const SceneSphere& sphere) { impl->sphere = sphere; }
+void GLRenderer::SetSceneDraw(SceneDraw draw) { impl->sceneDraw = std::move(draw); }
+void GLRenderer::SetSceneRay(SceneRay ray) { impl->sceneRay = std::move(ray); }
+
+void GLRenderer::SetFaceShow(FaceShow show) { impl->faceShow = std::move(show); }
+
+void GLRenderer::SetScene(const Scene* scene) {
+  EndMouseoverComponent();
+  impl->scene = scene;
+  impl->sphere = scene != nullptr ? SceneSphere{scene->GetCentre(), scene->GetRadius()} : SceneSphere{};
+  impl->sceneRay = nullptr;
+  if (scene == nullptr) return;
+  impl->sceneRay = [scene](const Vector3& origin, const Vector3& direction, Vector3& point) {
+    Scene::Hit hit;
+    if (!scene->Intersect(origin, direction, hit)) return false;
+    point = hit.point;
+    return true;
+  };
+}
+
+const ResourcePack& GLRenderer::GetResources() const { return *impl->resources; }
+
+void GLRenderer::SetResources(std::shared_ptr<const ResourcePack> resources) {
+  impl->resources = resources ? std::move(resources) : ResourcePack::GetDefault();
+  impl->ReloadTextures();
+}
+
+void GLRenderer::Impl::ReloadTextures() {
+  if (!created) return;
+  const GLStateGuard guard;
+  textures.Reload(*resources, PictureScale(scale));
+}
+
+// ---- life, textures, passes ----
+
+bool GLRenderer::Create() {
+  if (impl->created) return true;
+  return IsContextFit() && impl->CreateObjects();
+}
+
+bool GLRenderer::Destroy() {
+  if (!impl->created) return false;
+  impl->DestroyObjects();
+  return true;
+}
+
+bool GLRenderer::LoadTexture(TextureID id) {
+  if (!impl->created) return false;
+  const GLStateGuard guard;
+  return impl->textures.Load(*impl->resources, id, PictureScale(impl->scale));
+}
+
+void GLRenderer::ReleaseTexture(TextureID id) {
+  if (impl->created) impl->textures.Release(id);
+}
+
+bool GLRenderer::BeginRender(const Box2& viewport, const CameraParameters& camera, RenderMode mode) {
+  return impl->BeginPass(viewport, camera, mode);
+}
+
+bool GLRenderer::EndRender() { return impl->EndPass(); }
+
+bool GLRenderer::RenderGeometry(unsigned vertexCount, const float* vertices, const float* texCoords,
+                                const MaterialParams* material) {
+  if (!impl->IsOpen() || vertices == nullptr || material == nullptr) return false;
+  const unsigned used = vertexCount == 2 ? 2 : vertexCount - vertexCount % 4;
+  if (used == 0 || !AreFinite(vertices, std::size_t{3} * used) || !AreFinite(material->colour, 4))
+    return false;
+  if (texCoords != nullptr && !AreFinite(texCoords, std::size_t{2} * used)) return false;
+  impl->DrawGeometry(used, vertices, texCoords, *material);
+  return true;
+}
+
+bool GLRenderer::Render(ResourceIcon3D* icon) {
+  if (!impl->IsProjected() || icon == nullptr || !icon->IsVisible()) return false;
+  const double size = icon->GetSize();
+  if (!icon->GetPosition().IsFinite() || !(size > 0.0) || !std::isfinite(size)) return false;
+  if (!AreFinite(icon->GetMaterial().colour, 4)) return false;
+  switch (icon->GetModelResourceID()) {
+    case Korvane::MODEL_PIVOT_BALL:
+      impl->DrawBall(*icon);
+      return true;
+    case Korvane::MODEL_PIVOT_SHADOW:
+      impl->DrawBallShadow(*icon);
+      return true;
+  }
+  return false;
+}
+
+bool GLRenderer::Render(DynamicIcon2D* icon) {
+  double opacity = 0.0;
+  if (!impl->IsOverlay() || icon == nullptr || !IsDrawable(*icon, opacity)) return false;
+  const GLuint texture = impl->icons.FindTexture(icon->GetID());
+  if (texture == 0) return false;
+  impl->DrawIcon(texture, icon->GetBounds(), icon->GetFlip(), opacity);
+  return true;
+}
+
+bool GLRenderer::Render(ResourceIcon2D* icon) {
+  double opacity = 0.0;
+  if (!impl->IsOverlay() || icon == nullptr || !IsDrawable(*icon, opacity)) return false;
+  const GLuint texture = impl->textures.Find(icon->GetTextureResourceID());
+  if (texture == 0) return false;
+  impl->DrawIcon(texture, icon->GetBounds(), false, opacity);
+  return true;
+}
+
+// ---- texts and pictures ----
+
+std::wstring GLRenderer::LoadStringResource(int id) { return Utf8ToWide(impl->resources->GetString(id)); }
+
+PixelIcon2D* GLRenderer::CreateImageData(TextureID id) {
+  Image image;
+  if (!impl->resources->RenderHitMap(id, image)) return nullptr;
+  return new PixelIcon2D(image.width, image.height, image.rgba.data(), PixelIcon2D::PIXEL_FORMAT_RGBA);
+}
+
+DynamicIcon2D* GLRenderer::CreateSceneScreenshot(int width, int height, const CameraParameters& camera) {
+  const bool sized = width > 0 && height > 0 && width <= largestScreenshot && height <= largestScreenshot;
+  if (!impl->created || !impl->sceneDraw || !sized) return nullptr;
+  const GLStateGuard guard;
+  OffscreenTarget target;
+  const int fineWidth = width * screenshotOversampling;
+  const int fineHeight = height * screenshotOversampling;
+  if (!target.Create(fineWidth, fineHeight) || !target.Bind()) return nullptr;
+  impl->sceneDraw(WidenToViewport(camera, width, height), fineWidth, fineHeight);
+  if (!target.Resolve()) return nullptr;
+  DynamicIcon2D* icon = impl->icons.Add(target.TakeTexture(), width, height);
+  icon->SetFlip(true);  // what has been drawn has its first row at the bottom
+  return icon;
+}
+
+DynamicIcon2D* GLRenderer::Impl::MakeLabel(const TextStyle& style, const wchar_t* text,
+                                           const wchar_t* second) {
+  const auto toUtf8 = [](const wchar_t* wide) {
+    if (wide == nullptr) return std::string();
+    std::size_t length = 0;
+    while (length < longestText && wide[length] != L'\0') ++length;
+    return WideToUtf8({wide, length});
+  };
+  Image image;
+  if (!created || !PaintText(style, toUtf8(text), toUtf8(second), scale, image)) return nullptr;
+  const GLStateGuard guard;
+  const GLuint texture = UploadTexture(image, {});
+  return texture != 0 ? icons.Add(texture, image.width, image.height) : nullptr;
+}
+
+DynamicIcon2D* GLRenderer::CreateTextLabel(const wchar_t* text, float size, int first, int second) {
+  TextStyle style = GetLabelStyle(LabelKind::Plain);
+  const bool usable = size > 0.0F && size <= 512.0F;
+  if (usable) style.size = static_cast<double>(size);
+  style.width = std::clamp(first, 0, 4096);
+  style.height = std::clamp(second, 0, 4096);
+  return impl->MakeLabel(style, text);
+}
+
+DynamicIcon2D* GLRenderer::CreateTooltip(const wchar_t* text) {
+  return impl->MakeLabel(GetLabelStyle(LabelKind::Tooltip), text);
+}
+
+DynamicIcon2D* GLRenderer::CreateTooltipHUD(const wchar_t* text) {
+  return impl->MakeLabel(GetLabelStyle(LabelKind::TooltipHUD), text);
+}
+
+DynamicIcon2D* GLRenderer::CreateMessageHUD(const wchar_t* text) {
+  return impl->MakeLabel(GetLabelStyle(LabelKind::MessageHUD), text);
+}
+
+DynamicIcon2D* GLRenderer::CreatePivotLabel(const wchar_t* text) {
+  return impl->MakeLabel(GetLabelStyle(LabelKind::PivotLabel), text);
+}
+
+DynamicIcon2D* GLRenderer::CreateMiniWheelLabel(const wchar_t* text) {
+  return impl->MakeLabel(GetLabelStyle(LabelKind::MiniWheelLabel), text);
+}
+
+DynamicIcon2D* GLRenderer::CreateUCSMenuLabel(const wchar_t* text, const wchar_t* other, bool flag,
+                                              int number) {
+  const double width = std::clamp(number, 0, 4096) / impl->scale;
+  return impl->MakeLabel(MakeMenuLabelStyle(flag, width), text, other);
+}
+
+bool GLRenderer::DestroyIcon(DynamicIcon2D*& icon) {
+  if (icon == nullptr || !impl->icons.Destroy(icon)) return false;
+  icon = nullptr;
+  return true;
+}
+
+// ---- the pointer and menus ----
+
+bool GLRenderer::SetCursorIcon(CursorID id) {
+  if (id == Korvane::CURSOR_NONE) return true;  // no change is asked for
+  return id >= 0 && id < Korvane::CURSOR_NONE && impl->host != nullptr && impl->host->ApplyCursor(id);
+}
+
+bool GLRenderer::SetCursorPosition(int x, int y) {
+  return impl->host != nullptr && impl->host->WarpPointer(x, y);
+}
+bool GLRenderer::OpenMenu(MenuID id) { return impl->host != nullptr && impl->host->OpenMenu(id); }
+bool GLRenderer::OpenUCSMenu(int x, int y) { return impl->host != nullptr && impl->host->OpenUCSMenu(x, y); }
+
+}  // namespace zovhost
