@@ -6,6 +6,7 @@
 #include "korvane/application_parameters.h"
 #include "korvane/camera_parameters.h"
 #include "korvane/export.h"
+#include "korvane/lifeline.h"
 #include "korvane/observer_list.h"
 #include "korvane/operation.h"
 #include "korvane/shot.h"
@@ -116,7 +117,8 @@ class ZOVTOOLS_API CameraOperations {
   /// Null when not active or out of range.
   virtual Operation* GetActiveOperation(OperationType type) const;
   virtual Shot* GetActiveShot() const;
-  /// For the active shot only, so call it after BeginShot. False without a shot, and for null.
+  /// For the active shot only, so call it after BeginShot. False without a shot, and for null. Borrowed; an
+  /// observer that dies before the shot ends is forgotten.
   virtual bool SetActiveShotObserver(ShotObserver* observer);
 
   // ---- parameters, cameras, observers ----
@@ -219,7 +221,7 @@ class ZOVTOOLS_API CameraOperations {
   std::array<std::unique_ptr<Operation>, OPERATION_COUNT> activeOperations;
   std::shared_ptr<Shot> activeShot;
   const Shot* hookedShot = nullptr;  // the one whose end the hook is being told
-  ShotObserver* activeShotObserver = nullptr;
+  Borrowed<ShotObserver> activeShotObserver;
   Timer frameTimer;
   double frameDelta = 0.0;
   ObserverList<OperationObserver> operationObservers;

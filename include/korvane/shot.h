@@ -1,6 +1,7 @@
 #pragma once
 
 #include "korvane/export.h"
+#include "korvane/lifeline.h"
 
 namespace Korvane {
 
@@ -45,12 +46,17 @@ class ZOVTOOLS_API Shot {
 };
 
 /// Is told when the active shot ends: by time, by EndShot, or by the begin of another. Borrowed by the hub,
-/// for that one shot.
+/// for that one shot; one that dies before is forgotten.
 class ZOVTOOLS_API ShotObserver {
  public:
   virtual ~ShotObserver();
   /// The shot still exists; `camera` is the hub's.
   virtual void OnEndShot(Shot* shot, const CameraParameters& camera) = 0;
+
+  Lifeline& GetLifeline() { return lifeline; }
+
+ private:
+  Lifeline lifeline;
 };
 
 }  // namespace Korvane

@@ -226,7 +226,7 @@ bool CameraOperations::BeginShot(Shot* shot) {
   begun->InitShot(this);
   EndShot();  // what the first one's observer, or a hook, may have begun meanwhile
   activeShot = std::move(begun);
-  activeShotObserver = nullptr;
+  activeShotObserver.Set(nullptr);
   OnBeginShot(shot);
   RequestApplicationUpdate();
   return true;
@@ -237,7 +237,8 @@ bool CameraOperations::BeginShot(Shot* shot) {
 bool CameraOperations::EndShot() {
   std::shared_ptr<Shot> ending = activeShot;
   if (ending == nullptr || ending.get() == hookedShot) return true;
-  if (ShotObserver* const observer = std::exchange(activeShotObserver, nullptr)) {
+  if (ShotObserver* const observer = activeShotObserver.Get()) {
+    activeShotObserver.Set(nullptr);
     observer->OnEndShot(ending.get(), currentCamera);
   }
   if (activeShot != ending) return true;
@@ -267,7 +268,7 @@ Shot* CameraOperations::GetActiveShot() const { return activeShot.get(); }
 
 bool CameraOperations::SetActiveShotObserver(ShotObserver* observer) {
   if (activeShot == nullptr || observer == nullptr) return false;
-  activeShotObserver = observer;
+  activeShotObserver.Set(observer);
   return true;
 }
 

@@ -129,6 +129,17 @@ TEST_F(HubShot, the_last_observer_that_was_set_is_the_one) {
   EXPECT_EQ(other.told, 1);
 }
 
+TEST_F(HubShot, an_observer_that_dies_before_the_shot_ends_is_forgotten) {
+  Begin();
+  {
+    FakeShotObserver dying(hub);
+    EXPECT_TRUE(hub.SetActiveShotObserver(&dying));
+  }
+  hub.TakeLog();
+  EXPECT_TRUE(hub.EndShot());
+  EXPECT_EQ(hub.TakeLog(), (Log{"end shot hook", "shot: destroyed", "request"}));
+}
+
 TEST_F(HubShot, the_observer_sees_the_shot_while_it_still_exists) {
   const FakeShot* const shot = Begin();
   hub.SetActiveShotObserver(&observer);
