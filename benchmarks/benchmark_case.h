@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+class SimplestMove;
+
 /// Something the library does and the same arithmetic, or a yardstick, without the library.
 class BenchmarkCase {
  public:
@@ -17,6 +19,8 @@ class BenchmarkCase {
   /// Whether both sides, which have taken the same steps, have the right result, the same for both where they
   /// do the same.
   virtual bool Agrees() const = 0;
+  /// The least arithmetic of such a move, to be timed as a third; null where there is none.
+  virtual SimplestMove* GetSimplest() { return nullptr; }
 };
 
 /// The cases of each file; each lives as long as the program.
@@ -27,5 +31,5 @@ std::vector<BenchmarkCase*> GetShotCases();
 std::vector<BenchmarkCase*> GetFitCases();
 /// Beside the picks of the cube alone; a draw, beside a copy of what it draws as well.
 std::vector<BenchmarkCase*> GetCubeCases();
-/// Beside the same move of the hub alone.
+/// A drag beside the same move of the hub alone, a mouse move beside the same of the cube alone.
 std::vector<BenchmarkCase*> GetViewManagerCases();

@@ -10,6 +10,7 @@
 #include "benchmark_case.h"
 #include "benchmark_hub.h"
 #include "conversions.h"
+#include "simplest_moves.h"
 
 using namespace Korvane;
 
@@ -92,11 +93,13 @@ class FitCase : public PlacingCase {
     const bool touches = std::min(std::max(slack[0], slack[1]), std::max(slack[2], slack[3])) < tolerance;
     return done && inView && touches && turn.LooksAtTarget();
   }
+  SimplestMove* GetSimplest() override { return &simplest; }
 
  private:
   const Vector3 UP = Vector3(0.0, 1.0, 0.0);
   const Box3 box = Box3(Vector3(1.0, -2.0, 0.5), Vector3(4.0, 1.5, 2.5));
   CameraParameters fitted;
+  SimplestFit simplest;
   bool done = false;
 };
 

@@ -1,7 +1,6 @@
 // A step of each interactive move, and a frame in which nothing moves.
 #include <benchmark/benchmark.h>
 
-#include <array>
 #include <cmath>
 #include <memory>
 #include <utility>
@@ -10,6 +9,8 @@
 #include "benchmark_case.h"
 #include "benchmark_hub.h"
 #include "conversions.h"
+#include "cursor_path.h"
+#include "simplest_moves.h"
 
 using namespace Korvane;
 
@@ -35,27 +36,6 @@ BareSettings ToBare(const ApplicationParameters& p) {
   bare.zoomOutSnapSize = p.zoom_out_snap_size;
   return bare;
 }
-
-// A closed path of cursors: round an ellipse that stays within the limits of every move.
-class CursorPath {
- public:
-  static constexpr BareCursor START = {512, 384};
-
-  CursorPath() {
-    for (std::size_t i = 0; i < COUNT; ++i) {
-      const double angle = 2.0 * Math::PI * static_cast<double>(i + 1) / COUNT;
-      points[i] = {START.x + static_cast<int>(110.0 * std::sin(angle)),
-                   START.y + static_cast<int>(75.0 * (1.0 - std::cos(angle)))};
-    }
-  }
-  void Restart() { next = 0; }
-  BareCursor Next() { return points[next++ % COUNT]; }
-
- private:
-  static constexpr std::size_t COUNT = 256;
-  std::array<BareCursor, COUNT> points;
-  std::size_t next = 0;
-};
 
 // The hub and the bare camera of a case. Neither side sees the other's.
 class FrameCase : public BenchmarkCase {
@@ -111,7 +91,7 @@ void Forget(BareCamera& camera) {
 
 // `Bare` is the bare move. Its frame, as the hub's, reads the host's camera, moves it, and writes it back
 // only when that made a difference.
-template <class Bare>
+template <class Bare, class Simplest>
 class MoveCase : public FrameCase {
  public:
   void StepLibrary() override { StepHub(GetType()); }
@@ -122,6 +102,7 @@ class MoveCase : public FrameCase {
     if (!IsSameView(camera, snapshot)) bareView = camera;
     Forget(bareView);
   }
+  SimplestMove* GetSimplest() override { return &simplest; }
 
  protected:
   virtual OperationType GetType() const = 0;
@@ -133,12 +114,14 @@ class MoveCase : public FrameCase {
   }
 
   std::unique_ptr<Bare> bare;
+  Simplest simplest;
 };
 
-class OrbitCase : public MoveCase<BareOrbit> {
+class OrbitCase : public MoveCase<BareOrbit, SimplestOrbit> {
  public:
   explicit OrbitCase(bool withSnapping) : snapping(withSnapping) {}
   std::string GetName() const override { return snapping ? "orbit step, snapping" : "orbit step"; }
+  SimplestMove* GetSimplest() override { return snapping ? nullptr : MoveCase::GetSimplest(); }
 
  protected:
   void Configure(ApplicationParameters& parameters) override { parameters.do_snap_orbit = snapping; }
@@ -149,7 +132,7 @@ class OrbitCase : public MoveCase<BareOrbit> {
   bool snapping;
 };
 
-class PanCase : public MoveCase<BarePan> {
+class PanCase : public MoveCase<BarePan, SimplestPan> {
  public:
   std::string GetName() const override { return "pan step"; }
 
@@ -158,7 +141,7 @@ class PanCase : public MoveCase<BarePan> {
   BarePan MakeBare() const override { return BarePan(settings, CursorPath::START); }
 };
 
-class ZoomCase : public MoveCase<BareZoom> {
+class ZoomCase : public MoveCase<BareZoom, SimplestZoom> {
  public:
   std::string GetName() const override { return "zoom step"; }
 

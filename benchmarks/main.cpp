@@ -1,5 +1,5 @@
 // Times what a host does in every frame. Each case is first checked against the bare arithmetic that it is
-// compared with: a fast wrong answer is no result.
+// compared with, and the simplest arithmetic against itself: a fast wrong answer is no result.
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
@@ -7,7 +7,9 @@
 #include <vector>
 
 #include "benchmark_case.h"
+#include "korvane/platform.h"
 #include "ratio_reporter.h"
+#include "simplest_moves.h"
 #include "support/allocation_counter.h"
 
 namespace {
@@ -16,33 +18,67 @@ constexpr int CHECKED_STEPS = 1000;
 constexpr int REPETITIONS = 12;
 constexpr double SECONDS_PER_REPETITION = 0.03;
 
-bool Check(BenchmarkCase& benchmarkCase) {
+// A case runs on the machine's own clock, unless its restart installs another.
+void Restart(BenchmarkCase& benchmarkCase) {
+  Korvane::SetPlatform(nullptr);
   benchmarkCase.Restart();
+}
+
+bool Report(const BenchmarkCase& benchmarkCase, const char* what, int step) {
+  std::fprintf(stderr, "%s: %s after step %d\n", benchmarkCase.GetName().c_str(), what, step + 1);
+  return false;
+}
+
+bool Check(BenchmarkCase& benchmarkCase) {
+  Restart(benchmarkCase);
   for (int step = 0; step < CHECKED_STEPS; ++step) {
     benchmarkCase.StepLibrary();
     benchmarkCase.StepBare();
-    if (benchmarkCase.Agrees()) continue;
-    std::fprintf(stderr, "%s: not the result that the bare arithmetic expects after step %d\n",
-                 benchmarkCase.GetName().c_str(), step + 1);
-    return false;
+    if (!benchmarkCase.Agrees()) {
+      return Report(benchmarkCase, "not the result that the bare arithmetic expects", step);
+    }
+  }
+  SimplestMove* const simplest = benchmarkCase.GetSimplest();
+  if (simplest == nullptr) return true;
+  simplest->Restart();
+  for (int step = 0; step < CHECKED_STEPS; ++step) {
+    simplest->Step();
+    if (!simplest->IsSensible()) return Report(benchmarkCase, "the simplest arithmetic went wrong", step);
   }
   return true;
 }
 
-void Run(benchmark::State& state, BenchmarkCase& benchmarkCase, void (BenchmarkCase::*step)()) {
-  benchmarkCase.Restart();
+template <class Stepped>
+void Run(benchmark::State& state, Stepped& stepped, void (Stepped::*step)()) {
   const AllocationCounter counter;
-  for ([[maybe_unused]] auto iteration : state) (benchmarkCase.*step)();
+  for ([[maybe_unused]] auto iteration : state) (stepped.*step)();
   state.counters["allocs"] =
       static_cast<double>(counter.GetAllocations()) / static_cast<double>(state.iterations());
 }
 
-void Register(BenchmarkCase& benchmarkCase, const char* suffix, void (BenchmarkCase::*step)()) {
-  benchmark::RegisterBenchmark(
-      (benchmarkCase.GetName() + suffix).c_str(),
-      [&benchmarkCase, step](benchmark::State& state) { Run(state, benchmarkCase, step); })
+template <class Timed>
+void Register(const BenchmarkCase& benchmarkCase, const char* suffix, Timed timed) {
+  benchmark::RegisterBenchmark((benchmarkCase.GetName() + suffix).c_str(), timed)
       ->MinTime(SECONDS_PER_REPETITION)
       ->Repetitions(REPETITIONS);
+}
+
+void RegisterSide(BenchmarkCase& benchmarkCase, const char* suffix, void (BenchmarkCase::*step)()) {
+  Register(benchmarkCase, suffix, [&benchmarkCase, step](benchmark::State& state) {
+    Restart(benchmarkCase);
+    Run(state, benchmarkCase, step);
+  });
+}
+
+void RegisterSides(BenchmarkCase& benchmarkCase) {
+  RegisterSide(benchmarkCase, RatioReporter::LIBRARY_SUFFIX, &BenchmarkCase::StepLibrary);
+  RegisterSide(benchmarkCase, RatioReporter::BARE_SUFFIX, &BenchmarkCase::StepBare);
+  SimplestMove* const simplest = benchmarkCase.GetSimplest();
+  if (simplest == nullptr) return;
+  Register(benchmarkCase, RatioReporter::SIMPLEST_SUFFIX, [simplest](benchmark::State& state) {
+    simplest->Restart();
+    Run(state, *simplest, &SimplestMove::Step);
+  });
 }
 
 }  // namespace
@@ -67,8 +103,7 @@ int main(int argc, char** argv) {
   std::vector<std::string> names;
   for (BenchmarkCase* const each : cases) {
     if (!Check(*each)) return 1;
-    Register(*each, RatioReporter::LIBRARY_SUFFIX, &BenchmarkCase::StepLibrary);
-    Register(*each, RatioReporter::BARE_SUFFIX, &BenchmarkCase::StepBare);
+    RegisterSides(*each);
     names.push_back(each->GetName());
   }
 

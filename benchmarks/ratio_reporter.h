@@ -6,12 +6,14 @@
 #include <string>
 #include <vector>
 
-/// Gathers all runs and prints one table: each case of the library beside the bare arithmetic.
+/// Gathers all runs and prints one table: each case of the library beside the bare arithmetic of the same
+/// answers and, where there is one, the simplest arithmetic of such a move.
 class RatioReporter : public benchmark::BenchmarkReporter {
  public:
   /// What runs are named: the case, then one of these.
   static constexpr const char* LIBRARY_SUFFIX = "/library";
   static constexpr const char* BARE_SUFFIX = "/bare";
+  static constexpr const char* SIMPLEST_SUFFIX = "/simplest";
 
   bool ReportContext(const Context& context) override;
   void ReportRuns(const std::vector<Run>& runs) override;
@@ -22,5 +24,7 @@ class RatioReporter : public benchmark::BenchmarkReporter {
     double nanoseconds;  // the fastest repetition, which other programs disturbed least
     double allocations;
   };
+  const Result* Find(const std::string& name) const;
+
   std::map<std::string, Result> results;
 };

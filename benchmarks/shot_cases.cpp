@@ -11,6 +11,8 @@
 #include "benchmark_case.h"
 #include "benchmark_hub.h"
 #include "conversions.h"
+#include "simplest_moves.h"
+#include "support/manual_platform.h"
 
 using namespace Korvane;
 
@@ -23,6 +25,8 @@ using Eigen::Vector3d;
 constexpr double DURATION = 2.0;
 constexpr double STEP = 1.0 / 64.0;  // exact, so that the way back ends where it began
 constexpr int STEPS_ONE_WAY = 127;   // the last one stands before the end
+// A move that no run comes to the end of, within what the clock counts in.
+constexpr double LONG_DURATION = 4e6;
 
 const Vector3 UP(0.0, 1.0, 0.0);
 const Vector3 POINT(2.0, 1.5, -1.0);
@@ -74,13 +78,15 @@ CameraParameters GetTarget() {
   return target;
 }
 
-bool BeginTransition(BenchmarkHub& hub) {
+bool BeginTransition(BenchmarkHub& hub, double duration) {
   TransitionShotParameters p;
   p.targetCamera = GetTarget();
   p.easeEnd = 1.0;
-  p.duration = DURATION;
+  p.duration = duration;
   return hub.BeginShot(p);
 }
+bool BeginTransition(BenchmarkHub& hub) { return BeginTransition(hub, DURATION); }
+bool BeginLongTransition(BenchmarkHub& hub) { return BeginTransition(hub, LONG_DURATION); }
 Expected ExpectTransition(const Start& start, double t) {
   const BareCamera target = ToBare(GetTarget());
   const Vector3d view = target.centre - target.eye;
@@ -298,6 +304,7 @@ struct ShotRow {
   bool (*begin)(BenchmarkHub& hub);
   Expected (*expect)(const Start& start, double t);
   bool eased = true;
+  double duration = DURATION;
 };
 
 constexpr std::array<ShotRow, 15> SHOTS = {{
@@ -317,6 +324,8 @@ constexpr std::array<ShotRow, 15> SHOTS = {{
     {"LookShot", BeginLook, ExpectLook},
     {"CraneShot", BeginCrane, ExpectCrane},
 }};
+constexpr ShotRow LONG_TRANSITION = {"frame of a move", BeginLongTransition, ExpectTransition, true,
+                                     LONG_DURATION};
 
 class ShotCase : public BenchmarkCase {
  public:
@@ -324,14 +333,7 @@ class ShotCase : public BenchmarkCase {
 
   std::string GetName() const override { return row.name; }
 
-  void Restart() override {
-    hub = std::make_unique<BenchmarkHub>();
-    hub->view = start;
-    begun = row.begin(*hub);
-    shot = hub->GetActiveShot();
-    step = 0;
-    turn.Restart();
-  }
+  void Restart() override { Begin(std::make_unique<BenchmarkHub>()); }
 
   // As in the hub's frame, the shot writes over the host's camera of now.
   void StepLibrary() override {
@@ -344,16 +346,30 @@ class ShotCase : public BenchmarkCase {
 
   void StepBare() override { turn.Step(); }
 
-  bool Agrees() const override {
-    const double part = elapsed / DURATION;
+  bool Agrees() const override { return IsAt(reached, elapsed); }
+
+ protected:
+  void Begin(std::unique_ptr<BenchmarkHub> newHub) {
+    hub = std::move(newHub);
+    hub->view = start;
+    begun = row.begin(*hub);
+    shot = hub->GetActiveShot();
+    step = 0;
+    turn.Restart();
+  }
+
+  double GetElapsedTime() const { return shot->GetElapsedTime(); }
+
+  bool IsAt(const CameraParameters& camera, double time) const {
+    const double part = time / row.duration;
     const double t = row.eased ? (std::sin((part - 0.5) * Math::PI) + 1.0) / 2.0 : part;
     const Expected expected = row.expect(Start(), t);
     // A few products of lengths around 20.
     const double tolerance = 1e-9;
-    const Vector3d direction = ToBare(reached.centre - reached.eye).normalized();
-    return begun && turn.LooksAtTarget() && (ToBare(reached.eye) - expected.eye).norm() < tolerance &&
+    const Vector3d direction = ToBare(camera.centre - camera.eye).normalized();
+    return begun && turn.LooksAtTarget() && (ToBare(camera.eye) - expected.eye).norm() < tolerance &&
            (direction - expected.direction.normalized()).norm() < tolerance &&
-           std::abs(reached.projection_transition - expected.transition) < tolerance;
+           std::abs(camera.projection_transition - expected.transition) < tolerance;
   }
 
  private:
@@ -368,6 +384,49 @@ class ShotCase : public BenchmarkCase {
   BareTurn turn;
 };
 
+// A host that keeps showing the start of the move, so that every frame differs from what it shows and is
+// applied, however slowly the move goes.
+class HeldHub : public BenchmarkHub {
+ public:
+  void ApplyCameraParameters(const CameraParameters& moved) override { applied = moved; }
+
+  CameraParameters applied;
+};
+
+// The whole frame of the hub while a shot runs, somewhere in the fast middle of the move.
+class FrameOfMoveCase : public ShotCase {
+ public:
+  FrameOfMoveCase() : ShotCase(LONG_TRANSITION) {}
+
+  void Restart() override {
+    SetPlatform(&clock);
+    auto held = std::make_unique<HeldHub>();
+    heldHub = held.get();
+    Begin(std::move(held));
+    heldHub->PerformOperations();
+    clock.Advance(static_cast<std::uint32_t>(0.4 * LONG_DURATION * 1000.0));
+    heldHub->PerformOperations();
+  }
+
+  void StepLibrary() override {
+    clock.Advance(MILLISECONDS_A_FRAME);
+    heldHub->PerformOperations();
+    benchmark::DoNotOptimize(std::as_const(heldHub->applied));
+  }
+
+  bool Agrees() const override {
+    return IsAt(heldHub->applied, GetElapsedTime() - MILLISECONDS_A_FRAME / 1000.0);
+  }
+  SimplestMove* GetSimplest() override { return &simplest; }
+
+ private:
+  static constexpr std::uint32_t MILLISECONDS_A_FRAME = 16;
+
+  ManualPlatform clock;
+  HeldHub* heldHub = nullptr;
+  SimplestTransition simplest;
+};
+
 }  // namespace
 
 std::vector<BenchmarkCase*> GetShotCases() {
@@ -377,5 +436,7 @@ std::vector<BenchmarkCase*> GetShotCases() {
     cases.push_back(std::make_unique<ShotCase>(row));
     all.push_back(cases.back().get());
   }
+  static FrameOfMoveCase frameOfMove;
+  all.push_back(&frameOfMove);
   return all;
 }

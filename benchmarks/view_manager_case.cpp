@@ -1,15 +1,19 @@
 // One mouse move of a drag on its way through the view manager: the routing, the tool, the camera of the
 // frame, the drawing, with a host that only counts. Beside it the same move of the hub alone, so that the
-// difference is what the routing and the drawing cost.
+// difference is what the routing and the drawing cost. And a mouse move without a button, beside the same of
+// the cube alone.
 #include <benchmark/benchmark.h>
 
 #include <memory>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "benchmark_case.h"
 #include "conversions.h"
 #include "korvane/camera_operations.h"
 #include "korvane/orbit_tool.h"
+#include "korvane/orientor.h"
 #include "korvane/view_manager.h"
 #include "support/recording_renderer.h"
 
@@ -127,9 +131,103 @@ class ViewManagerCase : public BenchmarkCase {
   int bareStep = 0;
 };
 
+// Where the mouse moves about.
+enum class Place { OutsideSquare, InSquare, OverCube };
+
+struct Pixel {
+  int x;
+  int y;  // upward
+};
+
+class MouseMoveCase : public BenchmarkCase {
+ public:
+  MouseMoveCase(std::string caseName, Place mousePlace) : name(std::move(caseName)), place(mousePlace) {}
+
+  std::string GetName() const override { return name; }
+
+  void Restart() override {
+    library = std::make_unique<Library>();
+    hub.view = GetBenchmarkCamera();
+    alone = std::make_unique<Orientor>();
+    alone->SetKorvane(&hub);
+    alone->SetRenderer(&renderer);
+    alone->SetViewportSize(WIDTH, HEIGHT);
+    if (pixels.empty()) FindPixels();
+    libraryNext = bareNext = 0;
+  }
+
+  void StepLibrary() override {
+    const Pixel& pixel = pixels[libraryNext++ % pixels.size()];
+    library->manager.OnMouseMove(pixel.x, pixel.y);
+    benchmark::DoNotOptimize(library->cube.GetActiveGeometryPart());
+  }
+
+  void StepBare() override { MoveAlone(pixels[bareNext++ % pixels.size()]); }
+
+  bool Agrees() const override {
+    return library->cube.GetActiveGeometryPart() == alone->GetActiveGeometryPart() && GetPlace() == place;
+  }
+
+ private:
+  struct Library {
+    Library() {
+      hub.view = GetBenchmarkCamera();
+      manager.SetKorvane(&hub);
+      manager.SetRenderer(&renderer);
+      manager.SetOrientor(&cube);
+      manager.AddTool(1, new OrbitTool);
+      manager.SetViewportSize(WIDTH, HEIGHT);
+      manager.Create();
+      manager.SetActiveTool(1);
+    }
+    ~Library() { manager.Destroy(); }
+    Library(const Library&) = delete;
+    Library& operator=(const Library&) = delete;
+
+    MemoryView hub;
+    CountingRenderer renderer;
+    Orientor cube;
+    ViewManager manager;
+  };
+
+  void MoveAlone(const Pixel& pixel) {
+    alone->OnMouseMove(pixel.x, pixel.y);
+    alone->SetViewportMousePosition(pixel.x, HEIGHT - pixel.y - 1);
+    benchmark::DoNotOptimize(alone->GetActiveGeometryPart());
+  }
+
+  Place GetPlace() const {
+    if (!alone->IsMouseInRegion()) return Place::OutsideSquare;
+    return alone->IsMouseOnGeometryPart() ? Place::OverCube : Place::InSquare;
+  }
+
+  // In steps that meet every part of the top right corner.
+  void FindPixels() {
+    for (int y = HEIGHT - 1; y > HEIGHT - 250; y -= 7) {
+      for (int x = WIDTH - 1; x > WIDTH - 250; x -= 5) {
+        MoveAlone({x, y});
+        if (GetPlace() == place) pixels.push_back({x, y});
+      }
+    }
+  }
+
+  std::string name;
+  Place place;
+  std::vector<Pixel> pixels;
+  std::unique_ptr<Library> library;
+  MemoryView hub;
+  CountingRenderer renderer;
+  std::unique_ptr<Orientor> alone;
+  std::size_t libraryNext = 0;
+  std::size_t bareNext = 0;
+};
+
 }  // namespace
 
 std::vector<BenchmarkCase*> GetViewManagerCases() {
-  static ViewManagerCase theCase;
-  return {&theCase};
+  static ViewManagerCase drag;
+  static MouseMoveCase outside("view manager: mouse far off", Place::OutsideSquare);
+  static MouseMoveCase inSquare("view manager: mouse by the cube", Place::InSquare);
+  static MouseMoveCase over("view manager: mouse over the cube", Place::OverCube);
+  return {&drag, &outside, &inSquare, &over};
 }
