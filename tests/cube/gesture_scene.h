@@ -7,23 +7,9 @@
 
 #include "cube/cube_scene.h"
 #include "korvane/icon2d.h"
-#include "korvane/rewind_history.h"
+#include "support/journal.h"
 #include "support/manual_platform.h"
-
-using Lines = std::vector<std::string>;
-
-/// What everyone who takes part in a test has seen, in the order in which it came.
-struct Journal {
-  void Add(const std::string& line) { lines.push_back(line); }
-  Lines Take() { return std::exchange(lines, {}); }
-  int Count(const std::string& line) const {
-    int count = 0;
-    for (const std::string& each : lines) count += each == line ? 1 : 0;
-    return count;
-  }
-
-  Lines lines;
-};
+#include "support/recording_history.h"
 
 /// A hub that notes what is asked of it from outside; what it asks of itself on the way is not noted.
 class SpyHub : public MemoryHub {
@@ -156,37 +142,6 @@ class NotingOrientorObserver : public Korvane::OrientorObserver {
   std::string name;
 };
 
-/// Counts the records and keeps their cameras.
-class CountingHistory : public Korvane::RewindHistory {
- public:
-  explicit CountingHistory(Journal& whatWasSeen) : journal(whatWasSeen) {}
-
-  bool BeginElementRecord(const Korvane::CameraParameters& camera) override {
-    ++begun;
-    open += 1;
-    beginCamera = camera;
-    journal.Add("record begun");
-    return true;
-  }
-  bool EndElementRecord(const Korvane::CameraParameters& camera) override {
-    ++ended;
-    open -= 1;
-    endCamera = camera;
-    journal.Add("record ended");
-    return true;
-  }
-  bool AddElementSubrecord(const Korvane::CameraParameters& /*camera*/) override { return true; }
-
-  int begun = 0;
-  int ended = 0;
-  int open = 0;
-  Korvane::CameraParameters beginCamera;
-  Korvane::CameraParameters endCamera;
-
- private:
-  Journal& journal;
-};
-
 /// A host's menus, in which the test may do something.
 class MenuRenderer : public RecordingRenderer {
  public:
@@ -232,7 +187,9 @@ struct GestureScene {
   static constexpr int WIDTH = 1024;
   static constexpr int HEIGHT = 768;
 
-  GestureScene() : hub(journal), history(journal), observer(cube, journal) {
+  GestureScene() : hub(journal), observer(cube, journal) {
+    history.onBegin = [this] { journal.Add("record begun"); };
+    history.onEnd = [this] { journal.Add("record ended"); };
     cube.SetKorvane(&hub);
     cube.SetRenderer(&renderer);
     cube.SetRewindHistory(&history);
@@ -284,7 +241,7 @@ struct GestureScene {
   Journal journal;
   SpyHub hub;
   MenuRenderer renderer;
-  CountingHistory history;
+  RecordingHistory history;
   TouchedOrientor cube;
   NotingOrientorObserver observer;
 };

@@ -356,7 +356,7 @@ TEST_F(OrientorInteractionTest, a_shot_begun_during_a_drag_ends_with_it) {
   BeginShot();
   cube.OnLeftMouseUp(0, 0);
   EXPECT_FALSE(hub.IsShotActive());
-  EXPECT_EQ(history.open, 0);
+  EXPECT_EQ(history.GetOpenCount(), 0);
 }
 
 // A camera leaning over by 30 degrees is straightened by the orbit, and the host's view follows before the
@@ -547,7 +547,7 @@ TEST_F(OrientorInteractionTest, a_camera_that_is_no_number_is_never_applied) {
       ASSERT_TRUE(hub.view.IsFinite() || SameBits(hub.view, broken));  // an orbit may heal it
     }
   }
-  EXPECT_EQ(history.open, 0);
+  EXPECT_EQ(history.GetOpenCount(), 0);
 }
 
 TEST_F(OrientorInteractionTest, a_lost_release_does_not_lose_the_settings) {
@@ -559,7 +559,7 @@ TEST_F(OrientorInteractionTest, a_lost_release_does_not_lose_the_settings) {
   EXPECT_EQ(journal.Count("drag ended"), 1);
   cube.OnLeftMouseUp(0, 0);
   EXPECT_EQ(Scene().orbit_multiplier, 3.0);
-  EXPECT_EQ(history.open, 0);
+  EXPECT_EQ(history.GetOpenCount(), 0);
 }
 
 TEST_F(OrientorInteractionTest, a_drag_of_a_cube_hidden_meanwhile_ends_at_the_next_press) {
@@ -574,7 +574,7 @@ TEST_F(OrientorInteractionTest, a_drag_of_a_cube_hidden_meanwhile_ends_at_the_ne
   cube.activePart = -1;
   cube.OnLeftMouseDown(0, 0);
   EXPECT_EQ(Scene().orbit_multiplier, 3.0);
-  EXPECT_EQ(history.open, 0);
+  EXPECT_EQ(history.GetOpenCount(), 0);
   EXPECT_FALSE(hub.IsOperationActive(OPERATION_ORBIT));
 }
 
@@ -699,7 +699,7 @@ TEST_F(OrientorInteractionTest, observers_may_begin_and_end_shots_while_they_are
   observer.onDragEnd = [&] { BeginShot(); };
   cube.OnLeftMouseUp(0, 0);
   EXPECT_FALSE(hub.IsShotActive());
-  EXPECT_EQ(history.open, 0);
+  EXPECT_EQ(history.GetOpenCount(), 0);
   observer.onClicked = [&] { BeginShot(); };
   PressOnPart(FRONT);
   cube.OnLeftMouseUp(0, 0);
@@ -728,7 +728,7 @@ TEST_F(OrientorInteractionTest, a_press_within_the_telling_of_the_end_begins_ane
   EXPECT_TRUE(cube.OnLeftMouseUp(0, 0));
   EXPECT_EQ(journal.Count("drag ended"), 1);
   EXPECT_EQ(Scene().orbit_multiplier, 3.0);
-  EXPECT_EQ(history.open, 0);
+  EXPECT_EQ(history.GetOpenCount(), 0);
   observer.onDragEnd = nullptr;
   EXPECT_FALSE(cube.IsDragActive());
   EXPECT_TRUE(cube.OnMouseMove(520, 300));
@@ -749,7 +749,7 @@ TEST_F(OrientorInteractionTest, a_drag_within_the_telling_of_the_end_goes_on) {
   EXPECT_TRUE(cube.OnLeftMouseUp(0, 0));
   EXPECT_EQ(journal.Count("drag ended"), 2);
   EXPECT_EQ(Scene().orbit_multiplier, 3.0);
-  EXPECT_EQ(history.open, 0);
+  EXPECT_EQ(history.GetOpenCount(), 0);
   EXPECT_FALSE(hub.IsOperationActive(OPERATION_ORBIT));
 }
 
@@ -760,7 +760,7 @@ TEST_F(OrientorInteractionTest, a_release_within_the_telling_of_the_begin_leaves
   EXPECT_FALSE(cube.IsDragActive());
   EXPECT_FALSE(hub.IsOperationActive(OPERATION_ORBIT));
   EXPECT_EQ(Scene().orbit_multiplier, 3.0);
-  EXPECT_EQ(history.open, 0);
+  EXPECT_EQ(history.GetOpenCount(), 0);
 }
 
 TEST_F(OrientorInteractionTest, a_whole_drag_within_the_telling_of_a_click_leaves_nothing_behind) {
@@ -786,7 +786,7 @@ TEST_F(OrientorInteractionTest, a_drag_begun_within_the_telling_of_a_click_goes_
   EXPECT_TRUE(cube.IsDragActive());
   EXPECT_TRUE(cube.OnLeftMouseUp(0, 0));
   EXPECT_EQ(Scene().orbit_multiplier, 3.0);
-  EXPECT_EQ(history.open, 0);
+  EXPECT_EQ(history.GetOpenCount(), 0);
 }
 
 // ---- two cubes ----

@@ -439,7 +439,7 @@ TEST_F(OrientorTransitionTest, a_cube_that_is_destroyed_amid_a_drag_ends_the_dra
   EXPECT_FALSE(hub.IsOperationActive(OPERATION_ORBIT));
   EXPECT_EQ(Scene().orbit_multiplier, multiplier);
   EXPECT_FALSE(cube.IsDragActive());
-  EXPECT_EQ(history.open, 0);
+  EXPECT_EQ(history.GetOpenCount(), 0);
 }
 
 TEST_F(OrientorTransitionTest, a_hidden_cube_that_is_destroyed_amid_a_drag_ends_the_drag) {
@@ -457,7 +457,7 @@ TEST_F(OrientorTransitionTest, a_hidden_cube_that_is_destroyed_amid_a_drag_ends_
     EXPECT_FALSE(hub.IsOperationActive(OPERATION_ORBIT));
     EXPECT_EQ(Scene().orbit_multiplier, multiplier);
     EXPECT_FALSE(cube.IsDragActive());
-    EXPECT_EQ(history.open, 0);
+    EXPECT_EQ(history.GetOpenCount(), 0);
   }
 }
 

@@ -124,7 +124,7 @@ TEST_P(Complaints, a_rectangle_ends_with_its_middle_in_the_middle_and_its_longer
   EXPECT_LT(Distance(view.PixelOf(middle), MIDDLE_X, MIDDLE_Y), HALF_PIXEL);
   EXPECT_LT(Distance(view.PixelOf(edge), HouseView::WIDTH, MIDDLE_Y), HALF_PIXEL);
   EXPECT_FALSE(view.hub.IsShotActive());
-  EXPECT_EQ(view.disc.GetCounts().GetOpenCount(), 0);
+  EXPECT_EQ(view.disc.GetRecord().GetOpenCount(), 0);
 }
 
 // ---- orbits ----
@@ -346,10 +346,10 @@ TEST_P(Complaints, a_gesture_that_ends_with_the_focus_leaves_nothing_behind) {
     view.Settle();
     EXPECT_FALSE(HasActiveOperation(view)) << tool;
     EXPECT_EQ(SettingsOf(view), settings) << tool;
-    EXPECT_EQ(view.disc.GetCounts().GetOpenCount(), 0) << tool;
+    EXPECT_EQ(view.disc.GetRecord().GetOpenCount(), 0) << tool;
     EXPECT_EQ(view.platform.GetTimerCount(), 0) << tool;
     EXPECT_FALSE(view.manager->GetPivotBall()->IsVisible()) << tool;
-    EXPECT_FALSE(view.manager->WantsWrapping()) << tool;
+    EXPECT_FALSE(view.manager->wantCursorWrapping) << tool;
   }
 }
 
@@ -398,7 +398,7 @@ TEST_P(Complaints, a_view_manager_that_goes_in_the_middle_of_a_gesture_leaves_no
       view.manager.reset();
       EXPECT_FALSE(HasActiveOperation(view)) << tool << destroyFirst;
       EXPECT_EQ(SettingsOf(view), settings) << tool << destroyFirst;
-      EXPECT_EQ(view.disc.GetCounts().GetOpenCount(), 0) << tool << destroyFirst;
+      EXPECT_EQ(view.disc.GetRecord().GetOpenCount(), 0) << tool << destroyFirst;
       EXPECT_EQ(view.platform.GetTimerCount(), 0) << tool << destroyFirst;
       view.Settle();  // nothing dangles in the hub
       EXPECT_TRUE(view.hub.view.IsFinite());
@@ -415,7 +415,7 @@ TEST(ComplaintsLeaks, ten_thousand_rounds_of_create_drag_and_destroy_leave_nothi
     if (round % 3 == 0) view.manager->Destroy();
     view.manager.reset();
     ASSERT_FALSE(HasActiveOperation(view)) << round;
-    ASSERT_EQ(view.disc.GetCounts().GetOpenCount(), 0) << round;
+    ASSERT_EQ(view.disc.GetRecord().GetOpenCount(), 0) << round;
     ASSERT_EQ(view.platform.GetTimerCount(), 0) << round;
   }
 }

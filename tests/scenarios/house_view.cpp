@@ -71,22 +71,12 @@ bool HouseRenderer::QueryRaySceneIntersection(const Vector3& origin, const Vecto
   return true;
 }
 
-bool CountingHistory::BeginElementRecord(const Korvane::CameraParameters& /*camera*/) {
-  ++begun;
-  return true;
-}
-
-bool CountingHistory::EndElementRecord(const Korvane::CameraParameters& /*camera*/) {
-  ++ended;
-  return true;
-}
-
-OpenDisc::OpenDisc() : counts(new CountingHistory) { history.reset(counts); }
+OpenDisc::OpenDisc() : record(new RecordingHistory) { history.reset(record); }
 OpenDisc::~OpenDisc() = default;
 
 HouseView::HouseView(bool orthographic) : hub(MakeCamera(orthographic)) {
   EnterHouse(hub);
-  manager = std::make_unique<OpenViewManager>();
+  manager = std::make_unique<EagerViewManager>();
   manager->SetKorvane(&hub);
   manager->SetRenderer(&renderer);
   manager->SetHelmDisc(&disc);

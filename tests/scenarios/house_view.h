@@ -6,10 +6,10 @@
 
 #include "korvane/helm_disc.h"
 #include "korvane/orientor.h"
-#include "korvane/rewind_history.h"
-#include "korvane/view_manager.h"
 #include "support/manual_platform.h"
 #include "support/memory_hub.h"
+#include "support/open_view_manager.h"
+#include "support/recording_history.h"
 #include "support/recording_renderer.h"
 #include "zovhost/projection.h"
 #include "zovhost/scene.h"
@@ -26,33 +26,20 @@ class HouseRenderer : public RecordingRenderer {
                                  Korvane::Vector3& hit) override;
 };
 
-/// Counts how often records are opened and closed.
-class CountingHistory : public Korvane::RewindHistory {
- public:
-  bool BeginElementRecord(const Korvane::CameraParameters& camera) override;
-  bool EndElementRecord(const Korvane::CameraParameters& camera) override;
-
-  int GetOpenCount() const { return begun - ended; }
-  int begun = 0;
-  int ended = 0;
-};
-
 /// A disc that is always up, so that the middle button and the wheel navigate.
 class OpenDisc : public Korvane::HelmDisc {
  public:
   OpenDisc();
   ~OpenDisc() override;
   bool enabled = true;
-  CountingHistory& GetCounts() const { return *counts; }
+  const RecordingHistory& GetRecord() const { return *record; }
 
  private:
-  CountingHistory* counts;
+  RecordingHistory* record;
 };
 
-class OpenViewManager : public Korvane::ViewManager {
- public:
-  bool WantsWrapping() const { return wantCursorWrapping; }
-
+/// Takes no notice of where the pointer is.
+class EagerViewManager : public OpenViewManager {
  protected:
   bool WantMiddleMouseNavigation() const override { return !leftMouseDown && !rightMouseDown; }
   bool WantActiveToolEnabled() const override { return true; }
@@ -91,7 +78,7 @@ class HouseView {
   MemoryHub hub;
   HouseRenderer renderer;
   OpenDisc disc;
-  std::unique_ptr<OpenViewManager> manager;
+  std::unique_ptr<EagerViewManager> manager;
 };
 
 }  // namespace scenarios

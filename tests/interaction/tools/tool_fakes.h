@@ -7,11 +7,12 @@
 #include <vector>
 
 #include "korvane/pivot_ball.h"
-#include "korvane/rewind_history.h"
 #include "korvane/tool.h"
 #include "support/cameras.h"
+#include "support/journal.h"
 #include "support/manual_platform.h"
 #include "support/memory_hub.h"
+#include "support/recording_history.h"
 #include "support/recording_renderer.h"
 
 /// A hub that writes into its log, while `recording`, what the tools ask of it, and keeps the last shot
@@ -76,46 +77,6 @@ class ToolHub : public MemoryHub {
     ++shotsBegun;
     return !refusesShots && MemoryHub::BeginShot(parameters);
   }
-};
-
-/// Counts, and writes its brackets into the hub's log.
-class CountingHistory : public Korvane::RewindHistory {
- public:
-  explicit CountingHistory(ToolHub& watched) : hub(watched) {}
-
-  bool BeginElementRecord(const Korvane::CameraParameters& camera) override {
-    ++begun;
-    beginCamera = camera;
-    if (hub.recording) hub.Record("begin record");
-    return true;
-  }
-  bool EndElementRecord(const Korvane::CameraParameters& camera) override {
-    ++ended;
-    endCamera = camera;
-    if (hub.recording) hub.Record("end record");
-    return true;
-  }
-  bool AddElementSubrecord(const Korvane::CameraParameters& camera) override {
-    ++samples;
-    sampleCamera = camera;
-    return true;
-  }
-
-  /// As many begun as given and as many ended, since the beginning.
-  ::testing::AssertionResult Has(int expectedBegun, int expectedEnded) const {
-    if (begun == expectedBegun && ended == expectedEnded) return ::testing::AssertionSuccess();
-    return ::testing::AssertionFailure() << begun << " begun, " << ended << " ended";
-  }
-
-  int begun = 0;
-  int ended = 0;
-  int samples = 0;
-  Korvane::CameraParameters beginCamera;
-  Korvane::CameraParameters endCamera;
-  Korvane::CameraParameters sampleCamera;
-
- private:
-  ToolHub& hub;
 };
 
 /// A renderer with a scene to hit, parts to point at and a projection, each of which the test provides. While
@@ -211,7 +172,9 @@ struct ToolBench {
   static constexpr int WIDTH = 1024;
   static constexpr int HEIGHT = 768;
 
-  ToolBench() : hub(LookAt({0, 0, 10}, {0, 0, 0}, {0, 1, 0})), history(hub) {
+  ToolBench() : hub(LookAt({0, 0, 10}, {0, 0, 0}, {0, 1, 0})) {
+    history.onBegin = [this] { hub.Record("begin record"); };
+    history.onEnd = [this] { hub.Record("end record"); };
     ball.SetKorvane(&hub);
     ball.SetRenderer(&renderer);
     hub.view.pivot = {1, 2, -3};
@@ -252,7 +215,5 @@ struct ToolBench {
   ToolHub hub;
   ToolRenderer renderer;
   Korvane::PivotBall ball;
-  CountingHistory history;
+  RecordingHistory history;
 };
-
-using Lines = std::vector<std::string>;

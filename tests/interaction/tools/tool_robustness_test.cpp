@@ -327,7 +327,7 @@ TEST_P(EveryTool, keeps_its_brackets_balanced_through_any_stream_of_events) {
 
 TEST_P(EveryTool, may_be_destroyed_in_mid_gesture_after_its_hub) {
   auto hub = std::make_unique<ToolHub>(bench.hub.view);
-  CountingHistory history(*hub);
+  RecordingHistory history;
   tool->SetKorvane(hub.get());
   tool->SetRewindHistory(&history);
   Begin();

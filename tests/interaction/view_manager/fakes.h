@@ -17,73 +17,42 @@
 #include "korvane/orientor.h"
 #include "korvane/pan_tool.h"
 #include "korvane/pivot_ball.h"
-#include "korvane/rewind_history.h"
 #include "korvane/storyboard.h"
 #include "korvane/toolbar.h"
 #include "korvane/track_menu.h"
-#include "korvane/view_manager.h"
 #include "support/cameras.h"
+#include "support/journal.h"
 #include "support/manual_platform.h"
 #include "support/memory_hub.h"
+#include "support/open_view_manager.h"
+#include "support/recording_history.h"
 #include "support/recording_renderer.h"
 
 // Widgets that write down what they are asked, as `name.Operation(arguments)`, and take what the test says.
 
-using Lines = std::vector<std::string>;
-
-class Journal {
+/// The answer to a question is whether the test has `who` take things.
+class WidgetJournal : public Journal {
  public:
-  /// Writes the line; the answer is whether the test has `who` take things.
   bool Ask(const std::string& who, const std::string& what) {
-    if (recording) lines.push_back(who + "." + what);
+    Add(who + "." + what);
     return takers.count(who) != 0;
   }
-  Lines Take() { return std::exchange(lines, {}); }
 
-  Lines lines;
   std::set<std::string> takers;
-  bool recording = true;
 };
 
 inline std::string Call(const char* operation, int x, int y) {
   return std::string(operation) + "(" + std::to_string(x) + ", " + std::to_string(y) + ")";
 }
 
-/// Counts its records; two may be open at once, as where a shot is begun while another runs.
-class RecordingHistory : public Korvane::RewindHistory {
- public:
-  bool BeginElementRecord(const Korvane::CameraParameters& camera) override {
-    ++begun;
-    open = true;
-    begin = camera;
-    return true;
-  }
-  bool EndElementRecord(const Korvane::CameraParameters& camera) override {
-    ++ended;
-    open = false;
-    end = camera;
-    return true;
-  }
-  bool AddElementSubrecord(const Korvane::CameraParameters& /*camera*/) override {
-    ++samples;
-    return true;
-  }
-
-  int begun = 0;
-  int ended = 0;
-  int samples = 0;
-  bool open = false;
-  Korvane::CameraParameters begin;
-  Korvane::CameraParameters end;
-};
-
 /// What every fake has: a name, the journal, and operations that the test makes fail.
 class Fake {
  public:
-  Fake(std::string widgetName, Journal& theJournal) : name(std::move(widgetName)), journal(theJournal) {}
+  Fake(std::string widgetName, WidgetJournal& theJournal)
+      : name(std::move(widgetName)), journal(theJournal) {}
 
   std::string name;
-  Journal& journal;
+  WidgetJournal& journal;
   bool createFails = false;
   bool destroyFails = false;
 
@@ -93,7 +62,7 @@ class Fake {
 
 class FakeOrientor : public Korvane::Orientor, public Fake {
  public:
-  explicit FakeOrientor(Journal& theJournal) : Fake("cube", theJournal) {}
+  explicit FakeOrientor(WidgetJournal& theJournal) : Fake("cube", theJournal) {}
 
   void SetKorvane(Korvane::CameraOperations* hub) override {
     Ask("SetKorvane");
@@ -165,7 +134,7 @@ class FakeTrackMenu : public Korvane::TrackMenu {
 
 class FakeDisc : public Korvane::HelmDisc, public Fake {
  public:
-  explicit FakeDisc(Journal& theJournal) : Fake("disc", theJournal) {
+  explicit FakeDisc(WidgetJournal& theJournal) : Fake("disc", theJournal) {
     auto recordingHistory = std::make_unique<RecordingHistory>();
     record = recordingHistory.get();
     history = std::move(recordingHistory);
@@ -238,7 +207,7 @@ class FakeDisc : public Korvane::HelmDisc, public Fake {
 
 class FakeStoryboard : public Korvane::Storyboard, public Fake {
  public:
-  explicit FakeStoryboard(Journal& theJournal) : Fake("panel", theJournal) {}
+  explicit FakeStoryboard(WidgetJournal& theJournal) : Fake("panel", theJournal) {}
 
   void SetKorvane(Korvane::CameraOperations* hub) override {
     Ask("SetKorvane");
@@ -295,7 +264,7 @@ class FakeStoryboard : public Korvane::Storyboard, public Fake {
 
 class FakeToolbar : public Korvane::Toolbar, public Fake {
  public:
-  FakeToolbar(const std::string& widgetName, Journal& theJournal) : Fake(widgetName, theJournal) {}
+  FakeToolbar(const std::string& widgetName, WidgetJournal& theJournal) : Fake(widgetName, theJournal) {}
 
   bool Create() override {
     Ask("Create");
@@ -335,7 +304,7 @@ class FakeToolbar : public Korvane::Toolbar, public Fake {
 /// Holds a toolbar from the start.
 class FakeBar : public Korvane::NavigationBar, public Fake {
  public:
-  explicit FakeBar(Journal& theJournal) : Fake("bar", theJournal) {
+  explicit FakeBar(WidgetJournal& theJournal) : Fake("bar", theJournal) {
     auto fakeToolbar = std::make_unique<FakeToolbar>("bar toolbar", theJournal);
     strip = fakeToolbar.get();
     toolbar = std::move(fakeToolbar);
@@ -385,7 +354,7 @@ class FakeBar : public Korvane::NavigationBar, public Fake {
 
 class FakeController : public Korvane::Cam3DController, public Fake {
  public:
-  explicit FakeController(Journal& theJournal) : Fake("controller", theJournal) {}
+  explicit FakeController(WidgetJournal& theJournal) : Fake("controller", theJournal) {}
 
   void SetPivotBall(Korvane::PivotBall* ball) override {
     Ask("SetPivotBall");
@@ -419,7 +388,7 @@ class FakeController : public Korvane::Cam3DController, public Fake {
 template <class Base>
 class FakeToolOf : public Base, public Fake {
  public:
-  FakeToolOf(const std::string& toolName, Journal& theJournal) : Fake(toolName, theJournal) {}
+  FakeToolOf(const std::string& toolName, WidgetJournal& theJournal) : Fake(toolName, theJournal) {}
   ~FakeToolOf() override { Ask("~"); }
 
   void OnDraw() override { Ask("OnDraw"); }
@@ -441,66 +410,6 @@ class FakeToolOf : public Base, public Fake {
   using Base::wrapCursor;
 };
 using FakeTool = FakeToolOf<Korvane::Tool>;
-
-/// Shows what a host's derived class can reach.
-class OpenViewManager : public Korvane::ViewManager {
- public:
-  using ViewManager::activeTool;
-  using ViewManager::activeToolID;
-  using ViewManager::BeginMiddleMouseNavigation;
-  using ViewManager::BeginOrbitingWithMouse;
-  using ViewManager::BeginPanningWithMouse;
-  using ViewManager::BeginZoomingWithMouse;
-  using ViewManager::cleanScreen;
-  using ViewManager::controlKeyDown;
-  using ViewManager::EndMiddleMouseNavigation;
-  using ViewManager::EndOrbitingWithMouse;
-  using ViewManager::EndPanningWithMouse;
-  using ViewManager::EndZoomingWithMouse;
-  using ViewManager::helmDiscObserver;
-  using ViewManager::helmDiscOffsetX;
-  using ViewManager::helmDiscOffsetY;
-  using ViewManager::InstantiatePivotBall;
-  using ViewManager::IsMouseInRibbonRegion;
-  using ViewManager::IsMouseInToolbarRegion;
-  using ViewManager::leftClickOpen;
-  using ViewManager::leftDownX;
-  using ViewManager::leftDownY;
-  using ViewManager::leftMouseDown;
-  using ViewManager::LinkNavBarToOrientor;
-  using ViewManager::middleClickOpen;
-  using ViewManager::middleMouseDown;
-  using ViewManager::mouseWheelDelta;
-  using ViewManager::mouseX;
-  using ViewManager::mouseY;
-  using ViewManager::orbitingWithMouse;
-  using ViewManager::orbitTool;
-  using ViewManager::orientorDragLeftRegion;
-  using ViewManager::orientorDragSeen;
-  using ViewManager::orientorObserver;
-  using ViewManager::panningWithMouse;
-  using ViewManager::panTool;
-  using ViewManager::pivotBall;
-  using ViewManager::reelshowPlaying;
-  using ViewManager::RemoveAllTools;
-  using ViewManager::RestoreHelmDiscPosition;
-  using ViewManager::rewindShotObserver;
-  using ViewManager::rightClickOpen;
-  using ViewManager::rightMouseDown;
-  using ViewManager::SaveHelmDiscPosition;
-  using ViewManager::shiftKeyDown;
-  using ViewManager::storyboardObserver;
-  using ViewManager::tools;
-  using ViewManager::WantActiveToolEnabled;
-  using ViewManager::WantCam3DControllerEnabled;
-  using ViewManager::wantCursorWrapping;
-  using ViewManager::WantHelmDiscEnabled;
-  using ViewManager::WantHelmDiscVisible;
-  using ViewManager::WantMiddleMouseNavigation;
-  using ViewManager::WantOrientorEnabled;
-  using ViewManager::zoomingWithMouse;
-  using ViewManager::zoomTool;
-};
 
 /// A view of 800 x 600 with one of everything: two toolbars of the host, and the tool 7, active.
 class ViewManagerTest : public ::testing::Test {
@@ -541,7 +450,7 @@ class ViewManagerTest : public ::testing::Test {
   bool& MouseDrag() { return hub.GetApplicationParameters().mouse_drag; }
 
   ManualPlatform platform;
-  Journal journal;
+  WidgetJournal journal;
   MemoryHub hub;
   RecordingRenderer renderer;
   FakeController controller{journal};

@@ -60,12 +60,12 @@ TEST_F(CameraMovesTest, are_each_one_record_that_closes_with_the_shot) {
     ++count;
     EXPECT_EQ(disc.record->begun, count);
     EXPECT_EQ(disc.record->ended, count - 1);
-    EXPECT_TRUE(SameBits(disc.record->begin, before)) << count;
+    EXPECT_TRUE(SameBits(disc.record->beginCamera, before)) << count;
     EXPECT_TRUE(hub.IsShotActive()) << count;
     RunShot();
     EXPECT_EQ(disc.record->begun, count);
     EXPECT_EQ(disc.record->ended, count);
-    ExpectNear(disc.record->end.eye, hub.view.eye);
+    ExpectNear(disc.record->endCamera.eye, hub.view.eye);
     hub.EndShot();
     EXPECT_EQ(disc.record->ended, count);
   }
@@ -162,7 +162,7 @@ TEST_F(CameraMovesTest, fit_to_view_through_the_selection) {
 TEST_F(CameraMovesTest, count_from_the_camera_of_the_host) {
   hub.view = LookAt({5, 0, 10}, {5, 0, 0}, UP);  // since the last frame
   manager.LevelCamera();
-  EXPECT_EQ(disc.record->begin.eye, Vector3(5, 0, 10));
+  EXPECT_EQ(disc.record->beginCamera.eye, Vector3(5, 0, 10));
   RunShot();
   ExpectNear(hub.view.eye, Vector3(5, 0, 10));
 }

@@ -168,7 +168,7 @@ TEST_F(DrawingTest, takes_a_cursor_from_a_frame_to_the_set_cursor_message) {
 TEST_F(DrawingTest, goes_on_when_the_cube_is_taken_away_while_it_draws) {
   class Leaving : public FakeOrientor {
    public:
-    Leaving(ViewManager& owner, Journal& theJournal) : FakeOrientor(theJournal), manager(owner) {}
+    Leaving(ViewManager& owner, WidgetJournal& theJournal) : FakeOrientor(theJournal), manager(owner) {}
     void Draw() override { manager.SetOrientor(nullptr); }
     ViewManager& manager;
   } leaving(manager, journal);

@@ -365,7 +365,7 @@ TEST_F(LifeTest, leaves_nobody_the_history_of_a_disc_that_is_gone) {
   manager.FitAllToView();
   manager.SetHelmDisc(nullptr);
   EXPECT_EQ(passing->GetPivotBall(), nullptr);
-  EXPECT_FALSE(passing->record->open);
+  EXPECT_EQ(passing->record->GetOpenCount(), 0);
   passing.reset();
   EXPECT_EQ(tool->GetRewindHistory(), nullptr);
   EXPECT_EQ(cube.rewindHistory, nullptr);
@@ -380,10 +380,10 @@ TEST_F(LifeTest, closes_the_record_of_a_gesture_that_outlasts_its_history) {
   disc.record->BeginElementRecord(hub.view);
   tool->operating = true;
   manager.SetHelmDisc(&disc);  // the same
-  EXPECT_TRUE(disc.record->open);
+  EXPECT_EQ(disc.record->GetOpenCount(), 1);
   manager.SetHelmDisc(nullptr);
-  EXPECT_FALSE(disc.record->open);
-  EXPECT_TRUE(SameBits(disc.record->end, hub.view));
+  EXPECT_EQ(disc.record->GetOpenCount(), 0);
+  EXPECT_TRUE(SameBits(disc.record->endCamera, hub.view));
   manager.SetHelmDisc(&disc);
   tool->operating = false;
   manager.SetHelmDisc(nullptr);

@@ -261,7 +261,7 @@ TEST_F(RoutingTest, hands_positions_over_as_they_are_and_to_the_cube_from_the_to
 TEST_F(RoutingTest, asks_toolbars_that_come_and_go_while_they_are_asked) {
   class Leaving : public FakeToolbar {
    public:
-    Leaving(ViewManager& owner, Toolbar& next, Journal& theJournal)
+    Leaving(ViewManager& owner, Toolbar& next, WidgetJournal& theJournal)
         : FakeToolbar("leaving", theJournal), manager(owner), other(next) {}
     bool OnMouseMove(int x, int y) override {
       manager.RemoveToolbar(this);
@@ -616,7 +616,7 @@ TEST(ViewManagerAlone, gives_events_to_the_active_tool_and_makes_no_record_witho
   ManualPlatform platform;
   MemoryHub hub(LookAt({0, 0, 10}, {0, 0, 0}, {0, 1, 0}));
   RecordingRenderer renderer;
-  Journal journal;
+  WidgetJournal journal;
   OpenViewManager manager;
   manager.SetKorvane(&hub);
   manager.SetRenderer(&renderer);

@@ -10,6 +10,7 @@
 #include "korvane/walk_tool.h"
 #include "korvane/zoom_tool.h"
 #include "support/allocation_counter.h"
+#include "support/counting_renderer.h"
 
 using namespace Korvane;
 
@@ -17,28 +18,6 @@ namespace {
 
 constexpr int LOWEST = std::numeric_limits<int>::min();
 constexpr int HIGHEST = std::numeric_limits<int>::max();
-
-// A host that draws nothing and remembers nothing.
-class SilentRenderer : public RecordingRenderer {
- public:
-  using RecordingRenderer::Render;
-  bool BeginRender(const Box2& /*viewport*/, const CameraParameters& /*camera*/,
-                   RenderMode /*mode*/) override {
-    ++passes;
-    return true;
-  }
-  bool EndRender() override { return true; }
-  bool RenderGeometry(unsigned /*count*/, const float* /*vertices*/, const float* /*texCoords*/,
-                      const MaterialParams* /*material*/) override {
-    return true;
-  }
-  bool Render(ResourceIcon3D* /*icon*/) override { return true; }
-  bool Render(DynamicIcon2D* /*icon*/) override { return true; }
-  bool Render(ResourceIcon2D* /*icon*/) override { return true; }
-  bool SetCursorIcon(CursorID /*id*/) override { return true; }
-
-  int passes = 0;
-};
 
 Tool* MakeTool(int kind) {
   switch (kind) {
@@ -272,7 +251,7 @@ class Storm : public ViewManagerTest {
     }
   }
 
-  SilentRenderer silent;
+  CountingRenderer silent;
   Orientor realCube;
   bool broken = false;
   int toolKinds = TOOL_KINDS;
@@ -302,7 +281,7 @@ TEST_F(Storm, of_random_events_does_no_harm) {
   EXPECT_TRUE(hub.view.IsFinite());
   EXPECT_FALSE(manager.orbitingWithMouse || manager.panningWithMouse || manager.zoomingWithMouse);
   EXPECT_FALSE(manager.leftMouseDown || manager.middleMouseDown || manager.rightMouseDown);
-  EXPECT_GT(silent.passes, 0);
+  EXPECT_GT(silent.begun, 0);
   RecordProperty("events", events);
 }
 
@@ -418,12 +397,12 @@ TEST_F(Storm, has_no_allocation_in_a_drag_that_goes_on) {
   };
   for (int x = 401; x < 420; ++x) move(x);
   const int applied = hub.applied;
-  const int passes = silent.passes;
+  const long passes = silent.begun;
   const AllocationCounter counter;
   for (int x = 420; x < 720; ++x) move(x);
   EXPECT_EQ(counter.GetAllocations(), 0U);
   EXPECT_EQ(hub.applied - applied, 300);
-  EXPECT_EQ(silent.passes - passes, 600);  // the ball and its label
+  EXPECT_EQ(silent.begun - passes, 600);  // the ball and its label
   quiet.OnLeftMouseUp(720, 310);
   quiet.Destroy();
 }
