@@ -3,6 +3,7 @@
 // Everything of this folder.
 #include "korvane/application_parameters.h"
 #include "korvane/aspect_ratio_adjuster.h"
+#include "korvane/borrowed_settings.h"
 #include "korvane/box2.h"
 #include "korvane/box3.h"
 #include "korvane/cam3d_controller.h"
@@ -44,8 +45,10 @@
 #include "korvane/renderer.h"
 #include "korvane/resource_ids.h"
 #include "korvane/rewind_history.h"
+#include "korvane/rewind_record.h"
 #include "korvane/shot.h"
 #include "korvane/shot_parameters.h"
+#include "korvane/shot_watch.h"
 #include "korvane/storyboard.h"
 #include "korvane/storyboard_observer.h"
 #include "korvane/timer.h"

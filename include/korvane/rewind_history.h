@@ -1,6 +1,7 @@
 #pragma once
 
 #include "korvane/export.h"
+#include "korvane/lifeline.h"
 
 namespace Korvane {
 
@@ -24,6 +25,11 @@ class ZOVTOOLS_API RewindHistory {
   virtual bool EndElementRecord(const CameraParameters& camera);
   /// A camera within the move; called for every frame of it.
   virtual bool AddElementSubrecord(const CameraParameters& camera);
+
+  Lifeline& GetLifeline() { return lifeline; }
+
+ private:
+  Lifeline lifeline;
 };
 
 }  // namespace Korvane
