@@ -1,7 +1,5 @@
 #include "recorder.h"
 
-#include <SDL_keyboard.h>
-
 #include <system_error>
 #include <utility>
 
@@ -10,18 +8,6 @@
 namespace zovview {
 
 namespace fs = std::filesystem;
-using Type = zovhost::WindowEvent::Type;
-
-namespace {
-
-bool HasWords(const zovhost::WindowEvent& event) {
-  const bool isKey = event.type == Type::KeyDown || event.type == Type::KeyUp;
-  if (isKey) return !event.repeated && *SDL_GetKeyName(event.key) != '\0';
-  if (event.type == Type::FileDropped) return event.path.find('\n') == std::string::npos;
-  return event.type != Type::Closing;
-}
-
-}  // namespace
 
 Recorder::Recorder(fs::path path) : file(std::move(path)), partial(file) {
   partial += ".partial";

@@ -121,7 +121,7 @@ bool ReadForm(Form form, Words& words, RecordedEvent& recorded) {
       event.path = words.Rest();
       return !event.path.empty();
     case Form::Command:
-      recorded.command = FindViewCommand(words.Rest());
+      recorded.command = FindViewCommand(words.Next());
       return recorded.command != nullptr;
     case Form::Nothing:
       return true;
@@ -249,7 +249,7 @@ std::string FormatForm(Form form, const RecordedEvent& recorded) {
     case Form::Path:
       return " " + event.path;
     case Form::Command:
-      return std::string(" ") + recorded.command->label;
+      return std::string(" ").append(recorded.command->name);
     case Form::Nothing:
       return {};
   }
@@ -257,6 +257,13 @@ std::string FormatForm(Form form, const RecordedEvent& recorded) {
 }
 
 }  // namespace
+
+bool HasWords(const WindowEvent& event) {
+  const bool isKey = event.type == Type::KeyDown || event.type == Type::KeyUp;
+  if (isKey) return !event.repeated && *SDL_GetKeyName(event.key) != '\0';
+  if (event.type == Type::FileDropped) return event.path.find('\n') == std::string::npos;
+  return event.type != Type::Closing;
+}
 
 bool ReadRecording(std::istream& input, Recording& recording, std::string& error) {
   recording = Recording();

@@ -34,6 +34,9 @@ constexpr std::uint32_t LONGEST_RECORDING = 3'600'000;  // milliseconds
 /// False for a recording that is broken anywhere; `error` then holds the line and what is wrong with it.
 bool ReadRecording(std::istream& input, Recording& recording, std::string& error);
 
+/// Repetitions of a key, keys without a name, closing and such paths as no line holds have none.
+bool HasWords(const zovhost::WindowEvent& event);
+
 /// The shortest text that is read as the same number again.
 std::string FormatNumber(double value);
 std::string FormatHeader(const Recording& recording);

@@ -155,7 +155,7 @@ void Tour::Begin(const TourMove& move) {
       Send(Type::MouseDown, move.button, move.kind == TourMove::Kind::Click ? 1 : 2);
       return Send(Type::MouseUp, move.button);
     case TourMove::Kind::Command:
-      return view.Run(*FindViewCommand(std::string_view(move.command)));
+      return view.Run(*FindViewCommand(move.command));
   }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <span>
+#include <string_view>
 
 #include "zovhost/window.h"
 
@@ -24,7 +25,7 @@ struct TourMove {
   double toX = 0.5;
   double toY = 0.5;
   zovhost::MouseButton button = zovhost::MouseButton::Left;
-  const char* command = nullptr;  // its label
+  std::string_view command = {};  // its name
   double notches = 0.0;
   double arrival = 1.0;  // of the pointer, as a fraction of the time
 };

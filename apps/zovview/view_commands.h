@@ -23,7 +23,7 @@ struct ViewTarget {
   Korvane::Orientor& cube;
 };
 
-/// Something that a key does, the panel or a menu. The label is unique and names the command in recordings.
+/// Something that a key does, the panel or a menu.
 struct ViewCommand {
   enum class Place : int {
     Views,     // of the panel
@@ -41,8 +41,9 @@ struct ViewCommand {
   };
 
   Place place;
-  const char* label;
-  const char* keyName;  ///< Empty for none, as SDLK_UNKNOWN is.
+  std::string_view name;  ///< In recordings and scripts: unique, and stays when the label changes.
+  const char* label;      ///< On the button or the item.
+  const char* keyName;    ///< Empty for none, as SDLK_UNKNOWN is.
   SDL_Keycode key;
   void (*run)(const ViewTarget& target);
   bool (*isOn)(const ViewTarget& target) = nullptr;  ///< Of what is on or off, or chosen.
@@ -52,8 +53,8 @@ struct ViewCommand {
 std::span<const ViewCommand> GetViewCommands();
 /// Null for a key that none has.
 const ViewCommand* FindViewCommand(SDL_Keycode key);
-/// Null for no command's.
-const ViewCommand* FindViewCommand(std::string_view label);
+/// Null for no command's name.
+const ViewCommand* FindViewCommand(std::string_view name);
 
 // The camera travels in all of these; what moved it before ends.
 

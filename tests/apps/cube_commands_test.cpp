@@ -30,15 +30,13 @@ class CubeCommandsTest : public apps_test::TravellingHub {
   }
   ~CubeCommandsTest() override { manager.SetOrientor(nullptr); }
 
-  void Run(const char* label) {
-    const zovview::ViewCommand* const command = zovview::FindViewCommand(std::string_view(label));
-    ASSERT_NE(command, nullptr) << label;
+  void Run(std::string_view name) {
+    const zovview::ViewCommand* const command = zovview::FindViewCommand(name);
+    ASSERT_NE(command, nullptr) << name;
     command->run(target);
     Arrive();
   }
-  bool IsOn(const char* label) const {
-    return zovview::FindViewCommand(std::string_view(label))->isOn(target);
-  }
+  bool IsOn(std::string_view name) const { return zovview::FindViewCommand(name)->isOn(target); }
 };
 
 TEST_F(CubeCommandsTest, of_each_list_one_is_chosen_and_the_one_that_was_asked_for) {
@@ -46,10 +44,10 @@ TEST_F(CubeCommandsTest, of_each_list_one_is_chosen_and_the_one_that_was_asked_f
        {Place::CubeProjection, Place::CubeSize, Place::CubeCorner, Place::CubeOpacity, Place::Coordinates}) {
     for (const zovview::ViewCommand& command : zovview::GetViewCommands()) {
       if (command.place != place) continue;
-      Run(command.label);
+      Run(command.name);
       for (const zovview::ViewCommand& other : zovview::GetViewCommands()) {
         const bool asked = other.place == place && other.isOn(target);
-        EXPECT_EQ(asked, &other == &command) << other.label;
+        EXPECT_EQ(asked, &other == &command) << other.name;
       }
     }
   }
@@ -57,19 +55,22 @@ TEST_F(CubeCommandsTest, of_each_list_one_is_chosen_and_the_one_that_was_asked_f
 
 TEST_F(CubeCommandsTest, the_cube_gets_the_size_the_corner_and_the_opacity) {
   struct Size {
-    const char* label;
+    const char* name;
     int pixels;
   };
   // Of a view 800 high automatic would be 136, and is at most normal.
-  for (const Size& size :
-       {Size{"Tiny", 35}, {"Small", 70}, {"Normal", 120}, {"Large", 170}, {"Automatic size", 120}}) {
-    Run(size.label);
-    EXPECT_EQ(cube.GetScreenSize(), size.pixels) << size.label;
+  for (const Size& size : {Size{"cube-size-tiny", 35},
+                           {"cube-size-small", 70},
+                           {"cube-size-normal", 120},
+                           {"cube-size-large", 170},
+                           {"cube-size-automatic", 120}}) {
+    Run(size.name);
+    EXPECT_EQ(cube.GetScreenSize(), size.pixels) << size.name;
   }
-  Run("Bottom left");
+  Run("cube-bottom-left");
   EXPECT_LT(manager.GetOrientorBounds().center.x, WIDTH / 4.0);
   EXPECT_LT(manager.GetOrientorBounds().center.y, HEIGHT / 4.0);
-  Run("25%");
+  Run("cube-opacity-25");
   EXPECT_EQ(cube.GetParameters().min_opacity, 0.25F);
 }
 
@@ -77,16 +78,16 @@ TEST_F(CubeCommandsTest, the_present_view_becomes_the_home) {
   zovview::ShowTop(target);
   Arrive();
   const CameraParameters top = hub.GetView();
-  Run("Make this view the home");
+  Run("make-home");
   zovview::ShowFront(target);
   Arrive();
   ASSERT_GT((hub.GetView().eye - top.eye).Length(), 1.0);
-  Run("Home view");
+  Run("cube-home");
   EXPECT_LT((hub.GetView().eye - top.eye).Length(), 1e-9);
 }
 
 TEST_F(CubeCommandsTest, with_parallel_faces_the_projection_goes_by_the_direction_of_the_view) {
-  Run("Perspective, faces parallel");
+  Run("parallel-faces");
   EXPECT_FALSE(hub.GetView().IsOrthographic());
   zovview::ShowTop(target);
   Arrive();
@@ -94,44 +95,44 @@ TEST_F(CubeCommandsTest, with_parallel_faces_the_projection_goes_by_the_directio
   zovview::ShowIsometric(target);
   Arrive();
   EXPECT_FALSE(hub.GetView().IsOrthographic());
-  Run("Parallel");
+  Run("parallel");
   EXPECT_TRUE(hub.GetView().IsOrthographic());
-  Run("Perspective");
+  Run("perspective");
   zovview::ShowTop(target);
   Arrive();
   EXPECT_FALSE(hub.GetView().IsOrthographic());
 }
 
 TEST_F(CubeCommandsTest, a_lock_wants_a_selection) {
-  Run("Turn about the selection");
-  EXPECT_FALSE(IsOn("Turn about the selection"));
+  Run("toggle-lock");
+  EXPECT_FALSE(IsOn("toggle-lock"));
   selection.PickAt(WIDTH / 2, HEIGHT / 2);
   ASSERT_GE(selection.GetPart(), 0);
-  Run("Turn about the selection");
-  EXPECT_TRUE(IsOn("Turn about the selection"));
-  Run("Turn about the selection");
-  EXPECT_FALSE(IsOn("Turn about the selection"));
+  Run("toggle-lock");
+  EXPECT_TRUE(IsOn("toggle-lock"));
+  Run("toggle-lock");
+  EXPECT_FALSE(IsOn("toggle-lock"));
 }
 
 TEST_F(CubeCommandsTest, settings_of_the_cube_turn_on_and_off) {
-  for (const char* label : {"Fit on click", "Compass", "List of coordinates"}) {
-    const bool before = IsOn(label);
-    Run(label);
-    EXPECT_NE(IsOn(label), before) << label;
-    Run(label);
-    EXPECT_EQ(IsOn(label), before) << label;
+  for (const char* name : {"toggle-fit-on-click", "toggle-compass", "toggle-coordinates"}) {
+    const bool before = IsOn(name);
+    Run(name);
+    EXPECT_NE(IsOn(name), before) << name;
+    Run(name);
+    EXPECT_EQ(IsOn(name), before) << name;
   }
 }
 
 TEST_F(CubeCommandsTest, a_coordinate_system_tells_what_is_up) {
   const Korvane::ApplicationParameters& parameters = hub.GetApplicationParameters();
-  Run("Y upward");
+  Run("up-y");
   EXPECT_EQ(parameters.scene_up_direction, Vector3(0, 1, 0));
   EXPECT_EQ(hub.GetWorldUpDirection(), Vector3(0, 1, 0));
   zovview::ShowTop(target);
   Arrive();
   EXPECT_NEAR((hub.GetView().centre - hub.GetView().eye).Normalized().Dot(Vector3(0, 1, 0)), -1.0, 1e-12);
-  Run("Of the model");
+  Run("up-of-model");
   EXPECT_EQ(parameters.scene_up_direction, scene->GetUpDirection());
 }
 

@@ -68,20 +68,22 @@ class ViewCommandsTest : public apps_test::TravellingHub {
 
 // ---- the table ----
 
-TEST_F(ViewCommandsTest, each_key_and_each_label_stands_for_one_command) {
+TEST_F(ViewCommandsTest, each_key_and_each_name_stands_for_one_command) {
   std::set<SDL_Keycode> keys;
-  std::set<std::string> labels;
+  std::set<std::string_view> names;
   for (const ViewCommand& command : zovview::GetViewCommands()) {
-    EXPECT_TRUE(labels.insert(command.label).second) << command.label;
-    EXPECT_EQ(zovview::FindViewCommand(std::string_view(command.label)), &command);
-    EXPECT_EQ(*command.keyName == '\0', command.key == SDLK_UNKNOWN) << command.label;
+    EXPECT_TRUE(names.insert(command.name).second) << command.name;
+    EXPECT_EQ(command.name.find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789-"), std::string_view::npos)
+        << command.name;
+    EXPECT_EQ(zovview::FindViewCommand(command.name), &command);
+    EXPECT_EQ(*command.keyName == '\0', command.key == SDLK_UNKNOWN) << command.name;
     if (command.key == SDLK_UNKNOWN) continue;
-    EXPECT_TRUE(keys.insert(command.key).second) << command.label;
+    EXPECT_TRUE(keys.insert(command.key).second) << command.name;
     EXPECT_EQ(zovview::FindViewCommand(command.key), &command);
   }
   EXPECT_EQ(zovview::FindViewCommand(SDLK_F12), nullptr);
   EXPECT_EQ(zovview::FindViewCommand(SDLK_UNKNOWN), nullptr);
-  EXPECT_EQ(zovview::FindViewCommand(std::string_view("orbit")), nullptr);
+  EXPECT_EQ(zovview::FindViewCommand("Orbit"), nullptr);
 }
 
 TEST_F(ViewCommandsTest, every_command_keeps_the_camera_usable_without_a_model) {
@@ -94,7 +96,7 @@ TEST_F(ViewCommandsTest, every_command_keeps_the_camera_usable_without_a_model) 
       clock.Advance();
       empty.PerformOperations();
     }
-    EXPECT_TRUE(empty.GetView().IsFinite()) << command.label;
+    EXPECT_TRUE(empty.GetView().IsFinite()) << command.name;
   }
 }
 
@@ -104,10 +106,10 @@ TEST_F(ViewCommandsTest, a_setting_says_whether_it_is_on) {
     const bool before = command.isOn(target);
     command.run(target);
     Arrive();
-    EXPECT_NE(command.isOn(target), before) << command.label;
+    EXPECT_NE(command.isOn(target), before) << command.name;
     command.run(target);
     Arrive();
-    EXPECT_EQ(command.isOn(target), before) << command.label;
+    EXPECT_EQ(command.isOn(target), before) << command.name;
   }
 }
 
