@@ -23,7 +23,7 @@ struct Arguments {
   std::string model;
   bool headless = false;
   bool split = false;
-  bool logFrames = false;
+  bool log = false;
   std::string record;
   std::string replay;
   std::string size;
@@ -75,8 +75,8 @@ std::optional<int> ReadArguments(int argc, char** argv, Arguments& arguments) {
       ->excludes(model)
       ->excludes(headless);
   record->excludes(split)->excludes(headless);
-  app.add_flag("--log-frames", arguments.logFrames,
-               "A line on the error stream for each frame of the window");
+  app.add_flag("--log", arguments.log,
+               "A line on the error stream for each event, frame and rest of the window");
   app.set_version_flag("--version", "zovview " ZOVVIEW_VERSION);
   try {
     app.parse(argc, argv);
@@ -116,8 +116,7 @@ int ShowWindow(zovhost::Window& window, const zovview::ModelSource& source, cons
       return EXIT_BAD_INPUT;
     }
   }
-  const int code =
-      zovview::Viewer(window, {arguments.split, recorder.get(), arguments.logFrames}).Run(source);
+  const int code = zovview::Viewer(window, {arguments.split, recorder.get(), arguments.log}).Run(source);
   if (code != 0 || recorder == nullptr || recorder->Finish(error)) return code;
   Note(error);
   return 1;

@@ -53,7 +53,7 @@ bool Viewer::Surface::OpenUCSMenu(int /*x*/, int /*y*/) {
 Viewer::Viewer(zovhost::Window& onWindow, const Options& options)
     : window(onWindow),
       recorder(options.recorder),
-      logFrames(options.logFrames),
+      log(options.log),
       cursorScales(Korvane::CURSOR_NONE, 0.0),
       gui(window),
       messageTimer(*this),
@@ -86,7 +86,9 @@ Viewer::~Viewer() {
 
 int Viewer::Run(const ModelSource& first) {
   Open(first);
-  window.Run();
+  while (window.Step(-1)) {
+    if (!window.IsFrameRequested() && !IsLoading()) log.AddRest();
+  }
   return exitCode;
 }
 
@@ -175,6 +177,7 @@ void Viewer::ShowMessage(const std::string& text) {
 // ---- events ----
 
 void Viewer::OnEvent(const WindowEvent& event) {
+  log.Add(event);
   switch (event.type) {
     case WindowEvent::Type::MouseDown:
     case WindowEvent::Type::MouseMove:
@@ -275,7 +278,7 @@ void Viewer::OnResized() {
 // ---- the frame ----
 
 void Viewer::DrawFrame() {
-  if (logFrames) std::fprintf(stderr, "%s: frame %u\n", PROGRAM, ++frameCount);
+  log.AddFrame();
   glDisable(GL_SCISSOR_TEST);
   glClearColor(0.0F, 0.0F, 0.0F, 1.0F);  // what shows between two views
   glClear(GL_COLOR_BUFFER_BIT);

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "event_log.h"
 #include "korvane/interval_timer.h"
 #include "model_source.h"
 #include "progress_line.h"
@@ -25,8 +26,8 @@ class Viewer {
     bool split = false;
     /// Hears what happens to the first view; null: nobody does. Borrowed.
     Recorder* recorder = nullptr;
-    /// A line on the error stream for each frame.
-    bool logFrames = false;
+    /// Events, frames and rests are told on the error stream.
+    bool log = false;
   };
 
   explicit Viewer(zovhost::Window& onWindow) : Viewer(onWindow, Options()) {}
@@ -100,8 +101,7 @@ class Viewer {
 
   zovhost::Window& window;
   Recorder* const recorder;
-  const bool logFrames;
-  unsigned frameCount = 0;
+  EventLog log;
   std::unique_ptr<zovhost::Scene> scene;
   zovhost::GLSceneView sceneView;
   std::vector<std::unique_ptr<Surface>> surfaces;

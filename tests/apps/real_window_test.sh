@@ -4,7 +4,8 @@
 # Tools, middle button, wheel and cube must change the picture and the shape of the pointer, a drag over the
 # edge must set the pointer to the other side, a window left alone must stay as it is, draw no frame and use no
 # processor time, a model that is none must end the program with code 2, and a request to end must be met at
-# once. Records a session and plays it again. Then interrupts a tour.
+# once. Records a session and plays it again. Then interrupts a tour. Nothing here counts on how long anything
+# takes: the log of the viewer tells when it has seen an event and is at rest.
 set -euo pipefail
 
 zovview=$1
@@ -57,16 +58,26 @@ unset WAYLAND_DISPLAY SDL_VIDEODRIVER XAUTHORITY
 snapshot() { cp "$work/screen/Xvfb_screen0" "$work/$1"; }
 differing_bytes() { { cmp -l "$work/$1" "$work/$2" || true; } | wc -l; }
 
-# Until the screen has not changed for half a second.
-settle() {
-  local previous=none current tries
-  for tries in $(seq 60); do
-    sleep 0.5
-    current=$(md5sum <"$work/screen/Xvfb_screen0")
-    [ "$current" = "$previous" ] && return
-    previous=$current
+# wait_for WHAT COMMAND...: until the command succeeds, which a busy machine may take long for
+wait_for() {
+  local what=$1 end=$((SECONDS + 120))
+  shift
+  until "$@"; do
+    kill -0 "$viewer" 2>/dev/null || fail "the viewer has ended: $what"
+    [ "$SECONDS" -lt "$end" ] || fail "$what"
+    sleep 0.02
   done
-  fail "the picture does not come to rest"
+}
+
+# Until the viewer has seen all that was done so far, and has come to rest after it: a key that means nothing
+# stands behind the rest.
+keys_seen() { grep -c ' key-up Pause$' "$work/error"; }
+rests_after() { awk -v keys="$1" '/ key-up Pause$/ { ++seen; rest = 0 } / at rest$/ { rest = 1 } END { exit !(seen > keys && rest) }' "$work/error"; }
+settle() {
+  local seen
+  seen=$(keys_seen) || true
+  xdotool key --window "$window" Pause
+  wait_for "the viewer does not come to rest" rests_after "$seen"
 }
 
 processor_time() { awk '{print $14 + $15}' "/proc/$1/stat"; }  # in hundredths of a second
@@ -76,13 +87,9 @@ open_viewer() {
   viewer=$!
 }
 
-open_viewer "$work/house.obj" --log-frames --record "$work/session.txt"
-for tries in $(seq 60); do
-  window=$(xdotool search --name '^house.obj - zovview$' 2>/dev/null | head -n 1) && [ -n "$window" ] && break
-  kill -0 "$viewer" 2>/dev/null || fail "the viewer has ended"
-  sleep 0.5
-done
-[ -n "${window:-}" ] || fail "no window with the name of the model"
+open_viewer "$work/house.obj" --log --record "$work/session.txt"
+find_window() { window=$(xdotool search --name '^house.obj - zovview$' 2>/dev/null | head -n 1) && [ -n "$window" ]; }
+wait_for "no window with the name of the model" find_window
 settle
 
 # drag BUTTON FROM_X FROM_Y TO_X TO_Y, in pixels of the window
@@ -91,26 +98,27 @@ drag() {
   local i
   for i in 1 2 3 4 5; do
     xdotool mousemove --window "$window" $(($2 + ($4 - $2) * i / 5)) $(($3 + ($5 - $3) * i / 5))
-    sleep 0.03
   done
   xdotool mouseup "$1" mousemove --window "$window" 700 500
   settle
 }
 
-# must_change WHAT: the picture differs from the one before by more than a moved pointer would make it
-must_change() {
+# must_change WHAT: the picture comes to differ from the one before by more than a moved pointer would make it
+picture_differs() {
   snapshot after
-  local count
-  count=$(differing_bytes before after)
-  echo "$1: $count bytes of the screen differ"
-  [ "$count" -gt 20000 ] || fail "$1 changes nothing"
+  [ "$(differing_bytes before after)" -gt 20000 ]
+}
+must_change() {
+  wait_for "$1 changes nothing" picture_differs
+  echo "$1: $(differing_bytes before after) bytes of the screen differ"
   mv "$work/after" "$work/before"
 }
 
 xdotool mousemove --window "$window" 700 500
 settle
-# expect_cursor WHAT OPERATOR OTHER: the shape of the pointer is (=), or is not (!=), an earlier one
-expect_cursor() { [ "$("$probe" cursor)" "$2" "$3" ] || fail "the shape of the pointer: $1"; }
+# expect_cursor WHAT OPERATOR OTHER: the shape of the pointer comes to be (=), or not to be (!=), an earlier one
+cursor_is() { [ "$("$probe" cursor)" "$1" "$2" ]; }
+expect_cursor() { wait_for "the shape of the pointer: $1" cursor_is "$2" "$3"; }
 pointer_x() { "$probe" pointer | cut -d' ' -f1; }
 
 snapshot before
@@ -135,24 +143,23 @@ settle
 walk_cursor=$("$probe" cursor)
 expect_cursor "the walk has its own" != "$orbit_cursor"
 xdotool mousemove --window "$window" 600 300 mousedown 1
-sleep 0.5
 left_edge=$(xdotool getwindowgeometry "$window" | sed -n 's/.*Position: \(-\{0,1\}[0-9]*\),.*/\1/p')
-[ $(($(pointer_x) - left_edge)) -eq 400 ] || fail "a walk does not begin at its start: $("$probe" pointer)"
+# pointer_at LEAST MOST: from the left edge of the window
+pointer_at() { local x=$(($(pointer_x) - left_edge)); [ "$x" -ge "$1" ] && [ "$x" -le "$2" ]; }
+wait_for "a walk does not begin at its start" pointer_at 400 400
 xdotool mousemove --window "$window" 400 400
-sleep 0.5
 expect_cursor "going forward looks otherwise" != "$walk_cursor"
+must_change "a walk"
 xdotool mouseup 1 mousemove --window "$window" 700 500
 settle
-must_change "a walk"
+snapshot before
 
 # Over the right edge the pointer comes in again on the left, and the orbit goes on.
 xdotool key --window "$window" o
 settle
 xdotool mousemove --window "$window" 780 500 mousedown 1
-sleep 0.1
 xdotool mousemove --window "$window" 790 500 mousemove --window "$window" 810 500
-sleep 0.5
-[ $(($(pointer_x) - left_edge)) -lt 100 ] || fail "the pointer is not set to the other side: $("$probe" pointer)"
+wait_for "the pointer is not set to the other side" pointer_at 0 100
 xdotool mouseup 1 mousemove --window "$window" 700 500
 settle
 must_change "an orbit over the edge"
@@ -172,9 +179,9 @@ echo "bluish pixels of the cube: $plain without the pointer, $lit with it"
 expect_cursor "over the cube it is another" != "$orbit_cursor"
 snapshot before
 xdotool mousemove --window "$window" 746 28
-sleep 0.3
+settle
 xdotool click 1
-sleep 1.5
+settle
 xdotool mousemove --window "$window" 700 500
 settle
 must_change "a click on the top of the cube"
@@ -185,6 +192,7 @@ xdotool windowsize "$window" 700 500
 settle
 must_change "a change of size"
 
+# The one span of time: at rest nothing comes that could be waited for.
 before_rest=$(processor_time "$viewer")
 frames_before=$(grep -c ' frame ' "$work/error")
 sleep 10
@@ -224,10 +232,7 @@ viewer=
 mkdir "$work/tours"
 "$zovview" "$work/house.obj" --headless --out "$work/tours/tour" >"$work/out" 2>"$work/error" &
 viewer=$!
-for tries in $(seq 300); do
-  [ -e "$work/tours/.tour.partial/001.png" ] && break
-  sleep 0.1
-done
+wait_for "the tour does not begin" test -e "$work/tours/.tour.partial/001.png"
 kill -TERM "$viewer"
 code=0
 wait "$viewer" || code=$?
