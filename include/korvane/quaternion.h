@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cmath>
+
 #include "korvane/export.h"
 #include "korvane/vector3.h"
 
@@ -32,7 +34,10 @@ class ZOVTOOLS_API Quaternion {
 
   /// `angle` in radians. The axis is used as given: an axis that is not of unit length gives a quaternion
   /// that is not of unit length.
-  void FromAxisAngle(const Vector3& axis, double angle);
+  void FromAxisAngle(const Vector3& axis, double angle) {
+    const Vector3 v = axis * std::sin(angle / 2.0);
+    *this = Quaternion(std::cos(angle / 2.0), v.x, v.y, v.z);
+  }
   static Quaternion AxisAngle(const Vector3& axis, double angle) {
     Quaternion q;
     q.FromAxisAngle(axis, angle);
@@ -44,10 +49,18 @@ class ZOVTOOLS_API Quaternion {
   void FromRotationMatrix(const Vector3 rows[3]);
   /// The inverse mapping, as nine values row by row, or as three rows.
   void ToRotationMatrix(double* matrix) const;
-  void ToRotationMatrix(Vector3 rows[3]) const;
+  constexpr void ToRotationMatrix(Vector3 rows[3]) const {
+    rows[0] = Vector3(1.0 - 2.0 * (y * y + z * z), 2.0 * (x * y - w * z), 2.0 * (x * z + w * y));
+    rows[1] = Vector3(2.0 * (x * y + w * z), 1.0 - 2.0 * (x * x + z * z), 2.0 * (y * z - w * x));
+    rows[2] = Vector3(2.0 * (x * z - w * y), 2.0 * (y * z + w * x), 1.0 - 2.0 * (x * x + y * y));
+  }
 
   /// `v` times the transpose of the rotation matrix; see the class.
-  Vector3 Rotate(const Vector3& v) const;
+  constexpr Vector3 Rotate(const Vector3& v) const {
+    Vector3 rows[3];
+    ToRotationMatrix(rows);
+    return rows[0] * v.x + rows[1] * v.y + rows[2] * v.z;
+  }
 
   /// The quaternion whose Rotate carries `from` onto `to`, both of unit length. Opposite vectors turn by
   /// half a turn about some axis perpendicular to `from`.

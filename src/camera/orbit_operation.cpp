@@ -38,6 +38,7 @@ void OrbitOperation::InitOperation(int x, int y, const CameraOperations* operati
     AlignCameraToUpDirection(
         initialCamera, parameters.do_custom_orbit ? parameters.custom_orbit_up : hub->GetWorldUpDirection());
   }
+  initialTurntable = Turntable(initialCamera);
   workingCamera = initialCamera;
 
   Vector3 front;
@@ -66,21 +67,22 @@ void OrbitOperation::PerformOperation(double /*dt*/, CameraParameters& camera) {
 
 // ---- the turntable ----
 
-// What turns about the pivot, from the base camera: where the eye stands, where it looks, its right and up.
-struct OrbitOperation::Turntable {
-  Vector3 fromPivot;
-  Vector3 backward;
-  Vector3 right;
-  Vector3 up;
+OrbitOperation::Turntable::Turntable(const CameraParameters& camera)
+    : pivot(camera.pivot),
+      pivotDistance((camera.eye - camera.pivot).Length()),
+      viewingDistance((camera.eye - camera.centre).Length()),
+      fromPivot((camera.eye - camera.pivot).Normalized()),
+      backward(-ViewDirection(camera)),
+      right(ViewDirection(camera).Cross(camera.up)),
+      up(camera.up) {}
 
-  void TurnAbout(const Vector3& axis, double angle) {
-    const Quaternion q = Quaternion::AxisAngle(axis, angle);
-    fromPivot = q.Rotate(fromPivot);
-    backward = q.Rotate(backward);
-    right = q.Rotate(right);
-    up = q.Rotate(up);
-  }
-};
+void OrbitOperation::Turntable::TurnAbout(const Vector3& axis, double angle) {
+  const Quaternion q = Quaternion::AxisAngle(axis, angle);
+  fromPivot = q.Rotate(fromPivot);
+  backward = q.Rotate(backward);
+  right = q.Rotate(right);
+  up = q.Rotate(up);
+}
 
 void OrbitOperation::PerformTurntable(CameraParameters& camera) {
   const ApplicationParameters& parameters = GetParameters();
@@ -97,11 +99,7 @@ void OrbitOperation::PerformTurntable(CameraParameters& camera) {
   const Vector3 side = front.Cross(up);
   const Vector3 upAxis = side.Cross(front).Normalized();  // exactly perpendicular to front
 
-  const CameraParameters& base = IsCombined() ? workingCamera : initialCamera;
-  const double pivotDistance = (base.eye - base.pivot).Length();
-  const double viewingDistance = (base.eye - base.centre).Length();
-  const Vector3 forward = ViewDirection(base);
-  Turntable view{(base.eye - base.pivot).Normalized(), -forward, forward.Cross(base.up), base.up};
+  Turntable view = IsCombined() ? Turntable(workingCamera) : initialTurntable;
 
   double remainingX = 0.0;
   double remainingY = 0.0;
@@ -120,8 +118,8 @@ void OrbitOperation::PerformTurntable(CameraParameters& camera) {
     view.up.Normalize();
   }
 
-  camera.eye = base.pivot + view.fromPivot * pivotDistance;
-  camera.centre = camera.eye - view.backward * viewingDistance;
+  camera.eye = view.pivot + view.fromPivot * view.pivotDistance;
+  camera.centre = camera.eye - view.backward * view.viewingDistance;
   camera.up = view.up;
 }
 

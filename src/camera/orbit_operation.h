@@ -42,7 +42,20 @@ class OrbitOperation : public Operation {
     double rotation = 0.0;  // total angle so far, radians
   };
   struct SnapCurve;
-  struct Turntable;
+  // What a turntable turns: a camera as its pivot sees it. Directions are of unit length but `right`.
+  struct Turntable {
+    Vector3 pivot;
+    double pivotDistance = 0.0;
+    double viewingDistance = 0.0;
+    Vector3 fromPivot;
+    Vector3 backward;
+    Vector3 right;
+    Vector3 up;
+
+    Turntable() = default;
+    explicit Turntable(const CameraParameters& camera);
+    void TurnAbout(const Vector3& axis, double angle);
+  };
 
   bool KeepsUp() const;
   SnapCurve GetSnapCurve(RotationType type) const;
@@ -59,6 +72,7 @@ class OrbitOperation : public Operation {
   void ReleaseSnapOnNewView(const Vector3& upAxis, const Vector3& target);
 
   CameraParameters initialCamera;
+  Turntable initialTurntable;      // of the initial camera
   CameraParameters workingCamera;  // what the last frame produced
   StandardViews standardViews;
   AxisSnap snaps[2];  // by RotationType

@@ -3,7 +3,6 @@
 #include <cmath>
 
 #include "camera/camera_frame.h"
-#include "camera/view_size.h"
 #include "korvane/aspect_ratio_adjuster.h"
 #include "korvane/camera_operations.h"
 
@@ -35,7 +34,7 @@ void PanOperation::PerformOperation(double /*dt*/, CameraParameters& camera) {
 
   // A pivot behind the eye gives a negative size; the scene still moves with the cursor.
   const double depth = (camera.pivot - camera.eye).Dot(forward);
-  const Vector2 size = ViewSizeAtDepth(camera, depth);
+  const Vector2 size = ViewSizeAtDepth(camera, tangents, depth);
   const Vector3 shift =
       (left * std::abs(size.x) * dx + trueUp * std::abs(size.y) * dy) * parameters.pan_multiplier;
   camera.centre += shift;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "camera/view_size.h"
 #include "korvane/operation.h"
 
 namespace Korvane {
@@ -13,6 +14,9 @@ class PanOperation : public Operation {
  protected:
   /// The motion since the last frame: fractions of the viewport, or of the six-axis input.
   void GetDeltaXY(double& dx, double& dy) const;
+
+ private:
+  KeptTangents tangents;
 };
 
 }  // namespace Korvane

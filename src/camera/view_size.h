@@ -21,12 +21,45 @@ struct FrustumTangents {
         bottom(std::tan(camera.bottom_fov * Math::DEG_TO_RAD)) {}
 };
 
+/// The tangents of a camera that a move sees again and again: its half angles seldom change.
+class KeptTangents {
+ public:
+  const FrustumTangents& Of(const CameraParameters& camera) {
+    if (!AreOf(camera)) Keep(camera);
+    return tangents;
+  }
+
+ private:
+  bool AreOf(const CameraParameters& camera) const {
+    return camera.left_fov == last.left_fov && camera.right_fov == last.right_fov &&
+           camera.top_fov == last.top_fov && camera.bottom_fov == last.bottom_fov;
+  }
+  void Keep(const CameraParameters& camera) {
+    last = camera;
+    tangents = FrustumTangents(camera);
+  }
+
+  CameraParameters last;
+  FrustumTangents tangents{last};
+};
+
+inline Vector2 OrthographicSize(const CameraParameters& camera) {
+  return {camera.ortho_width, camera.ortho_height};
+}
+
+inline Vector2 FrustumSizeAtDepth(const FrustumTangents& tangents, double depth) {
+  return {(tangents.right + tangents.left) * depth, (tangents.bottom + tangents.top) * depth};
+}
+
 /// The full size of the view, world units, at a depth along its axis. Negative behind the eye; the same at
 /// every depth in orthographic.
 inline Vector2 ViewSizeAtDepth(const CameraParameters& camera, double depth) {
-  if (camera.IsOrthographic()) return {camera.ortho_width, camera.ortho_height};
-  const FrustumTangents tangents(camera);
-  return {(tangents.right + tangents.left) * depth, (tangents.bottom + tangents.top) * depth};
+  return camera.IsOrthographic() ? OrthographicSize(camera)
+                                 : FrustumSizeAtDepth(FrustumTangents(camera), depth);
+}
+/// The same with what a move keeps.
+inline Vector2 ViewSizeAtDepth(const CameraParameters& camera, KeptTangents& tangents, double depth) {
+  return camera.IsOrthographic() ? OrthographicSize(camera) : FrustumSizeAtDepth(tangents.Of(camera), depth);
 }
 
 }  // namespace Korvane

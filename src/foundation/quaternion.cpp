@@ -27,11 +27,6 @@ const Quaternion Quaternion::IDENTITY(1.0, 0.0, 0.0, 0.0);
 const Quaternion Quaternion::ZERO(0.0, 0.0, 0.0, 0.0);
 const int Quaternion::ms_iNext[3] = {1, 2, 0};
 
-void Quaternion::FromAxisAngle(const Vector3& axis, double angle) {
-  const Vector3 v = axis * std::sin(angle / 2.0);
-  *this = Quaternion(std::cos(angle / 2.0), v.x, v.y, v.z);
-}
-
 void Quaternion::FromRotationMatrix(const Vector3 m[3]) {
   const double trace = m[0][0] + m[1][1] + m[2][2];
   if (trace > 0.0) {
@@ -51,22 +46,10 @@ void Quaternion::FromRotationMatrix(const Vector3 m[3]) {
   (*this)[1 + k] = (m[i][k] + m[k][i]) * t;
 }
 
-void Quaternion::ToRotationMatrix(Vector3 rows[3]) const {
-  rows[0] = Vector3(1.0 - 2.0 * (y * y + z * z), 2.0 * (x * y - w * z), 2.0 * (x * z + w * y));
-  rows[1] = Vector3(2.0 * (x * y + w * z), 1.0 - 2.0 * (x * x + z * z), 2.0 * (y * z - w * x));
-  rows[2] = Vector3(2.0 * (x * z - w * y), 2.0 * (y * z + w * x), 1.0 - 2.0 * (x * x + y * y));
-}
-
 void Quaternion::ToRotationMatrix(double* matrix) const {
   Vector3 rows[3];
   ToRotationMatrix(rows);
   for (int i = 0; i < 3; ++i) rows[i].ToArray(matrix + 3 * i);
-}
-
-Vector3 Quaternion::Rotate(const Vector3& v) const {
-  Vector3 rows[3];
-  ToRotationMatrix(rows);
-  return rows[0] * v.x + rows[1] * v.y + rows[2] * v.z;
 }
 
 Quaternion Quaternion::Align(const Vector3& from, const Vector3& to) {

@@ -76,6 +76,23 @@ TEST_F(Pan, an_asymmetric_frustum_counts_all_four_half_angles) {
   ExpectEye(-4, 7, 10);  // (0.1 + 0.3) 10 and (0.5 + 0.2) 10
 }
 
+// A tenth of the view a frame: 2 units; once a half angle has the tangent 0.5, 1.5 units on its axis.
+TEST_F(Pan, a_half_angle_that_the_host_changes_in_mid_drag_counts_from_the_next_frame) {
+  const CameraParameters start = hub.view;
+  for (double CameraParameters::*const angle : {&CameraParameters::left_fov, &CameraParameters::right_fov,
+                                                &CameraParameters::top_fov, &CameraParameters::bottom_fov}) {
+    const bool across = angle == &CameraParameters::left_fov || angle == &CameraParameters::right_fov;
+    hub.view = start;
+    hub.BeginOperation(OPERATION_PAN, 0, 0);
+    hub.Drag(OPERATION_PAN, 100, 50);
+    ExpectEye(-2, 2, 10);
+    hub.view.*angle = std::atan(0.5) * 180.0 / oracle::PI;
+    hub.Drag(OPERATION_PAN, 200, 100);
+    ExpectEye(across ? -3.5 : -4, across ? 4 : 3.5, 10);
+    hub.EndOperation(OPERATION_PAN);
+  }
+}
+
 TEST_F(Pan, orthographic_uses_the_orthographic_size) {
   hub.view = WithOrthographic(hub.view, 6.0, 4.0);
   Drag(500, 250);
