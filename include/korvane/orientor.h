@@ -5,6 +5,7 @@
 
 #include "korvane/box2.h"
 #include "korvane/export.h"
+#include "korvane/lifeline.h"
 #include "korvane/observer_set.h"
 #include "korvane/orientor_observer.h"
 #include "korvane/orientor_parameters.h"
@@ -57,6 +58,7 @@ class ZOVTOOLS_API Orientor {
   Orientor(const Orientor&) = delete;
   Orientor& operator=(const Orientor&) = delete;
 
+  /// Another hub, or none, ends what the mouse does with the cube, in the hub that was there.
   virtual void SetKorvane(CameraOperations* hub);
   /// Call Destroy before another renderer takes over: what this one made can be given back only to it.
   virtual void SetRenderer(Renderer* value);
@@ -64,11 +66,13 @@ class ZOVTOOLS_API Orientor {
 
   /// Takes textures and texts. False without a renderer.
   virtual bool Create();
-  /// Gives them back, and ends a drag and a move that the cube has begun. False without a renderer.
+  /// Gives them back, and ends a drag and a move that the cube has begun; it begins none meanwhile. False
+  /// without a renderer.
   virtual bool Destroy();
   virtual void Draw();
 
-  // The result says whether the cube keeps the event.
+  // The result says whether the cube keeps the event. A cube that is no longer visible ends its gesture at
+  // the next event or frame.
   virtual bool OnMouseMove(int x, int y);
   virtual bool OnLeftMouseDown(int x, int y);
   virtual bool OnLeftMouseUp(int x, int y);
@@ -88,6 +92,12 @@ class ZOVTOOLS_API Orientor {
   virtual void OnTransitionEnded();
 
  public:
+  /// Ends what the mouse does with the cube, once: a drag gives the hub's settings back, closes its record
+  /// and is told as ended; a press will be no click, and its release is not kept. The mouse is on nothing
+  /// until it is looked at again. For a lost focus, a key that cancels, a cube that is put away. A move that
+  /// a click has begun goes on.
+  void CancelGesture();
+
   /// False for null only. One that is already held keeps its place.
   bool AddObserver(OrientorObserver* observer);
   void RemoveObserver(OrientorObserver* observer);
@@ -271,6 +281,10 @@ class ZOVTOOLS_API Orientor {
   bool mouseCaptured = false;
   bool releasing = false;             // the release of the last press is being told
   bool tellingDragEnd = false;        // and the drag it ends has not been put away
+  Lifeline dragLife;                  // cut when the drag ends
+  bool tellsDragEnd = false;          // its begin has been told
+  bool recordOpen = false;            // the drag's, in the history
+  bool closing = false;               // within Destroy, when no move may begin
   float savedOrbitMultiplier = 5.0F;  // the hub's, while dragging
   bool savedPreserveOrbitUp = true;
   bool savedAlignOrbitUp = true;
@@ -326,7 +340,8 @@ class ZOVTOOLS_API Orientor {
 
   bool ShowsSecondUCSName() const;
   void DestroyUCSMenuLabels();
-  void CloseGesture();
+  void EndGesture();
+  void EndMove();
 
   int CountFromTop(int y) const;
   void Click();

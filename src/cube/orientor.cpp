@@ -34,7 +34,10 @@ Orientor::Orientor() : transitionObserver(std::make_unique<OrientorTransitionSho
 
 Orientor::~Orientor() = default;
 
-void Orientor::SetKorvane(CameraOperations* hub) { cameraOperations = hub; }
+void Orientor::SetKorvane(CameraOperations* hub) {
+  if (hub != cameraOperations) EndGesture();
+  cameraOperations = hub;
+}
 void Orientor::SetRenderer(Renderer* value) { renderer = value; }
 void Orientor::SetRewindHistory(RewindHistory* history) { rewindHistory = history; }
 
@@ -53,7 +56,10 @@ bool Orientor::Create() {
 }
 
 bool Orientor::Destroy() {
-  CloseGesture();
+  closing = true;
+  EndGesture();
+  EndMove();
+  closing = false;
   if (renderer == nullptr) return false;
   for (int id = 0; id < TEXTURE_COUNT; ++id) renderer->DecrementTextureUsage(static_cast<TextureID>(id));
   DestroyUCSMenuLabels();
@@ -290,6 +296,7 @@ bool Orientor::ViewOnPrincipalAxis() const { return IsViewOnClosestPart(FACE_COU
 // ---- update ----
 
 void Orientor::Update(bool redraw) {
+  if (!parameters.visible) EndGesture();
   if (cameraOperations == nullptr) return;
   Vector3 view;
   Vector3 up;

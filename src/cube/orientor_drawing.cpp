@@ -75,6 +75,7 @@ void Orientor::GetOverlayCamera(Box2& box, CameraParameters& camera, const Vecto
 // ---- a frame ----
 
 void Orientor::Draw() {
+  if (!parameters.visible) EndGesture();
   if (cameraOperations == nullptr || !parameters.visible) return;
   Update(false);
   Vector3 view;

@@ -11,10 +11,13 @@
 namespace Korvane {
 
 bool Orientor::OnLeftMouseDown(int x, int y) {
+  mouseCaptured = false;  // the release of an earlier press has been lost
+  if (!parameters.visible) EndGesture();
   if (cameraOperations == nullptr || !parameters.visible || parameters.disabled) return false;
   if (cameraOperations->IsShotActive()) return false;
+  const bool wasDragging = dragging || draggedHub != nullptr;
   releasing = dragging = mousePressed = false;
-  if (draggedHub != nullptr) EndDrag();  // its release was lost, or came while the cube was hidden
+  if (wasDragging) EndDrag();  // its release was lost
 
   pressedOverlayPart = activeOverlayPart;
   accumulatedDragX = accumulatedDragY = 0;
@@ -28,6 +31,7 @@ bool Orientor::OnLeftMouseDown(int x, int y) {
 }
 
 bool Orientor::OnMouseMove(int x, int y) {
+  if (!parameters.visible) EndGesture();
   if (cameraOperations == nullptr || !parameters.visible || parameters.disabled) return false;
   if (dragging && IsMouseOnCompassPart()) {
     UpdateCompassDrag(x, y);
@@ -40,6 +44,7 @@ bool Orientor::OnMouseMove(int x, int y) {
 
 bool Orientor::OnLeftMouseUp(int /*x*/, int /*y*/) {
   const bool captured = std::exchange(mouseCaptured, false);
+  if (!parameters.visible) EndGesture();
   const bool pressed = mousePressed && !releasing && cameraOperations != nullptr && parameters.visible;
   if (pressed && (dragging || !cameraOperations->IsShotActive())) {
     releasing = true;
@@ -53,6 +58,20 @@ bool Orientor::OnLeftMouseUp(int /*x*/, int /*y*/) {
   }
   dragging = mousePressed = false;
   return captured;
+}
+
+void Orientor::CancelGesture() {
+  mouseCaptured = false;
+  EndGesture();
+}
+
+void Orientor::EndGesture() {
+  releasing = true;
+  if (dragging || draggedHub != nullptr) EndDrag();
+  if (!std::exchange(releasing, false)) return;  // whoever was told has begun anew
+  dragging = mousePressed = mouseInRegion = false;
+  LeaveParts();
+  rawOverlayPart = -1;
 }
 
 // From y upward to y downward.
@@ -95,26 +114,28 @@ bool Orientor::StartsDrag(int x, int y) const {
          std::abs(static_cast<double>(y) - pressY) > deadZone;
 }
 
+// Whoever is told of a step may end the drag, which then goes no further.
 void Orientor::BeginDrag(int x, int y) {
   if (cameraOperations == nullptr) return;
   CameraOperations& hub = *cameraOperations;
+  const Lifeline::Watch goesOn(dragLife);
   dragging = true;
   hub.ConstrainPivotToViewport();
+  if (!goesOn) return;
+  tellsDragEnd = true;
   const OrientorObserver::OrientorPart part = GetOrientorPartForObserver();
   observers.Notify([part](OrientorObserver& each) { each.OnDragBegin(part); });
-  if (cameraOperations != &hub || !dragging) return;
+  if (!goesOn) return;
 
-  // From here on the hub is the cube's, until EndDrag; whoever is told below may cut that short.
-  draggedHub = &hub;
+  draggedHub = &hub;  // from here on the hub is the cube's, until EndDrag
   TakeOverOrbitSettings();
   hub.EndOperation(OPERATION_ALL);
-  hub.EndShot();
-  if (draggedHub != cameraOperations) return;
-  BeginDragOrbit(x, y);
-  if (draggedHub == cameraOperations) ApplyOrbitStart();
-  if (draggedHub == cameraOperations && rewindHistory != nullptr) {
-    rewindHistory->BeginElementRecord(hub.GetCameraParameters());
-  }
+  if (goesOn) hub.EndShot();
+  if (goesOn) BeginDragOrbit(x, y);
+  if (goesOn) ApplyOrbitStart();
+  if (!goesOn || rewindHistory == nullptr) return;
+  recordOpen = true;
+  rewindHistory->BeginElementRecord(hub.GetCameraParameters());
 }
 
 void Orientor::TakeOverOrbitSettings() {
@@ -155,7 +176,9 @@ void Orientor::ApplyOrbitStart() {
 
 // A press or a Destroy while the observers are told ends the drag at once, and what is told ends with it.
 void Orientor::EndDrag() {
-  if (!std::exchange(tellingDragEnd, true)) {
+  dragLife.Cut();
+  const bool tells = std::exchange(tellsDragEnd, false);
+  if (!std::exchange(tellingDragEnd, true) && tells) {
     observers.Notify([](OrientorObserver& each) { each.OnDragEnd(); });
   }
   if (!std::exchange(tellingDragEnd, false)) return;
@@ -170,7 +193,9 @@ void Orientor::EndDrag() {
   scene.do_snap_orbit = false;
   hub.EndOperation(OPERATION_ORBIT);
   hub.EndShot();
-  if (rewindHistory != nullptr) rewindHistory->EndElementRecord(hub.GetCameraParameters());
+  if (std::exchange(recordOpen, false) && rewindHistory != nullptr) {
+    rewindHistory->EndElementRecord(hub.GetCameraParameters());
+  }
 }
 
 }  // namespace Korvane

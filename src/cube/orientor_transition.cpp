@@ -101,6 +101,7 @@ void Orientor::GoToHomeView() {
 // Whether the hub takes the shot is not looked at: the move counts as begun either way.
 template <class ShotParameters>
 void Orientor::BeginTransition(const ShotParameters& shot) {
+  if (closing) return;
   CameraOperations& hub = *cameraOperations;
   hub.BeginShot(shot);
   const bool watching = hub.SetActiveShotObserver(transitionObserver.get());
@@ -108,10 +109,7 @@ void Orientor::BeginTransition(const ShotParameters& shot) {
   OnTransitionStarted();
 }
 
-// The hub is not left with a drag that nobody ends, nor with an observer that may soon be gone.
-void Orientor::CloseGesture() {
-  if (dragging && !releasing) OnLeftMouseUp(lastX, lastY);
-  if (draggedHub != nullptr) EndDrag();  // the release found the cube hidden, and no press will follow
+void Orientor::EndMove() {
   if (transitionObserver->IsWatching() && cameraOperations != nullptr) cameraOperations->EndShot();
 }
 

@@ -26,6 +26,7 @@ class SpyHub : public MemoryHub {
   }
   bool EndOperation(Korvane::OperationType type) override {
     const Call call(*this, "end operation " + std::to_string(type));
+    if (onEndOperation) onEndOperation();
     return MemoryHub::EndOperation(type);
   }
   bool UpdateOperationParams(int x, int y, Korvane::OperationType type) override {
@@ -96,6 +97,7 @@ class SpyHub : public MemoryHub {
   std::vector<Korvane::TransitionShotParameters> transitionShots;
   bool refusesShots = false;
   std::function<void()> onConstrainPivot;
+  std::function<void()> onEndOperation;
 
  private:
   struct Call {

@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 #include <limits>
+#include <utility>
+#include <vector>
 
 #include "cube/gesture_scene.h"
 #include "support/allocation_counter.h"
@@ -36,9 +39,11 @@ TEST_F(OrientorInteractionTest, a_press_needs_a_hub_a_visible_cube_that_reacts_a
   cube.SetKorvane(nullptr);
   EXPECT_FALSE(cube.OnLeftMouseDown(1, 2));
   cube.SetKorvane(&hub);
+  cube.activePart = FRONT;
   Parameters().visible = false;
   EXPECT_FALSE(cube.OnLeftMouseDown(1, 2));
   Parameters().visible = true;
+  cube.activePart = FRONT;
   Parameters().disabled = true;
   EXPECT_FALSE(cube.OnLeftMouseDown(1, 2));
   Parameters().disabled = false;
@@ -562,32 +567,158 @@ TEST_F(OrientorInteractionTest, a_lost_release_does_not_lose_the_settings) {
   EXPECT_EQ(history.GetOpenCount(), 0);
 }
 
-TEST_F(OrientorInteractionTest, a_drag_of_a_cube_hidden_meanwhile_ends_at_the_next_press) {
-  Scene().orbit_multiplier = 3.0;
-  DragPart(FRONT);
-  journal.Take();
-  Parameters().visible = false;
-  EXPECT_TRUE(cube.OnLeftMouseUp(0, 0));
-  EXPECT_FALSE(cube.IsDragActive());
-  EXPECT_TRUE(journal.Take().empty());
-  Parameters().visible = true;
-  cube.activePart = -1;
-  cube.OnLeftMouseDown(0, 0);
-  EXPECT_EQ(Scene().orbit_multiplier, 3.0);
-  EXPECT_EQ(history.GetOpenCount(), 0);
+// ---- a gesture that is cut short ----
+
+// The ways in which a cube learns that the host has hidden it.
+using Glance = std::function<void(TouchedOrientor&)>;
+const std::vector<Glance>& LooksAtAHiddenCube() {
+  static const std::vector<Glance> looks = {
+      [](TouchedOrientor& cube) { cube.OnMouseMove(600, 300); },
+      [](TouchedOrientor& cube) { cube.OnLeftMouseDown(600, 300); },
+      [](TouchedOrientor& cube) { cube.OnLeftMouseUp(600, 300); },
+      [](TouchedOrientor& cube) { cube.SetViewportMousePosition(600, 300); },
+      [](TouchedOrientor& cube) { cube.Draw(); },
+      [](TouchedOrientor& cube) { cube.CancelGesture(); },
+  };
+  return looks;
+}
+
+TEST_F(OrientorInteractionTest, a_drag_of_a_cube_hidden_meanwhile_ends_with_the_next_event_or_frame) {
+  for (const int part : {FRONT, LETTER, RING}) {
+    for (const Glance& look : LooksAtAHiddenCube()) {
+      Scene().orbit_multiplier = 3.0;
+      Scene().do_snap_orbit = Scene().do_custom_orbit = false;
+      history.begun = history.ended = 0;
+      DragPart(part);
+      cube.OnMouseMove(530, 300);
+      journal.Take();
+      Parameters().visible = false;
+      look(cube);
+      EXPECT_FALSE(cube.IsDragActive());
+      EXPECT_EQ(journal.Count("drag ended"), 1);
+      EXPECT_EQ(Scene().orbit_multiplier, 3.0);
+      EXPECT_FALSE(Scene().do_snap_orbit || Scene().do_custom_orbit);
+      EXPECT_FALSE(hub.IsOperationActive(OPERATION_ORBIT));
+      EXPECT_EQ(history.begun, 1);
+      EXPECT_EQ(history.ended, 1);
+      EXPECT_LE(RunFrames(), 2);  // nothing asks for frames any more
+      for (const Glance& again : LooksAtAHiddenCube()) again(cube);
+      EXPECT_EQ(journal.Count("drag ended"), 1);
+      EXPECT_EQ(history.ended, 1);
+      Parameters().visible = true;
+    }
+  }
+}
+
+TEST_F(OrientorInteractionTest, a_hidden_cube_forgets_what_the_mouse_was_on) {
+  for (const Glance& look : LooksAtAHiddenCube()) {
+    cube.activePart = cube.highlightedPart = FRONT;
+    cube.activeOverlayPart = cube.rawOverlayPart = Orientor::OVERLAY_HOME;
+    cube.mouseInRegion = true;
+    Parameters().visible = false;
+    look(cube);
+    EXPECT_EQ(cube.GetActiveGeometryPart(), -1);
+    EXPECT_FALSE(cube.IsMouseOnPart() || cube.IsMouseOnCompassPart());
+    EXPECT_FALSE(cube.IsMouseOnViewableOverlayPart() || cube.IsMouseInRegion());
+    EXPECT_TRUE(cube.GetActivePartName().empty());
+    Parameters().visible = true;
+  }
+}
+
+TEST_F(OrientorInteractionTest, a_cancelled_press_is_no_click_and_its_release_is_not_kept) {
+  for (const int part : {FRONT, LETTER, RING}) {
+    EXPECT_TRUE(PressOnPart(part));
+    cube.CancelGesture();
+    EXPECT_FALSE(cube.OnMouseMove(600, 300));
+    EXPECT_FALSE(cube.OnLeftMouseUp(600, 300));
+  }
+  EXPECT_TRUE(PressOnOverlay(Orientor::OVERLAY_HOME));
+  cube.CancelGesture();
+  EXPECT_FALSE(cube.OnLeftMouseUp(500, 300));
+  EXPECT_EQ(journal.Count("clicked 1"), 0);
+  EXPECT_FALSE(hub.IsShotActive());
   EXPECT_FALSE(hub.IsOperationActive(OPERATION_ORBIT));
 }
 
-TEST_F(OrientorInteractionTest, another_hub_is_not_given_the_settings_of_the_old_one) {
+TEST_F(OrientorInteractionTest, a_cancelled_gesture_leaves_a_move_of_the_cube_alone) {
+  cube.InjectClick(FRONT);
+  ASSERT_TRUE(hub.IsShotActive());
+  cube.CancelGesture();
+  EXPECT_TRUE(hub.IsShotActive());
+  RunFrames();
+  EXPECT_EQ(history.begun, 1);
+  EXPECT_EQ(history.ended, 1);
+}
+
+TEST_F(OrientorInteractionTest, a_press_whose_release_was_lost_keeps_no_later_release) {
+  EXPECT_TRUE(PressOnOverlay(Orientor::OVERLAY_HOME));
+  cube.activeOverlayPart = -1;  // the mouse has gone to the scene
+  EXPECT_FALSE(cube.OnLeftMouseDown(100, 100));
+  EXPECT_FALSE(cube.OnLeftMouseUp(110, 100));
+  EXPECT_TRUE(PressOnOverlay(Orientor::OVERLAY_HOME));
+  Parameters().disabled = true;
+  EXPECT_FALSE(cube.OnLeftMouseDown(100, 100));
+  EXPECT_FALSE(cube.OnLeftMouseUp(110, 100));
+}
+
+TEST_F(OrientorInteractionTest, another_hub_ends_the_drag_in_the_old_one_and_keeps_its_own_settings) {
   SpyHub other(journal);
   other.GetApplicationParameters().orbit_multiplier = 7.0;
   other.GetApplicationParameters().do_snap_orbit = true;
-  DragPart(FRONT);
-  cube.SetKorvane(&other);
-  EXPECT_TRUE(cube.OnLeftMouseUp(0, 0));
-  EXPECT_EQ(other.GetApplicationParameters().orbit_multiplier, 7.0);
-  EXPECT_TRUE(other.GetApplicationParameters().do_snap_orbit);
-  EXPECT_EQ(journal.Count("drag ended"), 1);
+  for (SpyHub* const next : {&other, static_cast<SpyHub*>(nullptr)}) {
+    Scene().orbit_multiplier = 3.0;
+    journal.Take();
+    cube.SetKorvane(&hub);
+    DragPart(FRONT);
+    cube.SetKorvane(next);
+    EXPECT_FALSE(cube.IsDragActive());
+    EXPECT_EQ(Scene().orbit_multiplier, 3.0);
+    EXPECT_FALSE(hub.IsOperationActive(OPERATION_ORBIT));
+    EXPECT_EQ(history.GetOpenCount(), 0);
+    EXPECT_TRUE(cube.OnLeftMouseUp(0, 0));
+    EXPECT_EQ(journal.Count("drag ended"), 1);
+    EXPECT_EQ(other.GetApplicationParameters().orbit_multiplier, 7.0);
+    EXPECT_TRUE(other.GetApplicationParameters().do_snap_orbit);
+  }
+}
+
+// Every step of a drag that calls out, and everything that ends one.
+TEST_F(OrientorInteractionTest, a_drag_ended_within_any_step_of_its_begin_leaves_nothing_behind) {
+  const std::vector<std::function<void()>> ends = {
+      [this] { cube.CancelGesture(); },
+      [this] { cube.SetKorvane(nullptr); },
+      [this] { cube.OnLeftMouseUp(0, 0); },
+      [this] { cube.Destroy(); },
+      [this] { cube.OnLeftMouseDown(0, 0); },
+      [this] {
+        Parameters().visible = false;
+        cube.Draw();
+      },
+  };
+  for (const auto& end : ends) {
+    for (std::function<void()>* const step :
+         {&hub.onConstrainPivot, &observer.onDragBegin, &hub.onEndOperation, &hub.onRecalculateSelection}) {
+      Parameters().visible = true;
+      cube.SetKorvane(&hub);
+      Scene().orbit_multiplier = 3.0;
+      journal.Take();
+      bool spent = false;
+      *step = [&] {
+        if (!std::exchange(spent, true)) end();
+      };
+      DragPart(FRONT);
+      *step = nullptr;
+      cube.CancelGesture();  // a press made anew
+      EXPECT_FALSE(hub.IsOperationActive(OPERATION_ORBIT));
+      EXPECT_FALSE(cube.IsDragActive());
+      EXPECT_EQ(Scene().orbit_multiplier, 3.0);
+      EXPECT_EQ(history.GetOpenCount(), 0);
+      EXPECT_EQ(history.begun, history.ended);
+      EXPECT_EQ(journal.Count("drag began 1"), journal.Count("drag ended"));
+      cube.OnLeftMouseUp(0, 0);
+      EXPECT_EQ(journal.Count("drag began 1"), journal.Count("drag ended"));
+    }
+  }
 }
 
 TEST_F(OrientorInteractionTest, a_move_in_a_drag_allocates_nothing) {

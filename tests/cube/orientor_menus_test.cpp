@@ -55,6 +55,7 @@ TEST_F(OrientorMenusTest, the_menu_needs_hub_renderer_no_shot_and_a_cube_that_re
   cube.SetKorvane(nullptr);
   EXPECT_FALSE(cube.OpenMenu());
   cube.SetKorvane(&hub);
+  cube.activePart = 1;
   Parameters().disabled = true;
   EXPECT_FALSE(cube.OpenMenu());
   Parameters().disabled = false;
@@ -147,6 +148,7 @@ TEST_F(OrientorMenusTest, the_menu_of_coordinate_systems_needs_all_that_it_works
   cube.SetKorvane(nullptr);
   EXPECT_FALSE(opens());
   cube.SetKorvane(&hub);
+  cube.activeOverlayPart = 5;
   Parameters().disabled = true;
   EXPECT_FALSE(opens());
   Parameters().disabled = false;

@@ -449,9 +449,9 @@ TEST_F(OrientorTransitionTest, a_hidden_cube_that_is_destroyed_amid_a_drag_ends_
     PressOnPart(1);
     cube.OnMouseMove(520, 300);
     ASSERT_TRUE(hub.IsOperationActive(OPERATION_ORBIT));
+    journal.Take();
     Parameters().visible = false;
     if (released) cube.OnLeftMouseUp(520, 300);
-    journal.Take();
     cube.Destroy();
     EXPECT_EQ(journal.Count("drag ended"), 1);
     EXPECT_FALSE(hub.IsOperationActive(OPERATION_ORBIT));
@@ -472,6 +472,19 @@ TEST_F(OrientorTransitionTest, a_cube_may_be_destroyed_within_the_telling_of_the
   EXPECT_EQ(Scene().orbit_multiplier, multiplier);
   EXPECT_EQ(history.begun, 1);
   EXPECT_EQ(history.ended, 1);
+}
+
+// A host that chains its moves: the end of one begins the next.
+TEST_F(OrientorTransitionTest, no_move_begins_while_the_cube_is_destroyed) {
+  hub.onEndShotHook = [&](Shot*) { cube.GoToHomeView(); };
+  cube.InjectClick(1);
+  cube.Destroy();
+  hub.onEndShotHook = nullptr;
+  EXPECT_FALSE(hub.IsShotActive());
+  EXPECT_EQ(history.begun, 1);
+  EXPECT_EQ(history.ended, 1);
+  cube.GoToHomeView();  // a destroyed cube may be created again, and moves as before
+  EXPECT_TRUE(hub.IsShotActive());
 }
 
 // ---- bad numbers ----
