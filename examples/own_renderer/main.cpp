@@ -47,7 +47,7 @@ int main() {
   manager.SetRenderer(&renderer);
   manager.SetOrientor(&cube);
   manager.AddTool(1, new Korvane::OrbitTool);  // the manager owns it
-  if (!renderer.Create() || !manager.Create()) return 1;
+  if (!manager.Create()) return 1;             // creates the renderer, too
   manager.SetViewportSize(800, 600);
   manager.SetActiveTool(1);
 

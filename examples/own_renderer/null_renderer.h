@@ -11,10 +11,9 @@ class NullRenderer : public Korvane::Renderer {
  public:
   // ---- life ----
 
-  /// Make shaders and buffers. The host calls it before it creates the view manager.
+  /// Make shaders and buffers. The Create of a view manager calls it first.
   bool Create() override { return true; }
-  /// Free everything, with the icons that are still there. The host calls it after the view manager's
-  /// Destroy.
+  /// Free everything, with the icons that are still there. The host calls it, after the view manager's.
   bool Destroy() override { return true; }
 
   // ---- a pass: open it, draw, close it ----
