@@ -1,5 +1,6 @@
 # Headers, the library, a package for find_package and one for pkg-config. Components: `runtime` is what a
-# program needs to run, `development` what it needs to be built.
+# program needs to run, `development` what it needs to be built, `kit` what it needs besides to be built with the
+# host kit.
 include(CMakePackageConfigHelpers)
 
 set(ZOV_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/zovtools)
@@ -13,12 +14,26 @@ install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/
 install(EXPORT zovtoolsTargets NAMESPACE zov::
   DESTINATION ${ZOV_PACKAGE_DIR} COMPONENT development)
 
+if(ZOV_BUILD_HOST)
+  foreach(library scene gl window)
+    install(TARGETS zov_${library} EXPORT zovtools_${library}Targets
+      ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT kit
+      FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT kit)
+    install(EXPORT zovtools_${library}Targets NAMESPACE zov::
+      DESTINATION ${ZOV_PACKAGE_DIR} COMPONENT kit)
+  endforeach()
+  install(FILES ${CMAKE_CURRENT_LIST_DIR}/ZovKitPackages.cmake
+    DESTINATION ${ZOV_PACKAGE_DIR} COMPONENT kit)
+endif()
+
 configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/zovtoolsConfig.cmake.in
   ${PROJECT_BINARY_DIR}/zovtoolsConfig.cmake INSTALL_DESTINATION ${ZOV_PACKAGE_DIR}
   NO_SET_AND_CHECK_MACRO)
 # Before 1.0 a new minor version may change the interface.
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/zovtoolsConfigVersion.cmake
   COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_SOURCE_DIR}/LICENSE
+  DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT runtime)
 install(FILES ${PROJECT_BINARY_DIR}/zovtoolsConfig.cmake ${PROJECT_BINARY_DIR}/zovtoolsConfigVersion.cmake
   DESTINATION ${ZOV_PACKAGE_DIR} COMPONENT development)
 

@@ -1,4 +1,6 @@
 # What the programs of a sanitized build need beyond the compiler's options.
-if(ZOV_SANITIZE AND TARGET zovhost AND UNIX)
-  target_sources(zovhost INTERFACE ${CMAKE_CURRENT_LIST_DIR}/keep_libraries.cpp)
+if(ZOV_SANITIZE AND TARGET zov_scene AND UNIX)
+  foreach(library scene window)
+    target_sources(zov_${library} INTERFACE $<BUILD_INTERFACE:${CMAKE_CURRENT_LIST_DIR}/keep_libraries.cpp>)
+  endforeach()
 endif()

@@ -1,5 +1,5 @@
 """Folders of the core and rooms of the host kit stand on shelves: a file includes from its own and from
-lower ones.
+lower ones, or from those that it is told to see.
 
 The core includes nothing but the standard library and its own headers. Widgets stand side by side: their
 sources may include the public header of a neighbour, their headers only declare it. The host kit sees of the
@@ -49,28 +49,32 @@ PUBLIC = {
 }
 MODULE_OF_HEADER = {f"korvane/{name}.h": module for module, names in PUBLIC.items() for name in names.split()}
 
-# The host kit.
-ROOMS = {
-    "projection": 0,
-    "images": 0,
-    "scene": 1,
-    "gl": 1,
-    "pictures": 1,
-    "picture_files": 1,
-    "widget_renderer": 2,
-    "scene_view": 2,
-    "window": 3,
-}
+# The host kit: each room, and which of those above it in this table it sees.
+ROOMS = {room: names.split() for room, names in {
+    "projection": "",
+    "images": "",
+    "scene": "projection images",
+    "hub": "projection",
+    "gl": "images",
+    "pictures": "images",
+    "picture_files": "images",
+    "widget_renderer": "projection images scene gl pictures",
+    "scene_view": "projection images scene gl",
+    "window": "images",
+    "input": "window",
+}.items()}
 ROOM_OF_HEADER = {f"zovhost/{name}.h": room for room, names in {
     "projection": "projection",
     "images": "accent image read_image",
     "scene": "scene",
+    "hub": "view_hub",
     "gl": "gl_state_guard offscreen_target",
     "pictures": "resource_pack host_texts",
     "picture_files": "picture",
     "widget_renderer": "gl_renderer",
     "scene_view": "gl_scene_view",
     "window": "gui window",
+    "input": "click_watch held_keys key_table pointer_wrap wheel_counter window_view_manager",
 }.items() for name in names.split()}
 # What a room may know beside the standard library, by how the name of a header begins.
 FOREIGN = {room: tuple(names.split()) for room, names in {
@@ -82,6 +86,7 @@ FOREIGN = {room: tuple(names.split()) for room, names in {
     "widget_renderer": "epoxy/",
     "scene_view": "epoxy/",
     "window": "SDL backends/ fontconfig/ imgui",
+    "input": "SDL_keycode.h",
 }.items()}
 PROGRAMS = ("host/sheets", "apps", "examples")
 
@@ -152,7 +157,7 @@ def host_faults_of(root, path):
             yield f"{path}: a public header includes the internal {name}"
         elif room_of(name) is None or not is_public(root, name) and not (root / "host/src" / name).is_file():
             yield f"{path}: {name} is no header of the host kit and no public one of the library"
-        elif room_of(name) != own and ROOMS[room_of(name)] >= ROOMS[own]:
+        elif room_of(name) != own and room_of(name) not in ROOMS[own]:
             yield f"{path}: {own} includes {name} of {room_of(name)}"
 
 
@@ -176,6 +181,8 @@ def main():
                for fault in host_faults_of(root, path)]
     faults += [fault for folder in PROGRAMS for path in sources_in(root, folder)
                for fault in program_faults_of(root, path)]
+    faults += [f"the table of rooms: {room} sees {seen} below it" for place, room in enumerate(ROOMS)
+               for seen in ROOMS[room] if seen not in list(ROOMS)[:place]]
     print(*faults, sep="\n", end="\n" if faults else "")
     return 1 if faults else 0
 

@@ -1,18 +1,19 @@
 #include "selection.h"
 
-#include "viewer_hub.h"
+#include "zovhost/view_hub.h"
 
 namespace zovview {
 
 using Korvane::Vector3;
 
-bool FindHit(const ViewerHub& hub, const zovhost::Scene& scene, int x, int y, zovhost::Scene::Hit& hit) {
+bool FindHit(const zovhost::ViewHub& hub, const zovhost::Scene& scene, int x, int y,
+             zovhost::Scene::Hit& hit) {
   Vector3 origin;
   Vector3 direction;
   return hub.GetPixelRay(x, y, origin, direction) && scene.Intersect(origin, direction, hit);
 }
 
-Selection::Selection(ViewerHub& operations) : hub(operations) {}
+Selection::Selection(zovhost::ViewHub& operations) : hub(operations) {}
 
 void Selection::SetScene(const zovhost::Scene* newScene) {
   Clear();

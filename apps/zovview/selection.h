@@ -4,18 +4,21 @@
 
 #include "zovhost/scene.h"
 
-namespace zovview {
+namespace zovhost {
+class ViewHub;
+}
 
-class ViewerHub;
+namespace zovview {
 
 /// What the model shows at a viewport pixel, origin at the bottom left. False, with `hit` untouched, beside
 /// the model.
-bool FindHit(const ViewerHub& hub, const zovhost::Scene& scene, int x, int y, zovhost::Scene::Hit& hit);
+bool FindHit(const zovhost::ViewHub& hub, const zovhost::Scene& scene, int x, int y,
+             zovhost::Scene::Hit& hit);
 
 /// The part of the model that is selected, at most one. The hub knows its bounds, so a fit goes to it.
 class Selection {
  public:
-  explicit Selection(ViewerHub& hub);
+  explicit Selection(zovhost::ViewHub& hub);
 
   /// Borrowed; null for none. Nothing of it is selected.
   void SetScene(const zovhost::Scene* scene);
@@ -33,7 +36,7 @@ class Selection {
  private:
   void Select(int index);
 
-  ViewerHub& hub;
+  zovhost::ViewHub& hub;
   const zovhost::Scene* scene = nullptr;
   int part = -1;
 };

@@ -4,8 +4,8 @@
 #include <cmath>
 
 #include "korvane/box3.h"
-#include "viewer_hub.h"
 #include "zovhost/scene.h"
+#include "zovhost/view_hub.h"
 
 namespace zovview {
 
@@ -83,7 +83,7 @@ CameraParameters MakeStartCamera(const zovhost::Scene& scene, double width, doub
   CameraParameters camera;
   camera.SetHorizontalFOV(HALF_ANGLE * Math::RAD_TO_DEG);
   camera.SetVerticalFOV(HALF_ANGLE * Math::RAD_TO_DEG);
-  ShapeToViewport(camera, width, height);
+  zovhost::ShapeToViewport(camera, width, height);
   const double tangentX = std::tan(camera.GetHorizontalFOV() * Math::DEG_TO_RAD);
   const double tangentY = std::tan(camera.GetVerticalFOV() * Math::DEG_TO_RAD);
   const double distance =
@@ -98,14 +98,14 @@ CameraParameters MakeStartCamera(const zovhost::Scene& scene, double width, doub
   return camera;
 }
 
-void SetUpDirection(ViewerHub& hub, const Vector3& up) {
+void SetUpDirection(zovhost::ViewHub& hub, const Vector3& up) {
   Korvane::ApplicationParameters& parameters = hub.GetApplicationParameters();
   parameters.scene_up_direction = parameters.world_up_direction = parameters.custom_orbit_up = up;
   const Vector3 front = ChooseFront(up);
   parameters.scene_front_direction = parameters.world_front_direction = parameters.custom_orbit_front = front;
 }
 
-void EnterScene(ViewerHub& hub, const zovhost::Scene& scene) {
+void EnterScene(zovhost::ViewHub& hub, const zovhost::Scene& scene) {
   hub.EndOperation(Korvane::OPERATION_ALL);
   hub.EndShot();
 

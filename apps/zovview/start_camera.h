@@ -4,12 +4,11 @@
 #include "korvane/vector3.h"
 
 namespace zovhost {
+class ViewHub;
 class Scene;
-}
+}  // namespace zovhost
 
 namespace zovview {
-
-class ViewerHub;
 
 /// The outward direction of the front of a model that stands on `up`, perpendicular to it: -y for a model
 /// on the z axis, as buildings are drawn, and +z for one on the y axis. Unit length; `up` must have it too.
@@ -21,9 +20,9 @@ Korvane::Vector3 ChooseFront(const Korvane::Vector3& up);
 Korvane::CameraParameters MakeStartCamera(const zovhost::Scene& scene, double width, double height);
 
 /// What counts as up for the scene and the world, unit length; the front follows from it.
-void SetUpDirection(ViewerHub& hub, const Korvane::Vector3& up);
+void SetUpDirection(zovhost::ViewHub& hub, const Korvane::Vector3& up);
 
 /// Makes the scene the one of the hub: directions, bounds, home camera and view. Whatever runs is ended.
-void EnterScene(ViewerHub& hub, const zovhost::Scene& scene);
+void EnterScene(zovhost::ViewHub& hub, const zovhost::Scene& scene);
 
 }  // namespace zovview

@@ -115,7 +115,7 @@ void Show(const ViewTarget& target,
   target.hub.BeginShot(align);
 }
 
-void Toggle(ViewerHub& hub, bool& setting) {
+void Toggle(zovhost::ViewHub& hub, bool& setting) {
   setting = !setting;
   hub.RequestApplicationUpdate();
 }

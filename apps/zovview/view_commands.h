@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "selection.h"
-#include "viewer_hub.h"
+#include "zovhost/view_hub.h"
 
 namespace Korvane {
 class Orientor;
@@ -17,7 +17,7 @@ namespace zovview {
 
 /// What a command acts on.
 struct ViewTarget {
-  ViewerHub& hub;
+  zovhost::ViewHub& hub;
   Selection& selection;
   Korvane::ViewManager& manager;
   Korvane::Orientor& cube;

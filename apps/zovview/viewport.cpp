@@ -80,8 +80,8 @@ void Viewport::OnRightClick(const WindowEvent& event, bool used) {
     rightX = event.x;
     rightY = event.y;
   }
-  const bool isStill =
-      std::abs(event.x - rightX) <= ClickWatch::REACH && std::abs(event.y - rightY) <= ClickWatch::REACH;
+  const bool isStill = std::abs(event.x - rightX) <= zovhost::ClickWatch::REACH &&
+                       std::abs(event.y - rightY) <= zovhost::ClickWatch::REACH;
   if (event.type == WindowEvent::Type::MouseUp && !used && isStill && !IsPressed()) {
     surroundings.openMenu(event.x, event.y);
   }

@@ -2,14 +2,14 @@
 
 #include <functional>
 
-#include "click_watch.h"
 #include "korvane/helm_disc.h"
 #include "korvane/orientor.h"
 #include "selection.h"
 #include "view_commands.h"
-#include "viewer_hub.h"
 #include "viewer_view_manager.h"
+#include "zovhost/click_watch.h"
 #include "zovhost/gl_renderer.h"
+#include "zovhost/view_hub.h"
 #include "zovhost/window.h"
 
 namespace zovview {
@@ -56,7 +56,7 @@ class Viewport {
   /// The pivot, the cube and the notes, over a picture of the scene.
   void DrawWidgets();
 
-  ViewerHub& GetHub() { return hub; }
+  zovhost::ViewHub& GetHub() { return hub; }
   Selection& GetSelection() { return selection; }
   ViewerViewManager& GetManager() { return manager; }
   zovhost::GLRenderer& GetRenderer() { return renderer; }
@@ -83,14 +83,14 @@ class Viewport {
   void OnRightClick(const zovhost::WindowEvent& event, bool used);
 
   Surroundings surroundings;
-  ViewerHub hub;
+  zovhost::ViewHub hub;
   Selection selection;
   zovhost::GLRenderer renderer;
   Korvane::HelmDisc disc;
   Korvane::Orientor cube;
   ViewerViewManager manager;
   Pointer pointer;
-  ClickWatch clicks;
+  zovhost::ClickWatch clicks;
   const ViewTarget target;
   int placeX = 0;
   int rightX = 0;  // the last press of the right button

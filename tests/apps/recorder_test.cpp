@@ -8,9 +8,9 @@
 #include <sstream>
 #include <string>
 
-#include "key_table.h"
 #include "program.h"
 #include "tour_clock.h"
+#include "zovhost/key_table.h"
 
 namespace {
 
@@ -103,7 +103,7 @@ TEST_F(RecorderTest, everything_that_can_happen_is_read_back) {
 
 TEST_F(RecorderTest, every_key_of_the_library_and_of_the_commands_has_a_name_that_is_read_back) {
   std::vector<SDL_Keycode> keys;
-  for (const zovview::KeyBinding& binding : zovview::GetKeyBindings()) keys.push_back(binding.key);
+  for (const zovhost::KeyBinding& binding : zovhost::GetKeyBindings()) keys.push_back(binding.key);
   for (const zovview::ViewCommand& command : zovview::GetViewCommands()) {
     if (command.key != SDLK_UNKNOWN) keys.push_back(command.key);
   }

@@ -8,9 +8,9 @@
 #include <memory>
 #include <string>
 
-#include "viewer_hub.h"
 #include "zovhost/projection.h"
 #include "zovhost/scene.h"
+#include "zovhost/view_hub.h"
 
 namespace {
 
@@ -121,7 +121,7 @@ TEST(choose_front, is_as_the_axis_of_the_file_suggests) {
 TEST(enter_scene, tells_the_hub_directions_bounds_and_home) {
   const auto scene = MakeBox({0, 0, 0}, {12, 8, 7}, {0, 0, 1});
   int requests = 0;
-  zovview::ViewerHub hub([&requests] { ++requests; });
+  zovhost::ViewHub hub([&requests] { ++requests; });
   hub.SetViewportSize(1280, 800);
   hub.SetGeometrySelection(1.0, {5, 5, 5});
   requests = 0;
@@ -141,7 +141,7 @@ TEST(enter_scene, tells_the_hub_directions_bounds_and_home) {
 
 TEST(viewport, a_change_of_size_there_and_back_returns_the_view) {
   const auto scene = MakeBox({0, 0, 0}, {12, 8, 7}, {0, 0, 1});
-  zovview::ViewerHub hub([] {});
+  zovhost::ViewHub hub([] {});
   hub.SetViewportSize(1280, 800);
   zovview::EnterScene(hub, *scene);
   const CameraParameters before = hub.GetView();

@@ -11,8 +11,8 @@
 #include "start_camera.h"
 #include "tour_clock.h"
 #include "view_commands.h"
-#include "viewer_hub.h"
 #include "viewer_view_manager.h"
+#include "zovhost/view_hub.h"
 
 namespace apps_test {
 
@@ -54,7 +54,7 @@ class TravellingHub : public testing::Test {
 
   zovview::TourClock clock;
   std::unique_ptr<zovhost::Scene> scene;
-  zovview::ViewerHub hub;
+  zovhost::ViewHub hub;
   zovview::Selection selection;
   Korvane::Orientor cube;
   zovview::ViewerViewManager manager;

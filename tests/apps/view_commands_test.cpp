@@ -87,7 +87,7 @@ TEST_F(ViewCommandsTest, each_key_and_each_name_stands_for_one_command) {
 }
 
 TEST_F(ViewCommandsTest, every_command_keeps_the_camera_usable_without_a_model) {
-  zovview::ViewerHub empty([] {});
+  zovhost::ViewHub empty([] {});
   zovview::Selection none(empty);
   zovview::ViewerViewManager idle(empty);
   for (const ViewCommand& command : zovview::GetViewCommands()) {

@@ -117,7 +117,7 @@ class ViewerTest : public testing::Test {
     return pixel;
   }
 
-  zovview::ViewerHub& GetHub() const { return viewer->GetView(0).GetHub(); }
+  zovhost::ViewHub& GetHub() const { return viewer->GetView(0).GetHub(); }
   std::string GetTitle() const { return SDL_GetWindowTitle(window->GetNativeWindow()); }
 
   TemporaryFolder folder;

@@ -10,13 +10,13 @@
 #include <string>
 #include <vector>
 
-#include "key_table.h"
 #include "korvane/helm_disc.h"
 #include "korvane/orientor.h"
 #include "korvane/tool.h"
 #include "support/recording_renderer.h"
 #include "travelling_hub.h"
 #include "view_tools.h"
+#include "zovhost/key_table.h"
 
 namespace {
 
@@ -24,8 +24,8 @@ using Korvane::Box3;
 using Korvane::CameraParameters;
 using Korvane::Vector3;
 using zovhost::MouseButton;
+using zovhost::PixelPosition;
 using zovhost::WindowEvent;
-using zovview::PixelPosition;
 using Type = WindowEvent::Type;
 
 const std::array<Box3, 1> HOUSE = {Box3({0, 0, 4}, {6, 5, 4})};
@@ -104,7 +104,7 @@ class ViewerViewManagerTest : public apps_test::TravellingHub {
 TEST_F(ViewerViewManagerTest, every_key_is_bound_once_and_every_number_of_the_library_has_one) {
   std::set<SDL_Keycode> keys;
   std::set<int> numbers;
-  for (const zovview::KeyBinding& binding : zovview::GetKeyBindings()) {
+  for (const zovhost::KeyBinding& binding : zovhost::GetKeyBindings()) {
     EXPECT_TRUE(keys.insert(binding.key).second) << binding.key;
     numbers.insert(binding.id);
     const bool isCommand = zovview::FindViewCommand(binding.key) != nullptr;

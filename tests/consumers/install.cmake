@@ -1,6 +1,6 @@
-# Installs what a program that uses the library needs, and nothing else, into an empty PREFIX.
+# Installs these COMPONENTS, which is all that a program needs that uses the library, into an empty PREFIX.
 file(REMOVE_RECURSE ${PREFIX})
-foreach(component runtime development)
+foreach(component IN LISTS COMPONENTS)
   execute_process(
     COMMAND ${CMAKE_COMMAND} --install ${BUILD} --prefix ${PREFIX} --component ${component}
     COMMAND_ERROR_IS_FATAL ANY)

@@ -1,4 +1,4 @@
-#include "viewer_hub.h"
+#include "zovhost/view_hub.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,34 +6,34 @@
 
 #include "korvane/math.h"
 
-namespace zovview {
+namespace zovhost {
 
 using Korvane::Math;
 
-ViewerHub::ViewerHub(std::function<void()> request) : requestFrame(std::move(request)) {}
+ViewHub::ViewHub(std::function<void()> request) : requestFrame(std::move(request)) {}
 
-void ViewerHub::ApplyCameraParameters(const Korvane::CameraParameters& values) { view = values; }
+void ViewHub::ApplyCameraParameters(const Korvane::CameraParameters& values) { view = values; }
 
-void ViewerHub::QueryCameraParameters(Korvane::CameraParameters& values) const { values = view; }
+void ViewHub::QueryCameraParameters(Korvane::CameraParameters& values) const { values = view; }
 
-void ViewerHub::RequestApplicationUpdate() { requestFrame(); }
+void ViewHub::RequestApplicationUpdate() { requestFrame(); }
 
-void ViewerHub::SetView(const Korvane::CameraParameters& values) {
+void ViewHub::SetView(const Korvane::CameraParameters& values) {
   view = values;
   requestFrame();
 }
 
-zovhost::Projection ViewerHub::GetProjection() const {
+Projection ViewHub::GetProjection() const {
   const Korvane::ApplicationParameters& parameters = GetApplicationParameters();
-  return zovhost::Projection(view, {parameters.global_bound_centre, parameters.global_bound_radius});
+  return Projection(view, {parameters.global_bound_centre, parameters.global_bound_radius});
 }
 
-bool ViewerHub::GetPixelRay(int x, int y, Korvane::Vector3& origin, Korvane::Vector3& direction) const {
+bool ViewHub::GetPixelRay(int x, int y, Korvane::Vector3& origin, Korvane::Vector3& direction) const {
   const Korvane::Vector2 middle(x + 0.5, y + 0.5);
   return GetProjection().PixelToRay(middle, GetViewportWidth(), GetViewportHeight(), origin, direction);
 }
 
-void ViewerHub::SetViewportSize(int width, int height) {
+void ViewHub::SetViewportSize(int width, int height) {
   EndShot();
   Korvane::ApplicationParameters& parameters = GetApplicationParameters();
   parameters.viewport_width = std::max(1, width);
@@ -57,4 +57,4 @@ void ShapeToViewport(Korvane::CameraParameters& camera, double width, double hei
   camera.ortho_height = size * tall;
 }
 
-}  // namespace zovview
+}  // namespace zovhost

@@ -3,7 +3,7 @@
 #include <array>
 #include <optional>
 
-namespace zovview {
+namespace zovhost {
 
 /// A pixel of a viewport, origin at the bottom left; outside of it during a drag.
 struct PixelPosition {
@@ -45,4 +45,4 @@ class PointerWrap {
   std::array<Axis, 2> axes;
 };
 
-}  // namespace zovview
+}  // namespace zovhost

@@ -1,8 +1,8 @@
-#include "pointer_wrap.h"
+#include "zovhost/pointer_wrap.h"
 
 #include <cstdlib>
 
-namespace zovview {
+namespace zovhost {
 
 void PointerWrap::SetSize(int width, int height) {
   axes[0].size = width;
@@ -56,4 +56,4 @@ bool PointerWrap::Axis::Wrap() {
   return true;
 }
 
-}  // namespace zovview
+}  // namespace zovhost

@@ -1,8 +1,8 @@
-#include "key_table.h"
+#include "zovhost/key_table.h"
 
 #include <array>
 
-namespace zovview {
+namespace zovhost {
 
 namespace {
 
@@ -31,4 +31,4 @@ constexpr std::array<KeyBinding, 18> BINDINGS = {{
 
 std::span<const KeyBinding> GetKeyBindings() { return BINDINGS; }
 
-}  // namespace zovview
+}  // namespace zovhost

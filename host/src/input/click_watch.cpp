@@ -1,15 +1,13 @@
-#include "click_watch.h"
+#include "zovhost/click_watch.h"
 
 #include <cstdlib>
 #include <utility>
 
-namespace zovview {
-
-using zovhost::WindowEvent;
+namespace zovhost {
 
 // Another button during the press makes something else of it.
 void ClickWatch::OnMouseDown(const WindowEvent& event) {
-  clicks = event.button == zovhost::MouseButton::Left ? event.clicks : 0;
+  clicks = event.button == MouseButton::Left ? event.clicks : 0;
   x = event.x;
   y = event.y;
 }
@@ -19,9 +17,9 @@ void ClickWatch::OnMouseMove(const WindowEvent& event) {
 }
 
 int ClickWatch::OnMouseUp(const WindowEvent& event) {
-  if (event.button != zovhost::MouseButton::Left) return 0;
+  if (event.button != MouseButton::Left) return 0;
   OnMouseMove(event);
   return std::exchange(clicks, 0);
 }
 
-}  // namespace zovview
+}  // namespace zovhost

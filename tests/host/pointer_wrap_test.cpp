@@ -1,5 +1,5 @@
 // The pointer at the edges of the viewport: where it is set, and where it would be.
-#include "pointer_wrap.h"
+#include "zovhost/pointer_wrap.h"
 
 #include <gtest/gtest.h>
 
@@ -7,8 +7,8 @@
 
 namespace {
 
-using zovview::PixelPosition;
-using zovview::PointerWrap;
+using zovhost::PixelPosition;
+using zovhost::PointerWrap;
 
 constexpr int WIDTH = 100;
 constexpr int HEIGHT = 60;

@@ -6,7 +6,7 @@
 
 #include "korvane/resource_ids.h"
 
-namespace zovview {
+namespace zovhost {
 
 /// A key of the window system and what it is to the library.
 struct KeyBinding {
@@ -16,4 +16,4 @@ struct KeyBinding {
 
 std::span<const KeyBinding> GetKeyBindings();
 
-}  // namespace zovview
+}  // namespace zovhost

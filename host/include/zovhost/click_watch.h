@@ -2,7 +2,7 @@
 
 #include "zovhost/window.h"
 
-namespace zovview {
+namespace zovhost {
 
 /// Tells the clicks of the left button, a press and a release at about the same place, from its drags.
 class ClickWatch {
@@ -10,10 +10,10 @@ class ClickWatch {
   /// Pixels that the pointer may stray in a click.
   static constexpr int REACH = 3;
 
-  void OnMouseDown(const zovhost::WindowEvent& event);
-  void OnMouseMove(const zovhost::WindowEvent& event);
+  void OnMouseDown(const WindowEvent& event);
+  void OnMouseMove(const WindowEvent& event);
   /// 1 for a click, 2 for the second one of a double click, and so on; 0 for what was none.
-  int OnMouseUp(const zovhost::WindowEvent& event);
+  int OnMouseUp(const WindowEvent& event);
   /// What is pressed will be no click.
   void Cancel() { clicks = 0; }
 
@@ -23,4 +23,4 @@ class ClickWatch {
   int y = 0;
 };
 
-}  // namespace zovview
+}  // namespace zovhost

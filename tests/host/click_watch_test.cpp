@@ -1,5 +1,5 @@
 // What counts as a click of the left button.
-#include "click_watch.h"
+#include "zovhost/click_watch.h"
 
 #include <gtest/gtest.h>
 
@@ -17,10 +17,10 @@ WindowEvent At(int x, int y, int clicks = 1, MouseButton button = MouseButton::L
   return event;
 }
 
-constexpr int REACH = zovview::ClickWatch::REACH;
+constexpr int REACH = zovhost::ClickWatch::REACH;
 
 TEST(ClickWatch, clicks_in_a_row_are_counted) {
-  zovview::ClickWatch watch;
+  zovhost::ClickWatch watch;
   for (const int count : {1, 2, 3}) {
     watch.OnMouseDown(At(10, 20, count));
     EXPECT_EQ(watch.OnMouseUp(At(10, 20)), count);
@@ -28,14 +28,14 @@ TEST(ClickWatch, clicks_in_a_row_are_counted) {
 }
 
 TEST(ClickWatch, a_hand_may_tremble) {
-  zovview::ClickWatch watch;
+  zovhost::ClickWatch watch;
   watch.OnMouseDown(At(10, 20));
   watch.OnMouseMove(At(10 + REACH, 20 - REACH));
   EXPECT_EQ(watch.OnMouseUp(At(10, 20)), 1);
 }
 
 TEST(ClickWatch, a_drag_is_none_even_when_it_comes_back) {
-  zovview::ClickWatch watch;
+  zovhost::ClickWatch watch;
   for (const WindowEvent& away : {At(10 + REACH + 1, 20), At(10, 20 - REACH - 1)}) {
     watch.OnMouseDown(At(10, 20));
     watch.OnMouseMove(away);
@@ -44,13 +44,13 @@ TEST(ClickWatch, a_drag_is_none_even_when_it_comes_back) {
 }
 
 TEST(ClickWatch, a_release_elsewhere_is_none) {
-  zovview::ClickWatch watch;
+  zovhost::ClickWatch watch;
   watch.OnMouseDown(At(10, 20));
   EXPECT_EQ(watch.OnMouseUp(At(60, 20)), 0);
 }
 
 TEST(ClickWatch, other_buttons_make_none_and_spoil_one) {
-  zovview::ClickWatch watch;
+  zovhost::ClickWatch watch;
   watch.OnMouseDown(At(10, 20, 1, MouseButton::Right));
   EXPECT_EQ(watch.OnMouseUp(At(10, 20, 1, MouseButton::Right)), 0);
   watch.OnMouseDown(At(10, 20));
@@ -59,7 +59,7 @@ TEST(ClickWatch, other_buttons_make_none_and_spoil_one) {
 }
 
 TEST(ClickWatch, a_release_without_a_press_is_none) {
-  zovview::ClickWatch watch;
+  zovhost::ClickWatch watch;
   EXPECT_EQ(watch.OnMouseUp(At(0, 0)), 0);
   watch.OnMouseDown(At(10, 20));
   watch.Cancel();

@@ -5,23 +5,24 @@
 #include "korvane/camera_operations.h"
 #include "zovhost/projection.h"
 
-namespace zovview {
+namespace zovhost {
 
-/// The hub of the viewer: its three host operations reach the one camera that the viewer draws with.
-class ViewerHub : public Korvane::CameraOperations {
+/// A hub over one camera, the one that its host draws with.
+class ViewHub : public Korvane::CameraOperations {
  public:
-  explicit ViewerHub(std::function<void()> requestFrame);
+  /// `requestFrame` is called whenever something moves; not empty.
+  explicit ViewHub(std::function<void()> requestFrame);
 
   void ApplyCameraParameters(const Korvane::CameraParameters& values) override;
   void QueryCameraParameters(Korvane::CameraParameters& values) const override;
   void RequestApplicationUpdate() override;
 
   const Korvane::CameraParameters& GetView() const { return view; }
-  /// The viewer's own change of the camera; asks for a frame.
+  /// The host's own change of the camera; asks for a frame.
   void SetView(const Korvane::CameraParameters& values);
 
   /// How the view is drawn.
-  zovhost::Projection GetProjection() const;
+  Projection GetProjection() const;
   /// From the near plane through the middle of a viewport pixel, origin at the bottom left; the direction has
   /// unit length. False for a camera that sees nothing.
   bool GetPixelRay(int x, int y, Korvane::Vector3& origin, Korvane::Vector3& direction) const;
@@ -41,4 +42,4 @@ class ViewerHub : public Korvane::CameraOperations {
 /// orthographic size.
 void ShapeToViewport(Korvane::CameraParameters& camera, double width, double height);
 
-}  // namespace zovview
+}  // namespace zovhost

@@ -1,0 +1,41 @@
+# What the libraries of the host kit are made with. Read when they are built, and by the installed package when
+# a program asks for them.
+find_package(PkgConfig QUIET)
+
+# A row: the library of the kit, the name here, the Debian package, and the modules of pkg-config.
+set(ZOV_KIT_PACKAGES
+  "scene|ZOV_ASSIMP|libassimp-dev|assimp"
+  "scene|ZOV_PIXBUF|libgdk-pixbuf-2.0-dev|gdk-pixbuf-2.0"
+  "gl|ZOV_EPOXY|libepoxy-dev|epoxy"
+  "gl|ZOV_PANGO|libpango1.0-dev|pangocairo pangoft2"
+  "gl|ZOV_RSVG|librsvg2-dev|librsvg-2.0"
+  "gl|ZOV_PNG|libpng-dev|libpng"
+  "gl|ZOV_WEBP|libwebp-dev|libwebp libwebpmux"
+  "window|ZOV_SDL2|libsdl2-dev|sdl2"
+  "window|ZOV_IMGUI|libimgui-dev|imgui"
+  "window|ZOV_FONTCONFIG|libfontconfig-dev|fontconfig")
+
+# zov_find_kit_packages(<library> <variable>): the variable becomes a list of the Debian packages that are
+# missing.
+macro(zov_find_kit_packages library missing)
+  set(${missing} "")
+  foreach(zov_row IN LISTS ZOV_KIT_PACKAGES)
+    string(REPLACE "|" ";" zov_row "${zov_row}")
+    list(POP_FRONT zov_row zov_of zov_name zov_debian zov_modules)
+    if(zov_of STREQUAL "${library}")
+      string(REPLACE " " ";" zov_modules "${zov_modules}")
+      if(PKG_CONFIG_FOUND)
+        pkg_check_modules(${zov_name} QUIET IMPORTED_TARGET GLOBAL ${zov_modules})
+      endif()
+      if(NOT ${zov_name}_FOUND)
+        list(APPEND ${missing} ${zov_debian})
+      endif()
+    endif()
+  endforeach()
+  if("${library}" STREQUAL "scene")
+    find_package(embree 3 CONFIG QUIET)
+    if(NOT embree_FOUND)
+      list(APPEND ${missing} libembree-dev)
+    endif()
+  endif()
+endmacro()

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <functional>
+#include <utility>
+
+#include "korvane/view_manager.h"
+#include "zovhost/held_keys.h"
+#include "zovhost/pointer_wrap.h"
+#include "zovhost/wheel_counter.h"
+#include "zovhost/window.h"
+
+namespace Korvane {
+class Shot;
+}
+
+namespace zovhost {
+
+/// The view manager with what a host around it has to do: it takes the events of a window, wraps the pointer
+/// at the edges of the viewport while a drag wants that, counts fine wheels, and lets go of everything when
+/// the window loses the focus.
+///
+/// A press, and a turn of the wheel, end a move that runs, unless that move is of use to whoever gets the
+/// press.
+class WindowViewManager : public Korvane::ViewManager {
+ public:
+  /// Sets the pointer to a pixel of the viewport.
+  using MovePointer = std::function<void(int x, int y)>;
+
+  void SetMovePointer(MovePointer move) { movePointer = std::move(move); }
+  /// Lets go of everything first.
+  bool Destroy() override;
+  void SetViewportSize(int width, int height) override;
+
+  /// An event of the window, in pixels of the viewport. True when it was used.
+  bool OnEvent(const WindowEvent& event);
+  /// The library has set the pointer to a pixel of the viewport.
+  void OnPointerSet(int x, int y);
+  /// Lets go of all buttons and keys; what they were doing ends where it is, and no click comes of it.
+  void Cancel();
+  /// A button that was pressed here is held.
+  bool IsPressed() const { return leftMouseDown || middleMouseDown || rightMouseDown; }
+  /// The last left press was of use to no one unless it becomes a drag.
+  bool IsClickFree() const { return clickFree; }
+
+ protected:
+  /// Without asking for a disc: the middle button and the wheel navigate at any time.
+  bool WantMiddleMouseNavigation() const override;
+  /// A click means something to the active tool, as much as a drag. Otherwise it is left to the host.
+  virtual bool WantToolClicks() const { return true; }
+
+ private:
+  using PointerEvent = bool (ViewManager::*)(int x, int y);
+  static PointerEvent GetPress(MouseButton button);
+  static PointerEvent GetRelease(MouseButton button);
+
+  bool OnPress(const WindowEvent& event);
+  bool OnMove(const WindowEvent& event);
+  bool OnRelease(const WindowEvent& event);
+  bool OnWheel(const WindowEvent& event);
+  bool OnLeave();
+  bool OnKey(const WindowEvent& event);
+  void ReleaseButtons();
+  const Korvane::Shot* GetRunningShot() const;
+  void EndRunningShot();
+  PixelPosition FollowPointer(int x, int y);
+
+  MovePointer movePointer;
+  PointerWrap pointer;
+  HeldKeys keys;
+  WheelCounter wheel;
+  bool clickFree = false;
+};
+
+}  // namespace zovhost

@@ -1,0 +1,181 @@
+#include "zovhost/window_view_manager.h"
+
+#include <array>
+#include <cstddef>
+#include <optional>
+
+#include "korvane/camera_operations.h"
+#include "korvane/orientor.h"
+#include "korvane/shot.h"
+#include "korvane/storyboard.h"
+#include "korvane/tool.h"
+
+namespace zovhost {
+
+// ---- life ----
+
+bool WindowViewManager::Destroy() {
+  Cancel();
+  return ViewManager::Destroy();
+}
+
+void WindowViewManager::SetViewportSize(int width, int height) {
+  pointer.SetSize(width, height);
+  ViewManager::SetViewportSize(width, height);
+}
+
+bool WindowViewManager::WantMiddleMouseNavigation() const {
+  return !leftMouseDown && !rightMouseDown && (storyboard == nullptr || !storyboard->IsPlayingBack());
+}
+
+// ---- events ----
+
+bool WindowViewManager::OnEvent(const WindowEvent& event) {
+  switch (event.type) {
+    case WindowEvent::Type::MouseDown:
+      return OnPress(event);
+    case WindowEvent::Type::MouseMove:
+      return OnMove(event);
+    case WindowEvent::Type::MouseUp:
+      return OnRelease(event);
+    case WindowEvent::Type::Wheel:
+      return OnWheel(event);
+    case WindowEvent::Type::KeyDown:
+    case WindowEvent::Type::KeyUp:
+      return OnKey(event);
+    case WindowEvent::Type::MouseLeave:
+      return OnLeave();
+    case WindowEvent::Type::FocusLost:
+      Cancel();
+      return true;
+    case WindowEvent::Type::Resized:
+    case WindowEvent::Type::FileDropped:
+    case WindowEvent::Type::Closing:
+      return false;
+  }
+  return false;
+}
+
+WindowViewManager::PointerEvent WindowViewManager::GetPress(MouseButton button) {
+  static constexpr std::array<PointerEvent, 3> PRESSES = {
+      &ViewManager::OnLeftMouseDown, &ViewManager::OnMiddleMouseDown, &ViewManager::OnRightMouseDown};
+  return PRESSES[static_cast<std::size_t>(button)];
+}
+
+WindowViewManager::PointerEvent WindowViewManager::GetRelease(MouseButton button) {
+  static constexpr std::array<PointerEvent, 3> RELEASES = {
+      &ViewManager::OnLeftMouseUp, &ViewManager::OnMiddleMouseUp, &ViewManager::OnRightMouseUp};
+  return RELEASES[static_cast<std::size_t>(button)];
+}
+
+// The pointer may have come from outside without a motion.
+bool WindowViewManager::OnPress(const WindowEvent& event) {
+  const bool isFirst = !IsPressed();
+  if (isFirst) {
+    OnMove(event);
+    pointer.Restart({event.x, event.y});
+  }
+  const PixelPosition position = FollowPointer(event.x, event.y);
+  if (isFirst && zoomingWithMouse) EndMiddleMouseNavigation();  // the wheel would hold on to the pointer
+  if (isFirst && event.button != MouseButton::Right) EndRunningShot();
+  const bool isLeft = event.button == MouseButton::Left;
+  const bool used = (this->*GetPress(event.button))(position.x, position.y);
+  const bool ofTool = activeTool != nullptr && activeTool->IsOperating();
+  clickFree = isFirst && isLeft && (!used || (ofTool && !WantToolClicks()));
+  return used;
+}
+
+bool WindowViewManager::OnMove(const WindowEvent& event) {
+  const PixelPosition position = FollowPointer(event.x, event.y);
+  return OnMouseMove(position.x, position.y);
+}
+
+// The motion since the last frame counts, so one more is performed before the end. Afterwards the pointer is
+// where it seems to be.
+bool WindowViewManager::OnRelease(const WindowEvent& event) {
+  OnMove(event);
+  if (cameraOperations != nullptr && cameraOperations->IsOperationActive(Korvane::OPERATION_ALL)) {
+    cameraOperations->PerformOperations();
+  }
+  const bool used = (this->*GetRelease(event.button))(mouseX, mouseY);
+  if (IsPressed()) return used;
+  const PixelPosition shown = pointer.GetPosition();
+  pointer.Restart(shown);
+  if (shown != PixelPosition{mouseX, mouseY}) OnMouseMove(shown.x, shown.y);
+  return used;
+}
+
+bool WindowViewManager::OnWheel(const WindowEvent& event) {
+  const std::optional<int> counts = wheel.Turn(event.wheel);
+  if (!counts.has_value()) return false;
+  if (!IsPressed()) EndRunningShot();
+  const PixelPosition position = FollowPointer(event.x, event.y);
+  return OnMouseWheel(position.x, position.y, *counts);
+}
+
+// To a place that is over nothing.
+bool WindowViewManager::OnLeave() {
+  if (IsPressed()) return false;
+  pointer.Restart({-1, -1});
+  return OnMouseMove(-1, -1);
+}
+
+void WindowViewManager::OnPointerSet(int x, int y) { pointer.Restart({x, y}); }
+
+PixelPosition WindowViewManager::FollowPointer(int x, int y) {
+  std::optional<PixelPosition> jump;
+  const PixelPosition position = pointer.Follow({x, y}, wantCursorWrapping, jump);
+  if (jump.has_value() && movePointer) movePointer(jump->x, jump->y);
+  return position;
+}
+
+// Whoever begins a move ends the other. A click on the cube does so by itself, and a tool's own shot takes
+// no second press.
+void WindowViewManager::EndRunningShot() {
+  const bool ofTool = activeTool != nullptr && activeTool->IsAnimating();
+  if (cameraOperations != nullptr && !ofTool && WantActiveToolEnabled()) cameraOperations->EndShot();
+}
+
+// ---- keys ----
+
+bool WindowViewManager::OnKey(const WindowEvent& event) {
+  const std::optional<Korvane::KeyID> key = keys.OnKey(event);
+  if (!key.has_value()) return false;
+  return event.type == WindowEvent::Type::KeyDown ? OnKeyDown(*key) : OnKeyUp(*key);
+}
+
+// ---- letting go ----
+
+const Korvane::Shot* WindowViewManager::GetRunningShot() const {
+  return cameraOperations != nullptr ? cameraOperations->GetActiveShot() : nullptr;
+}
+
+// Some tools act on the release: the key that cancels keeps them from it, and a shot that another begins ends
+// at once.
+void WindowViewManager::Cancel() {
+  while (const std::optional<Korvane::KeyID> key = keys.ReleaseNext()) OnKeyUp(*key);
+  if (activeTool != nullptr && activeTool->IsOperating()) {
+    OnKeyDown(Korvane::KEY_ESCAPE);
+    OnKeyUp(Korvane::KEY_ESCAPE);
+  }
+  const Korvane::Shot* const shot = GetRunningShot();
+  ReleaseButtons();
+  if (GetRunningShot() != shot) cameraOperations->EndShot();
+  if (zoomingWithMouse) EndMiddleMouseNavigation();
+  clickFree = false;
+  wheel.Restart();
+}
+
+// A cube that does not show takes no click.
+void WindowViewManager::ReleaseButtons() {
+  const PixelPosition shown = pointer.GetPosition();
+  const bool cubeShows = orientor != nullptr && orientor->GetParameters().visible;
+  if (cubeShows) orientor->GetParameters().visible = orientor->IsDragActive();
+  if (leftMouseDown) OnLeftMouseUp(mouseX, mouseY);
+  if (cubeShows) orientor->GetParameters().visible = true;
+  if (middleMouseDown) OnMiddleMouseUp(mouseX, mouseY);
+  rightMouseDown = rightClickOpen = false;  // a release would open a menu
+  pointer.Restart(shown);
+}
+
+}  // namespace zovhost
