@@ -7,8 +7,8 @@
 #include "korvane/orientor.h"
 #include "korvane/shot_parameters.h"
 #include "korvane/view_manager.h"
-#include "start_camera.h"
 #include "zovhost/scene.h"
+#include "zovhost/start_camera.h"
 
 namespace zovview {
 
@@ -32,7 +32,7 @@ void Toggle(const ViewTarget& target, bool& setting) {
 
 void SetCoordinates(const ViewTarget& target, CoordinateSystem system, const Vector3& up) {
   target.hub.EndShot();
-  SetUpDirection(target.hub, up);
+  zovhost::SetUpDirection(target.hub, up);
   target.cube.SetActiveUCS(COORDINATE_NAMES[static_cast<std::size_t>(system)], true);
   target.hub.RequestApplicationUpdate();
 }

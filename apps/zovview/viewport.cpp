@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "cube_commands.h"
-#include "start_camera.h"
+#include "zovhost/start_camera.h"
 
 namespace zovview {
 
@@ -51,7 +51,7 @@ void Viewport::SetScene(const zovhost::Scene& scene) {
   clicks.Cancel();
   selection.SetScene(&scene);
   renderer.SetScene(&scene);
-  EnterScene(hub, scene);
+  zovhost::EnterScene(hub, scene);
   UseModelCoordinates(target);
 }
 

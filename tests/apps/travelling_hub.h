@@ -8,10 +8,10 @@
 #include "cuboids.h"
 #include "korvane/orientor.h"
 #include "selection.h"
-#include "start_camera.h"
 #include "tour_clock.h"
 #include "view_commands.h"
 #include "viewer_view_manager.h"
+#include "zovhost/start_camera.h"
 #include "zovhost/view_hub.h"
 
 namespace apps_test {
@@ -28,7 +28,7 @@ class TravellingHub : public testing::Test {
     scene = MakeCuboids(boxes);
     selection.SetScene(scene.get());
     hub.SetViewportSize(width, height);
-    zovview::EnterScene(hub, *scene);
+    zovhost::EnterScene(hub, *scene);
   }
 
   void Frame() {

@@ -1,4 +1,4 @@
-#include "start_camera.h"
+#include "zovhost/start_camera.h"
 
 #include <algorithm>
 #include <cmath>
@@ -7,7 +7,7 @@
 #include "zovhost/scene.h"
 #include "zovhost/view_hub.h"
 
-namespace zovview {
+namespace zovhost {
 
 using Korvane::CameraParameters;
 using Korvane::Math;
@@ -29,7 +29,7 @@ struct Swept {
   double halfHeight;
 };
 
-Swept Sweep(const zovhost::Scene& scene, const Vector3& up) {
+Swept Sweep(const Scene& scene, const Vector3& up) {
   const Vector3 half = (scene.GetMax() - scene.GetMin()) * 0.5;
   Swept swept = {0.0, 0.0};
   for (int corner = 0; corner < 4; ++corner) {  // the other four mirror these
@@ -70,7 +70,7 @@ Vector3 ChooseFront(const Vector3& up) {
   return (usual - up * usual.Dot(up)).Normalize();
 }
 
-CameraParameters MakeStartCamera(const zovhost::Scene& scene, double width, double height) {
+CameraParameters MakeStartCamera(const Scene& scene, double width, double height) {
   const Vector3 up = scene.GetUpDirection();
   const Vector3 front = ChooseFront(up);
   const Vector3 side = up.Cross(front);  // to the right of someone who looks at the front
@@ -83,7 +83,7 @@ CameraParameters MakeStartCamera(const zovhost::Scene& scene, double width, doub
   CameraParameters camera;
   camera.SetHorizontalFOV(HALF_ANGLE * Math::RAD_TO_DEG);
   camera.SetVerticalFOV(HALF_ANGLE * Math::RAD_TO_DEG);
-  zovhost::ShapeToViewport(camera, width, height);
+  ShapeToViewport(camera, width, height);
   const double tangentX = std::tan(camera.GetHorizontalFOV() * Math::DEG_TO_RAD);
   const double tangentY = std::tan(camera.GetVerticalFOV() * Math::DEG_TO_RAD);
   const double distance =
@@ -98,14 +98,14 @@ CameraParameters MakeStartCamera(const zovhost::Scene& scene, double width, doub
   return camera;
 }
 
-void SetUpDirection(zovhost::ViewHub& hub, const Vector3& up) {
+void SetUpDirection(ViewHub& hub, const Vector3& up) {
   Korvane::ApplicationParameters& parameters = hub.GetApplicationParameters();
   parameters.scene_up_direction = parameters.world_up_direction = parameters.custom_orbit_up = up;
   const Vector3 front = ChooseFront(up);
   parameters.scene_front_direction = parameters.world_front_direction = parameters.custom_orbit_front = front;
 }
 
-void EnterScene(zovhost::ViewHub& hub, const zovhost::Scene& scene) {
+void EnterScene(ViewHub& hub, const Scene& scene) {
   hub.EndOperation(Korvane::OPERATION_ALL);
   hub.EndShot();
 
@@ -127,4 +127,4 @@ void EnterScene(zovhost::ViewHub& hub, const zovhost::Scene& scene) {
   hub.SetView(parameters.home_camera);
 }
 
-}  // namespace zovview
+}  // namespace zovhost

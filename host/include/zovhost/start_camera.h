@@ -4,11 +4,9 @@
 #include "korvane/vector3.h"
 
 namespace zovhost {
-class ViewHub;
-class Scene;
-}  // namespace zovhost
 
-namespace zovview {
+class Scene;
+class ViewHub;
 
 /// The outward direction of the front of a model that stands on `up`, perpendicular to it: -y for a model
 /// on the z axis, as buildings are drawn, and +z for one on the y axis. Unit length; `up` must have it too.
@@ -17,12 +15,12 @@ Korvane::Vector3 ChooseFront(const Korvane::Vector3& up);
 /// A view from the front, the right and above, in which the model stays whole however a turntable orbit
 /// turns it, for a viewport of `width` by `height`. The pivot is the model's centre, and the orthographic
 /// size shows what the perspective shows at the depth of the centre.
-Korvane::CameraParameters MakeStartCamera(const zovhost::Scene& scene, double width, double height);
+Korvane::CameraParameters MakeStartCamera(const Scene& scene, double width, double height);
 
 /// What counts as up for the scene and the world, unit length; the front follows from it.
-void SetUpDirection(zovhost::ViewHub& hub, const Korvane::Vector3& up);
+void SetUpDirection(ViewHub& hub, const Korvane::Vector3& up);
 
 /// Makes the scene the one of the hub: directions, bounds, home camera and view. Whatever runs is ended.
-void EnterScene(zovhost::ViewHub& hub, const zovhost::Scene& scene);
+void EnterScene(ViewHub& hub, const Scene& scene);
 
-}  // namespace zovview
+}  // namespace zovhost

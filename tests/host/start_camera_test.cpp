@@ -1,5 +1,5 @@
 // The view in which a model is first shown, and what the hub is told of the model.
-#include "start_camera.h"
+#include "zovhost/start_camera.h"
 
 #include <gtest/gtest.h>
 
@@ -50,7 +50,7 @@ struct Case {
 class StartCameraTest : public testing::TestWithParam<Case> {
  protected:
   std::unique_ptr<zovhost::Scene> scene = MakeBox(GetParam().low, GetParam().high, GetParam().up);
-  CameraParameters camera = zovview::MakeStartCamera(*scene, GetParam().width, GetParam().height);
+  CameraParameters camera = zovhost::MakeStartCamera(*scene, GetParam().width, GetParam().height);
 
   double LargestOffset(const CameraParameters& view) const {
     const zovhost::Projection projection(view, {scene->GetCentre(), scene->GetRadius()});
@@ -89,7 +89,7 @@ TEST_P(StartCameraTest, stands_upright_and_looks_from_the_front_and_above) {
   const Vector3 toEye = (camera.eye - camera.centre).Normalized();
   EXPECT_GT(camera.up.Dot(GetParam().up), 0.5);
   EXPECT_GT(toEye.Dot(GetParam().up), 0.2);
-  EXPECT_GT(toEye.Dot(zovview::ChooseFront(GetParam().up)), 0.5);
+  EXPECT_GT(toEye.Dot(zovhost::ChooseFront(GetParam().up)), 0.5);
   EXPECT_NEAR(camera.up.Dot(toEye), 0.0, 1e-12);
 }
 
@@ -113,9 +113,9 @@ INSTANTIATE_TEST_SUITE_P(
     [](const testing::TestParamInfo<Case>& parameter) { return std::string(parameter.param.name); });
 
 TEST(choose_front, is_as_the_axis_of_the_file_suggests) {
-  EXPECT_EQ(zovview::ChooseFront({0, 0, 1}), Vector3(0, -1, 0));
-  EXPECT_EQ(zovview::ChooseFront({0, 1, 0}), Vector3(0, 0, 1));
-  EXPECT_EQ(zovview::ChooseFront({1, 0, 0}), Vector3(0, 0, 1));
+  EXPECT_EQ(zovhost::ChooseFront({0, 0, 1}), Vector3(0, -1, 0));
+  EXPECT_EQ(zovhost::ChooseFront({0, 1, 0}), Vector3(0, 0, 1));
+  EXPECT_EQ(zovhost::ChooseFront({1, 0, 0}), Vector3(0, 0, 1));
 }
 
 TEST(enter_scene, tells_the_hub_directions_bounds_and_home) {
@@ -125,7 +125,7 @@ TEST(enter_scene, tells_the_hub_directions_bounds_and_home) {
   hub.SetViewportSize(1280, 800);
   hub.SetGeometrySelection(1.0, {5, 5, 5});
   requests = 0;
-  zovview::EnterScene(hub, *scene);
+  zovhost::EnterScene(hub, *scene);
   const Korvane::ApplicationParameters& parameters = hub.GetApplicationParameters();
   EXPECT_EQ(hub.GetWorldUpDirection(), Vector3(0, 0, 1));
   EXPECT_EQ(hub.GetWorldFrontDirection(), Vector3(0, -1, 0));
@@ -143,7 +143,7 @@ TEST(viewport, a_change_of_size_there_and_back_returns_the_view) {
   const auto scene = MakeBox({0, 0, 0}, {12, 8, 7}, {0, 0, 1});
   zovhost::ViewHub hub([] {});
   hub.SetViewportSize(1280, 800);
-  zovview::EnterScene(hub, *scene);
+  zovhost::EnterScene(hub, *scene);
   const CameraParameters before = hub.GetView();
   hub.SetViewportSize(300, 900);
   EXPECT_NEAR(hub.GetView().left_fov, before.top_fov, 1e-12);
