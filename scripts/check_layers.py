@@ -35,7 +35,7 @@ PUBLIC = {
         lifeline resource_ids cam3d_controller_parameters orientor_parameters""",
     "camera": """camera_parameters application_parameters operation camera_operations shot shot_parameters
         borrowed_settings shot_watch""",
-    "render": "renderer icon2d pixel_icon2d icon3d",
+    "render": "renderer renderer_loans icon2d pixel_icon2d icon3d",
     "story/history": "rewind_history rewind_record",
     "interaction/tools": """pivot_ball tool orbit_tool pan_tool zoom_tool mouse_wheel_zoom_tool rect_zoom_tool
         look_tool look_move_tool look_at_tool center_tool walk_tool""",

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <optional>
+
 #include "korvane/export.h"
+#include "korvane/renderer_loans.h"
 #include "korvane/tool.h"
 #include "korvane/vector3.h"
 
@@ -37,15 +40,17 @@ class ZOVTOOLS_API CenterTool : public Tool {
   TrackMenu* trackMenu;
 
  private:
+  void EndPress(Closing& closing, const std::optional<Vector3>& pivot);
   void BeginCenterShot();
-  void RestorePivot();
+  void LabelPivotBall();
+  void FollowShot();
   void UpdateNotes();
 
   bool onModel = false;
-  Vector3 savedPivot;
+  std::optional<Vector3> savedPivot;  // of the camera; during a gesture
   StringID pivotLabel;
   DynamicIcon2D* offModelHUD = nullptr;
-  DynamicIcon2D* hintHUD = nullptr;
+  StringLoan hint;
 };
 
 }  // namespace Korvane

@@ -26,7 +26,15 @@ class Lifeline {
       next = line.first;
       link = &line.first;
       if (next != nullptr) next->link = &next;
+// g++ does not see that the watch takes itself out of the list when it ends.
+#if defined(__GNUC__) && !defined(__clang__) && __GNUC__ >= 12
+#  pragma GCC diagnostic push
+#  pragma GCC diagnostic ignored "-Wdangling-pointer"
+#endif
       line.first = this;
+#if defined(__GNUC__) && !defined(__clang__) && __GNUC__ >= 12
+#  pragma GCC diagnostic pop
+#endif
     }
 
     void Detach() {

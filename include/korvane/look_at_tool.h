@@ -32,8 +32,9 @@ class ZOVTOOLS_API LookAtTool : public Tool {
   virtual void DisableBackfaceViewing();
 
  private:
-  void BeginLookAt(const Vector3& point, Vector3 normal);
-  double GetViewingDistance(const CameraParameters& camera, const Vector3& point, const Vector3& normal);
+  void BeginLookAt(const Vector3& point, const Vector3& normal);
+  double GetClearDistance(const CameraParameters& camera, const Vector3& point, const Vector3& normal) const;
+  void EndLookAt();
   void EndMouseover();
 
   bool faceHighlighting = true;

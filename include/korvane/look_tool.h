@@ -1,5 +1,6 @@
 #pragma once
 
+#include "korvane/borrowed_settings.h"
 #include "korvane/export.h"
 #include "korvane/tool.h"
 
@@ -23,9 +24,10 @@ class ZOVTOOLS_API LookTool : public Tool {
 
  private:
   bool invertVerticalAxis = false;
-  bool savedInvertVerticalAxis = false;
   bool alignUpDirection = true;
-  bool savedAlignUpDirection = false;
+  BorrowedSettings<&ApplicationParameters::look_invert_vertical_axis,
+                   &ApplicationParameters::align_orbit_up_direction>
+      settings;
 };
 
 }  // namespace Korvane

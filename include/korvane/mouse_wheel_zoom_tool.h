@@ -22,6 +22,8 @@ class ZOVTOOLS_API MouseWheelZoomTool : public ZoomTool {
   bool EndZoom() override;
 
  private:
+  void UpdateGesture();
+
   int wheelAnchorX = 0;
   int wheelAnchorY = 0;
   int wheelTotal = 0;  // since the gesture began, as the window system counts

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "korvane/borrowed_settings.h"
 #include "korvane/export.h"
 #include "korvane/tool.h"
 
@@ -27,11 +28,11 @@ class ZOVTOOLS_API OrbitTool : public Tool {
   bool fixedAxesOrbit = false;
 
  private:
-  void SetOrbitParameters();
-  void RestoreOrbitParameters();
+  void BorrowSettings(CameraOperations& hub);
 
-  bool savedPreserveUp = false;
-  bool savedAlignUp = false;
+  BorrowedSettings<&ApplicationParameters::preserve_orbit_up_direction,
+                   &ApplicationParameters::align_orbit_up_direction>
+      settings;
 };
 
 }  // namespace Korvane

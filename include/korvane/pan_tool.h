@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "korvane/export.h"
 #include "korvane/tool.h"
 #include "korvane/vector3.h"
@@ -19,7 +21,7 @@ class ZOVTOOLS_API PanTool : public Tool {
   bool OnMouseUp(int x, int y) override;
 
  private:
-  Vector3 savedPivot;
+  std::optional<Vector3> savedPivot;  // of the camera; during a gesture
 };
 
 }  // namespace Korvane

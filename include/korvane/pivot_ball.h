@@ -3,15 +3,15 @@
 #include <memory>
 
 #include "korvane/export.h"
+#include "korvane/lifeline.h"
+#include "korvane/renderer_loans.h"
 #include "korvane/resource_ids.h"
 #include "korvane/vector3.h"
 
 namespace Korvane {
 
 class CameraOperations;
-class DynamicIcon2D;
 class PivotBallHideTimer;
-class Renderer;
 class ResourceIcon3D;
 struct CameraParameters;
 
@@ -60,14 +60,19 @@ class ZOVTOOLS_API PivotBall {
   bool IsVisible() const;
   /// The text beside the ball; STRING_NONE for none.
   void SetLabel(StringID string);
+  Lifeline& GetLifeline() { return lifeline; }
 
  private:
+  void DrawBall();
+  void DrawLabel();
+
+  Lifeline lifeline;
   CameraOperations* cameraOperations = nullptr;
   Renderer* renderer = nullptr;
   std::unique_ptr<ResourceIcon3D> ball;
   std::unique_ptr<ResourceIcon3D> shadowBall;
   StringID labelString = STRING_PIVOT;
-  DynamicIcon2D* label = nullptr;  // the renderer's
+  StringLoan label;
   std::unique_ptr<PivotBallHideTimer> hideTimer;
 };
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "korvane/export.h"
+#include "korvane/shot_parameters.h"
 #include "korvane/zoom_tool.h"
 
 namespace Korvane {
@@ -56,13 +57,13 @@ class ZOVTOOLS_API RectZoomTool : public ZoomTool {
   int GetCrosshairDistance() const;
   void UpdateCrosshairPosition(double x, double y);
 
+  void GiveUp();
   bool BeginRectShot();
-  Vector3 PickPivot(const CameraParameters& camera) const;
+  ZoomRectShotParameters MakeRectShot(const CameraParameters& camera) const;
+  Vector3 PickPivot(const CameraParameters& camera);
 
-  bool BeginPass();
   void DrawOperating();
   void DrawAnimating();
-  void DrawRectangle(const Rectangle& white, const Rectangle& black);
   void GrowRectangle(Rectangle& rectangle) const;
 
   int startX = 0;

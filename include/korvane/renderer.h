@@ -6,6 +6,7 @@
 
 #include "korvane/box2.h"
 #include "korvane/export.h"
+#include "korvane/lifeline.h"
 #include "korvane/ray.h"
 #include "korvane/resource_ids.h"
 #include "korvane/vector2.h"
@@ -165,6 +166,8 @@ class ZOVTOOLS_API Renderer {
   DynamicIcon2D* CreatePivotLabelByID(int id);
   DynamicIcon2D* CreateMiniWheelLabelByID(int id);
 
+  Lifeline& GetLifeline() { return lifeline; }
+
   CursorID GetCursorID() const { return currentCursor; }
   /// Opens (true) or closes the queue. Closing applies the last cursor asked for when it differs from the
   /// current one; a queue in which none was asked for sends CURSOR_NONE once.
@@ -188,6 +191,7 @@ class ZOVTOOLS_API Renderer {
   std::map<TextureID, bool> textureLoaded;
   std::map<StringID, DynamicIcon2D*> stringTextures;
   std::map<StringID, std::uint64_t> stringUsage;
+  Lifeline lifeline;
 };
 
 }  // namespace Korvane

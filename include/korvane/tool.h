@@ -1,7 +1,10 @@
 #pragma once
 
 #include "korvane/export.h"
+#include "korvane/lifeline.h"
+#include "korvane/operation.h"
 #include "korvane/resource_ids.h"
+#include "korvane/rewind_record.h"
 #include "korvane/vector2.h"
 
 namespace Korvane {
@@ -70,9 +73,15 @@ class ZOVTOOLS_API Tool {
   /// The host is to wrap the pointer at the edges of the viewport; positions then count on past them.
   bool WantCursorWrapping() const { return wrapCursor && operating; }
 
+  Lifeline& GetLifeline() { return lifeline; }
+
  protected:
-  /// A press may begin a gesture: there are a hub and a renderer, and no shot of the tool's own runs.
-  bool CanOperate() const { return cameraOperations != nullptr && renderer != nullptr && !animating; }
+  /// A gesture may begin: there are a hub and a renderer, and no other gesture is being closed.
+  bool IsReady() const { return cameraOperations != nullptr && renderer != nullptr && !closingGesture; }
+  /// The host is being told of the end of a gesture.
+  bool IsClosing() const { return closingGesture; }
+  /// A press may begin one: and no shot of the tool's own runs.
+  bool CanOperate() const { return IsReady() && !animating; }
   /// A shot of the tool's own was begun and no shot is active any more.
   bool HasShotEnded() const;
   void SetCursorID(CursorID id) { cursorID = id; }
@@ -105,8 +114,40 @@ class ZOVTOOLS_API Tool {
   bool drawOnlyWhileOperating = true;
   Vector2 viewHUDOffset;
 
+  // The parts of a gesture, for the tools of the library. What calls out to the host comes back to a tool
+  // that may have ended its gesture, lost its hub, or be destroyed; these hold through that.
+  class Steps;
+  class Opening;
+  class Closing;
+
+  /// What the base's handlers note of an event.
+  void NotePosition(int x, int y);
+  void NoteMove(int x, int y);
+  void NotePress(int x, int y);
+  void NoteRelease(int x, int y);
+  /// What the base's OnDraw draws.
+  void DrawTool();
+
+  /// A drag lasts from the press to the release; `begin` and `end` take the Opening and the Closing, and what
+  /// these return is what the handlers return. A press whose release went missing is released first.
+  template <class Begin>
+  bool PressDrag(int x, int y, const Begin& begin);
+  template <class End>
+  bool ReleaseDrag(int x, int y, const End& end);
+  /// Hands the cursor to the operation of the drag.
+  bool UpdateDrag(OperationType type, int x, int y);
+  /// Draws the tool, and samples the record of a drag that goes on.
+  void DrawDrag();
+  void SampleRecord();
+
+  RewindRecord record;
+
  private:
   void DrawNotes();
+
+  Lifeline lifeline;
+  Lifeline gesture;  // cut when the gesture ends
+  bool closingGesture = false;
 };
 
 }  // namespace Korvane

@@ -2,6 +2,7 @@
 
 #include "korvane/export.h"
 #include "korvane/icon2d.h"
+#include "korvane/renderer_loans.h"
 #include "korvane/timer.h"
 #include "korvane/tool.h"
 
@@ -16,6 +17,7 @@ class ZOVTOOLS_API WalkTool : public Tool {
   WalkTool();
   ~WalkTool() override;
 
+  void SetRenderer(Renderer* value) override;
   void OnDraw() override;
   bool OnMouseMove(int x, int y) override;
   bool OnMouseDown(int x, int y) override;
@@ -23,6 +25,9 @@ class ZOVTOOLS_API WalkTool : public Tool {
   bool OnKeyDown(KeyID key) override;
   /// Counts for Shift and Control as a press, so that once touched they stay down; hosts know it so.
   bool OnKeyUp(KeyID key) override;
+  /// Holds, and gives back, the pictures of the start.
+  void Activate() override;
+  void Deactivate() override;
 
   /// Shows the direction of the walk.
   CursorID GetWalkCursorID() const;
@@ -40,17 +45,23 @@ class ZOVTOOLS_API WalkTool : public Tool {
  private:
   FlyOperation* GetFlyOperation() const;
   bool HasRecordInterval() const;
-  void BeginWalk();
+  void BeginWalk(Steps& steps);
+  void RestartHistoryTimer();
   bool UseKey(KeyID key, bool pressed);
+  void PressRunKey(bool pressed);
+  void LetGoOfRunKey();
   void DrawStart();
   void RecordWalk();
 
+  bool active = false;
   bool walking = false;
+  bool runKeyDown = false;  // pressed in this walk
   DynamicIcon2D* messageHUD = nullptr;
   DynamicIcon2D* warningHUD = nullptr;
   DynamicIcon2D* upDownHUD = nullptr;
   double rewindHistoryInterval = 0.0;
   Timer historyTimer;
+  TextureLoan textures;
   ResourceIcon2D startIcon;
   ResourceIcon2D refusedIcon;
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "korvane/application_parameters.h"
+#include "korvane/borrowed_settings.h"
 #include "korvane/export.h"
 #include "korvane/tool.h"
 
@@ -45,13 +45,12 @@ class ZOVTOOLS_API ZoomTool : public Tool {
   DynamicIcon2D* maxZoomOutHUD = nullptr;
 
  private:
-  void LimitZoom();
-  void AnchorZoom(int x, int y);
-  void RestoreParameters();
+  void LimitZoom(Steps& steps);
+  void AnchorZoom(Steps& steps, int x, int y);
   void BeginClickShot();
   void ChooseLimitNote();
 
-  ApplicationParameters savedParameters;
+  BorrowedParameters settings;
 };
 
 }  // namespace Korvane

@@ -1,9 +1,9 @@
 #include "korvane/center_tool.h"
 
-#include "interaction/tools/pivot_marker.h"
-#include "interaction/tools/rewind_record.h"
+#include <utility>
+
+#include "interaction/tools/tool_gesture.h"
 #include "korvane/icon2d.h"
-#include "render/scene_pick.h"
 
 namespace Korvane {
 
@@ -25,37 +25,47 @@ CenterTool::CenterTool(HelmDisc* disc, TrackMenu* menu, StringID label)
 CenterTool::~CenterTool() = default;
 
 void CenterTool::Activate() {
-  if (hintHUD == nullptr && renderer != nullptr) hintHUD = renderer->GetStringTexture(STRING_OFF_MODEL);
-  SetViewHUDOffset(Vector2(0.0, hintHUD != nullptr ? hintHUD->GetHeight() : 0.0));
+  const Lifeline::Watch alive(GetLifeline());
+  const DynamicIcon2D* const note = hint.Take(renderer, STRING_OFF_MODEL);
+  if (!alive) return;
+  SetViewHUDOffset(Vector2(0.0, note != nullptr ? note->GetHeight() : 0.0));
   SetDrawOnlyWhileOperating(false);
 }
 
 void CenterTool::Deactivate() {
-  if (hintHUD == nullptr) return;
-  if (viewportHUD == hintHUD) viewportHUD = nullptr;  // the renderer may destroy it now
-  hintHUD = renderer != nullptr ? renderer->ReleaseStringTexture(STRING_OFF_MODEL) : nullptr;
+  const DynamicIcon2D* const note = hint.Get();
+  if (note != nullptr && viewportHUD == note) viewportHUD = nullptr;  // the renderer may destroy it now
+  hint.GiveBack();
 }
 
 void CenterTool::UpdatePivotPosition(int x, int y) {
-  if (cameraOperations == nullptr) return;
-  const ApplicationParameters& parameters = cameraOperations->GetApplicationParameters();
-  CameraParameters camera = QueryCamera(*cameraOperations);
+  CameraParameters camera;
   Vector3 point;
-  onModel = IsInView(x, y, parameters) && PickPoint(renderer, parameters, camera, x, y, point);
-  if (onModel) camera.pivot = point;
-  PlacePivotBall(pivotBall, camera, onModel);
-  ApplyIfFinite(*cameraOperations, camera);
-  cameraOperations->RequestApplicationUpdate();
+  bool found = false;
+  Steps(*this)
+      .Query(camera)
+      .Then([&] {
+        const ApplicationParameters& parameters = cameraOperations->GetApplicationParameters();
+        found = IsInView(x, y, parameters) && PickPoint(renderer, parameters, camera, x, y, point);
+      })
+      .Then([&] {
+        onModel = found;
+        if (found) camera.pivot = point;
+        PlacePivotBall(pivotBall, camera, found);
+      })
+      .Apply(camera)
+      .Then([&] { cameraOperations->RequestApplicationUpdate(); });
 }
 
 bool CenterTool::OnMouseDown(int x, int y) {
-  const bool result = Tool::OnMouseDown(x, y);
-  if (animating) return result;
-  if (cameraOperations == nullptr) return false;
-  if (!operating) savedPivot = QueryCamera(*cameraOperations).pivot;  // else a release went missing
-  operating = true;
-  if (pivotBall != nullptr) pivotBall->SetLabel(pivotLabel);
-  UpdatePivotPosition(x, y);
+  NotePress(x, y);
+  if (animating) return true;
+  if (cameraOperations == nullptr || IsClosing()) return false;
+  if (!operating) savedPivot.reset();  // else a release went missing
+  CameraParameters camera;
+  Opening opening(*this);
+  if (!savedPivot) opening.Query(camera).Then([&] { savedPivot = camera.pivot; });
+  opening.Then([&] { LabelPivotBall(); }).Then([&] { UpdatePivotPosition(x, y); });
   return true;
 }
 
@@ -65,60 +75,74 @@ bool CenterTool::OnMouseMove(int x, int y) {
 }
 
 bool CenterTool::OnMouseUp(int x, int y) {
-  const bool result = Tool::OnMouseUp(x, y);
-  if (animating) return result;
+  NoteRelease(x, y);
+  if (animating) return true;
   const bool pressed = operating;
-  operating = false;
+  const std::optional<Vector3> pivot = std::exchange(savedPivot, std::nullopt);
+  Closing closing(*this);
   if (cameraOperations == nullptr) return false;
-  UpdatePivotPosition(x, y);
-  HidePivotBall(pivotBall);
-  if (pressed) {
-    SetCursorID(CURSOR_ARROW);
-    if (onModel) {
-      BeginCenterShot();
-    } else {
-      RestorePivot();
-    }
-  }
-  onModel = false;
-  cameraOperations->RequestApplicationUpdate();
+  Steps steps(*this);
+  steps.Then([&] { UpdatePivotPosition(x, y); });
+  closing.HidePivotBall();
+  if (pressed) steps.Then([&] { EndPress(closing, pivot); });
+  steps.Then([&] {
+    onModel = false;
+    cameraOperations->RequestApplicationUpdate();
+  });
   return true;
 }
 
-void CenterTool::BeginCenterShot() {
-  BeginRecord(rewindHistory, cameraOperations);
-  CenterShotParameters shot;
-  shot.point = QueryCamera(*cameraOperations).pivot;
-  shot.easeEnd = EASE_END;
-  shot.duration = MOVE_DURATION;
-  animating = true;
-  cameraOperations->BeginShot(shot);
-  if (pivotBall == nullptr) return;
-  pivotBall->SetLabel(pivotLabel);
-  pivotBall->SetVisible(true);
+void CenterTool::EndPress(Closing& closing, const std::optional<Vector3>& pivot) {
+  SetCursorID(CURSOR_ARROW);
+  if (onModel) {
+    BeginCenterShot();
+  } else {
+    closing.RestorePivot(pivot);
+  }
 }
 
-void CenterTool::RestorePivot() {
-  CameraParameters camera = QueryCamera(*cameraOperations);
-  camera.pivot = savedPivot;
-  ApplyIfFinite(*cameraOperations, camera);
+void CenterTool::BeginCenterShot() {
+  CameraParameters camera;
+  Steps(*this)
+      .BeginRecord()
+      .Query(camera)
+      .Then([&] {
+        CenterShotParameters shot;
+        shot.point = camera.pivot;
+        shot.easeEnd = EASE_END;
+        shot.duration = MOVE_DURATION;
+        animating = true;
+        cameraOperations->BeginShot(shot);
+      })
+      .Then([&] { LabelPivotBall(); })
+      .Then([&] {
+        if (pivotBall != nullptr) pivotBall->SetVisible(true);
+      });
+}
+
+void CenterTool::LabelPivotBall() {
+  if (pivotBall != nullptr) pivotBall->SetLabel(pivotLabel);
 }
 
 void CenterTool::OnDraw() {
   if (cameraOperations == nullptr) return;
+  const Lifeline::Watch alive(GetLifeline());
   UpdateNotes();
-  if (animating) {
-    if (HasShotEnded()) {
-      HidePivotBall(pivotBall);
-      EndRecord(rewindHistory, cameraOperations);
-      animating = false;
-    }
-    SampleRecord(rewindHistory, cameraOperations);
-  }
-  Tool::OnDraw();
+  if (animating) FollowShot();
+  if (alive) DrawTool();
+}
+
+// The frame that finds the shot over is sampled, too.
+void CenterTool::FollowShot() {
+  Steps steps(*this);
+  if (HasShotEnded()) Closing(*this).HidePivotBall().EndRecord();
+  steps.Then([&] {
+    if (rewindHistory != nullptr) rewindHistory->AddElementSubrecord(cameraOperations->GetCameraParameters());
+  });
 }
 
 void CenterTool::UpdateNotes() {
+  DynamicIcon2D* const hintHUD = hint.Get();
   if (hintHUD != nullptr && !onModel && !animating) viewportHUD = hintHUD;
   if (!operating) return;
   SetCursorID(onModel ? CURSOR_ARROW : CURSOR_NO_TARGET);

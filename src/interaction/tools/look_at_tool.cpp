@@ -1,7 +1,8 @@
 #include "korvane/look_at_tool.h"
 
-#include "interaction/tools/pivot_marker.h"
-#include "interaction/tools/rewind_record.h"
+#include <utility>
+
+#include "interaction/tools/tool_gesture.h"
 #include "korvane/renderer.h"
 
 namespace Korvane {
@@ -29,24 +30,29 @@ void LookAtTool::EnableBackfaceViewing() { backfaceViewing = true; }
 void LookAtTool::DisableBackfaceViewing() { backfaceViewing = false; }
 
 bool LookAtTool::OnMouseDown(int x, int y) {
-  if (operating) EndMouseover();  // the release of the last press went missing
-  operating = false;
-  const bool result = Tool::OnMouseDown(x, y);
-  if (!CanOperate() || !renderer->BeginMouseoverComponent(faceHighlighting)) return result;
-  obstructionDetection = cameraOperations->GetApplicationParameters().use_look_at_obstruction_detection;
-  operating = true;
+  const Lifeline::Watch alive(GetLifeline());
+  if (std::exchange(operating, false)) EndMouseover();  // the release of the last press went missing
+  if (!alive) return true;
+  NotePress(x, y);
+  if (!CanOperate()) return animating;
+  const bool begun = renderer->BeginMouseoverComponent(faceHighlighting);
+  if (!begun || !alive) return false;
+  Opening(*this).Then([&] {
+    obstructionDetection = cameraOperations->GetApplicationParameters().use_look_at_obstruction_detection;
+  });
   return true;
 }
 
 bool LookAtTool::OnMouseMove(int x, int y) {
-  const bool result = Tool::OnMouseMove(x, y);
-  if (!operating || !CanOperate()) return result;
+  NoteMove(x, y);
+  if (!operating || !CanOperate()) return animating;
+  Steps steps(*this);
   if (faceHighlighting) {
     Vector3 point;
     Vector3 normal;
     renderer->GetMouseoverComponent(PixelAt(x, y), point, normal);
   }
-  cameraOperations->RequestApplicationUpdate();
+  steps.Then([&] { cameraOperations->RequestApplicationUpdate(); });
   return true;
 }
 
@@ -54,54 +60,63 @@ bool LookAtTool::OnKeyDown(KeyID key) {
   Tool::OnKeyDown(key);
   if (key != KEY_ESCAPE || !operating) return true;
   operating = false;
+  Steps steps(*this);
   EndMouseover();
-  if (cameraOperations != nullptr) cameraOperations->RequestApplicationUpdate();
+  steps.Then([&] { cameraOperations->RequestApplicationUpdate(); });
   return true;
 }
 
 bool LookAtTool::OnMouseUp(int x, int y) {
-  const bool result = Tool::OnMouseUp(x, y);
-  if (!operating) return result;
-  operating = false;
+  NoteRelease(x, y);
+  if (!operating) return animating;
+  const bool wired = CanOperate();
+  Renderer* const asked = renderer;
+  Closing closing(*this);
+  Steps steps(*this);
   Vector3 point;
   Vector3 normal;
-  if (!CanOperate() || !renderer->GetMouseoverComponent(PixelAt(x, y), point, normal)) {
-    EndMouseover();
-    return true;
+  const bool found = wired && asked->GetMouseoverComponent(PixelAt(x, y), point, normal);
+  if (found) {
+    steps.Then([&] { BeginLookAt(point, normal); });
+  } else if (asked != nullptr) {
+    asked->EndMouseoverComponent();
   }
-  BeginLookAt(point, normal);
   return true;
 }
 
-void LookAtTool::BeginLookAt(const Vector3& point, Vector3 normal) {
-  CameraParameters camera = QueryCamera(*cameraOperations);
-  const bool fromBehind = (point - camera.eye).Dot(normal) > 0.0;
-  if (backfaceViewing && fromBehind) normal = -normal;
-  camera.pivot = point;
-  PlacePivotBall(pivotBall, camera, true);
-  ApplyIfFinite(*cameraOperations, camera);
-
+void LookAtTool::BeginLookAt(const Vector3& point, const Vector3& normal) {
+  CameraParameters camera;
   LookAtShotParameters shot;
-  shot.duration = FLIGHT_DURATION;
-  shot.point = point;
-  shot.direction = normal;
-  shot.distance = GetViewingDistance(camera, point, normal);
-  animating = true;
-  cameraOperations->BeginShot(shot);
-  BeginRecord(rewindHistory, cameraOperations);
+  Steps steps(*this);
+  steps.Query(camera)
+      .Then([&] {
+        const bool fromBehind = (point - camera.eye).Dot(normal) > 0.0;
+        shot.direction = backfaceViewing && fromBehind ? -normal : normal;
+        shot.point = camera.pivot = point;
+        shot.duration = FLIGHT_DURATION;
+      })
+      .MarkPivot(camera)
+      .Apply(camera)
+      .Then([&] { shot.distance = GetClearDistance(camera, shot.point, shot.direction); })
+      .Then([&] { cameraOperations->RecalculateGlobalBounds(); })
+      .Then([&] {
+        const double radius = cameraOperations->GetApplicationParameters().global_bound_radius;
+        if (shot.distance > radius) shot.distance = radius;
+        animating = true;
+        cameraOperations->BeginShot(shot);
+      })
+      .BeginRecord();
 }
 
-double LookAtTool::GetViewingDistance(const CameraParameters& camera, const Vector3& point,
-                                      const Vector3& normal) {
-  double distance = (point - camera.eye).Length();
+// Nearer than what stands in between.
+double LookAtTool::GetClearDistance(const CameraParameters& camera, const Vector3& point,
+                                    const Vector3& normal) const {
+  const double distance = (point - camera.eye).Length();
   Vector3 hit;
-  if (obstructionDetection && renderer->QueryRaySceneIntersection(point, normal, hit)) {
-    const double clearance = (hit - point).Length();
-    if (clearance < distance) distance = clearance * OBSTRUCTION_MARGIN;
-  }
-  cameraOperations->RecalculateGlobalBounds();
-  const double radius = cameraOperations->GetApplicationParameters().global_bound_radius;
-  return distance > radius ? radius : distance;
+  if (!obstructionDetection || renderer == nullptr) return distance;
+  if (!renderer->QueryRaySceneIntersection(point, normal, hit)) return distance;
+  const double clearance = (hit - point).Length();
+  return clearance < distance ? clearance * OBSTRUCTION_MARGIN : distance;
 }
 
 void LookAtTool::EndMouseover() {
@@ -109,17 +124,23 @@ void LookAtTool::EndMouseover() {
 }
 
 void LookAtTool::OnDraw() {
-  Tool::OnDraw();
+  const Lifeline::Watch alive(GetLifeline());
+  DrawTool();
+  if (!alive) return;
   if (HasShotEnded()) {
-    EndRecord(rewindHistory, cameraOperations);
-    EndMouseover();
-    HidePivotBall(pivotBall);
-    animating = false;
-    if (cameraOperations != nullptr) cameraOperations->RequestApplicationUpdate();
+    EndLookAt();
   } else if (animating) {
-    SampleRecord(rewindHistory, cameraOperations);
+    SampleRecord();
   }
-  if (pivotBall != nullptr) pivotBall->Draw();
+  if (alive && pivotBall != nullptr) pivotBall->Draw();
+}
+
+void LookAtTool::EndLookAt() {
+  Renderer* const asked = renderer;
+  Closing closing(*this);
+  closing.EndRecord();
+  if (asked != nullptr) asked->EndMouseoverComponent();
+  closing.HidePivotBall().Then([](CameraOperations& hub) { hub.RequestApplicationUpdate(); });
 }
 
 }  // namespace Korvane

@@ -16,15 +16,18 @@ LookMoveTool::LookMoveTool() = default;
 LookMoveTool::~LookMoveTool() = default;
 
 bool LookMoveTool::OnMouseDown(int x, int y) {
+  const Lifeline::Watch alive(GetLifeline());
   const bool result = LookTool::OnMouseDown(x, y);
+  if (!alive) return result;
   slideKeyA = slideKeyB = slideKeyC = slideKeyD = false;
   if (operating && cameraOperations != nullptr) cameraOperations->BeginOperation(OPERATION_SLIDE, 0, 0);
   return result;
 }
 
 bool LookMoveTool::OnMouseUp(int x, int y) {
+  const Lifeline::Watch alive(GetLifeline());
   if (operating && cameraOperations != nullptr) cameraOperations->EndOperation(OPERATION_SLIDE);
-  return LookTool::OnMouseUp(x, y);
+  return alive ? LookTool::OnMouseUp(x, y) : true;
 }
 
 bool LookMoveTool::OnKeyDown(KeyID key) {

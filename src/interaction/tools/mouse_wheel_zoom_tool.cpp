@@ -1,12 +1,8 @@
 #include "korvane/mouse_wheel_zoom_tool.h"
 
 #include "camera/pixels.h"
-#include "interaction/tools/rewind_record.h"
 
 namespace Korvane {
-
-// The handlers of the drag zoom are passed over: the buttons do not begin a zoom by the wheel.
-// NOLINTBEGIN(bugprone-parent-virtual-call)
 
 namespace {
 
@@ -19,9 +15,12 @@ MouseWheelZoomTool::MouseWheelZoomTool() { SetClickZoomEnabled(false); }
 MouseWheelZoomTool::~MouseWheelZoomTool() = default;
 
 bool MouseWheelZoomTool::OnMouseWheel(int x, int y, int delta) {
-  const bool result = Tool::OnMouseWheel(x, y, delta);
-  if (animating) return result;
-  if (BeginZoom(x, y)) {
+  NotePosition(x, y);
+  if (animating) return true;
+  const Lifeline::Watch alive(GetLifeline());
+  const bool begun = BeginZoom(x, y);
+  if (!alive) return begun;
+  if (begun) {
     wheelAnchorX = x;
     wheelAnchorY = y;
     wheelTotal = 0;
@@ -36,23 +35,25 @@ bool MouseWheelZoomTool::OnMouseWheel(int x, int y, int delta) {
 }
 
 bool MouseWheelZoomTool::EndZoom() {
+  const Lifeline::Watch alive(GetLifeline());
   const bool ended = ZoomTool::EndZoom();
-  if (ended) wheelTimer.Reset();
+  if (alive && ended) wheelTimer.Reset();
   return ended;
 }
 
+// The buttons do not begin a zoom by the wheel.
 bool MouseWheelZoomTool::OnMouseDown(int x, int y) {
-  Tool::OnMouseDown(x, y);
+  NotePress(x, y);
   return operating || animating;
 }
 
 bool MouseWheelZoomTool::OnMouseMove(int x, int y) {
-  Tool::OnMouseMove(x, y);
+  NoteMove(x, y);
   return operating || animating;
 }
 
 bool MouseWheelZoomTool::OnMouseUp(int x, int y) {
-  Tool::OnMouseUp(x, y);
+  NoteRelease(x, y);
   return operating || animating;
 }
 
@@ -61,17 +62,18 @@ void MouseWheelZoomTool::OnDraw() {
     ZoomTool::OnDraw();
     return;
   }
-  if (operating) {
-    wheelTimer.Lap();
-    if (wheelTimer.GetTotalTime() < GESTURE_PAUSE) {
-      SampleRecord(rewindHistory, cameraOperations);
-    } else {
-      EndZoom();
-    }
-  }
-  Tool::OnDraw();
+  const Lifeline::Watch alive(GetLifeline());
+  if (operating) UpdateGesture();
+  if (alive) DrawTool();
 }
 
-// NOLINTEND(bugprone-parent-virtual-call)
+void MouseWheelZoomTool::UpdateGesture() {
+  wheelTimer.Lap();
+  if (wheelTimer.GetTotalTime() < GESTURE_PAUSE) {
+    SampleRecord();
+  } else {
+    EndZoom();
+  }
+}
 
 }  // namespace Korvane

@@ -1,8 +1,6 @@
 #include "korvane/orbit_tool.h"
 
-#include "camera/pixels.h"
-#include "interaction/tools/pivot_marker.h"
-#include "interaction/tools/rewind_record.h"
+#include "interaction/tools/tool_gesture.h"
 
 namespace Korvane {
 
@@ -10,61 +8,43 @@ OrbitTool::OrbitTool() { SetCursorID(CURSOR_ORBIT); }
 OrbitTool::~OrbitTool() = default;
 
 bool OrbitTool::OnMouseDown(int x, int y) {
-  if (operating) OnMouseUp(mouseX, mouseY);  // its release went missing
-  const bool result = Tool::OnMouseDown(x, y);
-  if (!CanOperate()) return result;
-  operating = true;
-  cameraOperations->ConstrainPivotToViewport();
-  PlacePivotBall(pivotBall, QueryCamera(*cameraOperations), true);
-  SetOrbitParameters();
-  const int row = FlipRow(cameraOperations->GetApplicationParameters(), y);
-  cameraOperations->BeginOperation(OPERATION_ORBIT, x, row);
-  BeginRecord(rewindHistory, cameraOperations);
-  return true;
+  return PressDrag(x, y, [&](Opening& opening) {
+    CameraParameters camera;
+    opening.Then([&] { cameraOperations->ConstrainPivotToViewport(); })
+        .Query(camera)
+        .MarkPivot(camera)
+        .Then([&] { BorrowSettings(*cameraOperations); })
+        .BeginOperation(OPERATION_ORBIT, x, y)
+        .BeginRecord();
+  });
 }
 
-void OrbitTool::SetOrbitParameters() {
-  ApplicationParameters& parameters = cameraOperations->GetApplicationParameters();
-  savedPreserveUp = parameters.preserve_orbit_up_direction;
-  savedAlignUp = parameters.align_orbit_up_direction;
+void OrbitTool::BorrowSettings(CameraOperations& hub) {
+  ApplicationParameters& parameters = hub.GetApplicationParameters();
+  settings.Borrow(hub);
   parameters.preserve_orbit_up_direction = fixedAxesOrbit || preserveSceneUp;
   parameters.align_orbit_up_direction = !fixedAxesOrbit && preserveSceneUp;
   if (!fixedAxesOrbit) return;
   parameters.do_custom_orbit = true;
-  parameters.custom_orbit_front = cameraOperations->GetWorldFrontDirection();
-  parameters.custom_orbit_up = cameraOperations->GetWorldUpDirection();
-}
-
-void OrbitTool::RestoreOrbitParameters() {
-  ApplicationParameters& parameters = cameraOperations->GetApplicationParameters();
-  parameters.preserve_orbit_up_direction = savedPreserveUp;
-  parameters.align_orbit_up_direction = savedAlignUp;
-  if (fixedAxesOrbit) parameters.do_custom_orbit = false;
+  parameters.custom_orbit_front = hub.GetWorldFrontDirection();
+  parameters.custom_orbit_up = hub.GetWorldUpDirection();
 }
 
 bool OrbitTool::OnMouseMove(int x, int y) {
-  const bool result = Tool::OnMouseMove(x, y);
-  if (!operating || cameraOperations == nullptr) return result;
-  const int dragY = fixedAxesOrbit ? mouseDownY : y;  // the vertical axis stays still
-  const int row = FlipRow(cameraOperations->GetApplicationParameters(), dragY);
-  cameraOperations->UpdateOperationParams(x, row, OPERATION_ORBIT);
-  return true;
+  NoteMove(x, y);
+  return UpdateDrag(OPERATION_ORBIT, x, fixedAxesOrbit ? mouseDownY : y);  // the vertical axis stays still
 }
 
 bool OrbitTool::OnMouseUp(int x, int y) {
-  const bool result = Tool::OnMouseUp(x, y);
-  if (!operating) return result;
-  operating = false;
-  if (cameraOperations != nullptr) cameraOperations->EndOperation(OPERATION_ORBIT);
-  HidePivotBall(pivotBall);
-  EndRecord(rewindHistory, cameraOperations);
-  if (cameraOperations != nullptr) RestoreOrbitParameters();
-  return true;
+  return ReleaseDrag(x, y, [this](Closing& closing) {
+    const bool custom = fixedAxesOrbit;
+    auto lent = settings.Take();
+    closing.EndOperation(OPERATION_ORBIT).HidePivotBall().EndRecord().GiveBack(lent);
+    if (custom)
+      closing.Then([](CameraOperations& hub) { hub.GetApplicationParameters().do_custom_orbit = false; });
+  });
 }
 
-void OrbitTool::OnDraw() {
-  Tool::OnDraw();
-  if (operating) SampleRecord(rewindHistory, cameraOperations);
-}
+void OrbitTool::OnDraw() { DrawDrag(); }
 
 }  // namespace Korvane

@@ -1,8 +1,8 @@
 #include "korvane/pan_tool.h"
 
-#include "camera/pixels.h"
-#include "interaction/tools/rewind_record.h"
-#include "render/scene_pick.h"
+#include <utility>
+
+#include "interaction/tools/tool_gesture.h"
 
 namespace Korvane {
 
@@ -10,45 +10,32 @@ PanTool::PanTool() { SetCursorID(CURSOR_PAN); }
 PanTool::~PanTool() = default;
 
 bool PanTool::OnMouseDown(int x, int y) {
-  if (operating) OnMouseUp(mouseX, mouseY);  // its release went missing
-  const bool result = Tool::OnMouseDown(x, y);
-  if (!CanOperate()) return result;
-  operating = true;
-  const ApplicationParameters& parameters = cameraOperations->GetApplicationParameters();
-  const CameraParameters found = QueryCamera(*cameraOperations);
-  savedPivot = found.pivot;
-  CameraParameters camera = found;
-  PickPoint(renderer, parameters, camera, x, y, camera.pivot);
-  ApplyIfFinite(*cameraOperations, camera);
-  cameraOperations->BeginOperation(OPERATION_PAN, x, FlipRow(parameters, y));
-  BeginRecord(rewindHistory, found);  // as the gesture will leave the pivot
-  return true;
+  return PressDrag(x, y, [&](Opening& opening) {
+    CameraParameters found;
+    CameraParameters camera;
+    opening.Query(found)
+        .Then([&] {
+          savedPivot = found.pivot;
+          camera = found;
+        })
+        .AnchorPivot(x, y, camera)
+        .BeginOperation(OPERATION_PAN, x, y)
+        .BeginRecord(found);  // as the gesture will leave the pivot
+  });
 }
 
 bool PanTool::OnMouseMove(int x, int y) {
-  const bool result = Tool::OnMouseMove(x, y);
-  if (!operating || cameraOperations == nullptr) return result;
-  const int row = FlipRow(cameraOperations->GetApplicationParameters(), y);
-  cameraOperations->UpdateOperationParams(x, row, OPERATION_PAN);
-  return true;
+  NoteMove(x, y);
+  return UpdateDrag(OPERATION_PAN, x, y);
 }
 
 bool PanTool::OnMouseUp(int x, int y) {
-  const bool result = Tool::OnMouseUp(x, y);
-  if (!operating) return result;
-  operating = false;
-  if (cameraOperations == nullptr) return true;
-  cameraOperations->EndOperation(OPERATION_PAN);
-  CameraParameters camera = QueryCamera(*cameraOperations);
-  camera.pivot = savedPivot;
-  ApplyIfFinite(*cameraOperations, camera);
-  EndRecord(rewindHistory, cameraOperations);
-  return true;
+  return ReleaseDrag(x, y, [this](Closing& closing) {
+    const std::optional<Vector3> pivot = std::exchange(savedPivot, std::nullopt);
+    closing.EndOperation(OPERATION_PAN).RestorePivot(pivot).EndRecord();
+  });
 }
 
-void PanTool::OnDraw() {
-  Tool::OnDraw();
-  if (operating) SampleRecord(rewindHistory, cameraOperations);
-}
+void PanTool::OnDraw() { DrawDrag(); }
 
 }  // namespace Korvane

@@ -8,7 +8,7 @@
 #include "korvane/icon3d.h"
 #include "korvane/interval_timer.h"
 #include "korvane/renderer.h"
-#include "render/full_viewport.h"
+#include "render/render_pass.h"
 
 namespace Korvane {
 
@@ -67,15 +67,15 @@ PivotBall::~PivotBall() = default;
 
 bool PivotBall::Create() {
   if (renderer == nullptr) return false;
-  if (label == nullptr) label = renderer->GetStringTexture(labelString);
+  if (label.Get() == nullptr) label.Take(renderer, labelString);
   return true;
 }
 
 bool PivotBall::Destroy() {
   hideTimer->Stop();
   if (renderer == nullptr) return false;
-  if (label == nullptr) return true;
-  label = renderer->ReleaseStringTexture(labelString);
+  if (label.Get() == nullptr) return true;
+  label.GiveBack();
   renderer->ApplyTextureUsage();
   return true;
 }
@@ -103,9 +103,8 @@ bool PivotBall::Hide(double delay) {
 
 void PivotBall::SetLabel(StringID string) {
   if (string == labelString) return;
-  if (label != nullptr && renderer != nullptr) renderer->ReleaseStringTexture(labelString);
   labelString = string;
-  label = renderer != nullptr ? renderer->GetStringTexture(string) : nullptr;
+  label.Take(renderer, string);
 }
 
 void PivotBall::UpdateSize(const CameraParameters& camera) {
@@ -129,33 +128,39 @@ void PivotBall::Draw() {
   shadowBall->SetSize(ball->GetSize());
   UpdateOpacity(camera);
   shadowBall->GetMaterial().colour[3] = ball->GetMaterial().colour[3] * SHADOW_OPACITY;
-  if (label != nullptr) UpdateLabelPosition(camera, parameters.viewport_width, parameters.viewport_height);
+  UpdateLabelPosition(camera, parameters.viewport_width, parameters.viewport_height);
+  DrawBall();
+  DrawLabel();
+}
 
-  const Box2 viewport = FullViewport(parameters);
-  if (renderer->BeginRender(viewport, camera, Renderer::RENDER_SCENE)) {
-    for (const int drawMode : {Renderer::DRAW_THROUGH, Renderer::DRAW_QUADS}) {
-      shadowBall->GetMaterial().drawMode = drawMode;
-      renderer->Render(shadowBall.get());
-    }
-    renderer->Render(ball.get());
-    renderer->EndRender();
+void PivotBall::DrawBall() {
+  const FullViewPass pass(renderer, *cameraOperations, Renderer::RENDER_SCENE);
+  if (!pass) return;
+  for (const int drawMode : {Renderer::DRAW_THROUGH, Renderer::DRAW_QUADS}) {
+    shadowBall->GetMaterial().drawMode = drawMode;
+    pass->Render(shadowBall.get());
   }
-  if (label != nullptr && renderer->BeginRender(viewport, camera, Renderer::RENDER_OVERLAY)) {
-    renderer->Render(label);
-    renderer->EndRender();
-  }
+  pass->Render(ball.get());
+}
+
+void PivotBall::DrawLabel() {
+  if (label.Get() == nullptr || cameraOperations == nullptr) return;
+  const FullViewPass pass(renderer, *cameraOperations);
+  DynamicIcon2D* const text = label.Get();
+  if (pass && text != nullptr) pass->Render(text);
 }
 
 void PivotBall::UpdateLabelPosition(const CameraParameters& camera, int width, int height) {
-  if (label == nullptr) return;
+  DynamicIcon2D* const text = label.Get();
+  if (text == nullptr) return;
   const Vector3 view = camera.centre - camera.eye;
   const Vector3 left = camera.up.Cross(view).Normalized();
   const Vector3 upward = view.Cross(left).Normalized();
   const Vector3 toBall = ball->GetPosition() - camera.eye;
   const double depth = toBall.Dot(view.Normalized());
-  const Vector2 offScreen(-label->GetWidth(), -label->GetHeight());
+  const Vector2 offScreen(-text->GetWidth(), -text->GetHeight());
   if (!(depth > 0.0)) {
-    label->SetPosition(offScreen);
+    text->SetPosition(offScreen);
     return;
   }
 
@@ -166,9 +171,9 @@ void PivotBall::UpdateLabelPosition(const CameraParameters& camera, int width, i
   const double toTop = toBall.Dot(upward) / half.y;
   const double axisX = tangents.left / (tangents.left + tangents.right);  // fractions of the viewport
   const double axisY = tangents.bottom / (tangents.bottom + tangents.top);
-  const double gap = ball->GetSize() * LABEL_GAP / half.y * height + label->GetHeight() * LABEL_GAP;
+  const double gap = ball->GetSize() * LABEL_GAP / half.y * height + text->GetHeight() * LABEL_GAP;
   const Vector2 pixel((axisX - toLeft * axisX) * width, (toTop * axisY + axisY) * height + gap);
-  label->SetPosition(pixel.IsFinite() ? pixel : offScreen);
+  text->SetPosition(pixel.IsFinite() ? pixel : offScreen);
 }
 
 }  // namespace Korvane

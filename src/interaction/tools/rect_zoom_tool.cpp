@@ -3,15 +3,9 @@
 #include <cmath>
 
 #include "camera/camera_frame.h"
-#include "camera/pixels.h"
-#include "interaction/tools/pivot_marker.h"
-#include "interaction/tools/rewind_record.h"
-#include "render/scene_pick.h"
+#include "interaction/tools/tool_gesture.h"
 
 namespace Korvane {
-
-// The handlers of the drag zoom are passed over: what they would do, this tool does in its own way.
-// NOLINTBEGIN(bugprone-parent-virtual-call)
 
 namespace {
 
@@ -36,35 +30,37 @@ RectZoomTool::~RectZoomTool() = default;
 bool RectZoomTool::OnMouseDown(int x, int y) {
   startX = x;
   startY = y;
-  const bool result = Tool::OnMouseDown(x, y);
-  if (operating || !CanOperate()) return result;
-  operating = true;
+  NotePress(x, y);
+  if (operating || !CanOperate()) return animating;
   whiteRectangle = blackRectangle = MakeRectangle(x, y, x, y);
   UpdateCrosshairPosition(x, y);
-  BeginRecord(rewindHistory, cameraOperations);
+  Opening(*this).BeginRecord();
   return true;
 }
 
 bool RectZoomTool::OnMouseMove(int x, int y) {
   ClampToViewport(x, y);
-  Tool::OnMouseMove(x, y);
+  NoteMove(x, y);
   if (operating) UpdateRectangle(x, y);
   return true;
 }
 
 bool RectZoomTool::OnKeyDown(KeyID key) {
-  Tool::OnKeyDown(key);
+  ZoomTool::OnKeyDown(key);
   if (key == KEY_CONTROL) SetRectMode(RECT_ABOUT_PRESS);
-  if (key != KEY_ESCAPE) return true;
-  operating = false;
-  if (cameraOperations != nullptr) cameraOperations->RequestApplicationUpdate();
+  if (key == KEY_ESCAPE) GiveUp();
   return true;
 }
 
 bool RectZoomTool::OnKeyUp(KeyID key) {
-  Tool::OnKeyUp(key);
+  ZoomTool::OnKeyUp(key);
   if (key == KEY_CONTROL) SetRectMode(RECT_FROM_PRESS);
   return true;
+}
+
+void RectZoomTool::GiveUp() {
+  operating = false;
+  if (cameraOperations != nullptr) cameraOperations->RequestApplicationUpdate();
 }
 
 void RectZoomTool::SetRectMode(int mode) {
@@ -74,11 +70,12 @@ void RectZoomTool::SetRectMode(int mode) {
 
 bool RectZoomTool::OnMouseUp(int x, int y) {
   ClampToViewport(x, y);
-  const bool result = Tool::OnMouseUp(x, y);
+  NoteRelease(x, y);
   const bool zooms = operating && mouseDragged && !animating && cameraOperations != nullptr &&
                      whiteRectangle.GetWidth() > 0.0 && whiteRectangle.GetHeight() > 0.0;
+  if (zooms) return BeginRectShot();
   operating = false;
-  return zooms ? BeginRectShot() : result;
+  return animating;
 }
 
 void RectZoomTool::ClampToViewport(int& x, int& y) const {
@@ -89,12 +86,26 @@ void RectZoomTool::ClampToViewport(int& x, int& y) const {
 }
 
 bool RectZoomTool::BeginRectShot() {
-  const ApplicationParameters& parameters = cameraOperations->GetApplicationParameters();
-  CameraParameters camera = QueryCamera(*cameraOperations);
-  camera.pivot = PickPivot(camera);
-  ApplyIfFinite(*cameraOperations, camera);
-  PlacePivotBall(pivotBall, camera, false);
+  Closing closing(*this);
+  closing.LeaveRecord();
+  CameraParameters camera;
+  Vector3 pivot;
+  bool begun = false;
+  Steps(*this)
+      .Query(camera)
+      .Then([&] { pivot = PickPivot(camera); })
+      .Then([&] { camera.pivot = pivot; })
+      .Apply(camera)
+      .Then([&] { PlacePivotBall(pivotBall, camera, false); })
+      .Then([&] {
+        animating = true;
+        begun = cameraOperations->BeginShot(MakeRectShot(camera));
+      });
+  return begun;
+}
 
+ZoomRectShotParameters RectZoomTool::MakeRectShot(const CameraParameters& camera) const {
+  const ApplicationParameters& parameters = cameraOperations->GetApplicationParameters();
   const Vector3 direction = ViewDirection(camera);
   const Vector3 up = camera.up.Normalized();
   const Vector3 right = direction.Cross(up).Normalize();
@@ -107,21 +118,26 @@ bool RectZoomTool::BeginRectShot() {
   shot.sidewaysOffset = toPivot.Dot(right);
   shot.upwardOffset = toPivot.Dot(up);
   shot.forwardOffset = toPivot.Dot(direction) * (1.0 - 1.0 / scale);
-  animating = true;
-  return cameraOperations->BeginShot(shot);
+  return shot;
 }
 
 // What the host finds in the rectangle, else what lies under its middle.
-Vector3 RectZoomTool::PickPivot(const CameraParameters& camera) const {
+Vector3 RectZoomTool::PickPivot(const CameraParameters& camera) {
+  const Rectangle& drawn = whiteRectangle;
+  const Vector2 centre = drawn.GetCentre();
   Vector3 point;
-  const bool found = renderer != nullptr &&
-                     renderer->QueryScreenRectRaySceneIntersection(
-                         ToPixels(whiteRectangle.GetLeft()), ToPixels(whiteRectangle.GetBottom()),
-                         ToPixels(whiteRectangle.GetRight()), ToPixels(whiteRectangle.GetTop()), point);
-  if (found) return point;
-  const Vector2 centre = whiteRectangle.GetCentre();
-  PickPoint(renderer, cameraOperations->GetApplicationParameters(), camera, ToPixels(centre.x),
-            ToPixels(centre.y), point);
+  bool found = false;
+  Steps(*this)
+      .Then([&] {
+        found = renderer != nullptr && renderer->QueryScreenRectRaySceneIntersection(
+                                           ToPixels(drawn.GetLeft()), ToPixels(drawn.GetBottom()),
+                                           ToPixels(drawn.GetRight()), ToPixels(drawn.GetTop()), point);
+      })
+      .Then([&] {
+        if (found) return;
+        PickPoint(renderer, cameraOperations->GetApplicationParameters(), camera, ToPixels(centre.x),
+                  ToPixels(centre.y), point);
+      });
   return point;
 }
 
@@ -225,7 +241,5 @@ RectZoomTool::Line RectZoomTool::ConvertLineWhiteToBlack(const Line& white) {
   }
   return black;
 }
-
-// NOLINTEND(bugprone-parent-virtual-call)
 
 }  // namespace Korvane

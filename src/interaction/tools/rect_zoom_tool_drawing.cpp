@@ -1,63 +1,55 @@
 // The drawing of the rectangle: while it is drawn up, and while the camera flies into it.
-#include "interaction/tools/rewind_record.h"
+#include "interaction/tools/tool_gesture.h"
 #include "korvane/rect_zoom_tool.h"
-#include "korvane/renderer.h"
-#include "render/full_viewport.h"
+#include "render/render_pass.h"
 #include "shots/zoom_rect_shot.h"
 
 namespace Korvane {
-
-// The drawing of the drag zoom is passed over.
-// NOLINTBEGIN(bugprone-parent-virtual-call)
 
 namespace {
 
 const Renderer::MaterialParams WHITE = {{1.0F, 1.0F, 1.0F, 1.0F}, TEXTURE_NONE, Renderer::DRAW_SOLID, 1.0F};
 const Renderer::MaterialParams BLACK = {{0.0F, 0.0F, 0.0F, 1.0F}, TEXTURE_NONE, Renderer::DRAW_SOLID, 1.0F};
 
+// One around the other.
+void DrawRectangles(const RenderPass& pass, const float* white, const float* black) {
+  pass->RenderGeometry(4, white, nullptr, &WHITE);
+  pass->RenderGeometry(4, black, nullptr, &BLACK);
+}
+
 }  // namespace
 
 void RectZoomTool::OnDraw() {
-  Tool::OnDraw();
+  const Lifeline::Watch alive(GetLifeline());
+  DrawTool();
+  if (!alive) return;
   if (operating) {
     DrawOperating();
   } else if (HasShotEnded()) {
-    animating = false;
-    EndRecord(rewindHistory, cameraOperations);
+    Closing(*this).EndRecord();
   } else if (animating) {
     DrawAnimating();
-    SampleRecord(rewindHistory, cameraOperations);
+    if (alive) SampleRecord();
   }
-}
-
-bool RectZoomTool::BeginPass() {
-  if (cameraOperations == nullptr || renderer == nullptr) return false;
-  return renderer->BeginRender(FullViewport(cameraOperations->GetApplicationParameters()),
-                               cameraOperations->GetCameraParameters(), Renderer::RENDER_OVERLAY);
 }
 
 void RectZoomTool::DrawOperating() {
-  if (!BeginPass()) return;
-  DrawRectangle(whiteRectangle, blackRectangle);
+  if (cameraOperations == nullptr) return;
+  const Lifeline::Watch alive(GetLifeline());
+  const FullViewPass pass(renderer, *cameraOperations);
+  if (!pass || !alive) return;
+  DrawRectangles(pass, whiteRectangle.vertices, blackRectangle.vertices);
   UpdateCrosshairSize();
-  if (crosshairSize != 0) {
-    for (const Line& line : blackLines) renderer->RenderGeometry(2, line.vertices, nullptr, &BLACK);
-    for (const Line& line : whiteLines) renderer->RenderGeometry(2, line.vertices, nullptr, &WHITE);
-  }
-  renderer->EndRender();
+  if (crosshairSize == 0) return;
+  for (const Line& line : blackLines) pass->RenderGeometry(2, line.vertices, nullptr, &BLACK);
+  for (const Line& line : whiteLines) pass->RenderGeometry(2, line.vertices, nullptr, &WHITE);
 }
 
 void RectZoomTool::DrawAnimating() {
   Rectangle grown = whiteRectangle;
   GrowRectangle(grown);
-  if (!BeginPass()) return;
-  DrawRectangle(grown, ConvertRectWhiteToBlack(grown));
-  renderer->EndRender();
-}
-
-void RectZoomTool::DrawRectangle(const Rectangle& white, const Rectangle& black) {
-  renderer->RenderGeometry(4, white.vertices, nullptr, &WHITE);
-  renderer->RenderGeometry(4, black.vertices, nullptr, &BLACK);
+  const FullViewPass pass(renderer, *cameraOperations);
+  if (pass) DrawRectangles(pass, grown.vertices, ConvertRectWhiteToBlack(grown).vertices);
 }
 
 // With the scene, about the pivot: at the end of the flight it is as large as the view.
@@ -75,7 +67,5 @@ void RectZoomTool::GrowRectangle(Rectangle& rectangle) const {
   const Vector2 high = grow({rectangle.GetRight(), rectangle.GetTop()});
   rectangle = MakeRectangle(low.x, low.y, high.x, high.y);
 }
-
-// NOLINTEND(bugprone-parent-virtual-call)
 
 }  // namespace Korvane

@@ -7,7 +7,8 @@
 #include "korvane/camera_operations.h"
 #include "korvane/icon2d.h"
 #include "korvane/renderer.h"
-#include "render/full_viewport.h"
+#include "korvane/shot_watch.h"
+#include "render/render_pass.h"
 
 namespace Korvane {
 
@@ -24,61 +25,32 @@ Tool::~Tool() = default;
 
 void Tool::SetKorvane(CameraOperations* hub) { cameraOperations = hub; }
 void Tool::SetRenderer(Renderer* value) { renderer = value; }
-void Tool::SetRewindHistory(RewindHistory* history) { rewindHistory = history; }
 
-void Tool::OnDraw() {
-  if (!operating && drawOnlyWhileOperating) return;
-  DrawNotes();
-  if (cursorID != CURSOR_NONE && renderer != nullptr) renderer->SetCursorID(cursorID);
+// What was opened in another history is left to whoever has taken that away.
+void Tool::SetRewindHistory(RewindHistory* history) {
+  rewindHistory = history;
+  if (!record.IsOpenIn(history)) record.Forget();
 }
 
-void Tool::DrawNotes() {
-  if (cameraOperations == nullptr || renderer == nullptr) return;
-  if (mouseHUD == nullptr && viewportHUD == nullptr) return;
-  const ApplicationParameters& parameters = cameraOperations->GetApplicationParameters();
-  const int width = parameters.viewport_width;
-  const int height = parameters.viewport_height;
-  if (mouseHUD != nullptr) {
-    mouseHUD->SetPosition(
-        {static_cast<double>(WrapIntoView(mouseX, width)), WrapIntoView(mouseY, height) - MOUSE_NOTE_DROP});
-  }
-  if (viewportHUD != nullptr) {
-    viewportHUD->SetPosition(Vector2(width * 0.5, viewportHUD->GetHeight()) + viewHUDOffset);
-  }
-  const CameraParameters& camera = cameraOperations->GetCameraParameters();
-  if (!renderer->BeginRender(FullViewport(parameters), camera, Renderer::RENDER_OVERLAY)) return;
-  for (DynamicIcon2D* const note : {mouseHUD, viewportHUD}) {
-    if (note != nullptr) renderer->Render(note);
-  }
-  renderer->EndRender();
-}
+void Tool::OnDraw() { DrawTool(); }
 
 bool Tool::OnMouseMove(int x, int y) {
-  mouseX = x;
-  mouseY = y;
-  const bool beyond = Distance(x, mouseDownX) > dragThreshold || Distance(y, mouseDownY) > dragThreshold;
-  if (mouseDown && beyond) mouseDragged = true;
+  NoteMove(x, y);
   return animating;
 }
 
 bool Tool::OnMouseWheel(int x, int y, int /*delta*/) {
-  mouseX = x;
-  mouseY = y;
+  NotePosition(x, y);
   return animating;
 }
 
 bool Tool::OnMouseDown(int x, int y) {
-  mouseX = mouseDownX = x;
-  mouseY = mouseDownY = y;
-  mouseDown = true;
-  mouseDragged = false;
+  NotePress(x, y);
   return animating;
 }
 
 bool Tool::OnMouseUp(int x, int y) {
-  mouseDown = false;
-  mouseX = x;
-  mouseY = y;
+  NoteRelease(x, y);
   return animating;
 }
 
@@ -97,8 +69,81 @@ bool Tool::OnKeyUp(KeyID key) {
 void Tool::Activate() {}
 void Tool::Deactivate() {}
 
-bool Tool::HasShotEnded() const {
-  return animating && (cameraOperations == nullptr || cameraOperations->GetActiveShot() == nullptr);
+// ---- what is noted ----
+
+void Tool::NotePosition(int x, int y) {
+  mouseX = x;
+  mouseY = y;
+}
+
+void Tool::NoteMove(int x, int y) {
+  NotePosition(x, y);
+  const bool beyond = Distance(x, mouseDownX) > dragThreshold || Distance(y, mouseDownY) > dragThreshold;
+  if (mouseDown && beyond) mouseDragged = true;
+}
+
+void Tool::NotePress(int x, int y) {
+  NotePosition(x, y);
+  mouseDownX = x;
+  mouseDownY = y;
+  mouseDown = true;
+  mouseDragged = false;
+}
+
+void Tool::NoteRelease(int x, int y) {
+  mouseDown = false;
+  NotePosition(x, y);
+}
+
+// ---- a drag, and a shot ----
+
+bool Tool::UpdateDrag(OperationType type, int x, int y) {
+  if (!operating || cameraOperations == nullptr) return animating;
+  const int row = FlipRow(cameraOperations->GetApplicationParameters(), y);
+  cameraOperations->UpdateOperationParams(x, row, type);
+  return true;
+}
+
+void Tool::SampleRecord() {
+  if (cameraOperations != nullptr) record.Sample(cameraOperations->GetCameraParameters());
+}
+
+bool Tool::HasShotEnded() const { return animating && IsShotOver(cameraOperations); }
+
+// ---- drawing ----
+
+void Tool::DrawDrag() {
+  const Lifeline::Watch alive(lifeline);
+  DrawTool();
+  if (alive && operating) SampleRecord();
+}
+
+void Tool::DrawTool() {
+  if (!operating && drawOnlyWhileOperating) return;
+  const Lifeline::Watch alive(lifeline);
+  DrawNotes();
+  if (alive && cursorID != CURSOR_NONE && renderer != nullptr) renderer->SetCursorID(cursorID);
+}
+
+void Tool::DrawNotes() {
+  DynamicIcon2D* const notes[] = {mouseHUD, viewportHUD};
+  if (cameraOperations == nullptr || renderer == nullptr) return;
+  if (mouseHUD == nullptr && viewportHUD == nullptr) return;
+  const ApplicationParameters& parameters = cameraOperations->GetApplicationParameters();
+  const int width = parameters.viewport_width;
+  const int height = parameters.viewport_height;
+  if (mouseHUD != nullptr) {
+    mouseHUD->SetPosition(
+        {static_cast<double>(WrapIntoView(mouseX, width)), WrapIntoView(mouseY, height) - MOUSE_NOTE_DROP});
+  }
+  if (viewportHUD != nullptr) {
+    viewportHUD->SetPosition(Vector2(width * 0.5, viewportHUD->GetHeight()) + viewHUDOffset);
+  }
+  const FullViewPass pass(renderer, *cameraOperations);
+  if (!pass) return;
+  for (DynamicIcon2D* const note : notes) {
+    if (note != nullptr) pass->Render(note);
+  }
 }
 
 }  // namespace Korvane

@@ -1,10 +1,11 @@
 #include "korvane/walk_tool.h"
 
+#include <utility>
+
 #include "camera/fly_operation.h"
-#include "camera/pixels.h"
-#include "interaction/tools/rewind_record.h"
+#include "interaction/tools/tool_gesture.h"
 #include "korvane/renderer.h"
-#include "render/full_viewport.h"
+#include "render/render_pass.h"
 
 namespace Korvane {
 
@@ -16,32 +17,59 @@ constexpr double START_Y = 0.2;
 constexpr double MOVING_OPACITY = 0.4;
 constexpr double SHORTEST_INTERVAL = 1.0;  // seconds; below, a walk is one record
 
+constexpr TextureID TEXTURES[] = {TEXTURE_WALK_START, TEXTURE_WALK_REFUSED};
+
 }  // namespace
 
-WalkTool::WalkTool() : startIcon(TEXTURE_WALK_START), refusedIcon(TEXTURE_WALK_REFUSED) {
+WalkTool::WalkTool() : textures(TEXTURES), startIcon(TEXTURE_WALK_START), refusedIcon(TEXTURE_WALK_REFUSED) {
   SetCursorID(CURSOR_WALK);
 }
-WalkTool::~WalkTool() = default;
+WalkTool::~WalkTool() { LetGoOfRunKey(); }
 
-bool WalkTool::OnMouseDown(int x, int y) {
-  if (operating) OnMouseUp(mouseX, mouseY);  // its release went missing
-  const bool result = Tool::OnMouseDown(x, y);
-  operating = CanOperate();
-  if (operating) BeginWalk();
-  if (!walking) SetViewportHUD(warningHUD);
-  return operating || result;
+void WalkTool::SetRenderer(Renderer* value) {
+  Tool::SetRenderer(value);
+  if (active) textures.Take(value);
 }
 
-void WalkTool::BeginWalk() {
-  walking = cameraOperations->AutoSwitchToPerspectiveProjection();
-  if (!walking) return;
-  const ApplicationParameters& parameters = cameraOperations->GetApplicationParameters();
-  const int startX = ToPixels(parameters.viewport_width * START_X);
-  const int startY = ToPixels(parameters.viewport_height * START_Y);
-  renderer->SetCursorPosition(startX, startY);
-  cameraOperations->BeginOperation(OPERATION_FLY, startX, FlipRow(parameters, startY));
-  BeginRecord(rewindHistory, cameraOperations);
-  if (!HasRecordInterval()) return;
+void WalkTool::Activate() {
+  active = true;
+  textures.Take(renderer);
+}
+
+void WalkTool::Deactivate() {
+  active = false;
+  textures.GiveBack();
+}
+
+bool WalkTool::OnMouseDown(int x, int y) {
+  const Lifeline::Watch alive(GetLifeline());
+  const bool result = PressDrag(x, y, [this](Opening& opening) { BeginWalk(opening); });
+  if (alive && !walking) SetViewportHUD(warningHUD);
+  return result;
+}
+
+void WalkTool::BeginWalk(Steps& steps) {
+  bool perspective = false;
+  steps.Then([&] { perspective = cameraOperations->AutoSwitchToPerspectiveProjection(); });
+  if (!perspective) return;
+  int startX = 0;
+  int startY = 0;
+  steps
+      .Then([&] {
+        walking = true;
+        const ApplicationParameters& parameters = cameraOperations->GetApplicationParameters();
+        startX = ToPixels(parameters.viewport_width * START_X);
+        startY = ToPixels(parameters.viewport_height * START_Y);
+        if (renderer != nullptr) renderer->SetCursorPosition(startX, startY);
+      })
+      .BeginOperation(OPERATION_FLY, startX, startY)
+      .BeginRecord()
+      .Then([&] {
+        if (HasRecordInterval()) RestartHistoryTimer();
+      });
+}
+
+void WalkTool::RestartHistoryTimer() {
   historyTimer.Reset();
   historyTimer.Start();
 }
@@ -49,24 +77,16 @@ void WalkTool::BeginWalk() {
 bool WalkTool::HasRecordInterval() const { return rewindHistoryInterval >= SHORTEST_INTERVAL; }
 
 bool WalkTool::OnMouseMove(int x, int y) {
-  const bool result = Tool::OnMouseMove(x, y);
-  if (!operating || cameraOperations == nullptr) return result;
-  if (!walking) return true;
-  const int row = FlipRow(cameraOperations->GetApplicationParameters(), y);
-  cameraOperations->UpdateOperationParams(x, row, OPERATION_FLY);
-  return true;
+  NoteMove(x, y);
+  if (operating && !walking && cameraOperations != nullptr) return true;
+  return UpdateDrag(OPERATION_FLY, x, y);
 }
 
 bool WalkTool::OnMouseUp(int x, int y) {
-  const bool result = Tool::OnMouseUp(x, y);
-  if (!operating) return result;
-  operating = false;
-  const bool walked = walking;
-  walking = false;
-  if (!walked || cameraOperations == nullptr) return true;
-  cameraOperations->EndOperation(OPERATION_FLY);
-  EndRecord(rewindHistory, cameraOperations);
-  return true;
+  return ReleaseDrag(x, y, [this](Closing& closing) {
+    LetGoOfRunKey();
+    if (std::exchange(walking, false)) closing.EndOperation(OPERATION_FLY).EndRecord();
+  });
 }
 
 bool WalkTool::OnKeyDown(KeyID key) {
@@ -85,9 +105,19 @@ bool WalkTool::UseKey(KeyID key, bool pressed) {
     cameraOperations->UpdateOperationParams(key, pressed, OPERATION_ALL);
     return true;
   }
-  FlyOperation* const fly = key == KEY_RUN ? GetFlyOperation() : nullptr;
-  if (fly != nullptr) fly->SetMoveAccelerated(pressed);
+  if (key == KEY_RUN && GetFlyOperation() != nullptr) PressRunKey(pressed);
   return false;
+}
+
+// All walks of the library share the switch, so it is left as it was: the release of the key may go
+// elsewhere.
+void WalkTool::PressRunKey(bool pressed) {
+  runKeyDown = pressed;
+  GetFlyOperation()->SetMoveAccelerated(pressed);
+}
+
+void WalkTool::LetGoOfRunKey() {
+  if (std::exchange(runKeyDown, false)) FlyOperation().SetMoveAccelerated(false);
 }
 
 FlyOperation* WalkTool::GetFlyOperation() const {
@@ -101,41 +131,39 @@ CursorID WalkTool::GetWalkCursorID() const {
 }
 
 void WalkTool::OnDraw() {
-  if (operating && cameraOperations != nullptr) {
-    DrawStart();
-    SetCursorID(GetWalkCursorID());
-    if (walking && rewindHistory != nullptr) RecordWalk();
+  Steps steps(*this);
+  if (operating) {
+    steps.Then([&] { DrawStart(); }).Then([&] { SetCursorID(GetWalkCursorID()); }).Then([&] {
+      if (walking) RecordWalk();
+    });
   }
-  Tool::OnDraw();
+  if (steps) DrawTool();
 }
 
 void WalkTool::DrawStart() {
-  if (renderer == nullptr) return;
   const ApplicationParameters& parameters = cameraOperations->GetApplicationParameters();
-  const CameraParameters& camera = cameraOperations->GetCameraParameters();
-  if (!renderer->BeginRender(FullViewport(parameters), camera, Renderer::RENDER_OVERLAY)) return;
+  const Lifeline::Watch alive(GetLifeline());
+  const FullViewPass pass(renderer, *cameraOperations);
+  if (!pass || !alive) return;
   ResourceIcon2D& icon = walking ? startIcon : refusedIcon;
   const double size = 2.0 * parameters.fly_dead_zone_radius;
   icon.SetSize(size, size);
   icon.SetPosition({parameters.viewport_width * START_X, parameters.viewport_height * START_Y});
   const FlyOperation* const fly = GetFlyOperation();
   icon.SetOpacity(fly == nullptr || fly->IsInDeadZone() ? 1.0 : MOVING_OPACITY);
-  renderer->Render(&icon);
-  renderer->EndRender();
+  pass->Render(&icon);
 }
 
 // A chain of records of the set interval, or a sample a frame.
 void WalkTool::RecordWalk() {
   if (!HasRecordInterval()) {
-    SampleRecord(rewindHistory, cameraOperations);
+    SampleRecord();
     return;
   }
   historyTimer.Lap();
   if (historyTimer.GetTotalTime() < rewindHistoryInterval) return;
-  EndRecord(rewindHistory, cameraOperations);
-  BeginRecord(rewindHistory, cameraOperations);
-  historyTimer.Reset();
-  historyTimer.Start();
+  RestartHistoryTimer();
+  Steps(*this).Then([&] { record.End(cameraOperations); }).BeginRecord();
 }
 
 }  // namespace Korvane

@@ -1,12 +1,9 @@
 #include "korvane/zoom_tool.h"
 
 #include "camera/camera_frame.h"
-#include "camera/pixels.h"
 #include "camera/view_size.h"
 #include "camera/zoom_operation.h"
-#include "interaction/tools/pivot_marker.h"
-#include "interaction/tools/rewind_record.h"
-#include "render/scene_pick.h"
+#include "interaction/tools/tool_gesture.h"
 
 namespace Korvane {
 
@@ -30,83 +27,65 @@ ZoomTool::ZoomTool() { SetCursorID(CURSOR_ZOOM); }
 ZoomTool::~ZoomTool() = default;
 
 bool ZoomTool::OnMouseDown(int x, int y) {
-  const bool result = Tool::OnMouseDown(x, y);
-  return animating ? result : BeginZoom(x, y);
+  NotePress(x, y);
+  return animating || BeginZoom(x, y);
 }
 
 bool ZoomTool::OnMouseMove(int x, int y) {
-  const bool result = Tool::OnMouseMove(x, y);
-  if (animating || !mouseDragged) return result;
-  return UpdateZoom(x, y);
+  NoteMove(x, y);
+  return animating || (mouseDragged && UpdateZoom(x, y));
 }
 
 bool ZoomTool::OnMouseUp(int x, int y) {
-  const bool result = Tool::OnMouseUp(x, y);
-  return animating ? result : EndZoom();
+  NoteRelease(x, y);
+  return animating || EndZoom();
 }
 
 bool ZoomTool::BeginZoom(int x, int y) {
-  if (operating || cameraOperations == nullptr || renderer == nullptr) return false;
-  operating = true;
-  savedParameters = cameraOperations->GetApplicationParameters();
-  if (constrainZoom) LimitZoom();
-  AnchorZoom(x, y);
-  const int row = FlipRow(cameraOperations->GetApplicationParameters(), y);
-  cameraOperations->BeginOperation(OPERATION_ZOOM, x, row);
-  BeginRecord(rewindHistory, cameraOperations);
+  if (operating || !IsReady()) return false;
+  Opening opening(*this);
+  settings.Borrow(*cameraOperations);
+  if (constrainZoom) LimitZoom(opening);
+  opening.Then([&] { AnchorZoom(opening, x, y); }).BeginOperation(OPERATION_ZOOM, x, y).BeginRecord();
   return true;
 }
 
-void ZoomTool::LimitZoom() {
-  ApplicationParameters& parameters = cameraOperations->GetApplicationParameters();
-  const CameraParameters camera = QueryCamera(*cameraOperations);
-  const double farthest = DistanceToSee(camera, parameters.scene_bound_radius * REACH_IN_RADII);
-  const double depth = (parameters.scene_bound_centre - camera.eye).Dot(ViewDirection(camera));
-  parameters.zoom_back_distance = Math::Max(farthest - depth, 0.0);
-  parameters.zoom_min_limit_motion = false;
+void ZoomTool::LimitZoom(Steps& steps) {
+  CameraParameters camera;
+  steps.Query(camera).Then([&] {
+    ApplicationParameters& parameters = cameraOperations->GetApplicationParameters();
+    const double farthest = DistanceToSee(camera, parameters.scene_bound_radius * REACH_IN_RADII);
+    const double depth = (parameters.scene_bound_centre - camera.eye).Dot(ViewDirection(camera));
+    parameters.zoom_back_distance = Math::Max(farthest - depth, 0.0);
+    parameters.zoom_min_limit_motion = false;
+  });
 }
 
-void ZoomTool::AnchorZoom(int x, int y) {
+void ZoomTool::AnchorZoom(Steps& steps, int x, int y) {
+  CameraParameters camera;
   if (useCurrentPivotPoint) {
-    cameraOperations->ConstrainPivotToViewport();
-    PlacePivotBall(pivotBall, QueryCamera(*cameraOperations), true);
-    return;
+    steps.Then([&] { cameraOperations->ConstrainPivotToViewport(); }).Query(camera);
+  } else {
+    steps.Query(camera).AnchorPivot(x, y, camera);
   }
-  CameraParameters camera = QueryCamera(*cameraOperations);
-  PickPoint(renderer, cameraOperations->GetApplicationParameters(), camera, x, y, camera.pivot);
-  ApplyIfFinite(*cameraOperations, camera);
-  PlacePivotBall(pivotBall, camera, true);
+  steps.MarkPivot(camera);
 }
 
 bool ZoomTool::UpdateZoom(int x, int y) {
-  if (!operating || cameraOperations == nullptr) return false;
-  const int row = FlipRow(cameraOperations->GetApplicationParameters(), y);
-  cameraOperations->UpdateOperationParams(x, row, OPERATION_ZOOM);
-  return true;
+  return operating && cameraOperations != nullptr && UpdateDrag(OPERATION_ZOOM, x, y);
 }
 
 bool ZoomTool::EndZoom() {
   if (!operating) return false;
-  operating = false;
-  if (cameraOperations != nullptr) {
-    RestoreParameters();
-    cameraOperations->EndOperation(OPERATION_ZOOM);
-  }
-  if (!mouseDragged && clickZoomEnabled && cameraOperations != nullptr) {
+  const bool clicked = !mouseDragged && clickZoomEnabled;
+  Closing closing(*this);
+  closing.GiveBack(settings).EndOperation(OPERATION_ZOOM);
+  if (clicked && closing.LeaveRecord()) {
     BeginClickShot();
-    return true;
+  } else {
+    closing.HidePivotBall().EndRecord();
   }
-  HidePivotBall(pivotBall);
-  EndRecord(rewindHistory, cameraOperations);
   return true;
-}
-
-// The size of the viewport is the window's: it may have changed meanwhile, and nobody would write it again.
-void ZoomTool::RestoreParameters() {
-  ApplicationParameters& parameters = cameraOperations->GetApplicationParameters();
-  savedParameters.viewport_width = parameters.viewport_width;
-  savedParameters.viewport_height = parameters.viewport_height;
-  parameters = savedParameters;
 }
 
 // The record of the gesture stays open until the shot is over.
@@ -121,16 +100,14 @@ void ZoomTool::BeginClickShot() {
 }
 
 void ZoomTool::OnDraw() {
+  const Lifeline::Watch alive(GetLifeline());
   if (!operating && HasShotEnded()) {
-    animating = false;
-    HidePivotBall(pivotBall);
-    EndRecord(rewindHistory, cameraOperations);
-    Tool::OnDraw();
-    return;
+    Closing(*this).HidePivotBall().EndRecord();
+  } else {
+    if (operating && constrainZoom) ChooseLimitNote();
+    if (operating || animating) SampleRecord();
   }
-  if (operating && constrainZoom) ChooseLimitNote();
-  if (operating || animating) SampleRecord(rewindHistory, cameraOperations);
-  Tool::OnDraw();
+  if (alive) DrawTool();
 }
 
 void ZoomTool::ChooseLimitNote() {

@@ -1,0 +1,169 @@
+#pragma once
+
+#include <optional>
+#include <utility>
+
+#include "camera/host_camera.h"
+#include "camera/pixels.h"
+#include "interaction/tools/pivot_marker.h"
+#include "korvane/camera_operations.h"
+#include "korvane/tool.h"
+#include "render/scene_pick.h"
+
+namespace Korvane {
+
+/// One step after another, each of which may call out to the host once, at its end. What follows is left out
+/// as soon as the tool is gone or has no hub.
+class Tool::Steps {
+ public:
+  explicit Steps(Tool& owner) : Steps(owner, owner.lifeline) {}
+  Steps(const Steps&) = delete;
+  Steps& operator=(const Steps&) = delete;
+
+  /// Whether the tool is still there.
+  explicit operator bool() const { return static_cast<bool>(goesOn); }
+
+  template <class Step>
+  Steps& Then(const Step& step) {
+    if (goesOn && tool.cameraOperations != nullptr) step();
+    return *this;
+  }
+  /// Asks the host for its camera.
+  Steps& Query(CameraParameters& camera) {
+    return Then([&] { tool.cameraOperations->QueryCameraParameters(camera); });
+  }
+  Steps& Apply(const CameraParameters& camera) {
+    return Then([&] { ApplyIfFinite(*tool.cameraOperations, camera); });
+  }
+  /// Puts the pivot of the camera on what the host shows at a viewport pixel, or on the end of its ray.
+  Steps& AnchorPivot(int x, int y, CameraParameters& camera) {
+    Then([&] {
+      const ApplicationParameters& parameters = tool.cameraOperations->GetApplicationParameters();
+      PickPoint(tool.renderer, parameters, camera, x, y, camera.pivot);
+    });
+    return Apply(camera);
+  }
+  Steps& MarkPivot(const CameraParameters& camera) {
+    return Then([&] { PlacePivotBall(tool.pivotBall, camera, true); });
+  }
+  /// At a viewport pixel.
+  Steps& BeginOperation(OperationType type, int x, int y) {
+    return Then([&] {
+      CameraOperations& hub = *tool.cameraOperations;
+      hub.BeginOperation(type, x, FlipRow(hub.GetApplicationParameters(), y));
+    });
+  }
+  /// Opens the record with a camera, or with the host's of now.
+  Steps& BeginRecord(const CameraParameters& camera) {
+    return Then([&] { tool.record.Begin(tool.rewindHistory, camera); });
+  }
+  Steps& BeginRecord() {
+    CameraParameters camera;
+    return Query(camera).BeginRecord(camera);
+  }
+
+ protected:
+  Steps(Tool& owner, Lifeline& line) : tool(owner), goesOn(line) {}
+
+  Tool& tool;
+  Lifeline::Watch goesOn;
+};
+
+/// The begin of a gesture. What follows is left out also when the gesture has ended meanwhile.
+class Tool::Opening : public Steps {
+ public:
+  explicit Opening(Tool& owner) : Steps(owner, owner.gesture) { owner.operating = true; }
+};
+
+/// The end of a gesture, or of the shot that it has begun. All that is still open is taken out of the tool,
+/// so that each is closed once, whatever the host does with the tool meanwhile; it begins no gesture until
+/// then.
+class Tool::Closing {
+ public:
+  explicit Closing(Tool& owner)
+      : tool(owner),
+        hub(owner.cameraOperations),
+        ball(owner.pivotBall),
+        record(std::move(owner.record)),
+        alive(owner.lifeline) {
+    tool.operating = tool.animating = false;
+    tool.gesture.Cut();
+    tool.closingGesture = true;
+  }
+  Closing(const Closing&) = delete;
+  Closing& operator=(const Closing&) = delete;
+  ~Closing() {
+    if (alive) tool.closingGesture = false;
+  }
+
+  Closing& EndOperation(OperationType type) {
+    if (hub != nullptr) hub->EndOperation(type);
+    return *this;
+  }
+  Closing& HidePivotBall() {
+    if (PivotBall* const shown = ball.Get()) shown->SetVisible(false);
+    return *this;
+  }
+  /// With the host's camera of now.
+  Closing& EndRecord() {
+    record.End(hub);
+    return *this;
+  }
+  template <class Loan>
+  Closing& GiveBack(Loan& settings) {
+    settings.GiveBack(hub);
+    return *this;
+  }
+  /// Puts back the pivot that the camera had before the gesture, if it has been looked up.
+  Closing& RestorePivot(const std::optional<Vector3>& pivot) {
+    if (hub == nullptr || !pivot) return *this;
+    CameraParameters camera = QueryCamera(*hub);
+    camera.pivot = *pivot;
+    ApplyIfFinite(*hub, camera);
+    return *this;
+  }
+  /// `step(hub)`, which must not touch the tool.
+  template <class Step>
+  Closing& Then(const Step& step) {
+    if (hub != nullptr) step(*hub);
+    return *this;
+  }
+
+  /// Leaves the record to the tool: its shot goes on with it. False when the tool has lost its hub or is
+  /// gone.
+  bool LeaveRecord() {
+    if (!alive || hub == nullptr || tool.cameraOperations != hub) return false;
+    tool.record = std::move(record);
+    return true;
+  }
+
+ private:
+  Tool& tool;
+  CameraOperations* hub;
+  Borrowed<PivotBall> ball;
+  RewindRecord record;
+  Lifeline::Watch alive;
+};
+
+template <class Begin>
+bool Tool::PressDrag(int x, int y, const Begin& begin) {
+  const Lifeline::Watch alive(lifeline);
+  if (operating) OnMouseUp(mouseX, mouseY);  // its release went missing
+  if (!alive) return true;
+  NotePress(x, y);
+  if (!CanOperate()) return animating;
+  Opening opening(*this);
+  begin(opening);
+  return true;
+}
+
+template <class End>
+bool Tool::ReleaseDrag(int x, int y, const End& end) {
+  NoteRelease(x, y);
+  if (!operating) return animating;
+  Closing closing(*this);
+  end(closing);
+  return true;
+}
+
+}  // namespace Korvane

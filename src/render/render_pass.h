@@ -1,0 +1,38 @@
+#pragma once
+
+#include "korvane/camera_operations.h"
+#include "korvane/renderer.h"
+#include "render/full_viewport.h"
+
+namespace Korvane {
+
+/// A draw pass, open for as long as this lives; false when there is none, or no renderer. It keeps the
+/// renderer in which it was opened, whatever becomes meanwhile of who opened it.
+class RenderPass {
+ public:
+  RenderPass(Renderer* renderer, const Box2& viewport, const CameraParameters& camera,
+             Renderer::RenderMode mode)
+      : opened(renderer != nullptr && renderer->BeginRender(viewport, camera, mode) ? renderer : nullptr) {}
+  RenderPass(const RenderPass&) = delete;
+  RenderPass& operator=(const RenderPass&) = delete;
+  ~RenderPass() {
+    if (opened != nullptr) opened->EndRender();
+  }
+
+  explicit operator bool() const { return opened != nullptr; }
+  /// Only in an open pass.
+  Renderer* operator->() const { return opened; }
+
+ private:
+  Renderer* opened;
+};
+
+/// A pass over the whole view of a hub, with its camera.
+class FullViewPass : public RenderPass {
+ public:
+  FullViewPass(Renderer* renderer, const CameraOperations& hub,
+               Renderer::RenderMode mode = Renderer::RENDER_OVERLAY)
+      : RenderPass(renderer, FullViewport(hub.GetApplicationParameters()), hub.GetCameraParameters(), mode) {}
+};
+
+}  // namespace Korvane

@@ -1,0 +1,53 @@
+#include "korvane/renderer_loans.h"
+
+namespace Korvane {
+
+DynamicIcon2D* StringLoan::Take(Renderer* renderer, StringID id) {
+  if (Get() != nullptr && lender.Get() == renderer && text == id) return icon;
+  GiveBack();
+  if (renderer == nullptr) return nullptr;
+  const Lifeline::Watch wanted(taking);
+  DynamicIcon2D* const taken = renderer->GetStringTexture(id);
+  if (taken == nullptr) return nullptr;
+  if (!wanted) {
+    renderer->ReleaseStringTexture(id);
+    return nullptr;
+  }
+  lender.Set(renderer);
+  text = id;
+  icon = taken;
+  return icon;
+}
+
+void StringLoan::GiveBack() {
+  taking.Cut();
+  Renderer* const held = lender.Get();
+  lender.Set(nullptr);
+  icon = nullptr;
+  if (held != nullptr) held->ReleaseStringTexture(text);
+}
+
+void TextureLoan::Take(Renderer* renderer) {
+  if (renderer == nullptr) return GiveBack();
+  if (lender.Get() == renderer) return;
+  Count(false);
+  lender.Set(renderer);
+  Count(true);
+  renderer->ApplyTextureUsage();
+}
+
+void TextureLoan::GiveBack() {
+  Renderer* const held = lender.Get();
+  if (held == nullptr) return;
+  Count(false);
+  lender.Set(nullptr);
+  held->ApplyTextureUsage();
+}
+
+void TextureLoan::Count(bool wanted) {
+  Renderer* const held = lender.Get();
+  if (held == nullptr) return;
+  for (const TextureID id : ids) held->WantTexture(id, wanted);
+}
+
+}  // namespace Korvane
