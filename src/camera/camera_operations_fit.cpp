@@ -75,9 +75,10 @@ double MiddleSlope(double lowAngle, double highAngle) {
 // slopes are those of depth against the axis; each line is pushed against the corners from inside.
 class FrustumWedge {
  public:
-  // `lowAngle` and `highAngle` are the half angles, in radians, on the negative and the positive side.
-  FrustumWedge(double lowAngle, double highAngle)
-      : low(lowAngle, -1.0 / std::tan(lowAngle)), high(highAngle, 1.0 / std::tan(highAngle)) {}
+  // `lowAngle` and `highAngle` are the half angles, in radians, on the negative and the positive side, and
+  // the tangents theirs.
+  FrustumWedge(double lowAngle, double lowTangent, double highAngle, double highTangent)
+      : low(lowAngle, -1.0 / lowTangent), high(highAngle, 1.0 / highTangent) {}
 
   void Include(double position, double depth) {
     low.Include(position, depth);
@@ -176,8 +177,11 @@ bool CameraOperations::FitBoundingBoxToView(const Vector3& centre, Box3 box, Vec
 
   Range across;
   Range upward;
-  FrustumWedge horizontal(view.left_fov * Math::DEG_TO_RAD, view.right_fov * Math::DEG_TO_RAD);
-  FrustumWedge vertical(view.bottom_fov * Math::DEG_TO_RAD, view.top_fov * Math::DEG_TO_RAD);
+  const FrustumTangents tangents(view);
+  FrustumWedge horizontal(view.left_fov * Math::DEG_TO_RAD, tangents.left, view.right_fov * Math::DEG_TO_RAD,
+                          tangents.right);
+  FrustumWedge vertical(view.bottom_fov * Math::DEG_TO_RAD, tangents.bottom, view.top_fov * Math::DEG_TO_RAD,
+                        tangents.top);
   for (int i = 0; i < CORNER_COUNT; ++i) {
     const Vector3 corner = frame.ToLocal(box.GetCorner(i));
     across.Include(corner.x);

@@ -76,12 +76,13 @@ OrbitOperation::Turntable::Turntable(const CameraParameters& camera)
       right(ViewDirection(camera).Cross(camera.up)),
       up(camera.up) {}
 
-void OrbitOperation::Turntable::TurnAbout(const Vector3& axis, double angle) {
-  const Quaternion q = Quaternion::AxisAngle(axis, angle);
-  fromPivot = q.Rotate(fromPivot);
-  backward = q.Rotate(backward);
-  right = q.Rotate(right);
-  up = q.Rotate(up);
+const OrbitOperation::TurntableAxes& OrbitOperation::GetTurntableAxes(
+    const ApplicationParameters& parameters) {
+  const bool custom = parameters.do_custom_orbit;
+  const Vector3 up = custom ? parameters.custom_orbit_up : hub->GetWorldUpDirection();
+  const Vector3 front = custom ? parameters.custom_orbit_front : hub->GetWorldFrontDirection();
+  if (front != turntableAxes.front || up != turntableAxes.up) turntableAxes = TurntableAxes(front, up);
+  return turntableAxes;
 }
 
 void OrbitOperation::PerformTurntable(CameraParameters& camera) {
@@ -93,25 +94,21 @@ void OrbitOperation::PerformTurntable(CameraParameters& camera) {
   GetCursorMotion(initialCursor, currentCursor, tx, ty);
   GetDeltaXY(dx, dy);
 
-  const bool custom = parameters.do_custom_orbit;
-  const Vector3 up = custom ? parameters.custom_orbit_up : hub->GetWorldUpDirection();
-  const Vector3 front = custom ? parameters.custom_orbit_front : hub->GetWorldFrontDirection();
-  const Vector3 side = front.Cross(up);
-  const Vector3 upAxis = side.Cross(front).Normalized();  // exactly perpendicular to front
-
+  const TurntableAxes& axes = GetTurntableAxes(parameters);
   Turntable view = IsCombined() ? Turntable(workingCamera) : initialTurntable;
 
   double remainingX = 0.0;
   double remainingY = 0.0;
-  SnapToClosestView(upAxis, remainingX, remainingY);
+  SnapToClosestView(axes.upAxis, remainingX, remainingY);
 
   if (!parameters.constrain_orbit_horizontal) {
-    const double sense = ReversesHorizontalSense(upAxis) ? -1.0 : 1.0;
-    view.TurnAbout(upAxis, ChooseAngle(ROTATION_HORIZONTAL, remainingX, dx * sense, tx * sense));
+    const double sense = ReversesHorizontalSense(axes.upAxis) ? -1.0 : 1.0;
+    view.TurnAbout(axes.upAxis, ChooseAngle(ROTATION_HORIZONTAL, remainingX, dx * sense, tx * sense));
   }
   if (!parameters.constrain_orbit_vertical) {
     // The tilt axis stays horizontal.
-    const Vector3 tiltAxis = (front * view.right.Dot(front) + side * view.right.Dot(side)).Normalize();
+    const Vector3 tiltAxis =
+        (axes.front * view.right.Dot(axes.front) + axes.side * view.right.Dot(axes.side)).Normalize();
     view.TurnAbout(tiltAxis, ChooseAngle(ROTATION_VERTICAL, remainingY, dy, ty));
     view.fromPivot.Normalize();
     view.backward.Normalize();

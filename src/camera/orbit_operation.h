@@ -3,6 +3,7 @@
 #include "camera/standard_views.h"
 #include "korvane/camera_parameters.h"
 #include "korvane/operation.h"
+#include "korvane/quaternion.h"
 
 namespace Korvane {
 
@@ -42,6 +43,20 @@ class OrbitOperation : public Operation {
     double rotation = 0.0;  // total angle so far, radians
   };
   struct SnapCurve;
+  // What a turntable turns about, from the directions of the scene.
+  struct TurntableAxes {
+    Vector3 front;
+    Vector3 up;
+    Vector3 side;
+    Vector3 upAxis;  // of unit length, exactly perpendicular to front
+
+    TurntableAxes() = default;
+    TurntableAxes(const Vector3& frontDirection, const Vector3& upDirection)
+        : front(frontDirection),
+          up(upDirection),
+          side(front.Cross(up)),
+          upAxis(side.Cross(front).Normalized()) {}
+  };
   // What a turntable turns: a camera as its pivot sees it. Directions are of unit length but `right`.
   struct Turntable {
     Vector3 pivot;
@@ -54,13 +69,20 @@ class OrbitOperation : public Operation {
 
     Turntable() = default;
     explicit Turntable(const CameraParameters& camera);
-    void TurnAbout(const Vector3& axis, double angle);
+    void TurnAbout(const Vector3& axis, double angle) {
+      const Quaternion q = Quaternion::AxisAngle(axis, angle);
+      fromPivot = q.Rotate(fromPivot);
+      backward = q.Rotate(backward);
+      right = q.Rotate(right);
+      up = q.Rotate(up);
+    }
   };
 
   bool KeepsUp() const;
   SnapCurve GetSnapCurve(RotationType type) const;
   double LeaveSnap(AxisSnap& snap, double delta, const SnapCurve& curve);
 
+  const TurntableAxes& GetTurntableAxes(const ApplicationParameters& parameters);
   void PerformTurntable(CameraParameters& camera);
   void PerformFree(CameraParameters& camera);
   double ChooseAngle(RotationType type, double remaining, double delta, double total);
@@ -72,6 +94,7 @@ class OrbitOperation : public Operation {
   void ReleaseSnapOnNewView(const Vector3& upAxis, const Vector3& target);
 
   CameraParameters initialCamera;
+  TurntableAxes turntableAxes;     // of the last frame
   Turntable initialTurntable;      // of the initial camera
   CameraParameters workingCamera;  // what the last frame produced
   StandardViews standardViews;

@@ -15,10 +15,17 @@ struct FrustumTangents {
   double bottom;
 
   explicit FrustumTangents(const CameraParameters& camera)
-      : left(std::tan(camera.left_fov * Math::DEG_TO_RAD)),
-        right(std::tan(camera.right_fov * Math::DEG_TO_RAD)),
-        top(std::tan(camera.top_fov * Math::DEG_TO_RAD)),
-        bottom(std::tan(camera.bottom_fov * Math::DEG_TO_RAD)) {}
+      : left(Tangent(camera.left_fov)),
+        right(TangentBeside(camera.left_fov, left, camera.right_fov)),
+        top(Tangent(camera.top_fov)),
+        bottom(TangentBeside(camera.top_fov, top, camera.bottom_fov)) {}
+
+ private:
+  static double Tangent(double degrees) { return std::tan(degrees * Math::DEG_TO_RAD); }
+  // Most frustums are as wide on one side as on the other. A zero has a sign, which the tangent keeps.
+  static double TangentBeside(double other, double otherTangent, double degrees) {
+    return degrees == other && degrees != 0.0 ? otherTangent : Tangent(degrees);
+  }
 };
 
 /// The tangents of a camera that a move sees again and again: its half angles seldom change.

@@ -23,8 +23,11 @@ void ZoomOperation::InitOperation(int x, int y, const CameraOperations* operatio
   axisOffset = 0.0;
   if (hub == nullptr) return;
   initialCamera = hub->GetCameraParameters();
-  const double pivotDepth = (initialCamera.pivot - initialCamera.eye).Dot(ViewDirection(initialCamera));
-  axisOffset = ViewingDistance(initialCamera) - pivotDepth;
+  forward = ViewDirection(initialCamera);
+  toPivot = (initialCamera.pivot - initialCamera.eye).Normalized();
+  initialDistance = ViewingDistance(initialCamera);
+  const double pivotDepth = (initialCamera.pivot - initialCamera.eye).Dot(forward);
+  axisOffset = initialDistance - pivotDepth;
   if (std::abs(axisOffset) < SMALLEST_AXIS_OFFSET) axisOffset = 0.0;
 }
 
@@ -60,7 +63,7 @@ void ZoomOperation::PerformOperation(double /*dt*/, CameraParameters& camera) {
 
 // False when the camera is not to change at all.
 bool ZoomOperation::MoveCamera(double offset, double ratio, CameraParameters& camera) {
-  if (offset > 0.0) return MoveBack(offset, camera);
+  if (offset > 0.0) return MoveBack(offset, ratio, camera);
   const double limit = GetParameters().zoom_min_limit;
   const bool pastLimit = ratio < limit;
   if (camera.IsOrthographic() && (pastLimit || limit > ViewingDistance(camera))) {
@@ -72,16 +75,17 @@ bool ZoomOperation::MoveCamera(double offset, double ratio, CameraParameters& ca
   return true;
 }
 
-bool ZoomOperation::MoveBack(double offset, CameraParameters& camera) {
+bool ZoomOperation::MoveBack(double offset, double ratio, CameraParameters& camera) {
   const ApplicationParameters& parameters = GetParameters();
   if (offset < parameters.zoom_out_snap_size) {
     unitAmount = 0.0;
     return false;
   }
-  const double ratio = std::pow(parameters.zoom_sensitivity, offset - parameters.zoom_out_snap_size);
+  // `ratio` counts the dead pixels, too.
+  const int snapSize = parameters.zoom_out_snap_size;
+  if (snapSize != 0) ratio = std::pow(parameters.zoom_sensitivity, offset - snapSize);
   camera.eye = EyeAt(ratio);
 
-  const Vector3 toPivot = (initialCamera.pivot - initialCamera.eye).Normalized();
   const double movedBack = (camera.eye - initialCamera.eye).Dot(-toPivot);
   const double limit = parameters.zoom_back_distance;
   const bool limited = movedBack > limit;
@@ -94,7 +98,6 @@ bool ZoomOperation::MoveBack(double offset, CameraParameters& camera) {
 
 // At the depth of the pivot; in orthographic the centre keeps its own place beyond it, in scale.
 void ZoomOperation::PlaceCentre(double ratio, CameraParameters& camera) const {
-  const Vector3 forward = ViewDirection(initialCamera);
   const double beyond = camera.IsOrthographic() ? ratio * axisOffset : 0.0;
   camera.centre = camera.eye + forward * ((initialCamera.pivot - camera.eye).Dot(forward) + beyond);
 }
@@ -120,17 +123,16 @@ bool ZoomOperation::PushPastLimit(double offset, CameraParameters& camera) {
   double unused = 0.0;
   ConvertCoordsToWindow(std::trunc(excess - parameters.zoom_in_snap_size), 0.0, pushed, unused);
 
-  const Vector3 toPivot = initialCamera.pivot - initialCamera.eye;
+  const Vector3 wayToPivot = initialCamera.pivot - initialCamera.eye;
   const double beyond = -pushed * parameters.zoom_min_limit_multiplier;
-  camera.eye = initialCamera.pivot - toPivot * limit - toPivot * beyond;
-  camera.centre = camera.eye + ViewDirection(initialCamera) * limit;
+  camera.eye = initialCamera.pivot - wayToPivot * limit - wayToPivot * beyond;
+  camera.centre = camera.eye + forward * limit;
   unitAmount = pushed + 1.0;
   return true;
 }
 
 // The size follows the distance, so that a change of projection keeps the scale of the picture.
 void ZoomOperation::ScaleOrthographicSize(CameraParameters& camera) const {
-  const double initialDistance = ViewingDistance(initialCamera);
   if (!(initialDistance > 0.0)) return;
   const double ratio = ViewingDistance(camera) / initialDistance;
   camera.ortho_width = initialCamera.ortho_width * ratio;

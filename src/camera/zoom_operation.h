@@ -23,12 +23,16 @@ class ZoomOperation : public Operation {
   void PlaceCentre(double ratio, CameraParameters& camera) const;
 
   bool MoveCamera(double offset, double ratio, CameraParameters& camera);
-  bool MoveBack(double offset, CameraParameters& camera);
+  bool MoveBack(double offset, double ratio, CameraParameters& camera);
   void MoveIn(double ratio, CameraParameters& camera);
   bool PushPastLimit(double offset, CameraParameters& camera);
   void ScaleOrthographicSize(CameraParameters& camera) const;
 
   CameraParameters initialCamera;
+  // Of the initial camera.
+  Vector3 forward;
+  Vector3 toPivot;  // of unit length
+  double initialDistance = 0.0;
   double unitAmount = 0.0;
   double axisOffset = 0.0;  // along the view axis, from the depth of the pivot to the centre
 };

@@ -44,7 +44,9 @@ void Box3::SetCorner(int index, const Vector3& value) {
 }
 
 void Box3::SetCorners() {
-  for (Vector3& axis : axes) axis.Normalize();
+  for (Vector3& axis : axes) {
+    if (axis.LengthSquared() != 1.0) axis.Normalize();  // the division by 1 changes nothing
+  }
   for (int corner = 0; corner < 8; ++corner) {
     const double a = (corner & 4) != 0 ? extent.x : -extent.x;
     const double b = (corner & 2) != 0 ? extent.y : -extent.y;
