@@ -73,9 +73,15 @@ class ZOVTOOLS_API Tool {
   /// The host is to wrap the pointer at the edges of the viewport; positions then count on past them.
   bool WantCursorWrapping() const { return wrapCursor && operating; }
 
+  /// Ends what goes on now: a gesture as by a release where the mouse is, and a shot of the tool's own at
+  /// once.
+  void EndGesture();
+
   Lifeline& GetLifeline() { return lifeline; }
 
  protected:
+  /// How EndGesture ends the gesture of a tool that no release ends.
+  void SetGestureEnd(void (*end)(Tool& tool)) { endGesture = end; }
   /// A gesture may begin: there are a hub and a renderer, and no other gesture is being closed.
   bool IsReady() const { return cameraOperations != nullptr && renderer != nullptr && !closingGesture; }
   /// The host is being told of the end of a gesture.
@@ -145,6 +151,7 @@ class ZOVTOOLS_API Tool {
  private:
   void DrawNotes();
 
+  void (*endGesture)(Tool& tool);
   Lifeline lifeline;
   Lifeline gesture;  // cut when the gesture ends
   bool closingGesture = false;

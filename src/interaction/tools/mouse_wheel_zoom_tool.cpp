@@ -11,7 +11,10 @@ constexpr int DELTA_PER_PIXEL = 30;    // a notch is 120
 
 }  // namespace
 
-MouseWheelZoomTool::MouseWheelZoomTool() { SetClickZoomEnabled(false); }
+MouseWheelZoomTool::MouseWheelZoomTool() {
+  SetClickZoomEnabled(false);
+  SetGestureEnd([](Tool& tool) { static_cast<MouseWheelZoomTool&>(tool).EndZoom(); });
+}
 MouseWheelZoomTool::~MouseWheelZoomTool() = default;
 
 bool MouseWheelZoomTool::OnMouseWheel(int x, int y, int delta) {

@@ -20,7 +20,7 @@ std::int64_t Distance(int a, int b) { return std::abs(std::int64_t{a} - b); }
 
 }  // namespace
 
-Tool::Tool() = default;
+Tool::Tool() : endGesture([](Tool& tool) { tool.OnMouseUp(tool.mouseX, tool.mouseY); }) {}
 Tool::~Tool() = default;
 
 void Tool::SetKorvane(CameraOperations* hub) { cameraOperations = hub; }
@@ -106,6 +106,14 @@ bool Tool::UpdateDrag(OperationType type, int x, int y) {
 
 void Tool::SampleRecord() {
   if (cameraOperations != nullptr) record.Sample(cameraOperations->GetCameraParameters());
+}
+
+void Tool::EndGesture() {
+  const Lifeline::Watch alive(lifeline);
+  if (operating) endGesture(*this);
+  if (!alive || !animating) return;
+  if (cameraOperations != nullptr) cameraOperations->EndShot();
+  if (alive) OnDraw();  // finds the shot over
 }
 
 bool Tool::HasShotEnded() const { return animating && IsShotOver(cameraOperations); }

@@ -130,3 +130,13 @@ TEST_F(WheelTest, every_parameter_is_put_back_at_the_end) {
   bench.Frame(tool, 500);
   EXPECT_EQ(bench.Parameters().zoom_back_distance, 77);
 }
+
+TEST_F(WheelTest, may_be_ended_before_its_pause_is_over) {
+  Turn(120);
+  tool.EndGesture();
+  EXPECT_FALSE(tool.IsOperating());
+  EXPECT_EQ(bench.TakeAsked(), Lines({"end 5", "end record"}));
+  EXPECT_FALSE(bench.ball.IsVisible());
+  tool.EndGesture();
+  EXPECT_TRUE(bench.TakeAsked().empty());
+}

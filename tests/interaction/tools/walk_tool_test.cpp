@@ -218,3 +218,75 @@ TEST_F(WalkToolTest, walks_forward_while_the_cursor_stands_above_the_start) {
   EXPECT_LT(bench.hub.view.eye.z, 10.0);
   EXPECT_NEAR(bench.hub.view.eye.x, 0.0, 1e-9);
 }
+
+TEST_F(WalkToolTest, holds_the_pictures_of_its_start_while_it_is_active) {
+  tool.Activate();
+  EXPECT_EQ(bench.renderer.TakeCalls(), Lines({"LoadTexture(93)", "LoadTexture(94)"}));
+  tool.OnMouseDown(1, 1);
+  tool.OnDraw();
+  tool.OnMouseUp(1, 1);
+  EXPECT_EQ(bench.renderer.CountCalls("LoadTexture"), 0);
+  EXPECT_EQ(bench.renderer.CountCalls("ReleaseTexture"), 0);
+  bench.renderer.ClearCalls();
+  tool.Deactivate();
+  EXPECT_EQ(bench.renderer.TakeCalls(), Lines({"ReleaseTexture(93)", "ReleaseTexture(94)"}));
+}
+
+TEST_F(WalkToolTest, an_active_tool_holds_its_pictures_in_the_renderer_that_it_is_given) {
+  tool.SetRenderer(nullptr);
+  tool.Activate();
+  tool.SetRenderer(&bench.renderer);
+  tool.SetRenderer(&bench.renderer);
+  EXPECT_EQ(bench.renderer.TakeCalls(), Lines({"LoadTexture(93)", "LoadTexture(94)"}));
+  tool.SetRenderer(nullptr);
+  EXPECT_EQ(bench.renderer.CountCalls("ReleaseTexture"), 2);
+  tool.Deactivate();
+  bench.renderer.ClearCalls();
+  tool.SetRenderer(&bench.renderer);
+  EXPECT_TRUE(bench.renderer.GetCalls().empty());
+}
+
+TEST_F(WalkToolTest, the_end_of_a_walk_lets_go_of_the_run_key_for_every_view) {
+  tool.OnMouseDown(1, 1);
+  tool.OnKeyDown(KEY_RUN);
+  EXPECT_TRUE(FlyOperation().IsMoveAccelerated());
+  tool.OnMouseUp(1, 1);
+  EXPECT_FALSE(FlyOperation().IsMoveAccelerated());
+}
+
+TEST_F(WalkToolTest, a_walk_that_the_host_ends_lets_go_of_the_run_key_with_the_release) {
+  tool.OnMouseDown(1, 1);
+  tool.OnKeyDown(KEY_RUN);
+  bench.hub.EndOperation(OPERATION_FLY);
+  tool.OnMouseUp(1, 1);
+  EXPECT_FALSE(FlyOperation().IsMoveAccelerated());
+}
+
+TEST_F(WalkToolTest, a_walk_that_loses_its_hub_lets_go_of_the_run_key) {
+  tool.OnMouseDown(1, 1);
+  tool.OnKeyDown(KEY_RUN);
+  tool.SetKorvane(nullptr);
+  tool.OnMouseUp(1, 1);
+  EXPECT_FALSE(FlyOperation().IsMoveAccelerated());
+}
+
+TEST_F(WalkToolTest, a_tool_that_is_destroyed_in_its_walk_lets_go_of_the_run_key) {
+  {
+    WalkTool other;
+    bench.Wire(other);
+    other.OnMouseDown(1, 1);
+    other.OnKeyDown(KEY_RUN);
+  }
+  EXPECT_FALSE(FlyOperation().IsMoveAccelerated());
+}
+
+TEST_F(WalkToolTest, a_walk_that_did_not_press_the_run_key_leaves_it_to_the_one_that_did) {
+  WalkTool other;
+  bench.Wire(other);
+  tool.OnMouseDown(1, 1);
+  tool.OnKeyDown(KEY_RUN);
+  other.OnMouseDown(1, 1);
+  other.OnMouseUp(1, 1);
+  EXPECT_TRUE(FlyOperation().IsMoveAccelerated());
+  tool.OnMouseUp(1, 1);
+}
