@@ -8,7 +8,26 @@
 
 namespace zovhost {
 
+using Korvane::CameraParameters;
 using Korvane::Math;
+
+namespace {
+
+// Of what the camera sees, in world units: of the narrower side where it is orthographic, in perspective the
+// distance at which it looks.
+double GetViewSize(const CameraParameters& camera) {
+  return camera.IsOrthographic() ? std::min(camera.ortho_width, camera.ortho_height)
+                                 : (camera.centre - camera.eye).Length();
+}
+
+double GetLargestMove(const CameraParameters& a, const CameraParameters& b) {
+  const double points =
+      std::max({(a.eye - b.eye).Length(), (a.centre - b.centre).Length(), (a.pivot - b.pivot).Length()});
+  return std::max(
+      {points, std::abs(a.ortho_width - b.ortho_width), std::abs(a.ortho_height - b.ortho_height)});
+}
+
+}  // namespace
 
 ViewHub::ViewHub(std::function<void()> request) : requestFrame(std::move(request)) {}
 
@@ -17,6 +36,11 @@ void ViewHub::ApplyCameraParameters(const Korvane::CameraParameters& values) { v
 void ViewHub::QueryCameraParameters(Korvane::CameraParameters& values) const { values = view; }
 
 void ViewHub::RequestApplicationUpdate() { requestFrame(); }
+
+bool ViewHub::CheckCamerasEqual(const CameraParameters* a, const CameraParameters* b) const {
+  if (!CameraOperations::CheckCamerasEqual(a, b)) return false;
+  return !(GetLargestMove(*a, *b) > SAME_VIEW * std::min(GetViewSize(*a), GetViewSize(*b)));
+}
 
 void ViewHub::SetView(const Korvane::CameraParameters& values) {
   view = values;
