@@ -1,7 +1,7 @@
 #pragma once
 
 #include <array>
-#include <memory>
+#include <cstdint>
 
 #include "korvane/application_parameters.h"
 #include "korvane/camera_parameters.h"
@@ -9,6 +9,7 @@
 #include "korvane/lifeline.h"
 #include "korvane/observer_list.h"
 #include "korvane/operation.h"
+#include "korvane/running.h"
 #include "korvane/shot.h"
 #include "korvane/shot_parameters.h"
 #include "korvane/timer.h"
@@ -20,8 +21,13 @@ namespace Korvane {
 ///
 /// A host derives from it and supplies the three pure operations. Frames are pulled: whatever moves asks
 /// the host for a frame through `RequestApplicationUpdate`, the host answers with `PerformOperations` once
-/// for each frame, before it draws, and that asks for the next frame as long as anything goes on. Neither the
-/// three nor an observer may call `PerformOperations` itself.
+/// for each frame, before it draws, and that asks for the next frame as long as anything goes on.
+///
+/// Wherever the hub calls out - the three pure operations, the hooks, operation and shot observers - the host
+/// may begin and end operations and shots, add and remove observers, and change settings. An operation or a
+/// shot that goes while it is being called is gone from the hub at once, and lives until the call is over.
+/// What may not happen within such a call, and is asserted: the end of the hub, and a frame; without asserts
+/// the frame does nothing and is false.
 ///
 /// The hub excludes nothing: any number of kinds and a shot may run together, operations first, lowest
 /// kind first, then the shot; the last writer of a field wins. Whoever starts a move ends what runs first.
@@ -86,9 +92,10 @@ class ZOVTOOLS_API CameraOperations {
   virtual bool UpdateOperationParams(int x, int y, OperationType type);
 
   // ---- shots ----
-  // Each form makes the shot of its record, ends a running shot, and begins. False for a record that holds
-  // a number that is not finite, for keyframes that are none or do not match their times, and when the
-  // shot could not be made.
+  // Each form makes the shot of its record, ends a running shot, and begins. A shot that an observer or a
+  // hook begins meanwhile gives way, too, and is told so; what would be begun at that second end is refused,
+  // since it could go on for ever. False when refused, for a record that holds a number that is not finite,
+  // for keyframes that are none or do not match their times, and when the shot could not be made.
 
   virtual bool BeginShot(const LookAtShotParameters& parameters);
   virtual bool BeginShot(const ZoomRectShotParameters& parameters);
@@ -106,7 +113,8 @@ class ZOVTOOLS_API CameraOperations {
   virtual bool BeginShot(const ZoomShotParameters& parameters);
   virtual bool BeginShot(const TrackShotParameters& parameters);
 
-  /// Ends the active shot, if any, and tells its observer. Always true.
+  /// Ends the active shot, if any, and tells its observer, then the hook. Both may begin another, which
+  /// stays. Always true.
   virtual bool EndShot();
   /// Steps the active shot by `dt` seconds, apart from the frame clock. False without a shot. Never ends
   /// the shot, and the camera of a last step, for which the shot answers false, is not applied.
@@ -194,7 +202,19 @@ class ZOVTOOLS_API CameraOperations {
   template <class Call>
   void ForEachOperationType(Call call);
 
-  std::unique_ptr<Operation>& SlotOf(OperationType type);
+  // A stretch within which the host is called.
+  class CallingOut {
+   public:
+    explicit CallingOut(int& callsOut) : depth(callsOut) { ++depth; }
+    CallingOut(const CallingOut&) = delete;
+    CallingOut& operator=(const CallingOut&) = delete;
+    ~CallingOut() { --depth; }
+
+   private:
+    int& depth;
+  };
+
+  Running<Operation>& SlotOf(OperationType type);
   bool ApplyIfFinite(const CameraParameters& view);
   double RadiusOrGlobal(double radius);
   Box3 BoxOrGlobal(const Box3& box);
@@ -205,10 +225,13 @@ class ZOVTOOLS_API CameraOperations {
     bool rotating = false;
     bool aligning = false;            // a ViewAlignShot runs
     bool changingProjection = false;  // a ProjectionTransitionShot runs
+    std::uint64_t doneShot = 0;       // the number of the shot whose last step this was
   };
   FrameActivity PerformActiveOperations();
   void PerformActiveOperation(OperationType type);
-  std::shared_ptr<Shot> PerformActiveShot(FrameActivity& activity);
+  void PerformActiveShot(FrameActivity& activity);
+  void EndIntruder();
+  bool EndActiveShot();
   void ChooseProjection(const FrameActivity& activity);
   bool BlendProjection(const FrameActivity& activity);
   bool FitsBox() const;
@@ -218,15 +241,18 @@ class ZOVTOOLS_API CameraOperations {
 
   CameraParameters currentCamera;
   ApplicationParameters applicationParameters;
-  std::array<std::unique_ptr<Operation>, OPERATION_COUNT> activeOperations;
-  std::shared_ptr<Shot> activeShot;
+  std::array<Running<Operation>, OPERATION_COUNT> activeOperations;
+  Running<Shot> activeShot;
+  std::uint64_t shotNumber = 0;      // counts the shots that have begun, so it names the active one
   const Shot* hookedShot = nullptr;  // the one whose end the hook is being told
+  bool endingIntruder = false;
   Borrowed<ShotObserver> activeShotObserver;
   Timer frameTimer;
   double frameDelta = 0.0;
   ObserverList<OperationObserver> operationObservers;
   bool geometrySelected = false;
   double orthoTolerance = 0.01;
+  int callsOut = 0;
 };
 
 }  // namespace Korvane

@@ -47,6 +47,7 @@
 #include "korvane/resource_ids.h"
 #include "korvane/rewind_history.h"
 #include "korvane/rewind_record.h"
+#include "korvane/running.h"
 #include "korvane/shot.h"
 #include "korvane/shot_parameters.h"
 #include "korvane/shot_watch.h"

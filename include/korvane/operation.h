@@ -29,7 +29,8 @@ enum OperationType : int {
   OPERATION_ALL = 12,  // all of the eleven above
 };
 
-/// One interactive camera move in progress. Made, owned and destroyed by the hub.
+/// One interactive camera move in progress. Made, owned and destroyed by the hub; one that is ended while it
+/// is being called, by a hook that it runs, lives until that call is over.
 ///
 /// It stores the input as it comes and moves the camera only when a frame performs it. Cursors are
 /// viewport pixels with the origin at the TOP left, y downward. Most measure motion in fractions
@@ -96,10 +97,13 @@ class ZOVTOOLS_API Operation {
   bool controllerOperation = false;
 };
 
-/// Is told of the life of every operation of a hub. Borrowed by the hub. While it is being told it may add
-/// and remove observers and begin and end operations; a begin within a frame queries the host's camera again
-/// and so loses what this frame had moved. Those told after an observer that ends a kind in its own begin
-/// hear the end first; ask IsOperationActive. It must not call PerformOperations.
+/// Is told of the life of every operation of a hub. Borrowed by the hub; remove it before it dies.
+///
+/// While it is being told it may begin and end operations and shots, add and remove observers, and change
+/// settings; an operation that it ends while a frame performs it lives until the frame has done with it. A
+/// begin within a frame queries the host's camera again and so loses what this frame had moved. Those told
+/// after an observer that ends a kind in its own begin hear the end first; ask IsOperationActive. It must not
+/// destroy the hub nor call PerformOperations.
 class ZOVTOOLS_API OperationObserver {
  public:
   virtual ~OperationObserver();

@@ -12,7 +12,7 @@ struct CameraParameters;
 enum TargetCamPos : int { TARGET_CAM_START = 0, TARGET_CAM_MIDDLE = 1, TARGET_CAM_END = 2 };
 
 /// An animated camera move: it answers to the clock as an operation answers to the cursor. Made, owned and
-/// destroyed by the hub.
+/// destroyed by the hub; one that is ended while it is being called lives until that call is over.
 class ZOVTOOLS_API Shot {
  public:
   virtual ~Shot();
@@ -50,7 +50,9 @@ class ZOVTOOLS_API Shot {
 class ZOVTOOLS_API ShotObserver {
  public:
   virtual ~ShotObserver();
-  /// The shot still exists; `camera` is the hub's.
+  /// The shot still exists; `camera` is the hub's. It may begin and end operations and shots, begin the next
+  /// move and watch it, add and remove observers, change settings, and destroy itself. It must not destroy
+  /// the hub nor call PerformOperations.
   virtual void OnEndShot(Shot* shot, const CameraParameters& camera) = 0;
 
   Lifeline& GetLifeline() { return lifeline; }

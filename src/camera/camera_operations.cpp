@@ -1,5 +1,7 @@
 #include "korvane/camera_operations.h"
 
+#include <cassert>
+#include <memory>
 #include <utility>
 
 #include "camera/shot_role.h"
@@ -19,7 +21,7 @@ void KeepFinite(const CameraParameters& before, CameraParameters& after) {
 }  // namespace
 
 CameraOperations::CameraOperations() = default;
-CameraOperations::~CameraOperations() = default;
+CameraOperations::~CameraOperations() { assert(callsOut == 0 && "destroyed by what the hub has called"); }
 
 // ---- operations ----
 
@@ -27,7 +29,7 @@ bool CameraOperations::IsOperationType(OperationType type) {
   return static_cast<unsigned>(type) < OPERATION_COUNT;
 }
 
-std::unique_ptr<Operation>& CameraOperations::SlotOf(OperationType type) {
+Running<Operation>& CameraOperations::SlotOf(OperationType type) {
   return activeOperations[static_cast<std::size_t>(type)];
 }
 
@@ -41,12 +43,15 @@ bool CameraOperations::BeginOperation(OperationType type, int x, int y) {
   std::unique_ptr<Operation> operation = Operation::CreateOperation(type);
   if (operation == nullptr) return false;
 
-  const Operation* const begun = operation.get();
-  SlotOf(type) = std::move(operation);
+  const CallingOut out(callsOut);
+  Running<Operation>& slot = SlotOf(type);
+  slot.Set(std::move(operation));
+  const Running<Operation>::Call begun(slot);
   RecalculateSelectionBounds();
   QueryCameraParameters(currentCamera);
-  if (SlotOf(type).get() != begun) return false;  // the host's own hook has ended it
-  SlotOf(type)->InitOperation(x, y, this);
+  if (!begun.IsCurrent()) return false;  // the host's own hook has ended it
+  begun->InitOperation(x, y, this);
+  if (!begun.IsCurrent()) return false;
   operationObservers.Notify(
       [&](OperationObserver& observer) { observer.OnBeginOperation(type, currentCamera); });
   RequestApplicationUpdate();
@@ -61,15 +66,17 @@ bool CameraOperations::Dispatch(OperationType type, Each each, One one) {
     return true;
   }
   if (!IsOperationType(type)) return false;
-  if (SlotOf(type) != nullptr) one(*SlotOf(type));
+  Running<Operation>& slot = SlotOf(type);
+  if (slot) one(slot);
   return true;
 }
 
 bool CameraOperations::EndOperation(OperationType type) {
   return Dispatch(
       type, [this](OperationType each) { EndOperation(each); },
-      [&](Operation&) {
-        SlotOf(type).reset();
+      [&](Running<Operation>& slot) {
+        const CallingOut out(callsOut);
+        slot.Set(nullptr);
         operationObservers.Notify([type](OperationObserver& observer) { observer.OnEndOperation(type); });
         RequestApplicationUpdate();
       });
@@ -78,31 +85,34 @@ bool CameraOperations::EndOperation(OperationType type) {
 bool CameraOperations::UpdateOperationParams(Vector3 translation, Vector3 rotation, OperationType type) {
   return Dispatch(
       type, [&](OperationType each) { UpdateOperationParams(translation, rotation, each); },
-      [&](Operation& one) { one.Update3DControllerInput(translation, rotation); });
+      [&](Running<Operation>& slot) {
+        const Running<Operation>::Call call(slot);
+        call->Update3DControllerInput(translation, rotation);
+      });
 }
 
 bool CameraOperations::UpdateOperationParams(KeyID key, bool pressed, OperationType type) {
   return Dispatch(
       type, [&](OperationType each) { UpdateOperationParams(key, pressed, each); },
-      [&](Operation& one) { one.UpdateKey(key, pressed); });
+      [&](Running<Operation>& slot) { slot.Get()->UpdateKey(key, pressed); });
 }
 
 bool CameraOperations::UpdateOperationParams(int x, int y, OperationType type) {
   return Dispatch(
       type, [&](OperationType each) { UpdateOperationParams(x, y, each); },
-      [&](Operation& one) { one.UpdateCursor(x, y); });
+      [&](Running<Operation>& slot) { slot.Get()->UpdateCursor(x, y); });
 }
 
 bool CameraOperations::IsOperationActive(OperationType type) const {
   if (type != OPERATION_ALL) return GetActiveOperation(type) != nullptr;
   for (const auto& operation : activeOperations) {
-    if (operation != nullptr) return true;
+    if (operation) return true;
   }
   return false;
 }
 
 Operation* CameraOperations::GetActiveOperation(OperationType type) const {
-  return IsOperationType(type) ? activeOperations[static_cast<std::size_t>(type)].get() : nullptr;
+  return IsOperationType(type) ? activeOperations[static_cast<std::size_t>(type)].Get() : nullptr;
 }
 
 void CameraOperations::AddOperationObserver(OperationObserver* observer) { operationObservers.Add(observer); }
@@ -114,6 +124,9 @@ void CameraOperations::RemoveOperationObserver(OperationObserver* observer) {
 // ---- the frame ----
 
 bool CameraOperations::PerformOperations() {
+  assert(callsOut == 0 && "a frame within what the hub has called");
+  if (callsOut != 0) return false;
+  const CallingOut out(callsOut);
   QueryCameraParameters(currentCamera);
   const CameraParameters snapshot = currentCamera;
 
@@ -121,19 +134,17 @@ bool CameraOperations::PerformOperations() {
   frameDelta = Math::Max(0.0, frameTimer.GetLastInterval());  // the clock wraps
 
   FrameActivity activity = PerformActiveOperations();
-  std::shared_ptr<Shot> doneShot = PerformActiveShot(activity);
+  PerformActiveShot(activity);
 
   for (const auto& operation : activeOperations) {
-    if (operation != nullptr) operation->UpdatePreviousCursor();
+    if (operation) operation.Get()->UpdatePreviousCursor();
   }
 
   if (currentCamera.perspective_with_ortho) ChooseProjection(activity);
   const bool blending = BlendProjection(activity);
 
   if (!CheckCamerasEqual(&currentCamera, &snapshot)) ApplyIfFinite(currentCamera);
-  const bool isDone = doneShot != nullptr && doneShot == activeShot;
-  doneShot.reset();  // EndShot destroys it
-  if (isDone) EndShot();
+  if (activeShot && activity.doneShot == shotNumber) EndShot();
 
   if (activity.active || blending) {
     RequestApplicationUpdate();
@@ -148,7 +159,7 @@ bool CameraOperations::PerformOperations() {
 CameraOperations::FrameActivity CameraOperations::PerformActiveOperations() {
   FrameActivity activity;
   ForEachOperationType([&](OperationType type) {
-    if (SlotOf(type) == nullptr) return;
+    if (!SlotOf(type)) return;
     PerformActiveOperation(type);
     activity.active = true;
     activity.rotating = activity.rotating || type == OPERATION_ORBIT || type == OPERATION_LOOK;
@@ -158,25 +169,27 @@ CameraOperations::FrameActivity CameraOperations::PerformActiveOperations() {
 
 void CameraOperations::PerformActiveOperation(OperationType type) {
   const CameraParameters before = currentCamera;
-  SlotOf(type)->PerformOperation(frameDelta, currentCamera);
+  const Running<Operation>::Call operation(SlotOf(type));
+  operation->PerformOperation(frameDelta, currentCamera);
   KeepFinite(before, currentCamera);
   operationObservers.Notify(
       [&](OperationObserver& observer) { observer.OnPerformOperation(type, frameDelta, currentCamera); });
 }
 
-// Returns the shot when this was its last step. A shot that ends in this frame does not make it active.
-std::shared_ptr<Shot> CameraOperations::PerformActiveShot(FrameActivity& activity) {
-  const std::shared_ptr<Shot> shot = activeShot;
-  if (shot == nullptr) return nullptr;
+// A shot that ends in this frame does not make it active.
+void CameraOperations::PerformActiveShot(FrameActivity& activity) {
+  if (!activeShot) return;
+  const std::uint64_t number = shotNumber;
+  const Running<Shot>::Call shot(activeShot);
   const CameraParameters before = currentCamera;
   const bool goesOn = shot->PerformShot(frameDelta, currentCamera);
   KeepFinite(before, currentCamera);
-  const ShotRole role = GetShotRole(*shot);
+  const ShotRole role = GetShotRole(*shot.Get());
   activity.active = activity.active || goesOn;
   activity.rotating = activity.rotating || role == ShotRole::Rotating;
   activity.aligning = role == ShotRole::Aligning;
   activity.changingProjection = role == ShotRole::ChangingProjection;
-  return goesOn ? nullptr : shot;
+  if (!goesOn) activity.doneShot = number;
 }
 
 // While the view rotates the tolerance is negative, which no direction meets (the axes are of unit length):
@@ -220,54 +233,73 @@ bool CameraOperations::ApplyIfFinite(const CameraParameters& view) {
 
 bool CameraOperations::BeginShot(Shot* shot) {
   if (shot == nullptr) return false;
-  std::shared_ptr<Shot> begun(shot);
+  std::unique_ptr<Shot> begun(shot);
+  if (endingIntruder) return false;
+  const CallingOut out(callsOut);
+  const std::uint64_t last = shotNumber;
   EndShot();
   QueryCameraParameters(currentCamera);
   begun->InitShot(this);
-  EndShot();  // what the first one's observer, or a hook, may have begun meanwhile
-  activeShot = std::move(begun);
+  if (activeShot && shotNumber != last) EndIntruder();
+  activeShot.Set(std::move(begun));
+  ++shotNumber;
   activeShotObserver.Set(nullptr);
+  const Running<Shot>::Call call(activeShot);
   OnBeginShot(shot);
   RequestApplicationUpdate();
   return true;
 }
 
+// What the observer of the last shot, or a hook, has begun within the begin of another.
+void CameraOperations::EndIntruder() {
+  endingIntruder = true;
+  EndShot();
+  endingIntruder = false;
+}
+
 // The observer, and the hook, may themselves end or begin shots. The ending one stays the active one until
 // both have been told, each once, and what they began stays.
 bool CameraOperations::EndShot() {
-  std::shared_ptr<Shot> ending = activeShot;
-  if (ending == nullptr || ending.get() == hookedShot) return true;
+  if (!activeShot || activeShot.Get() == hookedShot) return true;
+  const CallingOut out(callsOut);
+  if (EndActiveShot()) RequestApplicationUpdate();
+  return true;
+}
+
+// False when the observer has ended the shot itself.
+bool CameraOperations::EndActiveShot() {
+  const Running<Shot>::Call ending(activeShot);
   if (ShotObserver* const observer = activeShotObserver.Get()) {
     activeShotObserver.Set(nullptr);
-    observer->OnEndShot(ending.get(), currentCamera);
+    observer->OnEndShot(ending.Get(), currentCamera);
   }
-  if (activeShot != ending) return true;
-  hookedShot = ending.get();
-  OnEndShot(ending.get());
+  if (!ending.IsCurrent()) return false;
+  hookedShot = ending.Get();
+  OnEndShot(ending.Get());
   hookedShot = nullptr;
-  if (activeShot == ending) activeShot.reset();
-  ending.reset();
-  RequestApplicationUpdate();
+  if (ending.IsCurrent()) activeShot.Set(nullptr);
   return true;
 }
 
 bool CameraOperations::AdvanceActiveShot(double dt) {
-  if (activeShot == nullptr) return false;
+  if (!activeShot) return false;
+  const CallingOut out(callsOut);
+  const Running<Shot>::Call shot(activeShot);
   QueryCameraParameters(currentCamera);
   const CameraParameters snapshot = currentCamera;
-  const bool goesOn = std::shared_ptr<Shot>(activeShot)->PerformShot(dt, currentCamera);
+  const bool goesOn = shot->PerformShot(dt, currentCamera);
   KeepFinite(snapshot, currentCamera);
   if (goesOn && !CheckCamerasEqual(&currentCamera, &snapshot) && ApplyIfFinite(currentCamera))
     RequestApplicationUpdate();
   return true;
 }
 
-bool CameraOperations::IsShotActive() const { return activeShot != nullptr; }
+bool CameraOperations::IsShotActive() const { return static_cast<bool>(activeShot); }
 
-Shot* CameraOperations::GetActiveShot() const { return activeShot.get(); }
+Shot* CameraOperations::GetActiveShot() const { return activeShot.Get(); }
 
 bool CameraOperations::SetActiveShotObserver(ShotObserver* observer) {
-  if (activeShot == nullptr || observer == nullptr) return false;
+  if (!activeShot || observer == nullptr) return false;
   activeShotObserver.Set(observer);
   return true;
 }
