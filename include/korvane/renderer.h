@@ -102,14 +102,14 @@ class ZOVTOOLS_API Renderer {
   /// A picture of the scene from a camera. As with all the Create... below the caller owns the result and
   /// gives it back with DestroyIcon; null when it cannot be made.
   virtual DynamicIcon2D* CreateSceneScreenshot(int width, int height, const CameraParameters& camera) = 0;
-  virtual DynamicIcon2D* CreateTextLabel(const wchar_t* text, float size, int first, int second) = 0;
+  virtual DynamicIcon2D* CreateTextLabel(const wchar_t* text, float size, int width, int height) = 0;
   virtual DynamicIcon2D* CreateTooltip(const wchar_t* text) = 0;
   virtual DynamicIcon2D* CreateTooltipHUD(const wchar_t* text) = 0;
   virtual DynamicIcon2D* CreateMessageHUD(const wchar_t* text) = 0;
   virtual DynamicIcon2D* CreatePivotLabel(const wchar_t* text) = 0;
   virtual DynamicIcon2D* CreateMiniWheelLabel(const wchar_t* text) = 0;
-  virtual DynamicIcon2D* CreateUCSMenuLabel(const wchar_t* text, const wchar_t* other, bool flag,
-                                            int number) = 0;
+  virtual DynamicIcon2D* CreateUCSMenuLabel(const wchar_t* activeName, const wchar_t* defaultName,
+                                            bool highlighted, int width) = 0;
   /// Destroys the icon and clears the pointer.
   virtual bool DestroyIcon(DynamicIcon2D*& icon) = 0;
 

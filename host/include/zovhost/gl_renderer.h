@@ -90,18 +90,18 @@ class GLRenderer : public Korvane::Renderer {
   Korvane::PixelIcon2D* CreateImageData(Korvane::TextureID id) override;
   Korvane::DynamicIcon2D* CreateSceneScreenshot(int width, int height,
                                                 const Korvane::CameraParameters& camera) override;
-  /// `first` by `second` points is the box that the text is fitted into, ending in an ellipsis when it is
+  /// `width` by `height` points is the box that the text is fitted into, ending in an ellipsis when it is
   /// too long; 0 leaves that direction free. `size` in points.
-  Korvane::DynamicIcon2D* CreateTextLabel(const wchar_t* text, float size, int first, int second) override;
+  Korvane::DynamicIcon2D* CreateTextLabel(const wchar_t* text, float size, int width, int height) override;
   Korvane::DynamicIcon2D* CreateTooltip(const wchar_t* text) override;
   Korvane::DynamicIcon2D* CreateTooltipHUD(const wchar_t* text) override;
   Korvane::DynamicIcon2D* CreateMessageHUD(const wchar_t* text) override;
   Korvane::DynamicIcon2D* CreatePivotLabel(const wchar_t* text) override;
   Korvane::DynamicIcon2D* CreateMiniWheelLabel(const wchar_t* text) override;
-  /// `other` is set smaller below `text`, if there is one; `flag`: highlighted; `number`: the room
-  /// in pixels, of which the label takes what its text needs, at most 0.85.
-  Korvane::DynamicIcon2D* CreateUCSMenuLabel(const wchar_t* text, const wchar_t* other, bool flag,
-                                             int number) override;
+  /// `defaultName` is set smaller below `activeName`, if there is one; `width`: the room in pixels, of which
+  /// the label takes what its text needs, at most 0.85.
+  Korvane::DynamicIcon2D* CreateUCSMenuLabel(const wchar_t* activeName, const wchar_t* defaultName,
+                                             bool highlighted, int width) override;
   bool DestroyIcon(Korvane::DynamicIcon2D*& icon) override;
   bool QueryRaySceneIntersection(const Korvane::Vector3& origin, const Korvane::Vector3& direction,
                                  Korvane::Vector3& hit) override;

@@ -233,12 +233,12 @@ DynamicIcon2D* GLRenderer::Impl::MakeLabel(const TextStyle& style, const wchar_t
   return texture != 0 ? icons.Add(texture, image.width, image.height) : nullptr;
 }
 
-DynamicIcon2D* GLRenderer::CreateTextLabel(const wchar_t* text, float size, int first, int second) {
+DynamicIcon2D* GLRenderer::CreateTextLabel(const wchar_t* text, float size, int width, int height) {
   TextStyle style = GetLabelStyle(LabelKind::Plain);
   const bool usable = size > 0.0F && size <= 512.0F;
   if (usable) style.size = static_cast<double>(size);
-  style.width = std::clamp(first, 0, 4096);
-  style.height = std::clamp(second, 0, 4096);
+  style.width = std::clamp(width, 0, 4096);
+  style.height = std::clamp(height, 0, 4096);
   return impl->MakeLabel(style, text);
 }
 
@@ -262,10 +262,10 @@ DynamicIcon2D* GLRenderer::CreateMiniWheelLabel(const wchar_t* text) {
   return impl->MakeLabel(GetLabelStyle(LabelKind::MiniWheelLabel), text);
 }
 
-DynamicIcon2D* GLRenderer::CreateUCSMenuLabel(const wchar_t* text, const wchar_t* other, bool flag,
-                                              int number) {
-  const double width = std::clamp(number, 0, 4096) / impl->scale;
-  return impl->MakeLabel(MakeMenuLabelStyle(flag, width), text, other);
+DynamicIcon2D* GLRenderer::CreateUCSMenuLabel(const wchar_t* activeName, const wchar_t* defaultName,
+                                              bool highlighted, int width) {
+  const double points = std::clamp(width, 0, 4096) / impl->scale;
+  return impl->MakeLabel(MakeMenuLabelStyle(highlighted, points), activeName, defaultName);
 }
 
 bool GLRenderer::DestroyIcon(DynamicIcon2D*& icon) {
