@@ -1,5 +1,7 @@
 #pragma once
 
+#include <initializer_list>
+
 #include "korvane/borrowed_settings.h"
 #include "korvane/export.h"
 #include "korvane/tool.h"
@@ -21,6 +23,10 @@ class ZOVTOOLS_API LookTool : public Tool {
   void SetInvertVerticalAxis(bool invert) { invertVerticalAxis = invert; }
   /// Keeps the camera upright.
   void SetAlignUpDirection(bool align) { alignUpDirection = align; }
+
+ protected:
+  /// Ends these operations of the drag, in this order, and the drag.
+  bool ReleaseLook(int x, int y, std::initializer_list<OperationType> operations);
 
  private:
   bool invertVerticalAxis = false;

@@ -124,6 +124,7 @@ class ZOVTOOLS_API Tool {
   // that may have ended its gesture, lost its hub, or be destroyed; these hold through that.
   class Steps;
   class Opening;
+  class Flight;
   class Closing;
 
   /// What the base's handlers note of an event.

@@ -103,21 +103,15 @@ void CenterTool::EndPress(Closing& closing, const std::optional<Vector3>& pivot)
 
 void CenterTool::BeginCenterShot() {
   CameraParameters camera;
-  Steps(*this)
-      .BeginRecord()
-      .Query(camera)
-      .Then([&] {
-        CenterShotParameters shot;
-        shot.point = camera.pivot;
-        shot.easeEnd = EASE_END;
-        shot.duration = MOVE_DURATION;
-        animating = true;
-        cameraOperations->BeginShot(shot);
-      })
-      .Then([&] { LabelPivotBall(); })
-      .Then([&] {
-        if (pivotBall != nullptr) pivotBall->SetVisible(true);
-      });
+  Steps(*this).BeginRecord().Query(camera).Then([&] {
+    CenterShotParameters shot;
+    shot.point = camera.pivot;
+    shot.easeEnd = EASE_END;
+    shot.duration = MOVE_DURATION;
+    Flight(*this, shot).Then([&] { LabelPivotBall(); }).Then([&] {
+      if (pivotBall != nullptr) pivotBall->SetVisible(true);
+    });
+  });
 }
 
 void CenterTool::LabelPivotBall() {

@@ -102,10 +102,8 @@ void LookAtTool::BeginLookAt(const Vector3& point, const Vector3& normal) {
       .Then([&] {
         const double radius = cameraOperations->GetApplicationParameters().global_bound_radius;
         if (shot.distance > radius) shot.distance = radius;
-        animating = true;
-        cameraOperations->BeginShot(shot);
-      })
-      .BeginRecord();
+        Flight(*this, shot).BeginRecord();
+      });
 }
 
 // Nearer than what stands in between.

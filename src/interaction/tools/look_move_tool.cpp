@@ -24,11 +24,7 @@ bool LookMoveTool::OnMouseDown(int x, int y) {
   return result;
 }
 
-bool LookMoveTool::OnMouseUp(int x, int y) {
-  const Lifeline::Watch alive(GetLifeline());
-  if (operating && cameraOperations != nullptr) cameraOperations->EndOperation(OPERATION_SLIDE);
-  return alive ? LookTool::OnMouseUp(x, y) : true;
-}
+bool LookMoveTool::OnMouseUp(int x, int y) { return ReleaseLook(x, y, {OPERATION_SLIDE, OPERATION_LOOK}); }
 
 bool LookMoveTool::OnKeyDown(KeyID key) {
   const bool result = LookTool::OnKeyDown(key);

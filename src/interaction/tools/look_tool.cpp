@@ -22,10 +22,13 @@ bool LookTool::OnMouseMove(int x, int y) {
   return UpdateDrag(OPERATION_LOOK, x, y);
 }
 
-bool LookTool::OnMouseUp(int x, int y) {
-  return ReleaseDrag(x, y, [this](Closing& closing) {
+bool LookTool::OnMouseUp(int x, int y) { return ReleaseLook(x, y, {OPERATION_LOOK}); }
+
+bool LookTool::ReleaseLook(int x, int y, std::initializer_list<OperationType> operations) {
+  return ReleaseDrag(x, y, [&](Closing& closing) {
     auto lent = settings.Take();
-    closing.EndOperation(OPERATION_LOOK).EndRecord().GiveBack(lent);
+    for (const OperationType type : operations) closing.EndOperation(type);
+    closing.EndRecord().GiveBack(lent);
   });
 }
 

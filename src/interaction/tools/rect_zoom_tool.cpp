@@ -97,10 +97,7 @@ bool RectZoomTool::BeginRectShot() {
       .Then([&] { camera.pivot = pivot; })
       .Apply(camera)
       .Then([&] { PlacePivotBall(pivotBall, camera, false); })
-      .Then([&] {
-        animating = true;
-        begun = cameraOperations->BeginShot(MakeRectShot(camera));
-      });
+      .Then([&] { begun = Flight(*this, MakeRectShot(camera)).HasBegun(); });
   return begun;
 }
 

@@ -47,20 +47,20 @@ void RectZoomTool::DrawOperating() {
 
 void RectZoomTool::DrawAnimating() {
   Rectangle grown = whiteRectangle;
-  GrowRectangle(grown);
-  const FullViewPass pass(renderer, *cameraOperations);
-  if (pass) DrawRectangles(pass, grown.vertices, ConvertRectWhiteToBlack(grown).vertices);
+  Steps(*this).Then([&] { GrowRectangle(grown); }).Then([&] {
+    const FullViewPass pass(renderer, *cameraOperations);
+    if (pass) DrawRectangles(pass, grown.vertices, ConvertRectWhiteToBlack(grown).vertices);
+  });
 }
 
 // With the scene, about the pivot: at the end of the flight it is as large as the view.
 void RectZoomTool::GrowRectangle(Rectangle& rectangle) const {
   auto* const shot = dynamic_cast<ZoomRectShot*>(cameraOperations->GetActiveShot());
-  Vector2 pivot;
-  const bool grows = shot != nullptr && renderer != nullptr &&
-                     renderer->ProjectToScreen(cameraOperations->GetCameraParameters().pivot, pivot);
-  if (!grows) return;
+  if (shot == nullptr || renderer == nullptr) return;
   const double t = shot->GetUnitTime();
   const double scale = shot->getCurrentScale();
+  Vector2 pivot;
+  if (!renderer->ProjectToScreen(cameraOperations->GetCameraParameters().pivot, pivot)) return;
   const Vector2 centre = rectangle.GetCentre();
   const auto grow = [&](const Vector2& v) { return t * ((v - centre) * scale + pivot) + (1.0 - t) * v; };
   const Vector2 low = grow({rectangle.GetLeft(), rectangle.GetBottom()});

@@ -75,6 +75,22 @@ class Tool::Opening : public Steps {
   explicit Opening(Tool& owner) : Steps(owner, owner.gesture) { owner.operating = true; }
 };
 
+/// The begin of a shot of the tool's own. What follows is left out also when the shot is over by then.
+class Tool::Flight : public Steps {
+ public:
+  template <class Parameters>
+  Flight(Tool& owner, const Parameters& shot) : Steps(owner, owner.gesture) {
+    owner.animating = true;
+    Then([&] { begun = tool.cameraOperations->BeginShot(shot); });
+  }
+
+  /// What the hub has answered.
+  bool HasBegun() const { return begun; }
+
+ private:
+  bool begun = false;
+};
+
 /// The end of a gesture, or of the shot that it has begun. All that is still open is taken out of the tool,
 /// so that each is closed once, whatever the host does with the tool meanwhile; it begins no gesture until
 /// then.

@@ -95,8 +95,7 @@ void ZoomTool::BeginClickShot() {
   shot.anchor = TARGET_CAM_START;
   shot.duration = CLICK_DURATION;
   shot.amount = shiftKeyDown ? CLICK_OUT_AMOUNT : CLICK_IN_AMOUNT;
-  animating = true;
-  cameraOperations->BeginShot(shot);
+  Flight(*this, shot);
 }
 
 void ZoomTool::OnDraw() {
