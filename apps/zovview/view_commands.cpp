@@ -1,8 +1,8 @@
 #include "view_commands.h"
 
 #include <algorithm>
-#include <array>
 #include <initializer_list>
+#include <iterator>
 
 #include "cube_commands.h"
 #include "korvane/shot_parameters.h"
@@ -18,8 +18,7 @@ namespace {
 constexpr double TRAVEL_SECONDS = 0.5;
 
 using enum ViewCommand::Place;
-using enum Korvane::OrientorParameters::Size;
-using enum Korvane::OrientorParameters::Location;
+using Look = Korvane::OrientorParameters;
 
 bool IsOrthographic(const ViewTarget& target) { return target.hub.GetView().IsOrthographic(); }
 bool IsSnapping(const ViewTarget& target) { return target.hub.GetApplicationParameters().do_snap_orbit; }
@@ -41,7 +40,7 @@ constexpr ViewCommand MakeToolCommand(const char* name, const char* label, const
   return {Tools, name, label, keyName, key, ChooseTool<ID>, IsToolActive<ID>};
 }
 
-constexpr auto COMMANDS = std::to_array<ViewCommand>({
+constexpr ViewCommand COMMANDS[] = {
     {Views, "home", "Home", "Home", SDLK_HOME, GoHome},
     {Views, "isometric", "Isometric", "I", SDLK_i, ShowIsometric},
     {Views, "fit-all", "Fit all", "A", SDLK_a, FitAll},
@@ -75,21 +74,24 @@ constexpr auto COMMANDS = std::to_array<ViewCommand>({
     {CubeSettings, "toggle-compass", "Compass", "", SDLK_UNKNOWN, ToggleCompass, HasCompass},
     {CubeSettings, "toggle-coordinates", "List of coordinates", "", SDLK_UNKNOWN, ToggleCoordinates,
      HasCoordinates},
-    {CubeSize, "cube-size-automatic", "Automatic size", "", SDLK_UNKNOWN, UseCubeSize<SIZE_AUTOMATIC>,
-     IsCubeSize<SIZE_AUTOMATIC>},
-    {CubeSize, "cube-size-tiny", "Tiny", "", SDLK_UNKNOWN, UseCubeSize<SIZE_TINY>, IsCubeSize<SIZE_TINY>},
-    {CubeSize, "cube-size-small", "Small", "", SDLK_UNKNOWN, UseCubeSize<SIZE_SMALL>, IsCubeSize<SIZE_SMALL>},
-    {CubeSize, "cube-size-normal", "Normal", "", SDLK_UNKNOWN, UseCubeSize<SIZE_NORMAL>,
-     IsCubeSize<SIZE_NORMAL>},
-    {CubeSize, "cube-size-large", "Large", "", SDLK_UNKNOWN, UseCubeSize<SIZE_LARGE>, IsCubeSize<SIZE_LARGE>},
-    {CubeCorner, "cube-top-right", "Top right", "", SDLK_UNKNOWN, UseCubeCorner<LOCATION_TOP_RIGHT>,
-     IsCubeCorner<LOCATION_TOP_RIGHT>},
-    {CubeCorner, "cube-bottom-right", "Bottom right", "", SDLK_UNKNOWN, UseCubeCorner<LOCATION_BOTTOM_RIGHT>,
-     IsCubeCorner<LOCATION_BOTTOM_RIGHT>},
-    {CubeCorner, "cube-top-left", "Top left", "", SDLK_UNKNOWN, UseCubeCorner<LOCATION_TOP_LEFT>,
-     IsCubeCorner<LOCATION_TOP_LEFT>},
-    {CubeCorner, "cube-bottom-left", "Bottom left", "", SDLK_UNKNOWN, UseCubeCorner<LOCATION_BOTTOM_LEFT>,
-     IsCubeCorner<LOCATION_BOTTOM_LEFT>},
+    {CubeSize, "cube-size-automatic", "Automatic size", "", SDLK_UNKNOWN, UseCubeSize<Look::SIZE_AUTOMATIC>,
+     IsCubeSize<Look::SIZE_AUTOMATIC>},
+    {CubeSize, "cube-size-tiny", "Tiny", "", SDLK_UNKNOWN, UseCubeSize<Look::SIZE_TINY>,
+     IsCubeSize<Look::SIZE_TINY>},
+    {CubeSize, "cube-size-small", "Small", "", SDLK_UNKNOWN, UseCubeSize<Look::SIZE_SMALL>,
+     IsCubeSize<Look::SIZE_SMALL>},
+    {CubeSize, "cube-size-normal", "Normal", "", SDLK_UNKNOWN, UseCubeSize<Look::SIZE_NORMAL>,
+     IsCubeSize<Look::SIZE_NORMAL>},
+    {CubeSize, "cube-size-large", "Large", "", SDLK_UNKNOWN, UseCubeSize<Look::SIZE_LARGE>,
+     IsCubeSize<Look::SIZE_LARGE>},
+    {CubeCorner, "cube-top-right", "Top right", "", SDLK_UNKNOWN, UseCubeCorner<Look::LOCATION_TOP_RIGHT>,
+     IsCubeCorner<Look::LOCATION_TOP_RIGHT>},
+    {CubeCorner, "cube-bottom-right", "Bottom right", "", SDLK_UNKNOWN,
+     UseCubeCorner<Look::LOCATION_BOTTOM_RIGHT>, IsCubeCorner<Look::LOCATION_BOTTOM_RIGHT>},
+    {CubeCorner, "cube-top-left", "Top left", "", SDLK_UNKNOWN, UseCubeCorner<Look::LOCATION_TOP_LEFT>,
+     IsCubeCorner<Look::LOCATION_TOP_LEFT>},
+    {CubeCorner, "cube-bottom-left", "Bottom left", "", SDLK_UNKNOWN,
+     UseCubeCorner<Look::LOCATION_BOTTOM_LEFT>, IsCubeCorner<Look::LOCATION_BOTTOM_LEFT>},
     {CubeOpacity, "cube-opacity-0", "0%", "", SDLK_UNKNOWN, UseCubeOpacity<0>, IsCubeOpacity<0>},
     {CubeOpacity, "cube-opacity-25", "25%", "", SDLK_UNKNOWN, UseCubeOpacity<25>, IsCubeOpacity<25>},
     {CubeOpacity, "cube-opacity-50", "50%", "", SDLK_UNKNOWN, UseCubeOpacity<50>, IsCubeOpacity<50>},
@@ -102,7 +104,7 @@ constexpr auto COMMANDS = std::to_array<ViewCommand>({
     {Coordinates, "up-z", "Z upward", "", SDLK_UNKNOWN, UseZUpward,
      HasCoordinatesOf<CoordinateSystem::ZUpward>},
     {Nowhere, "clear-selection", "Clear the selection", "Esc", SDLK_ESCAPE, ClearSelection},
-});
+};
 
 // From where the directions add up to.
 void Show(const ViewTarget& target,
@@ -122,8 +124,8 @@ void Toggle(zovhost::ViewHub& hub, bool& setting) {
 
 template <class Match>
 const ViewCommand* Find(Match match) {
-  const auto* const found = std::find_if(COMMANDS.begin(), COMMANDS.end(), match);
-  return found != COMMANDS.end() ? found : nullptr;
+  const auto* const found = std::find_if(std::begin(COMMANDS), std::end(COMMANDS), match);
+  return found != std::end(COMMANDS) ? found : nullptr;
 }
 
 }  // namespace

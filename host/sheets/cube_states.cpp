@@ -178,6 +178,7 @@ class CubeScene {
   CubeScene& operator=(const CubeScene&) = delete;
 
   void Draw() { cube.Draw(); }
+  bool IsWhole() const { return renderer.GetPlaceholderCount() == 0; }
 
  private:
   void SetParameters(OrientorParameters& parameters) const {
@@ -227,7 +228,8 @@ bool PaintCube(const CubeState& state, Image& image) {
   const double sizes = state.compass ? roomWithCompass : room;
   const int side = static_cast<int>(std::lround(sizes * state.size * state.scale));
   CubeScene scene(state, side);
-  return scene.Create() && PaintOnGround([&scene] { scene.Draw(); }, state.ground, side, side, image);
+  return scene.Create() && PaintOnGround([&scene] { scene.Draw(); }, state.ground, side, side, image) &&
+         scene.IsWhole();
 }
 
 }  // namespace zovsheets

@@ -63,6 +63,8 @@ class Notes {
   Notes(const Notes&) = delete;
   Notes& operator=(const Notes&) = delete;
 
+  bool IsWhole() const { return renderer.GetPlaceholderCount() == 0; }
+
   void Draw() {
     if (renderer.BeginRender(viewport, hub.camera, Renderer::RENDER_OVERLAY)) {
       for (DynamicIcon2D* icon : texts) renderer.Render(icon);
@@ -117,7 +119,8 @@ bool PaintNotes(Ground ground, double scale, Image& image) {
   Notes notes(scale);
   if (!notes.Create()) return false;
   return PaintOnGround([&notes] { notes.Draw(); }, ground, static_cast<int>(width * scale),
-                       static_cast<int>(height * scale), image);
+                       static_cast<int>(height * scale), image) &&
+         notes.IsWhole();
 }
 
 }  // namespace zovsheets

@@ -380,6 +380,30 @@ TEST_F(GLRendererTest, users_of_one_texture_share_it_until_the_last_is_gone) {
   ExpectColour(PixelAt(canvas.Read(), 12, 28), 255, 0, 0);
 }
 
+TEST_F(GLRendererTest, a_drawn_placeholder_is_told_of_and_a_picture_is_not) {
+  const auto draw = [&](int id) {
+    ResourceIcon2D icon(static_cast<TextureID>(id));
+    icon.SetBounds({{24, 24}, {24, 24}});
+    EXPECT_TRUE(Begin(Renderer::RENDER_OVERLAY));
+    EXPECT_TRUE(renderer.Render(&icon));
+    renderer.EndRender();
+  };
+  pack->SetPicture(5, fourColours);
+  renderer.IncrementTextureUsage(static_cast<TextureID>(5));
+  renderer.IncrementTextureUsage(static_cast<TextureID>(6));  // which the pack does not have
+  renderer.ApplyTextureUsage();
+  draw(5);
+  EXPECT_EQ(renderer.GetPlaceholderCount(), 0);
+  EXPECT_EQ(renderer.GetLastPlaceholder(), -1);
+  draw(6);
+  EXPECT_EQ(renderer.GetPlaceholderCount(), 1);
+  EXPECT_EQ(renderer.GetLastPlaceholder(), 6);
+  pack->SetPicture(7, fourColours);  // which nobody has asked for
+  draw(7);
+  EXPECT_EQ(renderer.GetPlaceholderCount(), 2);
+  EXPECT_EQ(renderer.GetLastPlaceholder(), 7);
+}
+
 TEST_F(GLRendererTest, placeholders_of_different_numbers_differ) {
   const auto draw = [&](int id) {
     ResourceIcon2D icon(static_cast<TextureID>(id));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -58,6 +59,8 @@ class Window {
     int height = 800;
     /// No window on any display; the context draws into framebuffers of the caller's own.
     bool offscreen = false;
+    /// The time by which frames and jumps of the pointer are paced; null: the system's.
+    std::function<std::chrono::steady_clock::time_point()> clock = nullptr;
   };
 
   using EventHandler = std::function<void(const WindowEvent&)>;

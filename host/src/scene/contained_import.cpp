@@ -56,6 +56,7 @@ bool ImportContained(const std::filesystem::path& path, const ImportLimits&, con
 #  include <poll.h>
 #  include <signal.h>
 #  include <sys/resource.h>
+#  include <sys/time.h>
 #  include <sys/wait.h>
 #  include <unistd.h>
 #  if defined(__linux__)
@@ -96,6 +97,15 @@ void SetLimit(int resource, rlim_t value) {
   setrlimit(static_cast<decltype(RLIMIT_AS)>(resource), &limit);
 }
 
+// Of the processor; finer than a limit of the system, which counts whole seconds.
+void LimitWork(std::chrono::milliseconds work) {
+  const auto whole = std::chrono::floor<std::chrono::seconds>(work);
+  itimerval timer{};
+  timer.it_value.tv_sec = static_cast<time_t>(whole.count());
+  timer.it_value.tv_usec = static_cast<suseconds_t>(std::chrono::microseconds(work - whole).count());
+  setitimer(ITIMER_PROF, &timer, nullptr);
+}
+
 // --- the child ---------------------------------------------------------------------------------------------
 
 bool WriteAll(int file, const void* bytes, std::size_t size) {
@@ -113,7 +123,7 @@ bool WriteAll(int file, const void* bytes, std::size_t size) {
 // Whatever the program has set up for its own end is not for the child: no handlers, no output, no core
 // file, and no life beyond its parent's.
 void PrepareChild(const ImportLimits& limits) {
-  for (const int number : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGINT, SIGTERM, SIGPIPE, SIGXCPU})
+  for (const int number : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGINT, SIGTERM, SIGPIPE, SIGPROF})
     signal(number, SIG_DFL);
   std::set_terminate([] { _exit(1); });
 #  if defined(__linux__)
@@ -123,7 +133,7 @@ void PrepareChild(const ImportLimits& limits) {
   for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
     if (nowhere >= 0) dup2(nowhere, stream);
   SetLimit(RLIMIT_CORE, 0);
-  SetLimit(RLIMIT_CPU, static_cast<rlim_t>(limits.work.count()));
+  LimitWork(limits.work);
   SetLimit(RLIMIT_AS, static_cast<rlim_t>(GetAddressSpace() + limits.memory));
 }
 
@@ -234,16 +244,16 @@ class Listener {
       const int ready = poll(&query, 1, HEARTBEAT);
       if (ready > 0) return true;
       if (ready < 0 && errno != EINTR) return false;
+      if (progress) progress(fraction, what.c_str());
       timedOut = Clock::now() > deadline;
       if (timedOut) return false;
-      if (progress) progress(fraction, what.c_str());
     }
   }
 
   std::string GetFault() {
     const int signal = child.Wait(timedOut);
-    if (timedOut || signal == SIGXCPU) {
-      const std::chrono::seconds limit = timedOut ? limits.wait : limits.work;
+    if (timedOut || signal == SIGPROF) {
+      const auto limit = std::chrono::ceil<std::chrono::seconds>(timedOut ? limits.wait : limits.work);
       return "reading it takes longer than " + std::to_string(limit.count()) + " s and was given up";
     }
     return signal == SIGKILL ? "reading it takes more memory than there is"

@@ -9,9 +9,9 @@
 namespace zovhost {
 
 struct ImportLimits {
-  std::chrono::seconds work;  // processor time, which a busy machine does not use up
-  std::chrono::seconds wait;  // by the clock, for files that never answer
-  double memory;              // bytes of address space beyond what the process has already
+  std::chrono::milliseconds work;  // processor time, which a busy machine does not use up
+  std::chrono::milliseconds wait;  // by the clock, for files that never answer
+  double memory;                   // bytes of address space beyond what the process has already
 };
 
 /// Limits that leave room for slow machines and for formats that unfold: they grow with the file.

@@ -106,7 +106,7 @@ bool GroundShadow::CastShadow(const SceneBuffers& buffers, std::vector<unsigned 
   const bool ready = cast != 0 && glCheckFramebufferStatus(GL_FRAMEBUFFER) == GL_FRAMEBUFFER_COMPLETE;
   if (ready) {
     // Ground coordinates to -1 to 1; the height to -1 at the ground and 1 at the top.
-    const auto row = [this](const Vector3& axis) { return axis * (2.0 / axis.LengthSquared()); };
+    const auto row = [](const Vector3& axis) { return axis * (2.0 / axis.LengthSquared()); };
     const Vector3 rows[3] = {row(sideU), row(sideV), row(up * height)};
     Matrix4 ground = identityMatrix;
     for (std::size_t i = 0; i < 3; ++i) {

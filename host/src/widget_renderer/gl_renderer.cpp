@@ -106,6 +106,9 @@ void GLRenderer::SetScene(const Scene* scene) {
   };
 }
 
+int GLRenderer::GetPlaceholderCount() const { return impl->textures.GetPlaceholderCount(); }
+int GLRenderer::GetLastPlaceholder() const { return impl->textures.GetLastPlaceholder(); }
+
 const ResourcePack& GLRenderer::GetResources() const { return *impl->resources; }
 
 void GLRenderer::SetResources(std::shared_ptr<const ResourcePack> resources) {

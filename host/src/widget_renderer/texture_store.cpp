@@ -12,9 +12,9 @@ constexpr TextureOptions pictureOptions = {.mipmaps = true};
 
 }  // namespace
 
-void TextureStore::Replace(Slot& slot, GLuint texture, bool loaded) {
+void TextureStore::Replace(Slot& slot, const Slot& next) {
   if (slot.texture != 0) glDeleteTextures(1, &slot.texture);
-  slot = {texture, loaded};
+  slot = next;
 }
 
 bool TextureStore::Load(const ResourcePack& resources, int id, double scale) {
@@ -22,12 +22,13 @@ bool TextureStore::Load(const ResourcePack& resources, int id, double scale) {
   if (!IsSlot(id) || !resources.RenderPicture(id, scale, image)) return false;
   const GLuint texture = UploadTexture(image, pictureOptions);
   if (texture == 0) return false;
-  Replace(slots[static_cast<std::size_t>(id)], texture, true);
+  Replace(slots[static_cast<std::size_t>(id)],
+          {.texture = texture, .loaded = true, .shows = resources.HasPicture(id)});
   return true;
 }
 
 void TextureStore::Release(int id) {
-  if (IsSlot(id)) Replace(slots[static_cast<std::size_t>(id)], 0, false);
+  if (IsSlot(id)) Replace(slots[static_cast<std::size_t>(id)], {});
 }
 
 void TextureStore::Reload(const ResourcePack& resources, double scale) {
@@ -37,7 +38,7 @@ void TextureStore::Reload(const ResourcePack& resources, double scale) {
 }
 
 void TextureStore::Clear() {
-  for (Slot& slot : slots) Replace(slot, 0, false);
+  for (Slot& slot : slots) Replace(slot, {});
 }
 
 GLuint TextureStore::Find(int id) {
@@ -45,6 +46,10 @@ GLuint TextureStore::Find(int id) {
   Slot& slot = slots[static_cast<std::size_t>(id)];
   if (slot.texture == 0) {
     slot.texture = UploadTexture(ResourcePack::RenderPlaceholder(id, 1.0), pictureOptions);
+  }
+  if (!slot.shows) {
+    ++placeholderCount;
+    lastPlaceholder = id;
   }
   return slot.texture;
 }

@@ -22,16 +22,22 @@ class TextureStore {
   /// A picture to draw with: a placeholder, made at first need, for one that is not loaded. 0 for a number
   /// out of range.
   GLuint Find(int id);
+  /// How often a placeholder was found, and the number of the last one, -1 for none yet.
+  int GetPlaceholderCount() const { return placeholderCount; }
+  int GetLastPlaceholder() const { return lastPlaceholder; }
 
  private:
   struct Slot {
     GLuint texture = 0;
-    bool loaded = false;  // else a placeholder
+    bool loaded = false;
+    bool shows = false;  // a picture, not its placeholder
   };
   static bool IsSlot(int id) { return id >= 0 && id < ResourcePack::pictureCount; }
-  void Replace(Slot& slot, GLuint texture, bool loaded);
+  static void Replace(Slot& slot, const Slot& next);
 
   std::array<Slot, ResourcePack::pictureCount> slots;
+  int placeholderCount = 0;
+  int lastPlaceholder = -1;
 };
 
 }  // namespace zovhost

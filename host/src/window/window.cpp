@@ -114,6 +114,7 @@ bool Window::Impl::Open(const Options& options, std::string& error) {
     return false;
   }
   offscreen = options.offscreen;
+  clock = options.clock;
   video = std::make_unique<SdlVideo>();
   if (!video->IsReady()) {
     error = std::string("cannot open a display: ") + SDL_GetError();
@@ -223,12 +224,12 @@ bool Window::Impl::CanDraw() const {
 }
 
 int Window::Impl::MillisecondsToFrame() const {
-  const auto wait = std::chrono::ceil<std::chrono::milliseconds>(lastFrame + framePeriod - Clock::now());
+  const auto wait = std::chrono::ceil<std::chrono::milliseconds>(lastFrame + framePeriod - GetTime());
   return static_cast<int>(std::max<std::int64_t>(0, wait.count()));
 }
 
 void Window::Impl::DrawFrame() {
-  lastFrame = Clock::now();
+  lastFrame = GetTime();
   frameRequested = false;  // before drawing: a frame that draws may ask for the next
   if (!frameHandler) return;
   frameHandler();

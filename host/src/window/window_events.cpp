@@ -168,7 +168,7 @@ void Window::Impl::WarpPointer(int x, int y) {
   warping = true;
   warpX = targetX;
   warpY = targetY;
-  warpTime = Clock::now();
+  warpTime = GetTime();
   SDL_WarpMouseInWindow(window.get(), targetX, targetY);
 }
 
@@ -176,7 +176,7 @@ void Window::Impl::WarpPointer(int x, int y) {
 bool Window::Impl::IsEchoOfWarp(int pointX, int pointY) {
   if (!warping) return false;
   const bool arrived = std::abs(pointX - warpX) <= 1 && std::abs(pointY - warpY) <= 1;
-  const bool tooLate = Clock::now() - warpTime > LONGEST_WARP;
+  const bool tooLate = GetTime() - warpTime > LONGEST_WARP;
   if (arrived || tooLate) warping = false;
   return arrived || !tooLate;
 }

@@ -38,6 +38,8 @@ class Window::Impl {
  public:
   using Clock = std::chrono::steady_clock;
 
+  Clock::time_point GetTime() const { return clock ? clock() : Clock::now(); }
+
   ~Impl();
 
   // window.cpp
@@ -73,6 +75,7 @@ class Window::Impl {
   int pointWidth = 0;
   int pointHeight = 0;
 
+  std::function<Clock::time_point()> clock;
   bool frameRequested = true;
   Clock::time_point lastFrame;
   std::chrono::milliseconds framePeriod{0};
