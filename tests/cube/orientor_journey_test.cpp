@@ -176,6 +176,7 @@ TEST_F(OrientorJourneyTest, without_snapping_the_same_drag_holds_nowhere) {
   Look(Vector3(-1.0, 0.0, -0.25));
   const Pixel pixel = FindPart(1);
   ASSERT_TRUE(pixel.found);
+  const Vector3 before = ViewDirection();
   ASSERT_TRUE(cube.OnLeftMouseDown(pixel.x, pixel.y));
   int held = 0;
   for (int i = 0; i < 80; ++i) {
@@ -184,6 +185,8 @@ TEST_F(OrientorJourneyTest, without_snapping_the_same_drag_holds_nowhere) {
     held += cube.ViewOnPrincipalAxis() ? 1 : 0;
   }
   EXPECT_EQ(held, 0);
+  // 79 pixels of 1024 at 10 radians across the view are 0.77; the dead zone takes less than 10 of them.
+  EXPECT_GT(std::acos(before.Dot(ViewDirection())), 0.67) << "the drag has turned the view past the front";
 }
 
 // With the multiplier of the cube, 10 radians across the view: 128 pixels of 1024 turn by 1.25. The orbit
