@@ -58,11 +58,12 @@ bool ReadNumber(std::string_view word, int& number) {
 }
 
 std::string Unescape(std::string_view text) {
-  std::string result(text);
-  for (std::size_t at = result.find("\\n"); at != std::string::npos; at = result.find("\\n", at + 1)) {
-    result.replace(at, 2, "\n");
+  std::string result;
+  for (std::size_t at = text.find("\\n"); at != std::string_view::npos; at = text.find("\\n")) {
+    result.append(text.substr(0, at)).push_back('\n');
+    text.remove_prefix(at + 2);
   }
-  return result;
+  return result.append(text);
 }
 
 // ---- placeholders ----
