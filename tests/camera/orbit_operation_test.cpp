@@ -165,6 +165,23 @@ TEST_F(Orbit, the_axis_is_made_perpendicular_to_front) {
   ExpectNear(Camera().eye, {-10 * std::sin(0.5), 0, 10 * std::cos(0.5)});
 }
 
+// Half a turn about a carries v to 2 (a v) a - v.
+TEST_F(Orbit, axes_that_the_host_changes_in_mid_drag_count_from_the_next_frame) {
+  hub.view = LookAt({10, 0, 0}, {0, 0, 0}, {0, 1, 0});
+  p.orbit_multiplier = oracle::PI;
+  Begin();
+  Drag(1000, 0);
+  ExpectNear(Camera().eye, {-10, 0, 0});
+  p.scene_front_direction = {1, 1, 0};  // the axis: up without its part along front, (-1, 1, 0)
+  Drag(1000, 0);
+  ExpectNear(Camera().eye, {0, -10, 0});
+  ExpectNear(Camera().up, {-1, 0, 0});
+  p.scene_up_direction = {0, 0, 1};  // perpendicular to front, so the axis itself
+  Drag(1000, 0);
+  ExpectNear(Camera().eye, {-10, 0, 0});
+  ExpectNear(Camera().up, {0, -1, 0});
+}
+
 TEST_F(Orbit, up_is_normalised_by_the_vertical_rotation) {
   hub.view.up = {0, 4, 0};
   Begin();
