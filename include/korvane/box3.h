@@ -31,7 +31,9 @@ class ZOVTOOLS_API Box3 {
   void SetAxis(int index, const Vector3& value);
 
   /// The cached corner, 0 to 7; an index out of range yields the zero vector.
-  const Vector3& GetCorner(int index) const;
+  const Vector3& GetCorner(int index) const {
+    return index >= 0 && index < 8 ? corners[index] : Vector3::Zero;
+  }
   /// Overwrites a cached corner; centre and extent stay. An index out of range changes nothing.
   void SetCorner(int index, const Vector3& value);
 

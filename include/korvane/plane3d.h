@@ -11,7 +11,11 @@ class ZOVTOOLS_API Plane3D {
   Plane3D() = default;
 
   /// The normal is normalised; a degenerate one becomes zero, and every distance is then 0.
-  void SetNormalAndPoint(Vector3 normalValue, Vector3 pointValue);
+  void SetNormalAndPoint(Vector3 normalValue, Vector3 pointValue) {
+    normal = normalValue.Normalize();
+    normalLength = normal == Vector3() ? 0.0 : 1.0;
+    point = pointValue;
+  }
 
   const Vector3& GetNormal() const { return normal; }
   const Vector3& GetPoint() const { return point; }

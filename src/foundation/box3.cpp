@@ -35,10 +35,6 @@ void Box3::SetAxis(int index, const Vector3& value) {
   SetCorners();
 }
 
-const Vector3& Box3::GetCorner(int index) const {
-  return index >= 0 && index < 8 ? corners[index] : Vector3::Zero;
-}
-
 void Box3::SetCorner(int index, const Vector3& value) {
   if (index >= 0 && index < 8) corners[index] = value;
 }
