@@ -227,6 +227,8 @@ class ZOVTOOLS_API CameraOperations {
     bool changingProjection = false;  // a ProjectionTransitionShot runs
     std::uint64_t doneShot = 0;       // the number of the shot whose last step this was
   };
+  bool IsAtRest() const;
+  void MeasureFrame();
   FrameActivity PerformActiveOperations();
   void PerformActiveOperation(OperationType type);
   void PerformActiveShot(FrameActivity& activity);

@@ -18,6 +18,7 @@ class ZOVTOOLS_API Timer {
   /// End and Start at one moment, with one look at the clock: the interval since the last Lap or Start.
   void Lap();
 
+  bool IsStarted() const { return startTime != 0.0; }
   double GetTotalTime() const { return totalTime; }
   double GetLastInterval() const { return lastInterval; }
 

@@ -1,5 +1,6 @@
 #include "korvane/camera_operations.h"
 
+#include <algorithm>
 #include <cassert>
 #include <memory>
 #include <utility>
@@ -130,8 +131,8 @@ bool CameraOperations::PerformOperations() {
   QueryCameraParameters(currentCamera);
   const CameraParameters snapshot = currentCamera;
 
-  frameTimer.Lap();
-  frameDelta = Math::Max(0.0, frameTimer.GetLastInterval());  // the clock wraps
+  const bool atRest = IsAtRest();
+  if (!atRest) MeasureFrame();
 
   FrameActivity activity = PerformActiveOperations();
   PerformActiveShot(activity);
@@ -142,6 +143,7 @@ bool CameraOperations::PerformOperations() {
 
   if (currentCamera.perspective_with_ortho) ChooseProjection(activity);
   const bool blending = BlendProjection(activity);
+  if (atRest && blending) MeasureFrame();
 
   if (!CheckCamerasEqual(&currentCamera, &snapshot)) ApplyIfFinite(currentCamera);
   if (activeShot && activity.doneShot == shotNumber) EndShot();
@@ -151,7 +153,20 @@ bool CameraOperations::PerformOperations() {
     return true;
   }
   frameTimer.Reset();  // a pause must not turn into one huge step
+  frameDelta = 0.0;
   return false;
+}
+
+// Nothing runs, and nothing did in the last frame: the step is 0, and the clock need not be read.
+bool CameraOperations::IsAtRest() const {
+  return !frameTimer.IsStarted() && !activeShot &&
+         std::none_of(activeOperations.begin(), activeOperations.end(),
+                      [](const Running<Operation>& operation) { return static_cast<bool>(operation); });
+}
+
+void CameraOperations::MeasureFrame() {
+  frameTimer.Lap();
+  frameDelta = Math::Max(0.0, frameTimer.GetLastInterval());  // the clock wraps
 }
 
 // Lowest kind first, on the same record, so that each observer sees the camera as its operation left

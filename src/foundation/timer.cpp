@@ -9,14 +9,14 @@ void Timer::Reset() { totalTime = lastInterval = startTime = endTime = 0.0; }
 void Timer::Start() { startTime = GetTime(); }
 
 void Timer::End() {
-  endTime = startTime == 0.0 ? 0.0 : GetTime();
+  endTime = IsStarted() ? GetTime() : 0.0;
   lastInterval = endTime - startTime;
   totalTime += lastInterval;
 }
 
 void Timer::Lap() {
   const double now = GetTime();
-  endTime = startTime == 0.0 ? 0.0 : now;
+  endTime = IsStarted() ? now : 0.0;
   lastInterval = endTime - startTime;
   totalTime += lastInterval;
   startTime = now;

@@ -83,6 +83,19 @@ TEST_F(Frame, with_nothing_to_do_resets_the_clock_returns_false_and_calls_no_hos
   EXPECT_EQ(observer.lastDelta, 0.0);
 }
 
+TEST_F(Frame, at_rest_does_not_read_the_clock) {
+  hub.PerformOperations();
+  EXPECT_EQ(platform.GetClockReads(), 0);
+  hub.BeginOperation(OPERATION_PAN, 0, 0);
+  hub.PerformOperations();
+  EXPECT_EQ(platform.GetClockReads(), 1);
+  hub.EndOperation(OPERATION_PAN);
+  hub.PerformOperations();  // the clock still runs
+  EXPECT_EQ(platform.GetClockReads(), 2);
+  hub.PerformOperations();
+  EXPECT_EQ(platform.GetClockReads(), 2);
+}
+
 TEST_F(Frame, measures_the_time_since_the_frame_before) {
   hub.BeginOperation(OPERATION_PAN, 0, 0);
   FakeShot& shot = BeginShot();
@@ -376,6 +389,15 @@ TEST_F(Blend, at_rest_a_frame_without_time_forces_it_to_its_end) {
   EXPECT_TRUE(hub.PerformOperations());
   EXPECT_EQ(hub.view.projection_transition, 0.0);
   EXPECT_FALSE(hub.PerformOperations());
+}
+
+TEST_F(Blend, that_begins_at_rest_starts_the_clock) {
+  hub.EndOperation(OPERATION_PAN);
+  hub.PerformOperations();  // resets the clock
+  Show(ORTHOGRAPHIC, 0.25);
+  EXPECT_EQ(BlendAfter(20), 1.0);
+  Show(PERSPECTIVE, 1.0);
+  EXPECT_NEAR(BlendAfter(50), 0.65, 1e-11);
 }
 
 TEST_F(Blend, goes_on_by_itself_after_the_operation_and_asks_for_frames_until_it_is_done) {
