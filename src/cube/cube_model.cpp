@@ -60,32 +60,36 @@ Vector3 GetCompassRingDirection(int index) {
   return (CARDINALS[quadrant] * ratio.leftBehind + CARDINALS[quadrant + 1] * ratio.approached).Normalize();
 }
 
-// ---- spaces ----
-
 namespace {
 
-struct Basis {
-  Vector3 front;
-  Vector3 up;
-  Vector3 side;
+struct PartTable {
+  Vector3 directions[ALL_PART_COUNT];
+  Vector3 views[CUBE_PART_COUNT];
+  std::string names[CUBE_PART_COUNT];
 
-  Basis(const Vector3& first, const Vector3& second)
-      : front(first.Normalized()), up(), side(first.Cross(second).Normalize()) {
-    up = side.Cross(front).Normalize();
+  PartTable() {
+    for (int part = 0; part < CUBE_PART_COUNT; ++part) {
+      directions[part] = CUBE_PARTS[part].direction;
+      views[part] = (-directions[part]).Normalize();
+      names[part] = CUBE_PARTS[part].name;
+    }
+    for (int i = 0; i < COMPASS_LETTER_COUNT; ++i) directions[COMPASS_LETTERS_FROM + i] = COMPASS_LETTERS[i];
+    for (int i = 0; i < COMPASS_RING_COUNT; ++i) {
+      directions[COMPASS_RING_FROM + i] = GetCompassRingDirection(i);
+    }
   }
 };
 
+const PartTable& GetPartTable() {
+  static const PartTable table;
+  return table;
+}
+
 }  // namespace
 
-Vector3 ChangeBasis(const Vector3& first, const Vector3& second, const Vector3& v) {
-  const Basis basis(first, second);
-  return {v.Dot(basis.front), v.Dot(basis.up), v.Dot(basis.side)};
-}
-
-Vector3 ChangeInverseBasis(const Vector3& first, const Vector3& second, const Vector3& v) {
-  const Basis basis(first, second);
-  return basis.front * v.x + basis.up * v.y + basis.side * v.z;
-}
+const Vector3& GetPartDirection(int part) { return GetPartTable().directions[part]; }
+const Vector3& GetPartView(int part) { return GetPartTable().views[part]; }
+const std::string& GetPartName(int part) { return GetPartTable().names[part]; }
 
 // ---- the box of a part ----
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "korvane/vector3.h"
 
 namespace Korvane {
@@ -23,11 +25,43 @@ extern const Vector3 COMPASS_LETTERS[COMPASS_LETTER_COUNT];
 /// The directions of the ring, of unit length, from -z through +x, +z and -x and back.
 Vector3 GetCompassRingDirection(int index);
 
-/// The coordinates of `v` along front, up and side, where front is the direction of `first`, side that of
-/// first x second, and up completes the frame. Directions that are degenerate give zero.
-Vector3 ChangeBasis(const Vector3& first, const Vector3& second, const Vector3& v);
-/// The inverse: from these coordinates.
-Vector3 ChangeInverseBasis(const Vector3& first, const Vector3& second, const Vector3& v);
+constexpr int CUBE_FACE_COUNT = 6;
+constexpr int COMPASS_LETTERS_FROM = CUBE_PART_COUNT;
+constexpr int COMPASS_RING_FROM = COMPASS_LETTERS_FROM + COMPASS_LETTER_COUNT;
+constexpr int ALL_PART_COUNT = COMPASS_RING_FROM + COMPASS_RING_COUNT;
+
+/// Of all parts in one numbering: those of the cube, the letters, the ring.
+const Vector3& GetPartDirection(int part);
+/// From the eye to the centre of a part of the cube, of unit length.
+const Vector3& GetPartView(int part);
+/// English, of a part of the cube.
+const std::string& GetPartName(int part);
+
+/// Front, up and side, where front is the direction of `first`, side that of first x second, and up completes
+/// the frame. Directions that are degenerate are zero.
+struct Basis {
+  Vector3 front;
+  Vector3 up;
+  Vector3 side;
+
+  Basis() = default;
+  Basis(const Vector3& first, const Vector3& second)
+      : front(first.Normalized()), up(), side(first.Cross(second).Normalize()) {
+    up = side.Cross(front).Normalize();
+  }
+
+  /// The coordinates of `v` along front, up and side.
+  Vector3 Into(const Vector3& v) const { return {v.Dot(front), v.Dot(up), v.Dot(side)}; }
+  /// The inverse: from these coordinates.
+  Vector3 OutOf(const Vector3& v) const { return front * v.x + up * v.y + side * v.z; }
+};
+
+inline Vector3 ChangeBasis(const Vector3& first, const Vector3& second, const Vector3& v) {
+  return Basis(first, second).Into(v);
+}
+inline Vector3 ChangeInverseBasis(const Vector3& first, const Vector3& second, const Vector3& v) {
+  return Basis(first, second).OutOf(v);
+}
 
 /// The lengths that shape the cube.
 struct CubeDimensions {

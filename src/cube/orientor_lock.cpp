@@ -1,12 +1,13 @@
 // Keeping the scene bounds on the selection.
+#include "cube/orientor_parts.h"
 #include "korvane/camera_operations.h"
 #include "korvane/orientor.h"
 
 namespace Korvane {
 
 void Orientor::LockToCurrentSelection(bool toggle) {
-  if (cameraOperations == nullptr) return;
-  CameraOperations& hub = *cameraOperations;
+  if (parts->partners.hub == nullptr) return;
+  CameraOperations& hub = *parts->partners.hub;
   ApplicationParameters& scene = hub.GetApplicationParameters();
   const bool lock = !(toggle && scene.lock_to_selection);
   hub.RecalculateSelectionBounds();

@@ -1,4 +1,5 @@
 // The menus that the host opens for the cube.
+#include "cube/orientor_parts.h"
 #include "foundation/truncate.h"
 #include "korvane/camera_operations.h"
 #include "korvane/icon2d.h"
@@ -7,29 +8,30 @@
 namespace Korvane {
 
 bool Orientor::OpenMenu() {
-  if (cameraOperations == nullptr || cameraOperations->IsShotActive() || parameters.disabled) return false;
-  if (!IsMouseOnPart() && !IsMouseOnCompassPart() && !IsMouseOnUCSMenu()) return false;
-  if (mousePressed && activeOverlayPart != OVERLAY_CONTEXT_MENU) return false;
-  if (renderer == nullptr) return false;
-  LeaveParts();
-  menuOpen = true;
-  renderer->OpenMenu(MENU_ORIENTOR);
-  menuOpen = false;
+  CubeMouse& mouse = parts->mouse;
+  const CameraOperations* const hub = parts->partners.hub;
+  if (hub == nullptr || hub->IsShotActive() || parameters.disabled) return false;
+  if (!IsMouseOnPart() && !mouse.IsOnCompass() && !IsMouseOnUCSMenu()) return false;
+  if (mouse.pressed && mouse.activeOverlayPart != OVERLAY_CONTEXT_MENU) return false;
+  if (parts->renderer == nullptr) return false;
+  mouse.LeaveParts();
+  mouse.menuOpen = true;
+  parts->renderer->OpenMenu(MENU_ORIENTOR);
+  mouse.menuOpen = false;
   return true;
 }
 
 void Orientor::OpenUCSMenu() {
-  if (!IsMouseOnUCSMenu() || cameraOperations == nullptr || cameraOperations->IsShotActive()) return;
-  if (parameters.disabled || renderer == nullptr || ucsLabel == nullptr) return;
-  const Vector2 centre = ucsLabel->GetPosition();
-  const int height = cameraOperations->GetApplicationParameters().viewport_height;
-  LeaveParts();
-  menuOpen = true;
-  renderer->OpenUCSMenu(Truncate(centre.x), Truncate(height - centre.y));
-  menuOpen = false;
+  CubeMouse& mouse = parts->mouse;
+  const CameraOperations* const hub = parts->partners.hub;
+  if (!IsMouseOnUCSMenu() || hub == nullptr || hub->IsShotActive()) return;
+  if (parameters.disabled || parts->renderer == nullptr || parts->label.plain == nullptr) return;
+  const Vector2 centre = parts->label.plain->GetPosition();
+  const int height = hub->GetApplicationParameters().viewport_height;
+  mouse.LeaveParts();
+  mouse.menuOpen = true;
+  parts->renderer->OpenUCSMenu(Truncate(centre.x), Truncate(height - centre.y));
+  mouse.menuOpen = false;
 }
-
-// While a menu is open the mouse is on nothing.
-void Orientor::LeaveParts() { activePart = highlightedPart = activeOverlayPart = -1; }
 
 }  // namespace Korvane

@@ -1,8 +1,7 @@
 // Where a click takes the view.
-#include "cube/orientor_transition_shot_observer.h"
+#include "cube/orientor_parts.h"
 #include "korvane/camera_operations.h"
 #include "korvane/orientor.h"
-#include "korvane/rewind_history.h"
 
 namespace Korvane {
 
@@ -23,7 +22,7 @@ void SetDirection(ViewAlignShotParameters& shot, const Vector3& part) {
 }  // namespace
 
 bool Orientor::StartTransition() {
-  if (cameraOperations == nullptr) return false;
+  if (parts->partners.hub == nullptr) return false;
   if (IsMouseOnGeometryPart()) {
     TurnToActivePart();
     return true;
@@ -43,7 +42,7 @@ bool Orientor::StartTransition() {
       OpenMenu();
       break;
     default:
-      if (!parameters.draw_ucs_menu || activeOverlayPart != OVERLAY_UCS_MENU) return false;
+      if (!parameters.draw_ucs_menu || parts->mouse.activeOverlayPart != OVERLAY_UCS_MENU) return false;
       OpenUCSMenu();
       break;
   }
@@ -55,7 +54,7 @@ bool Orientor::StartTransition() {
 ViewAlignShotParameters Orientor::MakeViewShot() const {
   ViewAlignShotParameters shot;
   shot.duration = parameters.transition_duration;
-  shot.fit = parameters.zoom_to_fit_scene || IsLockedToSelection();
+  shot.fit = parameters.zoom_to_fit_scene || parts->IsLockedToSelection();
   shot.keepSceneUp = parameters.use_preserve_scene_up_on_click ? parameters.preserve_scene_up_on_click
                                                                : parameters.preserve_scene_up;
   return shot;
@@ -63,26 +62,28 @@ ViewAlignShotParameters Orientor::MakeViewShot() const {
 
 // The letters stand by the world, which the scene may be turned against.
 void Orientor::TurnToActivePart() {
-  const int part = activePart;
+  const CameraOperations& hub = *parts->partners.hub;
+  const int part = parts->mouse.activePart;
   ViewAlignShotParameters shot = MakeViewShot();
   if (part < GEOMETRY_PART_COUNT) {
-    SetDirection(shot, partDirections[part]);
+    SetDirection(shot, GetPartDirection(part));
   } else {
     shot.keepSceneUp = shot.useCustom = true;
-    shot.customDirection = ConvertVectorToWorldSpace(partDirections[part]).Normalize();
-    shot.customUp = cameraOperations->GetWorldUpDirection();
-    shot.customFront = cameraOperations->GetWorldFrontDirection();
+    parts->Look();
+    shot.customDirection = parts->space.FromWorldAxes(GetPartDirection(part)).Normalize();
+    shot.customUp = hub.GetWorldUpDirection();
+    shot.customFront = hub.GetWorldFrontDirection();
     shot.panAngle = parameters.compass_angle + COMPASS_PAN_ANGLE;
   }
   BeginTransition(shot);
-  highlightedPart = activePart;
+  parts->mouse.highlightedPart = parts->mouse.activePart;
 }
 
 // In two of the corners the pictures of the arrows are mirrored, and so is what they do.
 void Orientor::RollView() {
   const bool mirrored = parameters.screen_location == OrientorParameters::LOCATION_BOTTOM_RIGHT ||
                         parameters.screen_location == OrientorParameters::LOCATION_TOP_LEFT;
-  const bool counterClockwise = activeOverlayPart == OVERLAY_ROTATE_COUNTER_CLOCKWISE;
+  const bool counterClockwise = parts->mouse.activeOverlayPart == OVERLAY_ROTATE_COUNTER_CLOCKWISE;
   ViewAlignShotParameters shot = MakeViewShot();
   SetDirection(shot, GetClosestViewDirection());
   shot.rollAngle = counterClockwise != mirrored ? ROLL_STEP : -ROLL_STEP;
@@ -90,9 +91,10 @@ void Orientor::RollView() {
 }
 
 void Orientor::GoToHomeView() {
-  if (cameraOperations == nullptr || !parameters.visible) return;
+  CameraOperations* const hub = parts->partners.hub;
+  if (hub == nullptr || !parameters.visible) return;
   TransitionShotParameters shot;
-  shot.targetCamera = cameraOperations->GetHomeCamera();
+  shot.targetCamera = hub->GetHomeCamera();
   shot.easeEnd = 1.0;
   shot.duration = parameters.transition_duration;
   BeginTransition(shot);
@@ -101,42 +103,46 @@ void Orientor::GoToHomeView() {
 // Whether the hub takes the shot is not looked at: the move counts as begun either way.
 template <class ShotParameters>
 void Orientor::BeginTransition(const ShotParameters& shot) {
-  if (closing) return;
-  CameraOperations& hub = *cameraOperations;
+  if (parts->closing) return;
+  CameraOperations& hub = *parts->partners.hub;
   hub.BeginShot(shot);
-  const bool watching = hub.SetActiveShotObserver(transitionObserver.get());
-  transitionObserver->SetWatching(watching);
+  if (parts->partners.hub != &hub) return;  // taken away meanwhile
+  const bool watching = hub.SetActiveShotObserver(&parts->transitionObserver);
+  parts->transitionObserver.SetWatching(watching);
   OnTransitionStarted();
 }
 
 void Orientor::EndMove() {
-  if (transitionObserver->IsWatching() && cameraOperations != nullptr) cameraOperations->EndShot();
+  CameraOperations* const hub = parts->partners.hub;
+  if (parts->transitionObserver.IsWatching() && hub != nullptr) hub->EndShot();
 }
 
 void Orientor::OnTransitionStarted() {
-  if (cameraOperations == nullptr || rewindHistory == nullptr) return;
-  rewindHistory->BeginElementRecord(cameraOperations->GetCameraParameters());
+  const CameraOperations* const hub = parts->partners.hub;
+  if (hub != nullptr) parts->transitionRecord.Begin(parts->partners.history, hub->GetCameraParameters());
 }
 
 void Orientor::OnTransitionEnded() {
-  if (cameraOperations == nullptr || rewindHistory == nullptr) return;
-  rewindHistory->EndElementRecord(cameraOperations->GetCameraParameters());
+  const CameraOperations* const hub = parts->partners.hub;
+  if (hub != nullptr) parts->transitionRecord.End(hub->GetCameraParameters());
 }
 
 void Orientor::AlignToOrbitUpDirection() {
-  if (!parameters.preserve_scene_up || cameraOperations == nullptr) return;
-  cameraOperations->AlignToSceneUpDirection(parameters.transition_duration);
+  CameraOperations* const hub = parts->partners.hub;
+  if (!parameters.preserve_scene_up || hub == nullptr) return;
+  hub->AlignToSceneUpDirection(parameters.transition_duration);
 }
 
 void Orientor::InjectClick(int part) {
-  activePart = activeOverlayPart = -1;
+  CubeMouse& mouse = parts->mouse;
+  mouse.activePart = mouse.activeOverlayPart = -1;
   if (part >= 0 && part < GEOMETRY_PART_COUNT) {
-    activePart = part;
+    mouse.activePart = part;
   } else if (part >= OrientorObserver::PART_COMPASS_FRONT && part <= OrientorObserver::PART_COMPASS_RIGHT) {
-    activePart = COMPASS_LETTERS_BEGIN + (part - OrientorObserver::PART_COMPASS_FRONT);
+    mouse.activePart = COMPASS_LETTERS_BEGIN + (part - OrientorObserver::PART_COMPASS_FRONT);
   } else if (part >= OrientorObserver::PART_ROTATE_COUNTER_CLOCKWISE &&
              part <= OrientorObserver::PART_CONTEXT_MENU) {
-    activeOverlayPart = part - OrientorObserver::PART_ROTATE_COUNTER_CLOCKWISE;
+    mouse.activeOverlayPart = part - OrientorObserver::PART_ROTATE_COUNTER_CLOCKWISE;
   }
   StartTransition();
 }

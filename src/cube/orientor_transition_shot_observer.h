@@ -15,6 +15,11 @@ class OrientorTransitionShotObserver : public ShotObserver {
   /// The hub holds this observer, for the move that runs.
   bool IsWatching() const { return watching; }
   void SetWatching(bool value) { watching = value; }
+  /// The hub forgets it; the move goes on without it.
+  void Drop() {
+    watching = false;
+    GetLifeline().Cut();
+  }
 
  private:
   Orientor* orientor;

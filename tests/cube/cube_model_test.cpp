@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 #include <vector>
 
 #include "cube/cube_scene.h"
@@ -66,19 +67,18 @@ TEST(CubeTables, hold_the_26_parts_and_their_names) {
   for (int part = 0; part < 26; ++part) {
     SCOPED_TRACE(part);
     const NamedDirection& row = GEOMETRY_PARTS[part];
-    EXPECT_EQ(cube.partDirections[part], Vector3(row.x, row.y, row.z));
+    EXPECT_EQ(GetPartDirection(part), Vector3(row.x, row.y, row.z));
     EXPECT_EQ(cube.GetGeometryPartDirection(part), Vector3(row.x, row.y, row.z));
-    EXPECT_EQ(cube.partNames[part], row.name);
+    EXPECT_EQ(GetPartName(part), row.name);
     EXPECT_EQ(cube.GetGeometryPartIndex(Vector3(row.x, row.y, row.z)), part);
   }
 }
 
 TEST(CubeTables, hold_the_four_letters_in_the_plane_of_the_ground) {
-  const OpenOrientor cube;
-  EXPECT_EQ(cube.partDirections[26], Vector3(1, 0, 0));
-  EXPECT_EQ(cube.partDirections[27], Vector3(-1, 0, 0));
-  EXPECT_EQ(cube.partDirections[28], Vector3(0, 0, 1));
-  EXPECT_EQ(cube.partDirections[29], Vector3(0, 0, -1));
+  EXPECT_EQ(GetPartDirection(26), Vector3(1, 0, 0));
+  EXPECT_EQ(GetPartDirection(27), Vector3(-1, 0, 0));
+  EXPECT_EQ(GetPartDirection(28), Vector3(0, 0, 1));
+  EXPECT_EQ(GetPartDirection(29), Vector3(0, 0, -1));
 }
 
 // Before they are normalised: x and z of 30 to 57.
@@ -90,19 +90,21 @@ constexpr int RING[28][2] = {
 };
 
 TEST(CubeTables, hold_the_28_unit_directions_of_the_ring) {
-  const OpenOrientor cube;
   for (int i = 0; i < 28; ++i) {
     SCOPED_TRACE(30 + i);
     const double length = std::sqrt(double(RING[i][0] * RING[i][0] + RING[i][1] * RING[i][1]));
     // One division of small numbers.
-    ExpectNear(cube.partDirections[30 + i], Vector3(RING[i][0] / length, 0.0, RING[i][1] / length), 1e-15);
+    ExpectNear(GetPartDirection(30 + i), Vector3(RING[i][0] / length, 0.0, RING[i][1] / length), 1e-15);
   }
 }
 
 TEST(CubeTables, hold_the_names_of_the_overlay) {
-  const OpenOrientor cube;
+  OpenOrientor cube;
   const char* const names[6] = {"Rotate Counter-Clockwise", "Rotate Clockwise", "Home", "", "", ""};
-  for (int part = 0; part < 6; ++part) EXPECT_EQ(cube.overlayNames[part], names[part]);
+  for (int part = 0; part < 6; ++part) {
+    cube.activeOverlayPart = part;
+    EXPECT_EQ(cube.GetActivePartName(), names[part]);
+  }
 }
 
 TEST(CubeTables, number_the_overlay_parts) {
@@ -142,7 +144,7 @@ TEST(CubeTables, know_no_part_for_a_normalised_edge_or_corner) {
 
 TEST(CubeTables, give_no_geometry_direction_for_a_compass_part) {
   const OpenOrientor cube;
-  EXPECT_NE(cube.partDirections[26], Vector3::Zero);
+  EXPECT_NE(GetPartDirection(26), Vector3::Zero);
   EXPECT_EQ(cube.GetGeometryPartDirection(26), Vector3::Zero);
   EXPECT_EQ(cube.GetGeometryPartDirection(-1), Vector3::Zero);
   EXPECT_EQ(cube.GetGeometryPartDirection(57), Vector3::Zero);
@@ -179,8 +181,10 @@ TEST(CubeSpace, of_an_orientor_follows_the_directions_of_the_scene) {
   scene.Scene().scene_front_direction = Vector3(0, -1, 0);
   scene.Scene().scene_up_direction = Vector3(0, 0, 1);
   // The side of front -y and up z is -y x z = -x.
-  EXPECT_EQ(scene.cube.ChangeBasisWorldToStandard(Vector3(1, 2, 3)), Vector3(-2, 3, -1));
-  EXPECT_EQ(scene.cube.ChangeBasisStandardToWorld(Vector3(-2, 3, -1)), Vector3(1, 2, 3));
+  scene.cube.open.Look();
+  const CubeSpace& space = scene.cube.open.space;
+  EXPECT_EQ(space.FromScene(Vector3(1, 2, 3)), Vector3(-2, 3, -1));
+  EXPECT_EQ(space.ToScene(Vector3(-2, 3, -1)), Vector3(1, 2, 3));
 }
 
 TEST(CubeSpace, shows_what_is_laid_along_the_axes_of_the_world_as_the_scene_sees_it) {
@@ -190,21 +194,41 @@ TEST(CubeSpace, shows_what_is_laid_along_the_axes_of_the_world_as_the_scene_sees
   scene.Scene().scene_front_direction = Vector3(0, -1, 0);
   scene.Scene().scene_up_direction = Vector3(0, 0, 1);  // the side: -x
   // (1, 2, 3) along front, up, side of the world is the point (3, 1, 2); in the scene (-1, 2, -3).
-  EXPECT_EQ(scene.cube.ConvertVectorToWorldSpace(Vector3(1, 2, 3)), Vector3(-1, 2, -3));
-  Vector3 a(1, 0, 0);
-  Vector3 b(0, 1, 0);
-  Vector3 c(0, 0, 1);
-  scene.cube.ConvertVectorsToWorldSpace(a, b, c);
-  EXPECT_EQ(a, Vector3(-1, 0, 0));
-  EXPECT_EQ(b, Vector3(0, 1, 0));
-  EXPECT_EQ(c, Vector3(0, 0, -1));
+  scene.cube.open.Look();
+  const CubeSpace& space = scene.cube.open.space;
+  EXPECT_EQ(space.FromWorldAxes(Vector3(1, 2, 3)), Vector3(-1, 2, -3));
+  EXPECT_EQ(space.FromGround(Vector3(1, 2, 3)), Vector3(1, 2, 3));  // the scene is the world
+  scene.Scene().scene_is_world = false;
+  scene.cube.open.Look();
+  EXPECT_EQ(space.FromGround(Vector3(1, 2, 3)), Vector3(-1, 2, -3));
 }
 
-TEST(CubeSpace, is_nowhere_without_a_hub) {
-  const OpenOrientor cube;
-  EXPECT_EQ(cube.ChangeBasisWorldToStandard(Vector3(1, 2, 3)), Vector3());
-  EXPECT_EQ(cube.ChangeBasisStandardToWorld(Vector3(1, 2, 3)), Vector3());
-  EXPECT_EQ(cube.ConvertVectorToWorldSpace(Vector3(1, 2, 3)), Vector3());
+TEST(CubeSpace, is_another_version_only_when_something_has_changed) {
+  CubeScene scene;
+  const CubeSpace& space = scene.cube.open.space;
+  scene.cube.open.Look();
+  auto isOther = [&, before = space.GetVersion()]() mutable {
+    scene.cube.open.Look();
+    return std::exchange(before, space.GetVersion()) != space.GetVersion();
+  };
+  EXPECT_FALSE(isOther());
+  Vector3 CameraParameters::*const CAMERA[] = {&CameraParameters::eye, &CameraParameters::centre,
+                                               &CameraParameters::up};
+  for (Vector3 CameraParameters::*const field : CAMERA) {
+    (scene.hub.view.*field).y += 0.25;
+    EXPECT_TRUE(isOther());
+    EXPECT_FALSE(isOther());
+  }
+  Vector3 ApplicationParameters::*const SCENE[] = {
+      &ApplicationParameters::scene_front_direction, &ApplicationParameters::scene_up_direction,
+      &ApplicationParameters::world_front_direction, &ApplicationParameters::world_up_direction};
+  for (Vector3 ApplicationParameters::*const field : SCENE) {
+    (scene.Scene().*field).z += 0.25;
+    EXPECT_TRUE(isOther());
+    EXPECT_FALSE(isOther());
+  }
+  scene.Scene().scene_is_world = !scene.Scene().scene_is_world;
+  EXPECT_TRUE(isOther());
 }
 
 // ---- the box of a part ----

@@ -2,62 +2,76 @@
 
 #include <vector>
 
+#include "cube/orientor_parts.h"
 #include "korvane/orientor.h"
 #include "support/cameras.h"
 #include "support/counting_renderer.h"
 #include "support/memory_hub.h"
 #include "support/recording_renderer.h"
 
-/// A cube whose state lies open, as to a host that derives from it.
+/// A cube whose state lies open.
 class OpenOrientor : public Korvane::Orientor {
  public:
-  using Orientor::accumulatedDragX;
-  using Orientor::accumulatedDragY;
-  using Orientor::activeOverlayPart;
-  using Orientor::activePart;
-  using Orientor::activeUCSName;
-  using Orientor::arrowsVisible;
-  using Orientor::closestDot;
-  using Orientor::closestPart;
-  using Orientor::defaultUCSName;
-  using Orientor::dragging;
-  using Orientor::faceArrows;
-  using Orientor::fade;
-  using Orientor::highlightedPart;
-  using Orientor::highlightedUCSLabel;
-  using Orientor::labelCompassState;
-  using Orientor::lastLocation;
-  using Orientor::menuOpen;
-  using Orientor::mirror;
-  using Orientor::mouseCaptured;
-  using Orientor::mouseInRegion;
-  using Orientor::mousePressed;
-  using Orientor::mouseX;
-  using Orientor::mouseY;
-  using Orientor::opacity;
-  using Orientor::overlayNames;
-  using Orientor::partDirections;
-  using Orientor::partNames;
-  using Orientor::pressedOverlayPart;
-  using Orientor::rawOverlayPart;
-  using Orientor::savedAlignOrbitUp;
-  using Orientor::savedOrbitMultiplier;
-  using Orientor::savedPreserveOrbitUp;
-  using Orientor::screenSize;
-  using Orientor::ucsLabel;
+  using Vector2 = Korvane::Vector2;
+  using Vector3 = Korvane::Vector3;
 
-  using Orientor::ChangeBasisStandardToWorld;
-  using Orientor::ChangeBasisWorldToStandard;
-  using Orientor::ConvertVectorsToWorldSpace;
-  using Orientor::ConvertVectorToWorldSpace;
-  using Orientor::DrawCompassPart;
-  using Orientor::DrawOverlay;
-  using Orientor::GetOverlayCamera;
-  using Orientor::GetPerspectiveCamera;
-  using Orientor::GetSelectionGeometry;
-  using Orientor::GetSelectionOverlay;
-  using Orientor::GetStandardView;
   using Orientor::Update;
+
+  Korvane::OrientorParts& open = GetParts();
+
+  int& activePart = open.mouse.activePart;
+  unsigned& arrowFaces = open.mouse.arrowFaces;
+  int& highlightedPart = open.mouse.highlightedPart;
+  int& activeOverlayPart = open.mouse.activeOverlayPart;
+  int& rawOverlayPart = open.mouse.rawOverlayPart;
+  int& pressedOverlayPart = open.mouse.pressedOverlayPart;
+  int& mouseX = open.mouse.x;
+  int& mouseY = open.mouse.y;
+  bool& menuOpen = open.mouse.menuOpen;
+  bool& mousePressed = open.mouse.pressed;
+  bool& mouseCaptured = open.mouse.captured;
+  bool& dragging = open.drag.active;
+  int& accumulatedDragX = open.drag.accumulatedX;
+  int& accumulatedDragY = open.drag.accumulatedY;
+  int& pressX = open.drag.pressX;
+  int& pressY = open.drag.pressY;
+  int& lastX = open.drag.lastX;
+  int& lastY = open.drag.lastY;
+  bool& reverseDragX = open.drag.sense.reverseX;
+  bool& reverseDragY = open.drag.sense.reverseY;
+  int& closestPart = open.closest.part;
+  float& closestDot = open.closest.dot;
+  float& fade = open.fade.fade;
+  float& opacity = open.fade.opacity;
+  bool& mouseInRegion = open.fade.mouseInRegion;
+  Korvane::CubeLayout::Mirror& mirror = open.layout.mirror;
+  int& screenSize = open.layout.screenSize;
+  int& lastLocation = open.layout.lastLocation;
+  Korvane::DynamicIcon2D*& ucsLabel = open.label.plain;
+  Korvane::DynamicIcon2D*& highlightedUCSLabel = open.label.highlighted;
+  bool& labelCompassState = open.label.madeWithCompass;
+  bool& arrowsVisible = open.arrowsVisible;
+
+  /// View direction and up of the host's camera in standard space.
+  void GetStandardView(Vector3& view, Vector3& up) {
+    open.Look();
+    view = open.space.GetView();
+    up = open.space.GetUp();
+  }
+  /// The pass of the cube and its camera, for the host's camera of now.
+  void GetPass(Korvane::Box2& box, Korvane::CameraParameters& camera) {
+    open.Look();
+    box = open.layout.GetPassBox(GetParameters());
+    camera = Korvane::MakeCubeCamera(GetParameters(), open.space);
+  }
+  Korvane::CubePicker::Hit PickGeometry(const Vector2& point) {
+    open.Look();
+    return open.PickGeometry(point);
+  }
+  int PickOverlay(const Vector2& point) {
+    open.Look();
+    return open.PickOverlay(point, open.arrowsVisible);
+  }
 };
 
 /// A camera ten units from the origin that looks along `view` at it; its up is the y axis, or the x axis

@@ -169,17 +169,10 @@ class MenuRenderer : public RecordingRenderer {
 
 class TouchedOrientor : public OpenOrientor {
  public:
-  using Orientor::CalculateDirectionOfRotation;
   using Orientor::GetOrientorPartForObserver;
   using Orientor::InjectClick;
-  using Orientor::lastX;
-  using Orientor::lastY;
   using Orientor::OnTransitionEnded;
   using Orientor::OnTransitionStarted;
-  using Orientor::pressX;
-  using Orientor::pressY;
-  using Orientor::reverseDragX;
-  using Orientor::reverseDragY;
   using Orientor::StartTransition;
 };
 

@@ -101,13 +101,13 @@ class OrientorCompassDragTest : public ::testing::Test, protected GestureScene {
   void ExpectTheSenseOfTheAccount(const char* what) {
     for (int part = LETTERS; part < END; ++part) {
       cube.activePart = part;
-      const Sense expected = account::GetSense(hub.GetCameraParameters(), Scene().world_front_direction,
-                                               Scene().world_up_direction, cube.partDirections[part],
-                                               Parameters().compass_angle);
+      const Sense expected =
+          account::GetSense(hub.GetCameraParameters(), Scene().world_front_direction,
+                            Scene().world_up_direction, GetPartDirection(part), Parameters().compass_angle);
       // From both sides, so that a flag that is left alone shows.
       for (const bool before : {false, true}) {
         cube.reverseDragX = cube.reverseDragY = before;
-        cube.CalculateDirectionOfRotation();
+        cube.open.TakeCompassSense();
         EXPECT_EQ(cube.reverseDragX, expected.reverseX) << what << ", part " << part;
         EXPECT_EQ(cube.reverseDragY, expected.reverseY) << what << ", part " << part;
       }
@@ -188,7 +188,7 @@ TEST_F(OrientorCompassDragTest, has_its_limits_at_whole_quarters) {
   };
   for (int letter = 0; letter < 4; ++letter) {
     cube.activePart = LETTERS + letter;
-    cube.CalculateDirectionOfRotation();
+    cube.open.TakeCompassSense();
     EXPECT_EQ(cube.reverseDragX, expected[letter].reverseX) << letter;
     EXPECT_EQ(cube.reverseDragY, expected[letter].reverseY) << letter;
   }
@@ -198,7 +198,7 @@ TEST_F(OrientorCompassDragTest, is_worked_out_at_the_press) {
   SetCamera(LookWith(Vector3(-1.0, -0.5, 0.0), Vector3(0.0, 1.0, 0.0)));
   for (int part = LETTERS; part < END; ++part) {
     cube.activePart = part;
-    cube.CalculateDirectionOfRotation();
+    cube.open.TakeCompassSense();
     const Sense expected{cube.reverseDragX, cube.reverseDragY};
     cube.reverseDragX = !cube.reverseDragX;
     cube.reverseDragY = !cube.reverseDragY;
@@ -212,11 +212,11 @@ TEST_F(OrientorCompassDragTest, is_left_alone_off_the_compass_and_without_a_hub)
   cube.reverseDragX = cube.reverseDragY = true;
   for (const int part : {-1, 0, 25}) {
     cube.activePart = part;
-    cube.CalculateDirectionOfRotation();
+    cube.open.TakeCompassSense();
   }
   cube.activePart = RING;
   cube.SetKorvane(nullptr);
-  cube.CalculateDirectionOfRotation();
+  cube.open.TakeCompassSense();
   EXPECT_TRUE(cube.reverseDragX);
   EXPECT_TRUE(cube.reverseDragY);
 }
@@ -248,7 +248,7 @@ Vector2 Locate(GestureScene& scene, const Vector3& direction) {
   scene.cube.GetStandardView(view, up);
   Box2 box;
   CameraParameters camera;
-  scene.cube.GetPerspectiveCamera(box, camera, view, up);
+  scene.cube.GetPass(box, camera);
   const Vector3 position = direction * 0.25 - Vector3(0.0, 0.11, 0.0) - camera.eye;
   const Vector3 right = view.Cross(up).Normalized();
   const double scale = box.halfExtent.x / (std::tan(camera.left_fov / DEGREES) * position.Dot(view));
@@ -283,7 +283,7 @@ void ExpectToFollowTheMouse(GestureScene& scene, const CameraParameters& camera,
   scene.SetCamera(camera);
   for (int part = LETTERS; part < END; ++part) {
     const double turn = (scene.Parameters().compass_angle + offset) / DEGREES;
-    const Vector3& d = scene.cube.partDirections[part];
+    const Vector3& d = GetPartDirection(part);
     const Vector3 direction(d.x * std::cos(turn) - d.z * std::sin(turn), 0.0,
                             d.x * std::sin(turn) + d.z * std::cos(turn));
     const double right = DragOnScreen(scene, part, direction, 200, 0).x;

@@ -30,6 +30,11 @@ class DrawScene : public CubeScene {
     cube.Draw();
     return renderer.GetGeometry();
   }
+  /// Without the update that a whole draw begins with.
+  void DrawOverlay() {
+    cube.open.Look();
+    cube.open.DrawOverlay(renderer);
+  }
   void PointAtCube() { Point(964, 60); }
 };
 
@@ -199,17 +204,18 @@ TEST(OrientorDraw, places_the_pass_in_each_corner) {
     DrawScene scene;
     scene.Parameters().screen_location = static_cast<OrientorParameters::Location>(row.location);
     scene.Parameters().draw_compass = row.compass;
+    scene.Look(Vector3(-1, 0, 0));
     scene.SetViewport(CubeScene::WIDTH, CubeScene::HEIGHT);
     Box2 box;
     CameraParameters camera;
-    scene.cube.GetPerspectiveCamera(box, camera, Vector3(-1, 0, 0), Vector3(0, 1, 0));
+    scene.cube.GetPass(box, camera);
     EXPECT_EQ(box.center, Vector2(row.x, row.y));
     EXPECT_EQ(box.halfExtent, Vector2(row.half, row.half));
     EXPECT_NEAR(camera.eye.x, row.compass ? 1.35 : 0.9, 1e-6);  // 1.5 times as far
     // And by the offsets on the screen.
     scene.Parameters().screen_offset_x = 7;
     scene.Parameters().screen_offset_y = -11;
-    scene.cube.GetPerspectiveCamera(box, camera, Vector3(-1, 0, 0), Vector3(0, 1, 0));
+    scene.cube.GetPass(box, camera);
     EXPECT_EQ(box.center, Vector2(row.x + 7, row.y - 11));
   }
 }
@@ -221,18 +227,18 @@ TEST(OrientorDraw, cuts_the_low_corner_of_the_pass_to_whole_pixels) {
   scene.SetViewport(CubeScene::WIDTH, CubeScene::HEIGHT);
   Box2 box;
   CameraParameters camera;
-  scene.cube.GetPerspectiveCamera(box, camera, Vector3(-1, 0, 0), Vector3(0, 1, 0));
+  scene.cube.GetPass(box, camera);
   // 5 percent of 35 is 1.75: from -1, and half of 35 further.
   EXPECT_EQ(box.center, Vector2(16.5, 16.5));
   EXPECT_EQ(box.halfExtent, Vector2(17.5, 17.5));
   scene.Parameters().screen_location = OrientorParameters::LOCATION_TOP_RIGHT;
   scene.SetViewport(CubeScene::WIDTH, CubeScene::HEIGHT);
-  scene.cube.GetPerspectiveCamera(box, camera, Vector3(-1, 0, 0), Vector3(0, 1, 0));
+  scene.cube.GetPass(box, camera);
   // 1024 - 33.25 and 768 - 33.25, cut.
   EXPECT_EQ(box.center, Vector2(990 + 17.5, 734 + 17.5));
   // The larger pass is cut itself: 52.5 to 52.
   scene.Parameters().draw_compass = true;
-  scene.cube.GetPerspectiveCamera(box, camera, Vector3(-1, 0, 0), Vector3(0, 1, 0));
+  scene.cube.GetPass(box, camera);
   EXPECT_EQ(box.halfExtent, Vector2(26, 26));
   EXPECT_EQ(box.center, Vector2(974 + 26, 718 + 26));  // 1024 - 49.4, 768 - 49.4
 }
@@ -412,8 +418,15 @@ TEST(OrientorDraw, can_offer_a_direction_of_the_ring_to_the_mouse_but_not_draw_i
   DrawScene scene;
   for (const int part : {26, 29, 30, 57}) {
     scene.renderer.ClearCalls();
-    scene.cube.DrawCompassPart(Renderer::MaterialParams(), Vector3(), Vector3(1, 0, 0), part, false);
+    scene.cube.open.Look();
+    const CubeQuads quads(scene.Parameters(), scene.cube.open.space, QuadUse::Drawn, false);
+    const Renderer::MaterialParams material;
+    DrawSink drawn(scene.renderer, material);
+    quads.LayCompassPart(part, drawn);
     EXPECT_EQ(scene.renderer.CountCalls("RenderGeometry"), part < 30 ? 2 : 0) << part;
+    QuadList offered(2, 8);
+    quads.LayCompassPart(part, offered);
+    EXPECT_EQ(offered.GetCorners(part).size(), 8U) << part;
   }
 }
 
@@ -709,7 +722,7 @@ TEST(OrientorOverlay, shows_the_active_part_by_another_picture) {
     scene.cube.activeOverlayPart = row.active;
     scene.cube.arrowsVisible = true;
     scene.renderer.ClearCalls();
-    scene.cube.DrawOverlay(Vector3(-1, 0, 0), Vector3(0, 1, 0));
+    scene.DrawOverlay();
     EXPECT_EQ(TexturesOf(scene.renderer.GetGeometry()), row.textures) << row.active;
   }
 }
@@ -721,7 +734,7 @@ TEST(OrientorOverlay, is_as_faint_as_the_mouse_is_far_but_for_the_active_menu_bu
   scene.cube.activeOverlayPart = 4;
   scene.cube.arrowsVisible = true;
   scene.Scene().lock_to_selection = true;
-  scene.cube.DrawOverlay(Vector3(-1, 0, 0), Vector3(0, 1, 0));
+  scene.DrawOverlay();
   const std::vector<Geometry>& overlay = scene.renderer.GetGeometry();
   ASSERT_EQ(overlay.size(), 5U);
   const float alphas[5] = {0.4F, 0.4F, 1.0F, 0.4F, 0.4F};
@@ -736,14 +749,14 @@ TEST(OrientorOverlay, needs_the_mouse_near_unless_it_is_always_on) {
   scene.Parameters().overlay_always_on = false;
   scene.cube.fade = 0.0001F;
   scene.renderer.ClearCalls();
-  scene.cube.DrawOverlay(Vector3(-1, 0, 0), Vector3(0, 1, 0));
+  scene.DrawOverlay();
   EXPECT_EQ(scene.renderer.GetGeometry().size(), 2U);
   scene.cube.fade = 0.00009F;
   scene.renderer.ClearCalls();
-  scene.cube.DrawOverlay(Vector3(-1, 0, 0), Vector3(0, 1, 0));
+  scene.DrawOverlay();
   EXPECT_EQ(scene.renderer.GetGeometry().size(), 0U);
   scene.cube.mouseInRegion = true;
-  scene.cube.DrawOverlay(Vector3(-1, 0, 0), Vector3(0, 1, 0));
+  scene.DrawOverlay();
   EXPECT_EQ(scene.renderer.GetGeometry().size(), 2U);
 }
 
@@ -827,7 +840,7 @@ TEST(OrientorOverlay, lays_the_rotate_arrows_as_two_triangles_in_the_corner) {
     scene.cube.fade = 1.0F;
     scene.cube.arrowsVisible = true;
     scene.renderer.ClearCalls();
-    scene.cube.DrawOverlay(Vector3(-1, 0, 0), Vector3(0, 1, 0));
+    scene.DrawOverlay();
     const std::vector<Geometry>& overlay = scene.renderer.GetGeometry();
     ASSERT_EQ(overlay.size(), 4U);
     const double ox = location < 2 ? 1024 : 0;
@@ -885,12 +898,12 @@ TEST(OrientorOverlay, shows_the_other_label_under_the_mouse_and_none_when_unwant
   scene.cube.SetSize(OrientorParameters::SIZE_AUTOMATIC);
   scene.cube.activeOverlayPart = 5;
   scene.renderer.ClearCalls();
-  scene.cube.DrawOverlay(Vector3(-1, 0, 0), Vector3(0, 1, 0));
+  scene.DrawOverlay();
   EXPECT_EQ(scene.renderer.GetCalls()[1],
             "RenderDynamic(" + std::to_string(scene.cube.highlightedUCSLabel->GetID()) + ")");
   scene.Parameters().draw_ucs_menu = false;
   scene.renderer.ClearCalls();
-  scene.cube.DrawOverlay(Vector3(-1, 0, 0), Vector3(0, 1, 0));
+  scene.DrawOverlay();
   EXPECT_EQ(scene.renderer.CountCalls("RenderDynamic"), 0);
 }
 

@@ -251,9 +251,9 @@ TEST_F(OrientorInteractionTest, observers_know_every_part_by_its_number) {
 TEST_F(OrientorInteractionTest, a_face_whose_arrow_is_laid_is_known_as_the_arrow) {
   for (int face = 0; face < 6; ++face) {
     cube.activePart = face;
-    cube.faceArrows[face] = true;
+    cube.arrowFaces = 1U << face;
     EXPECT_EQ(cube.GetOrientorPartForObserver(), 26 + face);
-    cube.faceArrows[face] = false;
+    cube.arrowFaces = 0x3FU & ~(1U << face);
     EXPECT_EQ(cube.GetOrientorPartForObserver(), face);
   }
 }

@@ -106,7 +106,7 @@ TEST_F(OrientorJourneyTest, a_click_on_each_letter_ends_looking_from_where_it_is
     Parameters().compass_angle = angle;
     for (int letter = 0; letter < 4; ++letter) {
       const double turn = (angle + 90.0) * Math::DEG_TO_RAD;
-      const Vector3& d = cube.partDirections[26 + letter];
+      const Vector3& d = GetPartDirection(26 + letter);
       const Vector3 drawn(d.x * std::cos(turn) - d.z * std::sin(turn), 0.0,
                           d.x * std::sin(turn) + d.z * std::cos(turn));
       Look(-drawn - Vector3(0.0, 0.8, 0.0));

@@ -210,7 +210,7 @@ TEST_F(OrientorMenusTest, the_same_name_makes_labels_only_where_they_do_not_matc
 TEST_F(OrientorMenusTest, a_scene_that_is_not_oriented_to_the_system_shows_the_default_name_too) {
   Parameters().draw_ucs_menu = true;
   Parameters().orient_to_ucs = false;
-  cube.defaultUCSName = L"World";
+  cube.open.label.SetDefaultName(L"World");
   cube.SetActiveUCS(L"Roof", false);
   EXPECT_EQ(LabelCalls(),
             (Lines{"CreateUCSMenuLabel(Roof, World, 0, 120)", "CreateUCSMenuLabel(Roof, World, 1, 120)"}));

@@ -211,12 +211,7 @@ void ForEachPlace(const Vector3& view, Each each) {
   }
 }
 
-int PickAt(PickScene& scene, const Vector2& pixel) {
-  Vector3 view;
-  Vector3 up;
-  scene.cube.GetStandardView(view, up);
-  return scene.cube.GetSelectionGeometry(view, up, pixel);
-}
+int PickAt(PickScene& scene, const Vector2& pixel) { return scene.cube.PickGeometry(pixel).part; }
 
 Vector3 MiddleOf(const PickOracle::Quad& quad) {
   return (quad.corners[0] + quad.corners[1] + quad.corners[2] + quad.corners[3]) / 4.0;
@@ -258,14 +253,18 @@ TEST(OrientorPicking, hits_the_four_arrows_beside_a_face_that_is_looked_at_and_t
       for (int other = 0; other < 6; ++other) {
         for (const PickOracle::Quad& arrow : oracle.GetArrow(other)) {
           ++arrows;
-          EXPECT_EQ(PickAt(scene, oracle.Project(MiddleOf(arrow))), other);
+          EXPECT_NE(other / 2, face / 2);
+          const CubePicker::Hit hit = scene.cube.PickGeometry(oracle.Project(MiddleOf(arrow)));
+          EXPECT_EQ(hit.part, other);
+          EXPECT_TRUE(hit.IsByArrow());
         }
-        EXPECT_EQ(scene.cube.faceArrows[other], other / 2 != face / 2) << other;
       }
       EXPECT_EQ(arrows, 4);
-      EXPECT_TRUE(scene.cube.arrowsVisible);
       // The face itself has none, and is hit as such.
-      EXPECT_EQ(PickAt(scene, oracle.Project(Vector3())), face);
+      const CubePicker::Hit hit = scene.cube.PickGeometry(oracle.Project(Vector3()));
+      EXPECT_EQ(hit.part, face);
+      EXPECT_FALSE(hit.IsByArrow());
+      EXPECT_NE(hit.arrowFaces, 0U);
     });
   }
 }
@@ -277,7 +276,7 @@ TEST(OrientorPicking, offers_no_arrows_away_from_the_region_or_off_the_axis) {
   oracle.setup.mouseInRegion = true;
   const Vector2 pixel = oracle.Project(MiddleOf(oracle.GetArrow(3)[0]));
   EXPECT_EQ(PickAt(scene, pixel), -1);
-  EXPECT_FALSE(scene.cube.faceArrows[3]);
+  EXPECT_EQ(scene.cube.PickGeometry(pixel).arrowFaces, 0U);
   scene.cube.dragging = true;  // a drag offers them, too
   EXPECT_EQ(PickAt(scene, pixel), 3);
   scene.cube.dragging = false;
@@ -286,10 +285,9 @@ TEST(OrientorPicking, offers_no_arrows_away_from_the_region_or_off_the_axis) {
   EXPECT_EQ(PickAt(scene, pixel), -1);
   scene.Look(Vector3(-1, 1e-8, 0));
   EXPECT_EQ(PickAt(scene, pixel), 3);
-  EXPECT_TRUE(scene.cube.faceArrows[3]);
+  EXPECT_TRUE(scene.cube.PickGeometry(pixel).IsByArrow());
   scene.Look(Vector3(-1, 1, 0));
-  PickAt(scene, pixel);
-  EXPECT_FALSE(scene.cube.faceArrows[3]);  // cleared by each hit test
+  EXPECT_EQ(scene.cube.PickGeometry(pixel).arrowFaces, 0U);
 }
 
 TEST(OrientorPicking, hits_each_letter_from_below_before_the_cube) {
@@ -441,16 +439,13 @@ TEST(OrientorPicking, hits_each_overlay_part_in_its_middle_from_50_views) {
       scene.cube.arrowsVisible = true;
       PickOracle oracle = scene.MakeOracle();
       oracle.setup.arrowsVisible = true;
-      Vector3 standardView;
-      Vector3 up;
-      scene.cube.GetStandardView(standardView, up);
       for (const PickOracle::Quad& quad : oracle.GetOverlay()) {
         const Vector3 middle = MiddleOf(quad);
         const Vector2 pixel(middle.x, middle.y);
         // At the smallest sizes a later part may lie on it; then the earlier of the two is hit.
         const auto pick = [&](const Vector2& at) { return oracle.PickOverlay(at); };
         if (pick(pixel) != quad.id || !IsClear(pixel, pick)) continue;
-        EXPECT_EQ(scene.cube.GetSelectionOverlay(standardView, up, pixel), quad.id);
+        EXPECT_EQ(scene.cube.PickOverlay(pixel), quad.id);
         ++hits[quad.id];
       }
     });
@@ -465,9 +460,7 @@ TEST(OrientorPicking, hits_the_menu_button_on_twice_its_picture) {
   const double x = CubeScene::WIDTH - 15.0;
   const double y = CubeScene::HEIGHT - 92.4;
   scene.Parameters().overlay_always_on = true;
-  const auto pick = [&](double dx) {
-    return scene.cube.GetSelectionOverlay(Vector3(-1, 0, 0), Vector3(0, 1, 0), Vector2(x + dx, y));
-  };
+  const auto pick = [&](double dx) { return scene.cube.PickOverlay(Vector2(x + dx, y)); };
   EXPECT_EQ(pick(7.1), 4);
   EXPECT_EQ(pick(14.3), 4);
   EXPECT_EQ(pick(14.5), -1);

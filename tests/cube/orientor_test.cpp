@@ -82,9 +82,6 @@ TEST(Orientor, begins_at_rest_with_nothing_active) {
   EXPECT_FALSE(cube.mousePressed);
   EXPECT_FALSE(cube.mouseCaptured);
   EXPECT_FALSE(cube.arrowsVisible);
-  EXPECT_EQ(cube.savedOrbitMultiplier, 5.0F);
-  EXPECT_TRUE(cube.savedPreserveOrbitUp);
-  EXPECT_TRUE(cube.savedAlignOrbitUp);
   EXPECT_EQ(cube.GetClosestViewDirection(), Vector3::Zero);
   EXPECT_EQ(cube.GetActivePartDirection(), Vector3::Zero);
   EXPECT_EQ(cube.GetActivePartName(), "");
@@ -117,7 +114,6 @@ TEST(Orientor, takes_sixteen_textures_and_then_its_texts_when_it_is_created) {
   }
   EXPECT_EQ(scene.renderer.GetCalls(), expected);
   EXPECT_STREQ(scene.cube.GetActiveUCS(), L"text 67");
-  EXPECT_EQ(scene.cube.defaultUCSName, L"text 67");
 }
 
 TEST(Orientor, gives_its_textures_and_labels_back_when_it_is_destroyed) {
@@ -647,7 +643,7 @@ TEST(OrientorRegion, has_small_labels_only_below_48_pixels) {
 TEST(OrientorClosestPart, is_the_face_in_a_view_straight_onto_it) {
   for (int part = 0; part < 6; ++part) {
     CubeScene scene;
-    scene.Look(-scene.cube.partDirections[part]);
+    scene.Look(-GetPartDirection(part));
     scene.cube.Update(false);
     EXPECT_EQ(scene.cube.GetClosestGeometryPart(), part);
     EXPECT_EQ(scene.cube.closestDot, 1.0F);
@@ -659,7 +655,7 @@ TEST(OrientorClosestPart, is_the_face_in_a_view_straight_onto_it) {
 TEST(OrientorClosestPart, is_an_edge_45_degrees_off_in_one_axis) {
   for (int part = 6; part < 18; ++part) {
     CubeScene scene;
-    scene.Look(-scene.cube.partDirections[part]);
+    scene.Look(-GetPartDirection(part));
     scene.cube.Update(false);
     EXPECT_EQ(scene.cube.GetClosestGeometryPart(), part);
     EXPECT_FALSE(scene.cube.ViewOnPrincipalAxis());

@@ -192,7 +192,7 @@ TEST_F(OrientorTransitionTest, the_rotate_arrows_keep_the_axes_of_the_closest_pa
       EXPECT_FALSE(LastShot().useCustom);
     }
   }
-  cube.closestPart = -1;
+  cube.open.closest = ClosestPart();
   cube.InjectClick(32);
   EXPECT_EQ(Flags(LastShot()), "000000");
 }
@@ -240,7 +240,7 @@ TEST_F(OrientorTransitionTest, lock_menu_and_label_bring_the_cube_up_to_date) {
   for (int part = 3; part <= 5; ++part) {
     cube.activePart = -1;
     cube.activeOverlayPart = part;
-    cube.closestPart = -1;
+    cube.open.closest = ClosestPart();
     const int requested = hub.requested;
     EXPECT_FALSE(cube.StartTransition());
     EXPECT_GE(cube.closestPart, 0) << part;
@@ -353,11 +353,13 @@ TEST_F(OrientorTransitionTest, a_record_needs_hub_and_history) {
   EXPECT_TRUE(journal.Take().empty());
 }
 
-TEST_F(OrientorTransitionTest, a_hub_taken_away_during_the_move_leaves_the_rest_to_the_host) {
+TEST_F(OrientorTransitionTest, a_hub_taken_away_during_the_move_closes_the_record_and_leaves_the_move_alone) {
   cube.InjectClick(1);
   cube.SetKorvane(nullptr);
+  EXPECT_TRUE(hub.IsShotActive());
+  EXPECT_TRUE(history.Has(1, 1));
   RunFrames();
-  EXPECT_EQ(history.ended, 0);
+  EXPECT_TRUE(history.Has(1, 1));
   EXPECT_TRUE(hub.view.IsFinite());
 }
 

@@ -1,12 +1,14 @@
-// Dragging the compass: both axes of the mouse turn the view about the world's up, in a sense that goes by
-// where the part stands from the camera.
+#include "cube/compass_sense.h"
+
 #include <cmath>
 
 #include "camera/camera_frame.h"
-#include "cube/cube_model.h"
-#include "foundation/truncate.h"
-#include "korvane/camera_operations.h"
-#include "korvane/orientor.h"
+#include "cube/cube_picker.h"
+#include "cube/cube_quads.h"
+#include "cube/cube_space.h"
+#include "cube/pass_view.h"
+#include "korvane/application_parameters.h"
+#include "korvane/orientor_parameters.h"
 
 namespace Korvane {
 
@@ -74,42 +76,38 @@ double GetHeading(const View& view, const WorldAxes& world) {
 
 }  // namespace
 
-void Orientor::CalculateDirectionOfRotation() {
-  if (cameraOperations == nullptr || !IsMouseOnCompassPart()) return;
-  const WorldAxes world(cameraOperations->GetApplicationParameters());
-  const View view(cameraOperations->GetCameraParameters());
+CompassSense FindCompassSense(const CameraParameters& camera, const ApplicationParameters& scene,
+                              const Vector3& part, double compassAngle) {
+  const WorldAxes world(scene);
+  const View view(camera);
 
-  const Vector3 part = partDirections[activePart].Normalized();
-  double angle = GetAngle(-part.z, part.x) + parameters.compass_angle;
+  const Vector3 direction = part.Normalized();
+  double angle = GetAngle(-direction.z, direction.x) + compassAngle;
   if (angle > FULL_TURN) angle -= FULL_TURN;
   const double ahead = WrapNegative(angle - GetHeading(view, world));
 
-  reverseDragX = ahead < 90.0 || ahead > 270.0;
-  reverseDragY = ahead > 0.0 && ahead < 180.0;
+  CompassSense sense{ahead < 90.0 || ahead > 270.0, ahead > 0.0 && ahead < 180.0};
   const double climb = view.direction.Dot(world.up);
   if (!IsNearlyOne(climb) && view.up.Dot(world.up) < 0.0) {  // on its head
-    reverseDragX = !reverseDragX;
-    reverseDragY = !reverseDragY;
+    sense.reverseX = !sense.reverseX;
+    sense.reverseY = !sense.reverseY;
   }
-  if (climb > 0.0) reverseDragY = !reverseDragY;
+  if (climb > 0.0) sense.reverseY = !sense.reverseY;
+  return sense;
 }
 
-void Orientor::UpdateCompassDrag(int x, int y) {
-  CameraOperations& hub = *cameraOperations;
-  const double dx = static_cast<double>(x) - lastX;  // the difference of two ints may not fit an int
-  const double dy = static_cast<double>(y) - lastY;
-  accumulatedDragX = Truncate(accumulatedDragX + (reverseDragX ? -dx : dx));
-  accumulatedDragY = Truncate(accumulatedDragY + (reverseDragY ? dy : -dy));
-
-  ApplicationParameters& scene = hub.GetApplicationParameters();
-  scene.do_custom_orbit = true;
-  scene.custom_orbit_up = hub.GetWorldUpDirection();
-  scene.custom_orbit_front = hub.GetWorldFrontDirection();
-  const int way = Truncate((static_cast<double>(accumulatedDragX) + accumulatedDragY) / 2.0);
-  hub.UpdateOperationParams(Truncate(static_cast<double>(way) + pressX), CountFromTop(pressY),
-                            OPERATION_ORBIT);
-  lastX = x;
-  lastY = y;
+// The orbit turns the scene about the world's up.
+Vector2 FindCompassTangent(const OrientorParameters& parameters, const CubeSpace& space,
+                           const Vector3& worldUp, int part) {
+  const CubeQuads quads(parameters, space, QuadUse::Drawn, false);
+  const Vector3 place = quads.GetCompassPlace(part);
+  const Vector3 axis = space.FromScene(worldUp).Normalize();
+  const PassView pass(MakeCubeCamera(parameters, space));
+  Vector2 local;
+  if (!pass.Project(place, local)) return {};
+  const Vector2 tangent = pass.ProjectVelocity(place, axis.Cross(place));
+  const double length = std::hypot(tangent.x, tangent.y);
+  return length > Math::EPSILON_VALUE ? tangent / length : Vector2();
 }
 
 }  // namespace Korvane

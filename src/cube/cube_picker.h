@@ -1,0 +1,72 @@
+#pragma once
+
+#include <cstdint>
+
+#include "cube/cube_layout.h"
+#include "cube/cube_space.h"
+#include "cube/overlay_quads.h"
+#include "cube/quad_list.h"
+#include "korvane/camera_parameters.h"
+#include "korvane/renderer.h"
+
+namespace Korvane {
+
+class CubeLabel;
+
+/// The camera of cube and compass.
+CameraParameters MakeCubeCamera(const OrientorParameters& parameters, const CubeSpace& space);
+/// That of the overlay, in which lengths are pixels.
+CameraParameters MakeOverlayCamera(const OrientorParameters& parameters, const CubeSpace& space);
+
+/// What is at a pixel. Nothing of it is the state of the cube: a pick changes nothing that is drawn.
+class CubePicker {
+ public:
+  struct Setting {
+    const OrientorParameters& parameters;
+    const CubeLayout& layout;
+    const CubeSpace& space;
+    bool arrows = false;         // those beside a face show
+    bool compassHidden = false;  // the mouse is on an overlay part
+  };
+  struct Hit {
+    int part = -1;            // of cube or compass
+    unsigned arrowFaces = 0;  // a bit for each face whose arrow was among what was offered
+
+    bool IsByArrow() const { return part >= 0 && part < CUBE_FACE_COUNT && (arrowFaces >> part & 1U) != 0; }
+  };
+
+  CubePicker();
+
+  /// The part of the cube or the compass at a viewport pixel, y upward. What shows nowhere near the pixel is
+  /// not offered to the renderer.
+  Hit Pick(Renderer& renderer, const Setting& setting, const Vector2& point);
+  /// The part of the overlay at a viewport pixel, -1 for none. Puts the label, with its opacity, in its
+  /// place.
+  static int PickOverlay(Renderer& renderer, const Setting& setting, const OverlayQuads::State& state,
+                         const CubeLabel& label, float opacity, const Vector2& point);
+
+  /// The quads that are offered in a setting; standard space.
+  const QuadList& GetParts(const Setting& setting);
+  const QuadList& GetLetters() const { return letters; }
+  const QuadList& GetRing() const { return ring; }
+
+ private:
+  // All that the lists are made of.
+  struct Source {
+    std::uint64_t spaceVersion = 0;
+    float shape[12] = {};
+  };
+
+  Source MakeSource(const Setting& setting) const;
+  void Renew(const Setting& setting, const CameraParameters& camera);
+  bool IsOutside(const Setting& setting, const Box2& box, const CameraParameters& camera,
+                 const Vector2& point);
+
+  QuadList parts;
+  QuadList letters;
+  QuadList ring;
+  QuadList::Bounds bounds;
+  Source source;
+};
+
+}  // namespace Korvane

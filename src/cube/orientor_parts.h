@@ -1,0 +1,61 @@
+#pragma once
+
+#include <memory>
+
+#include "cube/cube_drag.h"
+#include "cube/cube_fade.h"
+#include "cube/cube_label.h"
+#include "cube/cube_layout.h"
+#include "cube/cube_mouse.h"
+#include "cube/cube_painter.h"
+#include "cube/cube_picker.h"
+#include "cube/cube_space.h"
+#include "cube/cube_tooltips.h"
+#include "cube/orientor_transition_shot_observer.h"
+
+namespace Korvane {
+
+/// What a cube consists of, by what changes together.
+struct OrientorParts {
+  OrientorParts(Orientor* cube, const OrientorParameters& settings)
+      : parameters(settings), transitionObserver(cube), drag(partners, settings) {}
+
+  /// Brings the space up to date with the host's camera. False without a hub.
+  bool Look();
+  bool IsLockedToSelection() const;
+  bool IsMouseOnOverlay() const;
+  bool AreArrowsShown() const { return fade.mouseInRegion || drag.IsActive(); }
+  OverlayQuads::State GetOverlayState(bool arrows) const;
+  CubeLook GetLook() const;
+  /// The part of cube or compass at a viewport pixel, y upward.
+  CubePicker::Hit PickGeometry(const Vector2& point);
+  /// The part of the overlay, -1 for none. `arrows`: the arrows that roll the view show.
+  int PickOverlay(const Vector2& point, bool arrows) const;
+
+  void DrawGeometry(Renderer& target);
+  void DrawOverlay(Renderer& target) const;
+  /// How a drag of the pressed part of the compass will count.
+  void TakeCompassSense();
+
+  const OrientorParameters& parameters;
+  CubeDrag::Partners partners;
+  Renderer* renderer = nullptr;
+  OrientorTransitionShotObserver transitionObserver;
+  RewindRecord transitionRecord;
+
+  CubeLayout layout;
+  CubeSpace space;
+  CubeMouse mouse;
+  CubeDrag drag;
+  CubeFade fade;
+  ClosestPart closest;
+  CubePicker picker;
+  CubeLabel label;
+  CubeTooltips tooltips;
+
+  bool arrowsVisible = false;  // a face arrow has been laid since the last draw began
+  bool compassFollowsPointer = false;
+  bool closing = false;  // within Destroy, when no move may begin
+};
+
+}  // namespace Korvane
