@@ -32,6 +32,9 @@ class ViewManagerOrientorObserver;
 class ViewManagerRewindShotObserver;
 class ViewManagerStoryboardObserver;
 enum class DiscType : int;
+struct CameraParameters;
+struct CornerStrip;
+struct ViewArea;
 
 /// The one door for the window events of one viewport. It decides which of the orientation cube, the
 /// navigation disc, the navigation bar, the toolbars, the storyboard panel, the middle-mouse tools and the
@@ -42,6 +45,12 @@ enum class DiscType : int;
 /// after the hub's PerformOperations, OnDraw; Destroy. Every collaborator is optional: what needs a missing
 /// one is skipped. They are borrowed and must outlive the view manager, or be taken away with a null first;
 /// tools are owned from AddTool on.
+///
+/// In whatever the view manager, its widgets or its tools call - hooks and pure operations of the hub,
+/// observers, the history, the renderer, menus - the host may begin and end operations and shots, set and
+/// take away collaborators and toolbars, choose, add, remove and delete tools, show and hide widgets, and
+/// send events. It may not call Create, Destroy or RemoveAllTools in there, nor destroy the view manager,
+/// nor what is calling.
 ///
 /// Positions are viewport pixels with the origin at the bottom left, y upward. An event operation answers
 /// true when the event was consumed; the host then does nothing of its own with it. A host may derive from
@@ -184,6 +193,11 @@ class ZOVTOOLS_API ViewManager {
   virtual void LinkNavBarToOrientor();
 
  public:
+  /// Ends whatever the user does with the mouse, once: the press, the drag of the cube, the gesture of a tool
+  /// or of the middle button. Nothing is clicked, no menu opens, and the releases that still come go nowhere.
+  /// For a lost focus, and for the key that cancels. A move that a gesture has left behind goes on.
+  void CancelGesture();
+
   /// Null before Create and after Destroy.
   PivotBall* GetPivotBall() const { return pivotBall.get(); }
   /// The disc's; null without a disc.
@@ -194,8 +208,8 @@ class ZOVTOOLS_API ViewManager {
   Box2 GetOrientorBounds() const;
   /// Both 0 when the cube does not show.
   void GetOrientorSize(int& width, int& height) const;
-  bool IsLeftMouseDown() const { return leftMouseDown; }
-  bool IsRightMouseDown() const { return rightMouseDown; }
+  bool IsLeftMouseDown() const { return mouse.leftDown; }
+  bool IsRightMouseDown() const { return mouse.rightDown; }
 
  protected:
   /// Where the disc stands relative to the cursor; puts it back there.
@@ -213,10 +227,6 @@ class ZOVTOOLS_API ViewManager {
   std::map<int, std::unique_ptr<Tool>> tools;
   int activeToolID = 0;  // 0: none
   Tool* activeTool = nullptr;
-  // While a disc is set.
-  std::unique_ptr<OrbitTool> orbitTool;
-  std::unique_ptr<PanTool> panTool;
-  std::unique_ptr<MouseWheelZoomTool> zoomTool;
   // From Create to Destroy.
   std::unique_ptr<PivotBall> pivotBall;
   std::unique_ptr<ViewManagerRewindShotObserver> rewindShotObserver;
@@ -225,112 +235,131 @@ class ZOVTOOLS_API ViewManager {
   std::unique_ptr<ViewManagerOrientorObserver> orientorObserver;
   int viewportWidth = 0;
   int viewportHeight = 0;
-  int mouseX = -1;
-  int mouseY = -1;
-  int mouseWheelDelta = 0;
-  int leftDownX = 0;  // the last left press
-  int leftDownY = 0;
-  // As the buttons and keys are.
-  bool leftMouseDown = false;
-  bool middleMouseDown = false;
-  bool rightMouseDown = false;
-  bool shiftKeyDown = false;
-  bool controlKeyDown = false;
-  // A press was offered, so the release is.
-  bool leftClickOpen = false;
-  bool middleClickOpen = false;
-  bool rightClickOpen = false;
+
+  /// As pointer, buttons and keys are.
+  struct Mouse {
+    int x = -1;
+    int y = -1;
+    int wheelDelta = 0;
+    int leftDownX = 0;  // the last left press
+    int leftDownY = 0;
+    bool leftDown = false;
+    bool middleDown = false;
+    bool rightDown = false;
+    bool shiftDown = false;
+    bool controlDown = false;
+    // A press was offered, so the release is.
+    bool leftClickOpen = false;
+    bool middleClickOpen = false;
+    bool rightClickOpen = false;
+  } mouse;
+
+  enum class Navigation { None, Orbiting, Panning, Zooming };
+
+  /// What the middle button and the wheel do. The tools are there while a disc is set.
+  struct MouseNavigation {
+    std::unique_ptr<OrbitTool> orbitTool;
+    std::unique_ptr<PanTool> panTool;
+    std::unique_ptr<MouseWheelZoomTool> zoomTool;
+    Navigation present = Navigation::None;
+    int discOffsetX = 0;  // the disc minus the cursor, when the disc was hidden
+    int discOffsetY = 0;
+  } navigation;
+
+  /// A drag of the cube.
+  struct OrientorDrag {
+    bool seen = false;
+    bool leftRegion = false;  // the cursor has left the cube's region
+  } orientorDrag;
+
+  struct Ribbon {
+    int width = 0;
+    int height = 0;
+    bool visible = false;
+  } ribbon;
+
   /// Whoever owns the present drag wants the host to wrap the pointer at the edges of the viewport. For the
   /// host's derived class to read.
   bool wantCursorWrapping = false;
-  bool orientorDragSeen = false;        // a drag of the cube goes on
-  bool orientorDragLeftRegion = false;  // and the cursor has left the cube's region
-  // At most one is true.
-  bool orbitingWithMouse = false;
-  bool panningWithMouse = false;
-  bool zoomingWithMouse = false;
-  int helmDiscOffsetX = 0;  // the disc minus the cursor, when the disc was hidden
-  int helmDiscOffsetY = 0;
-  int ribbonWidth = 0;
-  int ribbonHeight = 0;
-  bool ribbonVisible = false;
   bool cleanScreen = false;
   bool reelshowPlaying = false;
 
  private:
+  // The rows of the tables; see view_manager_doors.h.
+  struct Doors;
+  struct Event;
+  struct Door;
+  struct Drawing;
+
   // Collaborators and life.
   void ChangeHelmDisc(HelmDisc* disc);
   void CloseOpenRecord();
   void HandHistoryOn();
-  void DropMiddleMouseGesture();
+  void DropMouseNavigation();
   void CloseToolGesture();
   bool IsWiredAsNow(const Tool& tool) const;
   void EndWatchedShot();
   void ReleaseShotObserver();
   std::unique_ptr<PivotBall> TakePivotBallBack();
-  void WireTool(Tool& tool);
   bool CreatePivotBall();
-  bool CreateHelmDisc();
-  bool CreateWidget(Orientor* cube);
-  bool CreateWidget(Storyboard* panel);
-  bool CreateWidget(NavigationBar* bar);
-  bool CreateWidget(Cam3DController* controller);
   bool CreateToolbars();
+  bool DestroyToolbars();
   Tool* FindTool(int id) const;
+  bool PutActiveToolAway();
   void SetReelshowPlaying(bool playing);
 
   // Routing. An offer answers whether anybody took the event.
-  template <class Event>
-  bool OfferToToolbars(Event event, int x, int y);
-  bool OfferMouseMove(int x, int y, bool& dragging);
-  bool OfferMoveToTool(Tool* tool, int x, int y, bool& dragging);
-  bool OfferMoveToOrientor(int x, int y, bool& dragging);
-  void NoticeOrientorDrag();
-  bool OfferLeftMouseDown(int x, int y);
-  bool OfferLeftMouseUp(int x, int y);
+  void NoticeOrientorDrag(const Orientor& cube);
+  void ShowPivotBall();
   void FinishOrientorDrag();
   void PutCursorBack();
-  bool OfferRightMouseDown(int x, int y);
   bool IsRightPressOnOrientor() const;
-  bool OfferRightMouseUp(int x, int y);
-  template <class Owner>
-  bool WrapIfTaken(bool taken, Owner* const& owner);
   void StoreMousePosition(int x, int y);
   void EnableCam3DController(bool enabled);
   bool IsMouseDragNoted() const;
   /// Whether that changed it.
   bool NoteMouseDrag(bool dragging);
   void RequestApplicationUpdate();
+  void CancelToolGesture();
+  void CancelOrientorGesture();
+  void ReleaseHiddenWidgets();
+  void LetGo(bool onlyHidden);
 
   // The middle button.
-  void ShowNote(Tool& tool, StringID note);
-  void HideNote(Tool& tool, StringID note);
+  template <class NavigationTool, class Start>
+  bool BeginNavigation(Navigation kind, const std::unique_ptr<NavigationTool>& tool, Start start);
+  bool EndNavigation(Navigation kind);
+  template <class NavigationTool>
+  void ShowNote(const std::unique_ptr<NavigationTool>& tool, StringID note);
+  template <class NavigationTool>
+  void HideNote(const std::unique_ptr<NavigationTool>& tool, StringID note);
+  void LabelPivot();
   DiscType GetEnabledDisc() const;
   void HideHelmDisc();
 
   // Drawing.
-  void DrawMiddleMouseTools();
+  void DrawNavigationTools();
   void DrawActiveTool();
   void DrawHelmDisc();
   void DrawOrientor();
-  CursorID GetOrientorCursor() const;
+  CursorID GetOrientorCursor(const Orientor& cube) const;
 
   // Layout.
-  struct CornerToolbar;
-  bool IsRibbonInTheWay(double width) const;
-  void RefreshBarItems();
-  CornerToolbar RefreshToolbars();
-  void RefreshOrientor(const CornerToolbar& corner);
-  void RefreshNavigationBar();
-  void RefreshHelmDisc();
+  void RefreshBarItems(NavigationBar& bar);
+  CornerStrip RefreshToolbars();
+  void RefreshOrientor(Orientor& cube, const CornerStrip& corner);
+  void RefreshNavigationBar(NavigationBar& bar);
+  void RefreshHelmDisc(HelmDisc& disc);
   int GetWelcomeHeight() const;
-  void RefreshStoryboard();
+  void RefreshStoryboard(Storyboard& panel);
   void HandOrientorToBar();
+  ViewArea GetViewArea() const;
 
   // Camera moves.
   template <class Move>
+  bool Record(CameraOperations& hub, const CameraParameters& camera, Move move);
+  template <class Move>
   bool Fit(Move move);
-  void WatchShot();
 
   const std::wstring emptyTooltip;
 };

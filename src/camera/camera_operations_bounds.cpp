@@ -1,15 +1,10 @@
 // The bounds of the hub: what counts as the scene, and which way is up.
 #include <cmath>
 
+#include "camera/scene_bounds.h"
 #include "korvane/camera_operations.h"
 
 namespace Korvane {
-
-namespace {
-
-bool IsFinite(const Box3& box) { return box.GetCenter().IsFinite() && box.GetExtent().IsFinite(); }
-
-}  // namespace
 
 double CameraOperations::RadiusOrGlobal(double radius) {
   if (radius > 0.0) return radius;

@@ -10,4 +10,6 @@ inline void RecalculateSceneBoundsOf(const CameraOperations& hub) {
   const_cast<CameraOperations&>(hub).RecalculateSceneBounds();
 }
 
+inline bool IsFinite(const Box3& box) { return box.GetCenter().IsFinite() && box.GetExtent().IsFinite(); }
+
 }  // namespace Korvane

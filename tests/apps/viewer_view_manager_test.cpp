@@ -35,11 +35,11 @@ class OpenManager : public zovview::ViewerViewManager {
  public:
   using ViewerViewManager::ViewerViewManager;
   bool WantsWrapping() const { return wantCursorWrapping; }
-  bool IsOrbiting() const { return orbitingWithMouse; }
-  bool IsPanning() const { return panningWithMouse; }
-  bool IsZooming() const { return zoomingWithMouse; }
-  bool HoldsShift() const { return shiftKeyDown; }
-  PixelPosition GetMouse() const { return {mouseX, mouseY}; }
+  bool IsOrbiting() const { return navigation.present == Navigation::Orbiting; }
+  bool IsPanning() const { return navigation.present == Navigation::Panning; }
+  bool IsZooming() const { return navigation.present == Navigation::Zooming; }
+  bool HoldsShift() const { return mouse.shiftDown; }
+  PixelPosition GetMouse() const { return {mouse.x, mouse.y}; }
   Korvane::Tool& GetTool() { return *activeTool; }
 };
 

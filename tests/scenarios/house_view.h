@@ -41,7 +41,7 @@ class OpenDisc : public Korvane::HelmDisc {
 /// Takes no notice of where the pointer is.
 class EagerViewManager : public OpenViewManager {
  protected:
-  bool WantMiddleMouseNavigation() const override { return !leftMouseDown && !rightMouseDown; }
+  bool WantMiddleMouseNavigation() const override { return !IsLeftMouseDown() && !IsRightMouseDown(); }
   bool WantActiveToolEnabled() const override { return true; }
 };
 

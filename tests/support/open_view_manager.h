@@ -16,43 +16,27 @@ class OpenViewManager : public Korvane::ViewManager {
   using ViewManager::BeginPanningWithMouse;
   using ViewManager::BeginZoomingWithMouse;
   using ViewManager::cleanScreen;
-  using ViewManager::controlKeyDown;
   using ViewManager::EndMiddleMouseNavigation;
   using ViewManager::EndOrbitingWithMouse;
   using ViewManager::EndPanningWithMouse;
   using ViewManager::EndZoomingWithMouse;
   using ViewManager::helmDiscObserver;
-  using ViewManager::helmDiscOffsetX;
-  using ViewManager::helmDiscOffsetY;
   using ViewManager::InstantiatePivotBall;
   using ViewManager::IsMouseInRibbonRegion;
   using ViewManager::IsMouseInToolbarRegion;
-  using ViewManager::leftClickOpen;
-  using ViewManager::leftDownX;
-  using ViewManager::leftDownY;
-  using ViewManager::leftMouseDown;
   using ViewManager::LinkNavBarToOrientor;
-  using ViewManager::middleClickOpen;
-  using ViewManager::middleMouseDown;
-  using ViewManager::mouseWheelDelta;
-  using ViewManager::mouseX;
-  using ViewManager::mouseY;
-  using ViewManager::orbitingWithMouse;
-  using ViewManager::orbitTool;
-  using ViewManager::orientorDragLeftRegion;
-  using ViewManager::orientorDragSeen;
+  using ViewManager::mouse;
+  using ViewManager::Mouse;
+  using ViewManager::navigation;
+  using ViewManager::Navigation;
+  using ViewManager::orientorDrag;
   using ViewManager::orientorObserver;
-  using ViewManager::panningWithMouse;
-  using ViewManager::panTool;
   using ViewManager::pivotBall;
   using ViewManager::reelshowPlaying;
   using ViewManager::RemoveAllTools;
   using ViewManager::RestoreHelmDiscPosition;
   using ViewManager::rewindShotObserver;
-  using ViewManager::rightClickOpen;
-  using ViewManager::rightMouseDown;
   using ViewManager::SaveHelmDiscPosition;
-  using ViewManager::shiftKeyDown;
   using ViewManager::storyboardObserver;
   using ViewManager::tools;
   using ViewManager::WantActiveToolEnabled;
@@ -62,6 +46,8 @@ class OpenViewManager : public Korvane::ViewManager {
   using ViewManager::WantHelmDiscVisible;
   using ViewManager::WantMiddleMouseNavigation;
   using ViewManager::WantOrientorEnabled;
-  using ViewManager::zoomingWithMouse;
-  using ViewManager::zoomTool;
+
+  bool IsOrbitingWithMouse() const { return navigation.present == Navigation::Orbiting; }
+  bool IsPanningWithMouse() const { return navigation.present == Navigation::Panning; }
+  bool IsZoomingWithMouse() const { return navigation.present == Navigation::Zooming; }
 };

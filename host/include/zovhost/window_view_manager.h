@@ -38,7 +38,7 @@ class WindowViewManager : public Korvane::ViewManager {
   /// Lets go of all buttons and keys; what they were doing ends where it is, and no click comes of it.
   void Cancel();
   /// A button that was pressed here is held.
-  bool IsPressed() const { return leftMouseDown || middleMouseDown || rightMouseDown; }
+  bool IsPressed() const { return mouse.leftDown || mouse.middleDown || mouse.rightDown; }
   /// The last left press was of use to no one unless it becomes a drag.
   bool IsClickFree() const { return clickFree; }
 
@@ -59,8 +59,6 @@ class WindowViewManager : public Korvane::ViewManager {
   bool OnWheel(const WindowEvent& event);
   bool OnLeave();
   bool OnKey(const WindowEvent& event);
-  void ReleaseButtons();
-  const Korvane::Shot* GetRunningShot() const;
   void EndRunningShot();
   PixelPosition FollowPointer(int x, int y);
 

@@ -5,8 +5,6 @@
 #include <optional>
 
 #include "korvane/camera_operations.h"
-#include "korvane/orientor.h"
-#include "korvane/shot.h"
 #include "korvane/storyboard.h"
 #include "korvane/tool.h"
 
@@ -25,7 +23,7 @@ void WindowViewManager::SetViewportSize(int width, int height) {
 }
 
 bool WindowViewManager::WantMiddleMouseNavigation() const {
-  return !leftMouseDown && !rightMouseDown && (storyboard == nullptr || !storyboard->IsPlayingBack());
+  return !mouse.leftDown && !mouse.rightDown && (storyboard == nullptr || !storyboard->IsPlayingBack());
 }
 
 // ---- events ----
@@ -76,7 +74,8 @@ bool WindowViewManager::OnPress(const WindowEvent& event) {
     pointer.Restart({event.x, event.y});
   }
   const PixelPosition position = FollowPointer(event.x, event.y);
-  if (isFirst && zoomingWithMouse) EndMiddleMouseNavigation();  // the wheel would hold on to the pointer
+  // The wheel would hold on to the pointer.
+  if (isFirst && navigation.present == Navigation::Zooming) EndMiddleMouseNavigation();
   if (isFirst && event.button != MouseButton::Right) EndRunningShot();
   const bool isLeft = event.button == MouseButton::Left;
   const bool used = (this->*GetPress(event.button))(position.x, position.y);
@@ -97,11 +96,11 @@ bool WindowViewManager::OnRelease(const WindowEvent& event) {
   if (cameraOperations != nullptr && cameraOperations->IsOperationActive(Korvane::OPERATION_ALL)) {
     cameraOperations->PerformOperations();
   }
-  const bool used = (this->*GetRelease(event.button))(mouseX, mouseY);
+  const bool used = (this->*GetRelease(event.button))(mouse.x, mouse.y);
   if (IsPressed()) return used;
   const PixelPosition shown = pointer.GetPosition();
   pointer.Restart(shown);
-  if (shown != PixelPosition{mouseX, mouseY}) OnMouseMove(shown.x, shown.y);
+  if (shown != PixelPosition{mouse.x, mouse.y}) OnMouseMove(shown.x, shown.y);
   return used;
 }
 
@@ -146,36 +145,13 @@ bool WindowViewManager::OnKey(const WindowEvent& event) {
 
 // ---- letting go ----
 
-const Korvane::Shot* WindowViewManager::GetRunningShot() const {
-  return cameraOperations != nullptr ? cameraOperations->GetActiveShot() : nullptr;
-}
-
-// Some tools act on the release: the key that cancels keeps them from it, and a shot that another begins ends
-// at once.
 void WindowViewManager::Cancel() {
   while (const std::optional<Korvane::KeyID> key = keys.ReleaseNext()) OnKeyUp(*key);
-  if (activeTool != nullptr && activeTool->IsOperating()) {
-    OnKeyDown(Korvane::KEY_ESCAPE);
-    OnKeyUp(Korvane::KEY_ESCAPE);
-  }
-  const Korvane::Shot* const shot = GetRunningShot();
-  ReleaseButtons();
-  if (GetRunningShot() != shot) cameraOperations->EndShot();
-  if (zoomingWithMouse) EndMiddleMouseNavigation();
+  const PixelPosition shown = pointer.GetPosition();
+  CancelGesture();
+  pointer.Restart(shown);
   clickFree = false;
   wheel.Restart();
-}
-
-// A cube that does not show takes no click.
-void WindowViewManager::ReleaseButtons() {
-  const PixelPosition shown = pointer.GetPosition();
-  const bool cubeShows = orientor != nullptr && orientor->GetParameters().visible;
-  if (cubeShows) orientor->GetParameters().visible = orientor->IsDragActive();
-  if (leftMouseDown) OnLeftMouseUp(mouseX, mouseY);
-  if (cubeShows) orientor->GetParameters().visible = true;
-  if (middleMouseDown) OnMiddleMouseUp(mouseX, mouseY);
-  rightMouseDown = rightClickOpen = false;  // a release would open a menu
-  pointer.Restart(shown);
 }
 
 }  // namespace zovhost

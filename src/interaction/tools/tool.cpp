@@ -26,10 +26,10 @@ Tool::~Tool() = default;
 void Tool::SetKorvane(CameraOperations* hub) { cameraOperations = hub; }
 void Tool::SetRenderer(Renderer* value) { renderer = value; }
 
-// What was opened in another history is left to whoever has taken that away.
+// What was opened in another history closes while that is still there.
 void Tool::SetRewindHistory(RewindHistory* history) {
   rewindHistory = history;
-  if (!record.IsOpenIn(history)) record.Forget();
+  if (!record.IsOpenIn(history)) record.End(cameraOperations);
 }
 
 void Tool::OnDraw() { DrawTool(); }

@@ -1,35 +1,52 @@
 // The view manager's own camera moves, each one record of the rewind history.
+#include <cmath>
+
 #include "camera/camera_frame.h"
 #include "camera/host_camera.h"
-#include "interaction/tools/rewind_record.h"
+#include "camera/scene_bounds.h"
 #include "interaction/view_manager/view_manager_observers.h"
 #include "korvane/pivot_ball.h"
+#include "korvane/rewind_record.h"
 #include "korvane/view_manager.h"
 
 namespace Korvane {
 
-// The record closes when the shot ends. Where no shot runs, it closes at once.
-void ViewManager::WatchShot() {
+// The record closes when the shot of the move ends. Where the move begins none it closes at once, and a shot
+// that ran before stays with whoever watches it. A hook of the host may put all of that away, or begin
+// another move of this view manager, which then has the shot.
+template <class Move>
+bool ViewManager::Record(CameraOperations& hub, const CameraParameters& camera, Move move) {
+  if (!camera.IsFinite()) return false;
   RewindHistory* const history = GetRewindHistory();
-  if (history == nullptr) return;
-  if (cameraOperations->SetActiveShotObserver(rewindShotObserver.get())) {
-    rewindShotObserver->SetWatching(true);
-  } else {
-    EndRecord(history, cameraOperations);
+  RewindRecord record;
+  record.Begin(history, camera);
+  if (cameraOperations != &hub) {
+    record.End(camera);
+    return false;
   }
+  const Shot* const before = hub.GetActiveShot();
+  const bool result = move(hub);
+  const Shot* const begun = hub.GetActiveShot();
+  const bool isMine = begun != nullptr && begun != before && cameraOperations == &hub &&
+                      record.IsOpenIn(GetRewindHistory()) && rewindShotObserver != nullptr &&
+                      !rewindShotObserver->IsWatching();
+  if (isMine) {
+    record.Forget();
+    rewindShotObserver->Watch(hub, history);
+  } else {
+    record.End(&hub);
+  }
+  return result;
 }
 
 template <class Move>
 bool ViewManager::Fit(Move move) {
   if (cameraOperations == nullptr) return false;
   const CameraParameters camera = QueryCamera(*cameraOperations);
-  BeginRecord(GetRewindHistory(), camera);
-  const bool result = move(*cameraOperations);
-  WatchShot();
-  if (pivotBall != nullptr) {
-    pivotBall->SetPosition(camera.pivot);
-    pivotBall->UpdateSize(camera);
-  }
+  const bool result = Record(*cameraOperations, camera, move);
+  if (!camera.IsFinite()) return false;
+  if (pivotBall != nullptr) pivotBall->SetPosition(camera.pivot);
+  if (pivotBall != nullptr) pivotBall->UpdateSize(camera);
   return result;
 }
 
@@ -42,10 +59,12 @@ bool ViewManager::FitSelectionToView() {
 }
 
 bool ViewManager::FitBoundsToView(const Vector3& centre, double radius) {
+  if (!centre.IsFinite() || !std::isfinite(radius)) return false;
   return Fit([&](CameraOperations& hub) { return hub.TransitionCameraToFitBoundingSphere(centre, radius); });
 }
 
 bool ViewManager::FitBoundBoxToView(const Vector3& centre, Box3 box) {
+  if (!centre.IsFinite() || !IsFinite(box)) return false;
   return Fit([&](CameraOperations& hub) { return hub.TransitionCameraToFitBoundingBox(centre, box); });
 }
 
@@ -53,36 +72,32 @@ bool ViewManager::FitToView() { return FitSelectionToView(); }
 
 bool ViewManager::LevelCamera() {
   if (cameraOperations == nullptr) return false;
-  CameraParameters camera = QueryCamera(*cameraOperations);
-  BeginRecord(GetRewindHistory(), camera);
+  const CameraParameters camera = QueryCamera(*cameraOperations);
   const Vector3 sceneUp = cameraOperations->GetApplicationParameters().scene_up_direction.Normalized();
   const Vector3 direction = ViewDirection(camera);
   const double distance = (camera.centre - camera.eye).Length();
   const bool isUpright = 1.0 - std::abs(direction.Dot(sceneUp)) > Math::EPSILON_VALUE;
   const Vector3 level =
       isUpright ? sceneUp.Cross(direction.Cross(sceneUp)).Normalized() : camera.up.Normalized();
-  camera.centre = camera.eye + level * distance;
-  camera.up = sceneUp;
 
   TransitionShotParameters shot;
   shot.targetCamera = camera;
+  shot.targetCamera.centre = camera.eye + level * distance;
+  shot.targetCamera.up = sceneUp;
   shot.easeEnd = 1.0;
   shot.duration = 0.5;
-  cameraOperations->BeginShot(shot);
-  WatchShot();
-  return true;
+  if (!shot.targetCamera.IsFinite()) return false;
+  return Record(*cameraOperations, camera, [&shot](CameraOperations& hub) { return hub.BeginShot(shot); });
 }
 
 bool ViewManager::RestoreCenter(const Vector3& point) {
-  if (cameraOperations == nullptr) return false;
-  BeginRecord(GetRewindHistory(), cameraOperations);
+  if (cameraOperations == nullptr || !point.IsFinite()) return false;
   CenterShotParameters shot;
   shot.point = point;
   shot.easeEnd = 1.0;
   shot.duration = 1.0;
-  cameraOperations->BeginShot(shot);
-  WatchShot();
-  return true;
+  return Record(*cameraOperations, QueryCamera(*cameraOperations),
+                [&shot](CameraOperations& hub) { return hub.BeginShot(shot); });
 }
 
 }  // namespace Korvane

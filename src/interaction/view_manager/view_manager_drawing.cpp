@@ -1,16 +1,5 @@
 // A frame: the order of drawing is the order of stacking.
-#include "korvane/cam3d_controller.h"
-#include "korvane/helm_disc.h"
-#include "korvane/mouse_wheel_zoom_tool.h"
-#include "korvane/navigation_bar.h"
-#include "korvane/orbit_tool.h"
-#include "korvane/orientor.h"
-#include "korvane/pan_tool.h"
-#include "korvane/pivot_ball.h"
-#include "korvane/renderer.h"
-#include "korvane/storyboard.h"
-#include "korvane/toolbar.h"
-#include "korvane/view_manager.h"
+#include "interaction/view_manager/view_manager_doors.h"
 
 namespace Korvane {
 
@@ -24,61 +13,67 @@ void ViewManager::OnDrawInScene() {
 }
 
 void ViewManager::OnDrawOverlay() {
+  using D = Doors;
+  static constexpr Drawing WIDGETS[] = {
+      {D::Do<&ViewManager::storyboard, &Storyboard::Draw>},
+      {D::Call<&ViewManager::DrawNavigationTools>},
+      {D::Call<&ViewManager::DrawActiveTool>},
+      {D::Call<&ViewManager::DrawHelmDisc>, CleanScreen::Hides},
+      {D::Call<&ViewManager::DrawOrientor>, CleanScreen::Hides},
+      {D::Do<&ViewManager::navigationBar, &NavigationBar::Draw>, CleanScreen::Hides},
+      {[](ViewManager& owner) { owner.toolbars.Notify([](Toolbar& toolbar) { toolbar.Draw(); }); }},
+      {D::Do<&ViewManager::cam3DController, &Cam3DController::Draw>},
+  };
   if (renderer != nullptr) renderer->QueueSetCursorID(true);
-  if (storyboard != nullptr) storyboard->Draw();
-  DrawMiddleMouseTools();
-  DrawActiveTool();
-  if (!cleanScreen) {
-    DrawHelmDisc();
-    DrawOrientor();
-    if (navigationBar != nullptr) navigationBar->Draw();
+  for (const Drawing& widget : WIDGETS) {
+    if (!cleanScreen || widget.cleanScreen == CleanScreen::Stays) widget.draw(*this);
   }
-  toolbars.Notify([](Toolbar& toolbar) { toolbar.Draw(); });
-  if (cam3DController != nullptr) cam3DController->Draw();
   if (renderer != nullptr) renderer->QueueSetCursorID(false);
 }
 
-void ViewManager::DrawMiddleMouseTools() {
-  if (orbitTool != nullptr) orbitTool->OnDraw();
-  if (panTool != nullptr) panTool->OnDraw();
-  if (zoomTool == nullptr) return;
-  zoomTool->OnDraw();
-  if (!zoomingWithMouse || zoomTool->IsOperating()) return;
+void ViewManager::DrawNavigationTools() {
+  using D = Doors;
+  D::Do<D::Orbit, &Tool::OnDraw>(*this);
+  D::Do<D::Pan, &Tool::OnDraw>(*this);
+  D::Do<D::Zoom, &Tool::OnDraw>(*this);
+  if (navigation.present != Navigation::Zooming || navigation.zoomTool->IsOperating()) return;
   EndMiddleMouseNavigation();  // the wheel has been at rest long enough
-  OnMouseMove(mouseX, mouseY);
+  OnMouseMove(mouse.x, mouse.y);
 }
 
 void ViewManager::DrawActiveTool() {
-  if (activeTool == nullptr) return;
-  activeTool->OnDraw();
-  if (renderer == nullptr || activeTool == nullptr) return;
-  if (!activeTool->IsOperating() && WantActiveToolEnabled()) renderer->SetCursorID(activeTool->GetCursorID());
+  Tool* const tool = activeTool;
+  if (tool == nullptr) return;
+  tool->OnDraw();
+  if (activeTool != tool || tool->IsOperating() || !WantActiveToolEnabled()) return;
+  if (activeTool == tool && renderer != nullptr) renderer->SetCursorID(tool->GetCursorID());
 }
 
 void ViewManager::DrawHelmDisc() {
-  if (helmDisc == nullptr) return;
-  helmDisc->SetEnabled(WantHelmDiscEnabled());
-  helmDisc->SetVisible(WantHelmDiscVisible());
-  helmDisc->DrawOverlay();
+  HelmDisc* const disc = helmDisc;
+  if (disc == nullptr) return;
+  disc->SetEnabled(WantHelmDiscEnabled());
+  disc->SetVisible(WantHelmDiscVisible());
+  disc->DrawOverlay();
 }
 
 void ViewManager::DrawOrientor() {
-  if (orientor == nullptr) return;
   Orientor* const cube = orientor;
+  if (cube == nullptr) return;
   const bool disabled = cube->GetParameters().disabled;
   cube->GetParameters().disabled = disabled || !WantOrientorEnabled();
   cube->Draw();
   cube->GetParameters().disabled = disabled;
-  if (orientor == nullptr) return;
-  const CursorID cursor = GetOrientorCursor();
+  if (orientor != cube) return;
+  const CursorID cursor = GetOrientorCursor(*cube);
   if (renderer != nullptr && cursor != CURSOR_NONE) renderer->SetCursorID(cursor);
 }
 
 // CURSOR_NONE: the cube asks for none.
-CursorID ViewManager::GetOrientorCursor() const {
-  if (orientorDragSeen) return orientorDragLeftRegion ? CURSOR_ORBIT_CUBE : CURSOR_ORBIT;
-  if (orientor->IsMouseOnCompassPart() || orientor->IsMouseOnViewableOverlayPart()) return CURSOR_ARROW;
-  return orientor->IsMouseOnGeometryPart() ? CURSOR_CUBE_PART : CURSOR_NONE;
+CursorID ViewManager::GetOrientorCursor(const Orientor& cube) const {
+  if (orientorDrag.seen) return orientorDrag.leftRegion ? CURSOR_ORBIT_CUBE : CURSOR_ORBIT;
+  if (cube.IsMouseOnCompassPart() || cube.IsMouseOnViewableOverlayPart()) return CURSOR_ARROW;
+  return cube.IsMouseOnGeometryPart() ? CURSOR_CUBE_PART : CURSOR_NONE;
 }
 
 bool ViewManager::OnSetCursor() {

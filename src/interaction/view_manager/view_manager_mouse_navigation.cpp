@@ -1,128 +1,147 @@
 // Navigation by the middle button and the wheel, while a disc is open.
+#include <utility>
+
 #include "camera/pixels.h"
-#include "korvane/camera_operations.h"
-#include "korvane/helm_disc.h"
+#include "interaction/view_manager/view_manager_doors.h"
 #include "korvane/icon2d.h"
-#include "korvane/mouse_wheel_zoom_tool.h"
-#include "korvane/orbit_tool.h"
-#include "korvane/pan_tool.h"
-#include "korvane/pivot_ball.h"
-#include "korvane/renderer.h"
 #include "korvane/track_menu.h"
-#include "korvane/view_manager.h"
 
 namespace Korvane {
 
 bool ViewManager::OnMiddleMouseDown(int x, int y) {
-  middleMouseDown = true;
+  mouse.middleDown = true;
   StoreMousePosition(x, y);
-  if (leftMouseDown || rightMouseDown) return false;
+  if (mouse.leftDown || mouse.rightDown) return false;
   const bool result = BeginMiddleMouseNavigation();
   if (result) wantCursorWrapping = true;
-  middleClickOpen = true;
+  mouse.middleClickOpen = true;
   return result;
 }
 
 bool ViewManager::OnMiddleMouseUp(int x, int y) {
-  middleMouseDown = false;
+  mouse.middleDown = false;
   StoreMousePosition(x, y);
-  if (middleClickOpen) {
-    middleClickOpen = false;
-    wantCursorWrapping = false;
-  }
+  if (std::exchange(mouse.middleClickOpen, false)) wantCursorWrapping = false;
   return EndMiddleMouseNavigation();
 }
 
 bool ViewManager::OnMouseWheel(int x, int y, int delta) {
   StoreMousePosition(x, y);
-  mouseWheelDelta = delta;
-  if (zoomingWithMouse && !cleanScreen && zoomTool != nullptr && zoomTool->OnMouseWheel(x, y, delta)) {
-    return true;
-  }
-  const bool idle = !orbitingWithMouse && !panningWithMouse && !leftMouseDown && !IsMouseDragNoted();
+  mouse.wheelDelta = delta;
+  const bool zooms = navigation.present == Navigation::Zooming && !cleanScreen;
+  if (zooms && navigation.zoomTool->OnMouseWheel(x, y, delta)) return true;
+  const bool busy = navigation.present == Navigation::Orbiting || navigation.present == Navigation::Panning;
+  const bool idle = !busy && !mouse.leftDown && !IsMouseDragNoted();
   if (idle && !cleanScreen && WantMiddleMouseNavigation() && BeginZoomingWithMouse()) return true;
   return activeTool != nullptr && activeTool->OnMouseWheel(x, y, delta);
 }
 
 bool ViewManager::BeginMiddleMouseNavigation() {
-  if (!WantMiddleMouseNavigation() || orbitingWithMouse || panningWithMouse) return false;
-  if (zoomingWithMouse) EndZoomingWithMouse();  // a press takes over
-  if (!(shiftKeyDown ? BeginOrbitingWithMouse() : BeginPanningWithMouse())) return false;
+  if (!WantMiddleMouseNavigation()) return false;
+  if (navigation.present == Navigation::Zooming) EndZoomingWithMouse();  // a press takes over
+  if (navigation.present != Navigation::None) return false;
+  if (!(mouse.shiftDown ? BeginOrbitingWithMouse() : BeginPanningWithMouse())) return false;
   HideHelmDisc();
   return true;
 }
 
 bool ViewManager::EndMiddleMouseNavigation() {
   if (!EndPanningWithMouse() && !EndOrbitingWithMouse() && !EndZoomingWithMouse()) return false;
-  if (helmDisc != nullptr) {
+  if (HelmDisc* const disc = helmDisc) {
     RestoreHelmDiscPosition();
-    helmDisc->SetVisible(true);
-    if (renderer != nullptr) renderer->SetCursorID(helmDisc->GetCurrentCursor());
+    disc->SetVisible(true);
+    if (renderer != nullptr) renderer->SetCursorID(disc->GetCurrentCursor());
   }
   if (NoteMouseDrag(false)) RequestApplicationUpdate();
   return true;
 }
 
-// ---- orbit and pan ----
+// ---- the note beside the cursor; making and destroying it may take the tool away ----
+
+template <class NavigationTool>
+void ViewManager::ShowNote(const std::unique_ptr<NavigationTool>& tool, StringID note) {
+  if (renderer == nullptr) return;
+  DynamicIcon2D* const label = renderer->GetStringTexture(note);
+  if (tool != nullptr) tool->SetMouseHUD(label);
+}
+
+template <class NavigationTool>
+void ViewManager::HideNote(const std::unique_ptr<NavigationTool>& tool, StringID note) {
+  DynamicIcon2D* const label = renderer != nullptr ? renderer->ReleaseStringTexture(note) : nullptr;
+  if (tool != nullptr) tool->SetMouseHUD(label);
+  if (renderer != nullptr) renderer->ApplyTextureUsage();
+}
+
+// ---- one of the three ----
+
+// Whoever hears of the beginning may take the disc away, and the tool with it.
+template <class NavigationTool, class Start>
+bool ViewManager::BeginNavigation(Navigation kind, const std::unique_ptr<NavigationTool>& tool, Start start) {
+  if (navigation.present != Navigation::None) return navigation.present == kind;
+  NavigationTool* const starting = tool.get();
+  if (starting == nullptr || !start(*starting) || tool.get() != starting) return false;
+  navigation.present = kind;
+  return true;
+}
+
+// Whether it went on.
+bool ViewManager::EndNavigation(Navigation kind) {
+  if (navigation.present != kind) return false;
+  navigation.present = Navigation::None;
+  return true;
+}
 
 bool ViewManager::BeginOrbitingWithMouse() {
-  if (orbitingWithMouse || panningWithMouse || zoomingWithMouse) return orbitingWithMouse;
-  if (orbitTool == nullptr) return false;
-  orbitingWithMouse = orbitTool->OnMouseDown(mouseX, mouseY);
-  if (!orbitingWithMouse) return false;
-  ShowNote(*orbitTool, STRING_ORBIT);
-  if (pivotBall != nullptr) pivotBall->SetLabel(STRING_PIVOT);
+  const bool goesOn = navigation.present == Navigation::Orbiting;
+  const auto press = [this](Tool& tool) { return tool.OnMouseDown(mouse.x, mouse.y); };
+  if (!BeginNavigation(Navigation::Orbiting, navigation.orbitTool, press)) return false;
+  if (goesOn) return true;
+  ShowNote(navigation.orbitTool, STRING_ORBIT);
+  LabelPivot();
   return true;
 }
 
 bool ViewManager::EndOrbitingWithMouse() {
-  if (!orbitingWithMouse) return false;
-  orbitingWithMouse = false;
-  if (orbitTool == nullptr) return true;
-  orbitTool->OnMouseUp(mouseX, mouseY);
-  HideNote(*orbitTool, STRING_ORBIT);
+  if (!EndNavigation(Navigation::Orbiting)) return false;
+  navigation.orbitTool->OnMouseUp(mouse.x, mouse.y);
+  HideNote(navigation.orbitTool, STRING_ORBIT);
   return true;
 }
 
 bool ViewManager::BeginPanningWithMouse() {
-  if (orbitingWithMouse || panningWithMouse || zoomingWithMouse) return panningWithMouse;
-  if (panTool == nullptr) return false;
-  panningWithMouse = panTool->OnMouseDown(mouseX, mouseY);
-  if (!panningWithMouse) return false;
-  ShowNote(*panTool, STRING_PAN);
+  const bool goesOn = navigation.present == Navigation::Panning;
+  const auto press = [this](Tool& tool) { return tool.OnMouseDown(mouse.x, mouse.y); };
+  if (!BeginNavigation(Navigation::Panning, navigation.panTool, press)) return false;
+  if (!goesOn) ShowNote(navigation.panTool, STRING_PAN);
   return true;
 }
 
 bool ViewManager::EndPanningWithMouse() {
-  if (!panningWithMouse) return false;
-  panningWithMouse = false;
-  if (panTool == nullptr) return true;
-  panTool->OnMouseUp(mouseX, mouseY);
-  HideNote(*panTool, STRING_PAN);
+  if (!EndNavigation(Navigation::Panning)) return false;
+  navigation.panTool->OnMouseUp(mouse.x, mouse.y);
+  HideNote(navigation.panTool, STRING_PAN);
   return true;
 }
 
-// ---- zoom by the wheel ----
-
 bool ViewManager::BeginZoomingWithMouse() {
-  if (orbitingWithMouse || panningWithMouse || zoomingWithMouse) return zoomingWithMouse;
-  if (zoomTool == nullptr) return false;
-  zoomTool->SetUseCurrentPivotPoint(controlKeyDown || GetEnabledDisc() == DiscType::ViewObject);
-  zoomingWithMouse = zoomTool->OnMouseWheel(mouseX, mouseY, mouseWheelDelta);
-  if (!zoomingWithMouse) return false;
+  const bool goesOn = navigation.present == Navigation::Zooming;
+  const auto turn = [this](MouseWheelZoomTool& tool) {
+    tool.SetUseCurrentPivotPoint(mouse.controlDown || GetEnabledDisc() == DiscType::ViewObject);
+    return tool.OnMouseWheel(mouse.x, mouse.y, mouse.wheelDelta);
+  };
+  if (!BeginNavigation(Navigation::Zooming, navigation.zoomTool, turn)) return false;
+  if (goesOn) return true;
   HideHelmDisc();
-  ShowNote(*zoomTool, STRING_WHEEL_ZOOM);
-  if (pivotBall != nullptr) pivotBall->SetLabel(STRING_PIVOT);
+  ShowNote(navigation.zoomTool, STRING_WHEEL_ZOOM);
+  LabelPivot();
   if (NoteMouseDrag(true)) RequestApplicationUpdate();
   return true;
 }
 
 bool ViewManager::EndZoomingWithMouse() {
-  if (!zoomingWithMouse) return false;
-  zoomingWithMouse = false;
-  if (zoomTool == nullptr) return true;
-  zoomTool->EndZoom();
-  HideNote(*zoomTool, STRING_WHEEL_ZOOM);
+  if (!EndNavigation(Navigation::Zooming)) return false;
+  navigation.zoomTool->EndZoom();
+  HideNote(navigation.zoomTool, STRING_WHEEL_ZOOM);
   return true;
 }
 
@@ -130,15 +149,8 @@ DiscType ViewManager::GetEnabledDisc() const {
   return helmDisc != nullptr && helmDisc->GetEnabled() ? helmDisc->GetActiveDisc() : DiscType::None;
 }
 
-// ---- the note beside the cursor ----
-
-void ViewManager::ShowNote(Tool& tool, StringID note) {
-  if (renderer != nullptr) tool.SetMouseHUD(renderer->GetStringTexture(note));
-}
-
-void ViewManager::HideNote(Tool& tool, StringID note) {
-  tool.SetMouseHUD(renderer != nullptr ? renderer->ReleaseStringTexture(note) : nullptr);
-  if (renderer != nullptr) renderer->ApplyTextureUsage();
+void ViewManager::LabelPivot() {
+  if (pivotBall != nullptr) pivotBall->SetLabel(STRING_PIVOT);
 }
 
 // ---- the disc comes back where the cursor then is ----
@@ -153,15 +165,15 @@ void ViewManager::SaveHelmDiscPosition() {
   TrackMenu* const menu = helmDisc != nullptr ? helmDisc->GetActiveTrackMenu() : nullptr;
   const Icon2D* const icon = menu != nullptr ? menu->GetActiveRegion().icon : nullptr;
   if (icon == nullptr) return;
-  helmDiscOffsetX = ToPixels(icon->GetPosition().x - mouseX);
-  helmDiscOffsetY = ToPixels(icon->GetPosition().y - mouseY);
+  navigation.discOffsetX = ToPixels(icon->GetPosition().x - mouse.x);
+  navigation.discOffsetY = ToPixels(icon->GetPosition().y - mouse.y);
 }
 
 void ViewManager::RestoreHelmDiscPosition() {
   TrackMenu* const menu = helmDisc != nullptr ? helmDisc->GetActiveTrackMenu() : nullptr;
   if (menu == nullptr) return;
-  menu->OnMouseMove(ToPixels(static_cast<double>(mouseX) + helmDiscOffsetX),
-                    ToPixels(static_cast<double>(mouseY) + helmDiscOffsetY));
+  menu->OnMouseMove(ToPixels(static_cast<double>(mouse.x) + navigation.discOffsetX),
+                    ToPixels(static_cast<double>(mouse.y) + navigation.discOffsetY));
 }
 
 }  // namespace Korvane

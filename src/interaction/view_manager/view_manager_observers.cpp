@@ -1,13 +1,14 @@
 #include "interaction/view_manager/view_manager_observers.h"
 
-#include "korvane/rewind_history.h"
+#include "korvane/camera_operations.h"
 #include "korvane/view_manager.h"
 
 namespace Korvane {
 
 void ViewManagerHelmDiscObserver::OnActivated(DiscType /*type*/) {
-  viewManager->SetActiveTool(0);
-  viewManager->Refresh();
+  ViewManager& owner = *viewManager;
+  owner.SetActiveTool(0);  // may put this observer away
+  owner.Refresh();
 }
 void ViewManagerHelmDiscObserver::OnClosed() { viewManager->Refresh(); }
 
@@ -34,7 +35,18 @@ void ViewManagerOrientorObserver::OnPositionChange(OrientorParameters::Location 
 
 void ViewManagerRewindShotObserver::OnEndShot(Shot* /*shot*/, const CameraParameters& camera) {
   watching = false;
-  if (history != nullptr) history->EndElementRecord(camera);
+  CloseRecord(camera);
+}
+
+void ViewManagerRewindShotObserver::Watch(CameraOperations& hub, RewindHistory* rewindHistory) {
+  history.Set(rewindHistory);
+  watching = hub.SetActiveShotObserver(this);
+}
+
+void ViewManagerRewindShotObserver::CloseRecord(const CameraParameters& camera) {
+  RewindHistory* const open = history.Get();
+  history.Set(nullptr);
+  if (open != nullptr) open->EndElementRecord(camera);
 }
 
 }  // namespace Korvane

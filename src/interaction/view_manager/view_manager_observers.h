@@ -1,13 +1,15 @@
 #pragma once
 
 #include "korvane/helm_disc_observer.h"
+#include "korvane/lifeline.h"
 #include "korvane/orientor_observer.h"
+#include "korvane/rewind_history.h"
 #include "korvane/shot.h"
 #include "korvane/storyboard_observer.h"
 
 namespace Korvane {
 
-class RewindHistory;
+class CameraOperations;
 class ViewManager;
 
 // What the view manager hears from its widgets. None owns what it points to.
@@ -79,13 +81,14 @@ class ViewManagerRewindShotObserver : public ShotObserver {
 
   void OnEndShot(Shot* shot, const CameraParameters& camera) override;
 
-  void SetHistory(RewindHistory* rewindHistory) { history = rewindHistory; }
-  /// The hub holds this observer, for the shot that runs.
+  /// The present shot of the hub is to close the record that is open in `rewindHistory`.
+  void Watch(CameraOperations& hub, RewindHistory* rewindHistory);
+  /// Now, and not when the shot ends.
+  void CloseRecord(const CameraParameters& camera);
   bool IsWatching() const { return watching; }
-  void SetWatching(bool value) { watching = value; }
 
  private:
-  RewindHistory* history;
+  Borrowed<RewindHistory> history;
   bool watching = false;
 };
 

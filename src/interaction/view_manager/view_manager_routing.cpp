@@ -1,27 +1,12 @@
-// Who gets an event. Every list runs in the order of precedence and stops at the first who takes it.
+// Who gets an event. Every table is in the order of precedence: the first who takes the event ends it.
+#include <utility>
+
 #include "camera/host_camera.h"
 #include "camera/pixels.h"
-#include "korvane/cam3d_controller.h"
-#include "korvane/helm_disc.h"
-#include "korvane/mouse_wheel_zoom_tool.h"
-#include "korvane/navigation_bar.h"
-#include "korvane/orbit_tool.h"
-#include "korvane/orientor.h"
-#include "korvane/pan_tool.h"
-#include "korvane/pivot_ball.h"
-#include "korvane/renderer.h"
-#include "korvane/storyboard.h"
-#include "korvane/toolbar.h"
-#include "korvane/view_manager.h"
+#include "interaction/view_manager/view_layout.h"
+#include "interaction/view_manager/view_manager_doors.h"
 
 namespace Korvane {
-
-template <class Event>
-bool ViewManager::OfferToToolbars(Event event, int x, int y) {
-  bool taken = false;
-  toolbars.Notify([&](Toolbar& toolbar) { taken = taken || (toolbar.*event)(x, y); });
-  return taken;
-}
 
 // ---- who is ready for what ----
 
@@ -44,7 +29,7 @@ bool ViewManager::WantMiddleMouseNavigation() const {
   if (helmDisc == nullptr || !helmDisc->GetEnabled()) return false;
   const DiscType disc = helmDisc->GetActiveDisc();
   if (disc == DiscType::None || disc == DiscType::TourBuilding) return false;
-  if (leftMouseDown || rightMouseDown) return false;
+  if (mouse.leftDown || mouse.rightDown) return false;
   return storyboard == nullptr || !storyboard->IsPlayingBack();
 }
 
@@ -64,7 +49,7 @@ bool ViewManager::WantHelmDiscVisible() const {
     return false;
   }
   if (navigationBar != nullptr && navigationBar->IsMouseDownOnItem()) return false;
-  return !orbitingWithMouse && !panningWithMouse && !zoomingWithMouse;
+  return navigation.present == Navigation::None;
 }
 
 // A drag of the cube that wanders over the ribbon is not cut off.
@@ -75,39 +60,32 @@ bool ViewManager::WantOrientorEnabled() const {
   return !IsMouseInRibbonRegion() || (orientor != nullptr && orientor->IsDragActive());
 }
 
-bool ViewManager::IsMouseInRibbonRegion() const {
-  return ribbonVisible && mouseX < ribbonWidth &&
-         mouseY >= static_cast<double>(viewportHeight) - ribbonHeight;
-}
+bool ViewManager::IsMouseInRibbonRegion() const { return IsInRibbon(GetViewArea(), mouse.x, mouse.y); }
 
 bool ViewManager::IsMouseInToolbarRegion() const {
   return toolbars.Any([](const Toolbar& toolbar) { return toolbar.IsMouseInRegion(); });
 }
 
 const std::wstring& ViewManager::GetTooltip() const {
-  const std::wstring* tooltip = &emptyTooltip;
-  toolbars.Any([&tooltip](const Toolbar& toolbar) {
-    if (toolbar.IsVisible() && toolbar.IsMouseInRegion()) tooltip = &toolbar.GetTooltip();
-    return !tooltip->empty();
-  });
-  if (tooltip->empty() && navigationBar != nullptr && navigationBar->IsVisible() &&
-      navigationBar->IsMouseInRegion()) {
-    tooltip = &navigationBar->GetTooltip();
+  using D = Doors;
+  static constexpr const std::wstring* (*TEXTS[])(const ViewManager&) = {
+      D::GetToolbarTooltip,
+      D::GetTooltip<&ViewManager::navigationBar, &NavigationBar::IsVisible>,
+      D::GetTooltip<&ViewManager::storyboard, &Storyboard::IsVisible>,
+      D::GetTooltip<&ViewManager::orientor>,
+  };
+  for (const auto getText : TEXTS) {
+    const std::wstring* const text = getText(*this);
+    if (text != nullptr && !text->empty()) return *text;
   }
-  if (tooltip->empty() && storyboard != nullptr && storyboard->IsVisible() && storyboard->IsMouseInRegion()) {
-    tooltip = &storyboard->GetTooltip();
-  }
-  if (tooltip->empty() && orientor != nullptr && orientor->IsMouseInRegion()) {
-    tooltip = &orientor->GetTooltip();
-  }
-  return tooltip->empty() ? emptyTooltip : *tooltip;
+  return emptyTooltip;
 }
 
 // ---- what every event does ----
 
 void ViewManager::StoreMousePosition(int x, int y) {
-  mouseX = x;
-  mouseY = y;
+  mouse.x = x;
+  mouse.y = y;
 }
 
 void ViewManager::EnableCam3DController(bool enabled) {
@@ -131,230 +109,254 @@ void ViewManager::RequestApplicationUpdate() {
 // ---- moves ----
 
 bool ViewManager::OnMouseMove(int x, int y) {
+  using D = Doors;
+  static constexpr Door MOVE[] = {
+      // These three take a move only while they operate.
+      {D::OfferDrag<D::Orbit, &Tool::OnMouseMove, &Tool::IsMouseDragging>},
+      {D::OfferDrag<D::Pan, &Tool::OnMouseMove, &Tool::IsMouseDragging>},
+      {D::OfferDrag<D::Zoom, &Tool::OnMouseMove, &Tool::IsMouseDragging>},
+      {D::Offer<&ViewManager::navigationBar, &NavigationBar::OnMouseMove>},
+      {D::OfferToToolbars<&Toolbar::OnMouseMove>},
+      {D::OfferMoveToOrientor},
+      {D::OfferDrag<&ViewManager::helmDisc, &HelmDisc::OnMouseMove, &HelmDisc::IsDragActive>},
+      {D::OfferDrag<&ViewManager::activeTool, &Tool::OnMouseMove, &Tool::IsMouseDragging>},
+      {D::OfferDrag<&ViewManager::storyboard, &Storyboard::OnMouseMove, &Storyboard::DraggingStoryBoardItem>},
+  };
   // The window system sends a move right after a press.
-  const bool isOfThePress = x == mouseX && y == mouseY && x == leftDownX && y == leftDownY;
-  if (leftMouseDown && isOfThePress) return false;
+  const bool isOfThePress = x == mouse.x && y == mouse.y && x == mouse.leftDownX && y == mouse.leftDownY;
+  if (mouse.leftDown && isOfThePress) return false;
   const bool wasInRibbon = IsMouseInRibbonRegion();
   StoreMousePosition(x, y);
-  bool dragging = false;
-  const bool result = OfferMouseMove(x, y, dragging);
-  const bool dragChanged = NoteMouseDrag(dragging);
+  Event event{x, y};
+  const bool result = D::Offer(*this, MOVE, event);
+  const bool dragChanged = NoteMouseDrag(event.dragging);
   if (dragChanged || IsMouseInRibbonRegion() != wasInRibbon) RequestApplicationUpdate();
   return result;
 }
 
-bool ViewManager::OfferMouseMove(int x, int y, bool& dragging) {
-  // These three take a move only while they operate.
-  if (OfferMoveToTool(orbitTool.get(), x, y, dragging)) return true;
-  if (OfferMoveToTool(panTool.get(), x, y, dragging)) return true;
-  if (OfferMoveToTool(zoomTool.get(), x, y, dragging)) return true;
-  if (navigationBar != nullptr && navigationBar->OnMouseMove(x, y)) return true;
-  if (OfferToToolbars(&Toolbar::OnMouseMove, x, y)) return true;
-  if (OfferMoveToOrientor(x, y, dragging)) return true;
-  if (helmDisc != nullptr) {
-    const bool taken = helmDisc->OnMouseMove(x, y);
-    dragging = dragging || (helmDisc != nullptr && helmDisc->IsDragActive());
-    if (taken) return true;
-  }
-  if (activeTool != nullptr) {
-    const bool taken = activeTool->OnMouseMove(x, y);
-    dragging = dragging || (activeTool != nullptr && activeTool->IsMouseDragging());
-    if (taken) return true;
-  }
-  if (storyboard == nullptr) return false;
-  const bool taken = storyboard->OnMouseMove(x, y);
-  dragging = dragging || (storyboard != nullptr && storyboard->DraggingStoryBoardItem());
-  return taken;
-}
-
-bool ViewManager::OfferMoveToTool(Tool* tool, int x, int y, bool& dragging) {
-  if (tool == nullptr) return false;
-  const bool taken = tool->OnMouseMove(x, y);
-  dragging = dragging || tool->IsMouseDragging();
-  return taken;
-}
-
-bool ViewManager::OfferMoveToOrientor(int x, int y, bool& dragging) {
-  if (orientor == nullptr) return false;
-  const bool taken = orientor->OnMouseMove(x, y);
-  if (orientor == nullptr) return taken;
-  orientor->SetViewportMousePosition(x, FlipRow(viewportHeight, y));
-  if (orientor->IsDragActive()) {
-    NoticeOrientorDrag();
-    dragging = true;
-  }
-  return taken;
-}
-
-void ViewManager::NoticeOrientorDrag() {
-  if (orientorDragSeen) {
-    if (!orientor->IsMouseInRegion()) orientorDragLeftRegion = true;
+void ViewManager::NoticeOrientorDrag(const Orientor& cube) {
+  if (orientorDrag.seen) {
+    if (!cube.IsMouseInRegion()) orientorDrag.leftRegion = true;
     return;
   }
-  orientorDragSeen = true;
-  orientorDragLeftRegion = false;
-  if (pivotBall == nullptr) return;
-  if (cameraOperations != nullptr) {
+  orientorDrag = {true, false};
+  ShowPivotBall();
+}
+
+// Whoever the ball asks for a frame may be the one who puts it away.
+void ViewManager::ShowPivotBall() {
+  if (pivotBall != nullptr && cameraOperations != nullptr) {
     const CameraParameters camera = QueryCamera(*cameraOperations);
-    pivotBall->SetPosition(camera.pivot);
-    pivotBall->UpdateSize(camera);
+    if (pivotBall != nullptr) pivotBall->SetPosition(camera.pivot);
+    if (pivotBall != nullptr) pivotBall->UpdateSize(camera);
   }
-  pivotBall->SetLabel(STRING_PIVOT);
-  pivotBall->SetVisible(true);
+  LabelPivot();
+  if (pivotBall != nullptr) pivotBall->SetVisible(true);
 }
 
 // ---- the left button ----
 
 bool ViewManager::OnLeftMouseDown(int x, int y) {
-  leftMouseDown = true;
+  using D = Doors;
+  static constexpr Door PRESS[] = {
+      {D::Offer<&ViewManager::navigationBar, &NavigationBar::OnLeftMouseDown>, CleanScreen::Hides},
+      {D::OfferToToolbars<&Toolbar::OnLeftMouseDown>},
+      {D::IsOnRibbon},
+      {D::OfferPressToOrientor, CleanScreen::Hides},
+      {D::OfferWrapping<&ViewManager::helmDisc, &HelmDisc::OnLeftMouseDown>, CleanScreen::Hides},
+      {D::Offer<&ViewManager::storyboard, &Storyboard::OnLeftMouseDown>},
+      {D::OfferPressToTool},
+  };
+  mouse.leftDown = true;
   StoreMousePosition(x, y);
-  leftDownX = x;
-  leftDownY = y;
-  if (middleMouseDown || rightMouseDown) return false;
+  mouse.leftDownX = x;
+  mouse.leftDownY = y;
+  if (mouse.middleDown || mouse.rightDown) return false;
   wantCursorWrapping = false;
   EnableCam3DController(false);
-  const bool result = OfferLeftMouseDown(x, y);
+  Event event{x, y};
+  const bool result = D::Offer(*this, PRESS, event);
   if (!result) EnableCam3DController(WantCam3DControllerEnabled());
-  leftClickOpen = true;
+  mouse.leftClickOpen = true;
   return result;
 }
 
-bool ViewManager::OfferLeftMouseDown(int x, int y) {
-  if (!cleanScreen && navigationBar != nullptr && navigationBar->OnLeftMouseDown(x, y)) return true;
-  if (OfferToToolbars(&Toolbar::OnLeftMouseDown, x, y)) return true;
-  if (IsRibbonVisible() && IsMouseInRibbonRegion()) return true;
-  if (!cleanScreen && orientor != nullptr) {
-    wantCursorWrapping = orientor->OnLeftMouseDown(x, y);
-    if (wantCursorWrapping) return true;
-  }
-  if (!cleanScreen && helmDisc != nullptr && WrapIfTaken(helmDisc->OnLeftMouseDown(x, y), helmDisc))
-    return true;
-  if (storyboard != nullptr && storyboard->OnLeftMouseDown(x, y)) return true;
-  if (activeTool == nullptr || !WantActiveToolEnabled()) return false;
-  return WrapIfTaken(activeTool->OnMouseDown(x, y), activeTool);
-}
-
-// Whoever has taken a press or a key says whether the cursor is to be wrapped.
-template <class Owner>
-bool ViewManager::WrapIfTaken(bool taken, Owner* const& owner) {
-  wantCursorWrapping = taken && owner != nullptr && owner->WantCursorWrapping();
-  return taken;
-}
-
 bool ViewManager::OnLeftMouseUp(int x, int y) {
+  using D = Doors;
+  static constexpr Door RELEASE[] = {
+      {D::OfferReleaseToBar, CleanScreen::Hides},
+      {D::OfferToToolbars<&Toolbar::OnLeftMouseUp>},
+      {D::Offer<&ViewManager::orientor, &Orientor::OnLeftMouseUp>, CleanScreen::Hides},
+      {D::Offer<&ViewManager::helmDisc, &HelmDisc::OnLeftMouseUp>, CleanScreen::Hides},
+      {D::Offer<&ViewManager::storyboard, &Storyboard::OnLeftMouseUp>},
+      {D::Offer<&ViewManager::activeTool, &Tool::OnMouseUp>},
+  };
   StoreMousePosition(x, y);
-  leftMouseDown = false;
+  mouse.leftDown = false;
   bool result = false;
-  if (leftClickOpen) {
-    leftClickOpen = false;
+  if (std::exchange(mouse.leftClickOpen, false)) {
     wantCursorWrapping = false;
-    result = OfferLeftMouseUp(x, y);
+    Event event{x, y};
+    result = D::Offer(*this, RELEASE, event);
   }
-  if (orientorDragSeen) FinishOrientorDrag();
+  if (orientorDrag.seen) FinishOrientorDrag();
   if (NoteMouseDrag(false)) RequestApplicationUpdate();
   EnableCam3DController(WantCam3DControllerEnabled());
   return result;
 }
 
-bool ViewManager::OfferLeftMouseUp(int x, int y) {
-  if (!cleanScreen && navigationBar != nullptr) {
-    HandOrientorToBar();
-    if (navigationBar->OnLeftMouseUp(x, y)) return true;
-  }
-  if (OfferToToolbars(&Toolbar::OnLeftMouseUp, x, y)) return true;
-  if (!cleanScreen && orientor != nullptr && orientor->OnLeftMouseUp(x, y)) return true;
-  if (!cleanScreen && helmDisc != nullptr && helmDisc->OnLeftMouseUp(x, y)) return true;
-  if (storyboard != nullptr && storyboard->OnLeftMouseUp(x, y)) return true;
-  return activeTool != nullptr && activeTool->OnMouseUp(x, y);
-}
-
 void ViewManager::FinishOrientorDrag() {
-  orientorDragSeen = false;
+  orientorDrag.seen = false;
   if (pivotBall != nullptr) pivotBall->SetVisible(false);
-  if (orientorDragLeftRegion && renderer != nullptr) PutCursorBack();
-  if (helmDisc == nullptr || orientor == nullptr) return;
-  helmDisc->SetEnabled(!orientor->IsMouseInRegion());
-  helmDisc->SetVisible(!orientor->IsDragActive());
+  if (orientorDrag.leftRegion && renderer != nullptr) PutCursorBack();
+  if (helmDisc != nullptr && orientor != nullptr) helmDisc->SetEnabled(!orientor->IsMouseInRegion());
+  if (helmDisc != nullptr && orientor != nullptr) helmDisc->SetVisible(!orientor->IsDragActive());
 }
 
 // To where the drag of the cube began.
 void ViewManager::PutCursorBack() {
-  renderer->SetCursorPosition(leftDownX, leftDownY);
-  renderer->SetCursorID(CURSOR_ARROW);
-  if (helmDisc != nullptr) helmDisc->OnMouseMove(leftDownX, leftDownY);
-  if (orientor == nullptr) return;
-  orientor->OnMouseMove(leftDownX, leftDownY);
-  orientor->SetViewportMousePosition(leftDownX, FlipRow(viewportHeight, leftDownY));
+  Renderer& pictures = *renderer;
+  Event event{mouse.leftDownX, mouse.leftDownY};
+  pictures.SetCursorPosition(event.x, event.y);
+  pictures.SetCursorID(CURSOR_ARROW);
+  Doors::Offer<&ViewManager::helmDisc, &HelmDisc::OnMouseMove>(*this, event);
+  Doors::Offer<&ViewManager::orientor, &Orientor::OnMouseMove>(*this, event);
+  if (orientor != nullptr) orientor->SetViewportMousePosition(event.x, FlipRow(viewportHeight, event.y));
 }
 
 // ---- the right button ----
 
 bool ViewManager::OnRightMouseDown(int x, int y) {
-  rightMouseDown = true;
+  using D = Doors;
+  static constexpr Door PRESS[] = {
+      {D::IsPlaying},
+      {D::Offer<&ViewManager::navigationBar, &NavigationBar::OnRightMouseDown>, CleanScreen::Hides},
+      {D::OfferToToolbars<&Toolbar::OnRightMouseDown>},
+      {D::Is<&ViewManager::IsRightPressOnOrientor>},
+      {D::HasDiscMenu},
+      {D::Offer<&ViewManager::storyboard, &Storyboard::OnRightMouseDown>},
+  };
+  mouse.rightDown = true;
   StoreMousePosition(x, y);
-  if (leftMouseDown || middleMouseDown) return false;
+  if (mouse.leftDown || mouse.middleDown) return false;
   EnableCam3DController(false);
-  const bool result = OfferRightMouseDown(x, y);
+  Event event{x, y};
+  const bool result = D::Offer(*this, PRESS, event);
   if (!result) EnableCam3DController(WantCam3DControllerEnabled());
-  rightClickOpen = true;
+  mouse.rightClickOpen = true;
   return result;
 }
 
-bool ViewManager::OfferRightMouseDown(int x, int y) {
-  if (storyboard != nullptr && storyboard->IsPlayingBack()) return true;
-  if (!cleanScreen && navigationBar != nullptr && navigationBar->OnRightMouseDown(x, y)) return true;
-  if (OfferToToolbars(&Toolbar::OnRightMouseDown, x, y)) return true;
-  if (IsRightPressOnOrientor()) return true;
-  if (helmDisc != nullptr && helmDisc->GetEnabled() && helmDisc->GetActiveTrackMenu() != nullptr) return true;
-  return storyboard != nullptr && storyboard->OnRightMouseDown(x, y);
-}
-
 bool ViewManager::IsRightPressOnOrientor() const {
-  return orientor != nullptr && (orientorDragSeen || orientor->IsMouseOnCompassPart() ||
+  return orientor != nullptr && (orientorDrag.seen || orientor->IsMouseOnCompassPart() ||
                                  orientor->IsMouseOnGeometryPart() || orientor->IsMouseOnOverlayPart());
 }
 
 bool ViewManager::OnRightMouseUp(int x, int y) {
+  using D = Doors;
+  static constexpr Door RELEASE[] = {
+      {D::IsPlaying},
+      {D::Offer<&ViewManager::navigationBar, &NavigationBar::OnRightMouseUp>, CleanScreen::Hides},
+      {D::OfferToToolbars<&Toolbar::OnRightMouseUp>},
+      {D::Offer<&ViewManager::orientor, &Orientor::OpenMenu>, CleanScreen::Hides},
+      {D::Offer<&ViewManager::helmDisc, &HelmDisc::OpenMenu>, CleanScreen::Hides},
+      {D::Offer<&ViewManager::storyboard, &Storyboard::OpenMenu>},
+  };
   StoreMousePosition(x, y);
-  rightMouseDown = false;
-  rightClickOpen = false;
-  const bool result = OfferRightMouseUp(x, y);
+  mouse.rightDown = false;
+  mouse.rightClickOpen = false;
+  Event event{x, y};
+  const bool result = D::Offer(*this, RELEASE, event);
   EnableCam3DController(WantCam3DControllerEnabled());
   return result;
-}
-
-bool ViewManager::OfferRightMouseUp(int x, int y) {
-  if (storyboard != nullptr && storyboard->IsPlayingBack()) return true;
-  if (!cleanScreen && navigationBar != nullptr && navigationBar->OnRightMouseUp(x, y)) return true;
-  if (OfferToToolbars(&Toolbar::OnRightMouseUp, x, y)) return true;
-  if (!cleanScreen && orientor != nullptr && orientor->OpenMenu()) return true;
-  if (!cleanScreen && helmDisc != nullptr && helmDisc->OpenMenu()) return true;
-  return storyboard != nullptr && storyboard->OpenMenu();
 }
 
 // ---- keys ----
 
 bool ViewManager::OnKeyDown(KeyID key) {
+  using D = Doors;
+  static constexpr Door PRESS[] = {
+      {D::OfferWrapping<&ViewManager::helmDisc, &HelmDisc::OnKeyDown>},
+      {D::OfferKeyToStoryboard},
+      {D::OfferWrapping<&ViewManager::activeTool, &Tool::OnKeyDown>},
+  };
   if (key == KEY_SHIFT) {
-    shiftKeyDown = true;
+    mouse.shiftDown = true;
     if (EndPanningWithMouse()) BeginOrbitingWithMouse();
   }
-  if (key == KEY_CONTROL) controlKeyDown = true;
-  if (helmDisc != nullptr && WrapIfTaken(helmDisc->OnKeyDown(key), helmDisc)) return true;
-  const bool pastStoryboard = key == KEY_SPACE && leftMouseDown;
-  if (storyboard != nullptr && !pastStoryboard && storyboard->OnKeyDown(key)) return true;
-  return activeTool != nullptr && WrapIfTaken(activeTool->OnKeyDown(key), activeTool);
+  if (key == KEY_CONTROL) mouse.controlDown = true;
+  Event event{mouse.x, mouse.y, key};
+  return D::Offer(*this, PRESS, event);
 }
 
 bool ViewManager::OnKeyUp(KeyID key) {
+  using D = Doors;
+  static constexpr Door RELEASE[] = {
+      {D::OfferWrapping<&ViewManager::helmDisc, &HelmDisc::OnKeyUp>},
+      {D::Offer<&ViewManager::storyboard, &Storyboard::OnKeyUp>},
+      {D::OfferWrapping<&ViewManager::activeTool, &Tool::OnKeyUp>},
+  };
   if (key == KEY_SHIFT) {
-    shiftKeyDown = false;
+    mouse.shiftDown = false;
     if (EndOrbitingWithMouse()) BeginPanningWithMouse();
   }
-  if (key == KEY_CONTROL) controlKeyDown = false;
-  if (helmDisc != nullptr && WrapIfTaken(helmDisc->OnKeyUp(key), helmDisc)) return true;
-  if (storyboard != nullptr && storyboard->OnKeyUp(key)) return true;
-  return activeTool != nullptr && WrapIfTaken(activeTool->OnKeyUp(key), activeTool);
+  if (key == KEY_CONTROL) mouse.controlDown = false;
+  Event event{mouse.x, mouse.y, key};
+  return D::Offer(*this, RELEASE, event);
+}
+
+// ---- letting go ----
+
+void ViewManager::CancelGesture() {
+  mouse.leftDown = mouse.middleDown = mouse.rightDown = false;
+  mouse.middleClickOpen = mouse.rightClickOpen = false;
+  wantCursorWrapping = false;
+  EndMiddleMouseNavigation();
+  CancelToolGesture();
+  CancelOrientorGesture();
+  LetGo(false);
+  if (NoteMouseDrag(false)) RequestApplicationUpdate();
+  EnableCam3DController(WantCam3DControllerEnabled());
+}
+
+// Some tools act on the release: the key that cancels keeps them from it, and a shot that another begins ends
+// at once.
+void ViewManager::CancelToolGesture() {
+  Tool* const tool = activeTool;
+  if (tool == nullptr) return;
+  if (tool->IsOperating()) {
+    tool->OnKeyDown(KEY_ESCAPE);
+    if (activeTool == tool) tool->OnKeyUp(KEY_ESCAPE);
+  }
+  const Shot* const before = cameraOperations != nullptr ? cameraOperations->GetActiveShot() : nullptr;
+  if (activeTool == tool && (mouse.leftClickOpen || tool->IsOperating())) tool->OnMouseUp(mouse.x, mouse.y);
+  if (cameraOperations != nullptr && cameraOperations->GetActiveShot() != before) cameraOperations->EndShot();
+}
+
+// The cursor stays where it is.
+void ViewManager::CancelOrientorGesture() {
+  if (orientor != nullptr) orientor->CancelGesture();
+  orientorDrag.leftRegion = false;
+  if (orientorDrag.seen) FinishOrientorDrag();
+}
+
+// A release outside the viewport, which clicks nothing, for whoever else has taken the press.
+void ViewManager::LetGo(bool onlyHidden) {
+  using D = Doors;
+  static constexpr Door RELEASE[] = {
+      {D::Offer<&ViewManager::navigationBar, &NavigationBar::OnLeftMouseUp>, CleanScreen::Hides},
+      {D::Offer<&ViewManager::helmDisc, &HelmDisc::OnLeftMouseUp>, CleanScreen::Hides},
+      {D::OfferToToolbars<&Toolbar::OnLeftMouseUp>},
+      {D::Offer<&ViewManager::storyboard, &Storyboard::OnLeftMouseUp>},
+  };
+  if (!mouse.leftClickOpen) return;
+  if (!onlyHidden) mouse.leftClickOpen = false;
+  Event event{-1, -1};
+  for (const Door& door : RELEASE) {
+    const bool isHidden = door.cleanScreen == CleanScreen::Hides;
+    if (onlyHidden ? !isHidden : isHidden && cleanScreen) continue;
+    if (door.offer(*this, event)) return;
+  }
 }
 
 }  // namespace Korvane

@@ -92,18 +92,59 @@ TEST_F(CameraMovesTest, need_no_history) {
   RunShot();
 }
 
-TEST_F(CameraMovesTest, end_a_record_where_no_shot_begins) {
+// Neither recorded nor begun, and a move that runs goes on and ends its own record.
+TEST_F(CameraMovesTest, to_where_no_view_is_are_none) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
-  EXPECT_TRUE(manager.RestoreCenter(Vector3(nan, 0, 0)));  // says so all the same
-  EXPECT_FALSE(hub.IsShotActive());
-  EXPECT_EQ(disc.record->begun, 1);
-  EXPECT_EQ(disc.record->ended, 1);
+  const Vector3 nowhere(nan, 0, 0);
+  ASSERT_TRUE(manager.RestoreCenter(Vector3(1, 0, 0)));
+  const Shot* const running = hub.GetActiveShot();
+  const auto tryAll = [&] {
+    EXPECT_FALSE(manager.RestoreCenter(nowhere));
+    EXPECT_FALSE(manager.FitBoundsToView(nowhere, 1.0));
+    EXPECT_FALSE(manager.FitBoundsToView(Vector3(), nan));
+    EXPECT_FALSE(manager.FitBoundBoxToView(nowhere, Box3()));
+    EXPECT_FALSE(manager.FitBoundBoxToView(Vector3(), Box3(Vector3(), nowhere)));
+  };
+  tryAll();
   hub.view.eye.x = nan;
-  EXPECT_TRUE(manager.LevelCamera());
+  tryAll();
+  EXPECT_FALSE(manager.LevelCamera());
   EXPECT_FALSE(manager.FitAllToView());
-  EXPECT_FALSE(hub.IsShotActive());
-  EXPECT_EQ(disc.record->begun, 3);
-  EXPECT_EQ(disc.record->ended, 3);
+  EXPECT_FALSE(manager.FitSelectionToView());
+  EXPECT_FALSE(manager.RestoreCenter(Vector3()));
+  EXPECT_EQ(hub.GetActiveShot(), running);
+  EXPECT_TRUE(disc.record->Has(1, 0));
+  hub.EndShot();
+  EXPECT_TRUE(disc.record->Has(1, 1));
+}
+
+// The record of a move that the hub does not begin closes at once, and whoever watches the move that runs
+// meanwhile is told of its end.
+TEST_F(CameraMovesTest, that_the_hub_refuses_take_over_nobodys_move) {
+  class Refusing : public MemoryHub {
+   public:
+    using MemoryHub::BeginShot;
+    using MemoryHub::MemoryHub;
+    bool BeginShot(const CenterShotParameters& /*shot*/) override { return false; }
+  } refusing(hub.view);
+  class Waiting : public ShotObserver {
+   public:
+    void OnEndShot(Shot* /*shot*/, const CameraParameters& /*camera*/) override { ++told; }
+    int told = 0;
+  } waiting;
+  refusing.PerformOperations();
+  manager.SetKorvane(&refusing);
+  TransitionShotParameters shot;
+  shot.targetCamera = LookAt({0, 0, 20}, {0, 0, 0}, UP);
+  shot.duration = 1.0;
+  ASSERT_TRUE(refusing.BeginShot(shot));
+  ASSERT_TRUE(refusing.SetActiveShotObserver(&waiting));
+  EXPECT_FALSE(manager.RestoreCenter(Vector3(1, 0, 0)));
+  EXPECT_TRUE(disc.record->Has(1, 1));
+  refusing.EndShot();
+  EXPECT_EQ(waiting.told, 1);
+  EXPECT_TRUE(disc.record->Has(1, 1));
+  manager.SetKorvane(&hub);
 }
 
 TEST_F(CameraMovesTest, go_through_the_hub_of_each) {

@@ -21,9 +21,9 @@ class DrawingTest : public ViewManagerTest {
 };
 
 TEST_F(DrawingTest, stacks_the_widgets_in_their_order) {
-  manager.orbitTool = std::make_unique<FakeToolOf<OrbitTool>>("orbit", journal);
-  manager.panTool = std::make_unique<FakeToolOf<PanTool>>("pan", journal);
-  manager.zoomTool = std::make_unique<FakeToolOf<MouseWheelZoomTool>>("zoom", journal);
+  manager.navigation.orbitTool = std::make_unique<FakeToolOf<OrbitTool>>("orbit", journal);
+  manager.navigation.panTool = std::make_unique<FakeToolOf<PanTool>>("pan", journal);
+  manager.navigation.zoomTool = std::make_unique<FakeToolOf<MouseWheelZoomTool>>("zoom", journal);
   manager.OnDraw();
   EXPECT_EQ(journal.lines, (Lines{"panel.Draw", "orbit.OnDraw", "pan.OnDraw", "zoom.OnDraw", "tool.OnDraw",
                                   "disc.DrawOverlay", "cube.Draw", "bar.Draw", "first.Draw", "second.Draw",
@@ -121,9 +121,9 @@ TEST_F(DrawingTest, shows_the_cursor_of_the_cube) {
     EXPECT_EQ(CursorAfterDraw(), row.cursor) << row.part << " " << row.rawOverlay;
   }
   cube.activePart = 26;
-  manager.orientorDragSeen = true;
+  manager.orientorDrag.seen = true;
   EXPECT_EQ(CursorAfterDraw(), CURSOR_ORBIT);
-  manager.orientorDragLeftRegion = true;
+  manager.orientorDrag.leftRegion = true;
   EXPECT_EQ(CursorAfterDraw(), CURSOR_ORBIT_CUBE);
   manager.SetCleanScreen(true);
   EXPECT_EQ(CursorAfterDraw(), CURSOR_NONE);

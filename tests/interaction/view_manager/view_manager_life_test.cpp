@@ -50,16 +50,16 @@ TEST_F(LifeTest, hands_everything_on_before_it_creates) {
     EXPECT_EQ(toolbar->cameraOperations, &hub);
     EXPECT_EQ(toolbar->renderer, &renderer);
   }
-  for (const Tool* each :
-       {static_cast<Tool*>(manager.orbitTool.get()), static_cast<Tool*>(manager.panTool.get()),
-        static_cast<Tool*>(manager.zoomTool.get())}) {
+  for (const Tool* each : {static_cast<Tool*>(manager.navigation.orbitTool.get()),
+                           static_cast<Tool*>(manager.navigation.panTool.get()),
+                           static_cast<Tool*>(manager.navigation.zoomTool.get())}) {
     EXPECT_EQ(each->GetKorvane(), &hub);
     EXPECT_EQ(each->GetRenderer(), &renderer);
     EXPECT_EQ(each->GetRewindHistory(), disc.record);
   }
-  EXPECT_EQ(manager.orbitTool->GetPivotBall(), ball);
-  EXPECT_EQ(manager.zoomTool->GetPivotBall(), ball);
-  EXPECT_EQ(manager.panTool->GetPivotBall(), nullptr);  // a pan turns about nothing
+  EXPECT_EQ(manager.navigation.orbitTool->GetPivotBall(), ball);
+  EXPECT_EQ(manager.navigation.zoomTool->GetPivotBall(), ball);
+  EXPECT_EQ(manager.navigation.panTool->GetPivotBall(), nullptr);  // a pan turns about nothing
 }
 
 TEST_F(LifeTest, suppresses_the_welcome_screen_where_there_is_a_bar) {
@@ -120,7 +120,7 @@ TEST_F(LifeTest, goes_on_after_a_failure_but_not_past_its_own_stage) {
     EXPECT_EQ(fresh.rewindShotObserver != nullptr, row.watches) << row.fails->name;
     EXPECT_EQ(waiting->GetKorvane() != nullptr, row.wired) << row.fails->name;
     // The disc's tools work only with the disc.
-    EXPECT_EQ(fresh.orbitTool->GetKorvane() == nullptr, row.fails == &disc) << row.fails->name;
+    EXPECT_EQ(fresh.navigation.orbitTool->GetKorvane() == nullptr, row.fails == &disc) << row.fails->name;
     row.fails->createFails = false;
     fresh.SetCam3DController(nullptr);
   }
@@ -210,8 +210,8 @@ TEST_F(LifeTest, leaves_nobody_a_ball_that_is_gone) {
   EXPECT_EQ(disc.GetPivotBall(), nullptr);
   EXPECT_EQ(controller.GetPivotBall(), nullptr);
   EXPECT_EQ(tool->GetPivotBall(), nullptr);
-  EXPECT_EQ(manager.orbitTool->GetPivotBall(), nullptr);
-  EXPECT_EQ(manager.zoomTool->GetPivotBall(), nullptr);
+  EXPECT_EQ(manager.navigation.orbitTool->GetPivotBall(), nullptr);
+  EXPECT_EQ(manager.navigation.zoomTool->GetPivotBall(), nullptr);
   manager.OnLeftMouseDown(1, 2);
   manager.OnDraw();
 }
@@ -340,17 +340,17 @@ TEST_F(LifeTest, moves_its_observer_from_one_widget_to_the_next) {
 
 TEST_F(LifeTest, has_the_tools_of_the_middle_button_and_a_history_while_a_disc_is_set) {
   EXPECT_EQ(manager.GetRewindHistory(), disc.record);
-  const Tool* const orbit = manager.orbitTool.get();
+  const Tool* const orbit = manager.navigation.orbitTool.get();
   EXPECT_NE(orbit, nullptr);
   FakeDisc other(journal);
   manager.SetHelmDisc(&other);
-  EXPECT_NE(manager.orbitTool, nullptr);
-  EXPECT_NE(manager.panTool, nullptr);
-  EXPECT_NE(manager.zoomTool, nullptr);
+  EXPECT_NE(manager.navigation.orbitTool, nullptr);
+  EXPECT_NE(manager.navigation.panTool, nullptr);
+  EXPECT_NE(manager.navigation.zoomTool, nullptr);
   manager.SetHelmDisc(nullptr);
-  EXPECT_EQ(manager.orbitTool, nullptr);
-  EXPECT_EQ(manager.panTool, nullptr);
-  EXPECT_EQ(manager.zoomTool, nullptr);
+  EXPECT_EQ(manager.navigation.orbitTool, nullptr);
+  EXPECT_EQ(manager.navigation.panTool, nullptr);
+  EXPECT_EQ(manager.navigation.zoomTool, nullptr);
   EXPECT_EQ(manager.GetRewindHistory(), nullptr);
   EXPECT_FALSE(manager.OnMouseMove(5, 5));
 }
@@ -377,26 +377,27 @@ TEST_F(LifeTest, leaves_nobody_the_history_of_a_disc_that_is_gone) {
 
 TEST_F(LifeTest, closes_the_record_of_a_gesture_that_outlasts_its_history) {
   Start();
-  disc.record->BeginElementRecord(hub.view);
-  tool->operating = true;
+  manager.AddTool(1, new OrbitTool);
+  manager.SetActiveTool(1);
+  manager.OnLeftMouseDown(400, 300);
+  EXPECT_TRUE(disc.record->Has(1, 0));
   manager.SetHelmDisc(&disc);  // the same
-  EXPECT_EQ(disc.record->GetOpenCount(), 1);
+  EXPECT_TRUE(disc.record->Has(1, 0));
   manager.SetHelmDisc(nullptr);
-  EXPECT_EQ(disc.record->GetOpenCount(), 0);
+  EXPECT_TRUE(disc.record->Has(1, 1));
   EXPECT_TRUE(SameBits(disc.record->endCamera, hub.view));
   manager.SetHelmDisc(&disc);
-  tool->operating = false;
-  manager.SetHelmDisc(nullptr);
-  EXPECT_EQ(disc.record->ended, 1);
+  manager.OnLeftMouseUp(400, 300);
+  EXPECT_TRUE(disc.record->Has(1, 1));
 }
 
 TEST_F(LifeTest, closes_a_gesture_of_the_middle_button_with_its_disc) {
   Start();
   disc.Open(DiscType::FullNavigation);
   manager.OnMiddleMouseDown(400, 300);
-  EXPECT_TRUE(manager.panningWithMouse);
+  EXPECT_TRUE(manager.IsPanningWithMouse());
   manager.SetHelmDisc(nullptr);
-  EXPECT_FALSE(manager.panningWithMouse);
+  EXPECT_FALSE(manager.IsPanningWithMouse());
   EXPECT_FALSE(hub.IsOperationActive(OPERATION_ALL));
   EXPECT_EQ(disc.record->begun, 1);
   EXPECT_EQ(disc.record->ended, 1);

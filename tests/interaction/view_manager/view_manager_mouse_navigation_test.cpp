@@ -19,14 +19,15 @@ class MouseNavigationTest : public ViewManagerTest {
   }
 
   Mode Now() const {
-    if (manager.orbitingWithMouse) return ORBITING;
-    if (manager.panningWithMouse) return PANNING;
-    return manager.zoomingWithMouse ? ZOOMING : IDLE;
+    if (manager.IsOrbitingWithMouse()) return ORBITING;
+    if (manager.IsPanningWithMouse()) return PANNING;
+    return manager.IsZoomingWithMouse() ? ZOOMING : IDLE;
   }
   // One flag, one operation of the hub and one open record, or none of the three.
   void ExpectMode(Mode mode) {
     EXPECT_EQ(Now(), mode);
-    EXPECT_EQ(int{manager.orbitingWithMouse} + int{manager.panningWithMouse} + int{manager.zoomingWithMouse},
+    EXPECT_EQ(int{manager.IsOrbitingWithMouse()} + int{manager.IsPanningWithMouse()} +
+                  int{manager.IsZoomingWithMouse()},
               mode == IDLE ? 0 : 1);
     EXPECT_EQ(hub.IsOperationActive(OPERATION_ORBIT), mode == ORBITING);
     EXPECT_EQ(hub.IsOperationActive(OPERATION_PAN), mode == PANNING);
@@ -46,7 +47,7 @@ TEST_F(MouseNavigationTest, pans_with_the_middle_button) {
   EXPECT_TRUE(manager.OnMiddleMouseDown(400, 300));
   ExpectMode(PANNING);
   EXPECT_TRUE(manager.wantCursorWrapping);
-  EXPECT_TRUE(manager.middleClickOpen);
+  EXPECT_TRUE(manager.mouse.middleClickOpen);
   EXPECT_FALSE(disc.visible);
   EXPECT_EQ(renderer.CountCalls("CreateTooltipHUD"), 1);
   // 300 pixels are 10 units: 30 to the right carry the camera 1 unit to the left.
@@ -58,7 +59,7 @@ TEST_F(MouseNavigationTest, pans_with_the_middle_button) {
   ExpectMode(IDLE);
   EXPECT_FALSE(MouseDrag());
   EXPECT_FALSE(manager.wantCursorWrapping);
-  EXPECT_FALSE(manager.middleClickOpen);
+  EXPECT_FALSE(manager.mouse.middleClickOpen);
   EXPECT_TRUE(disc.visible);
   EXPECT_EQ(renderer.CountCalls("DestroyIcon"), 1);
   EXPECT_EQ(renderer.GetCursorID(), CURSOR_ORBIT_CUBE);  // the disc's
@@ -85,7 +86,7 @@ TEST_F(MouseNavigationTest, shows_the_note_of_what_goes_on) {
     std::string text;
   };
   for (const Row& row : {Row{false, "51"}, Row{true, "50"}}) {
-    manager.shiftKeyDown = row.shift;
+    manager.mouse.shiftDown = row.shift;
     renderer.ClearCalls();
     manager.OnMiddleMouseDown(400, 300);
     EXPECT_EQ(renderer.CountCalls("CreateTooltipHUD"), 1);
@@ -106,7 +107,7 @@ TEST_F(MouseNavigationTest, labels_the_ball_as_the_pivot) {
     manager.GetPivotBall()->SetLabel(static_cast<StringID>(40));
     renderer.ApplyTextureUsage();
     renderer.ClearCalls();
-    manager.shiftKeyDown = true;
+    manager.mouse.shiftDown = true;
     if (wheel) {
       manager.OnMouseWheel(400, 300, 120);
     } else {
@@ -124,8 +125,8 @@ TEST_F(MouseNavigationTest, swaps_pan_and_orbit_with_shift_in_the_middle_of_a_dr
   manager.OnKeyDown(KEY_SHIFT);
   ExpectMode(ORBITING);
   EXPECT_EQ(disc.record->begun, 2);
-  EXPECT_EQ(manager.orbitTool->GetMouseDownX(), 410);  // from where the cursor is
-  manager.OnKeyDown(KEY_SHIFT);                        // repeats
+  EXPECT_EQ(manager.navigation.orbitTool->GetMouseDownX(), 410);  // from where the cursor is
+  manager.OnKeyDown(KEY_SHIFT);                                   // repeats
   ExpectMode(ORBITING);
   EXPECT_EQ(disc.record->begun, 2);
   manager.OnMouseMove(420, 310);
@@ -133,8 +134,8 @@ TEST_F(MouseNavigationTest, swaps_pan_and_orbit_with_shift_in_the_middle_of_a_dr
   ExpectMode(PANNING);
   EXPECT_EQ(disc.record->begun, 3);
   EXPECT_EQ(disc.record->ended, 2);
-  EXPECT_EQ(manager.panTool->GetMouseDownX(), 420);
-  EXPECT_EQ(manager.panTool->GetMouseDownY(), 310);
+  EXPECT_EQ(manager.navigation.panTool->GetMouseDownX(), 420);
+  EXPECT_EQ(manager.navigation.panTool->GetMouseDownY(), 310);
   EXPECT_FALSE(disc.visible);
   manager.OnMiddleMouseUp(420, 310);
   ExpectMode(IDLE);
@@ -153,7 +154,7 @@ TEST_F(MouseNavigationTest, needs_an_open_disc) {
   for (const DiscType type : {DiscType::None, DiscType::TourBuilding}) {
     disc.Open(type);
     EXPECT_FALSE(manager.OnMiddleMouseDown(400, 300));
-    EXPECT_TRUE(manager.middleClickOpen);
+    EXPECT_TRUE(manager.mouse.middleClickOpen);
     EXPECT_FALSE(manager.wantCursorWrapping);
     ExpectMode(IDLE);
     EXPECT_FALSE(manager.OnMiddleMouseUp(400, 300));
@@ -163,14 +164,14 @@ TEST_F(MouseNavigationTest, needs_an_open_disc) {
 }
 
 TEST_F(MouseNavigationTest, leaves_the_disc_alone_when_the_tool_cannot_begin) {
-  manager.panTool->SetKorvane(nullptr);
+  manager.navigation.panTool->SetKorvane(nullptr);
   EXPECT_FALSE(manager.OnMiddleMouseDown(400, 300));
   EXPECT_TRUE(disc.visible);
   ExpectMode(IDLE);
   EXPECT_EQ(renderer.CountCalls("CreateTooltipHUD"), 0);
   manager.OnMiddleMouseUp(400, 300);
-  manager.orbitTool->SetKorvane(nullptr);
-  manager.shiftKeyDown = true;
+  manager.navigation.orbitTool->SetKorvane(nullptr);
+  manager.mouse.shiftDown = true;
   EXPECT_FALSE(manager.OnMiddleMouseDown(400, 300));
   EXPECT_EQ(renderer.CountCalls("CreateTooltipHUD"), 0);
 }
@@ -178,8 +179,8 @@ TEST_F(MouseNavigationTest, leaves_the_disc_alone_when_the_tool_cannot_begin) {
 // The disc stands 10 right and 5 above the cursor, and so it does again where the cursor is then.
 TEST_F(MouseNavigationTest, brings_the_disc_back_to_the_cursor) {
   manager.OnMiddleMouseDown(400, 300);
-  EXPECT_EQ(manager.helmDiscOffsetX, 10);
-  EXPECT_EQ(manager.helmDiscOffsetY, 5);
+  EXPECT_EQ(manager.navigation.discOffsetX, 10);
+  EXPECT_EQ(manager.navigation.discOffsetY, 5);
   manager.OnMouseMove(500, 100);
   manager.OnMiddleMouseUp(500, 100);
   EXPECT_EQ(disc.menu.moves, 1);
@@ -190,22 +191,22 @@ TEST_F(MouseNavigationTest, brings_the_disc_back_to_the_cursor) {
 TEST_F(MouseNavigationTest, cuts_the_place_of_the_disc_to_whole_pixels) {
   disc.menu.icon.SetPosition(Vector2(398.5, 301.9));
   manager.OnMiddleMouseDown(400, 300);
-  EXPECT_EQ(manager.helmDiscOffsetX, -1);
-  EXPECT_EQ(manager.helmDiscOffsetY, 1);
+  EXPECT_EQ(manager.navigation.discOffsetX, -1);
+  EXPECT_EQ(manager.navigation.discOffsetY, 1);
 }
 
 TEST_F(MouseNavigationTest, keeps_the_place_of_the_disc_where_it_has_no_picture) {
-  manager.helmDiscOffsetX = 77;
+  manager.navigation.discOffsetX = 77;
   disc.menu.activeRegion.icon = nullptr;
   manager.SaveHelmDiscPosition();
-  EXPECT_EQ(manager.helmDiscOffsetX, 77);
+  EXPECT_EQ(manager.navigation.discOffsetX, 77);
   disc.activeTrackMenu = nullptr;
   manager.SaveHelmDiscPosition();
   manager.RestoreHelmDiscPosition();
   manager.SetHelmDisc(nullptr);
   manager.SaveHelmDiscPosition();
   manager.RestoreHelmDiscPosition();
-  EXPECT_EQ(manager.helmDiscOffsetX, 77);
+  EXPECT_EQ(manager.navigation.discOffsetX, 77);
 }
 
 // ---- what the single operations answer ----
@@ -265,7 +266,7 @@ TEST_F(MouseNavigationTest, zooms_by_the_wheel_until_it_rests) {
 }
 
 TEST_F(MouseNavigationTest, asks_for_a_frame_when_the_wheel_begins_a_drag) {
-  manager.zoomTool = std::make_unique<FakeToolOf<MouseWheelZoomTool>>("zoom", journal);
+  manager.navigation.zoomTool = std::make_unique<FakeToolOf<MouseWheelZoomTool>>("zoom", journal);
   journal.takers = {"zoom"};
   disc.visible = false;  // so that hiding it asks for none
   hub.requested = 0;
@@ -297,7 +298,7 @@ TEST_F(MouseNavigationTest, zooms_about_the_pivot_of_the_camera_with_control_or_
     hub.view = LookAt({0, 0, 10}, {0, 0, 0}, {0, 1, 0});
     renderer.SetSceneHit(Vector3(2, 1, 3));
     disc.Open(row.disc);
-    manager.controlKeyDown = row.control;
+    manager.mouse.controlDown = row.control;
     EXPECT_TRUE(manager.OnMouseWheel(500, 300, 120));
     EXPECT_EQ(hub.view.pivot == Vector3(2, 1, 3), row.moves) << row.control << static_cast<int>(row.disc);
     manager.EndMiddleMouseNavigation();
@@ -311,14 +312,13 @@ TEST_F(MouseNavigationTest, gives_the_wheel_to_the_active_tool_when_it_cannot_zo
     std::function<void()> reset;
   };
   const Row rows[] = {
-      {"left held", [this] { manager.leftMouseDown = true; }, [this] { manager.leftMouseDown = false; }},
-      {"right held", [this] { manager.rightMouseDown = true; }, [this] { manager.rightMouseDown = false; }},
+      {"left held", [this] { manager.mouse.leftDown = true; }, [this] { manager.mouse.leftDown = false; }},
+      {"right held", [this] { manager.mouse.rightDown = true; }, [this] { manager.mouse.rightDown = false; }},
       {"a drag", [this] { MouseDrag() = true; }, [this] { MouseDrag() = false; }},
       {"clean screen", [this] { manager.SetCleanScreen(true); }, [this] { manager.SetCleanScreen(false); }},
       {"no disc", [this] { disc.Open(DiscType::None); }, [this] { disc.Open(DiscType::TwoD); }},
-      {"orbiting", [this] { manager.orbitingWithMouse = true; },
-       [this] { manager.orbitingWithMouse = false; }},
-      {"panning", [this] { manager.panningWithMouse = true; }, [this] { manager.panningWithMouse = false; }},
+      {"orbiting", [this] { manager.BeginOrbitingWithMouse(); }, [this] { manager.EndOrbitingWithMouse(); }},
+      {"panning", [this] { manager.BeginPanningWithMouse(); }, [this] { manager.EndPanningWithMouse(); }},
   };
   journal.takers = {"tool"};
   for (const Row& row : rows) {
@@ -326,12 +326,12 @@ TEST_F(MouseNavigationTest, gives_the_wheel_to_the_active_tool_when_it_cannot_zo
     journal.lines.clear();
     EXPECT_TRUE(manager.OnMouseWheel(400, 300, 120)) << row.name;
     EXPECT_EQ(journal.lines, (Lines{"tool.OnMouseWheel(400, 300)120"})) << row.name;
-    EXPECT_FALSE(manager.zoomingWithMouse) << row.name;
+    EXPECT_FALSE(manager.IsZoomingWithMouse()) << row.name;
     row.reset();
   }
   journal.lines.clear();
   EXPECT_TRUE(manager.OnMouseWheel(400, 300, 120));
-  EXPECT_TRUE(manager.zoomingWithMouse);
+  EXPECT_TRUE(manager.IsZoomingWithMouse());
   EXPECT_TRUE(journal.lines.empty());
 }
 
@@ -369,8 +369,8 @@ TEST_F(MouseNavigationTest, goes_on_without_a_renderer_and_a_ball) {
   manager.OnMiddleMouseDown(400, 300);
   manager.SetRenderer(nullptr);
   manager.pivotBall.reset();
-  manager.orbitTool->SetPivotBall(nullptr);
-  manager.zoomTool->SetPivotBall(nullptr);
+  manager.navigation.orbitTool->SetPivotBall(nullptr);
+  manager.navigation.zoomTool->SetPivotBall(nullptr);
   manager.OnKeyDown(KEY_SHIFT);
   ExpectMode(ORBITING);
   manager.OnMiddleMouseUp(400, 300);
@@ -415,7 +415,8 @@ TEST_F(MouseNavigationTest, is_in_one_mode_whatever_happens) {
         Frame(static_cast<std::uint32_t>(random.Integer(0, 300)));
         break;
     }
-    ASSERT_LE(int{manager.orbitingWithMouse} + int{manager.panningWithMouse} + int{manager.zoomingWithMouse},
+    ASSERT_LE(int{manager.IsOrbitingWithMouse()} + int{manager.IsPanningWithMouse()} +
+                  int{manager.IsZoomingWithMouse()},
               1);
     ASSERT_EQ(disc.record->begun - disc.record->ended, Now() == IDLE ? 0 : 1);
     renderer.ClearCalls();

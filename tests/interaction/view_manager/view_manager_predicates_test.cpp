@@ -31,6 +31,10 @@ class PredicatesTest : public ViewManagerTest {
   Obstacle Flag(const char* reason, bool& flag, bool expected = false) {
     return {reason, [&flag] { flag = true; }, [&flag] { flag = false; }, expected};
   }
+  Obstacle Navigating(const char* reason, OpenViewManager::Navigation kind) {
+    return {reason, [this, kind] { manager.navigation.present = kind; },
+            [this] { manager.navigation.present = OpenViewManager::Navigation::None; }};
+  }
   Obstacle Part(const char* reason, int part) {
     return {reason, [this, part] { cube.activePart = part; }, [this] { cube.activePart = -1; }};
   }
@@ -98,8 +102,8 @@ TEST_F(PredicatesTest, the_middle_button_needs_a_disc_that_is_up) {
   disc.Open(DiscType::FullNavigation);
   Expect([this] { return manager.WantMiddleMouseNavigation(); },
          {{"disabled disc", [this] { disc.menu.SetEnabled(false); }, [this] { disc.menu.SetEnabled(true); }},
-          Flag("left button", manager.leftMouseDown),
-          Flag("right button", manager.rightMouseDown),
+          Flag("left button", manager.mouse.leftDown),
+          Flag("right button", manager.mouse.rightDown),
           Flag("playing panel", panel.playing),
           {"no disc", [this] { manager.SetHelmDisc(nullptr); }, [this] { manager.SetHelmDisc(&disc); }}});
 }
@@ -135,9 +139,9 @@ TEST_F(PredicatesTest, the_disc_shows_unless_something_else_goes_on) {
           DraggingSequence(),
           DraggingShot(),
           Flag("pressed item", bar.strip->mouseDownOnItem),
-          Flag("orbiting", manager.orbitingWithMouse),
-          Flag("panning", manager.panningWithMouse),
-          Flag("zooming", manager.zoomingWithMouse),
+          Navigating("orbiting", OpenViewManager::Navigation::Orbiting),
+          Navigating("panning", OpenViewManager::Navigation::Panning),
+          Navigating("zooming", OpenViewManager::Navigation::Zooming),
           Flag("mouse on the panel", panel.mouseInRegion, true)});
 }
 

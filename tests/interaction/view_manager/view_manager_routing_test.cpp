@@ -17,9 +17,9 @@ class RoutingTest : public ViewManagerTest {
 
   RoutingTest() {
     Start();
-    manager.orbitTool = std::make_unique<FakeToolOf<OrbitTool>>("orbit", journal);
-    manager.panTool = std::make_unique<FakeToolOf<PanTool>>("pan", journal);
-    manager.zoomTool = std::make_unique<FakeToolOf<MouseWheelZoomTool>>("zoom", journal);
+    manager.navigation.orbitTool = std::make_unique<FakeToolOf<OrbitTool>>("orbit", journal);
+    manager.navigation.panTool = std::make_unique<FakeToolOf<PanTool>>("pan", journal);
+    manager.navigation.zoomTool = std::make_unique<FakeToolOf<MouseWheelZoomTool>>("zoom", journal);
   }
   ~RoutingTest() override { RecordProperty("cases", cases); }
 
@@ -50,9 +50,9 @@ class RoutingTest : public ViewManagerTest {
 
   // No button is held, wherever the events came from.
   void Release() {
-    manager.leftMouseDown = manager.middleMouseDown = manager.rightMouseDown = false;
-    manager.leftClickOpen = manager.middleClickOpen = manager.rightClickOpen = false;
-    manager.orientorDragSeen = false;
+    manager.mouse.leftDown = manager.mouse.middleDown = manager.mouse.rightDown = false;
+    manager.mouse.leftClickOpen = manager.mouse.middleClickOpen = manager.mouse.rightClickOpen = false;
+    manager.orientorDrag.seen = false;
     manager.OnMouseMove(X - 1, Y - 1);
     journal.lines.clear();
   }
@@ -100,7 +100,7 @@ TEST_F(RoutingTest, moves_go_to_all_until_one_takes_them) {
   ShowRibbon();
   ExpectOrder("on the ribbon", Nothing, Move(), ALL_FOR_MOVES);
   ExpectOrder(
-      "left held", [this] { return manager.leftMouseDown = true; }, Move(), ALL_FOR_MOVES);
+      "left held", [this] { return manager.mouse.leftDown = true; }, Move(), ALL_FOR_MOVES);
   EXPECT_EQ(cases, 44);
 }
 
@@ -149,7 +149,7 @@ TEST_F(RoutingTest, right_presses_go_down_the_list) {
   ExpectOrder("the home button", Nothing, RightDown(), before, true);
   cube.activeOverlayPart = -1;
   ExpectOrder(
-      "a drag of the cube", [this] { return manager.orientorDragSeen = true; }, RightDown(), before, true);
+      "a drag of the cube", [this] { return manager.orientorDrag.seen = true; }, RightDown(), before, true);
   disc.Open(DiscType::FullNavigation);
   ExpectOrder("a disc", Nothing, RightDown(), before, true);
   disc.menu.SetEnabled(false);
@@ -177,7 +177,7 @@ TEST_F(RoutingTest, keys_go_to_the_disc_the_panel_and_the_tool) {
         name + " down", Nothing, [&] { return manager.OnKeyDown(key); }, all);
     ExpectOrder(
         name + " up", Nothing, [&] { return manager.OnKeyUp(key); }, all);
-    const Event held = [this] { return manager.leftMouseDown = true; };
+    const Event held = [this] { return manager.mouse.leftDown = true; };
     const bool space = key == KEY_SPACE;
     ExpectOrder(
         name + " down, left held", held, [&] { return manager.OnKeyDown(key); },
@@ -205,8 +205,8 @@ TEST_F(RoutingTest, a_second_button_goes_nowhere) {
                          &ViewManager::OnRightMouseDown};
   const Press ups[] = {&ViewManager::OnLeftMouseUp, &ViewManager::OnMiddleMouseUp,
                        &ViewManager::OnRightMouseUp};
-  const bool OpenViewManager::*physical[] = {
-      &OpenViewManager::leftMouseDown, &OpenViewManager::middleMouseDown, &OpenViewManager::rightMouseDown};
+  const bool* const physical[] = {&manager.mouse.leftDown, &manager.mouse.middleDown,
+                                  &manager.mouse.rightDown};
   journal.takers = {"bar"};
   for (const int held : {0, 1, 2}) {
     for (const int other : {0, 1, 2}) {
@@ -217,11 +217,11 @@ TEST_F(RoutingTest, a_second_button_goes_nowhere) {
       EXPECT_FALSE((manager.*downs[other])(X, Y)) << held << other;
       EXPECT_EQ(Asked(), Lines{}) << held << other;
       EXPECT_EQ(controller.switches, "") << held << other;
-      EXPECT_TRUE(manager.*physical[other]) << held << other;
+      EXPECT_TRUE(*physical[other]) << held << other;
       (manager.*ups[other])(X, Y);
       (manager.*ups[held])(X, Y);
-      EXPECT_FALSE(manager.*physical[other]) << held << other;
-      EXPECT_FALSE(manager.*physical[held]) << held << other;
+      EXPECT_FALSE(*physical[other]) << held << other;
+      EXPECT_FALSE(*physical[held]) << held << other;
     }
   }
 }
@@ -231,7 +231,7 @@ TEST_F(RoutingTest, a_left_press_while_the_right_button_is_held_leaves_its_relea
   journal.lines.clear();
   EXPECT_FALSE(manager.OnLeftMouseDown(X, Y));
   EXPECT_TRUE(manager.IsLeftMouseDown());
-  EXPECT_FALSE(manager.leftClickOpen);
+  EXPECT_FALSE(manager.mouse.leftClickOpen);
   journal.takers = {"bar", "tool"};
   EXPECT_FALSE(manager.OnLeftMouseUp(X, Y));
   EXPECT_EQ(Asked(), Lines{});
@@ -372,26 +372,26 @@ TEST_F(RoutingTest, wraps_the_cursor_for_a_key_that_was_taken) {
 
 TEST_F(RoutingTest, keeps_the_modifier_keys) {
   manager.OnKeyDown(KEY_SHIFT);
-  EXPECT_TRUE(manager.shiftKeyDown);
-  EXPECT_FALSE(manager.controlKeyDown);
+  EXPECT_TRUE(manager.mouse.shiftDown);
+  EXPECT_FALSE(manager.mouse.controlDown);
   manager.OnKeyDown(KEY_CONTROL);
-  EXPECT_TRUE(manager.controlKeyDown);
+  EXPECT_TRUE(manager.mouse.controlDown);
   manager.OnKeyUp(KEY_SHIFT);
-  EXPECT_FALSE(manager.shiftKeyDown);
-  EXPECT_TRUE(manager.controlKeyDown);
+  EXPECT_FALSE(manager.mouse.shiftDown);
+  EXPECT_TRUE(manager.mouse.controlDown);
   manager.OnKeyUp(KEY_CONTROL);
-  EXPECT_FALSE(manager.controlKeyDown);
+  EXPECT_FALSE(manager.mouse.controlDown);
 }
 
 TEST_F(RoutingTest, notes_where_the_mouse_is_and_where_it_was_pressed) {
-  EXPECT_EQ(OpenViewManager().mouseX, -1);
-  EXPECT_EQ(OpenViewManager().mouseY, -1);
+  EXPECT_EQ(OpenViewManager().mouse.x, -1);
+  EXPECT_EQ(OpenViewManager().mouse.y, -1);
   manager.OnLeftMouseDown(1, 2);
   manager.OnMouseMove(3, 4);
-  EXPECT_EQ(manager.leftDownX, 1);
-  EXPECT_EQ(manager.leftDownY, 2);
-  EXPECT_EQ(manager.mouseX, 3);
-  EXPECT_EQ(manager.mouseY, 4);
+  EXPECT_EQ(manager.mouse.leftDownX, 1);
+  EXPECT_EQ(manager.mouse.leftDownY, 2);
+  EXPECT_EQ(manager.mouse.x, 3);
+  EXPECT_EQ(manager.mouse.y, 4);
   using ButtonEvent = bool (ViewManager::*)(int, int);
   const ButtonEvent events[] = {&ViewManager::OnLeftMouseUp,   &ViewManager::OnRightMouseDown,
                                 &ViewManager::OnRightMouseUp,  &ViewManager::OnMiddleMouseDown,
@@ -399,14 +399,14 @@ TEST_F(RoutingTest, notes_where_the_mouse_is_and_where_it_was_pressed) {
   int at = 10;
   for (const ButtonEvent event : events) {
     (manager.*event)(at, at + 100);
-    EXPECT_EQ(manager.mouseX, at);
-    EXPECT_EQ(manager.mouseY, at + 100);
+    EXPECT_EQ(manager.mouse.x, at);
+    EXPECT_EQ(manager.mouse.y, at + 100);
     ++at;
   }
   manager.OnMouseWheel(55, 66, -240);
-  EXPECT_EQ(manager.mouseX, 55);
-  EXPECT_EQ(manager.mouseY, 66);
-  EXPECT_EQ(manager.mouseWheelDelta, -240);
+  EXPECT_EQ(manager.mouse.x, 55);
+  EXPECT_EQ(manager.mouse.y, 66);
+  EXPECT_EQ(manager.mouse.wheelDelta, -240);
 }
 
 TEST_F(RoutingTest, writes_down_a_drag_and_asks_for_a_frame_when_that_changes) {
@@ -414,7 +414,7 @@ TEST_F(RoutingTest, writes_down_a_drag_and_asks_for_a_frame_when_that_changes) {
     const char* name;
     std::function<void(bool)> drag;
   };
-  auto& pan = static_cast<FakeToolOf<PanTool>&>(*manager.panTool);
+  auto& pan = static_cast<FakeToolOf<PanTool>&>(*manager.navigation.panTool);
   const Row rows[] = {
       {"tool of the disc", [&](bool on) { pan.mouseDown = pan.mouseDragged = on; }},
       {"cube", [this](bool on) { cube.dragging = on; }},
@@ -435,7 +435,7 @@ TEST_F(RoutingTest, writes_down_a_drag_and_asks_for_a_frame_when_that_changes) {
     manager.OnMouseMove(X + 2, Y);
     EXPECT_FALSE(MouseDrag()) << row.name;
     EXPECT_EQ(hub.requested, 2) << row.name;
-    manager.orientorDragSeen = false;
+    manager.orientorDrag.seen = false;
   }
 }
 
@@ -490,14 +490,14 @@ TEST_F(RoutingTest, marks_the_pivot_while_the_cube_is_dragged) {
   manager.OnLeftMouseDown(X, Y);
   journal.takers = {"cube"};  // also when the cube takes the move
   EXPECT_TRUE(manager.OnMouseMove(X + 1, Y));
-  EXPECT_TRUE(manager.orientorDragSeen);
-  EXPECT_FALSE(manager.orientorDragLeftRegion);
+  EXPECT_TRUE(manager.orientorDrag.seen);
+  EXPECT_FALSE(manager.orientorDrag.leftRegion);
   EXPECT_TRUE(manager.GetPivotBall()->IsVisible());
   EXPECT_EQ(manager.GetPivotBall()->GetPosition(), Vector3(0, 0, 0));
   EXPECT_NEAR(manager.GetPivotBall()->GetSize(), 0.5, 1e-12);  // 20 units of view / 40
   cube.dragging = false;
   manager.OnLeftMouseUp(X + 1, Y);
-  EXPECT_FALSE(manager.orientorDragSeen);
+  EXPECT_FALSE(manager.orientorDrag.seen);
   EXPECT_FALSE(manager.GetPivotBall()->IsVisible());
   EXPECT_EQ(renderer.CountCalls("SetCursorPosition"), 0);
 }
@@ -507,12 +507,12 @@ TEST_F(RoutingTest, puts_the_cursor_back_after_a_drag_of_the_cube_that_left_its_
   cube.mouseInRegion = false;
   manager.OnLeftMouseDown(X, Y);
   manager.OnMouseMove(X + 1, Y);
-  EXPECT_FALSE(manager.orientorDragLeftRegion);  // the first notice does not count
+  EXPECT_FALSE(manager.orientorDrag.leftRegion);  // the first notice does not count
   manager.OnMouseMove(X + 50, Y);
-  EXPECT_TRUE(manager.orientorDragLeftRegion);
+  EXPECT_TRUE(manager.orientorDrag.leftRegion);
   cube.mouseInRegion = true;
   manager.OnMouseMove(X + 2, Y);
-  EXPECT_TRUE(manager.orientorDragLeftRegion);  // stays so
+  EXPECT_TRUE(manager.orientorDrag.leftRegion);  // stays so
   EXPECT_EQ(renderer.CountCalls("SetCursorPosition"), 0);
   cube.dragging = false;
   Forget();
@@ -544,25 +544,25 @@ TEST_F(RoutingTest, begins_each_drag_of_the_cube_anew) {
 
 TEST_F(RoutingTest, keeps_an_offered_right_press_until_its_release) {
   EXPECT_FALSE(manager.OnRightMouseDown(X, Y));
-  EXPECT_TRUE(manager.rightClickOpen);
+  EXPECT_TRUE(manager.mouse.rightClickOpen);
   manager.OnRightMouseUp(X, Y);
-  EXPECT_FALSE(manager.rightClickOpen);
+  EXPECT_FALSE(manager.mouse.rightClickOpen);
   manager.OnLeftMouseDown(X, Y);
   manager.OnRightMouseDown(X, Y);
-  EXPECT_FALSE(manager.rightClickOpen);
+  EXPECT_FALSE(manager.mouse.rightClickOpen);
 }
 
 TEST_F(RoutingTest, brings_the_disc_up_to_date_after_a_drag_of_the_cube) {
   disc.Open(DiscType::FullNavigation);
   for (const bool inRegion : {true, false}) {
-    manager.orientorDragSeen = true;
+    manager.orientorDrag.seen = true;
     cube.mouseInRegion = inRegion;
     disc.visible = inRegion;
     manager.OnLeftMouseUp(X, Y);
     EXPECT_EQ(disc.GetEnabled(), !inRegion);
     EXPECT_TRUE(disc.visible);
   }
-  manager.orientorDragSeen = true;
+  manager.orientorDrag.seen = true;
   cube.dragging = true;
   manager.OnLeftMouseUp(X, Y);
   EXPECT_FALSE(disc.visible);
@@ -575,7 +575,7 @@ TEST_F(RoutingTest, finishes_a_drag_of_a_cube_that_was_taken_away) {
   manager.OnMouseMove(X + 100, Y);
   manager.SetOrientor(nullptr);
   manager.OnLeftMouseUp(X + 100, Y);
-  EXPECT_FALSE(manager.orientorDragSeen);
+  EXPECT_FALSE(manager.orientorDrag.seen);
   EXPECT_FALSE(manager.GetPivotBall()->IsVisible());
 }
 
@@ -607,8 +607,8 @@ TEST(ViewManagerAlone, takes_every_event_without_any_collaborator) {
   manager.OnReelshowStopPlayback();
   EXPECT_FALSE(manager.Create());
   EXPECT_TRUE(manager.Destroy());
-  manager.orientorDragSeen = true;
-  manager.orientorDragLeftRegion = true;
+  manager.orientorDrag.seen = true;
+  manager.orientorDrag.leftRegion = true;
   EXPECT_FALSE(manager.OnLeftMouseUp(1, 2));
 }
 

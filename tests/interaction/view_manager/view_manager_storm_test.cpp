@@ -88,7 +88,7 @@ class Storm : public ViewManagerTest {
   }
 
   void Button(int which, int x, int y) {
-    const bool held[] = {manager.leftMouseDown, manager.middleMouseDown, manager.rightMouseDown};
+    const bool held[] = {manager.mouse.leftDown, manager.mouse.middleDown, manager.mouse.rightDown};
     if (plausible && (which % 2 == 0) == held[which / 2]) return;
     switch (which) {
       case 0:
@@ -236,7 +236,7 @@ class Storm : public ViewManagerTest {
   }
 
   bool IsAnyButtonHeld() const {
-    return manager.leftMouseDown || manager.middleMouseDown || manager.rightMouseDown;
+    return manager.mouse.leftDown || manager.mouse.middleDown || manager.mouse.rightDown;
   }
 
   // As a user comes to rest: everything is released, and time passes.
@@ -271,7 +271,8 @@ TEST_F(Storm, of_random_events_does_no_harm) {
   for (int i = 0; i < events; ++i) {
     Step(random);
     ASSERT_FALSE(broken) << "event " << i;
-    ASSERT_LE(int{manager.orbitingWithMouse} + int{manager.panningWithMouse} + int{manager.zoomingWithMouse},
+    ASSERT_LE(int{manager.IsOrbitingWithMouse()} + int{manager.IsPanningWithMouse()} +
+                  int{manager.IsZoomingWithMouse()},
               1);
   }
   manager.SetHelmDisc(&disc);
@@ -279,8 +280,8 @@ TEST_F(Storm, of_random_events_does_no_harm) {
   LetGo();
   EXPECT_FALSE(broken);
   EXPECT_TRUE(hub.view.IsFinite());
-  EXPECT_FALSE(manager.orbitingWithMouse || manager.panningWithMouse || manager.zoomingWithMouse);
-  EXPECT_FALSE(manager.leftMouseDown || manager.middleMouseDown || manager.rightMouseDown);
+  EXPECT_FALSE(manager.IsOrbitingWithMouse() || manager.IsPanningWithMouse() || manager.IsZoomingWithMouse());
+  EXPECT_FALSE(manager.mouse.leftDown || manager.mouse.middleDown || manager.mouse.rightDown);
   EXPECT_GT(silent.begun, 0);
   RecordProperty("events", events);
 }

@@ -1,0 +1,132 @@
+// Create and Destroy: who is created, gets what, and gives it back, in what order.
+#include <utility>
+
+#include "interaction/view_manager/view_manager_doors.h"
+#include "interaction/view_manager/view_manager_observers.h"
+
+namespace Korvane {
+
+// ---- create ----
+
+bool ViewManager::Create() {
+  using D = Doors;
+  if (cameraOperations == nullptr || renderer == nullptr || !renderer->Create()) return false;
+  static constexpr bool (*WIDGETS[])(ViewManager&) = {
+      [](ViewManager& owner) { return owner.CreatePivotBall(); },
+      D::CreateHelmDisc,
+      D::Create<&ViewManager::orientor, D::Hub, D::Pictures, D::History>,
+      D::Create<&ViewManager::storyboard, D::Hub, D::Pictures, D::History>,
+      D::Create<&ViewManager::navigationBar, D::Hub, D::Pictures>,
+      D::Create<&ViewManager::cam3DController, D::Hub, D::History, D::Pivot, D::Pictures>,
+  };
+  bool result = true;
+  for (const auto create : WIDGETS) result = create(*this) && result;
+  if (!result) return false;
+  ReleaseShotObserver();
+  rewindShotObserver = std::make_unique<ViewManagerRewindShotObserver>(GetRewindHistory());
+  if (!CreateToolbars()) return false;
+  D::GiveTools<D::Hub, D::Pictures, D::History, D::Pivot>(*this);
+  return true;
+}
+
+PivotBall* ViewManager::InstantiatePivotBall() {
+  auto ball = std::make_unique<PivotBall>();
+  ball->SetKorvane(cameraOperations);
+  ball->SetRenderer(renderer);
+  return ball.release();
+}
+
+bool ViewManager::CreatePivotBall() {
+  TakePivotBallBack();
+  pivotBall.reset(InstantiatePivotBall());
+  return pivotBall == nullptr || pivotBall->Create();
+}
+
+bool ViewManager::CreateToolbars() {
+  bool result = true;
+  toolbars.Notify([this, &result](Toolbar& toolbar) {
+    Doors::Give<Doors::Hub, Doors::Pictures>(*this, toolbar);
+    result = toolbar.Create() && result;
+  });
+  return result;
+}
+
+// ---- destroy ----
+
+bool ViewManager::Destroy() {
+  using D = Doors;
+  bool result = DestroyToolbars();
+  CloseToolGesture();
+  if (activeTool != nullptr) activeTool->Deactivate();
+  activeTool = nullptr;
+  EndMiddleMouseNavigation();
+  ReleaseShotObserver();
+  std::unique_ptr<PivotBall> ball = TakePivotBallBack();
+  if (ball != nullptr) result = ball->Destroy() && result;
+  ball.reset();
+  static constexpr bool (*WIDGETS[])(ViewManager&) = {
+      D::Destroy<&ViewManager::navigationBar>,   D::Destroy<&ViewManager::storyboard>,
+      D::Destroy<&ViewManager::orientor>,        D::Destroy<&ViewManager::helmDisc>,
+      D::Destroy<&ViewManager::cam3DController>,
+  };
+  for (const auto destroy : WIDGETS) result = destroy(*this) && result;
+  return result;
+}
+
+bool ViewManager::DestroyToolbars() {
+  bool result = true;
+  toolbars.Notify([&result](Toolbar& toolbar) { result = toolbar.Destroy() && result; });
+  return result;
+}
+
+// As far as that concerns the hub and the history.
+void ViewManager::DropMouseNavigation() {
+  const Navigation kind = std::exchange(navigation.present, Navigation::None);
+  if (kind == Navigation::Orbiting) navigation.orbitTool->OnMouseUp(mouse.x, mouse.y);
+  if (kind == Navigation::Panning) navigation.panTool->OnMouseUp(mouse.x, mouse.y);
+  if (kind == Navigation::Zooming) navigation.zoomTool->EndZoom();
+}
+
+// A gesture that is cut off ends as by a release, and a shot that the release begins ends at once: neither an
+// operation nor a record nor a changed setting outlives the tool.
+void ViewManager::CloseToolGesture() {
+  Tool* const tool = activeTool;
+  if (tool == nullptr || !IsWiredAsNow(*tool)) return;
+  if (tool->IsOperating()) tool->OnMouseUp(mouse.x, mouse.y);
+  if (activeTool == tool && tool->IsAnimating() && cameraOperations != nullptr) cameraOperations->EndShot();
+  if (activeTool == tool && tool->IsAnimating()) tool->OnDraw();
+  NoteMouseDrag(false);
+}
+
+// What a tool still holds and the view manager does not may be gone.
+bool ViewManager::IsWiredAsNow(const Tool& tool) const {
+  return cameraOperations != nullptr && tool.GetKorvane() == cameraOperations &&
+         tool.GetRenderer() == renderer && tool.GetRewindHistory() == GetRewindHistory();
+}
+
+// The shot ends here, and with it the record.
+void ViewManager::EndWatchedShot() {
+  const bool watching = rewindShotObserver != nullptr && rewindShotObserver->IsWatching();
+  if (watching && cameraOperations != nullptr) cameraOperations->EndShot();
+}
+
+// A move that is begun while the watched one ends is nobody's.
+void ViewManager::ReleaseShotObserver() {
+  const std::unique_ptr<ViewManagerRewindShotObserver> observer = std::move(rewindShotObserver);
+  const bool watching = observer != nullptr && observer->IsWatching();
+  if (watching && cameraOperations != nullptr) cameraOperations->EndShot();
+}
+
+// Takes the ball away from all who share it, and hands it over.
+std::unique_ptr<PivotBall> ViewManager::TakePivotBallBack() {
+  using D = Doors;
+  if (pivotBall == nullptr) return nullptr;
+  D::TakeBall<&ViewManager::helmDisc>(*this);
+  D::TakeBall<&ViewManager::cam3DController>(*this);
+  D::Give<D::Orbit, D::NoPivot>(*this);
+  D::Give<D::Zoom, D::NoPivot>(*this);
+  D::GiveTools<D::NoPivot>(*this);
+  return std::move(pivotBall);
+}
+
+}  // namespace Korvane
