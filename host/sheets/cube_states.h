@@ -37,8 +37,8 @@ struct CubeState {
 /// The states that the look of the cube is judged by, each with a name of its own.
 std::vector<CubeState> GetCubeStates();
 
-/// Draws a state in an OpenGL context that is current, over its ground. False when the driver refuses, and when
-/// a picture is missing.
+/// Draws a state in an OpenGL context that is current, over its ground. False when the driver refuses, and
+/// when a picture is missing.
 bool PaintCube(const CubeState& state, zovhost::Image& image);
 
 }  // namespace zovsheets

@@ -70,8 +70,8 @@ class GLRenderer : public Korvane::Renderer {
   /// Sphere, rays and faces of a scene, which is borrowed; null forgets them.
   void SetScene(const Scene* scene);
 
-  /// How often a placeholder has been drawn, for a picture that nobody had asked for or that the pack does not
-  /// have: 0 as long as all is well.
+  /// How often a placeholder has been drawn, for a picture that nobody had asked for or that the pack does
+  /// not have: 0 as long as all is well.
   int GetPlaceholderCount() const;
   /// The number of the last picture that was missing so; -1: none.
   int GetLastPlaceholder() const;
