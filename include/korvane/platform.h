@@ -1,6 +1,8 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
+#include <functional>
 #include <memory>
 
 #include "korvane/export.h"
@@ -44,8 +46,15 @@ class ZOVTOOLS_API TimerQueue : public Platform {
   /// Periods below this many milliseconds are raised to it.
   static constexpr std::uint32_t MINIMUM_PERIOD = 10;
 
-  TimerQueue();
+  /// The time since some moment. It must not run back.
+  using Clock = std::function<std::chrono::nanoseconds()>;
+
+  /// Null: time passes as on the wall.
+  explicit TimerQueue(Clock clock = nullptr);
   ~TimerQueue() override;
+
+  /// From now on time passes as `clock` says. What has passed, and what is left to each timer, stays.
+  void SetClock(Clock clock);
 
   std::uint32_t GetTickCount() override;
   /// Null `proc` is refused.
