@@ -13,6 +13,13 @@ constexpr double SMALLEST_AXIS_OFFSET = 1e-5;
 
 double ViewingDistance(const CameraParameters& camera) { return (camera.centre - camera.eye).Length(); }
 
+// -1 at the limit; 0 where a limit of 0, or one that is no number, gives no scale.
+double BackAmount(double movedBack, double limit) {
+  if (movedBack > limit) return limit > 0.0 ? -1.0 : 0.0;
+  const double amount = -movedBack / limit;
+  return std::isfinite(amount) ? amount : 0.0;
+}
+
 }  // namespace
 
 double ZoomOperation::GetUnitAmount() const { return unitAmount; }
@@ -88,9 +95,8 @@ bool ZoomOperation::MoveBack(double offset, double ratio, CameraParameters& came
 
   const double movedBack = (camera.eye - initialCamera.eye).Dot(-toPivot);
   const double limit = parameters.zoom_back_distance;
-  const bool limited = movedBack > limit;
-  if (limited) camera.eye = initialCamera.eye - toPivot * limit;
-  unitAmount = limit > 0.0 ? (limited ? -1.0 : -movedBack / limit) : 0.0;
+  if (movedBack > limit) camera.eye = initialCamera.eye - toPivot * limit;
+  unitAmount = BackAmount(movedBack, limit);
 
   PlaceCentre(ratio, camera);
   return true;

@@ -41,13 +41,12 @@ void ViewAlignShot::InitShot(const CameraOperations* hub) {
   }
   if (!parameters.keepSceneUp) TurnUpTowardsCamera(axes);
 
-  const Vector3 up = ChooseUp(axes, direction);
+  targetCamera.up = ChooseUp(axes, direction);
   if (parameters.fit) {
-    FitTarget(*hub, direction, up);
+    FitTarget(*hub, direction);
   } else {
     MoveTargetAboutCentre(direction);
   }
-  targetCamera.up = up;
   SetRotations();
 }
 
@@ -103,7 +102,9 @@ bool ViewAlignShot::KeepsPresentUp(const Axes& axes, const Vector3& direction) c
   return false;
 }
 
-void ViewAlignShot::FitTarget(const CameraOperations& hub, const Vector3& direction, const Vector3& up) {
+// The fit of a box squares the up of the target.
+void ViewAlignShot::FitTarget(const CameraOperations& hub, const Vector3& direction) {
+  const Vector3 up = targetCamera.up;
   RecalculateSceneBoundsOf(hub);
   const ApplicationParameters& scene = hub.GetApplicationParameters();
   if (scene.global_bound_geometry == ApplicationParameters::BoundGeometryType::Box) {

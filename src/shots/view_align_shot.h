@@ -10,7 +10,8 @@ namespace Korvane {
 /// none of its own: it is chosen among the axes of the scene so that the picture rolls as little as it can.
 class ViewAlignShot : public Shot {
  public:
-  explicit ViewAlignShot(const ViewAlignShotParameters& shotParameters) : parameters(shotParameters) {}
+  explicit ViewAlignShot(const ViewAlignShotParameters& shotParameters)
+      : Shot(ShotRole::Aligning), parameters(shotParameters) {}
 
   void InitShot(const CameraOperations* hub) override;
   bool PerformShot(double dt, CameraParameters& camera) override;
@@ -28,7 +29,7 @@ class ViewAlignShot : public Shot {
   Vector3 ChooseUp(const Axes& axes, const Vector3& direction) const;
   Vector3 ChooseUpAlongAxis(const Axes& axes, double cosine) const;
   bool KeepsPresentUp(const Axes& axes, const Vector3& direction) const;
-  void FitTarget(const CameraOperations& hub, const Vector3& direction, const Vector3& up);
+  void FitTarget(const CameraOperations& hub, const Vector3& direction);
   void MoveTargetAboutCentre(const Vector3& direction);
   void SetRotations();
   void TurnAboutPivot(const Quaternion& rotation, const Vector3& forward, double distance,

@@ -189,6 +189,30 @@ TEST_F(Zoom, a_negative_back_distance_shows_no_progress) {
   EXPECT_EQ(UnitAmount(), 0.0);
 }
 
+TEST_F(Zoom, a_negative_back_distance_that_is_not_passed_counts_as_any_other) {
+  // A sensitivity below 1 leads in where another leads back: 10 * 0.5 = 5 units, so b = -5.
+  p.zoom_sensitivity = 0.5;
+  p.zoom_back_distance = -5.0;
+  ZoomBy(1);
+  ExpectEyeZ(5);
+  EXPECT_EQ(UnitAmount(), -1.0);  // -b / D
+  DragBy(2);                      // b = -7.5
+  ExpectEyeZ(2.5);
+  EXPECT_EQ(UnitAmount(), -1.5);
+}
+
+TEST_F(Zoom, no_back_distance_makes_an_amount_that_is_not_finite) {
+  for (const double sensitivity : {0.5, 1.0, 1.015}) {
+    for (const double distance : {0.0, -0.0, std::numeric_limits<double>::quiet_NaN(),
+                                  std::numeric_limits<double>::infinity(), -1e-320}) {
+      p.zoom_sensitivity = sensitivity;
+      p.zoom_back_distance = distance;
+      ZoomBy(1);
+      EXPECT_TRUE(std::isfinite(UnitAmount())) << sensitivity << ' ' << distance;
+    }
+  }
+}
+
 // ---- moving in ----
 
 TEST_F(Zoom, the_limit_is_reached_at_about_201_pixels) {

@@ -405,6 +405,33 @@ TEST(ViewAlignShot, with_custom_axes_a_held_roll_is_not_kept) {
   EXPECT_TRUE(IsNear(StepAt(hub, record, 1.0).camera.up, Vec(0, 1, 0), 1e-13));
 }
 
+TEST(ViewAlignShot, the_fit_of_a_box_squares_custom_vectors_and_replaces_an_up_along_the_view) {
+  // From (1, 0, 0): of an up twice as long as it should be, of one that leans into the view, and of one along
+  // it. For the last the empirical up is the first of a list that is perpendicular to the view.
+  struct Row {
+    Vector3 up;
+    Vec wanted;
+  };
+  const Row rows[] = {{{0, 0, 2}, {0, 0, 1}}, {{0.6, 0, 0.8}, {0, 0, 1}}, {{3, 0, 0}, {0, 1, 0}}};
+  for (const Row& row : rows) {
+    MemoryHub hub(LookAt({0, 0, 10}, {0, 0, 0}, {0, 1, 0}));
+    ApplicationParameters& p = hub.GetApplicationParameters();
+    p.global_bound_geometry = BoundGeometryType::Box;
+    p.global_bound_box = Box3({0, 0, 0}, {1, 1, 1});
+    Params record;
+    record.duration = 2.0;
+    record.fit = true;
+    record.useCustom = true;
+    record.keepSceneUp = true;
+    record.customDirection = {1, 0, 0};
+    record.customUp = row.up;
+    record.customFront = {0, 1, 0};
+    const CameraParameters end = StepAt(hub, record, 1.0).camera;
+    EXPECT_TRUE(IsNear(end.up, row.wanted, 1e-13));
+    EXPECT_NEAR((oracle::Forward(end) - Vec(-1, 0, 0)).norm(), 0.0, 1e-13);
+  }
+}
+
 TEST(ViewAlignShot, a_custom_direction_counts_in_the_axes_of_the_scene_and_the_up_in_its_own) {
   MemoryHub hub(LookAt({10, 0, 0}, {0, 0, 0}, {0, 1, 0}));
   SetScene(hub, SceneAxes(Vec::UnitY(), Vec::UnitZ()));  // so side is x
