@@ -194,9 +194,6 @@ class ZOVTOOLS_API CameraOperations {
   bool BeginShot(Shot* shot);
 
  private:
-  static constexpr int OPERATION_COUNT = 11;
-
-  static bool IsOperationType(OperationType type);
   template <class Each, class One>
   bool Dispatch(OperationType type, Each each, One one);
   template <class Call>
@@ -243,7 +240,7 @@ class ZOVTOOLS_API CameraOperations {
 
   CameraParameters currentCamera;
   ApplicationParameters applicationParameters;
-  std::array<Running<Operation>, OPERATION_COUNT> activeOperations;
+  std::array<Running<Operation>, OPERATION_KIND_COUNT> activeOperations;
   Running<Shot> activeShot;
   std::uint64_t shotNumber = 0;      // counts the shots that have begun, so it names the active one
   const Shot* hookedShot = nullptr;  // the one whose end the hook is being told

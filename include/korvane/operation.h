@@ -29,6 +29,13 @@ enum OperationType : int {
   OPERATION_ALL = 12,  // all of the eleven above
 };
 
+/// The kinds, numbered from 0.
+constexpr int OPERATION_KIND_COUNT = 11;
+
+constexpr bool IsOperationKind(OperationType type) {
+  return static_cast<unsigned>(type) < OPERATION_KIND_COUNT;
+}
+
 /// One interactive camera move in progress. Made, owned and destroyed by the hub; one that is ended while it
 /// is being called, by a hook that it runs, lives until that call is over.
 ///

@@ -11,6 +11,14 @@ struct CameraParameters;
 /// Where the view of now stands within a relative shot: its first frame, its midpoint, its last frame.
 enum TargetCamPos : int { TARGET_CAM_START = 0, TARGET_CAM_MIDDLE = 1, TARGET_CAM_END = 2 };
 
+/// What a frame does differently while a shot of this role is active.
+enum class ShotRole {
+  Plain,
+  Rotating,            ///< A view that follows the axes stays in perspective, as in an orbit.
+  Aligning,            ///< Such a view turns orthographic a little early, so that the blend has time to run.
+  ChangingProjection,  ///< The shot blends the projection itself.
+};
+
 /// An animated camera move: it answers to the clock as an operation answers to the cursor. Made, owned and
 /// destroyed by the hub; one that is ended while it is being called lives until that call is over.
 class ZOVTOOLS_API Shot {
@@ -28,8 +36,10 @@ class ZOVTOOLS_API Shot {
   /// The eased progress of the last step, 0 to 1.
   virtual double GetUnitTime() const;
 
+  ShotRole GetRole() const { return role; }
+
  protected:
-  Shot();
+  explicit Shot(ShotRole roleInFrame = ShotRole::Plain);
   Shot(const Shot&) = delete;
   Shot& operator=(const Shot&) = delete;
 
@@ -43,6 +53,9 @@ class ZOVTOOLS_API Shot {
 
   double elapsedTime = 0.0;
   double unitTime = 0.0;
+
+ private:
+  const ShotRole role;
 };
 
 /// Is told when the active shot ends: by time, by EndShot, or by the begin of another. Borrowed by the hub,

@@ -5,8 +5,6 @@
 #include <memory>
 #include <utility>
 
-#include "camera/shot_role.h"
-
 namespace Korvane {
 
 namespace {
@@ -14,9 +12,16 @@ namespace {
 // Perspective to orthographic takes a seventh of a second.
 constexpr double PROJECTION_BLEND_RATE = 7.0;
 
+// Too short an up cannot be normalised: such a camera shows no picture.
+bool HasUp(const CameraParameters& camera) {
+  return camera.up.LengthSquared() > Math::EPSILON_VALUE * Math::EPSILON_VALUE;
+}
+
 // What a move made of a good camera must be good, too; otherwise the camera stays where it was.
-void KeepFinite(const CameraParameters& before, CameraParameters& after) {
-  if (!after.IsFinite() && before.IsFinite()) after = before;
+void KeepView(const CameraParameters& before, CameraParameters& after) {
+  const bool broken = !after.IsFinite() && before.IsFinite();
+  const bool upVanished = !HasUp(after) && HasUp(before);
+  if (broken || upVanished) after = before;
 }
 
 }  // namespace
@@ -26,21 +31,17 @@ CameraOperations::~CameraOperations() { assert(callsOut == 0 && "destroyed by wh
 
 // ---- operations ----
 
-bool CameraOperations::IsOperationType(OperationType type) {
-  return static_cast<unsigned>(type) < OPERATION_COUNT;
-}
-
 Running<Operation>& CameraOperations::SlotOf(OperationType type) {
   return activeOperations[static_cast<std::size_t>(type)];
 }
 
 template <class Call>
 void CameraOperations::ForEachOperationType(Call call) {
-  for (int type = 0; type < OPERATION_COUNT; ++type) call(static_cast<OperationType>(type));
+  for (int type = 0; type < OPERATION_KIND_COUNT; ++type) call(static_cast<OperationType>(type));
 }
 
 bool CameraOperations::BeginOperation(OperationType type, int x, int y) {
-  if (!IsOperationType(type)) return false;
+  if (!IsOperationKind(type)) return false;
   std::unique_ptr<Operation> operation = Operation::CreateOperation(type);
   if (operation == nullptr) return false;
 
@@ -66,7 +67,7 @@ bool CameraOperations::Dispatch(OperationType type, Each each, One one) {
     ForEachOperationType(each);
     return true;
   }
-  if (!IsOperationType(type)) return false;
+  if (!IsOperationKind(type)) return false;
   Running<Operation>& slot = SlotOf(type);
   if (slot) one(slot);
   return true;
@@ -113,7 +114,7 @@ bool CameraOperations::IsOperationActive(OperationType type) const {
 }
 
 Operation* CameraOperations::GetActiveOperation(OperationType type) const {
-  return IsOperationType(type) ? activeOperations[static_cast<std::size_t>(type)].Get() : nullptr;
+  return IsOperationKind(type) ? activeOperations[static_cast<std::size_t>(type)].Get() : nullptr;
 }
 
 void CameraOperations::AddOperationObserver(OperationObserver* observer) { operationObservers.Add(observer); }
@@ -186,7 +187,7 @@ void CameraOperations::PerformActiveOperation(OperationType type) {
   const CameraParameters before = currentCamera;
   const Running<Operation>::Call operation(SlotOf(type));
   operation->PerformOperation(frameDelta, currentCamera);
-  KeepFinite(before, currentCamera);
+  KeepView(before, currentCamera);
   operationObservers.Notify(
       [&](OperationObserver& observer) { observer.OnPerformOperation(type, frameDelta, currentCamera); });
 }
@@ -198,8 +199,8 @@ void CameraOperations::PerformActiveShot(FrameActivity& activity) {
   const Running<Shot>::Call shot(activeShot);
   const CameraParameters before = currentCamera;
   const bool goesOn = shot->PerformShot(frameDelta, currentCamera);
-  KeepFinite(before, currentCamera);
-  const ShotRole role = GetShotRole(*shot.Get());
+  KeepView(before, currentCamera);
+  const ShotRole role = shot->GetRole();
   activity.active = activity.active || goesOn;
   activity.rotating = activity.rotating || role == ShotRole::Rotating;
   activity.aligning = role == ShotRole::Aligning;
@@ -303,7 +304,7 @@ bool CameraOperations::AdvanceActiveShot(double dt) {
   QueryCameraParameters(currentCamera);
   const CameraParameters snapshot = currentCamera;
   const bool goesOn = shot->PerformShot(dt, currentCamera);
-  KeepFinite(snapshot, currentCamera);
+  KeepView(snapshot, currentCamera);
   if (goesOn && !CheckCamerasEqual(&currentCamera, &snapshot) && ApplyIfFinite(currentCamera))
     RequestApplicationUpdate();
   return true;

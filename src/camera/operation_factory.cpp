@@ -1,3 +1,5 @@
+#include "camera/operation_factory.h"
+
 #include "camera/dolly_operation.h"
 #include "camera/fly_operation.h"
 #include "camera/height_operation.h"
@@ -14,7 +16,7 @@ namespace Korvane {
 
 namespace {
 
-using Make = std::unique_ptr<Operation> (*)();
+using Make = OperationKind::Make;
 
 template <class Kind>
 std::unique_ptr<Operation> MakeOperation() {
@@ -34,13 +36,31 @@ constexpr Row OPERATIONS[] = {
     {OPERATION_SLIDE, &MakeOperation<SlideOperation>},   {OPERATION_ROLL, &MakeOperation<RollOperation>},
 };
 
+// By kind, what higher shelves make. Filled before main by whoever holds an OperationKind, so it must need no
+// initialisation of its own.
+constinit Make registered[OPERATION_KIND_COUNT] = {};
+
+Make FindMake(OperationType type) {
+  for (const Row& row : OPERATIONS) {
+    if (row.type == type) return row.make;
+  }
+  return IsOperationKind(type) ? registered[type] : nullptr;
+}
+
 }  // namespace
 
+OperationKind::OperationKind(OperationType type, Make make)
+    : kind(type), held(make != nullptr && IsOperationKind(type) && FindMake(type) == nullptr) {
+  if (held) registered[kind] = make;
+}
+
+OperationKind::~OperationKind() {
+  if (held) registered[kind] = nullptr;
+}
+
 std::unique_ptr<Operation> Operation::CreateOperation(OperationType type) {
-  for (const Row& row : OPERATIONS) {
-    if (row.type == type) return row.make();
-  }
-  return nullptr;
+  const Make make = FindMake(type);
+  return make != nullptr ? make() : nullptr;
 }
 
 }  // namespace Korvane

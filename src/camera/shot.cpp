@@ -6,7 +6,7 @@
 
 namespace Korvane {
 
-Shot::Shot() = default;
+Shot::Shot(ShotRole roleInFrame) : role(roleInFrame) {}
 Shot::~Shot() = default;
 ShotObserver::~ShotObserver() = default;
 

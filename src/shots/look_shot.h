@@ -8,7 +8,8 @@ namespace Korvane {
 /// Turns the head by a pan and a tilt.
 class LookShot : public Shot {
  public:
-  explicit LookShot(const LookShotParameters& shotParameters) : parameters(shotParameters) {}
+  explicit LookShot(const LookShotParameters& shotParameters)
+      : Shot(ShotRole::Rotating), parameters(shotParameters) {}
 
   void InitShot(const CameraOperations* hub) override;
   bool PerformShot(double dt, CameraParameters& camera) override;

@@ -8,7 +8,8 @@ namespace Korvane {
 /// Circles the centre of the view, not the pivot.
 class OrbitShot : public Shot {
  public:
-  explicit OrbitShot(const OrbitShotParameters& shotParameters) : parameters(shotParameters) {}
+  explicit OrbitShot(const OrbitShotParameters& shotParameters)
+      : Shot(ShotRole::Rotating), parameters(shotParameters) {}
 
   void InitShot(const CameraOperations* hub) override;
   bool PerformShot(double dt, CameraParameters& camera) override;

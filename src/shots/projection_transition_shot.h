@@ -9,7 +9,7 @@ namespace Korvane {
 class ProjectionTransitionShot : public Shot {
  public:
   explicit ProjectionTransitionShot(const ProjectionTransitionShotParameters& shotParameters)
-      : parameters(shotParameters) {}
+      : Shot(ShotRole::ChangingProjection), parameters(shotParameters) {}
 
   void InitShot(const CameraOperations* hub) override;
   bool PerformShot(double dt, CameraParameters& camera) override;

@@ -419,6 +419,26 @@ TEST_F(HubShot, one_that_breaks_the_camera_leaves_it_where_it_was) {
   EXPECT_EQ(hub.applied, 0);
 }
 
+TEST_F(HubShot, one_that_takes_the_up_from_the_camera_leaves_it_where_it_was) {
+  Begin([](double, CameraParameters& camera) {
+    camera.eye = {0, 0, 77};
+    camera.up = {0, 1e-8, 0};  // too short to be normalised
+    return true;
+  });
+  EXPECT_TRUE(hub.PerformOperations());
+  EXPECT_TRUE(hub.AdvanceActiveShot(0.1));
+  EXPECT_EQ(hub.applied, 0);
+  EXPECT_EQ(hub.GetCameraParameters().eye, Vector3(0, 0, 10));
+  EXPECT_EQ(hub.GetCameraParameters().up, Vector3(0, 1, 0));
+}
+
+TEST_F(HubShot, one_moves_a_camera_of_the_host_that_never_had_an_up) {
+  hub.view.up = {0, 0, 0};
+  Begin(GoesOnAt77);
+  EXPECT_TRUE(hub.PerformOperations());
+  EXPECT_EQ(hub.view.eye, Vector3(0, 0, 77));
+}
+
 // ---- stepping by hand ----
 
 TEST_F(HubShot, advancing_without_a_shot_fails) {

@@ -1,6 +1,9 @@
+#include "camera/operation_factory.h"
+
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <optional>
 
 #include "camera/dolly_operation.h"
 #include "camera/fly_operation.h"
@@ -12,6 +15,7 @@
 #include "camera/slide_operation.h"
 #include "camera/zoom2d_operation.h"
 #include "camera/zoom_operation.h"
+#include "support/cameras.h"
 #include "support/memory_hub.h"
 
 using namespace Korvane;
@@ -23,6 +27,14 @@ bool Makes(OperationType type) {
   const auto operation = Operation::CreateOperation(type);
   return dynamic_cast<Kind*>(operation.get()) != nullptr;
 }
+
+// As a class of a higher shelf.
+class Rising : public Operation {
+ public:
+  void PerformOperation(double /*dt*/, CameraParameters& camera) override { camera.eye.y += 1.0; }
+};
+
+std::unique_ptr<Operation> MakeRising() { return std::make_unique<Rising>(); }
 
 }  // namespace
 
@@ -85,4 +97,44 @@ TEST(OperationFactory, the_hub_begins_what_the_factory_makes_and_nothing_else) {
     EXPECT_EQ(hub.BeginOperation(type, 0, 0), makes) << value;
     EXPECT_EQ(hub.IsOperationActive(type) && type != OPERATION_ALL, makes) << value;
   }
+}
+
+// ---- kinds made elsewhere ----
+
+TEST(OperationKinds, a_registered_kind_is_begun_and_performed_like_any_other) {
+  const OperationKind rising(OPERATION_CAM3D_CONTROLLER, &MakeRising);
+  EXPECT_TRUE(rising.IsHeld());
+  EXPECT_TRUE(Makes<Rising>(OPERATION_CAM3D_CONTROLLER));
+  MemoryHub hub(LookAt({0, 0, 10}, {0, 0, 0}, {0, 1, 0}));
+  EXPECT_TRUE(hub.BeginOperation(OPERATION_CAM3D_CONTROLLER, 0, 0));
+  EXPECT_TRUE(hub.PerformOperations());
+  EXPECT_EQ(hub.view.eye, Vector3(0, 1, 10));
+}
+
+TEST(OperationKinds, a_kind_is_made_no_more_once_its_registration_is_gone) {
+  std::optional<OperationKind> rising;
+  rising.emplace(OPERATION_CAM3D_CONTROLLER, &MakeRising);
+  rising.reset();
+  EXPECT_EQ(Operation::CreateOperation(OPERATION_CAM3D_CONTROLLER), nullptr);
+}
+
+TEST(OperationKinds, a_kind_that_is_made_already_stays_with_its_maker) {
+  const OperationKind rising(OPERATION_CAM3D_CONTROLLER, &MakeRising);
+  for (int value = 0; value < OPERATION_KIND_COUNT; ++value) {
+    const OperationKind second(static_cast<OperationType>(value), &MakeRising);
+    EXPECT_FALSE(second.IsHeld()) << value;
+  }
+  EXPECT_TRUE(Makes<PanOperation>(OPERATION_PAN));
+  EXPECT_TRUE(Makes<Rising>(OPERATION_CAM3D_CONTROLLER));  // a refused registration takes nothing away
+}
+
+TEST(OperationKinds, no_kind_out_of_range_and_no_maker_that_is_null_is_taken) {
+  for (const int value : {-1, 11, 12, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()}) {
+    const OperationKind outside(static_cast<OperationType>(value), &MakeRising);
+    EXPECT_FALSE(outside.IsHeld()) << value;
+    EXPECT_EQ(Operation::CreateOperation(static_cast<OperationType>(value)), nullptr) << value;
+  }
+  const OperationKind nothing(OPERATION_CAM3D_CONTROLLER, nullptr);
+  EXPECT_FALSE(nothing.IsHeld());
+  EXPECT_EQ(Operation::CreateOperation(OPERATION_CAM3D_CONTROLLER), nullptr);
 }

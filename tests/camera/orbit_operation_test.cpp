@@ -415,6 +415,29 @@ TEST_F(Orbit, the_free_mode_turns_about_the_pivot_that_the_host_has_now) {
   ExpectNear(Camera().eye, {7 - 10 * std::sin(0.5), 0, 10 * std::cos(0.5)});
 }
 
+TEST_F(Orbit, the_free_mode_keeps_the_last_view_where_nothing_is_left_of_the_up) {
+  // The new up is the normalised (F x up) x F, of the length |F|^2: nothing below a viewing distance of
+  // sqrt(2^-23) = 3.4527e-4.
+  p.preserve_orbit_up_direction = false;
+  for (const double distance : {3.4e-4, 1e-5, 1e-7}) {
+    hub.view = LookAt({0, 0, distance}, {0, 0, 0}, {0, 1, 0});
+    hub.view.pivot = {0, 0, -5};
+    const CameraParameters before = hub.view;
+    Begin();
+    Drag(100, 50);
+    EXPECT_EQ(hub.view.up, before.up) << distance;
+    EXPECT_EQ(hub.view.eye, before.eye) << distance;
+    EXPECT_EQ(hub.view.centre, before.centre) << distance;
+    hub.EndOperation(OPERATION_ORBIT);
+  }
+  hub.view = LookAt({0, 0, 3.5e-4}, {0, 0, 0}, {0, 1, 0});
+  hub.view.pivot = {0, 0, -5};
+  Begin();
+  Drag(100, 0);
+  EXPECT_NEAR(hub.view.up.Length(), 1.0, NEAR);
+  EXPECT_NEAR(hub.view.eye.z, -5 + 5.00035 * std::cos(0.5), NEAR);
+}
+
 TEST_F(Orbit, the_free_mode_normalises_up_and_makes_it_perpendicular) {
   p.preserve_orbit_up_direction = false;
   hub.view.up = {0, 3, 4};

@@ -1,6 +1,4 @@
-// What the hub's frame makes of the class of its active shot.
-#include "camera/shot_role.h"
-
+// What the hub's frame makes of the role of its active shot.
 #include "camera/hub_fakes.h"
 #include "shots/shot_steps.h"
 #include "support/manual_platform.h"
@@ -30,7 +28,7 @@ class ShotFrame : public ::testing::Test {
   MemoryHub hub;
 };
 
-ShotRole RoleOfActive(MemoryHub& hub) { return GetShotRole(*hub.GetActiveShot()); }
+ShotRole RoleOfActive(MemoryHub& hub) { return hub.GetActiveShot()->GetRole(); }
 
 }  // namespace
 
