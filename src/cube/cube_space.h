@@ -7,7 +7,7 @@
 
 namespace Korvane {
 
-struct ApplicationParameters;
+class ApplicationParameters;
 struct CameraParameters;
 
 /// The view of the host's camera in the cube's standard space. The space is tied to the front and up of the
