@@ -6,7 +6,7 @@
 namespace Korvane {
 
 class CubeSpace;
-struct ApplicationParameters;
+class ApplicationParameters;
 struct CameraParameters;
 struct OrientorParameters;
 

@@ -79,7 +79,8 @@ void ViewManager::SetOrientor(Orientor* cube) { ChangeSubject(orientorObserver, 
 // Of a shot that will outlast the history; a tool closes its own when it is given another.
 void ViewManager::CloseOpenRecord() {
   const bool watching = rewindShotObserver != nullptr && rewindShotObserver->IsWatching();
-  if (watching && cameraOperations != nullptr) rewindShotObserver->CloseRecord(QueryCamera(*cameraOperations));
+  if (watching && cameraOperations != nullptr)
+    rewindShotObserver->CloseRecord(QueryCamera(*cameraOperations));
 }
 
 // Nobody keeps a history whose disc may be gone.
