@@ -102,7 +102,8 @@ bool ViewAlignShot::KeepsPresentUp(const Axes& axes, const Vector3& direction) c
   return false;
 }
 
-// The fit of a box squares the up of the target.
+// The fit of a box squares the up of the target, or finds another for one along the view. The target's frame
+// squares its up, too: what it can square is left to it, so that it is rounded once.
 void ViewAlignShot::FitTarget(const CameraOperations& hub, const Vector3& direction) {
   const Vector3 up = targetCamera.up;
   RecalculateSceneBoundsOf(hub);
@@ -113,6 +114,7 @@ void ViewAlignShot::FitTarget(const CameraOperations& hub, const Vector3& direct
     hub.FitBoundingSphereToView(scene.scene_bound_centre, scene.scene_bound_radius, -direction, up,
                                 targetCamera);
   }
+  if (direction.Normalized().Cross(up).Normalized() != Vector3::Zero) targetCamera.up = up;
   startDistance = ViewingDistance(startCamera);
   targetDistance = ViewingDistance(targetCamera);
 }
