@@ -10,6 +10,10 @@ inline Vector3 ViewDirection(const CameraParameters& camera) {
   return (camera.centre - camera.eye).Normalized();
 }
 
+inline double ViewingDistance(const CameraParameters& camera) {
+  return (camera.centre - camera.eye).Length();
+}
+
 /// The camera's own right-handed frame, each direction of unit length, or zero where it is degenerate.
 struct CameraFrame {
   Vector3 forward;

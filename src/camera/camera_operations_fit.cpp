@@ -227,7 +227,7 @@ bool CameraOperations::FitBoundingSphereToView(const Vector3& centre, double rad
   if (ShowsOrthographic(view, direction)) {
     const Vector2& narrower = left + right > top + bottom ? vertical : horizontal;
     const double distance = narrower.Length();
-    const double present = (view.centre - view.eye).Length();  // for a view without half angles
+    const double present = ViewingDistance(view);  // for a view without half angles
     result.eye = centre - direction * (std::isfinite(distance) ? distance : present);
     result.centre = centre;
   } else {

@@ -3,17 +3,12 @@
 #include <cmath>
 
 #include "camera/camera_frame.h"
+#include "camera/lens.h"
 #include "camera/view_size.h"
 
 namespace Korvane {
 
 namespace {
-
-constexpr double CameraParameters::*NUMBERS_WITH_TOLERANCE[] = {
-    &CameraParameters::left_fov,   &CameraParameters::right_fov,     &CameraParameters::top_fov,
-    &CameraParameters::bottom_fov, &CameraParameters::ortho_width,   &CameraParameters::ortho_height,
-    &CameraParameters::page_scale, &CameraParameters::page_origin_x, &CameraParameters::page_origin_y,
-};
 
 constexpr Vector3 CameraParameters::*VECTORS[] = {
     &CameraParameters::eye,
@@ -45,7 +40,7 @@ bool CameraCheckEqual(const CameraParameters* a, const CameraParameters* b) {
   for (const auto field : VECTORS) {
     if ((a->*field - b->*field).LengthSquared() > Math::EPSILON_VALUE) return false;
   }
-  for (const auto field : NUMBERS_WITH_TOLERANCE) {
+  for (const auto field : LENS_FIELDS) {
     if (std::abs(a->*field - b->*field) > Math::EPSILON_VALUE) return false;
   }
   return a->projection_type == b->projection_type && a->projection_transition == b->projection_transition;

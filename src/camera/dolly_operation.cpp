@@ -33,7 +33,7 @@ void DollyOperation::PerformOperation(double /*dt*/, CameraParameters& camera) {
   double amount = GetDollyAmount();
   const Vector3 forward = ViewDirection(camera);
   if (Is3DControllerOperation()) {
-    const double distance = (camera.centre - camera.eye).Length();
+    const double distance = ViewingDistance(camera);
     const double pivotDepth = (camera.pivot - camera.eye).Dot(forward);
     amount *= Math::Max(std::abs(pivotDepth) / distance, SLOWEST);  // SLOWEST also for 0 / 0
   }

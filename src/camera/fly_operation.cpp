@@ -164,7 +164,7 @@ void FlyOperation::PerformOperation(double dt, CameraParameters& camera) {
   const Steering steering = GetSteering(dt);
 
   Vector3 forward = ViewDirection(camera);
-  const double distance = (camera.centre - camera.eye).Length();
+  const double distance = ViewingDistance(camera);
   const double move = parameters.GetFlyMoveMultiplier() * parameters.scene_scale * steering.go;
   const Vector3 way = GetWayForward(forward, camera.up);
   const double angle = GetTurnAngle(steering.turn, forward, camera.up);

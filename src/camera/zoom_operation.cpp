@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "camera/camera_frame.h"
+#include "camera/lens.h"
 #include "korvane/camera_operations.h"
 
 namespace Korvane {
@@ -10,8 +11,6 @@ namespace Korvane {
 namespace {
 
 constexpr double SMALLEST_AXIS_OFFSET = 1e-5;
-
-double ViewingDistance(const CameraParameters& camera) { return (camera.centre - camera.eye).Length(); }
 
 // -1 at the limit; 0 where a limit of 0, or one that is no number, gives no scale.
 double BackAmount(double movedBack, double limit) {
@@ -65,7 +64,7 @@ void ZoomOperation::PerformOperation(double /*dt*/, CameraParameters& camera) {
     camera.eye = eye;
     camera.centre = centre;
   }
-  ScaleOrthographicSize(camera);
+  ScaleWithDistance(camera);
 }
 
 // False when the camera is not to change at all.
@@ -138,11 +137,9 @@ bool ZoomOperation::PushPastLimit(double offset, CameraParameters& camera) {
 }
 
 // The size follows the distance, so that a change of projection keeps the scale of the picture.
-void ZoomOperation::ScaleOrthographicSize(CameraParameters& camera) const {
+void ZoomOperation::ScaleWithDistance(CameraParameters& camera) const {
   if (!(initialDistance > 0.0)) return;
-  const double ratio = ViewingDistance(camera) / initialDistance;
-  camera.ortho_width = initialCamera.ortho_width * ratio;
-  camera.ortho_height = initialCamera.ortho_height * ratio;
+  ScaleOrthographicSize(initialCamera, ViewingDistance(camera) / initialDistance, camera);
 }
 
 }  // namespace Korvane

@@ -26,7 +26,7 @@ class ZoomOperation : public Operation {
   bool MoveBack(double offset, double ratio, CameraParameters& camera);
   void MoveIn(double ratio, CameraParameters& camera);
   bool PushPastLimit(double offset, CameraParameters& camera);
-  void ScaleOrthographicSize(CameraParameters& camera) const;
+  void ScaleWithDistance(CameraParameters& camera) const;
 
   CameraParameters initialCamera;
   // Of the initial camera.

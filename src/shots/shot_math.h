@@ -1,6 +1,7 @@
 #pragma once
 
 #include "camera/camera_frame.h"
+#include "camera/lens.h"
 #include "korvane/camera_parameters.h"
 #include "korvane/quaternion.h"
 #include "korvane/shot.h"
@@ -24,16 +25,6 @@ void InterpolateLens(double t, const CameraParameters& from, const CameraParamet
 
 /// a / b for a change of scale; 1 where there is no scale to change.
 inline double ScaleOf(double a, double b) { return b != 0.0 ? a / b : 1.0; }
-
-inline double ViewingDistance(const CameraParameters& camera) {
-  return (camera.centre - camera.eye).Length();
-}
-
-/// The orthographic size of another camera, scaled.
-inline void ScaleOrthographicSize(const CameraParameters& from, double scale, CameraParameters& camera) {
-  camera.ortho_width = from.ortho_width * scale;
-  camera.ortho_height = from.ortho_height * scale;
-}
 
 /// The part of a relative motion that lies before the view of now: 0, a half or 1. False for a value
 /// outside the enumeration.

@@ -75,7 +75,7 @@ bool ViewManager::LevelCamera() {
   const CameraParameters camera = QueryCamera(*cameraOperations);
   const Vector3 sceneUp = cameraOperations->GetApplicationParameters().scene_up_direction.Normalized();
   const Vector3 direction = ViewDirection(camera);
-  const double distance = (camera.centre - camera.eye).Length();
+  const double distance = ViewingDistance(camera);
   const bool isUpright = 1.0 - std::abs(direction.Dot(sceneUp)) > Math::EPSILON_VALUE;
   const Vector3 level =
       isUpright ? sceneUp.Cross(direction.Cross(sceneUp)).Normalized() : camera.up.Normalized();
