@@ -66,6 +66,14 @@ enum MenuID : int {
 /// Models of the host that 3D icons draw.
 enum ModelID : int { MODEL_PIVOT_BALL = 0, MODEL_PIVOT_SHADOW = 1 };
 
+/// Numbers that lie together, both ends among them.
+struct ResourceRange {
+  int first;
+  int last;
+
+  constexpr bool Contains(int id) const { return id >= first && id <= last; }
+};
+
 /// Texts, 0 to 101. The range tells what kind of icon a text becomes; see Renderer::GetStringTexture.
 enum StringID : int {
   STRING_OFF_MODEL = 31,    // a point of the scene is wanted and the cursor is over none
@@ -82,7 +90,15 @@ enum StringID : int {
   STRING_NONE = 102,
 };
 
-/// Pictures, 0 to 184. 0 to 15 belong to the orientation cube.
+/// What becomes of a text as an icon; one in no range has none.
+constexpr ResourceRange STRINGS_TOOLTIP = {0, 27};
+constexpr ResourceRange STRINGS_MESSAGE = {28, 38};
+constexpr ResourceRange STRINGS_PIVOT_LABEL = {39, 42};
+constexpr ResourceRange STRINGS_TOOLTIP_HUD = {47, 57};
+constexpr ResourceRange STRINGS_MINI_WHEEL_LABEL = {58, 66};
+constexpr ResourceRange STRINGS_LATER_MESSAGE = {99, 100};
+
+/// Pictures, 0 to 184.
 enum TextureID : int {
   TEXTURE_CUBE_FACES = 0,    // six rows, from the top Top, Bottom, Right, Left, Back, Front
   TEXTURE_CUBE_LABELS = 1,   // their texts, in the same rows
@@ -104,5 +120,8 @@ enum TextureID : int {
   TEXTURE_WALK_START = 94,    // where a walk starts, the circle in which it rests
   TEXTURE_NONE = 185,
 };
+
+/// Those of the orientation cube.
+constexpr ResourceRange TEXTURES_CUBE = {TEXTURE_CUBE_FACES, TEXTURE_CUBE_ROTATE_CLOCKWISE_ACTIVE};
 
 }  // namespace Korvane

@@ -10,8 +10,6 @@ namespace Korvane {
 
 namespace {
 
-constexpr int TEXTURE_COUNT = 16;  // all that are the cube's, from 0
-
 constexpr bool IsInRange(int value, int begin, int end) { return value >= begin && value < end; }
 
 }  // namespace
@@ -44,7 +42,8 @@ void Orientor::SetRewindHistory(RewindHistory* history) { parts->partners.histor
 bool Orientor::Create() {
   if (parts->renderer == nullptr) return false;
   Renderer& renderer = *parts->renderer;
-  for (int id = 0; id < TEXTURE_COUNT; ++id) renderer.IncrementTextureUsage(static_cast<TextureID>(id));
+  for (int id = TEXTURES_CUBE.first; id <= TEXTURES_CUBE.last; ++id)
+    renderer.IncrementTextureUsage(static_cast<TextureID>(id));
   renderer.ApplyTextureUsage();
   parts->tooltips.Load(renderer);
   const std::wstring name = renderer.LoadStringResource(STRING_UCS_DEFAULT);
@@ -60,7 +59,8 @@ bool Orientor::Destroy() {
   parts->closing = false;
   if (parts->renderer == nullptr) return false;
   Renderer& renderer = *parts->renderer;
-  for (int id = 0; id < TEXTURE_COUNT; ++id) renderer.DecrementTextureUsage(static_cast<TextureID>(id));
+  for (int id = TEXTURES_CUBE.first; id <= TEXTURES_CUBE.last; ++id)
+    renderer.DecrementTextureUsage(static_cast<TextureID>(id));
   parts->label.Destroy(renderer);
   renderer.ApplyTextureUsage();
   return true;

@@ -69,18 +69,20 @@ void Renderer::LoadWantedTextures() {
 
 // The kind of icon goes by the range of the number; numbers in no range have none.
 Renderer::CreateIcon Renderer::FindStringIconCreator(int id) {
-  struct Range {
-    int first;
-    int last;
+  struct Row {
+    ResourceRange range;
     CreateIcon create;
   };
-  static constexpr Range RANGES[] = {
-      {0, 27, &Renderer::CreateTooltip},         {28, 38, &Renderer::CreateMessageHUD},
-      {39, 42, &Renderer::CreatePivotLabel},     {47, 57, &Renderer::CreateTooltipHUD},
-      {58, 66, &Renderer::CreateMiniWheelLabel}, {99, 100, &Renderer::CreateMessageHUD},
+  static constexpr Row ROWS[] = {
+      {STRINGS_TOOLTIP, &Renderer::CreateTooltip},
+      {STRINGS_MESSAGE, &Renderer::CreateMessageHUD},
+      {STRINGS_PIVOT_LABEL, &Renderer::CreatePivotLabel},
+      {STRINGS_TOOLTIP_HUD, &Renderer::CreateTooltipHUD},
+      {STRINGS_MINI_WHEEL_LABEL, &Renderer::CreateMiniWheelLabel},
+      {STRINGS_LATER_MESSAGE, &Renderer::CreateMessageHUD},
   };
-  for (const Range& range : RANGES) {
-    if (id >= range.first && id <= range.last) return range.create;
+  for (const Row& row : ROWS) {
+    if (row.range.Contains(id)) return row.create;
   }
   return nullptr;
 }
