@@ -28,6 +28,11 @@ struct CameraParameters;
 ///
 /// Pixels have their origin at the bottom left, y upward. A viewport is a Box2: centre and half extents in
 /// pixels. All calls belong on the host's window thread.
+///
+/// Inside any operation a host may begin and end operations and shots, show and hide widgets, exchange or
+/// take away what a widget or a tool was given, and send events. A pass that is open meanwhile is closed, in
+/// the renderer that opened it. What may not happen is the end of the renderer, or of the widget that calls,
+/// and a frame of the hub.
 class ZOVTOOLS_API Renderer {
  public:
   enum RenderMode : int {

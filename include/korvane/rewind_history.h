@@ -12,6 +12,10 @@ struct CameraParameters;
 ///
 /// The history itself is still to come: for now this class only stands for it, so that it can be held and
 /// told of moves. It keeps nothing.
+///
+/// Inside its operations a host may do what it may inside those of the hub, and take the history away from
+/// whoever calls. A record is closed in the history in which it was opened; one that is gone by then, or was
+/// taken away between two events, is left alone.
 class ZOVTOOLS_API RewindHistory {
  public:
   RewindHistory();

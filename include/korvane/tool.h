@@ -23,6 +23,12 @@ class RewindHistory;
 /// has used the event. A tool that is `animating` runs a shot of its own and swallows all input until the
 /// shot is over. What is handed over is borrowed, null takes it away, and a tool without hub or renderer does
 /// nothing.
+///
+/// Wherever a tool calls out - the hub, its observers and hooks, the renderer, the history - the host may
+/// give it other collaborators or none, begin and end operations and shots, send it events, and destroy a
+/// tool that no view manager owns. What a gesture had open is closed once, where it was opened; while that is
+/// being told, a press begins no other. What may not happen within such a call is the end of the hub or the
+/// renderer.
 class ZOVTOOLS_API Tool {
  public:
   Tool();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cassert>
+
 #include "korvane/camera_operations.h"
 #include "korvane/renderer.h"
 #include "render/full_viewport.h"
@@ -7,16 +9,22 @@
 namespace Korvane {
 
 /// A draw pass, open for as long as this lives; false when there is none, or no renderer. It keeps the
-/// renderer in which it was opened, whatever becomes meanwhile of who opened it.
+/// renderer in which it was opened, whatever becomes meanwhile of who opened it; the renderer itself must
+/// outlive it.
 class RenderPass {
  public:
   RenderPass(Renderer* renderer, const Box2& viewport, const CameraParameters& camera,
-             Renderer::RenderMode mode)
-      : opened(renderer != nullptr && renderer->BeginRender(viewport, camera, mode) ? renderer : nullptr) {}
+             Renderer::RenderMode mode) {
+    if (renderer == nullptr || !renderer->BeginRender(viewport, camera, mode)) return;
+    opened = renderer;
+    alive.Attach(renderer->GetLifeline());
+  }
   RenderPass(const RenderPass&) = delete;
   RenderPass& operator=(const RenderPass&) = delete;
   ~RenderPass() {
-    if (opened != nullptr) opened->EndRender();
+    if (opened == nullptr) return;
+    assert(alive && "a renderer that is destroyed within its own pass");
+    opened->EndRender();
   }
 
   explicit operator bool() const { return opened != nullptr; }
@@ -24,7 +32,8 @@ class RenderPass {
   Renderer* operator->() const { return opened; }
 
  private:
-  Renderer* opened;
+  Renderer* opened = nullptr;
+  Lifeline::Watch alive;
 };
 
 /// A pass over the whole view of a hub, with its camera.
