@@ -195,6 +195,11 @@ bool Tour::TakePicture(const TourMove& move, bool isLast, TourOutput& output, st
     error = "a picture could not be drawn";
     return false;
   }
+  if (view.GetRenderer().GetPlaceholderCount() > 0) {
+    error = "picture " + std::to_string(view.GetRenderer().GetLastPlaceholder()) + " is missing: under \"" +
+            move.caption + "\" something else stands in its place";
+    return false;
+  }
   const bool byHand = move.kind == TourMove::Kind::Drag || move.kind == TourMove::Kind::Wheel;
   const bool onSheet = byHand ? output.GetPictureCount() % PICTURES_PER_SHEET_PICTURE == 0 : isLast;
   return output.Add(std::move(picture), move.caption, onSheet, error);

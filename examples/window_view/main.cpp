@@ -1,7 +1,6 @@
 // A model in a window, with the cube and the tools. Left drag: the tool that 1 to 4 choose, at first the
 // orbit; the middle button pans, the wheel zooms, A fits the model, a click on the cube shows that side.
-//   window_view [MODEL]           without a model a generated building
-//   window_view [MODEL] --check   without a display, and only until the view has come to rest
+//   window_view [MODEL] [--check]   to check: without a display, until the view has come to rest
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -22,10 +21,8 @@ using zovhost::WindowEvent;
 
 class View : private zovhost::RendererHost {
  public:
-  View(zovhost::Window& onWindow, const zovhost::Scene& ofScene)
-      : window(onWindow), scene(ofScene), hub([this] { window.RequestFrame(); }) {
+  explicit View(zovhost::Window& onWindow) : window(onWindow), hub([this] { window.RequestFrame(); }) {
     renderer.SetHost(this);
-    renderer.SetScene(&scene);
     manager.SetKorvane(&hub);
     manager.SetRenderer(&renderer);
     manager.SetOrientor(&cube);
@@ -45,13 +42,16 @@ class View : private zovhost::RendererHost {
     renderer.Destroy();
   }
 
-  // With a first move, to show the whole model.
-  bool Create() {
+  // With a first move, to show the whole model, which has to outlive the view.
+  bool Create(const zovhost::Scene& scene) {
     if (!picture.SetScene(&scene) || !manager.Create()) return false;
+    renderer.SetScene(&scene);
     OnResized();
     zovhost::EnterScene(hub, scene);
     return manager.FitAllToView();
   }
+
+  bool HasAllPictures() const { return renderer.GetPlaceholderCount() == 0; }
 
  private:
   void OnEvent(const WindowEvent& event) {
@@ -92,7 +92,6 @@ class View : private zovhost::RendererHost {
   }
 
   zovhost::Window& window;
-  const zovhost::Scene& scene;
   zovhost::ViewHub hub;
   zovhost::GLSceneView picture;
   zovhost::GLRenderer renderer;
@@ -112,8 +111,9 @@ int main(int argc, char** argv) {
                           ? zovhost::Window::Create({.title = "window_view", .offscreen = check}, error)
                           : nullptr;
   if (window == nullptr) return std::fprintf(stderr, "%s\n", error.c_str()), 1;
-  View view(*window, *scene);
-  if (!view.Create()) return 1;
+  View view(*window);
+  if (!view.Create(*scene)) return 1;
   if (!check) window->Run();
   while (check && window->IsFrameRequested()) window->Step(10);
+  return view.HasAllPictures() ? 0 : 1;
 }

@@ -43,6 +43,15 @@ class ViewerTest : public testing::Test {
     ComeToRest();
   }
 
+  // Nothing is drawn that nobody has asked a picture for.
+  void TearDown() override {
+    if (viewer == nullptr) return;
+    for (std::size_t view = 0; view < viewer->GetViewCount(); ++view) {
+      const zovhost::GLRenderer& renderer = viewer->GetView(view).GetRenderer();
+      EXPECT_EQ(renderer.GetPlaceholderCount(), 0) << renderer.GetLastPlaceholder();
+    }
+  }
+
   // Until nothing loads or moves any more, for a minute at most.
   void ComeToRest() {
     for (int i = 0; i < 6000; ++i) {
