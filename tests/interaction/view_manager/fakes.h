@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "cube/orientor_parts.h"
 #include "interaction/view_manager/view_manager_observers.h"
 #include "korvane/cam3d_controller.h"
 #include "korvane/helm_disc.h"
@@ -86,7 +87,7 @@ class FakeOrientor : public Korvane::Orientor, public Fake {
   }
   void Draw() override {
     Ask("Draw");
-    disabledWhileDrawn = parameters.disabled;
+    disabledWhileDrawn = GetParameters().disabled;
   }
   bool OnMouseMove(int x, int y) override { return Ask(Call("OnMouseMove", x, y)); }
   bool OnLeftMouseDown(int x, int y) override { return Ask(Call("OnLeftMouseDown", x, y)); }
@@ -94,20 +95,21 @@ class FakeOrientor : public Korvane::Orientor, public Fake {
   bool OpenMenu() override { return Ask("OpenMenu()"); }
   void Update(bool /*redraw*/) override {}
 
-  using Orientor::activeOverlayPart;
-  using Orientor::activePart;
-  using Orientor::cameraOperations;
-  using Orientor::dragging;
-  using Orientor::homeTooltip;
-  using Orientor::mouseInRegion;
-  using Orientor::mouseX;
-  using Orientor::mouseY;
-  using Orientor::observers;
-  using Orientor::rawOverlayPart;
-  using Orientor::renderer;
-  using Orientor::rewindHistory;
-  using Orientor::viewportHeight;
-  using Orientor::viewportWidth;
+  Korvane::OrientorParts& open = GetParts();
+  int& activePart = open.mouse.activePart;
+  int& activeOverlayPart = open.mouse.activeOverlayPart;
+  int& rawOverlayPart = open.mouse.rawOverlayPart;
+  int& mouseX = open.mouse.x;
+  int& mouseY = open.mouse.y;
+  bool& dragging = open.drag.active;
+  bool& mouseInRegion = open.fade.mouseInRegion;
+  std::wstring& homeTooltip = open.tooltips.home;
+  int& viewportWidth = open.layout.viewportWidth;
+  int& viewportHeight = open.layout.viewportHeight;
+  Korvane::CameraOperations*& cameraOperations = open.partners.hub;
+  Korvane::RewindHistory*& rewindHistory = open.partners.history;
+  Korvane::ObserverSet<Korvane::OrientorObserver>& observers = open.partners.observers;
+  Korvane::Renderer*& renderer = open.renderer;
 
   bool disabledWhileDrawn = false;
 };
