@@ -79,9 +79,10 @@ class ZOVTOOLS_API Tool {
   /// The host is to wrap the pointer at the edges of the viewport; positions then count on past them.
   bool WantCursorWrapping() const { return wrapCursor && operating; }
 
-  /// Ends what goes on now: a gesture as by a release where the mouse is, and a shot of the tool's own at
-  /// once.
-  void EndGesture();
+  /// Ends what goes on now: a gesture as by a release at a viewport pixel, or where the mouse was last; and a
+  /// shot of the tool's own.
+  void EndGesture(int x, int y);
+  void EndGesture() { EndGesture(mouseX, mouseY); }
 
   Lifeline& GetLifeline() { return lifeline; }
 
@@ -158,7 +159,7 @@ class ZOVTOOLS_API Tool {
  private:
   void DrawNotes();
 
-  void (*endGesture)(Tool& tool);
+  void (*endGesture)(Tool& tool) = nullptr;  // null: a release ends it
   Lifeline lifeline;
   Lifeline gesture;  // cut when the gesture ends
   bool closingGesture = false;

@@ -20,7 +20,7 @@ std::int64_t Distance(int a, int b) { return std::abs(std::int64_t{a} - b); }
 
 }  // namespace
 
-Tool::Tool() : endGesture([](Tool& tool) { tool.OnMouseUp(tool.mouseX, tool.mouseY); }) {}
+Tool::Tool() = default;
 Tool::~Tool() = default;
 
 void Tool::SetKorvane(CameraOperations* hub) { cameraOperations = hub; }
@@ -108,9 +108,13 @@ void Tool::SampleRecord() {
   if (cameraOperations != nullptr) record.Sample(cameraOperations->GetCameraParameters());
 }
 
-void Tool::EndGesture() {
+void Tool::EndGesture(int x, int y) {
   const Lifeline::Watch alive(lifeline);
-  if (operating) endGesture(*this);
+  if (operating && endGesture != nullptr) {
+    endGesture(*this);
+  } else if (operating) {
+    OnMouseUp(x, y);
+  }
   if (!alive || !animating) return;
   if (cameraOperations != nullptr) cameraOperations->EndShot();
   if (alive) OnDraw();  // finds the shot over

@@ -90,11 +90,8 @@ void ViewManager::DropMouseNavigation() {
 // A gesture that is cut off ends as by a release, and a shot that the release begins ends at once: neither an
 // operation nor a record nor a changed setting outlives the tool.
 void ViewManager::CloseToolGesture() {
-  Tool* const tool = activeTool;
-  if (tool == nullptr || !IsWiredAsNow(*tool)) return;
-  if (tool->IsOperating()) tool->OnMouseUp(mouse.x, mouse.y);
-  if (activeTool == tool && tool->IsAnimating() && cameraOperations != nullptr) cameraOperations->EndShot();
-  if (activeTool == tool && tool->IsAnimating()) tool->OnDraw();
+  if (activeTool == nullptr || !IsWiredAsNow(*activeTool)) return;
+  activeTool->EndGesture(mouse.x, mouse.y);
   NoteMouseDrag(false);
 }
 

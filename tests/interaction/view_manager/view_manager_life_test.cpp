@@ -391,6 +391,17 @@ TEST_F(LifeTest, closes_the_record_of_a_gesture_that_outlasts_its_history) {
   EXPECT_TRUE(disc.record->Has(1, 1));
 }
 
+TEST_F(LifeTest, a_zoom_by_the_wheel_of_the_active_tool_does_not_outlive_the_manager) {
+  Start();
+  manager.AddTool(1, new MouseWheelZoomTool);
+  manager.SetActiveTool(1);
+  manager.OnMouseWheel(400, 300, 120);
+  ASSERT_TRUE(hub.IsOperationActive(OPERATION_ZOOM));
+  manager.Destroy();
+  EXPECT_FALSE(hub.IsOperationActive(OPERATION_ALL));
+  EXPECT_TRUE(disc.record->Has(1, 1));
+}
+
 TEST_F(LifeTest, closes_a_gesture_of_the_middle_button_with_its_disc) {
   Start();
   disc.Open(DiscType::FullNavigation);
