@@ -38,11 +38,16 @@ void RectZoomTool::DrawOperating() {
   const Lifeline::Watch alive(GetLifeline());
   const FullViewPass pass(renderer, *cameraOperations);
   if (!pass || !alive) return;
-  DrawRectangles(pass, whiteRectangle.vertices, blackRectangle.vertices);
+  // Copies, since the host may destroy the tool while it draws them.
+  const Rectangle rectangles[] = {whiteRectangle, blackRectangle};
+  DrawRectangles(pass, rectangles[0].vertices, rectangles[1].vertices);
+  if (!alive) return;
   UpdateCrosshairSize();
   if (crosshairSize == 0) return;
-  for (const Line& line : blackLines) pass->RenderGeometry(2, line.vertices, nullptr, &BLACK);
-  for (const Line& line : whiteLines) pass->RenderGeometry(2, line.vertices, nullptr, &WHITE);
+  const Line lines[] = {blackLines[0], blackLines[1], whiteLines[0], whiteLines[1]};
+  for (const Line& line : lines) {
+    pass->RenderGeometry(2, line.vertices, nullptr, &line < lines + 2 ? &BLACK : &WHITE);
+  }
 }
 
 void RectZoomTool::DrawAnimating() {
