@@ -223,6 +223,10 @@ TEST_F(ViewerTest, keys_change_the_settings) {
   EXPECT_FALSE(GetHub().GetView().IsOrthographic());
 }
 
+TEST_F(ViewerTest, the_compass_follows_the_pointer) {
+  EXPECT_TRUE(viewer->GetView(0).GetCube().CompassFollowsPointer());
+}
+
 TEST_F(ViewerTest, comes_to_rest_after_the_wheel) {
   SDL_Event event = {};
   event.type = SDL_MOUSEWHEEL;
