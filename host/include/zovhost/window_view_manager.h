@@ -30,6 +30,8 @@ class WindowViewManager : public Korvane::ViewManager {
   /// Lets go of everything first.
   bool Destroy() override;
   void SetViewportSize(int width, int height) override;
+  /// Lets the compass of the cube follow the pointer in every view.
+  void SetOrientor(Korvane::Orientor* cube) override;
 
   /// An event of the window, in pixels of the viewport. True when it was used.
   bool OnEvent(const WindowEvent& event);

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "korvane/camera_operations.h"
+#include "korvane/orientor.h"
 #include "korvane/storyboard.h"
 #include "korvane/tool.h"
 
@@ -20,6 +21,11 @@ bool WindowViewManager::Destroy() {
 void WindowViewManager::SetViewportSize(int width, int height) {
   pointer.SetSize(width, height);
   ViewManager::SetViewportSize(width, height);
+}
+
+void WindowViewManager::SetOrientor(Korvane::Orientor* cube) {
+  ViewManager::SetOrientor(cube);
+  if (cube != nullptr) cube->SetCompassFollowsPointer(true);
 }
 
 bool WindowViewManager::WantMiddleMouseNavigation() const {

@@ -1,0 +1,103 @@
+// The view manager of the kit: events of a window, without a window.
+#include "zovhost/window_view_manager.h"
+
+#include <SDL_keycode.h>
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "korvane/orientor.h"
+
+namespace {
+
+using Korvane::KeyID;
+using zovhost::MouseButton;
+using zovhost::WindowEvent;
+using Type = WindowEvent::Type;
+
+class Manager : public zovhost::WindowViewManager {
+ public:
+  bool OnMouseWheel(int /*x*/, int /*y*/, int delta) override {
+    counts.push_back(delta);
+    return true;
+  }
+  bool OnKeyDown(KeyID key) override {
+    pressed.push_back(key);
+    return true;
+  }
+  bool OnKeyUp(KeyID key) override {
+    released.push_back(key);
+    return true;
+  }
+
+  std::vector<int> counts;
+  std::vector<KeyID> pressed;
+  std::vector<KeyID> released;
+};
+
+class WindowViewManagerTest : public testing::Test {
+ protected:
+  bool Send(Type type, MouseButton button = MouseButton::Left) {
+    WindowEvent event;
+    event.type = type;
+    event.button = button;
+    return manager.OnEvent(event);
+  }
+  bool Key(Type type, SDL_Keycode key) {
+    WindowEvent event;
+    event.type = type;
+    event.key = key;
+    return manager.OnEvent(event);
+  }
+  bool Turn(double notches) {
+    WindowEvent event;
+    event.type = Type::Wheel;
+    event.wheel = notches;
+    return manager.OnEvent(event);
+  }
+
+  Manager manager;
+};
+
+TEST_F(WindowViewManagerTest, each_button_is_held_from_its_press_to_its_release) {
+  for (const MouseButton button : {MouseButton::Left, MouseButton::Middle, MouseButton::Right}) {
+    Send(Type::MouseDown, button);
+    EXPECT_TRUE(manager.IsPressed());
+    Send(Type::MouseUp, button);
+    EXPECT_FALSE(manager.IsPressed());
+  }
+}
+
+TEST_F(WindowViewManagerTest, a_lost_focus_lets_go_of_buttons_and_keys) {
+  Key(Type::KeyDown, SDLK_LSHIFT);
+  Send(Type::MouseDown);
+  Send(Type::FocusLost);
+  EXPECT_FALSE(manager.IsPressed());
+  ASSERT_FALSE(manager.released.empty());
+  EXPECT_EQ(manager.released.front(), Korvane::KEY_SHIFT);
+}
+
+TEST_F(WindowViewManagerTest, a_fine_wheel_is_counted_over_its_events) {
+  EXPECT_TRUE(Turn(1.0));
+  EXPECT_TRUE(Turn(1.0 / 240.0));  // half a count
+  EXPECT_TRUE(Turn(1.0 / 240.0));
+  EXPECT_FALSE(Turn(1e9));
+  EXPECT_EQ(manager.counts, (std::vector<int>{120, 0, 1}));
+}
+
+TEST_F(WindowViewManagerTest, a_press_that_nothing_takes_is_free_for_a_click) {
+  Send(Type::MouseDown);
+  EXPECT_TRUE(manager.IsClickFree());
+  Send(Type::FocusLost);
+  EXPECT_FALSE(manager.IsClickFree());
+}
+
+TEST_F(WindowViewManagerTest, the_compass_of_its_cube_follows_the_pointer) {
+  Korvane::Orientor cube;
+  ASSERT_FALSE(cube.CompassFollowsPointer());
+  manager.SetOrientor(&cube);
+  EXPECT_TRUE(cube.CompassFollowsPointer());
+  manager.SetOrientor(nullptr);
+}
+
+}  // namespace
