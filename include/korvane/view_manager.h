@@ -283,6 +283,7 @@ class ZOVTOOLS_API ViewManager {
   bool wantCursorWrapping = false;
   bool cleanScreen = false;
   bool reelshowPlaying = false;
+  bool puttingToolAway = false;  // the active one is told that it goes
 
  private:
   // The rows of the tables; see view_manager_doors.h.

@@ -63,6 +63,9 @@ void ViewManager::ChangeHelmDisc(HelmDisc* disc) {
   if (historyGoes) CloseOpenRecord();
   if (historyGoes) Doors::TakeBall<&ViewManager::helmDisc>(*this);
   DropMouseNavigation();
+  Doors::Give<Doors::Orbit, Doors::NoHistory>(*this);  // closes a record that one of them is just opening
+  Doors::Give<Doors::Pan, Doors::NoHistory>(*this);
+  Doors::Give<Doors::Zoom, Doors::NoHistory>(*this);
   ChangeSubject(helmDiscObserver, helmDisc, disc, this);
   navigation.orbitTool = disc != nullptr ? std::make_unique<OrbitTool>() : nullptr;
   navigation.panTool = disc != nullptr ? std::make_unique<PanTool>() : nullptr;
@@ -157,17 +160,19 @@ bool ViewManager::SetActiveTool(int id) {
 }
 
 // The tool, or the disc that is open instead. False when it stays, and when whoever was told of it has chosen
-// another.
+// another; that choice finds the tool put away already.
 bool ViewManager::PutActiveToolAway() {
   Tool* const tool = activeTool;
   const int id = activeToolID;
+  if (tool != nullptr && tool->IsOperating()) return false;
+  if (std::exchange(puttingToolAway, true)) return true;
   if (tool != nullptr) {
-    if (tool->IsOperating()) return false;
     tool->Deactivate();
-    if (activeToolID == id && navigationBar != nullptr) navigationBar->SetItemSelected(id, false);
+    if (navigationBar != nullptr) navigationBar->SetItemSelected(id, false);
   } else if (helmDisc != nullptr && helmDisc->GetActiveDisc() != DiscType::None) {
     helmDisc->SetActiveDisc(DiscType::None);
   }
+  puttingToolAway = false;
   return activeTool == tool && activeToolID == id;
 }
 

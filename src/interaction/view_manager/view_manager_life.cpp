@@ -59,6 +59,7 @@ bool ViewManager::Destroy() {
   CloseToolGesture();
   if (activeTool != nullptr) activeTool->Deactivate();
   activeTool = nullptr;
+  wantCursorWrapping = false;
   EndMiddleMouseNavigation();
   ReleaseShotObserver();
   std::unique_ptr<PivotBall> ball = TakePivotBallBack();

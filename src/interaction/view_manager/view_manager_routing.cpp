@@ -329,7 +329,11 @@ void ViewManager::CancelToolGesture() {
     if (activeTool == tool) tool->OnKeyUp(KEY_ESCAPE);
   }
   const Shot* const before = cameraOperations != nullptr ? cameraOperations->GetActiveShot() : nullptr;
-  if (activeTool == tool && (mouse.leftClickOpen || tool->IsOperating())) tool->OnMouseUp(mouse.x, mouse.y);
+  if (activeTool == tool && tool->IsOperating()) {
+    tool->EndGesture(mouse.x, mouse.y);
+  } else if (activeTool == tool && mouse.leftClickOpen) {
+    tool->OnMouseUp(mouse.x, mouse.y);
+  }
   if (cameraOperations != nullptr && cameraOperations->GetActiveShot() != before) cameraOperations->EndShot();
 }
 
