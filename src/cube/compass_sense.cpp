@@ -96,12 +96,17 @@ CompassSense FindCompassSense(const CameraParameters& camera, const ApplicationP
   return sense;
 }
 
-// The orbit turns the scene about the world's up.
+// An orbit turns the scene about the world's up, and the other way round for a camera on its head or, when it
+// lies, one that looks up.
 Vector2 FindCompassTangent(const OrientorParameters& parameters, const CubeSpace& space,
-                           const Vector3& worldUp, int part) {
+                           const CameraParameters& camera, const Vector3& worldUp, int part) {
   const CubeQuads quads(parameters, space, QuadUse::Drawn, false);
   const Vector3 place = quads.GetCompassPlace(part);
-  const Vector3 axis = space.FromScene(worldUp).Normalize();
+  const double upright = worldUp.Dot(camera.up);
+  const bool lies = std::abs(upright) < Math::EPSILON_VALUE;
+  const bool reverses = lies ? worldUp.Dot(ViewDirection(camera)) > 0.0 : upright < 0.0;
+  const Vector3 up = space.FromScene(worldUp).Normalize();
+  const Vector3 axis = reverses ? -up : up;
   const PassView pass(MakeCubeCamera(parameters, space));
   Vector2 local;
   if (!pass.Project(place, local)) return {};

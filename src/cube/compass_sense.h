@@ -24,6 +24,6 @@ CompassSense FindCompassSense(const CameraParameters& camera, const ApplicationP
 /// The way on the screen, of unit length and y upward, that a place of the compass takes as the view orbits
 /// as for a mouse that goes to the right. Zero where it does not show.
 Vector2 FindCompassTangent(const OrientorParameters& parameters, const CubeSpace& space,
-                           const Vector3& worldUp, int part);
+                           const CameraParameters& camera, const Vector3& worldUp, int part);
 
 }  // namespace Korvane

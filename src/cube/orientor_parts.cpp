@@ -88,7 +88,8 @@ void OrientorParts::TakeCompassSense() {
                                 GetPartDirection(part), parameters.compass_angle);
   drag.tangent = Vector2();
   if (!compassFollowsPointer || !Look()) return;
-  drag.tangent = FindCompassTangent(parameters, space, hub->GetWorldUpDirection(), part);
+  drag.tangent =
+      FindCompassTangent(parameters, space, hub->GetCameraParameters(), hub->GetWorldUpDirection(), part);
 }
 
 }  // namespace Korvane

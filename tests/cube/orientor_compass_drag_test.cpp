@@ -336,4 +336,35 @@ TEST_F(OrientorCompassFeelTest, seen_aslant_the_direction_of_the_part_follows_th
   }
 }
 
+// Where the pressed part is drawn goes the way of the mouse along the ring, whatever the camera.
+TEST_F(OrientorCompassFeelTest, with_the_switch_the_ring_follows_the_pointer_in_every_view) {
+  EXPECT_FALSE(cube.CompassFollowsPointer());
+  cube.SetCompassFollowsPointer(true);
+  Random random;
+  int drags = 0;
+  for (int i = 0; i < 120; ++i) {
+    const Vector3 view = random.Direction();
+    const Vector3 top = random.Direction();
+    if (std::abs(view.y) < 0.2 || view.Cross(top).Length() < 0.2) continue;  // the ring edge on, or no view
+    SetCamera(LookWith(view, top));
+    for (int part = RING; part < END; part += 3) {
+      const Vector3& d = GetPartDirection(part);
+      const Vector3 place(-d.z, 0.0, d.x);  // a quarter turn on
+      const Vector2 before = Locate(*this, place);
+      const Vector2 beside = Locate(*this, place + Vector3(place.z, 0.0, -place.x) * 0.01);
+      const Vector2 step = beside - before;
+      const double length = std::hypot(step.x, step.y);
+      if (length < 0.3) continue;  // it comes toward the eye
+      for (const double way : {100.0, -100.0}) {
+        const Vector2 mouse = step * (way / length);
+        const Vector2 went =
+            DragOnScreen(*this, part, place, static_cast<int>(mouse.x), static_cast<int>(mouse.y));
+        EXPECT_GT(went.x * mouse.x + went.y * mouse.y, 0.0) << i << ", " << part;
+        ++drags;
+      }
+    }
+  }
+  EXPECT_GT(drags, 500);
+}
+
 }  // namespace
