@@ -16,7 +16,7 @@ namespace Korvane {
 // another move of this view manager, which then has the shot.
 template <class Move>
 bool ViewManager::Record(CameraOperations& hub, const CameraParameters& camera, Move move) {
-  if (!camera.IsFinite()) return false;
+  if (!camera.IsFinite() || cameraOperations != &hub) return false;
   RewindHistory* const history = GetRewindHistory();
   RewindRecord record;
   record.Begin(history, camera);
@@ -41,9 +41,10 @@ bool ViewManager::Record(CameraOperations& hub, const CameraParameters& camera, 
 
 template <class Move>
 bool ViewManager::Fit(Move move) {
-  if (cameraOperations == nullptr) return false;
-  const CameraParameters camera = QueryCamera(*cameraOperations);
-  const bool result = Record(*cameraOperations, camera, move);
+  CameraOperations* const hub = cameraOperations;
+  if (hub == nullptr) return false;
+  const CameraParameters camera = QueryCamera(*hub);
+  const bool result = Record(*hub, camera, move);
   if (!camera.IsFinite()) return false;
   if (pivotBall != nullptr) pivotBall->SetPosition(camera.pivot);
   if (pivotBall != nullptr) pivotBall->UpdateSize(camera);
@@ -71,9 +72,10 @@ bool ViewManager::FitBoundBoxToView(const Vector3& centre, Box3 box) {
 bool ViewManager::FitToView() { return FitSelectionToView(); }
 
 bool ViewManager::LevelCamera() {
-  if (cameraOperations == nullptr) return false;
-  const CameraParameters camera = QueryCamera(*cameraOperations);
-  const Vector3 sceneUp = cameraOperations->GetApplicationParameters().scene_up_direction.Normalized();
+  CameraOperations* const hub = cameraOperations;
+  if (hub == nullptr) return false;
+  const CameraParameters camera = QueryCamera(*hub);
+  const Vector3 sceneUp = hub->GetApplicationParameters().scene_up_direction.Normalized();
   const Vector3 direction = ViewDirection(camera);
   const double distance = ViewingDistance(camera);
   const bool isUpright = 1.0 - std::abs(direction.Dot(sceneUp)) > Math::EPSILON_VALUE;
@@ -87,17 +89,17 @@ bool ViewManager::LevelCamera() {
   shot.easeEnd = 1.0;
   shot.duration = 0.5;
   if (!shot.targetCamera.IsFinite()) return false;
-  return Record(*cameraOperations, camera, [&shot](CameraOperations& hub) { return hub.BeginShot(shot); });
+  return Record(*hub, camera, [&shot](CameraOperations& mover) { return mover.BeginShot(shot); });
 }
 
 bool ViewManager::RestoreCenter(const Vector3& point) {
-  if (cameraOperations == nullptr || !point.IsFinite()) return false;
+  CameraOperations* const hub = cameraOperations;
+  if (hub == nullptr || !point.IsFinite()) return false;
   CenterShotParameters shot;
   shot.point = point;
   shot.easeEnd = 1.0;
   shot.duration = 1.0;
-  return Record(*cameraOperations, QueryCamera(*cameraOperations),
-                [&shot](CameraOperations& hub) { return hub.BeginShot(shot); });
+  return Record(*hub, QueryCamera(*hub), [&shot](CameraOperations& mover) { return mover.BeginShot(shot); });
 }
 
 }  // namespace Korvane

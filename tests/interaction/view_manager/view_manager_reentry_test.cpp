@@ -331,6 +331,8 @@ TEST(ViewManagerReentry, bears_hosts_that_do_anything_within_any_call) {
     mischief.views.clear();
   }
   EXPECT_GT(mischief.actions, EventCount() / 10);
+  RecordProperty("calls", std::to_string(mischief.calls));
+  RecordProperty("actions", std::to_string(mischief.actions));
   EXPECT_EQ(renderer.GetForeignDestroyCount(), 0);
 }
 
