@@ -62,10 +62,7 @@ void ViewManager::ChangeHelmDisc(HelmDisc* disc) {
   const bool historyGoes = helmDisc != nullptr && helmDisc != disc;
   if (historyGoes) CloseOpenRecord();
   if (historyGoes) Doors::TakeBall<&ViewManager::helmDisc>(*this);
-  DropMouseNavigation();
-  Doors::Give<Doors::Orbit, Doors::NoHistory>(*this);  // closes a record that one of them is just opening
-  Doors::Give<Doors::Pan, Doors::NoHistory>(*this);
-  Doors::Give<Doors::Zoom, Doors::NoHistory>(*this);
+  while (navigation.orbitTool != nullptr) DropMouseNavigation();
   ChangeSubject(helmDiscObserver, helmDisc, disc, this);
   navigation.orbitTool = disc != nullptr ? std::make_unique<OrbitTool>() : nullptr;
   navigation.panTool = disc != nullptr ? std::make_unique<PanTool>() : nullptr;

@@ -226,12 +226,6 @@ struct ViewManager::Doors {
       widget.SetPivotBall(owner.pivotBall.get());
     }
   };
-  struct NoHistory {
-    template <class Widget>
-    static void HandOn(const ViewManager& /*owner*/, Widget& widget) {
-      widget.SetRewindHistory(nullptr);
-    }
-  };
   struct NoPivot {
     template <class Widget>
     static void HandOn(const ViewManager& /*owner*/, Widget& widget) {

@@ -1,4 +1,5 @@
 // Create and Destroy: who is created, gets what, and gives it back, in what order.
+#include <initializer_list>
 #include <utility>
 
 #include "interaction/view_manager/view_manager_doors.h"
@@ -80,12 +81,19 @@ bool ViewManager::DestroyToolbars() {
   return result;
 }
 
-// As far as that concerns the hub and the history.
+// As far as that concerns the hub and the history. Whoever hears of the end finds no tool to begin anew with.
 void ViewManager::DropMouseNavigation() {
-  const Navigation kind = std::exchange(navigation.present, Navigation::None);
-  if (kind == Navigation::Orbiting) navigation.orbitTool->OnMouseUp(mouse.x, mouse.y);
-  if (kind == Navigation::Panning) navigation.panTool->OnMouseUp(mouse.x, mouse.y);
-  if (kind == Navigation::Zooming) navigation.zoomTool->EndZoom();
+  const MouseNavigation leaving = std::exchange(navigation, {});
+  navigation.discOffsetX = leaving.discOffsetX;
+  navigation.discOffsetY = leaving.discOffsetY;
+  if (leaving.present == Navigation::Orbiting) leaving.orbitTool->OnMouseUp(mouse.x, mouse.y);
+  if (leaving.present == Navigation::Panning) leaving.panTool->OnMouseUp(mouse.x, mouse.y);
+  if (leaving.present == Navigation::Zooming) leaving.zoomTool->EndZoom();
+  // Closes a record that one of them is just opening.
+  for (Tool* const tool :
+       std::initializer_list<Tool*>{leaving.orbitTool.get(), leaving.panTool.get(), leaving.zoomTool.get()}) {
+    if (tool != nullptr) tool->SetRewindHistory(nullptr);
+  }
 }
 
 // A gesture that is cut off ends as by a release, and a shot that the release begins ends at once: neither an

@@ -381,6 +381,24 @@ TEST_F(HostsTest, whatever_is_taken_away_while_it_is_told_is_missed_by_nobody) {
   hub.onBeginShotHook = hub.onEndShotHook = nullptr;
 }
 
+// A host that turns the wheel whenever a zoom ends, also that which ends because the disc goes.
+TEST_F(HostsTest, a_wheel_turned_while_the_disc_goes_finds_no_tool) {
+  disc.Open(DiscType::FullNavigation);
+  int turns = 3;
+  std::function<void()> turn = [&] {
+    if (turns-- > 0) acting.onEnd = turn;
+    manager.OnMouseWheel(400, 300, 120);
+  };
+  acting.onEnd = turn;
+  manager.OnMouseWheel(400, 300, 120);
+  EXPECT_TRUE(manager.IsZoomingWithMouse());
+  manager.SetHelmDisc(nullptr);
+  acting.onEnd = nullptr;
+  EXPECT_FALSE(manager.IsZoomingWithMouse());
+  manager.OnDraw();
+  ExpectAtRest();
+}
+
 TEST_F(HostsTest, a_wheel_tool_does_not_outlive_destroy) {
   manager.AddTool(2, new MouseWheelZoomTool);
   manager.SetActiveTool(2);

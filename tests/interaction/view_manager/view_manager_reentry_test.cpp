@@ -2,6 +2,7 @@
 // that fails now and then, a cube, tools and a disc each. For the sanitizers, and for the asserts.
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cstdlib>
 #include <functional>
 
@@ -307,9 +308,11 @@ int EventCount() {
   return wanted != nullptr ? std::atoi(wanted) : 30000;
 }
 
-TEST(ViewManagerReentry, bears_hosts_that_do_anything_within_any_call) {
+class ViewManagerReentry : public ::testing::TestWithParam<std::uint64_t> {};
+
+TEST_P(ViewManagerReentry, bears_hosts_that_do_anything_within_any_call) {
   ManualPlatform platform;
-  Random random(2);
+  Random random(GetParam());
   Mischief mischief(random);
   MischievousRenderer renderer(mischief);
   {
@@ -335,5 +338,7 @@ TEST(ViewManagerReentry, bears_hosts_that_do_anything_within_any_call) {
   RecordProperty("actions", std::to_string(mischief.actions));
   EXPECT_EQ(renderer.GetForeignDestroyCount(), 0);
 }
+
+INSTANTIATE_TEST_SUITE_P(Streams, ViewManagerReentry, ::testing::Range<std::uint64_t>(0, 6));
 
 }  // namespace
