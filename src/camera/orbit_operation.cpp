@@ -87,12 +87,9 @@ const OrbitOperation::TurntableAxes& OrbitOperation::GetTurntableAxes(
 
 void OrbitOperation::PerformTurntable(CameraParameters& camera) {
   const ApplicationParameters& parameters = GetParameters();
-  double tx = 0.0;
-  double ty = 0.0;
-  double dx = 0.0;
-  double dy = 0.0;
-  GetCursorMotion(initialCursor, currentCursor, tx, ty);
-  GetDeltaXY(dx, dy);
+  double x = 0.0;
+  double y = 0.0;
+  GetTurntableMotion(x, y);
 
   const TurntableAxes& axes = GetTurntableAxes(parameters);
   Turntable view = IsCombined() ? Turntable(workingCamera) : initialTurntable;
@@ -103,13 +100,13 @@ void OrbitOperation::PerformTurntable(CameraParameters& camera) {
 
   if (!parameters.constrain_orbit_horizontal) {
     const double sense = ReversesHorizontalSense(axes.upAxis) ? -1.0 : 1.0;
-    view.TurnAbout(axes.upAxis, ChooseAngle(ROTATION_HORIZONTAL, remainingX, dx * sense, tx * sense));
+    view.TurnAbout(axes.upAxis, ChooseAngle(ROTATION_HORIZONTAL, remainingX, x * sense));
   }
   if (!parameters.constrain_orbit_vertical) {
     // The tilt axis stays horizontal.
     const Vector3 tiltAxis =
         (axes.front * view.right.Dot(axes.front) + axes.side * view.right.Dot(axes.side)).Normalize();
-    view.TurnAbout(tiltAxis, ChooseAngle(ROTATION_VERTICAL, remainingY, dy, ty));
+    view.TurnAbout(tiltAxis, ChooseAngle(ROTATION_VERTICAL, remainingY, y));
     view.fromPivot.Normalize();
     view.backward.Normalize();
     view.up.Normalize();
@@ -120,16 +117,22 @@ void OrbitOperation::PerformTurntable(CameraParameters& camera) {
   camera.up = view.up;
 }
 
-// The angle to turn the base camera by: this frame's for a combined operation, the total of the drag else.
-double OrbitOperation::ChooseAngle(RotationType type, double remaining, double delta, double total) {
-  const double multiplier = GetParameters().orbit_multiplier;
-  double& rotation = snaps[type].rotation;
-  if (IsCombined()) {
-    rotation = FiniteOrZero(delta * multiplier);
-  } else if (doSnap) {
-    rotation += FiniteOrZero(GetNextRotation(type, remaining, delta));
+// The motion of the frame where each frame counts by itself, that of the whole drag else.
+void OrbitOperation::GetTurntableMotion(double& x, double& y) const {
+  if (IsCombined() || doSnap) {
+    GetDeltaXY(x, y);
   } else {
-    rotation = FiniteOrZero(total * multiplier);
+    GetCursorMotion(initialCursor, currentCursor, x, y);
+  }
+}
+
+// The angle to turn the base camera by: this frame's for a combined operation, the total of the drag else.
+double OrbitOperation::ChooseAngle(RotationType type, double remaining, double motion) {
+  double& rotation = snaps[type].rotation;
+  if (doSnap && !IsCombined()) {
+    rotation += FiniteOrZero(GetNextRotation(type, remaining, motion));
+  } else {
+    rotation = FiniteOrZero(motion * GetParameters().orbit_multiplier);
   }
   return rotation;
 }

@@ -85,7 +85,8 @@ class OrbitOperation : public Operation {
   const TurntableAxes& GetTurntableAxes(const ApplicationParameters& parameters);
   void PerformTurntable(CameraParameters& camera);
   void PerformFree(CameraParameters& camera);
-  double ChooseAngle(RotationType type, double remaining, double delta, double total);
+  void GetTurntableMotion(double& x, double& y) const;
+  double ChooseAngle(RotationType type, double remaining, double motion);
   double GetFreeAngle(RotationType type, double remaining, double delta);
   bool ReversesHorizontalSense(const Vector3& upAxis) const;
 
