@@ -109,9 +109,10 @@ void CubePicker::Renew(const Setting& setting, const CameraParameters& camera) {
   bounds.Join(ring.GetBounds(camera));
 }
 
-const QuadList& CubePicker::GetParts(const Setting& setting) {
+std::vector<Vector3> CubePicker::GetCorners(const Setting& setting, int part) {
   Renew(setting, MakeCubeCamera(setting.parameters, setting.space));
-  return parts;
+  const QuadList& list = part < COMPASS_LETTERS_FROM ? parts : part < COMPASS_RING_FROM ? letters : ring;
+  return list.GetCorners(part);
 }
 
 // Outside the pass, and where nothing of what is offered can show: first by a sphere about all of it, which

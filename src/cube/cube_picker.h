@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include "cube/cube_layout.h"
 #include "cube/cube_space.h"
@@ -45,10 +46,8 @@ class CubePicker {
   static int PickOverlay(Renderer& renderer, const Setting& setting, const OverlayQuads::State& state,
                          const CubeLabel& label, float opacity, const Vector2& point);
 
-  /// The quads that are offered in a setting; standard space.
-  const QuadList& GetParts(const Setting& setting);
-  const QuadList& GetLetters() const { return letters; }
-  const QuadList& GetRing() const { return ring; }
+  /// The corners of what is offered of a part, four a quad; standard space.
+  std::vector<Vector3> GetCorners(const Setting& setting, int part);
 
  private:
   // All that the lists are made of.

@@ -1,10 +1,43 @@
 #include "cube/orientor_parts.h"
 
+#include <cmath>
+#include <cstddef>
+#include <vector>
+
+#include "cube/pass_view.h"
 #include "korvane/camera_operations.h"
 #include "korvane/icon2d.h"
 #include "korvane/orientor.h"
 
 namespace Korvane {
+
+namespace {
+
+// Finds the middle of the rectangle about all that it takes.
+class MiddleSink final : public QuadSink {
+ public:
+  void Take(int /*id*/, unsigned vertexCount, const float* vertices, const float* /*texCoords*/) override {
+    for (unsigned i = 0; i < vertexCount; ++i) {
+      const Vector2 corner(vertices[3 * i], vertices[3 * i + 1]);
+      low = any ? Vector2(Math::Min(low.x, corner.x), Math::Min(low.y, corner.y)) : corner;
+      high = any ? Vector2(Math::Max(high.x, corner.x), Math::Max(high.y, corner.y)) : corner;
+      any = true;
+    }
+  }
+
+  /// False when nothing was taken.
+  bool GetMiddle(Vector2& middle) const {
+    if (any) middle = Vector2(std::floor((low.x + high.x) / 2.0), std::floor((low.y + high.y) / 2.0));
+    return any;
+  }
+
+ private:
+  bool any = false;
+  Vector2 low;
+  Vector2 high;
+};
+
+}  // namespace
 
 bool OrientorParts::Look() {
   const CameraOperations* const hub = partners.hub;
@@ -54,6 +87,35 @@ int OrientorParts::PickOverlay(const Vector2& point, bool arrows) const {
   if (renderer == nullptr) return -1;
   return CubePicker::PickOverlay(*renderer, {parameters, layout, space}, GetOverlayState(arrows), label,
                                  fade.opacity, point);
+}
+
+bool OrientorParts::FindGeometry(int part, Vector2& point) {
+  if (renderer == nullptr || partners.hub == nullptr) return false;
+  const CubePicker::Setting setting{parameters, layout, space, AreArrowsShown()};
+  const Box2 box = layout.GetPassBox(parameters);
+  const PassView pass(MakeCubeCamera(parameters, space));
+  const std::vector<Vector3> corners = picker.GetCorners(setting, part);
+  for (std::size_t i = 0; i + 3 < corners.size(); i += 4) {
+    Vector2 local;
+    if (!pass.Project((corners[i] + corners[i + 1] + corners[i + 2] + corners[i + 3]) * 0.25, local))
+      continue;
+    point = Vector2(std::floor(box.center.x + local.x * box.halfExtent.x),
+                    std::floor(box.center.y + local.y * box.halfExtent.y));
+    if (picker.Pick(*renderer, setting, point).part == part) return true;
+  }
+  return false;
+}
+
+bool OrientorParts::FindOverlay(int part, Vector2& point) const {
+  const bool isThere = partners.hub != nullptr && parameters.draw_overlay;
+  MiddleSink sink;
+  OverlayQuads(parameters, layout, QuadUse::Offered, {isThere, IsLockedToSelection(), true}).Lay(part, sink);
+  DynamicIcon2D* const icon = part == CubeLabel::ID ? label.Find(parameters, false) : nullptr;
+  if (icon != nullptr) {
+    CubeLabel::Place(*icon, parameters, layout, fade.opacity);
+    CubeLabel::Offer(*icon, sink);
+  }
+  return sink.GetMiddle(point);
 }
 
 void OrientorParts::DrawGeometry(Renderer& target) {

@@ -32,6 +32,11 @@ struct OrientorParts {
   /// The part of the overlay, -1 for none. `arrows`: the arrows that roll the view show.
   int PickOverlay(const Vector2& point, bool arrows) const;
 
+  /// Where in the viewport a part of cube or compass is hit, if it can be.
+  bool FindGeometry(int part, Vector2& point);
+  /// The middle of a part of the overlay, if it is there.
+  bool FindOverlay(int part, Vector2& point) const;
+
   void DrawGeometry(Renderer& target);
   void DrawOverlay(Renderer& target) const;
   /// How a drag of the pressed part of the compass will count.

@@ -1,5 +1,6 @@
 // What is under the mouse.
 #include "cube/orientor_parts.h"
+#include "foundation/truncate.h"
 #include "korvane/camera_operations.h"
 #include "korvane/orientor.h"
 
@@ -41,6 +42,24 @@ bool Orientor::IsPointInBounds(int x, int y) {
   const CubePicker::Hit hit = parts->PickGeometry(point);
   const int overlay = parts->PickOverlay(point, parts->arrowsVisible || hit.arrowFaces != 0);
   return hit.part >= 0 || overlay != hit.part;
+}
+
+// The mouse is looked up one pixel above the row that it is on.
+bool Orientor::GetPartPosition(int part, int& x, int& y) {
+  const bool isPart = part >= 0 && part < PART_COUNT;
+  Vector2 point;
+  if (!isPart || !parameters.visible || !parts->Look() || !parts->FindGeometry(part, point)) return false;
+  x = Truncate(point.x);
+  y = Truncate(point.y) - 1;
+  return true;
+}
+
+bool Orientor::GetOverlayPartPosition(OverlayPart part, int& x, int& y) const {
+  Vector2 point;
+  if (!parameters.visible || !parts->FindOverlay(part, point)) return false;
+  x = Truncate(point.x);
+  y = Truncate(point.y) - 1;
+  return true;
 }
 
 }  // namespace Korvane
