@@ -381,21 +381,24 @@ TEST_F(HostsTest, whatever_is_taken_away_while_it_is_told_is_missed_by_nobody) {
   hub.onBeginShotHook = hub.onEndShotHook = nullptr;
 }
 
-// A host that turns the wheel whenever a zoom ends, also that which ends because the disc goes.
-TEST_F(HostsTest, a_wheel_turned_while_the_disc_goes_finds_no_tool) {
+// A host that turns the wheel when the pan ends with the disc, and presses the middle button when that zoom
+// ends in its turn.
+TEST_F(HostsTest, a_navigation_begun_while_the_disc_goes_finds_no_tool) {
   disc.Open(DiscType::FullNavigation);
-  int turns = 3;
-  std::function<void()> turn = [&] {
-    if (turns-- > 0) acting.onEnd = turn;
-    manager.OnMouseWheel(400, 300, 120);
+  bool zoomed = false;
+  acting.onEnd = [&] {
+    acting.onEnd = [&] { manager.OnMiddleMouseDown(400, 300); };
+    manager.OnMouseMove(400, 301);  // so that no drag goes on any more
+    zoomed = manager.OnMouseWheel(400, 300, 120);
   };
-  acting.onEnd = turn;
-  manager.OnMouseWheel(400, 300, 120);
-  EXPECT_TRUE(manager.IsZoomingWithMouse());
+  manager.OnMiddleMouseDown(400, 300);
+  EXPECT_TRUE(manager.IsPanningWithMouse());
   manager.SetHelmDisc(nullptr);
-  acting.onEnd = nullptr;
-  EXPECT_FALSE(manager.IsZoomingWithMouse());
+  EXPECT_TRUE(zoomed);
+  EXPECT_FALSE(acting.onEnd);  // the zoom has ended, too
+  EXPECT_FALSE(manager.IsPanningWithMouse() || manager.IsZoomingWithMouse());
   manager.OnDraw();
+  manager.OnMiddleMouseUp(400, 300);
   ExpectAtRest();
 }
 
