@@ -52,6 +52,8 @@ class Tour {
 
  private:
   bool PlayMove(const TourMove& move, TourOutput& output, std::string& error);
+  bool FindOrigin(const TourMove& move, std::string& error);
+  void MovePointer(const TourMove& move, double fraction);
   void Begin(const TourMove& move);
   void Continue(const TourMove& move, int frameCountOfMove);
   void End(const TourMove& move);
@@ -74,6 +76,7 @@ class Tour {
   Viewport view;
   ProgressLine progress;
   TourPointer pointer = {0.5, 0.5};
+  TourPointer origin{};  // what the positions of the present move count from
   bool pressed = false;
   bool points = false;  // the pointer does something in the present move
   int frame = 0;
@@ -108,12 +111,13 @@ bool Tour::Play(TourOutput& output, std::string& error) {
 }
 
 bool Tour::PlayMove(const TourMove& move, TourOutput& output, std::string& error) {
+  if (!FindOrigin(move, error)) return false;
   Begin(move);
   const int frames = CountFrames(move);
   for (int i = 1; i <= frames; ++i) {
     if (!window.Step(0)) return false;  // interrupted
     clock.Advance();
-    pointer = FindPointer(move, static_cast<double>(i) / frames);
+    MovePointer(move, static_cast<double>(i) / frames);
     Continue(move, frames);
     view.PerformFrame();
     progress.Show(static_cast<double>(frame) / frameCount, "tour: " + std::string(move.caption));
@@ -138,12 +142,34 @@ void Tour::Send(zovhost::WindowEvent::Type type, zovhost::MouseButton button, in
   view.OnEvent(event);
 }
 
+// The middle of a pixel, so that a fraction of the viewport finds it again.
+bool Tour::FindOrigin(const TourMove& move, std::string& error) {
+  origin = {};
+  if (!move.IsOnCube()) return true;
+  Korvane::Orientor& cube = view.GetCube();
+  int x = 0;
+  int y = 0;
+  const auto overlayPart = static_cast<Korvane::Orientor::OverlayPart>(move.overlayPart);
+  const bool found = move.overlayPart >= 0 ? cube.GetOverlayPartPosition(overlayPart, x, y)
+                                           : cube.GetPartPosition(move.cubePart, x, y);
+  if (!found) error = "the cube does not show what \"" + std::string(move.caption) + "\" begins on";
+  origin = {(x + 0.5) / width, (y + 0.5) / height};
+  return found;
+}
+
+void Tour::MovePointer(const TourMove& move, double fraction) {
+  pointer = FindPointer(move, fraction);
+  pointer.x += origin.x;
+  pointer.y += origin.y;
+}
+
 void Tour::Begin(const TourMove& move) {
   using Type = zovhost::WindowEvent::Type;
-  pointer = FindPointer(move, 0.0);
+  MovePointer(move, 0.0);
   pressed = move.kind == TourMove::Kind::Drag;
   points = move.kind != TourMove::Kind::Rest && move.kind != TourMove::Kind::Command;
-  if (points) Send(Type::MouseMove, move.button);  // the pointer is there before it presses
+  if (points) Send(Type::MouseMove, move.button);           // the pointer is there before it presses
+  if (move.IsOnCube()) Send(Type::MouseMove, move.button);  // and the buttons beside the cube have come
   switch (move.kind) {
     case TourMove::Kind::Rest:
     case TourMove::Kind::Wheel:

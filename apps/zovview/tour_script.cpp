@@ -3,11 +3,14 @@
 #include <array>
 
 #include "korvane/math.h"
+#include "korvane/orientor.h"
 
 namespace zovview {
 
 using enum TourMove::Kind;
 using enum zovhost::MouseButton;
+using Korvane::Orientor;
+using Korvane::OrientorObserver;
 
 namespace {
 
@@ -16,6 +19,25 @@ constexpr TourMove MakeCommand(const char* caption, double seconds, std::string_
   move.command = command;
   return move;
 }
+
+constexpr TourMove MakeCubeClick(const char* caption, double seconds, int part) {
+  TourMove move = {caption, Click, seconds, 0.0, 0.0, 0.0, 0.0};
+  move.cubePart = part;
+  return move;
+}
+constexpr TourMove MakeOverlayClick(const char* caption, double seconds, int part) {
+  TourMove move = {caption, Click, seconds, 0.0, 0.0, 0.0, 0.0};
+  move.overlayPart = part;
+  return move;
+}
+constexpr TourMove MakeCubeDrag(const char* caption, double seconds, int part, double toX, double toY) {
+  TourMove move = {caption, Drag, seconds, 0.0, 0.0, toX, toY};
+  move.cubePart = part;
+  return move;
+}
+
+// Of the ring, beside the letter at its lower edge when seen from above: a drag to the left turns it.
+constexpr int RING_PLACE = Orientor::COMPASS_RING_BEGIN + 1;
 
 // A drag across the whole width turns by 5 radians.
 constexpr auto SCRIPT = std::to_array<TourMove>({
@@ -53,19 +75,19 @@ constexpr auto SCRIPT = std::to_array<TourMove>({
     MakeCommand("Snapping: drawn to the top", 0.0, "toggle-snapping"),
     MakeCommand("Perspective", 0.6, "toggle-projection"),
     MakeCommand("Corner view, fitted", 0.9, "isometric"),
-    {"The cube: a click on its top", Click, 0.8, 0.958, 0.958},
-    {"The cube: a drag", Drag, 0.6, 0.958, 0.925, 0.975, 0.80},
+    MakeCubeClick("The cube: a click on its top", 0.8, OrientorObserver::PART_TOP),
+    MakeCubeDrag("The cube: a drag", 0.6, OrientorObserver::PART_TOP, 0.017, -0.125),
     MakeCommand("Top view, fitted", 0.9, "top"),
     MakeCommand("The cube: a drag of the compass", 0.0, "toggle-compass"),
-    {"The cube: a drag of the compass", Drag, 0.7, 0.971, 0.954, 0.905, 0.954},
+    MakeCubeDrag("The cube: a drag of the compass", 0.7, RING_PLACE, -0.066, 0.0),
     MakeCommand("The cube: a roll", 0.0, "toggle-compass"),
     MakeCommand("The cube: a roll", 0.7, "front"),
-    {"The cube: a roll", Click, 0.7, 0.992, 0.9625},
+    MakeOverlayClick("The cube: a roll", 0.7, Orientor::OVERLAY_ROTATE_CLOCKWISE),
     MakeCommand("The cube: a click on an edge", 0.6, "home"),
     MakeCommand("The cube: a click on an edge", 0.7, "front"),
-    {"The cube: a click on an edge", Click, 0.8, 0.975, 0.9325},
-    {"The cube: a click on a corner", Click, 0.8, 0.9578, 0.961},
-    {"The cube: home", Click, 0.8, 0.9278, 0.981},
+    MakeCubeClick("The cube: a click on an edge", 0.8, OrientorObserver::PART_FRONT_RIGHT),
+    MakeCubeClick("The cube: a click on a corner", 0.8, OrientorObserver::PART_FRONT_RIGHT_TOP),
+    MakeOverlayClick("The cube: home", 0.8, Orientor::OVERLAY_HOME),
     MakeCommand("Front view, fitted", 0.9, "front"),
     MakeCommand("Draw a rectangle", 0.0, "rectangle-zoom"),
     {"Draw a rectangle", Drag, 0.7, 0.28, 0.50, 0.58, 0.27, Left, {}, 0.0, 0.6},

@@ -7,7 +7,8 @@
 
 namespace zovview {
 
-/// One stretch of the tour. Positions are fractions of the viewport from its bottom left.
+/// One stretch of the tour. Positions are fractions of the viewport from its bottom left, or from the place
+/// of a part of the cube.
 struct TourMove {
   enum class Kind : int {
     Rest,         // nothing is done; what travels goes on
@@ -28,6 +29,11 @@ struct TourMove {
   std::string_view command = {};  // its name
   double notches = 0.0;
   double arrival = 1.0;  // of the pointer, as a fraction of the time
+  // Where the move begins, if that is on the cube; by the numbers of Korvane::Orientor.
+  int cubePart = -1;
+  int overlayPart = -1;
+
+  constexpr bool IsOnCube() const { return cubePart >= 0 || overlayPart >= 0; }
 };
 
 std::span<const TourMove> GetTourScript();
