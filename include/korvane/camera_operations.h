@@ -181,6 +181,9 @@ class ZOVTOOLS_API CameraOperations {
   bool FitBoundingSphereToView(const Vector3& centre, double radius, Vector3 direction, const Vector3& up,
                                CameraParameters& camera) const;
 
+  /// For those that borrow the hub and may outlive it.
+  Lifeline& GetLifeline() { return lifeline; }
+
  protected:
   CameraOperations();
   CameraOperations(const CameraOperations&) = delete;
@@ -252,6 +255,7 @@ class ZOVTOOLS_API CameraOperations {
   bool geometrySelected = false;
   double orthoTolerance = 0.01;
   int callsOut = 0;
+  Lifeline lifeline;
 };
 
 }  // namespace Korvane

@@ -27,7 +27,10 @@ void KeepView(const CameraParameters& before, CameraParameters& after) {
 }  // namespace
 
 CameraOperations::CameraOperations() = default;
-CameraOperations::~CameraOperations() { assert(callsOut == 0 && "destroyed by what the hub has called"); }
+CameraOperations::~CameraOperations() {
+  assert(callsOut == 0 && "destroyed by what the hub has called");
+  lifeline.Cut();
+}
 
 // ---- operations ----
 

@@ -240,3 +240,13 @@ TEST(HubRobustness, a_multiplier_of_zero_holds_the_camera) {
   }
   EXPECT_TRUE(CameraCheckEqual(&hub.view, &start));
 }
+
+TEST(HubRobustness, a_borrower_forgets_a_hub_that_is_gone) {
+  Borrowed<CameraOperations> borrowed;
+  {
+    MemoryHub hub;
+    borrowed.Set(&hub);
+    EXPECT_EQ(borrowed.Get(), &hub);
+  }
+  EXPECT_EQ(borrowed.Get(), nullptr);
+}
