@@ -16,8 +16,8 @@ class BarePick {
  private:
   bool Meet(const Eigen::Vector3d& a, const Eigen::Vector3d& b, const Eigen::Vector3d& c, double& t) const;
 
-  Eigen::Vector3d origin;
-  Eigen::Vector3d direction;
-  double nearest;
-  int selection;
+  Eigen::Vector3d origin = Eigen::Vector3d::Zero();
+  Eigen::Vector3d direction = Eigen::Vector3d::Zero();
+  double nearest = 0.0;
+  int selection = -1;  // before the first pass, too
 };

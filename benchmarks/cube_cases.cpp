@@ -87,6 +87,7 @@ class MoveCase : public BenchmarkCase {
     Move(pixels[0]);
     cube->SetRenderer(&renderer);
     passes = capture.passes;
+    barePick = BarePick();  // far from the cube no pass is opened
     librarySelection = bareSelection = -2;
   }
 

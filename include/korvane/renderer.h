@@ -186,9 +186,36 @@ class ZOVTOOLS_API Renderer {
   void DestroyUnusedStrings();
   void LoadWantedTextures();
 
+  // The view along the ray of a pick, which is of unit length or zero. It tells cheaply of most quads that
+  // the ray goes past them.
+  class RaySight {
+   public:
+    RaySight() = default;
+    explicit RaySight(const Ray& ray);
+
+    // Of so many quads. True only where the ray meets none of their triangles, be it by rounding.
+    bool GoesPast(unsigned quadCount, const float* quads) const;
+
+   private:
+    struct Side {
+      int axis = 0;
+      float slope = 0.0F;  // of the ray, along this axis
+      float start = 0.0F;  // of the ray, as it shows from along it
+    };
+
+    int depthAxis = 0;  // the one nearest to the ray
+    float depthSlope = 0.0F;
+    Side sides[2];
+    float reach = 0.0F;  // of the start, along any axis
+  };
+
+  void Aim(const Ray& ray);
+  void TestQuad(const float* quad, int id);
+
   double selectionDistance = Math::MAX_VALUE;
   int selection = -1;
   Ray selectionRay;
+  RaySight selectionSight;
   CursorID currentCursor = CURSOR_ARROW;
   bool cursorQueueOpen = false;
   CursorID queuedCursor = CURSOR_NONE;
