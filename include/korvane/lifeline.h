@@ -56,7 +56,7 @@ class Lifeline {
 
   Lifeline() = default;
   Lifeline(const Lifeline&) {}
-  Lifeline& operator=(const Lifeline&) { return *this; }
+  Lifeline& operator=(const Lifeline&) { return *this; }  // NOLINT(bugprone-unhandled-self-assignment)
   ~Lifeline() { Cut(); }
 
   /// Lets every watch be false from now on, as at the end of the object.

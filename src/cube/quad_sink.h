@@ -8,11 +8,11 @@ namespace Korvane {
 /// Takes the quads of the cube, four vertices each: draws them, offers them to a pick, or keeps them.
 class QuadSink {
  public:
+  virtual ~QuadSink() = default;
   virtual void Take(int id, unsigned vertexCount, const float* vertices, const float* texCoords) = 0;
 
  protected:
   QuadSink() = default;
-  ~QuadSink() = default;
   QuadSink(const QuadSink&) = delete;
   QuadSink& operator=(const QuadSink&) = delete;
 };

@@ -10,7 +10,7 @@ namespace Korvane {
 template <class Record>
 bool HaveSameBits(const Record& a, const Record& b) {
   static_assert(std::is_trivially_copyable_v<Record>);
-  return std::memcmp(&a, &b, sizeof(Record)) == 0;
+  return std::memcmp(&a, &b, sizeof(Record)) == 0;  // NOLINT(bugprone-suspicious-memory-comparison)
 }
 
 }  // namespace Korvane
