@@ -1,15 +1,18 @@
 #include "cube/cube_label.h"
 
+#include <utility>
+
 #include "korvane/icon2d.h"
 
 namespace Korvane {
 
 namespace {
 
+// What is made anew meanwhile is not touched.
 void DestroyIcons(Renderer& renderer, DynamicIcon2D*& first, DynamicIcon2D*& second) {
-  for (DynamicIcon2D** const icon : {&first, &second}) {
-    if (*icon != nullptr) renderer.DestroyIcon(*icon);
-    *icon = nullptr;
+  DynamicIcon2D* gone[] = {std::exchange(first, nullptr), std::exchange(second, nullptr)};
+  for (DynamicIcon2D*& icon : gone) {
+    if (icon != nullptr) renderer.DestroyIcon(icon);
   }
 }
 
@@ -37,16 +40,19 @@ bool CubeLabel::IsOutdated(const OrientorParameters& parameters, const CubeLayou
          (layout.screenSize != sizeBefore || parameters.draw_compass != madeWithCompass);
 }
 
-// Whoever gives another name while these are made has made newer ones.
+// Whoever gives another name while these are made has made newer ones, and whoever takes the label or the
+// renderer away wants none.
 void CubeLabel::Make(Renderer& renderer, const OrientorParameters& parameters, const CubeLayout& layout) {
-  Destroy(renderer);
-  if (!parameters.draw_ucs_menu) return;
+  ForsakeMaking();
+  const Lifeline::Watch wanted(making);
+  DestroyIcons(renderer, plain, highlighted);
+  if (!wanted || !parameters.draw_ucs_menu) return;
   const std::wstring first = activeName;
   const std::wstring second = ShowsSecondName(parameters) ? defaultName : std::wstring();
   const int width = layout.GetLabelWidth(parameters);
   DynamicIcon2D* madePlain = renderer.CreateUCSMenuLabel(first.c_str(), second.c_str(), false, width);
   DynamicIcon2D* madeLit = renderer.CreateUCSMenuLabel(first.c_str(), second.c_str(), true, width);
-  if (plain != nullptr || highlighted != nullptr) {
+  if (!wanted) {
     DestroyIcons(renderer, madePlain, madeLit);
     return;
   }
@@ -54,7 +60,10 @@ void CubeLabel::Make(Renderer& renderer, const OrientorParameters& parameters, c
   highlighted = madeLit;
 }
 
-void CubeLabel::Destroy(Renderer& renderer) { DestroyIcons(renderer, plain, highlighted); }
+void CubeLabel::Destroy(Renderer& renderer) {
+  ForsakeMaking();
+  DestroyIcons(renderer, plain, highlighted);
+}
 
 DynamicIcon2D* CubeLabel::Find(const OrientorParameters& parameters, bool lit) const {
   if (!parameters.draw_ucs_menu) return nullptr;

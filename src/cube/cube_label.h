@@ -4,6 +4,7 @@
 
 #include "cube/cube_layout.h"
 #include "cube/quad_sink.h"
+#include "korvane/lifeline.h"
 
 namespace Korvane {
 
@@ -30,6 +31,8 @@ class CubeLabel {
   void NoteCompass(const OrientorParameters& parameters) { madeWithCompass = parameters.draw_compass; }
   void Make(Renderer& renderer, const OrientorParameters& parameters, const CubeLayout& layout);
   void Destroy(Renderer& renderer);
+  /// What is being made now is destroyed as soon as it is made.
+  void ForsakeMaking() { making.Cut(); }
 
   /// Null when none shows.
   DynamicIcon2D* Find(const OrientorParameters& parameters, bool lit) const;
@@ -43,6 +46,7 @@ class CubeLabel {
   bool madeWithCompass = false;
 
  private:
+  Lifeline making;  // cut when what is being made is no longer wanted
   std::wstring activeName;
   std::wstring defaultName;
 };

@@ -36,7 +36,10 @@ void Orientor::SetKorvane(CameraOperations* hub) {
   parts->partners.hub = hub;
 }
 
-void Orientor::SetRenderer(Renderer* value) { parts->renderer = value; }
+void Orientor::SetRenderer(Renderer* value) {
+  if (value != parts->renderer) parts->label.ForsakeMaking();
+  parts->renderer = value;
+}
 void Orientor::SetRewindHistory(RewindHistory* history) { parts->partners.history = history; }
 
 bool Orientor::Create() {

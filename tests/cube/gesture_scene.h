@@ -64,6 +64,14 @@ class SpyHub : public MemoryHub {
     const Call call(*this, "apply");
     MemoryHub::ApplyCameraParameters(camera);
   }
+  void QueryCameraParameters(Korvane::CameraParameters& out) const override {
+    MemoryHub::QueryCameraParameters(out);
+    if (onQuery) onQuery();
+  }
+  Korvane::Vector3 GetWorldUpDirection() const override {
+    if (onWorldUp) onWorldUp();
+    return MemoryHub::GetWorldUpDirection();
+  }
   void RecalculateSelectionBounds() override {
     const Call call(*this, "recalculate selection");
     MemoryHub::RecalculateSelectionBounds();
@@ -96,6 +104,8 @@ class SpyHub : public MemoryHub {
   std::vector<Korvane::ViewAlignShotParameters> viewShots;
   std::vector<Korvane::TransitionShotParameters> transitionShots;
   bool refusesShots = false;
+  std::function<void()> onQuery;
+  std::function<void()> onWorldUp;
   std::function<void()> onConstrainPivot;
   std::function<void()> onEndOperation;
 
@@ -144,7 +154,7 @@ class NotingOrientorObserver : public Korvane::OrientorObserver {
   std::string name;
 };
 
-/// A host's menus, in which the test may do something.
+/// A host's menus and icons, in which the test may do something.
 class MenuRenderer : public RecordingRenderer {
  public:
   bool OpenMenu(Korvane::MenuID id) override {
@@ -161,10 +171,24 @@ class MenuRenderer : public RecordingRenderer {
                                              int width) override {
     Korvane::DynamicIcon2D* const icon = RecordingRenderer::CreateUCSMenuLabel(text, other, flag, width);
     if (icon != nullptr) icon->SetSize(100.0, 20.0);
+    RunOnce(afterMakingLabel);
     return icon;
+  }
+  bool DestroyIcon(Korvane::DynamicIcon2D*& icon) override {
+    RunOnce(beforeDestroyingIcon);
+    return RecordingRenderer::DestroyIcon(icon);
   }
 
   std::function<void()> inMenu;
+  // These run once.
+  std::function<void()> afterMakingLabel;
+  std::function<void()> beforeDestroyingIcon;
+
+ private:
+  static void RunOnce(std::function<void()>& hook) {
+    const std::function<void()> run = std::exchange(hook, nullptr);
+    if (run) run();
+  }
 };
 
 class TouchedOrientor : public OpenOrientor {

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <vector>
+
 #include "cube/gesture_scene.h"
 
 using namespace Korvane;
@@ -245,6 +248,42 @@ TEST_F(OrientorMenusTest, a_name_needs_no_renderer_and_null_is_empty) {
   EXPECT_STREQ(cube.GetActiveUCS(), L"Roof");
   cube.SetActiveUCS(nullptr, true);
   EXPECT_STREQ(cube.GetActiveUCS(), L"");
+}
+
+// The host takes the chance to give a name in the middle of it all.
+TEST_F(OrientorMenusTest, another_name_given_while_the_labels_are_made_anew_is_the_one_that_stays) {
+  for (std::function<void()>* const hook : {&renderer.afterMakingLabel, &renderer.beforeDestroyingIcon}) {
+    ShowLabel();
+    *hook = [&] { cube.SetActiveUCS(L"Cellar", false); };
+    cube.SetActiveUCS(L"Roof", false);
+    EXPECT_STREQ(cube.GetActiveUCS(), L"Cellar");
+    EXPECT_EQ(renderer.GetLiveIconCount(), 2);
+    EXPECT_EQ(renderer.GetForeignDestroyCount(), 0);
+    EXPECT_NE(cube.ucsLabel, nullptr);
+    EXPECT_NE(cube.highlightedUCSLabel, nullptr);
+    cube.Destroy();
+    EXPECT_EQ(renderer.GetLiveIconCount(), 0);
+    EXPECT_EQ(renderer.GetForeignDestroyCount(), 0);
+  }
+}
+
+TEST_F(OrientorMenusTest, a_label_that_is_no_longer_wanted_while_it_is_made_does_not_stay) {
+  const std::vector<std::function<void()>> ends = {
+      [this] { cube.SetRenderer(nullptr); },
+      [this] { cube.Destroy(); },
+  };
+  for (const auto& end : ends) {
+    for (std::function<void()>* const hook : {&renderer.afterMakingLabel, &renderer.beforeDestroyingIcon}) {
+      cube.SetRenderer(&renderer);
+      ShowLabel();
+      *hook = end;
+      cube.SetActiveUCS(L"Roof", false);
+      EXPECT_EQ(cube.ucsLabel, nullptr);
+      EXPECT_EQ(cube.highlightedUCSLabel, nullptr);
+      EXPECT_EQ(renderer.GetLiveIconCount(), 0);
+      EXPECT_EQ(renderer.GetForeignDestroyCount(), 0);
+    }
+  }
 }
 
 }  // namespace
