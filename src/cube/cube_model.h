@@ -30,6 +30,11 @@ constexpr int COMPASS_LETTERS_FROM = CUBE_PART_COUNT;
 constexpr int COMPASS_RING_FROM = COMPASS_LETTERS_FROM + COMPASS_LETTER_COUNT;
 constexpr int ALL_PART_COUNT = COMPASS_RING_FROM + COMPASS_RING_COUNT;
 
+/// Whether a part is one of these faces, of which each is a bit.
+constexpr bool IsFaceAmong(unsigned faces, int part) {
+  return part >= 0 && part < CUBE_FACE_COUNT && (faces >> part & 1U) != 0;
+}
+
 /// Of all parts in one numbering: those of the cube, the letters, the ring.
 const Vector3& GetPartDirection(int part);
 /// From the eye to the centre of a part of the cube, of unit length.

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "cube/cube_model.h"
-#include "korvane/orientor_observer.h"
 
 namespace Korvane {
 
@@ -23,9 +22,7 @@ struct CubeMouse {
   /// The letters of the compass count, since a click on them turns the view.
   bool IsOnGeometry() const { return activePart >= 0 && activePart < COMPASS_RING_FROM; }
   /// On a face, by the arrow beside it.
-  bool IsOnArrow() const {
-    return activePart >= 0 && activePart < CUBE_FACE_COUNT && (arrowFaces >> activePart & 1U) != 0;
-  }
+  bool IsOnArrow() const { return IsFaceAmong(arrowFaces, activePart); }
   bool IsOnCompass() const { return activePart >= COMPASS_LETTERS_FROM && activePart < ALL_PART_COUNT; }
 
   /// While a menu is open the mouse is on nothing.

@@ -85,7 +85,7 @@ CubePicker::CubePicker()
 
 // ---- what is offered ----
 
-CubePicker::Source CubePicker::MakeSource(const Setting& setting) const {
+CubePicker::Source CubePicker::MakeSource(const Setting& setting) {
   const OrientorParameters& p = setting.parameters;
   return {setting.space.GetVersion(),
           {p.face_size, p.edge_size, p.gap_size, p.arrow_size, p.arrow_offset, p.shadow_offset,
@@ -145,22 +145,26 @@ CubePicker::Hit CubePicker::Pick(Renderer& renderer, const Setting& setting, con
   const Box2 box = setting.layout.GetPassBox(parameters);
   const CameraParameters camera = MakeCubeCamera(parameters, space);
   const CubeQuads quads(parameters, space, QuadUse::Offered, setting.arrows);
-  Hit none;
+  unsigned arrowFaces = 0;
   for (int face = 0; face < CUBE_FACE_COUNT; ++face) {
-    if (quads.HasArrow(face)) none.arrowFaces |= 1U << face;
+    if (quads.HasArrow(face)) arrowFaces |= 1U << face;
   }
-  if (IsOutside(setting, box, camera, point)) return none;
+  if (IsOutside(setting, box, camera, point)) return {-1, arrowFaces};
   Renew(setting, camera);
 
+  unsigned offeredArrows = 0;
   const auto pick = [&](const QuadList& list, int begin, int end) {
     return PickPass(renderer, point, box, camera, Renderer::RENDER_PERSPECTIVE, begin, end,
-                    [&](QuadSink& sink) { list.Offer(end, sink); });
+                    [&](QuadSink& sink) {
+                      if (&list == &parts) offeredArrows = arrowFaces;
+                      list.Offer(end, sink);
+                    });
   };
   const bool offersCompass = parameters.draw_compass && !setting.compassHidden;
   const auto pickLetter = [&] {
     return offersCompass ? pick(letters, COMPASS_LETTERS_FROM, COMPASS_RING_FROM) : -1;
   };
-  const auto hit = [&](int part) { return Hit{part, none.arrowFaces}; };
+  const auto hit = [&](int part) { return Hit{part, offeredArrows}; };
   const bool lookingUp = space.IsLookingUp();
 
   const int face = pick(parts, 0, CUBE_FACE_COUNT);

@@ -33,7 +33,7 @@ class CubePicker {
     int part = -1;            // of cube or compass
     unsigned arrowFaces = 0;  // a bit for each face whose arrow was among what was offered
 
-    bool IsByArrow() const { return part >= 0 && part < CUBE_FACE_COUNT && (arrowFaces >> part & 1U) != 0; }
+    bool IsByArrow() const { return IsFaceAmong(arrowFaces, part); }
   };
 
   CubePicker();
@@ -56,7 +56,7 @@ class CubePicker {
     float shape[12] = {};
   };
 
-  Source MakeSource(const Setting& setting) const;
+  static Source MakeSource(const Setting& setting);
   void Renew(const Setting& setting, const CameraParameters& camera);
   bool IsOutside(const Setting& setting, const Box2& box, const CameraParameters& camera,
                  const Vector2& point);

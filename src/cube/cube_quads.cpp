@@ -4,9 +4,9 @@
 #include <cmath>
 #include <cstddef>
 
-#include "camera/camera_frame.h"
 #include "cube/cube_space.h"
 #include "korvane/orientor_parameters.h"
+#include "korvane/quaternion.h"
 
 namespace Korvane {
 

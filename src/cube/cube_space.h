@@ -25,7 +25,6 @@ class CubeSpace {
   bool IsLookingUp() const { return lookingUp; }
 
   Vector3 FromScene(const Vector3& v) const { return sceneBasis.Into(v); }
-  Vector3 ToScene(const Vector3& v) const { return sceneBasis.OutOf(v); }
   /// The standard coordinates of what is laid out along the axes of the world, so that north stays north when
   /// the scene is turned against the world.
   Vector3 FromWorldAxes(const Vector3& v) const { return sceneBasis.Into(worldBasis.OutOf(v)); }

@@ -78,9 +78,14 @@ CubeLook OrientorParts::GetLook() const {
   return look;
 }
 
-CubePicker::Hit OrientorParts::PickGeometry(const Vector2& point) {
-  if (renderer == nullptr || partners.hub == nullptr) return {};
-  return picker.Pick(*renderer, {parameters, layout, space, AreArrowsShown(), IsMouseOnOverlay()}, point);
+int OrientorParts::PickGeometry(const Vector2& point) {
+  mouse.arrowFaces = 0;
+  if (renderer == nullptr || partners.hub == nullptr) return -1;
+  const CubePicker::Setting setting{parameters, layout, space, AreArrowsShown(), IsMouseOnOverlay()};
+  const CubePicker::Hit hit = picker.Pick(*renderer, setting, point);
+  mouse.arrowFaces = hit.arrowFaces;
+  arrowsVisible = arrowsVisible || hit.arrowFaces != 0;
+  return hit.part;
 }
 
 int OrientorParts::PickOverlay(const Vector2& point, bool arrows) const {

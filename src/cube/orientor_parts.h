@@ -27,8 +27,8 @@ struct OrientorParts {
   bool AreArrowsShown() const { return fade.mouseInRegion || drag.IsActive(); }
   OverlayQuads::State GetOverlayState(bool arrows) const;
   CubeLook GetLook() const;
-  /// The part of cube or compass at a viewport pixel, y upward.
-  CubePicker::Hit PickGeometry(const Vector2& point);
+  /// The part of cube or compass at a viewport pixel, y upward. Remembers the arrows that it finds.
+  int PickGeometry(const Vector2& point);
   /// The part of the overlay, -1 for none. `arrows`: the arrows that roll the view show.
   int PickOverlay(const Vector2& point, bool arrows) const;
 

@@ -18,12 +18,7 @@ bool Orientor::UpdateSelection() {
 
   if (!mouse.pressed) {
     mouse.activePart = -1;
-    if (reacts && parameters.select_parts) {
-      const CubePicker::Hit hit = parts->PickGeometry(point);
-      mouse.activePart = hit.part;
-      mouse.arrowFaces = hit.arrowFaces;
-      parts->arrowsVisible = parts->arrowsVisible || hit.arrowFaces != 0;
-    }
+    if (reacts && parameters.select_parts) mouse.activePart = parts->PickGeometry(point);
     if (!shotActive) mouse.highlightedPart = mouse.activePart;
   }
 
@@ -39,9 +34,9 @@ bool Orientor::UpdateSelection() {
 bool Orientor::IsPointInBounds(int x, int y) {
   if (!parts->Look()) return false;
   const Vector2 point(x, y);
-  const CubePicker::Hit hit = parts->PickGeometry(point);
-  const int overlay = parts->PickOverlay(point, parts->arrowsVisible || hit.arrowFaces != 0);
-  return hit.part >= 0 || overlay != hit.part;
+  const int part = parts->PickGeometry(point);
+  const int overlay = parts->PickOverlay(point, parts->arrowsVisible);
+  return part >= 0 || overlay != part;
 }
 
 // The mouse is looked up one pixel above the row that it is on.

@@ -66,7 +66,8 @@ class OpenOrientor : public Korvane::Orientor {
   }
   Korvane::CubePicker::Hit PickGeometry(const Vector2& point) {
     open.Look();
-    return open.PickGeometry(point);
+    const int part = open.PickGeometry(point);
+    return {part, open.mouse.arrowFaces};
   }
   int PickOverlay(const Vector2& point) {
     open.Look();

@@ -582,6 +582,20 @@ TEST(OrientorBounds, hold_the_cube_and_the_overlay_and_nothing_else) {
   EXPECT_FALSE(scene.cube.IsPointInBounds(964, 60));
 }
 
+TEST(OrientorBounds, show_the_arrows_that_are_looked_for_on_the_way) {
+  PickScene scene;
+  scene.Look(Vector3(-1, 0, 0));
+  scene.cube.mouseInRegion = true;
+  scene.cube.arrowsVisible = false;
+  scene.cube.IsPointInBounds(964, 708);
+  EXPECT_TRUE(scene.cube.arrowsVisible);
+  EXPECT_EQ(scene.cube.arrowFaces, 0b111100U);  // beside back and front
+  scene.Look(Vector3(-1, -1, 0));
+  scene.cube.IsPointInBounds(964, 708);
+  EXPECT_EQ(scene.cube.arrowFaces, 0U);
+  EXPECT_TRUE(scene.cube.arrowsVisible);  // until the next draw
+}
+
 // ---- what a move costs ----
 
 TEST(OrientorPicking, allocates_nothing_in_a_move) {

@@ -270,6 +270,19 @@ TEST(OrientorRobustness, hits_nothing_when_no_pick_can_be_opened) {
   EXPECT_EQ(scene.cube.rawOverlayPart, -1);
 }
 
+TEST(OrientorRobustness, finds_no_arrows_when_no_pick_can_be_opened) {
+  RefusingRenderer refusing;
+  for (const bool refused : {false, true}) {
+    RobustScene scene;  // straight from the front
+    scene.cube.SetViewportSize(1024, 768);
+    if (refused) scene.cube.SetRenderer(&refusing);
+    scene.cube.mouseInRegion = true;
+    scene.cube.SetViewportMousePosition(964, 60);
+    EXPECT_EQ(scene.cube.arrowFaces == 0, refused);
+    EXPECT_EQ(scene.cube.arrowsVisible, !refused);
+  }
+}
+
 // A host with a pick of its own may answer any number.
 class StrayRenderer : public CountingRenderer {
  public:
