@@ -54,7 +54,8 @@ class ZOVTOOLS_API Orientor {
   Orientor(const Orientor&) = delete;
   Orientor& operator=(const Orientor&) = delete;
 
-  /// Another hub, or none, ends what the mouse does with the cube, in the hub that was there.
+  /// Another hub, or none, ends what the mouse does with the cube, in the hub that was there; nothing begins
+  /// meanwhile. A hub that is destroyed is forgotten by itself.
   virtual void SetKorvane(CameraOperations* hub);
   /// Call Destroy before another renderer takes over: what this one made can be given back only to it.
   virtual void SetRenderer(Renderer* value);
@@ -62,8 +63,8 @@ class ZOVTOOLS_API Orientor {
 
   /// Takes textures and texts. False without a renderer.
   virtual bool Create();
-  /// Gives them back, and ends a drag and a move that the cube has begun; it begins none meanwhile. False
-  /// without a renderer.
+  /// Gives them back, and ends a press, a drag and a move that the cube has begun; it begins none meanwhile.
+  /// The mouse is on nothing until it is looked at again. False without a renderer.
   virtual bool Destroy();
   virtual void Draw();
 
@@ -209,7 +210,7 @@ class ZOVTOOLS_API Orientor {
   void TurnToActivePart();
   void RollView();
   template <class ShotParameters>
-  void BeginTransition(const ShotParameters& shot);
+  void BeginTransition(CameraOperations& hub, const ShotParameters& shot);
   void EndMove();
 
   OrientorParameters parameters;

@@ -32,7 +32,7 @@ bool CubeDrag::IsBeyondDeadZone(int x, int y) const {
 // ---- the begin ----
 
 void CubeDrag::Begin(int x, int y, int height, OrientorObserver::OrientorPart part, bool compass) {
-  CameraOperations& hub = *partners.hub;
+  CameraOperations& hub = *partners.hub.Get();
   const Lifeline::Watch goesOn(life);
   active = true;
   hub.ConstrainPivotToViewport();
@@ -41,7 +41,7 @@ void CubeDrag::Begin(int x, int y, int height, OrientorObserver::OrientorPart pa
   partners.observers.Notify([part](OrientorObserver& each) { each.OnDragBegin(part); });
   if (!goesOn) return;
 
-  draggedHub = &hub;  // from here on the hub is the cube's, until End
+  draggedHub.Set(&hub);  // from here on the hub is the cube's, until End
   BorrowSettings(hub, compass);
   hub.EndOperation(OPERATION_ALL);
   if (goesOn) hub.EndShot();
@@ -96,7 +96,7 @@ int CubeDrag::GetCompassX(double way) const {
 }
 
 void CubeDrag::TurnCompass(int x, int y, int height) {
-  CameraOperations& hub = *partners.hub;
+  CameraOperations& hub = *partners.hub.Get();
   const double dx = static_cast<double>(x) - lastX;  // the difference of two ints may not fit an int
   const double dy = static_cast<double>(y) - lastY;
   accumulatedX = Truncate(accumulatedX + (sense.reverseX ? -dx : dx));
@@ -123,13 +123,14 @@ void CubeDrag::End() {
     partners.observers.Notify([](OrientorObserver& each) { each.OnDragEnd(); });
   }
   if (!std::exchange(tellingEnd, false)) return;
-  CameraOperations* const dragged = std::exchange(draggedHub, nullptr);
-  if (dragged == nullptr) return;
+  CameraOperations* const dragged = draggedHub.Get();
+  draggedHub.Set(nullptr);
   settings.GiveBack(dragged);
+  RewindRecord ending = std::move(record);
+  if (dragged == nullptr) return;
   ApplicationParameters& scene = dragged->GetApplicationParameters();
   scene.do_custom_orbit = false;
   scene.do_snap_orbit = false;
-  RewindRecord ending = std::move(record);
   dragged->EndOperation(OPERATION_ORBIT);
   dragged->EndShot();
   ending.End(dragged->GetCameraParameters());

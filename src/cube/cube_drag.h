@@ -10,8 +10,6 @@
 
 namespace Korvane {
 
-class CameraOperations;
-
 /// A drag of the cube or its compass: an orbit of the hub, with the settings that it borrows and the record
 /// that it opens. It ends once, whoever ends it, and also within any call that it makes; what was about to
 /// happen to it then no longer does.
@@ -19,7 +17,7 @@ class CubeDrag {
  public:
   /// With whom it works. The host may exchange these at any time.
   struct Partners {
-    CameraOperations* hub = nullptr;
+    Borrowed<CameraOperations> hub;
     RewindHistory* history = nullptr;
     ObserverSet<OrientorObserver> observers;
   };
@@ -34,16 +32,14 @@ class CubeDrag {
   void Begin(int x, int y, int height, OrientorObserver::OrientorPart part, bool compass);
   /// The compass turns by both axes of the mouse.
   void TurnCompass(int x, int y, int height);
-  /// Gives back what it has of the hub. Nothing when it has ended.
+  /// Gives back what it has of the hub, if that still lives. Nothing when it has ended.
   void End();
 
   bool IsActive() const { return active; }
   /// It goes on, or has still to be put away.
-  bool IsOpen() const { return active || draggedHub != nullptr; }
+  bool IsOpen() const { return active || tellsEnd || draggedHub.Get() != nullptr; }
   /// Its end has been told, or need not be.
   void Rest() { active = false; }
-  int GetLastX() const { return lastX; }
-  int GetLastY() const { return lastY; }
 
   CompassSense sense;
   /// The way on the screen in which a drag of the compass counts, in place of the sense; zero for none.
@@ -70,7 +66,7 @@ class CubeDrag {
 
   Partners& partners;
   const OrientorParameters& parameters;
-  CameraOperations* draggedHub = nullptr;  // whose settings are borrowed
+  Borrowed<CameraOperations> draggedHub;  // whose settings are borrowed
   Settings settings;
   RewindRecord record;
   Lifeline life;            // cut when the drag ends

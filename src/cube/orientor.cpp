@@ -1,7 +1,6 @@
 #include "korvane/orientor.h"
 
 #include <cmath>
-#include <utility>
 
 #include "cube/orientor_parts.h"
 #include "korvane/camera_operations.h"
@@ -27,13 +26,14 @@ Orientor::Orientor() : parts(std::make_unique<OrientorParts>(this, parameters)) 
 Orientor::~Orientor() = default;
 
 void Orientor::SetKorvane(CameraOperations* hub) {
-  if (hub == parts->partners.hub) return;
+  if (hub != nullptr && hub == parts->partners.hub.Get()) return;
+  const OrientorParts::Closing closing(*parts);
   EndGesture();
   if (parts->transitionObserver.IsWatching()) {
     parts->transitionObserver.Drop();
     OnTransitionEnded();
   }
-  parts->partners.hub = hub;
+  parts->partners.hub.Set(hub);
 }
 
 void Orientor::SetRenderer(Renderer* value) {
@@ -56,10 +56,11 @@ bool Orientor::Create() {
 }
 
 bool Orientor::Destroy() {
-  parts->closing = true;
-  EndGesture();
-  EndMove();
-  parts->closing = false;
+  {
+    const OrientorParts::Closing closing(*parts);
+    EndGesture();
+    EndMove();
+  }
   if (parts->renderer == nullptr) return false;
   Renderer& renderer = *parts->renderer;
   for (int id = TEXTURES_CUBE.first; id <= TEXTURES_CUBE.last; ++id)
@@ -78,7 +79,7 @@ void Orientor::SetViewportSize(int width, int height) {
   parts->layout.SetViewport(width, height);
   SetLocation(parameters.screen_location);
   SetSize(parameters.size);
-  CameraOperations* const hub = parts->partners.hub;
+  CameraOperations* const hub = parts->partners.hub.Get();
   if (hub != nullptr && parameters.visible) hub->RequestApplicationUpdate();
 }
 
@@ -112,7 +113,7 @@ void Orientor::GetRegionSize(int& width, int& height) const {
 void Orientor::UpdateUCSMenuLabel(bool redraw) {
   if (parts->renderer == nullptr) return;
   parts->label.Make(*parts->renderer, parameters, parts->layout);
-  CameraOperations* const hub = parts->partners.hub;
+  CameraOperations* const hub = parts->partners.hub.Get();
   if (redraw && hub != nullptr) hub->RequestApplicationUpdate();
 }
 
@@ -194,7 +195,7 @@ bool Orientor::ViewOnPrincipalAxis() const { return parts->closest.IsLookedAlong
 
 void Orientor::Draw() {
   if (!parameters.visible) EndGesture();
-  if (parts->partners.hub == nullptr || !parameters.visible) return;
+  if (parts->partners.hub.Get() == nullptr || !parameters.visible) return;
   Update(false);
   if (!parts->Look()) return;
   parts->arrowsVisible = false;
@@ -209,14 +210,14 @@ void Orientor::Update(bool redraw) {
   if (!parts->Look()) return;
   const bool selectionChanged = UpdateSelection();
   const bool stateChanged = UpdateState();
-  CameraOperations* const hub = parts->partners.hub;
+  CameraOperations* const hub = parts->partners.hub.Get();
   if (redraw && (selectionChanged || stateChanged) && parameters.visible && hub != nullptr) {
     hub->RequestApplicationUpdate();
   }
 }
 
 bool Orientor::UpdateState() {
-  if (parts->partners.hub == nullptr || !parameters.visible) return false;
+  if (parts->partners.hub.Get() == nullptr || !parameters.visible) return false;
   SetLocation(parameters.screen_location);
   SetSize(parameters.size);
   const int closestBefore = parts->closest.part;
@@ -242,7 +243,7 @@ float Orientor::UpdateFade() {
 bool Orientor::IsFar(const Vector2& inCorner) const {
   if (parameters.disabled) return true;
   if (parts->drag.IsActive()) return false;
-  const CameraOperations* const hub = parts->partners.hub;
+  const CameraOperations* const hub = parts->partners.hub.Get();
   const bool inViewport = inCorner.x >= 0.0 && inCorner.x <= parts->layout.viewportWidth &&
                           inCorner.y >= 0.0 && inCorner.y <= parts->layout.viewportHeight;
   return !inViewport || hub == nullptr || hub->GetApplicationParameters().mouse_drag;

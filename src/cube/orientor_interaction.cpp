@@ -13,9 +13,9 @@ bool Orientor::OnLeftMouseDown(int x, int y) {
   CubeDrag& drag = parts->drag;
   mouse.captured = false;  // the release of an earlier press has been lost
   if (!parameters.visible) EndGesture();
-  const CameraOperations* const hub = parts->partners.hub;
+  const CameraOperations* const hub = parts->partners.hub.Get();
   if (hub == nullptr || !parameters.visible || parameters.disabled) return false;
-  if (hub->IsShotActive()) return false;
+  if (parts->closing || hub->IsShotActive()) return false;
   const bool wasDragging = drag.IsOpen();
   mouse.releasing = mouse.pressed = false;
   drag.Rest();
@@ -32,7 +32,7 @@ bool Orientor::OnLeftMouseDown(int x, int y) {
 
 bool Orientor::OnMouseMove(int x, int y) {
   if (!parameters.visible) EndGesture();
-  CameraOperations* const hub = parts->partners.hub;
+  CameraOperations* const hub = parts->partners.hub.Get();
   if (hub == nullptr || !parameters.visible || parameters.disabled) return false;
   const int height = parts->layout.viewportHeight;
   if (parts->drag.IsActive() && parts->mouse.IsOnCompass()) {
@@ -51,7 +51,7 @@ bool Orientor::OnLeftMouseUp(int /*x*/, int /*y*/) {
   CubeMouse& mouse = parts->mouse;
   const bool captured = std::exchange(mouse.captured, false);
   if (!parameters.visible) EndGesture();
-  const CameraOperations* const hub = parts->partners.hub;
+  const CameraOperations* const hub = parts->partners.hub.Get();
   const bool pressed = mouse.pressed && !mouse.releasing && hub != nullptr && parameters.visible;
   if (pressed && (parts->drag.IsActive() || !hub->IsShotActive())) {
     mouse.releasing = true;
@@ -72,7 +72,7 @@ bool Orientor::StartsDrag(int x, int y) const {
   const CubeMouse& mouse = parts->mouse;
   if (!mouse.pressed || parts->drag.IsActive() || !parameters.drag_enable) return false;
   if (!mouse.IsOnGeometry() && !mouse.IsOnCompass()) return false;
-  return parts->partners.hub != nullptr && parts->drag.IsBeyondDeadZone(x, y);
+  return parts->partners.hub.Get() != nullptr && parts->drag.IsBeyondDeadZone(x, y);
 }
 
 void Orientor::SetCompassFollowsPointer(bool follows) { parts->compassFollowsPointer = follows; }

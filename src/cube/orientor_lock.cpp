@@ -6,8 +6,8 @@
 namespace Korvane {
 
 void Orientor::LockToCurrentSelection(bool toggle) {
-  if (parts->partners.hub == nullptr) return;
-  CameraOperations& hub = *parts->partners.hub;
+  if (parts->partners.hub.Get() == nullptr) return;
+  CameraOperations& hub = *parts->partners.hub.Get();
   ApplicationParameters& scene = hub.GetApplicationParameters();
   const bool lock = !(toggle && scene.lock_to_selection);
   hub.RecalculateSelectionBounds();

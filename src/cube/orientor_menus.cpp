@@ -9,7 +9,7 @@ namespace Korvane {
 
 bool Orientor::OpenMenu() {
   CubeMouse& mouse = parts->mouse;
-  const CameraOperations* const hub = parts->partners.hub;
+  const CameraOperations* const hub = parts->partners.hub.Get();
   if (hub == nullptr || hub->IsShotActive() || parameters.disabled) return false;
   if (!IsMouseOnPart() && !mouse.IsOnCompass() && !IsMouseOnUCSMenu()) return false;
   if (mouse.pressed && mouse.activeOverlayPart != OVERLAY_CONTEXT_MENU) return false;
@@ -23,7 +23,7 @@ bool Orientor::OpenMenu() {
 
 void Orientor::OpenUCSMenu() {
   CubeMouse& mouse = parts->mouse;
-  const CameraOperations* const hub = parts->partners.hub;
+  const CameraOperations* const hub = parts->partners.hub.Get();
   if (!IsMouseOnUCSMenu() || hub == nullptr || hub->IsShotActive()) return;
   if (parameters.disabled || parts->renderer == nullptr || parts->label.plain == nullptr) return;
   const Vector2 centre = parts->label.plain->GetPosition();

@@ -40,7 +40,7 @@ class MiddleSink final : public QuadSink {
 }  // namespace
 
 bool OrientorParts::Look() {
-  const CameraOperations* const hub = partners.hub;
+  const CameraOperations* const hub = partners.hub.Get();
   if (hub == nullptr) return false;
   CameraParameters camera;
   hub->QueryCameraParameters(camera);
@@ -49,7 +49,7 @@ bool OrientorParts::Look() {
 }
 
 bool OrientorParts::IsLockedToSelection() const {
-  const CameraOperations* const hub = partners.hub;
+  const CameraOperations* const hub = partners.hub.Get();
   return hub != nullptr && hub->GetApplicationParameters().lock_to_selection;
 }
 
@@ -60,7 +60,7 @@ bool OrientorParts::IsMouseOnOverlay() const {
 
 OverlayQuads::State OrientorParts::GetOverlayState(bool arrows) const {
   const bool isNear = parameters.overlay_always_on || fade.mouseInRegion || !fade.IsGone();
-  const bool isShown = partners.hub != nullptr && parameters.draw_overlay && !drag.IsActive() && isNear;
+  const bool isShown = partners.hub.Get() != nullptr && parameters.draw_overlay && !drag.IsActive() && isNear;
   return {isShown, IsLockedToSelection(), arrows};
 }
 
@@ -80,7 +80,7 @@ CubeLook OrientorParts::GetLook() const {
 
 int OrientorParts::PickGeometry(const Vector2& point) {
   mouse.arrowFaces = 0;
-  if (renderer == nullptr || partners.hub == nullptr) return -1;
+  if (renderer == nullptr || partners.hub.Get() == nullptr) return -1;
   const CubePicker::Setting setting{parameters, layout, space, AreArrowsShown(), IsMouseOnOverlay()};
   const CubePicker::Hit hit = picker.Pick(*renderer, setting, point);
   mouse.arrowFaces = hit.arrowFaces;
@@ -95,7 +95,7 @@ int OrientorParts::PickOverlay(const Vector2& point, bool arrows) const {
 }
 
 bool OrientorParts::FindGeometry(int part, Vector2& point) {
-  if (renderer == nullptr || partners.hub == nullptr) return false;
+  if (renderer == nullptr || partners.hub.Get() == nullptr) return false;
   const CubePicker::Setting setting{parameters, layout, space, AreArrowsShown()};
   const Box2 box = layout.GetPassBox(parameters);
   const PassView pass(MakeCubeCamera(parameters, space));
@@ -112,7 +112,7 @@ bool OrientorParts::FindGeometry(int part, Vector2& point) {
 }
 
 bool OrientorParts::FindOverlay(int part, Vector2& point) const {
-  const bool isThere = partners.hub != nullptr && parameters.draw_overlay;
+  const bool isThere = partners.hub.Get() != nullptr && parameters.draw_overlay;
   MiddleSink sink;
   OverlayQuads(parameters, layout, QuadUse::Offered, {isThere, IsLockedToSelection(), true}).Lay(part, sink);
   DynamicIcon2D* const icon = part == CubeLabel::ID ? label.Find(parameters, false) : nullptr;
@@ -148,7 +148,7 @@ void OrientorParts::DrawOverlay(Renderer& target) const {
 }
 
 void OrientorParts::TakeCompassSense() {
-  CameraOperations* const hub = partners.hub;
+  CameraOperations* const hub = partners.hub.Get();
   if (hub == nullptr || !mouse.IsOnCompass()) return;
   const int part = mouse.activePart;
   drag.sense = FindCompassSense(hub->GetCameraParameters(), hub->GetApplicationParameters(),

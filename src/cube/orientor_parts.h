@@ -1,6 +1,6 @@
 #pragma once
 
-#include <memory>
+#include <utility>
 
 #include "cube/cube_drag.h"
 #include "cube/cube_fade.h"
@@ -17,6 +17,19 @@ namespace Korvane {
 
 /// What a cube consists of, by what changes together.
 struct OrientorParts {
+  // A stretch within which the cube is put away, and begins neither a gesture nor a move.
+  class Closing {
+   public:
+    explicit Closing(OrientorParts& cube) : parts(cube), before(std::exchange(cube.closing, true)) {}
+    Closing(const Closing&) = delete;
+    Closing& operator=(const Closing&) = delete;
+    ~Closing() { parts.closing = before; }
+
+   private:
+    OrientorParts& parts;
+    bool before;
+  };
+
   OrientorParts(Orientor* cube, const OrientorParameters& settings)
       : parameters(settings), transitionObserver(cube), drag(partners, settings) {}
 
@@ -60,7 +73,7 @@ struct OrientorParts {
 
   bool arrowsVisible = false;  // a face arrow has been laid since the last draw began
   bool compassFollowsPointer = false;
-  bool closing = false;  // within Destroy, when no move may begin
+  bool closing = false;  // see Closing
 };
 
 }  // namespace Korvane

@@ -7,7 +7,7 @@
 namespace Korvane {
 
 bool Orientor::UpdateSelection() {
-  const CameraOperations* const hub = parts->partners.hub;
+  const CameraOperations* const hub = parts->partners.hub.Get();
   if (hub == nullptr || !parameters.visible || parts->drag.IsActive()) return false;
   CubeMouse& mouse = parts->mouse;
   const int highlightedBefore = mouse.highlightedPart;

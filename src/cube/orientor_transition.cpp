@@ -19,10 +19,16 @@ void SetDirection(ViewAlignShotParameters& shot, const Vector3& part) {
   shot.directionFlags[ViewAlignShotParameters::CAMERA_OPPOSITE_SIDE] = part.z == -1.0;
 }
 
+// What is laid out along the axes of the world, in the standard space of the scene.
+Vector3 FromWorldAxes(const ApplicationParameters& scene, const Vector3& v) {
+  return ChangeBasis(scene.scene_front_direction, scene.scene_up_direction,
+                     ChangeInverseBasis(scene.world_front_direction, scene.world_up_direction, v));
+}
+
 }  // namespace
 
 bool Orientor::StartTransition() {
-  if (parts->partners.hub == nullptr) return false;
+  if (parts->partners.hub.Get() == nullptr || parts->closing) return false;
   if (IsMouseOnGeometryPart()) {
     TurnToActivePart();
     return true;
@@ -62,73 +68,73 @@ ViewAlignShotParameters Orientor::MakeViewShot() const {
 
 // The letters stand by the world, which the scene may be turned against.
 void Orientor::TurnToActivePart() {
-  const CameraOperations& hub = *parts->partners.hub;
+  CameraOperations& hub = *parts->partners.hub.Get();
   const int part = parts->mouse.activePart;
   ViewAlignShotParameters shot = MakeViewShot();
   if (part < GEOMETRY_PART_COUNT) {
     SetDirection(shot, GetPartDirection(part));
   } else {
     shot.keepSceneUp = shot.useCustom = true;
-    parts->Look();
-    shot.customDirection = parts->space.FromWorldAxes(GetPartDirection(part)).Normalize();
+    shot.customDirection = FromWorldAxes(hub.GetApplicationParameters(), GetPartDirection(part)).Normalize();
     shot.customUp = hub.GetWorldUpDirection();
     shot.customFront = hub.GetWorldFrontDirection();
     shot.panAngle = parameters.compass_angle + COMPASS_PAN_ANGLE;
   }
-  BeginTransition(shot);
+  BeginTransition(hub, shot);
   parts->mouse.highlightedPart = parts->mouse.activePart;
 }
 
 // In two of the corners the pictures of the arrows are mirrored, and so is what they do.
 void Orientor::RollView() {
+  CameraOperations& hub = *parts->partners.hub.Get();
   const bool mirrored = parameters.screen_location == OrientorParameters::LOCATION_BOTTOM_RIGHT ||
                         parameters.screen_location == OrientorParameters::LOCATION_TOP_LEFT;
   const bool counterClockwise = parts->mouse.activeOverlayPart == OVERLAY_ROTATE_COUNTER_CLOCKWISE;
   ViewAlignShotParameters shot = MakeViewShot();
   SetDirection(shot, GetClosestViewDirection());
   shot.rollAngle = counterClockwise != mirrored ? ROLL_STEP : -ROLL_STEP;
-  BeginTransition(shot);
+  BeginTransition(hub, shot);
 }
 
 void Orientor::GoToHomeView() {
-  CameraOperations* const hub = parts->partners.hub;
+  CameraOperations* const hub = parts->partners.hub.Get();
   if (hub == nullptr || !parameters.visible) return;
   TransitionShotParameters shot;
   shot.targetCamera = hub->GetHomeCamera();
   shot.easeEnd = 1.0;
   shot.duration = parameters.transition_duration;
-  BeginTransition(shot);
+  BeginTransition(*hub, shot);
 }
 
-// Whether the hub takes the shot is not looked at: the move counts as begun either way.
+// `hub` is the one that the shot was made for, and is taken away when the host does so while asked about it.
+// Whether it takes the shot is not looked at: the move counts as begun either way.
 template <class ShotParameters>
-void Orientor::BeginTransition(const ShotParameters& shot) {
-  if (parts->closing) return;
-  CameraOperations& hub = *parts->partners.hub;
+void Orientor::BeginTransition(CameraOperations& hub, const ShotParameters& shot) {
+  if (parts->closing || parts->partners.hub.Get() != &hub) return;
   hub.BeginShot(shot);
-  if (parts->partners.hub != &hub) return;  // taken away meanwhile
+  if (parts->partners.hub.Get() != &hub) return;  // taken away meanwhile
   const bool watching = hub.SetActiveShotObserver(&parts->transitionObserver);
   parts->transitionObserver.SetWatching(watching);
   OnTransitionStarted();
 }
 
 void Orientor::EndMove() {
-  CameraOperations* const hub = parts->partners.hub;
+  CameraOperations* const hub = parts->partners.hub.Get();
   if (parts->transitionObserver.IsWatching() && hub != nullptr) hub->EndShot();
 }
 
 void Orientor::OnTransitionStarted() {
-  const CameraOperations* const hub = parts->partners.hub;
+  const CameraOperations* const hub = parts->partners.hub.Get();
   if (hub != nullptr) parts->transitionRecord.Begin(parts->partners.history, hub->GetCameraParameters());
 }
 
 void Orientor::OnTransitionEnded() {
-  const CameraOperations* const hub = parts->partners.hub;
+  const CameraOperations* const hub = parts->partners.hub.Get();
   if (hub != nullptr) parts->transitionRecord.End(hub->GetCameraParameters());
 }
 
 void Orientor::AlignToOrbitUpDirection() {
-  CameraOperations* const hub = parts->partners.hub;
+  CameraOperations* const hub = parts->partners.hub.Get();
   if (!parameters.preserve_scene_up || hub == nullptr) return;
   hub->AlignToSceneUpDirection(parameters.transition_duration);
 }

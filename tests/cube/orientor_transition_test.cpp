@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <limits>
+#include <memory>
+#include <vector>
 
 #include "cube/gesture_scene.h"
 #include "korvane/quaternion.h"
@@ -18,6 +21,10 @@ class OrientorTransitionTest : public ::testing::Test, protected GestureScene {
     std::string flags;
     for (const bool flag : shot.directionFlags) flags += flag ? '1' : '0';
     return flags;
+  }
+  void DragFront() {
+    EXPECT_TRUE(PressOnPart(1));
+    EXPECT_TRUE(cube.OnMouseMove(520, 300));
   }
 };
 
@@ -363,6 +370,41 @@ TEST_F(OrientorTransitionTest, a_hub_taken_away_during_the_move_closes_the_recor
   EXPECT_TRUE(hub.view.IsFinite());
 }
 
+// The shot is the hub's that the click was made in, whoever comes after it.
+TEST_F(OrientorTransitionTest, a_letters_move_begins_in_the_hub_of_its_click) {
+  SpyHub other(journal);
+  for (SpyHub* const next : {&other, static_cast<SpyHub*>(nullptr)}) {
+    for (int part = 26; part < 30; ++part) {
+      cube.SetKorvane(&hub);
+      hub.EndShot();
+      hub.viewShots.clear();
+      hub.onQuery = [&] { cube.SetKorvane(next); };  // as the hub looks where its view is
+      cube.activePart = part;
+      EXPECT_TRUE(cube.StartTransition());
+      hub.onQuery = nullptr;
+      EXPECT_EQ(hub.viewShots.size(), 1U);
+      EXPECT_TRUE(hub.IsShotActive());
+    }
+  }
+  EXPECT_TRUE(other.viewShots.empty());
+  EXPECT_EQ(history.GetOpenCount(), 0);
+}
+
+TEST_F(OrientorTransitionTest, no_move_begins_in_a_hub_that_is_taken_away_before_it) {
+  SpyHub other(journal);
+  for (SpyHub* const next : {&other, static_cast<SpyHub*>(nullptr)}) {
+    cube.SetKorvane(&hub);
+    hub.onWorldUp = [&] { cube.SetKorvane(next); };
+    cube.activePart = 26;
+    cube.StartTransition();
+    hub.onWorldUp = nullptr;
+    EXPECT_FALSE(hub.IsShotActive());
+  }
+  EXPECT_TRUE(hub.viewShots.empty());
+  EXPECT_TRUE(other.viewShots.empty());
+  EXPECT_EQ(history.begun, 0);
+}
+
 // ---- a host's own kind of cube ----
 
 class WatchingOrientor : public TouchedOrientor {
@@ -487,6 +529,96 @@ TEST_F(OrientorTransitionTest, no_move_begins_while_the_cube_is_destroyed) {
   EXPECT_EQ(history.ended, 1);
   cube.GoToHomeView();  // a destroyed cube may be created again, and moves as before
   EXPECT_TRUE(hub.IsShotActive());
+}
+
+TEST_F(OrientorTransitionTest, no_click_counts_while_the_cube_is_put_away) {
+  bool setOut = true;
+  observer.onDragEnd = [&] {
+    cube.activePart = 1;
+    setOut = cube.StartTransition();
+  };
+  const std::vector<std::function<void()>> ways = {
+      [this] { cube.Destroy(); },
+      [this] { cube.SetKorvane(nullptr); },
+  };
+  for (const auto& putAway : ways) {
+    cube.SetKorvane(&hub);
+    DragFront();
+    setOut = true;
+    putAway();
+    EXPECT_FALSE(setOut);
+    EXPECT_TRUE(hub.viewShots.empty());
+    EXPECT_FALSE(hub.IsShotActive());
+  }
+}
+
+// What an observer of the end presses and moves is dropped, however deep it is told.
+TEST_F(OrientorTransitionTest, no_drag_begins_while_the_cube_is_put_away) {
+  const double multiplier = Scene().orbit_multiplier;
+  const std::vector<std::function<void()>> ways = {
+      [this] { cube.Destroy(); },
+      [this] { cube.SetKorvane(nullptr); },
+  };
+  for (const auto& putAway : ways) {
+    for (const auto& putAwayAgain : ways) {
+      cube.SetKorvane(&hub);
+      DragFront();
+      journal.Take();
+      observer.onDragEnd = [&] {
+        putAwayAgain();
+        EXPECT_FALSE(PressOnPart(1));
+        EXPECT_FALSE(cube.OnMouseMove(520, 300));
+      };
+      putAway();
+      EXPECT_EQ(journal.Count("drag ended"), 1);
+      EXPECT_FALSE(cube.IsDragActive());
+      EXPECT_FALSE(cube.mousePressed);
+      EXPECT_FALSE(hub.IsOperationActive(OPERATION_ORBIT));
+      EXPECT_EQ(Scene().orbit_multiplier, multiplier);
+      EXPECT_EQ(history.GetOpenCount(), 0);
+    }
+  }
+  cube.SetKorvane(&hub);
+  EXPECT_TRUE(PressOnPart(1));
+}
+
+// ---- a hub that goes ----
+
+TEST_F(OrientorTransitionTest, a_hub_may_go_before_it_is_taken_away) {
+  for (const bool dragging : {true, false}) {
+    journal.Take();
+    auto mortal = std::make_unique<SpyHub>(journal);
+    mortal->view = hub.view;
+    cube.SetKorvane(mortal.get());
+    if (dragging) {
+      DragFront();
+    } else {
+      cube.InjectClick(1);
+    }
+    mortal.reset();
+    EXPECT_FALSE(cube.OnMouseMove(540, 300));
+    cube.Draw();
+    EXPECT_TRUE(!dragging || cube.OnLeftMouseUp(540, 300));
+    cube.SetKorvane(nullptr);
+    EXPECT_EQ(journal.Count("drag began 1"), dragging ? 1 : 0);
+    EXPECT_EQ(journal.Count("drag ended"), dragging ? 1 : 0);
+    EXPECT_FALSE(cube.IsDragActive());
+  }
+  cube.SetKorvane(&hub);
+  DragFront();
+  EXPECT_TRUE(hub.IsOperationActive(OPERATION_ORBIT));
+}
+
+TEST_F(OrientorTransitionTest, a_hub_that_is_gone_is_not_touched_by_the_next_one) {
+  auto mortal = std::make_unique<SpyHub>(journal);
+  mortal->view = hub.view;
+  cube.SetKorvane(mortal.get());
+  DragFront();
+  journal.Take();
+  mortal.reset();
+  cube.SetKorvane(&hub);
+  EXPECT_EQ(journal.Take(), Lines{"drag ended"});
+  EXPECT_FALSE(cube.IsDragActive());
 }
 
 // ---- bad numbers ----

@@ -106,7 +106,6 @@ class FakeOrientor : public Korvane::Orientor, public Fake {
   std::wstring& homeTooltip = open.tooltips.home;
   int& viewportWidth = open.layout.viewportWidth;
   int& viewportHeight = open.layout.viewportHeight;
-  Korvane::CameraOperations*& cameraOperations = open.partners.hub;
   Korvane::RewindHistory*& rewindHistory = open.partners.history;
   Korvane::ObserverSet<Korvane::OrientorObserver>& observers = open.partners.observers;
   Korvane::Renderer*& renderer = open.renderer;
