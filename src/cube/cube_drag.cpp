@@ -38,7 +38,9 @@ void CubeDrag::Begin(int x, int y, int height, OrientorObserver::OrientorPart pa
   hub.ConstrainPivotToViewport();
   if (!goesOn) return;
   tellsEnd = true;
-  partners.observers.Notify([part](OrientorObserver& each) { each.OnDragBegin(part); });
+  partners.observers.Notify([&](OrientorObserver& each) {
+    if (goesOn) each.OnDragBegin(part);
+  });
   if (!goesOn) return;
 
   draggedHub.Set(&hub);  // from here on the hub is the cube's, until End

@@ -23,6 +23,8 @@ struct CubeMouse {
   bool IsOnGeometry() const { return activePart >= 0 && activePart < COMPASS_RING_FROM; }
   /// On a face, by the arrow beside it.
   bool IsOnArrow() const { return IsFaceAmong(arrowFaces, activePart); }
+  /// On something that shows it.
+  bool IsOnAny() const { return activePart >= 0 || highlightedPart >= 0 || activeOverlayPart >= 0; }
   bool IsOnCompass() const { return activePart >= COMPASS_LETTERS_FROM && activePart < ALL_PART_COUNT; }
 
   /// While a menu is open the mouse is on nothing.

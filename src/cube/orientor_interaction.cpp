@@ -81,8 +81,12 @@ bool Orientor::CompassFollowsPointer() const { return parts->compassFollowsPoint
 // ---- a gesture that is cut short ----
 
 void Orientor::CancelGesture() {
+  const bool showed = parts->ShowsMouse();
   parts->mouse.captured = false;
   EndGesture();
+  CameraOperations* const hub = parts->partners.hub.Get();
+  const bool changed = showed && !parts->ShowsMouse();
+  if (changed && parameters.visible && hub != nullptr) hub->RequestApplicationUpdate();
 }
 
 void Orientor::EndGesture() {

@@ -37,6 +37,8 @@ struct OrientorParts {
   bool Look();
   bool IsLockedToSelection() const;
   bool IsMouseOnOverlay() const;
+  /// Something of the cube shows that the mouse is there.
+  bool ShowsMouse() const { return mouse.IsOnAny() || fade.mouseInRegion; }
   bool AreArrowsShown() const { return fade.mouseInRegion || drag.IsActive(); }
   OverlayQuads::State GetOverlayState(bool arrows) const;
   CubeLook GetLook() const;

@@ -640,6 +640,29 @@ TEST_F(OrientorInteractionTest, a_cancelled_press_is_no_click_and_its_release_is
   EXPECT_FALSE(hub.IsOperationActive(OPERATION_ORBIT));
 }
 
+// A drag's end asks for a frame of its own.
+TEST_F(OrientorInteractionTest, a_cancelled_gesture_asks_for_a_frame_where_it_showed) {
+  const std::vector<std::function<void()>> shows = {
+      [this] { cube.activePart = RING; },
+      [this] { cube.highlightedPart = FRONT; },
+      [this] { cube.activeOverlayPart = Orientor::OVERLAY_HOME; },
+      [this] { cube.mouseInRegion = true; },
+  };
+  for (const auto& show : shows) {
+    show();
+    const int before = hub.requested;
+    cube.CancelGesture();
+    EXPECT_EQ(hub.requested, before + 1);
+    cube.CancelGesture();  // shows no longer
+    EXPECT_EQ(hub.requested, before + 1);
+    show();
+    Parameters().visible = false;
+    cube.CancelGesture();
+    EXPECT_EQ(hub.requested, before + 1);
+    Parameters().visible = true;
+  }
+}
+
 TEST_F(OrientorInteractionTest, a_cancelled_gesture_leaves_a_move_of_the_cube_alone) {
   cube.InjectClick(FRONT);
   ASSERT_TRUE(hub.IsShotActive());
@@ -719,6 +742,16 @@ TEST_F(OrientorInteractionTest, a_drag_ended_within_any_step_of_its_begin_leaves
       EXPECT_EQ(journal.Count("drag began 1"), journal.Count("drag ended"));
     }
   }
+}
+
+TEST_F(OrientorInteractionTest, a_drag_ended_while_its_begin_is_told_begins_for_nobody_after) {
+  NotingOrientorObserver second(cube, journal, "second ");
+  cube.AddObserver(&second);
+  observer.onDragBegin = [this] { cube.CancelGesture(); };
+  DragPart(FRONT);
+  EXPECT_EQ(journal.Count("drag ended"), 1);
+  EXPECT_EQ(journal.Count("second drag ended"), 1);
+  EXPECT_EQ(journal.Count("second drag began 1"), 0);
 }
 
 TEST_F(OrientorInteractionTest, a_move_in_a_drag_allocates_nothing) {
