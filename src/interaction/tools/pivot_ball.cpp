@@ -128,7 +128,9 @@ void PivotBall::Draw() {
   shadowBall->SetSize(ball->GetSize());
   UpdateOpacity(camera);
   shadowBall->GetMaterial().colour[3] = ball->GetMaterial().colour[3] * SHADOW_OPACITY;
-  UpdateLabelPosition(camera, parameters.viewport_width, parameters.viewport_height);
+  if (label.Get() != nullptr) {
+    UpdateLabelPosition(camera, parameters.viewport_width, parameters.viewport_height);
+  }
   DrawBall();
   DrawLabel();
 }

@@ -13,8 +13,4 @@ inline void PlacePivotBall(PivotBall* ball, const CameraParameters& camera, bool
   ball->UpdateSize(camera);
 }
 
-inline void HidePivotBall(PivotBall* ball) {
-  if (ball != nullptr) ball->SetVisible(false);
-}
-
 }  // namespace Korvane

@@ -620,3 +620,27 @@ TEST_F(PivotBallTest, survives_cameras_that_are_not_finite) {
 }
 
 }  // namespace
+
+TEST(PivotBallLabel, is_placed_only_where_there_is_one) {
+  class PlacedBall : public PivotBall {
+   public:
+    int placed = 0;
+
+   private:
+    void UpdateLabelPosition(const CameraParameters& /*camera*/, int /*width*/, int /*height*/) override {
+      ++placed;
+    }
+  };
+  MemoryHub hub(TenUnitsAway());
+  BallRenderer renderer;
+  PlacedBall ball;
+  ball.SetKorvane(&hub);
+  ball.SetRenderer(&renderer);
+  ball.SetVisible(true);
+  ball.Draw();
+  EXPECT_EQ(ball.placed, 0);
+  ball.Create();
+  ball.Draw();
+  EXPECT_EQ(ball.placed, 1);
+  ball.Destroy();
+}
