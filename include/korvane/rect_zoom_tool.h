@@ -58,6 +58,7 @@ class ZOVTOOLS_API RectZoomTool : public ZoomTool {
   void UpdateCrosshairPosition(double x, double y);
 
   void GiveUp();
+  void Abandon();
   bool BeginRectShot();
   ZoomRectShotParameters MakeRectShot(const CameraParameters& camera) const;
   Vector3 PickPivot(const CameraParameters& camera);

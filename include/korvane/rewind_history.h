@@ -14,8 +14,8 @@ struct CameraParameters;
 /// told of moves. It keeps nothing.
 ///
 /// Inside its operations a host may do what it may inside those of the hub, and take the history away from
-/// whoever calls. A record is closed in the history in which it was opened; one that is gone by then, or was
-/// taken away between two events, is left alone.
+/// whoever calls. A record is closed in the history in which it was opened, by a tool at the latest when that
+/// is taken away; a history that is gone by then is left alone.
 class ZOVTOOLS_API RewindHistory {
  public:
   RewindHistory();

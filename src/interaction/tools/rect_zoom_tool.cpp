@@ -1,6 +1,7 @@
 #include "korvane/rect_zoom_tool.h"
 
 #include <cmath>
+#include <utility>
 
 #include "camera/camera_frame.h"
 #include "interaction/tools/tool_gesture.h"
@@ -59,7 +60,7 @@ bool RectZoomTool::OnKeyUp(KeyID key) {
 }
 
 void RectZoomTool::GiveUp() {
-  operating = false;
+  Abandon();
   if (cameraOperations != nullptr) cameraOperations->RequestApplicationUpdate();
 }
 
@@ -74,8 +75,13 @@ bool RectZoomTool::OnMouseUp(int x, int y) {
   const bool zooms = operating && mouseDragged && !animating && cameraOperations != nullptr &&
                      whiteRectangle.GetWidth() > 0.0 && whiteRectangle.GetHeight() > 0.0;
   if (zooms) return BeginRectShot();
-  operating = false;
+  Abandon();
   return animating;
+}
+
+// The record stays open in its history, also when that is taken away.
+void RectZoomTool::Abandon() {
+  if (std::exchange(operating, false)) record.Forget();
 }
 
 void RectZoomTool::ClampToViewport(int& x, int& y) const {

@@ -414,3 +414,16 @@ TEST_F(RectTest, while_the_shot_runs_a_press_starts_nothing) {
   EXPECT_TRUE(bench.history.Has(1, 0));
   EXPECT_EQ(bench.hub.shotsBegun, 1);
 }
+
+TEST(RectZoomToolRecord, a_rectangle_that_was_abandoned_keeps_its_record_open_when_the_history_goes) {
+  for (const bool escaped : {false, true}) {
+    ToolBench bench;
+    RectZoomTool tool;
+    bench.Wire(tool);
+    tool.OnMouseDown(100, 200);
+    if (escaped) tool.OnKeyDown(KEY_ESCAPE);
+    tool.OnMouseUp(100, 200);
+    tool.SetRewindHistory(nullptr);
+    EXPECT_TRUE(bench.history.Has(1, 0)) << escaped;
+  }
+}
