@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "korvane/camera_operations.h"
+#include "korvane/vector3.h"
 
 namespace Korvane {
 
@@ -40,6 +41,12 @@ class BorrowedSettings {
 
   const CameraOperations* lender = nullptr;
   Values saved;
+};
+
+/// The pivot that the camera of a hub had before a gesture moved it. The lender is only compared, here too.
+struct BorrowedPivot {
+  const CameraOperations* lender = nullptr;  // null: none
+  Vector3 point;
 };
 
 /// All settings of a hub at once, but for the size of the viewport: that is the window's, which may change it

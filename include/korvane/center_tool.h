@@ -1,11 +1,9 @@
 #pragma once
 
-#include <optional>
-
+#include "korvane/borrowed_settings.h"
 #include "korvane/export.h"
 #include "korvane/renderer_loans.h"
 #include "korvane/tool.h"
-#include "korvane/vector3.h"
 
 namespace Korvane {
 
@@ -20,6 +18,7 @@ class ZOVTOOLS_API CenterTool : public Tool {
   CenterTool(HelmDisc* disc, TrackMenu* menu, StringID label);
   ~CenterTool() override;
 
+  void SetRenderer(Renderer* value) override;
   void OnDraw() override;
   bool OnMouseMove(int x, int y) override;
   bool OnMouseDown(int x, int y) override;
@@ -40,17 +39,21 @@ class ZOVTOOLS_API CenterTool : public Tool {
   TrackMenu* trackMenu;
 
  private:
-  void EndPress(Closing& closing, const std::optional<Vector3>& pivot);
-  void BeginCenterShot();
+  void TakeHint();
+  void DropHintNote();
+  void EndPress(Closing& closing, const BorrowedPivot& pivot);
+  bool BeginCenterShot(Closing& closing);
   void LabelPivotBall();
   void FollowShot();
   void UpdateNotes();
 
+  bool active = false;
   bool onModel = false;
-  std::optional<Vector3> savedPivot;  // of the camera; during a gesture
+  BorrowedPivot savedPivot;  // during a gesture
   StringID pivotLabel;
   DynamicIcon2D* offModelHUD = nullptr;
   StringLoan hint;
+  const DynamicIcon2D* hintNote = nullptr;  // the hint that was shown last; only compared
 };
 
 }  // namespace Korvane

@@ -1,10 +1,8 @@
 #pragma once
 
-#include <optional>
-
+#include "korvane/borrowed_settings.h"
 #include "korvane/export.h"
 #include "korvane/tool.h"
-#include "korvane/vector3.h"
 
 namespace Korvane {
 
@@ -21,7 +19,7 @@ class ZOVTOOLS_API PanTool : public Tool {
   bool OnMouseUp(int x, int y) override;
 
  private:
-  std::optional<Vector3> savedPivot;  // of the camera; during a gesture
+  BorrowedPivot savedPivot;  // during a gesture
 };
 
 }  // namespace Korvane

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "korvane/camera_operations.h"
 #include "korvane/export.h"
 #include "korvane/lifeline.h"
 #include "korvane/operation.h"
@@ -9,7 +10,6 @@
 
 namespace Korvane {
 
-class CameraOperations;
 class DynamicIcon2D;
 class PivotBall;
 class Renderer;
@@ -29,6 +29,9 @@ class RewindHistory;
 /// tool that no view manager owns. What a gesture had open is closed once, where it was opened; while that is
 /// being told, a press begins no other. What may not happen within such a call is the end of the hub or the
 /// renderer.
+///
+/// A tool that is destroyed closes nothing. EndGesture comes before that, where the tool operates and its hub
+/// is to go on.
 class ZOVTOOLS_API Tool {
  public:
   Tool();
@@ -131,6 +134,7 @@ class ZOVTOOLS_API Tool {
   // that may have ended its gesture, lost its hub, or be destroyed; these hold through that.
   class Steps;
   class Opening;
+  class Ongoing;
   class Flight;
   class Closing;
 
@@ -161,7 +165,8 @@ class ZOVTOOLS_API Tool {
 
   void (*endGesture)(Tool& tool) = nullptr;  // null: a release ends it
   Lifeline lifeline;
-  Lifeline gesture;  // cut when the gesture ends
+  Lifeline gesture;                        // cut when the gesture ends
+  Borrowed<CameraOperations> recordedHub;  // a history may be changed when the hub is gone already
   bool closingGesture = false;
 };
 

@@ -24,18 +24,34 @@ CenterTool::CenterTool(HelmDisc* disc, TrackMenu* menu, StringID label)
 }
 CenterTool::~CenterTool() = default;
 
+void CenterTool::SetRenderer(Renderer* value) {
+  Tool::SetRenderer(value);
+  if (active) TakeHint();
+}
+
 void CenterTool::Activate() {
-  const Lifeline::Watch alive(GetLifeline());
-  const DynamicIcon2D* const note = hint.Take(renderer, STRING_OFF_MODEL);
-  if (!alive) return;
-  SetViewHUDOffset(Vector2(0.0, note != nullptr ? note->GetHeight() : 0.0));
+  active = true;
   SetDrawOnlyWhileOperating(false);
+  TakeHint();
 }
 
 void CenterTool::Deactivate() {
-  const DynamicIcon2D* const note = hint.Get();
-  if (note != nullptr && viewportHUD == note) viewportHUD = nullptr;  // the renderer may destroy it now
+  active = false;
+  DropHintNote();
   hint.GiveBack();
+}
+
+void CenterTool::TakeHint() {
+  DropHintNote();
+  const Lifeline::Watch alive(GetLifeline());
+  const DynamicIcon2D* const note = hint.Take(renderer, STRING_OFF_MODEL);
+  if (alive) SetViewHUDOffset(Vector2(0.0, note != nullptr ? note->GetHeight() : 0.0));
+}
+
+// Its renderer may destroy it now, or is gone.
+void CenterTool::DropHintNote() {
+  if (hintNote != nullptr && viewportHUD == hintNote) viewportHUD = nullptr;
+  hintNote = nullptr;
 }
 
 void CenterTool::UpdatePivotPosition(int x, int y) {
@@ -61,10 +77,12 @@ bool CenterTool::OnMouseDown(int x, int y) {
   NotePress(x, y);
   if (animating) return true;
   if (cameraOperations == nullptr || IsClosing()) return false;
-  if (!operating) savedPivot.reset();  // else a release went missing
+  if (!operating) savedPivot = {};  // else a release went missing
   CameraParameters camera;
   Opening opening(*this);
-  if (!savedPivot) opening.Query(camera).Then([&] { savedPivot = camera.pivot; });
+  if (savedPivot.lender != cameraOperations) {
+    opening.Query(camera).Then([&] { savedPivot = {cameraOperations, camera.pivot}; });
+  }
   opening.Then([&] { LabelPivotBall(); }).Then([&] { UpdatePivotPosition(x, y); });
   return true;
 }
@@ -76,42 +94,44 @@ bool CenterTool::OnMouseMove(int x, int y) {
 
 bool CenterTool::OnMouseUp(int x, int y) {
   NoteRelease(x, y);
-  if (animating) return true;
+  if (animating || IsClosing()) return true;
   const bool pressed = operating;
-  const std::optional<Vector3> pivot = std::exchange(savedPivot, std::nullopt);
+  const BorrowedPivot pivot = std::exchange(savedPivot, {});
   Closing closing(*this);
   if (cameraOperations == nullptr) return false;
   Steps steps(*this);
   steps.Then([&] { UpdatePivotPosition(x, y); });
   closing.HidePivotBall();
-  if (pressed) steps.Then([&] { EndPress(closing, pivot); });
-  steps.Then([&] {
-    onModel = false;
-    cameraOperations->RequestApplicationUpdate();
-  });
+  if (pressed) EndPress(closing, pivot);
+  if (closing) onModel = false;
+  steps.Then([&] { cameraOperations->RequestApplicationUpdate(); });
   return true;
 }
 
-void CenterTool::EndPress(Closing& closing, const std::optional<Vector3>& pivot) {
-  SetCursorID(CURSOR_ARROW);
-  if (onModel) {
-    BeginCenterShot();
-  } else {
-    closing.RestorePivot(pivot);
-  }
+// Whatever keeps the camera from flying, it has its old pivot then.
+void CenterTool::EndPress(Closing& closing, const BorrowedPivot& pivot) {
+  if (closing) SetCursorID(CURSOR_ARROW);
+  if (closing && onModel && BeginCenterShot(closing)) return;
+  closing.RestorePivot(pivot).EndRecord();
 }
 
-void CenterTool::BeginCenterShot() {
+// False when the host has taken the hub away or destroyed the tool before the shot.
+bool CenterTool::BeginCenterShot(Closing& closing) {
   CameraParameters camera;
-  Steps(*this).BeginRecord().Query(camera).Then([&] {
-    CenterShotParameters shot;
-    shot.point = camera.pivot;
-    shot.easeEnd = EASE_END;
-    shot.duration = MOVE_DURATION;
-    Flight(*this, shot).Then([&] { LabelPivotBall(); }).Then([&] {
-      if (pivotBall != nullptr) pivotBall->SetVisible(true);
-    });
+  bool flies = false;
+  Steps steps(*this);
+  steps.Query(camera).Then([&] { closing.BeginRecord(rewindHistory, camera); }).Query(camera).Then([&] {
+    flies = closing.LeaveRecord();
   });
+  if (!flies) return false;
+  CenterShotParameters shot;
+  shot.point = camera.pivot;
+  shot.easeEnd = EASE_END;
+  shot.duration = MOVE_DURATION;
+  Flight(*this, shot).Then([&] { LabelPivotBall(); }).Then([&] {
+    if (pivotBall != nullptr) pivotBall->SetVisible(true);
+  });
+  return true;
 }
 
 void CenterTool::LabelPivotBall() {
@@ -137,6 +157,7 @@ void CenterTool::FollowShot() {
 
 void CenterTool::UpdateNotes() {
   DynamicIcon2D* const hintHUD = hint.Get();
+  if (hintHUD != nullptr) hintNote = hintHUD;
   if (hintHUD != nullptr && !onModel && !animating) viewportHUD = hintHUD;
   if (!operating) return;
   SetCursorID(onModel ? CURSOR_ARROW : CURSOR_NO_TARGET);

@@ -15,7 +15,7 @@ bool PanTool::OnMouseDown(int x, int y) {
     CameraParameters camera;
     opening.Query(found)
         .Then([&] {
-          savedPivot = found.pivot;
+          savedPivot = {cameraOperations, found.pivot};
           camera = found;
         })
         .AnchorPivot(x, y, camera)
@@ -31,7 +31,7 @@ bool PanTool::OnMouseMove(int x, int y) {
 
 bool PanTool::OnMouseUp(int x, int y) {
   return ReleaseDrag(x, y, [this](Closing& closing) {
-    const std::optional<Vector3> pivot = std::exchange(savedPivot, std::nullopt);
+    const BorrowedPivot pivot = std::exchange(savedPivot, {});
     closing.EndOperation(OPERATION_PAN).RestorePivot(pivot).EndRecord();
   });
 }

@@ -23,13 +23,16 @@ std::int64_t Distance(int a, int b) { return std::abs(std::int64_t{a} - b); }
 Tool::Tool() = default;
 Tool::~Tool() = default;
 
-void Tool::SetKorvane(CameraOperations* hub) { cameraOperations = hub; }
+void Tool::SetKorvane(CameraOperations* hub) {
+  cameraOperations = hub;
+  recordedHub.Set(hub);
+}
 void Tool::SetRenderer(Renderer* value) { renderer = value; }
 
 // What was opened in another history closes while that is still there.
 void Tool::SetRewindHistory(RewindHistory* history) {
   rewindHistory = history;
-  if (!record.IsOpenIn(history)) record.End(cameraOperations);
+  if (!record.IsOpenIn(history)) record.End(recordedHub.Get());
 }
 
 void Tool::OnDraw() { DrawTool(); }
@@ -138,7 +141,6 @@ void Tool::DrawTool() {
 }
 
 void Tool::DrawNotes() {
-  DynamicIcon2D* const notes[] = {mouseHUD, viewportHUD};
   if (cameraOperations == nullptr || renderer == nullptr) return;
   if (mouseHUD == nullptr && viewportHUD == nullptr) return;
   const ApplicationParameters& parameters = cameraOperations->GetApplicationParameters();
@@ -151,10 +153,12 @@ void Tool::DrawNotes() {
   if (viewportHUD != nullptr) {
     viewportHUD->SetPosition(Vector2(width * 0.5, viewportHUD->GetHeight()) + viewHUDOffset);
   }
+  const Lifeline::Watch alive(lifeline);
   const FullViewPass pass(renderer, *cameraOperations);
   if (!pass) return;
-  for (DynamicIcon2D* const note : notes) {
-    if (note != nullptr) pass->Render(note);
+  // Asked for anew each time: the host may take one away, and destroy it, while it begins or draws.
+  for (DynamicIcon2D* Tool::*const note : {&Tool::mouseHUD, &Tool::viewportHUD}) {
+    if (alive && this->*note != nullptr) pass->Render(this->*note);
   }
 }
 

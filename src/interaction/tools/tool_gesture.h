@@ -1,11 +1,11 @@
 #pragma once
 
-#include <optional>
 #include <utility>
 
 #include "camera/host_camera.h"
 #include "camera/pixels.h"
 #include "interaction/tools/pivot_marker.h"
+#include "korvane/borrowed_settings.h"
 #include "korvane/camera_operations.h"
 #include "korvane/tool.h"
 #include "render/scene_pick.h"
@@ -75,6 +75,12 @@ class Tool::Opening : public Steps {
   explicit Opening(Tool& owner) : Steps(owner, owner.gesture) { owner.operating = true; }
 };
 
+/// Within a gesture. What follows is left out also when the gesture has ended meanwhile.
+class Tool::Ongoing : public Steps {
+ public:
+  explicit Ongoing(Tool& owner) : Steps(owner, owner.gesture) {}
+};
+
 /// The begin of a shot of the tool's own. What follows is left out also when the shot is over by then.
 class Tool::Flight : public Steps {
  public:
@@ -96,20 +102,30 @@ class Tool::Flight : public Steps {
 /// then.
 class Tool::Closing {
  public:
-  explicit Closing(Tool& owner)
+  enum Pending { PENDING };
+
+  explicit Closing(Tool& owner) : Closing(owner, PENDING) { EndGesture(); }
+  /// The tool still counts as operating, until EndGesture.
+  Closing(Tool& owner, Pending)
       : tool(owner),
         hub(owner.cameraOperations),
         ball(owner.pivotBall),
         record(std::move(owner.record)),
-        alive(owner.lifeline) {
-    tool.operating = tool.animating = false;
-    tool.gesture.Cut();
-    tool.closingGesture = true;
-  }
+        alive(owner.lifeline),
+        within(std::exchange(owner.closingGesture, true)) {}
   Closing(const Closing&) = delete;
   Closing& operator=(const Closing&) = delete;
   ~Closing() {
-    if (alive) tool.closingGesture = false;
+    if (alive) tool.closingGesture = within;
+  }
+
+  /// Whether the tool is still there.
+  explicit operator bool() const { return static_cast<bool>(alive); }
+
+  void EndGesture() {
+    if (!alive) return;
+    tool.operating = tool.animating = false;
+    tool.gesture.Cut();
   }
 
   Closing& EndOperation(OperationType type) {
@@ -118,6 +134,11 @@ class Tool::Closing {
   }
   Closing& HidePivotBall() {
     if (PivotBall* const shown = ball.Get()) shown->SetVisible(false);
+    return *this;
+  }
+  /// Opens the record of the shot that the release begins, to be left to the tool with that.
+  Closing& BeginRecord(RewindHistory* history, const CameraParameters& camera) {
+    record.Begin(history, camera);
     return *this;
   }
   /// With the host's camera of now.
@@ -130,11 +151,11 @@ class Tool::Closing {
     settings.GiveBack(hub);
     return *this;
   }
-  /// Puts back the pivot that the camera had before the gesture, if it has been looked up.
-  Closing& RestorePivot(const std::optional<Vector3>& pivot) {
-    if (hub == nullptr || !pivot) return *this;
+  /// Puts back the pivot that the camera had before the gesture, if it has been looked up in this hub.
+  Closing& RestorePivot(const BorrowedPivot& pivot) {
+    if (hub == nullptr || hub != pivot.lender) return *this;
     CameraParameters camera = QueryCamera(*hub);
-    camera.pivot = *pivot;
+    camera.pivot = pivot.point;
     ApplyIfFinite(*hub, camera);
     return *this;
   }
@@ -159,6 +180,7 @@ class Tool::Closing {
   Borrowed<PivotBall> ball;
   RewindRecord record;
   Lifeline::Watch alive;
+  bool within;  // another that still goes on
 };
 
 template <class Begin>

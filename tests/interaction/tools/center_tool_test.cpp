@@ -252,3 +252,72 @@ TEST_F(CenterToolTest, a_shot_that_the_hub_refuses_is_over_at_the_next_draw) {
   EXPECT_FALSE(tool.IsAnimating());
   EXPECT_TRUE(bench.history.Has(1, 1));
 }
+
+TEST_F(CenterToolTest, while_its_end_is_told_neither_a_release_nor_a_press_counts) {
+  SetHit({2, 0, 5});
+  tool.OnMouseDown(100, 200);
+  int rays = 0;
+  bench.history.onBegin = [&] {
+    rays = bench.renderer.rays;
+    tool.OnMouseUp(100, 200);
+    tool.OnMouseDown(100, 200);
+    rays = bench.renderer.rays - rays;
+  };
+  tool.OnMouseUp(100, 200);
+  EXPECT_EQ(rays, 0);
+  EXPECT_FALSE(tool.IsOperating());
+  EXPECT_TRUE(tool.IsAnimating());
+  bench.RunFor(tool, 700);
+  EXPECT_TRUE(bench.history.Has(1, 1));
+}
+
+TEST_F(CenterToolTest, a_hub_taken_away_before_the_flight_gets_its_old_pivot_and_a_closed_record) {
+  for (const bool atRecord : {false, true}) {
+    SetHit({2, 0, 5});
+    tool.SetKorvane(&bench.hub);
+    tool.OnMouseDown(100, 200);
+    const auto take = [this] { tool.SetKorvane(nullptr); };
+    (atRecord ? bench.history.onBegin : bench.hub.onApply) = take;
+    tool.OnMouseUp(100, 200);
+    bench.hub.onApply = nullptr;
+    EXPECT_EQ(bench.hub.view.pivot, Vector3(1, 2, -3));
+    EXPECT_EQ(bench.hub.shotsBegun, 0);
+    EXPECT_EQ(bench.history.GetOpenCount(), 0);
+    EXPECT_FALSE(bench.ball.IsVisible());
+    EXPECT_FALSE(tool.IsAnimating());
+  }
+  EXPECT_TRUE(bench.history.Has(1, 1));
+}
+
+TEST_F(CenterToolTest, the_pivot_of_one_hub_is_not_put_into_the_camera_of_another) {
+  ToolHub other(bench.hub.view);
+  other.view.pivot = {7, 8, 9};
+  tool.OnMouseDown(100, 200);
+  tool.SetKorvane(&other);
+  tool.OnMouseUp(100, 200);
+  EXPECT_EQ(other.view.pivot, Vector3(7, 8, 9));
+  tool.SetKorvane(&bench.hub);
+}
+
+TEST_F(CenterToolTest, the_hint_goes_with_its_renderer_and_comes_anew_with_the_next) {
+  auto first = std::make_unique<ToolRenderer>();
+  tool.SetRenderer(first.get());
+  tool.Activate();
+  tool.OnDraw();
+  first.reset();
+  bench.renderer.GetStringTexture(STRING_PIVOT);  // so that the hint is not icon 1 here, too
+  tool.SetRenderer(&bench.renderer);
+  EXPECT_EQ(DrawnNote(), 2);
+  bench.renderer.ReleaseStringTexture(STRING_PIVOT);
+}
+
+TEST_F(CenterToolTest, a_tool_that_is_deactivated_after_its_renderer_is_gone_shows_its_hint_nowhere) {
+  auto first = std::make_unique<ToolRenderer>();
+  tool.SetRenderer(first.get());
+  tool.Activate();
+  tool.OnDraw();
+  first.reset();
+  tool.Deactivate();
+  tool.SetRenderer(&bench.renderer);
+  EXPECT_EQ(DrawnNote(), -1);
+}

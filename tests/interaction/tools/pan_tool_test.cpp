@@ -104,3 +104,15 @@ TEST(PanTool, moves_and_releases_without_a_press_are_not_used) {
   EXPECT_FALSE(tool.OnMouseUp(1, 1));
   EXPECT_TRUE(bench.TakeAsked().empty());
 }
+
+TEST(PanToolHubs, the_pivot_of_one_hub_is_not_put_into_the_camera_of_another) {
+  ToolBench bench;
+  ToolHub other(bench.hub.view);
+  other.view.pivot = {7, 8, 9};
+  PanTool tool;
+  bench.Wire(tool);
+  tool.OnMouseDown(100, 200);
+  tool.SetKorvane(&other);
+  tool.OnMouseUp(100, 200);
+  EXPECT_EQ(other.view.pivot, Vector3(7, 8, 9));
+}

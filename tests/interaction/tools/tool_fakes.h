@@ -79,6 +79,16 @@ class ToolHub : public MemoryHub {
   }
 };
 
+/// Hears of the ends of operations.
+struct EndListener : Korvane::OperationObserver {
+  void OnBeginOperation(Korvane::OperationType /*type*/,
+                        const Korvane::CameraParameters& /*camera*/) override {}
+  void OnPerformOperation(Korvane::OperationType /*type*/, double /*dt*/,
+                          const Korvane::CameraParameters& /*camera*/) override {}
+  void OnEndOperation(Korvane::OperationType type) override { onEnd(type); }
+  std::function<void(Korvane::OperationType)> onEnd;
+};
+
 /// A renderer with a scene to hit, parts to point at and a projection, each of which the test provides. While
 /// `quiet` it notes nothing of a frame and allocates nothing.
 class ToolRenderer : public RecordingRenderer {

@@ -337,6 +337,16 @@ TEST_P(EveryTool, may_be_destroyed_in_mid_gesture_after_its_hub) {
   EXPECT_LE(history.ended, history.begun);
 }
 
+TEST_P(EveryTool, asks_no_hub_that_is_gone_when_its_history_is_taken_away) {
+  auto hub = std::make_unique<ToolHub>(bench.hub.view);
+  tool->SetKorvane(hub.get());
+  Begin();
+  tool->OnMouseMove(400, 350);
+  hub.reset();
+  tool->SetRewindHistory(nullptr);
+  EXPECT_EQ(bench.history.ended, 0);
+}
+
 TEST_P(EveryTool, a_move_and_a_draw_in_mid_gesture_allocate_nothing) {
   DynamicIcon2D mouseNote(1);
   DynamicIcon2D viewNote(2);

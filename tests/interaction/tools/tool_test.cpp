@@ -226,3 +226,22 @@ TEST_F(ToolTest, the_mouse_note_stays_on_screen_when_the_wrapped_cursor_has_left
     EXPECT_EQ(note.GetPosition(), Vector2(row.noteX, row.cursorY - 64)) << row.x << ", " << row.y;
   }
 }
+
+TEST_F(ToolTest, a_note_taken_away_as_its_pass_begins_is_not_drawn) {
+  struct TakingRenderer : ToolRenderer {
+    bool BeginRender(const Box2& viewport, const CameraParameters& camera, RenderMode mode) override {
+      taker->SetMouseHUD(nullptr);
+      return ToolRenderer::BeginRender(viewport, camera, mode);
+    }
+    Tool* taker = nullptr;
+  } renderer;
+  renderer.taker = &tool;
+  DynamicIcon2D mouseNote = MakeNote(1);
+  DynamicIcon2D viewNote = MakeNote(2);
+  tool.SetRenderer(&renderer);
+  tool.SetMouseHUD(&mouseNote);
+  tool.SetViewportHUD(&viewNote);
+  tool.SetDrawOnlyWhileOperating(false);
+  tool.OnDraw();
+  EXPECT_EQ(renderer.CountCalls("RenderDynamic"), 1);
+}
