@@ -1,6 +1,6 @@
 #pragma once
 
-#include <initializer_list>
+#include <optional>
 
 #include "korvane/borrowed_settings.h"
 #include "korvane/export.h"
@@ -25,8 +25,9 @@ class ZOVTOOLS_API LookTool : public Tool {
   void SetAlignUpDirection(bool align) { alignUpDirection = align; }
 
  protected:
-  /// Ends these operations of the drag, in this order, and the drag.
-  bool ReleaseLook(int x, int y, std::initializer_list<OperationType> operations);
+  /// Ends the drag, and before that, while the tool still operates, the operation that a derived tool runs
+  /// beside the look.
+  bool ReleaseLook(int x, int y, std::optional<OperationType> beside = std::nullopt);
 
  private:
   bool invertVerticalAxis = false;

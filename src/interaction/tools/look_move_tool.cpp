@@ -24,7 +24,7 @@ bool LookMoveTool::OnMouseDown(int x, int y) {
   return result;
 }
 
-bool LookMoveTool::OnMouseUp(int x, int y) { return ReleaseLook(x, y, {OPERATION_SLIDE, OPERATION_LOOK}); }
+bool LookMoveTool::OnMouseUp(int x, int y) { return ReleaseLook(x, y, OPERATION_SLIDE); }
 
 bool LookMoveTool::OnKeyDown(KeyID key) {
   const bool result = LookTool::OnKeyDown(key);

@@ -22,14 +22,20 @@ bool LookTool::OnMouseMove(int x, int y) {
   return UpdateDrag(OPERATION_LOOK, x, y);
 }
 
-bool LookTool::OnMouseUp(int x, int y) { return ReleaseLook(x, y, {OPERATION_LOOK}); }
+bool LookTool::OnMouseUp(int x, int y) { return ReleaseLook(x, y); }
 
-bool LookTool::ReleaseLook(int x, int y, std::initializer_list<OperationType> operations) {
-  return ReleaseDrag(x, y, [&](Closing& closing) {
-    auto lent = settings.Take();
-    for (const OperationType type : operations) closing.EndOperation(type);
-    closing.EndRecord().GiveBack(lent);
-  });
+bool LookTool::ReleaseLook(int x, int y, std::optional<OperationType> beside) {
+  if (!operating) {
+    NoteRelease(x, y);
+    return animating;
+  }
+  Closing closing(*this, Closing::PENDING);
+  auto lent = settings.Take();
+  if (beside) closing.EndOperation(*beside);
+  if (closing) NoteRelease(x, y);
+  closing.EndGesture();
+  closing.EndOperation(OPERATION_LOOK).EndRecord().GiveBack(lent);
+  return true;
 }
 
 void LookTool::OnDraw() { DrawDrag(); }

@@ -116,3 +116,36 @@ TEST_F(LookMoveTest, a_press_whose_release_went_missing_ends_both_operations) {
   EXPECT_TRUE(bench.history.Has(2, 2));
   EXPECT_FALSE(bench.hub.IsOperationActive(OPERATION_ALL));
 }
+
+TEST_F(LookMoveTest, the_slide_ends_while_the_drag_still_goes_on_at_its_last_position) {
+  EndListener listener;
+  std::vector<std::string> heard;
+  listener.onEnd = [&](OperationType type) {
+    std::ostringstream line;
+    line << type << " at " << tool.GetMouseX() << (tool.IsOperating() ? " operating" : "")
+         << (tool.IsMouseDragging() ? " dragging" : "");
+    heard.push_back(line.str());
+  };
+  bench.hub.AddOperationObserver(&listener);
+  tool.OnMouseDown(100, 200);
+  tool.OnMouseMove(110, 190);
+  tool.OnMouseUp(120, 180);
+  EXPECT_EQ(heard, Lines({"8 at 110 operating dragging", "2 at 120"}));
+  bench.hub.RemoveOperationObserver(&listener);
+}
+
+TEST_F(LookMoveTest, an_end_within_its_end_closes_all_once_and_a_press_there_begins_nothing) {
+  EndListener listener;
+  listener.onEnd = [this](OperationType type) {
+    if (type != OPERATION_SLIDE) return;
+    tool.OnMouseUp(120, 180);
+    tool.OnMouseDown(130, 180);
+  };
+  bench.hub.AddOperationObserver(&listener);
+  tool.OnMouseDown(100, 200);
+  tool.OnMouseUp(120, 180);
+  EXPECT_TRUE(bench.history.Has(1, 1));
+  EXPECT_FALSE(tool.IsOperating());
+  EXPECT_FALSE(bench.hub.IsOperationActive(OPERATION_ALL));
+  bench.hub.RemoveOperationObserver(&listener);
+}
