@@ -1,6 +1,7 @@
 #pragma once
 
 #include "korvane/export.h"
+#include "korvane/renderer.h"
 #include "korvane/tool.h"
 #include "korvane/vector3.h"
 
@@ -32,14 +33,16 @@ class ZOVTOOLS_API LookAtTool : public Tool {
   virtual void DisableBackfaceViewing();
 
  private:
-  void BeginLookAt(const Vector3& point, const Vector3& normal);
+  void GiveUp();
+  bool BeginLookAt(const Vector3& point, const Vector3& normal, Renderer* opened);
   double GetClearDistance(const CameraParameters& camera, const Vector3& point, const Vector3& normal) const;
   void EndLookAt();
-  void EndMouseover();
+  Renderer* TakeMouseover();
 
   bool faceHighlighting = true;
   bool obstructionDetection = false;
   bool backfaceViewing = true;
+  Borrowed<Renderer> mouseover;  // in which one is open
 };
 
 }  // namespace Korvane

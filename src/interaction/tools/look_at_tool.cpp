@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "interaction/tools/tool_gesture.h"
-#include "korvane/renderer.h"
 
 namespace Korvane {
 
@@ -13,6 +12,10 @@ constexpr double FLIGHT_DURATION = 0.75;    // seconds
 constexpr double OBSTRUCTION_MARGIN = 0.9;  // of the way to what stands in between
 
 Vector2 PixelAt(int x, int y) { return {static_cast<double>(x), static_cast<double>(y)}; }
+
+void EndMouseover(Renderer* opened) {
+  if (opened != nullptr) opened->EndMouseoverComponent();
+}
 
 }  // namespace
 
@@ -31,12 +34,17 @@ void LookAtTool::DisableBackfaceViewing() { backfaceViewing = false; }
 
 bool LookAtTool::OnMouseDown(int x, int y) {
   const Lifeline::Watch alive(GetLifeline());
-  if (std::exchange(operating, false)) EndMouseover();  // the release of the last press went missing
+  if (operating) GiveUp();  // its release went missing
   if (!alive) return true;
   NotePress(x, y);
   if (!CanOperate()) return animating;
-  const bool begun = renderer->BeginMouseoverComponent(faceHighlighting);
-  if (!begun || !alive) return false;
+  Renderer* const asked = renderer;
+  if (!asked->BeginMouseoverComponent(faceHighlighting)) return false;
+  if (!alive || !CanOperate()) {
+    EndMouseover(asked);
+    return false;
+  }
+  mouseover.Set(asked);
   Opening(*this).Then([&] {
     obstructionDetection = cameraOperations->GetApplicationParameters().use_look_at_obstruction_detection;
   });
@@ -47,10 +55,11 @@ bool LookAtTool::OnMouseMove(int x, int y) {
   NoteMove(x, y);
   if (!operating || !CanOperate()) return animating;
   Steps steps(*this);
-  if (faceHighlighting) {
+  Renderer* const opened = mouseover.Get();
+  if (faceHighlighting && opened != nullptr) {
     Vector3 point;
     Vector3 normal;
-    renderer->GetMouseoverComponent(PixelAt(x, y), point, normal);
+    opened->GetMouseoverComponent(PixelAt(x, y), point, normal);
   }
   steps.Then([&] { cameraOperations->RequestApplicationUpdate(); });
   return true;
@@ -58,33 +67,40 @@ bool LookAtTool::OnMouseMove(int x, int y) {
 
 bool LookAtTool::OnKeyDown(KeyID key) {
   Tool::OnKeyDown(key);
-  if (key != KEY_ESCAPE || !operating) return true;
-  operating = false;
-  Steps steps(*this);
-  EndMouseover();
-  steps.Then([&] { cameraOperations->RequestApplicationUpdate(); });
+  if (key == KEY_ESCAPE && operating) GiveUp();
   return true;
+}
+
+void LookAtTool::GiveUp() {
+  Renderer* const opened = TakeMouseover();
+  Closing closing(*this);
+  EndMouseover(opened);
+  closing.Then([](CameraOperations& hub) { hub.RequestApplicationUpdate(); });
 }
 
 bool LookAtTool::OnMouseUp(int x, int y) {
   NoteRelease(x, y);
   if (!operating) return animating;
   const bool wired = CanOperate();
-  Renderer* const asked = renderer;
+  Renderer* const opened = TakeMouseover();
   Closing closing(*this);
   Steps steps(*this);
   Vector3 point;
   Vector3 normal;
-  const bool found = wired && asked->GetMouseoverComponent(PixelAt(x, y), point, normal);
-  if (found) {
-    steps.Then([&] { BeginLookAt(point, normal); });
-  } else if (asked != nullptr) {
-    asked->EndMouseoverComponent();
-  }
+  const bool found =
+      wired && opened != nullptr && opened->GetMouseoverComponent(PixelAt(x, y), point, normal);
+  bool flies = false;
+  if (found) steps.Then([&] { flies = BeginLookAt(point, normal, opened); });
+  if (flies) return true;
+  if (found) closing.HidePivotBall();
+  EndMouseover(opened);
   return true;
 }
 
-void LookAtTool::BeginLookAt(const Vector3& point, const Vector3& normal) {
+// False when the host has taken the hub away or destroyed the tool before the shot. The mouse-over stays open
+// during the flight.
+bool LookAtTool::BeginLookAt(const Vector3& point, const Vector3& normal, Renderer* opened) {
+  bool flies = false;
   CameraParameters camera;
   LookAtShotParameters shot;
   Steps steps(*this);
@@ -102,8 +118,11 @@ void LookAtTool::BeginLookAt(const Vector3& point, const Vector3& normal) {
       .Then([&] {
         const double radius = cameraOperations->GetApplicationParameters().global_bound_radius;
         if (shot.distance > radius) shot.distance = radius;
+        flies = true;
+        mouseover.Set(opened);
         Flight(*this, shot).BeginRecord();
       });
+  return flies;
 }
 
 // Nearer than what stands in between.
@@ -117,8 +136,11 @@ double LookAtTool::GetClearDistance(const CameraParameters& camera, const Vector
   return clearance < distance ? clearance * OBSTRUCTION_MARGIN : distance;
 }
 
-void LookAtTool::EndMouseover() {
-  if (renderer != nullptr) renderer->EndMouseoverComponent();
+// To be ended by the caller.
+Renderer* LookAtTool::TakeMouseover() {
+  Renderer* const opened = mouseover.Get();
+  mouseover.Set(nullptr);
+  return opened;
 }
 
 void LookAtTool::OnDraw() {
@@ -134,10 +156,10 @@ void LookAtTool::OnDraw() {
 }
 
 void LookAtTool::EndLookAt() {
-  Renderer* const asked = renderer;
+  Renderer* const opened = TakeMouseover();
   Closing closing(*this);
   closing.EndRecord();
-  if (asked != nullptr) asked->EndMouseoverComponent();
+  EndMouseover(opened);
   closing.HidePivotBall().Then([](CameraOperations& hub) { hub.RequestApplicationUpdate(); });
 }
 

@@ -253,3 +253,35 @@ TEST_F(LookAtToolTest, a_press_whose_release_went_missing_leaves_no_mouseover_op
   EXPECT_EQ(bench.renderer.mouseoverBegun, 2);
   EXPECT_EQ(bench.renderer.mouseoverEnded, 1);
 }
+
+TEST_F(LookAtToolTest, a_flight_that_never_begins_leaves_neither_a_mouseover_nor_the_ball) {
+  bench.hub.onApply = [this] { tool.SetKorvane(nullptr); };
+  Click();
+  EXPECT_EQ(bench.hub.shotsBegun, 0);
+  EXPECT_EQ(bench.renderer.mouseoverEnded, 1);
+  EXPECT_FALSE(bench.ball.IsVisible());
+}
+
+TEST_F(LookAtToolTest, the_mouseover_ends_in_the_renderer_in_which_it_was_begun) {
+  ToolRenderer other;
+  tool.OnMouseDown(100, 200);
+  tool.SetRenderer(&other);
+  tool.OnKeyDown(KEY_ESCAPE);
+  EXPECT_EQ(bench.renderer.mouseoverEnded, 1);
+  EXPECT_EQ(other.mouseoverEnded, 0);
+}
+
+TEST_F(LookAtToolTest, a_hub_taken_away_as_the_mouseover_begins_leaves_none_open) {
+  struct TakingRenderer : ToolRenderer {
+    bool BeginMouseoverComponent(bool highlight) override {
+      taker->SetKorvane(nullptr);
+      return ToolRenderer::BeginMouseoverComponent(highlight);
+    }
+    Tool* taker = nullptr;
+  } taking;
+  taking.taker = &tool;
+  tool.SetRenderer(&taking);
+  EXPECT_FALSE(tool.OnMouseDown(100, 200));
+  EXPECT_FALSE(tool.IsOperating());
+  EXPECT_EQ(taking.mouseoverEnded, 1);
+}
