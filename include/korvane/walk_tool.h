@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+
 #include "korvane/export.h"
 #include "korvane/icon2d.h"
 #include "korvane/renderer_loans.h"
@@ -62,8 +64,9 @@ class ZOVTOOLS_API WalkTool : public Tool {
   double rewindHistoryInterval = 0.0;
   Timer historyTimer;
   TextureLoan textures;
-  ResourceIcon2D startIcon;
-  ResourceIcon2D refusedIcon;
+  // Shared with a drawing that goes on: the host may destroy the tool in it.
+  std::shared_ptr<ResourceIcon2D> startIcon;
+  std::shared_ptr<ResourceIcon2D> refusedIcon;
 };
 
 }  // namespace Korvane

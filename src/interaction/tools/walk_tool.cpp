@@ -21,7 +21,10 @@ constexpr TextureID TEXTURES[] = {TEXTURE_WALK_START, TEXTURE_WALK_REFUSED};
 
 }  // namespace
 
-WalkTool::WalkTool() : textures(TEXTURES), startIcon(TEXTURE_WALK_START), refusedIcon(TEXTURE_WALK_REFUSED) {
+WalkTool::WalkTool()
+    : textures(TEXTURES),
+      startIcon(std::make_shared<ResourceIcon2D>(TEXTURE_WALK_START)),
+      refusedIcon(std::make_shared<ResourceIcon2D>(TEXTURE_WALK_REFUSED)) {
   SetCursorID(CURSOR_WALK);
 }
 WalkTool::~WalkTool() { LetGoOfRunKey(); }
@@ -134,7 +137,7 @@ void WalkTool::OnDraw() {
   Steps steps(*this);
   if (operating) {
     steps.Then([&] { DrawStart(); }).Then([&] { SetCursorID(GetWalkCursorID()); }).Then([&] {
-      if (walking) RecordWalk();
+      if (walking && rewindHistory != nullptr) RecordWalk();
     });
   }
   if (steps) DrawTool();
@@ -145,13 +148,13 @@ void WalkTool::DrawStart() {
   const Lifeline::Watch alive(GetLifeline());
   const FullViewPass pass(renderer, *cameraOperations);
   if (!pass || !alive) return;
-  ResourceIcon2D& icon = walking ? startIcon : refusedIcon;
+  const std::shared_ptr<ResourceIcon2D> icon = walking ? startIcon : refusedIcon;
   const double size = 2.0 * parameters.fly_dead_zone_radius;
-  icon.SetSize(size, size);
-  icon.SetPosition({parameters.viewport_width * START_X, parameters.viewport_height * START_Y});
+  icon->SetSize(size, size);
+  icon->SetPosition({parameters.viewport_width * START_X, parameters.viewport_height * START_Y});
   const FlyOperation* const fly = GetFlyOperation();
-  icon.SetOpacity(fly == nullptr || fly->IsInDeadZone() ? 1.0 : MOVING_OPACITY);
-  pass->Render(&icon);
+  icon->SetOpacity(fly == nullptr || fly->IsInDeadZone() ? 1.0 : MOVING_OPACITY);
+  pass->Render(icon.get());
 }
 
 // A chain of records of the set interval, or a sample a frame.
@@ -162,8 +165,9 @@ void WalkTool::RecordWalk() {
   }
   historyTimer.Lap();
   if (historyTimer.GetTotalTime() < rewindHistoryInterval) return;
-  RestartHistoryTimer();
-  Steps(*this).Then([&] { record.End(cameraOperations); }).BeginRecord();
+  Ongoing(*this).Then([&] { record.End(cameraOperations); }).BeginRecord().Then([&] {
+    RestartHistoryTimer();
+  });
 }
 
 }  // namespace Korvane

@@ -44,6 +44,7 @@ struct StormRenderer : CountingRenderer {
   }
   bool Render(ResourceIcon2D* icon) override {
     onCall();
+    icon->SetVisible(true);  // still there
     return !fails && CountingRenderer::Render(icon);
   }
   bool LoadTexture(TextureID /*id*/) override {

@@ -290,3 +290,32 @@ TEST_F(WalkToolTest, a_walk_that_did_not_press_the_run_key_leaves_it_to_the_one_
   EXPECT_TRUE(FlyOperation().IsMoveAccelerated());
   tool.OnMouseUp(1, 1);
 }
+
+TEST_F(WalkToolTest, without_a_history_it_asks_for_no_camera_to_record) {
+  tool.SetRewindHistory(nullptr);
+  tool.SetRewindHistoryInterval(1.0);
+  tool.OnMouseDown(1, 1);
+  bench.platform.Advance(1500);
+  const int queried = bench.hub.queried;
+  tool.OnDraw();
+  EXPECT_EQ(bench.hub.queried, queried);
+}
+
+TEST_F(WalkToolTest, the_interval_counts_from_the_moment_in_which_its_record_is_open) {
+  tool.SetRewindHistoryInterval(1.0);
+  tool.OnMouseDown(1, 1);
+  bench.history.onBegin = [this] { bench.platform.Advance(600); };
+  bench.Frame(tool, 1000);
+  EXPECT_TRUE(bench.history.Has(2, 1));
+  bench.Frame(tool, 999);
+  EXPECT_TRUE(bench.history.Has(2, 1));
+}
+
+TEST_F(WalkToolTest, a_walk_that_ends_between_two_records_of_its_chain_opens_no_other) {
+  tool.SetRewindHistoryInterval(1.0);
+  tool.OnMouseDown(1, 1);
+  bench.history.onEnd = [this] { tool.OnMouseUp(1, 1); };
+  bench.Frame(tool, 1000);
+  EXPECT_TRUE(bench.history.Has(1, 1));
+  EXPECT_FALSE(tool.IsOperating());
+}
