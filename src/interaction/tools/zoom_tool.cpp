@@ -77,10 +77,9 @@ bool ZoomTool::UpdateZoom(int x, int y) {
 
 bool ZoomTool::EndZoom() {
   if (!operating) return false;
-  const bool clicked = !mouseDragged && clickZoomEnabled;
   Closing closing(*this);
   closing.GiveBack(settings).EndOperation(OPERATION_ZOOM);
-  if (clicked && closing.LeaveRecord()) {
+  if (closing && !mouseDragged && clickZoomEnabled && closing.LeaveRecord()) {
     BeginClickShot();
   } else {
     closing.HidePivotBall().EndRecord();

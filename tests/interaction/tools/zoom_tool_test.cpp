@@ -161,23 +161,27 @@ TEST_F(ZoomToolTest, every_parameter_that_the_gesture_or_the_host_changed_in_it_
 }
 
 TEST_F(ZoomToolTest, whoever_hears_of_the_end_finds_the_parameters_put_back) {
-  class Listener : public OperationObserver {
-   public:
-    explicit Listener(const ApplicationParameters& watched) : parameters(watched) {}
-    void OnBeginOperation(OperationType /*type*/, const CameraParameters& /*camera*/) override {}
-    void OnPerformOperation(OperationType /*type*/, double /*dt*/,
-                            const CameraParameters& /*camera*/) override {}
-    void OnEndOperation(OperationType /*type*/) override { found = parameters.zoom_back_distance; }
-    const ApplicationParameters& parameters;
-    double found = -1.0;
-  } listener(bench.Parameters());
+  double found = -1.0;
+  EndListener listener;
+  listener.onEnd = [&](OperationType) { found = bench.Parameters().zoom_back_distance; };
   bench.hub.AddOperationObserver(&listener);
   tool.SetConstrainZoom(true);
   bench.Parameters().zoom_back_distance = 77;
   tool.OnMouseDown(512, 384);
   tool.OnMouseMove(520, 384);
   tool.OnMouseUp(520, 384);
-  EXPECT_EQ(listener.found, 77);
+  EXPECT_EQ(found, 77);
+  bench.hub.RemoveOperationObserver(&listener);
+}
+
+TEST_F(ZoomToolTest, whoever_hears_of_the_end_may_still_forbid_the_click) {
+  EndListener listener;
+  listener.onEnd = [this](OperationType) { tool.SetClickZoomEnabled(false); };
+  bench.hub.AddOperationObserver(&listener);
+  Click(512, 384);
+  EXPECT_EQ(bench.hub.shotsBegun, 0);
+  EXPECT_FALSE(bench.ball.IsVisible());
+  EXPECT_TRUE(bench.history.Has(1, 1));
   bench.hub.RemoveOperationObserver(&listener);
 }
 
