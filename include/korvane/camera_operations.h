@@ -26,8 +26,8 @@ namespace Korvane {
 /// Wherever the hub calls out - the three pure operations, the hooks, operation and shot observers - the host
 /// may begin and end operations and shots, add and remove observers, and change settings. An operation or a
 /// shot that goes while it is being called is gone from the hub at once, and lives until the call is over.
-/// What may not happen within such a call, and is asserted: the end of the hub, and a frame; without asserts
-/// the frame does nothing and is false.
+/// A frame within such a call does nothing and is false. What may not happen there, and is asserted wherever
+/// the hub can see it: the end of the hub.
 ///
 /// The hub excludes nothing: any number of kinds and a shot may run together, operations first, lowest
 /// kind first, then the shot; the last writer of a field wins. Whoever starts a move ends what runs first.
@@ -77,7 +77,7 @@ class ZOVTOOLS_API CameraOperations {
   // ---- operations ----
 
   /// The frame. True when an operation or a shot goes on or the projection is blending, and another frame
-  /// has been asked for.
+  /// has been asked for. False, and nothing done, within what the hub has called.
   virtual bool PerformOperations();
   /// False for a kind out of range or one that the library does not make, and when a hook of the host ended
   /// or replaced the operation before it began. End an operation before you begin its kind again: the old one
@@ -116,8 +116,9 @@ class ZOVTOOLS_API CameraOperations {
   /// Ends the active shot, if any, and tells its observer, then the hook. Both may begin another, which
   /// stays. Always true.
   virtual bool EndShot();
-  /// Steps the active shot by `dt` seconds, apart from the frame clock. False without a shot. Never ends
-  /// the shot, and the camera of a last step, for which the shot answers false, is not applied.
+  /// Steps the active shot by `dt` seconds, apart from the frame clock. False without a shot. A shot that
+  /// goes while the host is asked for its camera is not stepped any more. Never ends the shot, and the camera
+  /// of a last step, for which the shot answers false, is not applied.
   virtual bool AdvanceActiveShot(double dt);
   /// With OPERATION_ALL: whether any is active.
   virtual bool IsOperationActive(OperationType type) const;
@@ -183,6 +184,8 @@ class ZOVTOOLS_API CameraOperations {
 
   /// For those that borrow the hub and may outlive it.
   Lifeline& GetLifeline() { return lifeline; }
+  /// Tells shots apart, also those of one address. 0: none runs.
+  std::uint64_t GetShotNumber() const { return activeShot ? shotNumber : 0; }
 
  protected:
   CameraOperations();

@@ -110,7 +110,7 @@ class ZOVTOOLS_API Operation {
 /// settings; an operation that it ends while a frame performs it lives until the frame has done with it. A
 /// begin within a frame queries the host's camera again and so loses what this frame had moved. Those told
 /// after an observer that ends a kind in its own begin hear the end first; ask IsOperationActive. It must not
-/// destroy the hub nor call PerformOperations.
+/// destroy the hub; PerformOperations does nothing in there.
 class ZOVTOOLS_API OperationObserver {
  public:
   virtual ~OperationObserver();

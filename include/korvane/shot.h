@@ -65,7 +65,7 @@ class ZOVTOOLS_API ShotObserver {
   virtual ~ShotObserver();
   /// The shot still exists; `camera` is the hub's. It may begin and end operations and shots, begin the next
   /// move and watch it, add and remove observers, change settings, and destroy itself. It must not destroy
-  /// the hub nor call PerformOperations.
+  /// the hub; PerformOperations does nothing in there.
   virtual void OnEndShot(Shot* shot, const CameraParameters& camera) = 0;
 
   Lifeline& GetLifeline() { return lifeline; }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "korvane/camera_operations.h"
 #include "korvane/lifeline.h"
 #include "korvane/shot.h"
@@ -24,36 +26,42 @@ class ShotWatch : public ShotObserver {
   ShotWatch& operator=(const ShotWatch&) = delete;
 
   /// Calls `begin`, which is to begin a shot of the hub, and watches that shot. False when it has begun none:
-  /// a move that ran before runs on then, and whoever watches it stays the one who does.
+  /// a move that ran before runs on then, and whoever watches it stays the one who does. So does the watch
+  /// itself where, within `begin`, it has been given the move that then runs; that is false as well. And
+  /// where `isWanted` says after `begin` that the move is not to be watched.
+  template <class Begin, class IsWanted>
+  bool Watch(CameraOperations& hub, Begin begin, IsWanted isWanted) {
+    const Lifeline::Watch alive(GetLifeline());
+    const std::uint64_t before = hub.GetShotNumber();
+    begin();
+    const std::uint64_t begun = hub.GetShotNumber();
+    if (!alive || begun == 0 || begun == before || begun == watched || !isWanted()) return false;
+    watched = hub.SetActiveShotObserver(this) ? begun : 0;
+    return IsWatching();
+  }
   template <class Begin>
   bool Watch(CameraOperations& hub, Begin begin) {
-    const Lifeline::Watch alive(GetLifeline());
-    const Shot* const before = hub.GetActiveShot();
-    begin();
-    const Shot* const begun = hub.GetActiveShot();
-    if (!alive || begun == nullptr || begun == before) return false;
-    watching = hub.SetActiveShotObserver(this);
-    return watching;
+    return Watch(hub, begin, [] { return true; });
   }
 
   /// The move goes on.
-  bool IsWatching() const { return watching; }
+  bool IsWatching() const { return watched != 0; }
 
   /// The hub forgets the watch; the move goes on without it.
   void Drop() {
-    watching = false;
+    watched = 0;
     GetLifeline().Cut();
   }
 
   void OnEndShot(Shot* /*shot*/, const CameraParameters& camera) override {
-    watching = false;
+    watched = 0;
     (owner->*ended)(camera);
   }
 
  private:
   Owner* owner;
   Ended ended;
-  bool watching = false;
+  std::uint64_t watched = 0;  // the number of the move; 0 for none
 };
 
 }  // namespace Korvane

@@ -129,7 +129,6 @@ void CameraOperations::RemoveOperationObserver(OperationObserver* observer) {
 // ---- the frame ----
 
 bool CameraOperations::PerformOperations() {
-  assert(callsOut == 0 && "a frame within what the hub has called");
   if (callsOut != 0) return false;
   const CallingOut out(callsOut);
   QueryCameraParameters(currentCamera);
@@ -191,6 +190,7 @@ void CameraOperations::PerformActiveOperation(OperationType type) {
   const Running<Operation>::Call operation(SlotOf(type));
   operation->PerformOperation(frameDelta, currentCamera);
   KeepView(before, currentCamera);
+  if (!operation.IsCurrent()) return;  // nobody hears of it after its end
   operationObservers.Notify(
       [&](OperationObserver& observer) { observer.OnPerformOperation(type, frameDelta, currentCamera); });
 }
@@ -305,6 +305,7 @@ bool CameraOperations::AdvanceActiveShot(double dt) {
   const CallingOut out(callsOut);
   const Running<Shot>::Call shot(activeShot);
   QueryCameraParameters(currentCamera);
+  if (!shot.IsCurrent()) return true;
   const CameraParameters snapshot = currentCamera;
   const bool goesOn = shot->PerformShot(dt, currentCamera);
   KeepView(snapshot, currentCamera);

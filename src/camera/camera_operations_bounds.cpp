@@ -7,12 +7,14 @@
 namespace Korvane {
 
 double CameraOperations::RadiusOrGlobal(double radius) {
+  const CallingOut out(callsOut);
   if (radius > 0.0) return radius;
   RecalculateGlobalBounds();
   return applicationParameters.global_bound_radius;
 }
 
 Box3 CameraOperations::BoxOrGlobal(const Box3& box) {
+  const CallingOut out(callsOut);
   if (!box.IsEmpty()) return box;
   RecalculateGlobalBounds();
   return applicationParameters.global_bound_box;
@@ -43,18 +45,21 @@ void CameraOperations::SetUCSBoundingBox(Box3 box, Vector3 centre) {
 }
 
 void CameraOperations::ResetUCSBoundingSphere() {
+  const CallingOut out(callsOut);
   RecalculateGlobalBounds();
   applicationParameters.ucs_bound_centre = applicationParameters.global_bound_centre;
   applicationParameters.ucs_bound_radius = applicationParameters.global_bound_radius;
 }
 
 void CameraOperations::ResetUCSBoundingBox() {
+  const CallingOut out(callsOut);
   RecalculateGlobalBounds();
   applicationParameters.ucs_bound_centre = applicationParameters.global_bound_centre;
   applicationParameters.ucs_bound_box = applicationParameters.global_bound_box;
 }
 
 void CameraOperations::ResetSceneBoundingSphere() {
+  const CallingOut out(callsOut);
   ApplicationParameters& p = applicationParameters;
   const bool fromUCS = p.ucs_bound_radius > 0.0;
   if (!fromUCS) RecalculateGlobalBounds();
@@ -63,6 +68,7 @@ void CameraOperations::ResetSceneBoundingSphere() {
 }
 
 void CameraOperations::ResetSceneBoundingBox() {
+  const CallingOut out(callsOut);
   ApplicationParameters& p = applicationParameters;
   const bool fromUCS = !p.ucs_bound_box.IsEmpty();
   if (!fromUCS) RecalculateGlobalBounds();
@@ -73,6 +79,7 @@ void CameraOperations::ResetSceneBoundingBox() {
 bool CameraOperations::IsGeometrySelected() { return geometrySelected; }
 
 void CameraOperations::SetGeometrySelection(double radius, Vector3 centre) {
+  const CallingOut out(callsOut);
   if (!std::isfinite(radius) || !centre.IsFinite()) return;
   geometrySelected = true;
   applicationParameters.selected_bound_radius = RadiusOrGlobal(radius);
@@ -105,6 +112,7 @@ void CameraOperations::ResetGeometrySelection() {
 }
 
 void CameraOperations::RecalculateSceneBounds() {
+  const CallingOut out(callsOut);
   ApplicationParameters& p = applicationParameters;
   if (p.lock_to_selection) return;
   RecalculateSelectionBounds();

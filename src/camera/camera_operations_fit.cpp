@@ -247,6 +247,7 @@ bool CameraOperations::TransitionTo(const CameraParameters& target, double durat
 }
 
 bool CameraOperations::TransitionCameraToFitBoundingBox(const Vector3& centre, Box3 box) {
+  const CallingOut out(callsOut);
   CameraParameters target;
   QueryCameraParameters(target);
   FitBoundingBoxToView(centre, box, ViewDirection(target), target.up.Normalized(), target);
@@ -254,6 +255,7 @@ bool CameraOperations::TransitionCameraToFitBoundingBox(const Vector3& centre, B
 }
 
 bool CameraOperations::TransitionCameraToFitBoundingSphere(const Vector3& centre, double radius) {
+  const CallingOut out(callsOut);
   CameraParameters target;
   QueryCameraParameters(target);
   FitBoundingSphereToView(centre, radius, ViewDirection(target), target.up.Normalized(), target);
@@ -265,6 +267,7 @@ bool CameraOperations::FitsBox() const {
 }
 
 bool CameraOperations::FitAllToView() {
+  const CallingOut out(callsOut);
   RecalculateGlobalBounds();
   const ApplicationParameters& p = applicationParameters;
   return FitsBox() ? TransitionCameraToFitBoundingBox(p.global_bound_centre, p.global_bound_box)
@@ -272,6 +275,7 @@ bool CameraOperations::FitAllToView() {
 }
 
 bool CameraOperations::FitSelectionToView() {
+  const CallingOut out(callsOut);
   RecalculateSceneBounds();
   const ApplicationParameters& p = applicationParameters;
   return FitsBox() ? TransitionCameraToFitBoundingBox(p.scene_bound_centre, p.scene_bound_box)
@@ -281,6 +285,7 @@ bool CameraOperations::FitSelectionToView() {
 // ---- what is in view ----
 
 bool CameraOperations::IsSceneOutsideView(const CameraParameters& view) {
+  const CallingOut out(callsOut);
   RecalculateGlobalBounds();
   const ApplicationParameters& p = applicationParameters;
   const CameraFrame frame(view);
@@ -323,6 +328,7 @@ Vector2 PivotLimits(const CameraParameters& view, double depth) {
 }  // namespace
 
 bool CameraOperations::ConstrainPivotToViewport() {
+  const CallingOut out(callsOut);
   CameraParameters view;
   QueryCameraParameters(view);
   if (!view.IsFinite()) return false;
@@ -352,6 +358,7 @@ bool CameraOperations::ConstrainPivotToViewport() {
 }
 
 bool CameraOperations::AlignToSceneUpDirection(double duration) {
+  const CallingOut out(callsOut);
   CameraParameters target;
   QueryCameraParameters(target);
   if (!AlignCameraToUpDirection(target, applicationParameters.scene_up_direction)) return false;
@@ -359,6 +366,7 @@ bool CameraOperations::AlignToSceneUpDirection(double duration) {
 }
 
 bool CameraOperations::AutoSwitchToPerspectiveProjection() {
+  const CallingOut out(callsOut);
   CameraParameters view;
   QueryCameraParameters(view);
   const bool perspective = view.projection_type == CameraParameters::ProjectionType::Perspective;

@@ -98,6 +98,36 @@ TEST_F(ShotWatchTest, a_begin_that_begins_nothing_is_not_watched) {
   EXPECT_FALSE(mine.watch->IsWatching());
 }
 
+TEST_F(ShotWatchTest, a_move_that_is_not_wanted_any_more_is_not_watched) {
+  const auto begin = [this] { hub.BeginShot(Owner::Shot(1.0)); };
+  EXPECT_FALSE(mine.watch->Watch(hub, begin, [] { return false; }));
+  hub.EndShot();
+  EXPECT_EQ(mine.told, 0);
+}
+
+TEST_F(ShotWatchTest, a_move_begun_within_the_begin_of_another_is_watched_once) {
+  bool inner = false;
+  hub.onBeginShotHook = [&](Shot*) {
+    hub.onBeginShotHook = nullptr;
+    inner = mine.Begin(hub);
+  };
+  EXPECT_FALSE(mine.Begin(hub));
+  EXPECT_TRUE(inner);
+  EXPECT_TRUE(mine.watch->IsWatching());
+  hub.EndShot();
+  EXPECT_EQ(mine.told, 1);
+}
+
+TEST_F(ShotWatchTest, a_watch_whose_move_another_has_taken_over_watches_the_next) {
+  ASSERT_TRUE(mine.Begin(hub));
+  hub.SetActiveShotObserver(other.watch.get());
+  hub.EndShot();
+  EXPECT_EQ(mine.told, 0);
+  EXPECT_TRUE(mine.Begin(hub));
+  hub.EndShot();
+  EXPECT_EQ(mine.told, 1);
+}
+
 TEST_F(ShotWatchTest, a_watch_that_dies_before_its_move_is_forgotten) {
   ASSERT_TRUE(mine.Begin(hub));
   mine.watch.reset();
