@@ -79,18 +79,19 @@ Box2 GetCubeBounds(const ViewArea& area, Location location, const PixelSize& roo
   return {centre, half};
 }
 
-std::optional<LinkedBarPlace> PlaceLinkedBar(const ViewArea& area, Location location, int roomHeight,
-                                             double cubeOffset, double barWidth) {
+std::optional<Toolbar::Position> GetLinkedPosition(Location location) {
   if (location < OrientorParameters::LOCATION_TOP_RIGHT ||
       location > OrientorParameters::LOCATION_BOTTOM_LEFT)
     return std::nullopt;
+  return LINKED_POSITIONS[location];
+}
+
+LinkedBarPlace PlaceLinkedBar(const ViewArea& area, Location location, int roomHeight, double cubeOffset,
+                              double barWidth) {
   const double room = static_cast<double>(area.size.height) - roomHeight - LINKED_BAR_GAP;
-  if (IsAtTop(location)) {
-    return LinkedBarPlace{LINKED_POSITIONS[location], roomHeight - cubeOffset, ToPixels(room + cubeOffset)};
-  }
+  if (IsAtTop(location)) return {roomHeight - cubeOffset, ToPixels(room + cubeOffset)};
   const int covered = IsUnderRibbon(area, location, barWidth) ? area.ribbon.height : 0;
-  return LinkedBarPlace{LINKED_POSITIONS[location], roomHeight + cubeOffset,
-                        ToPixels(Math::Max(0.0, room - covered))};
+  return {roomHeight + cubeOffset, ToPixels(Math::Max(0.0, room - covered))};
 }
 
 int GetHeightAboveCube(const OrientorParameters& cube, int cubeSize) {

@@ -31,7 +31,6 @@ struct CornerStrip {
 
 /// How a bar that hangs on the cube stands.
 struct LinkedBarPlace {
-  Toolbar::Position position = Toolbar::POSITION_TOP_RIGHT;
   double offset = 0.0;  // from the edge of the viewport to the bar, across the cube
   int heightLimit = 0;
 };
@@ -55,10 +54,11 @@ int GetCubeOffset(const ViewArea& area, const CornerStrip& strip, const Orientor
                   int cubeSize);
 /// The corner that a cube takes with the room around it, `room`.
 Box2 GetCubeBounds(const ViewArea& area, OrientorParameters::Location location, const PixelSize& room);
-/// Nothing for a location that is none of the four. `roomHeight` is that of the cube, `cubeOffset` its
-/// offset.
-std::optional<LinkedBarPlace> PlaceLinkedBar(const ViewArea& area, OrientorParameters::Location location,
-                                             int roomHeight, double cubeOffset, double barWidth);
+/// Nothing for a location that is none of the four.
+std::optional<Toolbar::Position> GetLinkedPosition(OrientorParameters::Location location);
+/// `roomHeight` is that of the cube, `cubeOffset` its offset.
+LinkedBarPlace PlaceLinkedBar(const ViewArea& area, OrientorParameters::Location location, int roomHeight,
+                              double cubeOffset, double barWidth);
 /// The height at which the welcome screen stands clear of a cube in its corner.
 int GetHeightAboveCube(const OrientorParameters& cube, int cubeSize);
 /// Beside a cube that shows, and above a bar along the lower edge. `cube` null for none.

@@ -74,20 +74,23 @@ void ViewManager::HandOrientorToBar() {
   toolbar->SetOrientorLocation(orientor->GetParameters().screen_location);
 }
 
+// A bar may be as wide as its position makes it.
 void ViewManager::LinkNavBarToOrientor() {
   Toolbar* const toolbar = ToolbarOf(navigationBar);
-  if (orientor == nullptr || toolbar == nullptr || !IsNavigationBarLinkedToOrientor()) return;
+  if (orientor == nullptr || toolbar == nullptr) return;
+  if (navigationBar->GetLocation() != NavigationBar::LOCATION_LINKED) return;
   int width = 0;
   int height = 0;
   GetOrientorSize(width, height);
   const OrientorParameters& parameters = orientor->GetParameters();
-  const auto place =
-      PlaceLinkedBar(GetViewArea(), parameters.screen_location, height, parameters.screen_offset_y,
-                     2.0 * toolbar->GetToolbarBounds().extentX.GetValue());
-  if (!place) return;
-  toolbar->SetPosition(place->position);
-  toolbar->SetCornerOffset(Vector2(0.0, place->offset));
-  toolbar->SetSizeLimits(viewportWidth, place->heightLimit);
+  const std::optional<Toolbar::Position> position = GetLinkedPosition(parameters.screen_location);
+  if (!position) return;
+  toolbar->SetPosition(*position);
+  const double barWidth = 2.0 * toolbar->GetToolbarBounds().extentX.GetValue();
+  const LinkedBarPlace place =
+      PlaceLinkedBar(GetViewArea(), parameters.screen_location, height, parameters.screen_offset_y, barWidth);
+  toolbar->SetCornerOffset(Vector2(0.0, place.offset));
+  toolbar->SetSizeLimits(viewportWidth, place.heightLimit);
 }
 
 void ViewManager::RefreshHelmDisc(HelmDisc& disc) {

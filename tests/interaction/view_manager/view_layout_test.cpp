@@ -121,23 +121,23 @@ TEST(ViewLayout, a_linked_bar_has_what_the_cube_and_the_ribbon_leave) {
     const int room = random.Integer(0, 400);
     const int offset = random.Integer(-300, 300);
     const double barWidth = random.Integer(0, 200);
-    const auto place = PlaceLinkedBar(area, location, room, offset, barWidth);
-    ASSERT_TRUE(place.has_value());
+    const LinkedBarPlace place = PlaceLinkedBar(area, location, room, offset, barWidth);
+    EXPECT_TRUE(GetLinkedPosition(location).has_value());
     const int free = area.size.height - room - 2;
     if (IsAtTop(location)) {
-      EXPECT_EQ(place->offset, room - offset);
-      EXPECT_EQ(place->heightLimit, free + offset);
+      EXPECT_EQ(place.offset, room - offset);
+      EXPECT_EQ(place.heightLimit, free + offset);
       continue;
     }
     const bool covered = area.ribbonVisible && (!IsAtRight(location) || IsRibbonInTheWay(area, barWidth));
-    EXPECT_EQ(place->offset, room + offset);
-    EXPECT_EQ(place->heightLimit, std::max(0, free - (covered ? area.ribbon.height : 0)));
+    EXPECT_EQ(place.offset, room + offset);
+    EXPECT_EQ(place.heightLimit, std::max(0, free - (covered ? area.ribbon.height : 0)));
   }
 }
 
 TEST(ViewLayout, a_bar_cannot_hang_on_a_cube_that_is_in_no_corner) {
   for (const int location : {-1, 4, HIGHEST, LOWEST}) {
-    EXPECT_FALSE(PlaceLinkedBar(ViewArea(), static_cast<Location>(location), 10, 0.0, 10.0).has_value());
+    EXPECT_FALSE(GetLinkedPosition(static_cast<Location>(location)).has_value());
   }
 }
 
@@ -189,7 +189,7 @@ TEST(ViewLayout, bears_any_size) {
     const OrientorParameters cube = RandomCube(random);
     EXPECT_LE(GetCubeOffset(area, strip, cube, any()), HIGHEST);
     EXPECT_TRUE(GetCubeBounds(area, cube.screen_location, {any(), any()}).center.x < 1e10);
-    EXPECT_TRUE(PlaceLinkedBar(area, cube.screen_location, any(), any(), any()).has_value());
+    EXPECT_GE(PlaceLinkedBar(area, cube.screen_location, any(), any(), any()).heightLimit, LOWEST);
     EXPECT_GE(PlacePanel(area, &cube, any(), any()).viewport.height, LOWEST);
     EXPECT_GE(GetHeightAboveCube(cube, any()), LOWEST);
   }

@@ -252,6 +252,20 @@ TEST_F(LayoutTest, links_nothing_without_a_cube_a_toolbar_or_the_link) {
   manager.LinkNavBarToOrientor();
 }
 
+// A host may say that its bar is not linked, and still have it placed beside the cube.
+TEST_F(LayoutTest, links_a_bar_by_its_own_location) {
+  class Denying : public OpenViewManager {
+   public:
+    bool IsNavigationBarLinkedToOrientor() const override { return false; }
+  } denying;
+  bar.location = NavigationBar::LOCATION_LINKED;
+  bar.strip->position = Toolbar::POSITION_LEFT;
+  denying.SetNavigationBar(&bar);
+  denying.SetOrientor(&cube);
+  denying.LinkNavBarToOrientor();
+  EXPECT_EQ(bar.strip->position, Toolbar::POSITION_TOP_RIGHT);
+}
+
 TEST_F(LayoutTest, limits_a_bar_on_an_edge_by_the_viewport) {
   bar.location = NavigationBar::LOCATION_LEFT;
   bar.strip->position = Toolbar::POSITION_LEFT;
