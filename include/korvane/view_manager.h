@@ -2,12 +2,14 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "korvane/box2.h"
 #include "korvane/box3.h"
 #include "korvane/export.h"
 #include "korvane/observer_list.h"
+#include "korvane/renderer_loans.h"
 #include "korvane/resource_ids.h"
 #include "korvane/vector3.h"
 
@@ -157,7 +159,8 @@ class ZOVTOOLS_API ViewManager {
   virtual bool AddTool(int id, Tool* tool);
   /// Gives ownership back. Null for the active tool and an unknown identifier.
   virtual Tool* RemoveTool(int id);
-  /// 0: none. False for an unknown identifier, and while the active tool is operating.
+  /// 0: none. False for an unknown identifier, while the active tool is operating, and within what Destroy or
+  /// RemoveAllTools tells it.
   virtual bool SetActiveTool(int id);
   virtual int GetActiveTool() const;
 
@@ -283,7 +286,6 @@ class ZOVTOOLS_API ViewManager {
   bool wantCursorWrapping = false;
   bool cleanScreen = false;
   bool reelshowPlaying = false;
-  bool puttingToolAway = false;  // the active one is told that it goes
 
  private:
   // The rows of the tables; see view_manager_doors.h.
@@ -305,6 +307,7 @@ class ZOVTOOLS_API ViewManager {
   bool CreatePivotBall();
   bool CreateToolbars();
   bool DestroyToolbars();
+  void DismissActiveTool();
   Tool* FindTool(int id) const;
   bool PutActiveToolAway();
   void SetReelshowPlaying(bool playing);
@@ -331,9 +334,11 @@ class ZOVTOOLS_API ViewManager {
   bool BeginNavigation(Navigation kind, const std::unique_ptr<NavigationTool>& tool, Start start);
   bool EndNavigation(Navigation kind);
   template <class NavigationTool>
-  void ShowNote(const std::unique_ptr<NavigationTool>& tool, StringID note);
+  void ShowNote(Navigation kind, const std::unique_ptr<NavigationTool>& tool, StringID note);
   template <class NavigationTool>
-  void HideNote(const std::unique_ptr<NavigationTool>& tool, StringID note);
+  void HideNote(Navigation kind, const std::unique_ptr<NavigationTool>& tool);
+  template <class NavigationTool>
+  void HandNote(Navigation kind, const std::unique_ptr<NavigationTool>& tool);
   void LabelPivot();
   DiscType GetEnabledDisc() const;
   void HideHelmDisc();
@@ -363,6 +368,9 @@ class ZOVTOOLS_API ViewManager {
   bool Fit(Move move);
 
   const std::wstring emptyTooltip;
+  StringLoan navigationNote;         // of the navigation that goes on
+  std::optional<int> leavingToolID;  // the one that is being told that it goes; 0: the disc
+  bool dismissingTool = false;       // the tools go
 };
 
 }  // namespace Korvane

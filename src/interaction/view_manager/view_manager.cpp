@@ -115,8 +115,8 @@ bool ViewManager::AddTool(int id, Tool* tool) {
   if (id == 0 || tool == nullptr || tools.count(id) != 0) return false;
   const auto isTool = [tool](const auto& entry) { return entry.second.get() == tool; };
   if (std::any_of(tools.begin(), tools.end(), isTool)) return false;
-  Doors::Give<Doors::Hub, Doors::Pictures, Doors::History, Doors::Pivot>(*this, *tool);
   tools.emplace(id, tool);
+  Doors::GiveTool<Doors::Hub, Doors::Pictures, Doors::History, Doors::Pivot>(*this, id);
   return true;
 }
 
@@ -130,9 +130,7 @@ Tool* ViewManager::RemoveTool(int id) {
 }
 
 void ViewManager::RemoveAllTools() {
-  CloseToolGesture();
-  if (activeTool != nullptr) activeTool->Deactivate();
-  activeTool = nullptr;
+  DismissActiveTool();
   activeToolID = 0;
   std::exchange(tools, {}).clear();
 }
@@ -144,16 +142,17 @@ Tool* ViewManager::FindTool(int id) const {
 
 bool ViewManager::SetActiveTool(int id) {
   if (id == activeToolID) return true;
-  if (id != 0 && FindTool(id) == nullptr) return false;
+  if (dismissingTool || (id != 0 && FindTool(id) == nullptr)) return false;
   if (!PutActiveToolAway()) return activeToolID == id;
   activeTool = FindTool(id);
-  activeToolID = id;
+  const bool isThere = id == 0 || activeTool != nullptr;  // nobody has removed it meanwhile
+  activeToolID = isThere ? id : 0;
   if (activeTool != nullptr) {
     activeTool->Activate();
     if (navigationBar != nullptr && activeToolID == id) navigationBar->SetItemSelected(id, true);
   }
   RequestApplicationUpdate();
-  return true;
+  return isThere;
 }
 
 // The tool, or the disc that is open instead. False when it stays, and when whoever was told of it has chosen
@@ -162,14 +161,15 @@ bool ViewManager::PutActiveToolAway() {
   Tool* const tool = activeTool;
   const int id = activeToolID;
   if (tool != nullptr && tool->IsOperating()) return false;
-  if (std::exchange(puttingToolAway, true)) return true;
+  if (leavingToolID == id) return true;
+  const std::optional<int> outer = std::exchange(leavingToolID, id);
   if (tool != nullptr) {
     tool->Deactivate();
     if (navigationBar != nullptr) navigationBar->SetItemSelected(id, false);
   } else if (helmDisc != nullptr && helmDisc->GetActiveDisc() != DiscType::None) {
     helmDisc->SetActiveDisc(DiscType::None);
   }
-  puttingToolAway = false;
+  leavingToolID = outer;
   return activeTool == tool && activeToolID == id;
 }
 

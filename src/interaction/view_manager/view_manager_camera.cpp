@@ -24,15 +24,14 @@ bool ViewManager::Record(CameraOperations& hub, const CameraParameters& camera, 
     record.End(camera);
     return false;
   }
-  const Shot* const before = hub.GetActiveShot();
-  const bool result = move(hub);
-  const Shot* const begun = hub.GetActiveShot();
-  const bool isMine = begun != nullptr && begun != before && cameraOperations == &hub &&
-                      record.IsOpenIn(GetRewindHistory()) && rewindShotObserver != nullptr &&
-                      !rewindShotObserver->IsWatching();
-  if (isMine) {
+  bool result = false;
+  const auto begin = [&] { result = move(hub); };
+  const auto isStillMine = [&] { return cameraOperations == &hub && record.IsOpenIn(GetRewindHistory()); };
+  ViewManagerRewindShotObserver* const observer = rewindShotObserver.get();
+  if (observer == nullptr) begin();
+  if (observer != nullptr && observer->Watch(hub, begin, isStillMine)) {
     record.Forget();
-    rewindShotObserver->Watch(hub, history);
+    observer->SetHistory(history);
   } else {
     record.End(&hub);
   }

@@ -241,15 +241,20 @@ struct ViewManager::Doors {
   static void Give(ViewManager& owner) {
     if (auto* const widget = Get<WIDGET>(owner)) Give<GIFTS...>(owner, *widget);
   }
-  /// In the order of their identifiers. A tool that is given something may have tools added and removed.
+  /// A tool that is given something may have tools added and removed.
+  template <class... GIFTS>
+  static void GiveTool(ViewManager& owner, int id) {
+    const auto give = [&](auto handOn) {
+      if (Tool* const tool = owner.FindTool(id)) handOn(owner, *tool);
+    };
+    (give(&GIFTS::template HandOn<Tool>), ...);
+  }
+  /// In the order of their identifiers.
   template <class... GIFTS>
   static void GiveTools(ViewManager& owner) {
     for (auto entry = owner.tools.begin(); entry != owner.tools.end();) {
       const int id = entry->first;
-      const auto give = [&](auto handOn) {
-        if (Tool* const tool = owner.FindTool(id)) handOn(owner, *tool);
-      };
-      (give(&GIFTS::template HandOn<Tool>), ...);
+      GiveTool<GIFTS...>(owner, id);
       entry = owner.tools.upper_bound(id);
     }
   }

@@ -24,11 +24,12 @@ void ViewManager::OnDrawOverlay() {
       {[](ViewManager& owner) { owner.toolbars.Notify([](Toolbar& toolbar) { toolbar.Draw(); }); }},
       {D::Do<&ViewManager::cam3DController, &Cam3DController::Draw>},
   };
+  const Borrowed<Renderer> queuing(renderer);  // may be taken away, or changed, within the frame
   if (renderer != nullptr) renderer->QueueSetCursorID(true);
   for (const Drawing& widget : WIDGETS) {
     if (!cleanScreen || widget.cleanScreen == CleanScreen::Stays) widget.draw(*this);
   }
-  if (renderer != nullptr) renderer->QueueSetCursorID(false);
+  if (Renderer* const open = queuing.Get()) open->QueueSetCursorID(false);
 }
 
 void ViewManager::DrawNavigationTools() {
@@ -36,7 +37,8 @@ void ViewManager::DrawNavigationTools() {
   D::Do<D::Orbit, &Tool::OnDraw>(*this);
   D::Do<D::Pan, &Tool::OnDraw>(*this);
   D::Do<D::Zoom, &Tool::OnDraw>(*this);
-  if (navigation.present != Navigation::Zooming || navigation.zoomTool->IsOperating()) return;
+  const MouseWheelZoomTool* const zoom = navigation.zoomTool.get();
+  if (navigation.present != Navigation::Zooming || zoom == nullptr || zoom->IsOperating()) return;
   EndMiddleMouseNavigation();  // the wheel has been at rest long enough
   OnMouseMove(mouse.x, mouse.y);
 }

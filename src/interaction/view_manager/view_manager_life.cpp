@@ -57,9 +57,7 @@ bool ViewManager::CreateToolbars() {
 bool ViewManager::Destroy() {
   using D = Doors;
   bool result = DestroyToolbars();
-  CloseToolGesture();
-  if (activeTool != nullptr) activeTool->Deactivate();
-  activeTool = nullptr;
+  DismissActiveTool();
   wantCursorWrapping = false;
   EndMiddleMouseNavigation();
   ReleaseShotObserver();
@@ -86,14 +84,22 @@ void ViewManager::DropMouseNavigation() {
   const MouseNavigation leaving = std::exchange(navigation, {});
   navigation.discOffsetX = leaving.discOffsetX;
   navigation.discOffsetY = leaving.discOffsetY;
-  if (leaving.present == Navigation::Orbiting) leaving.orbitTool->OnMouseUp(mouse.x, mouse.y);
-  if (leaving.present == Navigation::Panning) leaving.panTool->OnMouseUp(mouse.x, mouse.y);
-  if (leaving.present == Navigation::Zooming) leaving.zoomTool->EndZoom();
-  // Closes a record that one of them is just opening.
   for (Tool* const tool :
        std::initializer_list<Tool*>{leaving.orbitTool.get(), leaving.panTool.get(), leaving.zoomTool.get()}) {
-    if (tool != nullptr) tool->SetRewindHistory(nullptr);
+    if (tool == nullptr) continue;
+    tool->EndGesture(mouse.x, mouse.y);  // also one that is just beginning
+    tool->SetRewindHistory(nullptr);     // closes a record that is just being opened
   }
+  navigationNote.GiveBack();
+}
+
+// Whoever hears of it chooses no other tool.
+void ViewManager::DismissActiveTool() {
+  const bool outer = std::exchange(dismissingTool, true);
+  CloseToolGesture();
+  if (activeTool != nullptr) activeTool->Deactivate();
+  activeTool = nullptr;
+  dismissingTool = outer;
 }
 
 // A gesture that is cut off ends as by a release, and a shot that the release begins ends at once: neither an

@@ -15,6 +15,7 @@ bool ViewManager::OnMiddleMouseDown(int x, int y) {
   const bool result = BeginMiddleMouseNavigation();
   if (result) wantCursorWrapping = true;
   mouse.middleClickOpen = true;
+  if (!mouse.middleDown) CancelGesture();  // whoever heard of the press has let go already
   return result;
 }
 
@@ -56,32 +57,44 @@ bool ViewManager::EndMiddleMouseNavigation() {
   return true;
 }
 
-// ---- the note beside the cursor; making and destroying it may take the tool away ----
+// ---- the note beside the cursor; making and destroying it may take the tool away, or begin another ----
 
 template <class NavigationTool>
-void ViewManager::ShowNote(const std::unique_ptr<NavigationTool>& tool, StringID note) {
-  if (renderer == nullptr) return;
-  DynamicIcon2D* const label = renderer->GetStringTexture(note);
-  if (tool != nullptr) tool->SetMouseHUD(label);
+void ViewManager::ShowNote(Navigation kind, const std::unique_ptr<NavigationTool>& tool, StringID note) {
+  if (renderer == nullptr || navigation.present != kind) return;
+  navigationNote.Take(renderer, note);
+  HandNote(kind, tool);
 }
 
 template <class NavigationTool>
-void ViewManager::HideNote(const std::unique_ptr<NavigationTool>& tool, StringID note) {
-  DynamicIcon2D* const label = renderer != nullptr ? renderer->ReleaseStringTexture(note) : nullptr;
-  if (tool != nullptr) tool->SetMouseHUD(label);
+void ViewManager::HideNote(Navigation kind, const std::unique_ptr<NavigationTool>& tool) {
+  if (navigation.present == Navigation::None) navigationNote.GiveBack();
+  HandNote(kind, tool);
   if (renderer != nullptr) renderer->ApplyTextureUsage();
+}
+
+template <class NavigationTool>
+void ViewManager::HandNote(Navigation kind, const std::unique_ptr<NavigationTool>& tool) {
+  if (tool != nullptr) tool->SetMouseHUD(navigation.present == kind ? navigationNote.Get() : nullptr);
 }
 
 // ---- one of the three ----
 
-// Whoever hears of the beginning may take the disc away, and the tool with it.
+// Whoever hears of the beginning may take the disc away, and the tool with it, or begin another, which stays.
 template <class NavigationTool, class Start>
 bool ViewManager::BeginNavigation(Navigation kind, const std::unique_ptr<NavigationTool>& tool, Start start) {
   if (navigation.present != Navigation::None) return navigation.present == kind;
   NavigationTool* const starting = tool.get();
-  if (starting == nullptr || !start(*starting) || tool.get() != starting) return false;
-  navigation.present = kind;
-  return true;
+  if (starting == nullptr) return false;
+  const Lifeline::Watch alive(starting->GetLifeline());
+  const bool begun = start(*starting);
+  if (!alive) return false;
+  if (navigation.present == Navigation::None) {
+    if (begun) navigation.present = kind;
+    return begun;
+  }
+  if (navigation.present != kind) starting->EndGesture(mouse.x, mouse.y);
+  return navigation.present == kind;
 }
 
 // Whether it went on.
@@ -96,7 +109,7 @@ bool ViewManager::BeginOrbitingWithMouse() {
   const auto press = [this](Tool& tool) { return tool.OnMouseDown(mouse.x, mouse.y); };
   if (!BeginNavigation(Navigation::Orbiting, navigation.orbitTool, press)) return false;
   if (goesOn) return true;
-  ShowNote(navigation.orbitTool, STRING_ORBIT);
+  ShowNote(Navigation::Orbiting, navigation.orbitTool, STRING_ORBIT);
   LabelPivot();
   return true;
 }
@@ -104,7 +117,7 @@ bool ViewManager::BeginOrbitingWithMouse() {
 bool ViewManager::EndOrbitingWithMouse() {
   if (!EndNavigation(Navigation::Orbiting)) return false;
   navigation.orbitTool->OnMouseUp(mouse.x, mouse.y);
-  HideNote(navigation.orbitTool, STRING_ORBIT);
+  HideNote(Navigation::Orbiting, navigation.orbitTool);
   return true;
 }
 
@@ -112,14 +125,14 @@ bool ViewManager::BeginPanningWithMouse() {
   const bool goesOn = navigation.present == Navigation::Panning;
   const auto press = [this](Tool& tool) { return tool.OnMouseDown(mouse.x, mouse.y); };
   if (!BeginNavigation(Navigation::Panning, navigation.panTool, press)) return false;
-  if (!goesOn) ShowNote(navigation.panTool, STRING_PAN);
+  if (!goesOn) ShowNote(Navigation::Panning, navigation.panTool, STRING_PAN);
   return true;
 }
 
 bool ViewManager::EndPanningWithMouse() {
   if (!EndNavigation(Navigation::Panning)) return false;
   navigation.panTool->OnMouseUp(mouse.x, mouse.y);
-  HideNote(navigation.panTool, STRING_PAN);
+  HideNote(Navigation::Panning, navigation.panTool);
   return true;
 }
 
@@ -132,7 +145,7 @@ bool ViewManager::BeginZoomingWithMouse() {
   if (!BeginNavigation(Navigation::Zooming, navigation.zoomTool, turn)) return false;
   if (goesOn) return true;
   HideHelmDisc();
-  ShowNote(navigation.zoomTool, STRING_WHEEL_ZOOM);
+  ShowNote(Navigation::Zooming, navigation.zoomTool, STRING_WHEEL_ZOOM);
   LabelPivot();
   if (NoteMouseDrag(true)) RequestApplicationUpdate();
   return true;
@@ -141,7 +154,7 @@ bool ViewManager::BeginZoomingWithMouse() {
 bool ViewManager::EndZoomingWithMouse() {
   if (!EndNavigation(Navigation::Zooming)) return false;
   navigation.zoomTool->EndZoom();
-  HideNote(navigation.zoomTool, STRING_WHEEL_ZOOM);
+  HideNote(Navigation::Zooming, navigation.zoomTool);
   return true;
 }
 

@@ -33,16 +33,6 @@ void ViewManagerOrientorObserver::OnPositionChange(OrientorParameters::Location 
   viewManager->Refresh();
 }
 
-void ViewManagerRewindShotObserver::OnEndShot(Shot* /*shot*/, const CameraParameters& camera) {
-  watching = false;
-  CloseRecord(camera);
-}
-
-void ViewManagerRewindShotObserver::Watch(CameraOperations& hub, RewindHistory* rewindHistory) {
-  history.Set(rewindHistory);
-  watching = hub.SetActiveShotObserver(this);
-}
-
 void ViewManagerRewindShotObserver::CloseRecord(const CameraParameters& camera) {
   RewindHistory* const open = history.Get();
   history.Set(nullptr);

@@ -4,7 +4,7 @@
 #include "korvane/lifeline.h"
 #include "korvane/orientor_observer.h"
 #include "korvane/rewind_history.h"
-#include "korvane/shot.h"
+#include "korvane/shot_watch.h"
 #include "korvane/storyboard_observer.h"
 
 namespace Korvane {
@@ -75,21 +75,18 @@ class ViewManagerOrientorObserver : public OrientorObserver {
 };
 
 /// Closes the rewind record of a camera move when its shot ends.
-class ViewManagerRewindShotObserver : public ShotObserver {
+class ViewManagerRewindShotObserver : public ShotWatch<ViewManagerRewindShotObserver> {
  public:
-  explicit ViewManagerRewindShotObserver(RewindHistory* rewindHistory) : history(rewindHistory) {}
+  explicit ViewManagerRewindShotObserver(RewindHistory* rewindHistory)
+      : ShotWatch(this, &ViewManagerRewindShotObserver::CloseRecord), history(rewindHistory) {}
 
-  void OnEndShot(Shot* shot, const CameraParameters& camera) override;
-
-  /// The present shot of the hub is to close the record that is open in `rewindHistory`.
-  void Watch(CameraOperations& hub, RewindHistory* rewindHistory);
+  /// The record that is open there.
+  void SetHistory(RewindHistory* rewindHistory) { history.Set(rewindHistory); }
   /// Now, and not when the shot ends.
   void CloseRecord(const CameraParameters& camera);
-  bool IsWatching() const { return watching; }
 
  private:
   Borrowed<RewindHistory> history;
-  bool watching = false;
 };
 
 }  // namespace Korvane

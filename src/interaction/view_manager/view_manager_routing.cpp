@@ -178,6 +178,7 @@ bool ViewManager::OnLeftMouseDown(int x, int y) {
   const bool result = D::Offer(*this, PRESS, event);
   if (!result) EnableCam3DController(WantCam3DControllerEnabled());
   mouse.leftClickOpen = true;
+  if (!mouse.leftDown) CancelGesture();  // whoever heard of the press has let go already
   return result;
 }
 
@@ -243,7 +244,7 @@ bool ViewManager::OnRightMouseDown(int x, int y) {
   Event event{x, y};
   const bool result = D::Offer(*this, PRESS, event);
   if (!result) EnableCam3DController(WantCam3DControllerEnabled());
-  mouse.rightClickOpen = true;
+  mouse.rightClickOpen = mouse.rightDown;
   return result;
 }
 
@@ -328,13 +329,13 @@ void ViewManager::CancelToolGesture() {
     tool->OnKeyDown(KEY_ESCAPE);
     if (activeTool == tool) tool->OnKeyUp(KEY_ESCAPE);
   }
-  const Shot* const before = cameraOperations != nullptr ? cameraOperations->GetActiveShot() : nullptr;
+  const std::uint64_t before = cameraOperations != nullptr ? cameraOperations->GetShotNumber() : 0;
   if (activeTool == tool && tool->IsOperating()) {
     tool->EndGesture(mouse.x, mouse.y);
   } else if (activeTool == tool && mouse.leftClickOpen) {
     tool->OnMouseUp(mouse.x, mouse.y);
   }
-  if (cameraOperations != nullptr && cameraOperations->GetActiveShot() != before) cameraOperations->EndShot();
+  if (cameraOperations != nullptr && cameraOperations->GetShotNumber() != before) cameraOperations->EndShot();
 }
 
 // The cursor stays where it is.

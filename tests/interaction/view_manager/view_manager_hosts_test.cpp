@@ -34,6 +34,18 @@ class Acting : public OperationObserver {
 class HostsTest : public ViewManagerTest {
  protected:
   static constexpr int ORBIT = 1;
+  static constexpr int CHOSEN = 2;
+  static constexpr int LEAVING = 3;
+
+  /// Does what the test wants when it is put away.
+  class LeavingTool : public Tool {
+   public:
+    explicit LeavingTool(std::function<void()> toDo) : onLeave(std::move(toDo)) {}
+    void Deactivate() override { onLeave(); }
+
+   private:
+    std::function<void()> onLeave;
+  };
 
   HostsTest() {
     hub.AddOperationObserver(&acting);
@@ -65,6 +77,11 @@ class HostsTest : public ViewManagerTest {
     disc.record->begun = disc.record->ended = 0;
   }
 
+  // The active one from now on.
+  void AddLeavingTool(std::function<void()> onLeave) {
+    manager.AddTool(LEAVING, new LeavingTool(std::move(onLeave)));
+    EXPECT_TRUE(manager.SetActiveTool(LEAVING));
+  }
   void Frame() {
     platform.Advance(16);
     hub.PerformOperations();
@@ -299,19 +316,174 @@ TEST_F(HostsTest, a_cube_taken_away_when_it_changes_its_corner_is_asked_no_more)
 }
 
 TEST_F(HostsTest, a_tool_chosen_while_another_is_put_away_stays_chosen) {
-  constexpr int CHOSEN = 2;
-  class Choosing : public FakeTool {
-   public:
-    Choosing(WidgetJournal& theJournal, ViewManager& owner)
-        : FakeTool("choosing", theJournal), manager(owner) {}
-    void Deactivate() override { manager.SetActiveTool(CHOSEN); }
-    ViewManager& manager;
-  };
   manager.AddTool(CHOSEN, new PanTool);
-  manager.AddTool(3, new Choosing(journal, manager));
-  manager.SetActiveTool(3);
+  AddLeavingTool([this] { manager.SetActiveTool(CHOSEN); });
   EXPECT_FALSE(manager.SetActiveTool(ORBIT));
   EXPECT_EQ(manager.GetActiveTool(), CHOSEN);
+}
+
+TEST_F(HostsTest, of_two_tools_chosen_while_another_is_put_away_the_first_is_put_away_too) {
+  manager.AddTool(CHOSEN, new FakeTool("first choice", journal));
+  AddLeavingTool([this] {
+    EXPECT_TRUE(manager.SetActiveTool(CHOSEN));
+    EXPECT_TRUE(manager.SetActiveTool(0));
+  });
+  EXPECT_FALSE(manager.SetActiveTool(ORBIT));
+  EXPECT_EQ(manager.GetActiveTool(), 0);
+  EXPECT_EQ(journal.Count("first choice.Activate"), 1);
+  EXPECT_EQ(journal.Count("first choice.Deactivate"), 1);
+}
+
+TEST_F(HostsTest, a_tool_removed_while_the_last_is_put_away_is_not_chosen) {
+  manager.AddTool(CHOSEN, new PanTool);
+  AddLeavingTool([this] { delete manager.RemoveTool(CHOSEN); });
+  EXPECT_FALSE(manager.SetActiveTool(CHOSEN));
+  EXPECT_EQ(manager.GetActiveTool(), 0);
+  EXPECT_EQ(manager.activeTool, nullptr);
+}
+
+TEST_F(HostsTest, no_tool_is_chosen_while_the_tools_are_put_away) {
+  const std::function<void()> ends[] = {[this] { manager.Destroy(); }, [this] { manager.RemoveAllTools(); }};
+  for (const auto& end : ends) {
+    manager.AddTool(CHOSEN, new FakeTool("choice", journal));
+    AddLeavingTool([this] { EXPECT_FALSE(manager.SetActiveTool(CHOSEN)); });
+    end();
+    EXPECT_EQ(manager.activeTool, nullptr);
+    EXPECT_EQ(journal.Count("choice.Activate"), 0);
+    manager.RemoveAllTools();
+    EXPECT_EQ(manager.GetActiveTool(), 0);
+  }
+}
+
+TEST_F(HostsTest, a_tool_that_is_just_added_has_its_identifier) {
+  class Adding : public PanTool {
+   public:
+    explicit Adding(OpenViewManager& owner) : manager(owner) {}
+    void SetKorvane(CameraOperations* hub) override {
+      PanTool::SetKorvane(hub);
+      Tool* const other = new PanTool;
+      EXPECT_FALSE(manager.AddTool(CHOSEN, other));
+      delete other;
+    }
+    OpenViewManager& manager;
+  };
+  Tool* const added = new Adding(manager);
+  EXPECT_TRUE(manager.AddTool(CHOSEN, added));
+  EXPECT_EQ(manager.tools.at(CHOSEN).get(), added);
+}
+
+// ---- a navigation that is not alone ----
+
+TEST_F(HostsTest, a_disc_taken_away_while_a_navigation_begins_leaves_nothing_open) {
+  const std::function<void()> begins[] = {
+      [this] { manager.OnMiddleMouseDown(400, 300); },
+      [this] {
+        manager.OnKeyDown(KEY_SHIFT);
+        manager.OnMiddleMouseDown(400, 300);
+        manager.OnKeyUp(KEY_SHIFT);
+      },
+      [this] { manager.OnMouseWheel(400, 300, 120); },
+  };
+  for (const auto& begin : begins) {
+    StartAnew(DiscType::FullNavigation);
+    acting.onBegin = [this] {
+      EXPECT_TRUE(hub.IsOperationActive(OPERATION_ALL));
+      manager.SetHelmDisc(nullptr);
+    };
+    begin();
+    EXPECT_FALSE(acting.onBegin);
+    EXPECT_FALSE(hub.IsOperationActive(OPERATION_ALL));
+    manager.OnMiddleMouseUp(400, 300);
+    ExpectAtRest();
+  }
+}
+
+TEST_F(HostsTest, a_navigation_begun_while_another_begins_stays_alone) {
+  disc.Open(DiscType::FullNavigation);
+  acting.onBegin = [this] { EXPECT_TRUE(manager.OnMouseWheel(400, 300, 120)); };
+  EXPECT_FALSE(manager.OnMiddleMouseDown(400, 300));
+  EXPECT_TRUE(manager.IsZoomingWithMouse());
+  EXPECT_FALSE(hub.IsOperationActive(OPERATION_PAN));
+  EXPECT_TRUE(hub.IsOperationActive(OPERATION_ZOOM));
+  manager.OnMiddleMouseUp(400, 300);
+  ExpectAtRest();
+}
+
+TEST_F(HostsTest, the_note_of_a_navigation_goes_back_to_the_renderer_that_lent_it) {
+  disc.Open(DiscType::FullNavigation);
+  manager.OnMiddleMouseDown(400, 300);
+  EXPECT_EQ(renderer.CountCalls("CreateTooltipHUD"), 1);
+  manager.SetRenderer(nullptr);
+  manager.OnMiddleMouseUp(400, 300);
+  renderer.ApplyTextureUsage();
+  EXPECT_EQ(renderer.CountCalls("DestroyIcon"), 1);
+}
+
+// ---- a gesture cancelled in its own press ----
+
+TEST_F(HostsTest, a_gesture_cancelled_in_its_own_press_is_over) {
+  acting.onBegin = [this] { manager.CancelGesture(); };
+  manager.OnMouseMove(400, 300);
+  manager.OnDraw();
+  manager.OnLeftMouseDown(400, 300);
+  EXPECT_FALSE(acting.onBegin);
+  EXPECT_FALSE(manager.mouse.leftClickOpen);
+  ExpectAtRest();
+
+  disc.Open(DiscType::FullNavigation);
+  acting.onBegin = [this] { manager.CancelGesture(); };
+  manager.OnMiddleMouseDown(400, 300);
+  EXPECT_FALSE(acting.onBegin);
+  EXPECT_FALSE(manager.mouse.middleClickOpen);
+  EXPECT_FALSE(manager.IsPanningWithMouse());
+  ExpectAtRest();
+}
+
+TEST_F(HostsTest, a_widget_that_cancels_the_press_that_it_takes_is_released_outside) {
+  class Cancelling : public FakeToolbar {
+   public:
+    Cancelling(WidgetJournal& theJournal, OpenViewManager& owner)
+        : FakeToolbar("cancelling", theJournal), manager(owner) {}
+    bool OnLeftMouseDown(int /*x*/, int /*y*/) override { return Cancel(); }
+    bool OnRightMouseDown(int /*x*/, int /*y*/) override { return Cancel(); }
+
+   private:
+    bool Cancel() {
+      manager.CancelGesture();
+      return true;
+    }
+    OpenViewManager& manager;
+  } cancelling(journal, manager);
+  manager.AddToolbar(&cancelling);
+  Forget();
+  EXPECT_TRUE(manager.OnLeftMouseDown(300, 200));
+  EXPECT_EQ(journal.Count("cancelling.OnLeftMouseUp(-1, -1)"), 1);
+  EXPECT_FALSE(manager.OnLeftMouseUp(300, 200));
+  EXPECT_EQ(journal.Count("cancelling.OnLeftMouseUp(300, 200)"), 0);
+  EXPECT_TRUE(manager.OnRightMouseDown(300, 200));
+  EXPECT_FALSE(manager.mouse.rightClickOpen);
+  manager.RemoveToolbar(&cancelling);
+}
+
+// ---- a frame ----
+
+TEST_F(HostsTest, a_renderer_taken_away_within_a_frame_waits_for_no_cursor) {
+  class Taking : public FakeToolbar {
+   public:
+    Taking(WidgetJournal& theJournal, OpenViewManager& owner)
+        : FakeToolbar("taking", theJournal), manager(owner) {}
+    void Draw() override { manager.SetRenderer(nullptr); }
+
+   private:
+    OpenViewManager& manager;
+  } taking(journal, manager);
+  manager.AddToolbar(&taking);
+  manager.OnDraw();
+  EXPECT_NE(renderer.GetCursorID(), CURSOR_CUBE_PART);
+  renderer.SetCursorID(CURSOR_CUBE_PART);
+  EXPECT_EQ(renderer.GetCursorID(), CURSOR_CUBE_PART);  // at once
+  manager.RemoveToolbar(&taking);
+  manager.SetRenderer(&renderer);
 }
 
 // Every place at which the hub, the renderer, the disc or the cube is taken away while something is told.
@@ -373,6 +545,7 @@ TEST_F(HostsTest, whatever_is_taken_away_while_it_is_told_is_missed_by_nobody) {
         manager.CancelGesture();
         hub.EndShot();
         manager.Destroy();
+        EXPECT_FALSE(hub.IsOperationActive(OPERATION_ALL));
         EXPECT_FALSE(manager.wantCursorWrapping);
         EXPECT_EQ(disc.record->GetOpenCount(), 0);
       }
