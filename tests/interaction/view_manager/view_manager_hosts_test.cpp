@@ -419,6 +419,28 @@ TEST_F(HostsTest, the_note_of_a_navigation_goes_back_to_the_renderer_that_lent_i
   EXPECT_EQ(renderer.CountCalls("DestroyIcon"), 1);
 }
 
+TEST_F(HostsTest, a_navigation_that_ends_while_its_note_is_made_has_none) {
+  class Noting : public RecordingRenderer {
+   public:
+    DynamicIcon2D* CreateTooltipHUD(const wchar_t* text) override {
+      if (onNote) std::exchange(onNote, nullptr)();
+      return RecordingRenderer::CreateTooltipHUD(text);
+    }
+    std::function<void()> onNote;
+  } noting;
+  manager.SetRenderer(&noting);
+  manager.Create();
+  disc.Open(DiscType::FullNavigation);
+  noting.onNote = [this] { manager.OnMiddleMouseUp(400, 300); };
+  manager.OnMiddleMouseDown(400, 300);
+  noting.ApplyTextureUsage();
+  EXPECT_EQ(noting.CountCalls("CreateTooltipHUD"), 1);
+  EXPECT_EQ(noting.CountCalls("DestroyIcon"), 1);
+  manager.Destroy();
+  manager.SetRenderer(&renderer);
+  manager.Create();  // hands it on to all who still have the other
+}
+
 // ---- a gesture cancelled in its own press ----
 
 TEST_F(HostsTest, a_gesture_cancelled_in_its_own_press_is_over) {
