@@ -66,6 +66,15 @@ class NearSink final : public QuadSink {
   bool isNear = false;
 };
 
+// A bit for each face whose arrow shows.
+unsigned FindArrowFaces(const CubeQuads& quads) {
+  unsigned faces = 0;
+  for (int face = 0; face < CUBE_FACE_COUNT; ++face) {
+    if (quads.HasArrow(face)) faces |= 1U << face;
+  }
+  return faces;
+}
+
 }  // namespace
 
 CameraParameters MakeCubeCamera(const OrientorParameters& parameters, const CubeSpace& space) {
@@ -145,10 +154,7 @@ CubePicker::Hit CubePicker::Pick(Renderer& renderer, const Setting& setting, con
   const Box2 box = setting.layout.GetPassBox(parameters);
   const CameraParameters camera = MakeCubeCamera(parameters, space);
   const CubeQuads quads(parameters, space, QuadUse::Offered, setting.arrows);
-  unsigned arrowFaces = 0;
-  for (int face = 0; face < CUBE_FACE_COUNT; ++face) {
-    if (quads.HasArrow(face)) arrowFaces |= 1U << face;
-  }
+  const unsigned arrowFaces = FindArrowFaces(quads);
   if (IsOutside(setting, box, camera, point)) return {-1, arrowFaces};
   Renew(setting, camera);
 
@@ -165,15 +171,14 @@ CubePicker::Hit CubePicker::Pick(Renderer& renderer, const Setting& setting, con
     return offersCompass ? pick(letters, COMPASS_LETTERS_FROM, COMPASS_RING_FROM) : -1;
   };
   const auto hit = [&](int part) { return Hit{part, offeredArrows}; };
-  const bool lookingUp = space.IsLookingUp();
 
+  const bool lookingUp = space.IsLookingUp();
   const int face = pick(parts, 0, CUBE_FACE_COUNT);
   if (hit(face).IsByArrow()) return hit(face);
   const int nearLetter = lookingUp ? pickLetter() : -1;
   if (nearLetter >= 0) return hit(nearLetter);
   const int part = pick(parts, 0, CUBE_PART_COUNT);
-  const bool selectable = part < CUBE_FACE_COUNT || !parameters.select_faces_only;
-  if (part >= 0 && selectable) return hit(part);
+  if (part >= 0 && (part < CUBE_FACE_COUNT || !parameters.select_faces_only)) return hit(part);
   const int farLetter = lookingUp ? -1 : pickLetter();
   if (farLetter >= 0) return hit(farLetter);
   return hit(offersCompass ? pick(ring, COMPASS_RING_FROM, ALL_PART_COUNT) : -1);
