@@ -1,17 +1,12 @@
 #pragma once
 
-#include <limits>
-
+#include "foundation/truncate.h"
 #include "korvane/application_parameters.h"
-#include "korvane/math.h"
 
 namespace Korvane {
 
 /// A whole number of pixels, cut toward zero and held to the range of int; 0 for a NaN.
-inline int ToPixels(double value) {
-  using Limits = std::numeric_limits<int>;
-  return value == value ? static_cast<int>(Math::Clamp(value, Limits::min(), Limits::max())) : 0;
-}
+inline int ToPixels(double value) { return Truncate(value); }
 
 /// The row of a viewport pixel counted from the top, as operations take it, or back from there.
 inline int FlipRow(int viewportHeight, int y) {
