@@ -41,6 +41,31 @@ int CountFrames() {
   return count;
 }
 
+struct Place {
+  int x = 0;
+  int y = 0;
+};
+
+// The lowest of the pieces of the ring that can be hit: there a drag to the left turns it, whichever way is up.
+bool FindOnRing(Korvane::Orientor& cube, Place& lowest) {
+  bool found = false;
+  for (int piece = Korvane::Orientor::COMPASS_RING_BEGIN; piece < Korvane::Orientor::PART_COUNT; ++piece) {
+    Place place;
+    if (!cube.GetPartPosition(piece, place.x, place.y) || (found && place.y >= lowest.y)) continue;
+    lowest = place;
+    found = true;
+  }
+  return found;
+}
+
+// What a move begins on.
+bool FindOnCube(Korvane::Orientor& cube, const TourMove& move, Place& place) {
+  using Korvane::Orientor;
+  if (move.cubePart == TourMove::COMPASS_RING) return FindOnRing(cube, place);
+  if (move.cubePart >= 0) return cube.GetPartPosition(move.cubePart, place.x, place.y);
+  return cube.GetOverlayPartPosition(static_cast<Orientor::OverlayPart>(move.overlayPart), place.x, place.y);
+}
+
 /// Plays the tour in a context that is current.
 class Tour {
  public:
@@ -146,14 +171,10 @@ void Tour::Send(zovhost::WindowEvent::Type type, zovhost::MouseButton button, in
 bool Tour::FindOrigin(const TourMove& move, std::string& error) {
   origin = {};
   if (!move.IsOnCube()) return true;
-  Korvane::Orientor& cube = view.GetCube();
-  int x = 0;
-  int y = 0;
-  const auto overlayPart = static_cast<Korvane::Orientor::OverlayPart>(move.overlayPart);
-  const bool found = move.overlayPart >= 0 ? cube.GetOverlayPartPosition(overlayPart, x, y)
-                                           : cube.GetPartPosition(move.cubePart, x, y);
+  Place place;
+  const bool found = FindOnCube(view.GetCube(), move, place);
   if (!found) error = "the cube does not show what \"" + std::string(move.caption) + "\" begins on";
-  origin = {(x + 0.5) / width, (y + 0.5) / height};
+  origin = {(place.x + 0.5) / width, (place.y + 0.5) / height};
   return found;
 }
 

@@ -36,9 +36,6 @@ constexpr TourMove MakeCubeDrag(const char* caption, double seconds, int part, d
   return move;
 }
 
-// Of the ring, beside the letter at its lower edge when seen from above: a drag to the left turns it.
-constexpr int RING_PLACE = Orientor::COMPASS_RING_BEGIN + 1;
-
 // A drag across the whole width turns by 5 radians.
 constexpr auto SCRIPT = std::to_array<TourMove>({
     {"Start view", Rest, 0.3},
@@ -79,7 +76,7 @@ constexpr auto SCRIPT = std::to_array<TourMove>({
     MakeCubeDrag("The cube: a drag", 0.6, OrientorObserver::PART_TOP, 0.017, -0.125),
     MakeCommand("Top view, fitted", 0.9, "top"),
     MakeCommand("The cube: a drag of the compass", 0.0, "toggle-compass"),
-    MakeCubeDrag("The cube: a drag of the compass", 0.7, RING_PLACE, -0.066, 0.0),
+    MakeCubeDrag("The cube: a drag of the compass", 0.7, TourMove::COMPASS_RING, -0.066, 0.0),
     MakeCommand("The cube: a roll", 0.0, "toggle-compass"),
     MakeCommand("The cube: a roll", 0.7, "front"),
     MakeOverlayClick("The cube: a roll", 0.7, Orientor::OVERLAY_ROTATE_CLOCKWISE),

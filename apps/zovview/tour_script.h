@@ -3,6 +3,7 @@
 #include <span>
 #include <string_view>
 
+#include "korvane/orientor.h"
 #include "zovhost/window.h"
 
 namespace zovview {
@@ -29,7 +30,9 @@ struct TourMove {
   std::string_view command = {};  // its name
   double notches = 0.0;
   double arrival = 1.0;  // of the pointer, as a fraction of the time
-  // Where the move begins, if that is on the cube; by the numbers of Korvane::Orientor.
+  // The lowest piece of the compass's ring.
+  static constexpr int COMPASS_RING = Korvane::Orientor::PART_COUNT;
+  // Where the move begins, if that is on the cube; by the numbers of Korvane::Orientor, or the ring.
   int cubePart = -1;
   int overlayPart = -1;
 

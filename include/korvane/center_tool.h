@@ -41,7 +41,7 @@ class ZOVTOOLS_API CenterTool : public Tool {
  private:
   void TakeHint();
   void DropHintNote();
-  void EndPress(Closing& closing, const BorrowedPivot& pivot);
+  bool EndPress(Closing& closing);
   bool BeginCenterShot(Closing& closing);
   void LabelPivotBall();
   void FollowShot();

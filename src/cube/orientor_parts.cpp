@@ -94,19 +94,27 @@ int OrientorParts::PickOverlay(const Vector2& point, bool arrows) const {
                                  fade.opacity, point);
 }
 
+// In the middle of a quad, or else, where others lie over that, on the way to one of its corners.
 bool OrientorParts::FindGeometry(int part, Vector2& point) {
+  static constexpr double WAYS[] = {0.0, 0.5, 0.8};
   if (renderer == nullptr || partners.hub.Get() == nullptr) return false;
   const CubePicker::Setting setting{parameters, layout, space, AreArrowsShown()};
   const Box2 box = layout.GetPassBox(parameters);
   const PassView pass(MakeCubeCamera(parameters, space));
-  const std::vector<Vector3> corners = picker.GetCorners(setting, part);
-  for (std::size_t i = 0; i + 3 < corners.size(); i += 4) {
+  const auto isHit = [&](const Vector3& place) {
     Vector2 local;
-    if (!pass.Project((corners[i] + corners[i + 1] + corners[i + 2] + corners[i + 3]) * 0.25, local))
-      continue;
+    if (!pass.Project(place, local)) return false;
     point = Vector2(std::floor(box.center.x + local.x * box.halfExtent.x),
                     std::floor(box.center.y + local.y * box.halfExtent.y));
-    if (picker.Pick(*renderer, setting, point).part == part) return true;
+    return picker.Pick(*renderer, setting, point).part == part;
+  };
+  const std::vector<Vector3> corners = picker.GetCorners(setting, part);
+  for (const double way : WAYS) {
+    for (std::size_t i = 0; i < corners.size() / 4 * 4; ++i) {
+      const Vector3* const quad = &corners[i / 4 * 4];
+      const Vector3 middle = (quad[0] + quad[1] + quad[2] + quad[3]) * 0.25;
+      if (isHit(middle + (corners[i] - middle) * way)) return true;
+    }
   }
   return false;
 }

@@ -1,6 +1,7 @@
 // Where the parts are on the screen, for tours and tests that point at them.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <vector>
 
 #include "cube/cube_scene.h"
@@ -24,6 +25,24 @@ class PartPosition : public ::testing::Test {
 
   CubeScene scene;
 };
+
+TEST_F(PartPosition, every_piece_of_the_compass_is_found_from_above_at_every_size_and_roll) {
+  scene.Parameters().draw_compass = true;
+  for (const OrientorParameters::Size size : {OrientorParameters::SIZE_TINY, OrientorParameters::SIZE_SMALL,
+                                              OrientorParameters::SIZE_NORMAL}) {
+    scene.Parameters().size = size;
+    for (int degrees = 0; degrees < 360; degrees += 15) {
+      const double angle = degrees * Math::DEG_TO_RAD;
+      scene.Look({0, -1, 0});
+      scene.hub.view.up = Vector3(std::sin(angle), 0, std::cos(angle));
+      for (int part = Orientor::COMPASS_LETTERS_BEGIN; part < Orientor::PART_COUNT; ++part) {
+        int x = 0;
+        int y = 0;
+        EXPECT_TRUE(scene.cube.GetPartPosition(part, x, y)) << part << " of size " << size << ", " << degrees;
+      }
+    }
+  }
+}
 
 TEST_F(PartPosition, the_mouse_at_the_place_of_a_part_is_on_that_part) {
   Random random(5);

@@ -102,17 +102,17 @@ bool CenterTool::OnMouseUp(int x, int y) {
   Steps steps(*this);
   steps.Then([&] { UpdatePivotPosition(x, y); });
   closing.HidePivotBall();
-  if (pressed) EndPress(closing, pivot);
+  // Whatever keeps the camera from flying, it has its old pivot then.
+  if (pressed && !(closing && EndPress(closing))) closing.RestorePivot(pivot).EndRecord();
   if (closing) onModel = false;
   steps.Then([&] { cameraOperations->RequestApplicationUpdate(); });
   return true;
 }
 
-// Whatever keeps the camera from flying, it has its old pivot then.
-void CenterTool::EndPress(Closing& closing, const BorrowedPivot& pivot) {
-  if (closing) SetCursorID(CURSOR_ARROW);
-  if (closing && onModel && BeginCenterShot(closing)) return;
-  closing.RestorePivot(pivot).EndRecord();
+// Whether the camera flies to what was pressed.
+bool CenterTool::EndPress(Closing& closing) {
+  SetCursorID(CURSOR_ARROW);
+  return closing && onModel && BeginCenterShot(closing);
 }
 
 // False when the host has taken the hub away or destroyed the tool before the shot.
