@@ -177,6 +177,13 @@ class ZOVTOOLS_API Renderer {
   /// Opens (true) or closes the queue. Closing applies the last cursor asked for when it differs from the
   /// current one; a queue in which none was asked for sends CURSOR_NONE once.
   void QueueSetCursorID(bool open);
+  /// Closes the queue and forgets what was asked for.
+  void DropCursorQueue();
+  /// Where several views share a renderer: the pointer is in this one, which is told from the others by its
+  /// address and never called. The frames of the others change no cursor until the mouse comes to them. Null,
+  /// as at first: every view's frame may. A view manager says it with each event of the mouse.
+  void SetPointerView(const void* view) { pointerView = view; }
+  bool MayHavePointer(const void* view) const { return pointerView == nullptr || pointerView == view; }
 
  private:
   using CreateIcon = DynamicIcon2D* (Renderer::*)(const wchar_t*);
@@ -219,6 +226,7 @@ class ZOVTOOLS_API Renderer {
   CursorID currentCursor = CURSOR_ARROW;
   bool cursorQueueOpen = false;
   CursorID queuedCursor = CURSOR_NONE;
+  const void* pointerView = nullptr;
   std::map<TextureID, std::uint64_t> textureUsage;
   std::map<TextureID, bool> textureLoaded;
   std::map<StringID, DynamicIcon2D*> stringTextures;

@@ -349,6 +349,7 @@ class ZOVTOOLS_API ViewManager {
   void DrawHelmDisc();
   void DrawOrientor();
   CursorID GetOrientorCursor(const Orientor& cube) const;
+  void CloseCursorQueue(Renderer& pictures) const;
 
   // Layout.
   void RefreshBarItems(NavigationBar& bar);

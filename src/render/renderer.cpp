@@ -312,4 +312,6 @@ void Renderer::QueueSetCursorID(bool open) {
   cursorQueueOpen = false;
 }
 
+void Renderer::DropCursorQueue() { cursorQueueOpen = false; }
+
 }  // namespace Korvane

@@ -29,7 +29,16 @@ void ViewManager::OnDrawOverlay() {
   for (const Drawing& widget : WIDGETS) {
     if (!cleanScreen || widget.cleanScreen == CleanScreen::Stays) widget.draw(*this);
   }
-  if (Renderer* const open = queuing.Get()) open->QueueSetCursorID(false);
+  if (Renderer* const open = queuing.Get()) CloseCursorQueue(*open);
+}
+
+// The view that the pointer is in says its shape, not the one that is drawn last.
+void ViewManager::CloseCursorQueue(Renderer& pictures) const {
+  if (pictures.MayHavePointer(this)) {
+    pictures.QueueSetCursorID(false);
+  } else {
+    pictures.DropCursorQueue();
+  }
 }
 
 void ViewManager::DrawNavigationTools() {

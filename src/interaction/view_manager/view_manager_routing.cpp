@@ -86,6 +86,7 @@ const std::wstring& ViewManager::GetTooltip() const {
 void ViewManager::StoreMousePosition(int x, int y) {
   mouse.x = x;
   mouse.y = y;
+  if (renderer != nullptr) renderer->SetPointerView(this);
 }
 
 void ViewManager::EnableCam3DController(bool enabled) {

@@ -597,6 +597,37 @@ TEST_F(HostsTest, a_navigation_begun_while_the_disc_goes_finds_no_tool) {
   ExpectAtRest();
 }
 
+// Each asks in its frames for the cursor of its own tool.
+TEST(TwoViews, of_two_on_one_renderer_the_one_with_the_pointer_says_its_shape) {
+  RecordingRenderer renderer;
+  MemoryHub hub(LookAt({0, 0, 10}, {0, 0, 0}, {0, 1, 0}));
+  ViewManager orbits;
+  ViewManager pans;
+  for (ViewManager* const view : {&orbits, &pans}) {
+    view->SetKorvane(&hub);
+    view->SetRenderer(&renderer);
+    view->Create();
+    view->SetViewportSize(800, 600);
+    view->AddTool(1, view == &orbits ? static_cast<Tool*>(new OrbitTool) : new PanTool);
+    view->SetActiveTool(1);
+  }
+  const auto countChanges = [&] {
+    renderer.ClearCalls();
+    for (int frame = 0; frame < 100; ++frame) {
+      orbits.OnDraw();
+      pans.OnDraw();
+    }
+    return renderer.CountCalls("SetCursorIcon");
+  };
+  orbits.OnMouseMove(400, 300);
+  EXPECT_EQ(countChanges(), 1);
+  EXPECT_EQ(renderer.GetCursorID(), CURSOR_ORBIT);
+  pans.OnMouseMove(400, 300);
+  EXPECT_EQ(countChanges(), 1);
+  EXPECT_EQ(renderer.GetCursorID(), CURSOR_PAN);
+  for (ViewManager* const view : {&orbits, &pans}) view->Destroy();
+}
+
 TEST_F(HostsTest, a_wheel_tool_does_not_outlive_destroy) {
   manager.AddTool(2, new MouseWheelZoomTool);
   manager.SetActiveTool(2);
