@@ -42,6 +42,7 @@ class Renderer;
 class ResourceIcon2D;
 class ResourceIcon3D;
 class RewindHistory;
+class RewindHistoryObserver;
 class Shot;
 class ShotObserver;
 class Storyboard;

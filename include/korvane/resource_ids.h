@@ -116,8 +116,13 @@ enum TextureID : int {
   TEXTURE_CUBE_ROTATE = 13,  // both rotate arrows
   TEXTURE_CUBE_ROTATE_COUNTER_CLOCKWISE_ACTIVE = 14,
   TEXTURE_CUBE_ROTATE_CLOCKWISE_ACTIVE = 15,
-  TEXTURE_WALK_REFUSED = 93,  // where a walk would start that the projection does not allow
-  TEXTURE_WALK_START = 94,    // where a walk starts, the circle in which it rests
+  TEXTURE_REWIND_FRAME = 89,            // around each picture of the film strip
+  TEXTURE_REWIND_FRAME_ACTIVE = 90,     // around the one that the view shows
+  TEXTURE_REWIND_BRACKET = 91,          // marks the place on the strip
+  TEXTURE_REWIND_BRACKET_SNAPPED = 92,  // the same, on an element
+  TEXTURE_WALK_REFUSED = 93,            // where a walk would start that the projection does not allow
+  TEXTURE_WALK_START = 94,              // where a walk starts, the circle in which it rests
+  TEXTURE_REWIND_GLASS = 100,           // over each picture of the film strip
   TEXTURE_NONE = 185,
 };
 
