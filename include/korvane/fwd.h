@@ -38,6 +38,7 @@ class Plane3D;
 class Platform;
 class Quaternion;
 class RectZoomTool;
+class RegionListener;
 class Renderer;
 class ResourceIcon2D;
 class ResourceIcon3D;

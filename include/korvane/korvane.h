@@ -43,6 +43,7 @@
 #include "korvane/quaternion.h"
 #include "korvane/ray.h"
 #include "korvane/rect_zoom_tool.h"
+#include "korvane/region_listener.h"
 #include "korvane/renderer.h"
 #include "korvane/renderer_loans.h"
 #include "korvane/resource_ids.h"

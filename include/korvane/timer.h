@@ -20,6 +20,7 @@ class ZOVTOOLS_API Timer {
 
   bool IsStarted() const { return startTime != 0.0; }
   double GetTotalTime() const { return totalTime; }
+  void SetTotalTime(double seconds) { totalTime = seconds; }
   double GetLastInterval() const { return lastInterval; }
 
   /// The platform's tick count in seconds. Wraps after 2^32 ms, which nothing guards.

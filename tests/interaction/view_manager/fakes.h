@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "cube/orientor_parts.h"
+#include "disc/track_menu_parts.h"
 #include "interaction/view_manager/view_manager_observers.h"
 #include "korvane/cam3d_controller.h"
 #include "korvane/helm_disc.h"
@@ -122,10 +123,11 @@ class FakeTrackMenu : public Korvane::TrackMenu {
     ++moves;
   }
 
-  using TrackMenu::activeRegion;
-  using TrackMenu::enabled;
-  using TrackMenu::menuCursorID;
-  using TrackMenu::visible;
+  Korvane::TrackMenuParts& open = GetParts();
+  Region& activeRegion = open.active;
+  bool& enabled = open.state.enabled;
+  bool& visible = open.state.visible;
+  Korvane::CursorID& menuCursorID = open.look.menuCursorID;
 
   Korvane::ResourceIcon2D icon;
   int movedX = 0;

@@ -1,0 +1,58 @@
+#include "disc/region_loans.h"
+
+#include "korvane/icon2d.h"
+
+namespace Korvane {
+
+namespace {
+
+using Region = TrackMenu::Region;
+
+struct Text {
+  StringID Region::*string;
+  DynamicIcon2D* Region::*icon;
+};
+constexpr Text TEXTS[3] = {
+    {&Region::labelString, &Region::label},
+    {&Region::tooltipString, &Region::tooltip},
+    {&Region::tooltipHUDString, &Region::tooltipHUD},
+};
+
+TextureID TextureOf(const ResourceIcon2D* icon) {
+  return icon != nullptr ? icon->GetTextureResourceID() : TEXTURE_NONE;
+}
+
+}  // namespace
+
+void RegionLoans::Take(Renderer* renderer, Region& region) {
+  if (renderer == nullptr) return;
+  if (lender.Get() != renderer) {
+    CountTextures(false);
+    lender.Set(renderer);
+    textures[0] = TextureOf(region.icon);
+    textures[1] = TextureOf(region.overlayIcon);
+    CountTextures(true);
+  }
+  const Lifeline::Watch wanted(taking);
+  for (int i = 0; i < 3; ++i) {
+    DynamicIcon2D* const icon = texts[i].Take(renderer, region.*TEXTS[i].string);
+    if (!wanted) return;
+    region.*TEXTS[i].icon = icon;
+  }
+}
+
+void RegionLoans::GiveBack(Region& region) {
+  taking.Cut();
+  CountTextures(false);
+  lender.Set(nullptr);
+  for (StringLoan& text : texts) text.GiveBack();
+  for (const Text& text : TEXTS) region.*text.icon = nullptr;
+}
+
+void RegionLoans::CountTextures(bool wanted) {
+  Renderer* const held = lender.Get();
+  if (held == nullptr) return;
+  for (const TextureID id : textures) held->WantTexture(id, wanted);
+}
+
+}  // namespace Korvane
