@@ -15,6 +15,7 @@
 #include "tour_script.h"
 #include "view_commands.h"
 #include "viewport.h"
+#include "zovhost/accent.h"
 #include "zovhost/gl_scene_view.h"
 #include "zovhost/gui.h"
 #include "zovhost/offscreen_target.h"
@@ -29,7 +30,9 @@ constexpr int PICTURES_PER_SHEET_PICTURE = 4;
 constexpr int EXIT_INTERRUPTED = 130;
 constexpr ImU32 DARK = IM_COL32(28, 30, 33, 200);
 constexpr ImU32 LIGHT = IM_COL32(255, 255, 255, 255);
-constexpr ImU32 ACCENT = IM_COL32(0, 97, 191, 255);
+const ImU32 ACCENT =
+    ImColor(static_cast<float>(zovhost::ACCENT_COLOUR[0]), static_cast<float>(zovhost::ACCENT_COLOUR[1]),
+            static_cast<float>(zovhost::ACCENT_COLOUR[2]));
 
 int CountFrames(const TourMove& move) {
   return static_cast<int>(std::lround(move.seconds * TourClock::FRAMES_PER_SECOND));
@@ -46,7 +49,8 @@ struct Place {
   int y = 0;
 };
 
-// The lowest of the pieces of the ring that can be hit: there a drag to the left turns it, whichever way is up.
+// The lowest of the pieces of the ring that can be hit: there a drag to the left turns it, whichever way is
+// up.
 bool FindOnRing(Korvane::Orientor& cube, Place& lowest) {
   bool found = false;
   for (int piece = Korvane::Orientor::COMPASS_RING_BEGIN; piece < Korvane::Orientor::PART_COUNT; ++piece) {

@@ -28,7 +28,6 @@ Viewport::Viewport(Surroundings around)
   manager.SetRenderer(&renderer);
   manager.SetHelmDisc(&disc);
   manager.SetOrientor(&cube);
-  cube.SetCompassFollowsPointer(true);
   manager.SetMovePointer([this](int x, int y) { surroundings.host.WarpPointer(x, y); });
 }
 

@@ -8,7 +8,11 @@ namespace Korvane {
 class Orientor;
 
 /// Is told what the user does with an orientation cube. Borrowed by the cube, which it must leave with
-/// Orientor::RemoveObserver before it goes. It may remove itself while it is being told.
+/// Orientor::RemoveObserver before it goes.
+///
+/// While it is being told it may begin and end operations and shots, add and remove observers, itself
+/// included, change the parameters, hide the cube, take its collaborators away, and take the cube away from
+/// the view manager. It must not destroy the cube or the hub.
 class ZOVTOOLS_API OrientorObserver {
  public:
   /// What a click or a drag was on. The same numbers name a part to be pressed from outside.

@@ -293,6 +293,7 @@ class ZOVTOOLS_API ViewManager {
   struct Event;
   struct Door;
   struct Drawing;
+  class CallOut;
 
   // Collaborators and life.
   void ChangeHelmDisc(HelmDisc* disc);
@@ -371,6 +372,7 @@ class ZOVTOOLS_API ViewManager {
   const std::wstring emptyTooltip;
   StringLoan navigationNote;         // of the navigation that goes on
   std::optional<int> leavingToolID;  // the one that is being told that it goes; 0: the disc
+  int callsOut = 0;                  // to widgets, that have not come back
   bool dismissingTool = false;       // the tools go
 };
 

@@ -5,12 +5,9 @@
 
 namespace Korvane {
 
-/// A whole number of pixels, cut toward zero and held to the range of int; 0 for a NaN.
-inline int ToPixels(double value) { return Truncate(value); }
-
 /// The row of a viewport pixel counted from the top, as operations take it, or back from there.
 inline int FlipRow(int viewportHeight, int y) {
-  return ToPixels(static_cast<double>(viewportHeight) - y - 1.0);
+  return Truncate(static_cast<double>(viewportHeight) - y - 1.0);
 }
 inline int FlipRow(const ApplicationParameters& parameters, int y) {
   return FlipRow(parameters.viewport_height, y);

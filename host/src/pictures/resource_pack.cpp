@@ -9,6 +9,7 @@
 #include "pictures/canvas.h"
 #include "pictures/embedded_files.h"
 #include "pictures/svg_painter.h"
+#include "zovhost/accent.h"
 
 namespace zovhost {
 
@@ -79,7 +80,7 @@ void DrawChecker(cairo_t* context, int size) {
     }
   }
   cairo_fill(context);
-  cairo_set_source_rgb(context, 0.0, 0.38, 0.75);
+  cairo_set_source_rgb(context, ACCENT_COLOUR[0], ACCENT_COLOUR[1], ACCENT_COLOUR[2]);
   cairo_set_line_width(context, 1.0);
   cairo_rectangle(context, 0.5, 0.5, size - 1, size - 1);
   cairo_stroke(context);
@@ -98,7 +99,7 @@ void DrawNumber(cairo_t* context, int number, double middle, double size) {
   cairo_set_line_width(context, size / 5.0);
   cairo_set_source_rgb(context, 1.0, 1.0, 1.0);
   cairo_stroke_preserve(context);
-  cairo_set_source_rgb(context, 0.0, 0.38, 0.75);
+  cairo_set_source_rgb(context, ACCENT_COLOUR[0], ACCENT_COLOUR[1], ACCENT_COLOUR[2]);
   cairo_fill(context);
 }
 

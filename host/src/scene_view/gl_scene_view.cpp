@@ -10,6 +10,7 @@
 #include "scene_view/ground_shadow.h"
 #include "scene_view/scene_buffers.h"
 #include "scene_view/scene_shaders.h"
+#include "zovhost/accent.h"
 #include "zovhost/gl_state_guard.h"
 
 namespace zovhost {
@@ -20,9 +21,14 @@ using Korvane::Vector3;
 namespace {
 
 constexpr std::array<float, 4> noHighlight = {0.0F, 0.0F, 0.0F, 0.0F};
-constexpr std::array<float, 4> highlightColour = {0.0F, 0.38F, 0.75F, 0.55F};
+constexpr std::array<float, 4> Accent(float opacity) {
+  return {static_cast<float>(ACCENT_COLOUR[0]), static_cast<float>(ACCENT_COLOUR[1]),
+          static_cast<float>(ACCENT_COLOUR[2]), opacity};
+}
+
+constexpr std::array<float, 4> highlightColour = Accent(0.55F);
 constexpr std::array<float, 4> edgeColour = {0.10F, 0.12F, 0.15F, 0.62F};
-constexpr std::array<float, 4> selectedEdgeColour = {0.0F, 0.38F, 0.75F, 1.0F};
+constexpr std::array<float, 4> selectedEdgeColour = Accent(1.0F);
 constexpr double edgeWidth = 1.1;          // points
 constexpr double selectedEdgeWidth = 2.2;  // points
 

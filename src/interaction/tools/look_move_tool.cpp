@@ -61,8 +61,8 @@ bool LookMoveTool::SetSlideKey(KeyID key, bool down) {
 void LookMoveTool::UpdateSlide() {
   if (cameraOperations == nullptr) return;
   const double step = speedFactor * PIXELS_AT_FULL_SPEED;
-  const int x = ToPixels((slideKeyA - slideKeyB) * step);
-  const int y = ToPixels((slideKeyC - slideKeyD) * step);
+  const int x = Truncate((slideKeyA - slideKeyB) * step);
+  const int y = Truncate((slideKeyC - slideKeyD) * step);
   cameraOperations->UpdateOperationParams(x, y, OPERATION_SLIDE);
 }
 

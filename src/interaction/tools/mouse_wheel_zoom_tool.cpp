@@ -31,9 +31,9 @@ bool MouseWheelZoomTool::OnMouseWheel(int x, int y, int delta) {
   if (!operating) return false;
   wheelTimer.Reset();
   wheelTimer.Start();
-  wheelTotal = ToPixels(static_cast<double>(wheelTotal) + delta);
+  wheelTotal = Truncate(static_cast<double>(wheelTotal) + delta);
   const int pixels = wheelTotal / DELTA_PER_PIXEL;
-  UpdateZoom(wheelAnchorX, ToPixels(static_cast<double>(wheelAnchorY) + pixels));
+  UpdateZoom(wheelAnchorX, Truncate(static_cast<double>(wheelAnchorY) + pixels));
   return true;
 }
 

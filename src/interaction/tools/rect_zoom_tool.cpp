@@ -87,8 +87,8 @@ void RectZoomTool::Abandon() {
 void RectZoomTool::ClampToViewport(int& x, int& y) const {
   if (rectMode != RECT_FROM_PRESS || cameraOperations == nullptr) return;
   const ApplicationParameters& parameters = cameraOperations->GetApplicationParameters();
-  x = ToPixels(Math::Clamp(x, 0.0, parameters.viewport_width));
-  y = ToPixels(Math::Clamp(y, 0.0, parameters.viewport_height));
+  x = Truncate(Math::Clamp(x, 0.0, parameters.viewport_width));
+  y = Truncate(Math::Clamp(y, 0.0, parameters.viewport_height));
 }
 
 bool RectZoomTool::BeginRectShot() {
@@ -133,13 +133,13 @@ Vector3 RectZoomTool::PickPivot(const CameraParameters& camera) {
   Steps(*this)
       .Then([&] {
         found = renderer != nullptr && renderer->QueryScreenRectRaySceneIntersection(
-                                           ToPixels(drawn.GetLeft()), ToPixels(drawn.GetBottom()),
-                                           ToPixels(drawn.GetRight()), ToPixels(drawn.GetTop()), point);
+                                           Truncate(drawn.GetLeft()), Truncate(drawn.GetBottom()),
+                                           Truncate(drawn.GetRight()), Truncate(drawn.GetTop()), point);
       })
       .Then([&] {
         if (found) return;
-        PickPoint(renderer, cameraOperations->GetApplicationParameters(), camera, ToPixels(centre.x),
-                  ToPixels(centre.y), point);
+        PickPoint(renderer, cameraOperations->GetApplicationParameters(), camera, Truncate(centre.x),
+                  Truncate(centre.y), point);
       });
   return point;
 }
@@ -215,11 +215,11 @@ void RectZoomTool::UpdateCrosshairSize() {
 
 int RectZoomTool::GetCrosshairDistance() const {
   if (rectMode != RECT_FROM_PRESS) {
-    return ToPixels(
+    return Truncate(
         Math::Min(std::abs(whiteRectangle.GetRight() - startX), std::abs(whiteRectangle.GetTop() - startY)));
   }
   const Vector2 centre = whiteRectangle.GetCentre();
-  return ToPixels(
+  return Truncate(
       Math::Min(std::abs(startX - std::trunc(centre.x)), std::abs(startY - std::trunc(centre.y))));
 }
 

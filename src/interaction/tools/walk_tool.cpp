@@ -61,8 +61,8 @@ void WalkTool::BeginWalk(Steps& steps) {
       .Then([&] {
         walking = true;
         const ApplicationParameters& parameters = cameraOperations->GetApplicationParameters();
-        startX = ToPixels(parameters.viewport_width * START_X);
-        startY = ToPixels(parameters.viewport_height * START_Y);
+        startX = Truncate(parameters.viewport_width * START_X);
+        startY = Truncate(parameters.viewport_height * START_Y);
         if (renderer != nullptr) renderer->SetCursorPosition(startX, startY);
       })
       .BeginOperation(OPERATION_FLY, startX, startY)

@@ -24,7 +24,7 @@ constexpr Toolbar::Position LINKED_POSITIONS[] = {
 };
 
 // The parameters of the cube hold floats, and so the products are.
-int ScaledUp(int size, float factor) { return ToPixels(std::ceil(static_cast<float>(size) * factor)); }
+int ScaledUp(int size, float factor) { return Truncate(std::ceil(static_cast<float>(size) * factor)); }
 
 double WidthBeside(const ViewArea& area, int width) { return static_cast<double>(area.size.width) - width; }
 
@@ -58,12 +58,12 @@ bool IsRibbonInTheWay(const ViewArea& area, double width) {
 int GetCubeOffset(const ViewArea& area, const CornerStrip& strip, const OrientorParameters& cube,
                   int cubeSize) {
   if (!IsAtTop(cube.screen_location)) return 0;
-  const int cubeWidth = cube.draw_compass ? ToPixels(cubeSize * COMPASS_WIDTH) : cubeSize;
+  const int cubeWidth = cube.draw_compass ? Truncate(cubeSize * COMPASS_WIDTH) : cubeSize;
   if (IsUnderRibbon(area, cube.screen_location, cubeWidth))
-    return ToPixels(-static_cast<double>(area.ribbon.height));
+    return Truncate(-static_cast<double>(area.ribbon.height));
   const bool isStripInTheWay =
       strip.exists && (IsAtRight(cube.screen_location) || WidthBeside(area, strip.size.width) < cubeWidth);
-  return isStripInTheWay ? ToPixels(-static_cast<double>(strip.size.height)) : 0;
+  return isStripInTheWay ? Truncate(-static_cast<double>(strip.size.height)) : 0;
 }
 
 Box2 GetCubeBounds(const ViewArea& area, Location location, const PixelSize& room) {
@@ -89,15 +89,15 @@ std::optional<Toolbar::Position> GetLinkedPosition(Location location) {
 LinkedBarPlace PlaceLinkedBar(const ViewArea& area, Location location, int roomHeight, double cubeOffset,
                               double barWidth) {
   const double room = static_cast<double>(area.size.height) - roomHeight - LINKED_BAR_GAP;
-  if (IsAtTop(location)) return {roomHeight - cubeOffset, ToPixels(room + cubeOffset)};
+  if (IsAtTop(location)) return {roomHeight - cubeOffset, Truncate(room + cubeOffset)};
   const int covered = IsUnderRibbon(area, location, barWidth) ? area.ribbon.height : 0;
-  return {roomHeight + cubeOffset, ToPixels(Math::Max(0.0, room - covered))};
+  return {roomHeight + cubeOffset, Truncate(Math::Max(0.0, room - covered))};
 }
 
 int GetHeightAboveCube(const OrientorParameters& cube, int cubeSize) {
   if (cube.draw_ucs_menu) {
     const float factor = cube.draw_compass ? cube.overlay_ucs_offset_compass_y : cube.overlay_ucs_offset_y;
-    return ToPixels(static_cast<double>(ScaledUp(cubeSize, factor)) + WELCOME_ABOVE_UCS_MENU);
+    return Truncate(static_cast<double>(ScaledUp(cubeSize, factor)) + WELCOME_ABOVE_UCS_MENU);
   }
   return cube.draw_compass ? ScaledUp(cubeSize, cube.view_scale_compass) : cubeSize;
 }
@@ -106,9 +106,9 @@ PanelPlace PlacePanel(const ViewArea& area, const OrientorParameters* cube, int 
   PanelPlace place{0, barHeight, area.size};
   if (cube == nullptr) return place;
   const double width = std::ceil(cubeSize * (cube->draw_compass ? COMPASS_STORYBOARD_WIDTH : 1.0));
-  if (cube->screen_location == OrientorParameters::LOCATION_BOTTOM_LEFT) place.x = ToPixels(width);
+  if (cube->screen_location == OrientorParameters::LOCATION_BOTTOM_LEFT) place.x = Truncate(width);
   if (cube->screen_location == OrientorParameters::LOCATION_BOTTOM_RIGHT) {
-    place.viewport.width = ToPixels(area.size.width - width);
+    place.viewport.width = Truncate(area.size.width - width);
   }
   return place;
 }

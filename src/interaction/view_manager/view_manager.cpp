@@ -3,6 +3,7 @@
 #include "korvane/view_manager.h"
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 #include "camera/host_camera.h"
@@ -31,6 +32,7 @@ void ChangeSubject(std::unique_ptr<Observer>& observer, Subject*& subject, Subje
 ViewManager::ViewManager() = default;
 
 ViewManager::~ViewManager() {
+  assert(callsOut == 0 && "deleted within a call of its widgets");
   DropMouseNavigation();
   ViewManager::RemoveAllTools();
   ReleaseShotObserver();

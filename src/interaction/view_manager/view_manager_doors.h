@@ -47,10 +47,23 @@ struct ViewManager::Drawing {
   CleanScreen cleanScreen = CleanScreen::Stays;
 };
 
+/// While widgets are called; what must not happen in their calls asserts that none is.
+class ViewManager::CallOut {
+ public:
+  explicit CallOut(ViewManager& owner) : callsOut(owner.callsOut) { ++callsOut; }
+  CallOut(const CallOut&) = delete;
+  CallOut& operator=(const CallOut&) = delete;
+  ~CallOut() { --callsOut; }
+
+ private:
+  int& callsOut;
+};
+
 struct ViewManager::Doors {
   /// Up to the first who takes the event.
   template <std::size_t COUNT>
   static bool Offer(ViewManager& owner, const Door (&doors)[COUNT], Event& event) {
+    const CallOut calling(owner);
     for (const Door& door : doors) {
       if (owner.cleanScreen && door.cleanScreen == CleanScreen::Hides) continue;
       if (door.offer(owner, event)) return true;

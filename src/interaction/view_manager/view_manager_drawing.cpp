@@ -24,6 +24,7 @@ void ViewManager::OnDrawOverlay() {
       {[](ViewManager& owner) { owner.toolbars.Notify([](Toolbar& toolbar) { toolbar.Draw(); }); }},
       {D::Do<&ViewManager::cam3DController, &Cam3DController::Draw>},
   };
+  const CallOut calling(*this);
   const Borrowed<Renderer> queuing(renderer);  // may be taken away, or changed, within the frame
   if (renderer != nullptr) renderer->QueueSetCursorID(true);
   for (const Drawing& widget : WIDGETS) {

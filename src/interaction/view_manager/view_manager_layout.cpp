@@ -11,8 +11,8 @@ constexpr int STORYBOARD_ITEM = 13;  // the bar's button of the storyboard
 constexpr int BAR_BESIDE_CUBE = 10;  // room above or below the cube for a bar on an edge
 constexpr int WELCOME_ABOVE_STORYBOARD = 300;
 
-int Width(const Toolbar& toolbar) { return ToPixels(2.0 * toolbar.GetToolbarBounds().extentX.GetValue()); }
-int Height(const Toolbar& toolbar) { return ToPixels(2.0 * toolbar.GetToolbarBounds().extentY.GetValue()); }
+int Width(const Toolbar& toolbar) { return Truncate(2.0 * toolbar.GetToolbarBounds().extentX.GetValue()); }
+int Height(const Toolbar& toolbar) { return Truncate(2.0 * toolbar.GetToolbarBounds().extentY.GetValue()); }
 
 Toolbar* ToolbarOf(const NavigationBar* bar) { return bar != nullptr ? bar->GetToolbar() : nullptr; }
 

@@ -1,4 +1,5 @@
 // Create and Destroy: who is created, gets what, and gives it back, in what order.
+#include <cassert>
 #include <initializer_list>
 #include <utility>
 
@@ -11,6 +12,7 @@ namespace Korvane {
 
 bool ViewManager::Create() {
   using D = Doors;
+  assert(callsOut == 0 && "created within a call of its widgets");
   if (cameraOperations == nullptr || renderer == nullptr || !renderer->Create()) return false;
   static constexpr bool (*WIDGETS[])(ViewManager&) = {
       [](ViewManager& owner) { return owner.CreatePivotBall(); },
@@ -56,6 +58,7 @@ bool ViewManager::CreateToolbars() {
 
 bool ViewManager::Destroy() {
   using D = Doors;
+  assert(callsOut == 0 && "destroyed within a call of its widgets");
   bool result = DestroyToolbars();
   DismissActiveTool();
   wantCursorWrapping = false;

@@ -178,15 +178,15 @@ void ViewManager::SaveHelmDiscPosition() {
   TrackMenu* const menu = helmDisc != nullptr ? helmDisc->GetActiveTrackMenu() : nullptr;
   const Icon2D* const icon = menu != nullptr ? menu->GetActiveRegion().icon : nullptr;
   if (icon == nullptr) return;
-  navigation.discOffsetX = ToPixels(icon->GetPosition().x - mouse.x);
-  navigation.discOffsetY = ToPixels(icon->GetPosition().y - mouse.y);
+  navigation.discOffsetX = Truncate(icon->GetPosition().x - mouse.x);
+  navigation.discOffsetY = Truncate(icon->GetPosition().y - mouse.y);
 }
 
 void ViewManager::RestoreHelmDiscPosition() {
   TrackMenu* const menu = helmDisc != nullptr ? helmDisc->GetActiveTrackMenu() : nullptr;
   if (menu == nullptr) return;
-  menu->OnMouseMove(ToPixels(static_cast<double>(mouse.x) + navigation.discOffsetX),
-                    ToPixels(static_cast<double>(mouse.y) + navigation.discOffsetY));
+  menu->OnMouseMove(Truncate(static_cast<double>(mouse.x) + navigation.discOffsetX),
+                    Truncate(static_cast<double>(mouse.y) + navigation.discOffsetY));
 }
 
 }  // namespace Korvane

@@ -326,14 +326,16 @@ void ViewManager::CancelGesture() {
 void ViewManager::CancelToolGesture() {
   Tool* const tool = activeTool;
   if (tool == nullptr) return;
+  const Lifeline::Watch alive(tool->GetLifeline());
+  const auto isChosen = [&] { return alive && activeTool == tool; };
   if (tool->IsOperating()) {
     tool->OnKeyDown(KEY_ESCAPE);
-    if (activeTool == tool) tool->OnKeyUp(KEY_ESCAPE);
+    if (isChosen()) tool->OnKeyUp(KEY_ESCAPE);
   }
   const std::uint64_t before = cameraOperations != nullptr ? cameraOperations->GetShotNumber() : 0;
-  if (activeTool == tool && tool->IsOperating()) {
+  if (isChosen() && tool->IsOperating()) {
     tool->EndGesture(mouse.x, mouse.y);
-  } else if (activeTool == tool && mouse.leftClickOpen) {
+  } else if (isChosen() && mouse.leftClickOpen) {
     tool->OnMouseUp(mouse.x, mouse.y);
   }
   if (cameraOperations != nullptr && cameraOperations->GetShotNumber() != before) cameraOperations->EndShot();

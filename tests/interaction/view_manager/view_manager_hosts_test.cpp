@@ -637,4 +637,22 @@ TEST_F(HostsTest, a_wheel_tool_does_not_outlive_destroy) {
   ExpectAtRest();
 }
 
+#ifndef NDEBUG
+TEST(ViewManagerDeathTest, its_end_within_a_call_of_a_widget_is_asserted) {
+  struct Deleting : Tool {
+    bool OnMouseDown(int /*x*/, int /*y*/) override {
+      (*view)->Destroy();
+      return true;
+    }
+    std::unique_ptr<ViewManager>* view = nullptr;
+  };
+  auto view = std::make_unique<ViewManager>();
+  auto* const tool = new Deleting;
+  tool->view = &view;
+  view->AddTool(1, tool);
+  view->SetActiveTool(1);
+  EXPECT_DEATH(view->OnLeftMouseDown(1, 1), "destroyed within");
+}
+#endif
+
 }  // namespace
