@@ -31,6 +31,10 @@ class ZOVTOOLS_API CenterTool : public Tool {
   /// it.
   virtual void UpdatePivotPosition(int x, int y);
 
+  /// A release whose press went elsewhere moves the pivot and shows the ball there, as a press does. On, the
+  /// ball is hidden again; off at first.
+  void SetHideBallAtStrayRelease(bool on) { hidesStrayBall = on; }
+
   /// Stands in for the hint of an active tool where there is none. The renderer owns it.
   void SetOffModelHUD(DynamicIcon2D* icon) { offModelHUD = icon; }
 
@@ -49,6 +53,7 @@ class ZOVTOOLS_API CenterTool : public Tool {
 
   bool active = false;
   bool onModel = false;
+  bool hidesStrayBall = false;
   BorrowedPivot savedPivot;  // during a gesture
   StringID pivotLabel;
   DynamicIcon2D* offModelHUD = nullptr;

@@ -34,7 +34,7 @@ class ZOVTOOLS_API LookAtTool : public Tool {
 
  private:
   void GiveUp();
-  bool BeginLookAt(const Vector3& point, const Vector3& normal, Renderer* opened);
+  bool BeginLookAt(CameraParameters& camera, const Vector3& point, const Vector3& normal, Renderer* opened);
   double GetClearDistance(const CameraParameters& camera, const Vector3& point, const Vector3& normal) const;
   void EndLookAt();
   Renderer* TakeMouseover();

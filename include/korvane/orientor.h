@@ -211,7 +211,7 @@ class ZOVTOOLS_API Orientor {
   void RollView();
   template <class ShotParameters>
   void BeginTransition(CameraOperations& hub, const ShotParameters& shot);
-  void EndMove();
+  void LeaveMove();
 
   OrientorParameters parameters;
   std::unique_ptr<OrientorParts> parts;

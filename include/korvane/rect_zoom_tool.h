@@ -25,6 +25,10 @@ class ZOVTOOLS_API RectZoomTool : public ZoomTool {
   bool OnKeyDown(KeyID key) override;
   bool OnKeyUp(KeyID key) override;
 
+  /// Off, as at first, the flight goes as far to the other side as the rectangle's point lies beside the
+  /// middle of the view, which hosts may have come to count on; on, it goes to the point.
+  void SetFlyToRectangle(bool on) { fliesToRectangle = on; }
+
  private:
   static constexpr int COORDINATES = 3;  // a vertex; z is 0
   // Left top, right top, right bottom, left bottom; viewport pixels.
@@ -70,6 +74,7 @@ class ZOVTOOLS_API RectZoomTool : public ZoomTool {
   int startX = 0;
   int startY = 0;
   int rectMode = RECT_FROM_PRESS;
+  bool fliesToRectangle = false;
   int crosshairSize = 10;
   Line whiteLines[2];  // vertical, horizontal
   Line blackLines[2];

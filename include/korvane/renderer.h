@@ -179,11 +179,15 @@ class ZOVTOOLS_API Renderer {
   void QueueSetCursorID(bool open);
   /// Closes the queue and forgets what was asked for.
   void DropCursorQueue();
-  /// Where several views share a renderer: the pointer is in this one, which is told from the others by its
-  /// address and never called. The frames of the others change no cursor until the mouse comes to them. Null,
-  /// as at first: every view's frame may. A view manager says it with each event of the mouse.
-  void SetPointerView(const void* view) { pointerView = view; }
-  bool MayHavePointer(const void* view) const { return pointerView == nullptr || pointerView == view; }
+  /// Where several views share a renderer: the pointer is in the one that lives this life. The frames of the
+  /// others change no cursor until the mouse comes to them. As at first, and when that view is gone, every
+  /// view's frame may. A view manager says it with each event of the mouse.
+  void SetPointerView(Lifeline& view) {
+    if (pointerView == &view && pointerStays) return;
+    pointerView = &view;
+    pointerStays.Attach(view);
+  }
+  bool MayHavePointer(const Lifeline& view) const { return !pointerStays || pointerView == &view; }
 
  private:
   using CreateIcon = DynamicIcon2D* (Renderer::*)(const wchar_t*);
@@ -226,7 +230,8 @@ class ZOVTOOLS_API Renderer {
   CursorID currentCursor = CURSOR_ARROW;
   bool cursorQueueOpen = false;
   CursorID queuedCursor = CURSOR_NONE;
-  const void* pointerView = nullptr;
+  const Lifeline* pointerView = nullptr;  // only compared
+  Lifeline::Watch pointerStays;
   std::map<TextureID, std::uint64_t> textureUsage;
   std::map<TextureID, bool> textureLoaded;
   std::map<StringID, DynamicIcon2D*> stringTextures;

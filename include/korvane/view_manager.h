@@ -297,12 +297,11 @@ class ZOVTOOLS_API ViewManager {
 
   // Collaborators and life.
   void ChangeHelmDisc(HelmDisc* disc);
-  void CloseOpenRecord();
+  void CloseOpenRecord(ViewManagerRewindShotObserver* observer) const;
   void HandHistoryOn();
   void DropMouseNavigation();
   void CloseToolGesture();
   bool IsWiredAsNow(const Tool& tool) const;
-  void EndWatchedShot();
   void ReleaseShotObserver();
   std::unique_ptr<PivotBall> TakePivotBallBack();
   bool CreatePivotBall();
@@ -372,6 +371,7 @@ class ZOVTOOLS_API ViewManager {
   const std::wstring emptyTooltip;
   StringLoan navigationNote;         // of the navigation that goes on
   std::optional<int> leavingToolID;  // the one that is being told that it goes; 0: the disc
+  Lifeline pointerLife;              // of this view as one that the pointer can be in
   int callsOut = 0;                  // to widgets, that have not come back
   bool dismissingTool = false;       // the tools go
 };

@@ -49,7 +49,7 @@ void CubeDrag::Begin(int x, int y, int height, OrientorObserver::OrientorPart pa
   if (goesOn) hub.EndShot();
   if (goesOn) BeginOrbit(hub, x, y, height, compass);
   if (goesOn) ApplyOrbitStart(hub);
-  if (goesOn) record.Begin(partners.history, hub.GetCameraParameters());
+  if (goesOn) record.Begin(partners.history.Get(), hub.GetCameraParameters());
 }
 
 // What comes back is the multiplier of before, narrowed to a float.

@@ -18,7 +18,7 @@ class CubeDrag {
   /// With whom it works. The host may exchange these at any time.
   struct Partners {
     Borrowed<CameraOperations> hub;
-    RewindHistory* history = nullptr;
+    Borrowed<RewindHistory> history;
     ObserverSet<OrientorObserver> observers;
   };
 

@@ -29,10 +29,7 @@ void Orientor::SetKorvane(CameraOperations* hub) {
   if (hub != nullptr && hub == parts->partners.hub.Get()) return;
   const OrientorParts::Closing closing(*parts);
   EndGesture();
-  if (parts->transitionObserver.IsWatching()) {
-    parts->transitionObserver.Drop();
-    OnTransitionEnded();
-  }
+  LeaveMove();
   parts->partners.hub.Set(hub);
 }
 
@@ -40,7 +37,7 @@ void Orientor::SetRenderer(Renderer* value) {
   if (value != parts->renderer) parts->label.ForsakeMaking();
   parts->renderer = value;
 }
-void Orientor::SetRewindHistory(RewindHistory* history) { parts->partners.history = history; }
+void Orientor::SetRewindHistory(RewindHistory* history) { parts->partners.history.Set(history); }
 
 bool Orientor::Create() {
   if (parts->renderer == nullptr) return false;
@@ -59,7 +56,7 @@ bool Orientor::Destroy() {
   {
     const OrientorParts::Closing closing(*parts);
     EndGesture();
-    EndMove();
+    LeaveMove();
   }
   if (parts->renderer == nullptr) return false;
   Renderer& renderer = *parts->renderer;

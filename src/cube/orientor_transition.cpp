@@ -118,14 +118,17 @@ void Orientor::BeginTransition(CameraOperations& hub, const ShotParameters& shot
   OnTransitionStarted();
 }
 
-void Orientor::EndMove() {
-  CameraOperations* const hub = parts->partners.hub.Get();
-  if (parts->transitionObserver.IsWatching() && hub != nullptr) hub->EndShot();
+// The move goes on without the cube; its record ends here.
+void Orientor::LeaveMove() {
+  if (!parts->transitionObserver.IsWatching()) return;
+  parts->transitionObserver.Drop();
+  OnTransitionEnded();
 }
 
 void Orientor::OnTransitionStarted() {
   const CameraOperations* const hub = parts->partners.hub.Get();
-  if (hub != nullptr) parts->transitionRecord.Begin(parts->partners.history, hub->GetCameraParameters());
+  if (hub != nullptr)
+    parts->transitionRecord.Begin(parts->partners.history.Get(), hub->GetCameraParameters());
 }
 
 void Orientor::OnTransitionEnded() {

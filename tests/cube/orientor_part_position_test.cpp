@@ -28,8 +28,8 @@ class PartPosition : public ::testing::Test {
 
 TEST_F(PartPosition, every_piece_of_the_compass_is_found_from_above_at_every_size_and_roll) {
   scene.Parameters().draw_compass = true;
-  for (const OrientorParameters::Size size : {OrientorParameters::SIZE_TINY, OrientorParameters::SIZE_SMALL,
-                                              OrientorParameters::SIZE_NORMAL}) {
+  for (const OrientorParameters::Size size :
+       {OrientorParameters::SIZE_TINY, OrientorParameters::SIZE_SMALL, OrientorParameters::SIZE_NORMAL}) {
     scene.Parameters().size = size;
     for (int degrees = 0; degrees < 360; degrees += 15) {
       const double angle = degrees * Math::DEG_TO_RAD;

@@ -83,7 +83,9 @@ HouseView::HouseView(bool orthographic) : hub(MakeCamera(orthographic)) {
   manager->AddTool(ORBIT, new Korvane::OrbitTool);
   manager->AddTool(PAN, new Korvane::PanTool);
   manager->AddTool(ZOOM, new Korvane::ZoomTool);
-  manager->AddTool(RECT_ZOOM, new Korvane::RectZoomTool);
+  auto* const rectangle = new Korvane::RectZoomTool;
+  rectangle->SetFlyToRectangle(true);
+  manager->AddTool(RECT_ZOOM, rectangle);
   manager->AddTool(LOOK, new Korvane::LookTool);
   manager->AddTool(LOOK_MOVE, new Korvane::LookMoveTool);
   manager->AddTool(LOOK_AT, new Korvane::LookAtTool);

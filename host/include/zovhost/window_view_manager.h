@@ -32,6 +32,8 @@ class WindowViewManager : public Korvane::ViewManager {
   void SetViewportSize(int width, int height) override;
   /// Lets the compass of the cube follow the pointer in every view.
   void SetOrientor(Korvane::Orientor* cube) override;
+  /// Lets a drawn rectangle be flown to, and no mark of a pivot stay after a release that was another's.
+  bool AddTool(int id, Korvane::Tool* tool) override;
 
   /// An event of the window, in pixels of the viewport. True when it was used.
   bool OnEvent(const WindowEvent& event);

@@ -5,7 +5,9 @@
 #include <optional>
 
 #include "korvane/camera_operations.h"
+#include "korvane/center_tool.h"
 #include "korvane/orientor.h"
+#include "korvane/rect_zoom_tool.h"
 #include "korvane/storyboard.h"
 #include "korvane/tool.h"
 
@@ -26,6 +28,12 @@ void WindowViewManager::SetViewportSize(int width, int height) {
 void WindowViewManager::SetOrientor(Korvane::Orientor* cube) {
   ViewManager::SetOrientor(cube);
   if (cube != nullptr) cube->SetCompassFollowsPointer(true);
+}
+
+bool WindowViewManager::AddTool(int id, Korvane::Tool* tool) {
+  if (auto* const rectangle = dynamic_cast<Korvane::RectZoomTool*>(tool)) rectangle->SetFlyToRectangle(true);
+  if (auto* const center = dynamic_cast<Korvane::CenterTool*>(tool)) center->SetHideBallAtStrayRelease(true);
+  return ViewManager::AddTool(id, tool);
 }
 
 bool WindowViewManager::WantMiddleMouseNavigation() const {

@@ -75,8 +75,9 @@ void CenterTool::UpdatePivotPosition(int x, int y) {
 
 bool CenterTool::OnMouseDown(int x, int y) {
   NotePress(x, y);
+  if (cameraOperations == nullptr) return false;
   if (animating) return true;
-  if (cameraOperations == nullptr || IsClosing()) return false;
+  if (IsClosing()) return false;
   if (!operating) savedPivot = {};  // else a release went missing
   CameraParameters camera;
   Opening opening(*this);
@@ -94,16 +95,18 @@ bool CenterTool::OnMouseMove(int x, int y) {
 
 bool CenterTool::OnMouseUp(int x, int y) {
   NoteRelease(x, y);
-  if (animating || IsClosing()) return true;
+  if (cameraOperations != nullptr && (animating || IsClosing())) return true;
   const bool pressed = operating;
+  const bool hidesBall = pressed || hidesStrayBall;
   const BorrowedPivot pivot = std::exchange(savedPivot, {});
   Closing closing(*this);
   if (cameraOperations == nullptr) return false;
   Steps steps(*this);
   steps.Then([&] { UpdatePivotPosition(x, y); });
-  closing.HidePivotBall();
+  if (hidesBall) closing.HidePivotBall();
+  if (!pressed) return true;
   // Whatever keeps the camera from flying, it has its old pivot then.
-  if (pressed && !(closing && EndPress(closing))) closing.RestorePivot(pivot).EndRecord();
+  if (!(closing && EndPress(closing))) closing.RestorePivot(pivot).EndRecord();
   if (closing) onModel = false;
   steps.Then([&] { cameraOperations->RequestApplicationUpdate(); });
   return true;

@@ -85,12 +85,15 @@ bool LookAtTool::OnMouseUp(int x, int y) {
   Renderer* const opened = TakeMouseover();
   Closing closing(*this);
   Steps steps(*this);
+  CameraParameters camera;
   Vector3 point;
   Vector3 normal;
-  const bool found =
-      wired && opened != nullptr && opened->GetMouseoverComponent(PixelAt(x, y), point, normal);
+  bool found = false;
   bool flies = false;
-  if (found) steps.Then([&] { flies = BeginLookAt(point, normal, opened); });
+  steps.Query(camera).Then([&] {
+    found = wired && opened != nullptr && opened->GetMouseoverComponent(PixelAt(x, y), point, normal);
+  });
+  if (found) steps.Then([&] { flies = BeginLookAt(camera, point, normal, opened); });
   if (flies) return true;
   if (found) closing.HidePivotBall();
   EndMouseover(opened);
@@ -99,12 +102,11 @@ bool LookAtTool::OnMouseUp(int x, int y) {
 
 // False when the host has taken the hub away or destroyed the tool before the shot. The mouse-over stays open
 // during the flight.
-bool LookAtTool::BeginLookAt(const Vector3& point, const Vector3& normal, Renderer* opened) {
+bool LookAtTool::BeginLookAt(CameraParameters& camera, const Vector3& point, const Vector3& normal,
+                             Renderer* opened) {
   bool flies = false;
-  CameraParameters camera;
   LookAtShotParameters shot;
-  Steps steps(*this);
-  steps.Query(camera)
+  Steps(*this)
       .Then([&] {
         const bool fromBehind = (point - camera.eye).Dot(normal) > 0.0;
         shot.direction = backfaceViewing && fromBehind ? -normal : normal;

@@ -111,14 +111,15 @@ ZoomRectShotParameters RectZoomTool::MakeRectShot(const CameraParameters& camera
   const ApplicationParameters& parameters = cameraOperations->GetApplicationParameters();
   const Vector3 direction = ViewDirection(camera);
   const Vector3 up = camera.up.Normalized();
-  const Vector3 right = direction.Cross(up).Normalize();
+  const Vector3 left = up.Cross(direction).Normalize();
+  const Vector3 sideways = fliesToRectangle ? -left : left;
   const Vector3 toPivot = camera.pivot - camera.eye;
   // The side of the rectangle that meets the edges of the viewport first.
   const double scale = Math::Min(parameters.viewport_width / whiteRectangle.GetWidth(),
                                  parameters.viewport_height / whiteRectangle.GetHeight());
   ZoomRectShotParameters shot;
   shot.duration = FLIGHT_DURATION;
-  shot.sidewaysOffset = toPivot.Dot(right);
+  shot.sidewaysOffset = toPivot.Dot(sideways);
   shot.upwardOffset = toPivot.Dot(up);
   shot.forwardOffset = toPivot.Dot(direction) * (1.0 - 1.0 / scale);
   return shot;

@@ -46,7 +46,7 @@ ViewManager::~ViewManager() {
 // ---- collaborators ----
 
 void ViewManager::SetKorvane(CameraOperations* hub) {
-  if (hub != cameraOperations) EndWatchedShot();
+  if (hub != cameraOperations) CloseOpenRecord(rewindShotObserver.get());
   cameraOperations = hub;
 }
 
@@ -57,19 +57,20 @@ void ViewManager::SetNavigationBar(NavigationBar* bar) { navigationBar = bar; }
 // A gesture whose tool goes with the disc is closed while it still can be.
 void ViewManager::SetHelmDisc(HelmDisc* disc) {
   EndMiddleMouseNavigation();
+  const bool historyChanges = disc != helmDisc && helmDisc != nullptr;
   ChangeHelmDisc(disc);
+  if (historyChanges) HandHistoryOn();
 }
 
 void ViewManager::ChangeHelmDisc(HelmDisc* disc) {
   const bool historyGoes = helmDisc != nullptr && helmDisc != disc;
-  if (historyGoes) CloseOpenRecord();
+  if (historyGoes) CloseOpenRecord(rewindShotObserver.get());
   if (historyGoes) Doors::TakeBall<&ViewManager::helmDisc>(*this);
   while (navigation.orbitTool != nullptr) DropMouseNavigation();
   ChangeSubject(helmDiscObserver, helmDisc, disc, this);
   navigation.orbitTool = disc != nullptr ? std::make_unique<OrbitTool>() : nullptr;
   navigation.panTool = disc != nullptr ? std::make_unique<PanTool>() : nullptr;
   navigation.zoomTool = disc != nullptr ? std::make_unique<MouseWheelZoomTool>() : nullptr;
-  if (historyGoes) HandHistoryOn();
 }
 
 void ViewManager::SetStoryboard(Storyboard* panel) {
@@ -78,11 +79,15 @@ void ViewManager::SetStoryboard(Storyboard* panel) {
 
 void ViewManager::SetOrientor(Orientor* cube) { ChangeSubject(orientorObserver, orientor, cube, this); }
 
-// Of a shot that will outlast the history; a tool closes its own when it is given another.
-void ViewManager::CloseOpenRecord() {
-  const bool watching = rewindShotObserver != nullptr && rewindShotObserver->IsWatching();
-  if (watching && cameraOperations != nullptr)
-    rewindShotObserver->CloseRecord(QueryCamera(*cameraOperations));
+// Of a shot that will outlast the history, or be watched no more; a tool closes its own when it is given
+// another.
+void ViewManager::CloseOpenRecord(ViewManagerRewindShotObserver* observer) const {
+  if (observer == nullptr || !observer->IsWatching() || cameraOperations == nullptr) return;
+  const Lifeline::Watch alive(observer->GetLifeline());
+  const CameraParameters camera = QueryCamera(*cameraOperations);
+  if (!alive) return;
+  observer->Drop();
+  observer->CloseRecord(camera);
 }
 
 // Nobody keeps a history whose disc may be gone.
@@ -127,7 +132,7 @@ Tool* ViewManager::RemoveTool(int id) {
   if (id == activeToolID || entry == tools.end()) return nullptr;
   Tool* const tool = entry->second.release();
   tools.erase(entry);
-  tool->SetPivotBall(nullptr);
+  Doors::Give<Doors::NoPivot>(*this, *tool);
   return tool;
 }
 

@@ -239,10 +239,11 @@ struct ViewManager::Doors {
       widget.SetPivotBall(owner.pivotBall.get());
     }
   };
+  /// Who has a ball of its own keeps it.
   struct NoPivot {
     template <class Widget>
-    static void HandOn(const ViewManager& /*owner*/, Widget& widget) {
-      widget.SetPivotBall(nullptr);
+    static void HandOn(const ViewManager& owner, Widget& widget) {
+      if (widget.GetPivotBall() == owner.pivotBall.get()) widget.SetPivotBall(nullptr);
     }
   };
 

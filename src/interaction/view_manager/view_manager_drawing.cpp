@@ -35,7 +35,7 @@ void ViewManager::OnDrawOverlay() {
 
 // The view that the pointer is in says its shape, not the one that is drawn last.
 void ViewManager::CloseCursorQueue(Renderer& pictures) const {
-  if (pictures.MayHavePointer(this)) {
+  if (pictures.MayHavePointer(pointerLife)) {
     pictures.QueueSetCursorID(false);
   } else {
     pictures.DropCursorQueue();

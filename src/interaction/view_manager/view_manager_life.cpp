@@ -73,6 +73,7 @@ bool ViewManager::Destroy() {
       D::Destroy<&ViewManager::cam3DController>,
   };
   for (const auto destroy : WIDGETS) result = destroy(*this) && result;
+  pointerLife.Cut();
   return result;
 }
 
@@ -119,17 +120,10 @@ bool ViewManager::IsWiredAsNow(const Tool& tool) const {
          tool.GetRenderer() == renderer && tool.GetRewindHistory() == GetRewindHistory();
 }
 
-// The shot ends here, and with it the record.
-void ViewManager::EndWatchedShot() {
-  const bool watching = rewindShotObserver != nullptr && rewindShotObserver->IsWatching();
-  if (watching && cameraOperations != nullptr) cameraOperations->EndShot();
-}
-
-// A move that is begun while the watched one ends is nobody's.
+// A move that still runs goes on unwatched; its record ends here.
 void ViewManager::ReleaseShotObserver() {
-  const std::unique_ptr<ViewManagerRewindShotObserver> observer = std::move(rewindShotObserver);
-  const bool watching = observer != nullptr && observer->IsWatching();
-  if (watching && cameraOperations != nullptr) cameraOperations->EndShot();
+  const std::unique_ptr<ViewManagerRewindShotObserver> leaving = std::move(rewindShotObserver);
+  CloseOpenRecord(leaving.get());
 }
 
 // Takes the ball away from all who share it, and hands it over.

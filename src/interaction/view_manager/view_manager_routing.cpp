@@ -86,7 +86,7 @@ const std::wstring& ViewManager::GetTooltip() const {
 void ViewManager::StoreMousePosition(int x, int y) {
   mouse.x = x;
   mouse.y = y;
-  if (renderer != nullptr) renderer->SetPointerView(this);
+  if (renderer != nullptr) renderer->SetPointerView(pointerLife);
 }
 
 void ViewManager::EnableCam3DController(bool enabled) {

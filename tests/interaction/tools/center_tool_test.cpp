@@ -151,12 +151,20 @@ TEST_F(CenterToolTest, while_the_shot_runs_a_press_starts_nothing) {
   EXPECT_EQ(bench.hub.shotsBegun, 1);
 }
 
-TEST_F(CenterToolTest, a_release_whose_press_was_swallowed_flies_nowhere_and_leaves_no_ball) {
+TEST_F(CenterToolTest, a_release_whose_press_was_swallowed_flies_nowhere_and_leaves_the_ball) {
   SetHit({2, 0, 5});
   EXPECT_TRUE(tool.OnMouseUp(100, 200));
   EXPECT_EQ(bench.hub.shotsBegun, 0);
-  EXPECT_FALSE(bench.ball.IsVisible());
+  EXPECT_TRUE(bench.ball.IsVisible());
+  EXPECT_EQ(bench.hub.view.pivot, Vector3(2, 0, 5));
   EXPECT_TRUE(bench.history.Has(0, 0));
+}
+
+TEST_F(CenterToolTest, the_ball_of_such_a_release_goes_on_request) {
+  SetHit({2, 0, 5});
+  tool.SetHideBallAtStrayRelease(true);
+  EXPECT_TRUE(tool.OnMouseUp(100, 200));
+  EXPECT_FALSE(bench.ball.IsVisible());
 }
 
 TEST_F(CenterToolTest, a_press_whose_release_went_missing_does_not_cost_the_old_pivot) {

@@ -308,7 +308,18 @@ TEST_F(RectTest, a_release_asks_for_a_point_in_the_rectangle_first_and_then_unde
   EXPECT_NEAR(asked.y, (201 / 384.0 - 1.0) * 10.0, 1e-12);
 }
 
+// Toward (3, 2, 4) from (0, 0, 10), 3 to the right: up x direction points to the left.
+TEST_F(RectTest, unless_told_otherwise_the_flight_leads_to_the_other_side) {
+  bench.renderer.rectangleHit = Vector3(3, 2, 4);
+  bench.hub.view = LookAt({0, 0, 10}, {0, 0, 0}, {0, 3, 0});
+  Drag(100, 100, 612, 196);
+  EXPECT_TRUE(tool.OnMouseUp(612, 196));
+  EXPECT_NEAR(bench.hub.rectShot.sidewaysOffset, -3.0, 1e-12);
+  EXPECT_NEAR(bench.hub.rectShot.upwardOffset, 2.0, 1e-12);
+}
+
 TEST_F(RectTest, the_flight_leads_to_the_pivot_and_as_far_in_as_the_larger_side_allows) {
+  tool.SetFlyToRectangle(true);
   bench.renderer.rectangleHit = Vector3(3, 2, 4);
   struct Row {
     int width, height;

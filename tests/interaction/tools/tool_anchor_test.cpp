@@ -164,6 +164,7 @@ TEST_P(ToolAnchor, a_rectangle_ends_with_its_middle_in_the_middle_and_its_sides_
     const int width = 2 * random.Integer(20, 90);  // even, so that the middle is a whole pixel
     const int height = 2 * random.Integer(20, 90);
     RectZoomTool tool;
+    tool.SetFlyToRectangle(true);
     bench.Wire(tool);
     const CameraParameters start = bench.hub.view;
     tool.OnMouseDown(x - width / 2, y + height / 2);

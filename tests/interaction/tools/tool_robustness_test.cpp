@@ -41,7 +41,12 @@ const Kind KINDS[] = {
     {"Look", Make<LookTool>},
     {"LookMove", Make<LookMoveTool>},
     {"LookAt", Make<LookAtTool>},
-    {"Center", [] { return std::unique_ptr<Tool>(new CenterTool(nullptr, nullptr, STRING_PIVOT)); }},
+    {"Center",
+     [] {
+       auto tool = std::make_unique<CenterTool>(nullptr, nullptr, STRING_PIVOT);
+       tool->SetHideBallAtStrayRelease(true);
+       return std::unique_ptr<Tool>(std::move(tool));
+     }},
     {"Walk", Make<WalkTool>},
 };
 

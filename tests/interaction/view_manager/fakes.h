@@ -107,7 +107,7 @@ class FakeOrientor : public Korvane::Orientor, public Fake {
   std::wstring& homeTooltip = open.tooltips.home;
   int& viewportWidth = open.layout.viewportWidth;
   int& viewportHeight = open.layout.viewportHeight;
-  Korvane::RewindHistory*& rewindHistory = open.partners.history;
+  Korvane::RewindHistory* GetRewindHistory() const { return open.partners.history.Get(); }
   Korvane::ObserverSet<Korvane::OrientorObserver>& observers = open.partners.observers;
   Korvane::Renderer*& renderer = open.renderer;
 

@@ -247,10 +247,10 @@ TEST_F(HostsTest, a_clean_screen_lets_go_of_what_it_hides_and_of_nothing_else) {
 
 // ---- what a host does in a callback ----
 
-// The next move of a chain is begun while Destroy ends the first: it is not recorded, and told to nobody.
-TEST_F(HostsTest, a_move_begun_while_destroy_ends_one_is_nobodys) {
+// The next move of a chain is begun while Destroy closes the record of the first: each has one of its own.
+TEST_F(HostsTest, a_move_begun_while_destroy_closes_a_record_leaves_none_open) {
   int begun = 0;
-  hub.onEndShotHook = [&](Shot*) {
+  disc.record->onEnd = [&] {
     if (begun++ < 3) manager.RestoreCenter(Vector3(begun, 0, 0));
   };
   manager.RestoreCenter(Vector3());
@@ -258,10 +258,9 @@ TEST_F(HostsTest, a_move_begun_while_destroy_ends_one_is_nobodys) {
   manager.Destroy();
   EXPECT_GE(begun, 1);
   EXPECT_EQ(disc.record->GetOpenCount(), 0);
-  const int ended = disc.record->ended;
-  hub.onEndShotHook = nullptr;
+  disc.record->onEnd = [] {};
   hub.EndShot();
-  EXPECT_EQ(disc.record->ended, ended);
+  EXPECT_EQ(disc.record->GetOpenCount(), 0);
 }
 
 // A hook that begins another move of the view manager while one begins: each has its record.

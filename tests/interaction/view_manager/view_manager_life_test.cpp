@@ -42,7 +42,7 @@ TEST_F(LifeTest, hands_everything_on_before_it_creates) {
   EXPECT_EQ(controller.GetPivotBall(), ball);
   EXPECT_EQ(controller.rewindHistory, disc.record);
   EXPECT_EQ(controller.cameraOperations, &hub);
-  EXPECT_EQ(cube.rewindHistory, disc.record);
+  EXPECT_EQ(cube.GetRewindHistory(), disc.record);
   EXPECT_EQ(panel.rewindHistory, disc.record);
   EXPECT_EQ(bar.cameraOperations, &hub);
   EXPECT_EQ(bar.renderer, &renderer);
@@ -251,14 +251,15 @@ TEST_F(LifeTest, leaves_a_disc_its_own_ball) {
   EXPECT_EQ(disc.GetPivotBall(), &own);
 }
 
-TEST_F(LifeTest, ends_the_shot_that_it_watches_when_it_is_destroyed) {
+TEST_F(LifeTest, ends_the_record_of_the_shot_that_it_watches_when_it_is_destroyed) {
   Start();
   EXPECT_TRUE(manager.RestoreCenter(Vector3(1, 0, 0)));
   EXPECT_TRUE(hub.IsShotActive());
   manager.Destroy();
-  EXPECT_FALSE(hub.IsShotActive());
-  EXPECT_EQ(disc.record->begun, 1);
-  EXPECT_EQ(disc.record->ended, 1);
+  EXPECT_TRUE(hub.IsShotActive());
+  EXPECT_TRUE(disc.record->Has(1, 1));
+  hub.EndShot();
+  EXPECT_TRUE(disc.record->Has(1, 1));
 }
 
 TEST_F(LifeTest, leaves_a_shot_of_somebody_else_alone) {
@@ -293,7 +294,8 @@ TEST_F(LifeTest, goes_in_the_middle_of_anything) {
   }
   EXPECT_EQ(disc.record->begun, disc.record->ended);
   EXPECT_FALSE(hub.IsOperationActive(OPERATION_ALL));
-  EXPECT_FALSE(hub.IsShotActive());
+  hub.EndShot();  // of the fit, which went on
+  EXPECT_EQ(disc.record->begun, disc.record->ended);
   hub.PerformOperations();
 }
 
@@ -368,7 +370,7 @@ TEST_F(LifeTest, leaves_nobody_the_history_of_a_disc_that_is_gone) {
   EXPECT_EQ(passing->record->GetOpenCount(), 0);
   passing.reset();
   EXPECT_EQ(tool->GetRewindHistory(), nullptr);
-  EXPECT_EQ(cube.rewindHistory, nullptr);
+  EXPECT_EQ(cube.GetRewindHistory(), nullptr);
   EXPECT_EQ(panel.rewindHistory, nullptr);
   EXPECT_EQ(controller.rewindHistory, nullptr);
   hub.EndShot();  // tells the observer, whose history is gone
@@ -416,13 +418,15 @@ TEST_F(LifeTest, closes_a_gesture_of_the_middle_button_with_its_disc) {
   EXPECT_EQ(renderer.GetLiveIconCount(), 1);  // the ball's label
 }
 
-TEST_F(LifeTest, ends_the_shot_that_it_watches_when_the_hub_changes) {
+TEST_F(LifeTest, ends_the_record_of_the_shot_that_it_watches_when_the_hub_changes) {
   Start();
   manager.FitAllToView();
   MemoryHub other;
   manager.SetKorvane(&other);
-  EXPECT_FALSE(hub.IsShotActive());
-  EXPECT_EQ(disc.record->ended, 1);
+  EXPECT_TRUE(hub.IsShotActive());
+  EXPECT_TRUE(disc.record->Has(1, 1));
+  hub.EndShot();
+  EXPECT_TRUE(disc.record->Has(1, 1));
   manager.SetKorvane(&hub);
 }
 
