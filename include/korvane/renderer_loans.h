@@ -46,6 +46,8 @@ class ZOVTOOLS_API TextureLoan {
   /// Takes all of them and lets the renderer load them; gives them back to another renderer before. Nothing
   /// when they are held. Null gives back.
   void Take(Renderer* renderer);
+  /// The same for those whose owner applies the counts afterwards; null gives back.
+  void Want(Renderer* renderer);
   /// Lets the renderer free what nobody else holds.
   void GiveBack();
   bool IsHeld() const { return lender.Get() != nullptr; }

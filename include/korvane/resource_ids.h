@@ -76,13 +76,15 @@ struct ResourceRange {
 
 /// Texts, 0 to 101. The range tells what kind of icon a text becomes; see Renderer::GetStringTexture.
 enum StringID : int {
-  STRING_OFF_MODEL = 31,    // a point of the scene is wanted and the cursor is over none
-  STRING_PIVOT = 41,        // the pivot ball's label
-  STRING_ORBIT = 50,        // the note of the middle button's orbit
-  STRING_PAN = 51,          // the note of the middle button's pan
-  STRING_WHEEL_ZOOM = 55,   // the note of a zoom by the wheel
-  STRING_UCS_DEFAULT = 67,  // the name of the default coordinate system
-  STRING_CUBE_HOME = 68,    // tooltips of the cube: its home button, its lock, its parts, its ring, its menu
+  STRING_OFF_MODEL = 31,     // a point of the scene is wanted and the cursor is over none
+  STRING_REWIND_EMPTY = 33,  // there is nothing to go back to
+  STRING_PIVOT = 41,         // the pivot ball's label
+  STRING_ORBIT = 50,         // the note of the middle button's orbit
+  STRING_PAN = 51,           // the note of the middle button's pan
+  STRING_REWIND = 52,        // the note of a slide along the film strip
+  STRING_WHEEL_ZOOM = 55,    // the note of a zoom by the wheel
+  STRING_UCS_DEFAULT = 67,   // the name of the default coordinate system
+  STRING_CUBE_HOME = 68,     // tooltips of the cube: its home button, its lock, its parts, its ring, its menu
   STRING_CUBE_LOCK = 69,
   STRING_CUBE_PART = 70,
   STRING_CUBE_COMPASS = 71,

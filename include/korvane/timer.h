@@ -19,6 +19,8 @@ class ZOVTOOLS_API Timer {
   void Lap();
 
   bool IsStarted() const { return startTime != 0.0; }
+  /// The time of the last Start; 0 on a timer that was not started.
+  double GetStartTime() const { return startTime; }
   double GetTotalTime() const { return totalTime; }
   void SetTotalTime(double seconds) { totalTime = seconds; }
   double GetLastInterval() const { return lastInterval; }

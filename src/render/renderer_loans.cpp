@@ -30,10 +30,15 @@ void StringLoan::GiveBack() {
 void TextureLoan::Take(Renderer* renderer) {
   if (renderer == nullptr) return GiveBack();
   if (lender.Get() == renderer) return;
+  Want(renderer);
+  renderer->ApplyTextureUsage();
+}
+
+void TextureLoan::Want(Renderer* renderer) {
+  if (lender.Get() == renderer) return;
   Count(false);
   lender.Set(renderer);
   Count(true);
-  renderer->ApplyTextureUsage();
 }
 
 void TextureLoan::GiveBack() {

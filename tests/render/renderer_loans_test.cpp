@@ -128,6 +128,23 @@ TEST(TextureLoan, loads_when_it_is_taken_and_frees_when_it_is_given_back) {
   EXPECT_EQ(renderer.TakeCalls(), Lines({"ReleaseTexture(93)", "ReleaseTexture(94)"}));
 }
 
+TEST(TextureLoan, wanted_it_counts_and_leaves_it_to_the_owner_to_apply) {
+  RecordingRenderer renderer;
+  TextureLoan loan(TWO);
+  loan.Want(&renderer);
+  loan.Want(&renderer);
+  EXPECT_TRUE(loan.IsHeld());
+  EXPECT_TRUE(renderer.GetCalls().empty());
+  renderer.ApplyTextureUsage();
+  EXPECT_EQ(renderer.TakeCalls(), Lines({"LoadTexture(93)", "LoadTexture(94)"}));
+  loan.Want(nullptr);
+  loan.Want(nullptr);
+  EXPECT_FALSE(loan.IsHeld());
+  EXPECT_TRUE(renderer.GetCalls().empty());
+  renderer.ApplyTextureUsage();
+  EXPECT_EQ(renderer.TakeCalls(), Lines({"ReleaseTexture(93)", "ReleaseTexture(94)"}));
+}
+
 TEST(TextureLoan, counts_once_however_often_it_is_taken_and_given_back) {
   RecordingRenderer renderer;
   TextureLoan loan(TWO);
