@@ -23,7 +23,7 @@ double WrapAround(int coordinate, int size) {
 }
 
 int OffsetTo(double place, int mouse) {
-  return ToPixels(static_cast<double>(ToPixels(place)) - static_cast<double>(mouse));
+  return Truncate(static_cast<double>(Truncate(place)) - static_cast<double>(mouse));
 }
 
 }  // namespace
