@@ -1,9 +1,9 @@
 // The mouse and the keys, and what the menu makes of them: where it stands, which region is active.
 #include <cmath>
 
-#include "camera/pixels.h"
 #include "disc/region_map.h"
 #include "disc/track_menu_parts.h"
+#include "foundation/truncate.h"
 
 namespace Korvane {
 
