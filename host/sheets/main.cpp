@@ -107,6 +107,7 @@ int DrawNotes(const std::string& file) {
 
 }  // namespace
 
+// NOLINTNEXTLINE(bugprone-exception-escape): without memory there is no picture to save
 int main(int argumentCount, char** arguments) {
   CLI::App app("Draws sheets of the kit's pictures");
   app.require_subcommand(1);

@@ -15,7 +15,6 @@ using Korvane::Box2;
 using Korvane::DynamicIcon2D;
 using Korvane::Renderer;
 using Korvane::ResourceIcon2D;
-using Korvane::Vector2;
 using zovhost::Image;
 
 namespace {

@@ -20,8 +20,13 @@ class GLStateGuard {
   static constexpr int pixelStoreCount = 10;
 
  private:
-  void Save();
+  void SaveTables();
+  void SaveBindings();
+  void SaveDrawing();
   void SetDefaults();
+  void RestoreTables();
+  void RestoreBindings();
+  void RestoreDrawing();
 
   std::array<unsigned char, capabilityCount> capabilities{};
   std::array<int, pixelStoreCount> pixelStore{};

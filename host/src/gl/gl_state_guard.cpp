@@ -59,17 +59,22 @@ GLenum Enum(int value) { return static_cast<GLenum>(value); }
 }  // namespace
 
 GLStateGuard::GLStateGuard() : desktop(epoxy_is_desktop_gl()) {
-  Save();
+  SaveTables();
+  SaveBindings();
+  SaveDrawing();
   SetDefaults();
 }
 
-void GLStateGuard::Save() {
+void GLStateGuard::SaveTables() {
   for (std::size_t i = 0; i < capabilityTable.size(); ++i) {
     if (desktop || !capabilityTable[i].desktopOnly) capabilities[i] = glIsEnabled(capabilityTable[i].name);
   }
   for (std::size_t i = 0; i < pixelStoreTable.size(); ++i) {
     glGetIntegerv(pixelStoreTable[i].name, &pixelStore[i]);
   }
+}
+
+void GLStateGuard::SaveBindings() {
   glGetIntegerv(GL_DRAW_FRAMEBUFFER_BINDING, &drawFramebuffer);
   glGetIntegerv(GL_READ_FRAMEBUFFER_BINDING, &readFramebuffer);
   glGetIntegerv(GL_RENDERBUFFER_BINDING, &renderbuffer);
@@ -82,6 +87,9 @@ void GLStateGuard::Save() {
   glActiveTexture(GL_TEXTURE0);
   glGetIntegerv(GL_TEXTURE_BINDING_2D, &texture);
   glGetIntegerv(GL_SAMPLER_BINDING, &sampler);
+}
+
+void GLStateGuard::SaveDrawing() {
   glGetIntegerv(GL_BLEND_SRC_RGB, &blendFactors[0]);
   glGetIntegerv(GL_BLEND_DST_RGB, &blendFactors[1]);
   glGetIntegerv(GL_BLEND_SRC_ALPHA, &blendFactors[2]);
@@ -130,12 +138,21 @@ void GLStateGuard::SetDefaults() {
 }
 
 GLStateGuard::~GLStateGuard() {
+  RestoreTables();
+  RestoreBindings();
+  RestoreDrawing();
+}
+
+void GLStateGuard::RestoreTables() {
   for (std::size_t i = 0; i < capabilityTable.size(); ++i) {
     const Capability& capability = capabilityTable[i];
     if (desktop || !capability.desktopOnly) SetCapability(capability.name, capabilities[i] != 0);
   }
   for (std::size_t i = 0; i < pixelStoreTable.size(); ++i)
     glPixelStorei(pixelStoreTable[i].name, pixelStore[i]);
+}
+
+void GLStateGuard::RestoreBindings() {
   glBindFramebuffer(GL_DRAW_FRAMEBUFFER, Name(drawFramebuffer));
   glBindFramebuffer(GL_READ_FRAMEBUFFER, Name(readFramebuffer));
   glBindRenderbuffer(GL_RENDERBUFFER, Name(renderbuffer));
@@ -148,6 +165,9 @@ GLStateGuard::~GLStateGuard() {
   glBindTexture(GL_TEXTURE_2D, Name(texture));
   glBindSampler(0, Name(sampler));
   glActiveTexture(Enum(activeTexture));
+}
+
+void GLStateGuard::RestoreDrawing() {
   glBlendFuncSeparate(Enum(blendFactors[0]), Enum(blendFactors[1]), Enum(blendFactors[2]),
                       Enum(blendFactors[3]));
   glBlendEquationSeparate(Enum(blendEquations[0]), Enum(blendEquations[1]));

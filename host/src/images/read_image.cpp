@@ -22,7 +22,7 @@ struct Release {
 using Loader = std::unique_ptr<GdkPixbufLoader, Release>;
 
 std::string TakeMessage(GError* error) {
-  const std::string text = error != nullptr ? error->message : "it is damaged";
+  std::string text = error != nullptr ? error->message : "it is damaged";
   g_clear_error(&error);
   return text;
 }

@@ -68,7 +68,7 @@ Layout Arrange(const std::vector<LabelledImage>& pictures, const ContactSheetPar
   layout.width = 2 * MARGIN + columns * width + (columns - 1) * GAP;
   double y = MARGIN + (parameters.title.empty() ? 0 : TITLE_HEIGHT) +
              (parameters.subtitle.empty() ? 0 : SUBTITLE_HEIGHT);
-  if (!parameters.title.empty() || !parameters.subtitle.empty()) y += GAP / 2;
+  if (!parameters.title.empty() || !parameters.subtitle.empty()) y += GAP / 2.0;
   for (std::size_t first = 0; first < pictures.size(); first += static_cast<std::size_t>(columns)) {
     const std::size_t end = std::min(first + static_cast<std::size_t>(columns), pictures.size());
     int rowHeight = 0;

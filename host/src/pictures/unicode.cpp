@@ -1,5 +1,4 @@
 #include <cstdint>
-#include <type_traits>
 
 #include "zovhost/resource_pack.h"
 
@@ -48,11 +47,15 @@ void AppendUtf8(std::uint32_t code, std::string& out) {
 // Wide characters are UTF-16 on some systems, whole characters on the others.
 constexpr bool wideIsUtf16 = sizeof(wchar_t) == 2;
 
+std::uint32_t CodeOf(wchar_t unit) {
+  return static_cast<std::uint32_t>(unit) & (wideIsUtf16 ? 0xFFFFU : 0xFFFFFFFFU);
+}
+
 std::uint32_t TakeWide(std::wstring_view& text) {
-  std::uint32_t code = static_cast<std::make_unsigned_t<wchar_t>>(text.front());
+  std::uint32_t code = CodeOf(text.front());
   text.remove_prefix(1);
   if (wideIsUtf16 && code >= 0xD800 && code < 0xDC00 && !text.empty()) {
-    const std::uint32_t low = static_cast<std::make_unsigned_t<wchar_t>>(text.front());
+    const std::uint32_t low = CodeOf(text.front());
     if (low >= 0xDC00 && low <= 0xDFFF) {
       text.remove_prefix(1);
       return 0x10000 + ((code - 0xD800) << 10U) + (low - 0xDC00);

@@ -230,11 +230,13 @@ void AddGround(Builder& builder) {
   }
 }
 
-// Four outer walls a storey. The first opening of the front wall below is the door, without a window.
-void AddWalls(Builder& builder) {
+// The windows of the ground floor and of the upper one.
+constexpr double LOW_1 = FLOOR_0 + 0.9, HIGH_1 = FLOOR_0 + 2.3;
+constexpr double LOW_2 = FLOOR_1 + 0.9, HIGH_2 = FLOOR_1 + 2.1;
+
+// The first opening below is the door, without a window.
+void AddFrontWall(Builder& builder) {
   const double w = HALF_WIDTH, d = HALF_DEPTH;
-  const double low1 = FLOOR_0 + 0.9, high1 = FLOOR_0 + 2.3;
-  const double low2 = FLOOR_1 + 0.9, high2 = FLOOR_1 + 2.1;
   AddWallWithWindows(builder,
                      {0,
                       -w,
@@ -244,9 +246,9 @@ void AddWalls(Builder& builder) {
                       FLOOR_0,
                       FLOOR_1,
                       {{-2.45, -1.35, FLOOR_0, FLOOR_0 + 2.25},
-                       {-4.6, -3.3, low1, high1},
-                       {0.6, 2.2, low1, high1},
-                       {3.0, 4.6, low1, high1}}},
+                       {-4.6, -3.3, LOW_1, HIGH_1},
+                       {0.6, 2.2, LOW_1, HIGH_1},
+                       {3.0, 4.6, LOW_1, HIGH_1}}},
                      "Front wall, ground floor", RENDER, 1);
   AddWallWithWindows(builder,
                      {0,
@@ -256,11 +258,15 @@ void AddWalls(Builder& builder) {
                       -d + WALL,
                       FLOOR_1,
                       EAVES,
-                      {{-4.6, -3.3, low2, high2},
-                       {-2.55, -1.25, low2, high2},
-                       {0.6, 2.2, low2, high2},
-                       {3.0, 4.6, low2, high2}}},
+                      {{-4.6, -3.3, LOW_2, HIGH_2},
+                       {-2.55, -1.25, LOW_2, HIGH_2},
+                       {0.6, 2.2, LOW_2, HIGH_2},
+                       {3.0, 4.6, LOW_2, HIGH_2}}},
                      "Front wall, upper floor", TIMBER, 0);
+}
+
+void AddGardenWall(Builder& builder) {
+  const double w = HALF_WIDTH, d = HALF_DEPTH;
   AddWallWithWindows(builder,
                      {0,
                       -w,
@@ -269,7 +275,7 @@ void AddWalls(Builder& builder) {
                       d - WALL,
                       FLOOR_0,
                       FLOOR_1,
-                      {{-4.4, -3.0, low1, high1},
+                      {{-4.4, -3.0, LOW_1, HIGH_1},
                        {-1.2, 1.4, FLOOR_0 + 0.05, FLOOR_0 + 2.35},
                        {2.0, 4.6, FLOOR_0 + 0.05, FLOOR_0 + 2.35}}},
                      "Garden wall, ground floor", RENDER, 0);
@@ -281,8 +287,12 @@ void AddWalls(Builder& builder) {
                       d - WALL,
                       FLOOR_1,
                       EAVES,
-                      {{-4.4, -3.0, low2, high2}, {-0.7, 0.9, low2, high2}, {2.5, 4.1, low2, high2}}},
+                      {{-4.4, -3.0, LOW_2, HIGH_2}, {-0.7, 0.9, LOW_2, HIGH_2}, {2.5, 4.1, LOW_2, HIGH_2}}},
                      "Garden wall, upper floor", TIMBER, 0);
+}
+
+void AddSideWalls(Builder& builder) {
+  const double w = HALF_WIDTH, d = HALF_DEPTH;
   for (const double side : {-1.0, 1.0}) {
     const std::string name = side < 0.0 ? "West wall" : "East wall";
     AddWallWithWindows(builder,
@@ -293,11 +303,11 @@ void AddWalls(Builder& builder) {
                         side * (w - WALL),
                         FLOOR_0,
                         FLOOR_1,
-                        {{-2.6, -1.2, low1, high1}, {0.8, 2.6, low1, high1}}},
+                        {{-2.6, -1.2, LOW_1, HIGH_1}, {0.8, 2.6, LOW_1, HIGH_1}}},
                        name + ", ground floor", RENDER, 0);
     AddWallWithWindows(
         builder,
-        {1, -d + WALL, d - WALL, side * w, side * (w - WALL), FLOOR_1, EAVES, {{-0.8, 0.8, low2, high2}}},
+        {1, -d + WALL, d - WALL, side * w, side * (w - WALL), FLOOR_1, EAVES, {{-0.8, 0.8, LOW_2, HIGH_2}}},
         name + ", upper floor", TIMBER, 0);
   }
 }
@@ -429,7 +439,9 @@ void AddGarden(Builder& builder) {
 std::unique_ptr<Scene> MakeDemoBuilding() {
   Builder builder;
   AddGround(builder);
-  AddWalls(builder);
+  AddFrontWall(builder);
+  AddGardenWall(builder);
+  AddSideWalls(builder);
   AddDoor(builder);
   AddInside(builder);
   AddRoof(builder);

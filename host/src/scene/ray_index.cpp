@@ -65,6 +65,20 @@ double RefineDistance(const std::array<Vector3, 3>& corners, const Vector3& norm
   return std::abs(refined - found) <= mostDifference ? refined : found;
 }
 
+RTCRayHit MakeQuery(const Vector3& start, const Vector3& direction) {
+  RTCRayHit query{};
+  query.ray.org_x = static_cast<float>(start.x);
+  query.ray.org_y = static_cast<float>(start.y);
+  query.ray.org_z = static_cast<float>(start.z);
+  query.ray.dir_x = static_cast<float>(direction.x);
+  query.ray.dir_y = static_cast<float>(direction.y);
+  query.ray.dir_z = static_cast<float>(direction.z);
+  query.ray.tfar = std::numeric_limits<float>::infinity();
+  query.ray.mask = ~0u;
+  query.hit.geomID = RTC_INVALID_GEOMETRY_ID;
+  return query;
+}
+
 }  // namespace
 
 RayIndex::RayIndex(const SceneData& sceneData, const Vector3& sceneCentre, double sceneRadius)
@@ -111,16 +125,7 @@ bool RayIndex::Intersect(const Vector3& origin, const Vector3& direction, Scene:
   UnitRay ray{(origin - centre) / radius, GetUnitDirection(direction)};
   if (!ray.start.IsFinite() || ray.direction == Vector3::Zero || !AdvanceToScene(ray)) return false;
 
-  RTCRayHit query{};
-  query.ray.org_x = static_cast<float>(ray.start.x);
-  query.ray.org_y = static_cast<float>(ray.start.y);
-  query.ray.org_z = static_cast<float>(ray.start.z);
-  query.ray.dir_x = static_cast<float>(ray.direction.x);
-  query.ray.dir_y = static_cast<float>(ray.direction.y);
-  query.ray.dir_z = static_cast<float>(ray.direction.z);
-  query.ray.tfar = std::numeric_limits<float>::infinity();
-  query.ray.mask = ~0u;
-  query.hit.geomID = RTC_INVALID_GEOMETRY_ID;
+  RTCRayHit query = MakeQuery(ray.start, ray.direction);
   RTCIntersectContext context;
   rtcInitIntersectContext(&context);
   rtcIntersect1(handles->scene, &context, &query);

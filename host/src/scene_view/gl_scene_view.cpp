@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "gl/buffer_offset.h"
 #include "gl/gl_program.h"
 #include "scene_view/face_highlight.h"
 #include "scene_view/ground_shadow.h"
@@ -248,7 +249,7 @@ void GLSceneView::Impl::DrawSurface(const Frame& frame, std::size_t place) const
   material.twoSided ? glDisable(GL_CULL_FACE) : glEnable(GL_CULL_FACE);
   glFrontFace(part.mirrored ? GL_CW : GL_CCW);
   glDrawElements(GL_TRIANGLES, mesh.indexCount, GL_UNSIGNED_INT,
-                 reinterpret_cast<const void*>(mesh.firstIndex * sizeof(std::uint32_t)));
+                 BufferOffset(mesh.firstIndex * sizeof(std::uint32_t)));
 }
 
 // Pushed back a little, so that the edges drawn on them are seen.

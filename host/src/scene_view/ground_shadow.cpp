@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 
+#include "gl/buffer_offset.h"
 #include "gl/gl_program.h"
 #include "scene_view/scene_shaders.h"
 
@@ -93,6 +94,42 @@ void GroundShadow::PlaceGround(const Scene& scene) {
   sideV = v * (2.0 * halfV);
 }
 
+// Ground coordinates to -1 to 1; the height to -1 at the ground and 1 at the top.
+Matrix4 GroundShadow::MakeGroundMatrix() const {
+  const auto row = [](const Vector3& axis) { return axis * (2.0 / axis.LengthSquared()); };
+  const Vector3 rows[3] = {row(sideU), row(sideV), row(up * height)};
+  Matrix4 ground = identityMatrix;
+  for (std::size_t i = 0; i < 3; ++i) {
+    for (int axis = 0; axis < 3; ++axis) ground[4 * static_cast<std::size_t>(axis) + i] = rows[i][axis];
+    ground[12 + i] = -rows[i].Dot(origin) - 1.0;
+  }
+  return ground;
+}
+
+// The greatest height over each place, into what is bound.
+void GroundShadow::DrawHeights(GLuint cast, const SceneBuffers& buffers,
+                               std::vector<unsigned char>& coverage) const {
+  const Matrix4 ground = MakeGroundMatrix();
+  glViewport(0, 0, resolution, resolution);
+  glClearColor(0.0F, 0.0F, 0.0F, 0.0F);
+  glClear(GL_COLOR_BUFFER_BIT);
+  glEnable(GL_BLEND);
+  glBlendEquation(GL_MAX);
+  glUseProgram(cast);
+  glBindVertexArray(buffers.GetTriangleArray());
+  const GLint location = glGetUniformLocation(cast, "matrix");
+  for (const SceneBuffers::Part& part : buffers.GetParts()) {
+    const SceneBuffers::Mesh& mesh = buffers.GetMeshes()[part.mesh];
+    if (mesh.transparent) continue;
+    SetMatrix(location, ToFloat(Multiply(ground, part.transform)));
+    glDrawElements(GL_TRIANGLES, mesh.indexCount, GL_UNSIGNED_INT,
+                   BufferOffset(mesh.firstIndex * sizeof(std::uint32_t)));
+  }
+  coverage.resize(std::size_t{4} * resolution * resolution);
+  glReadPixels(0, 0, resolution, resolution, GL_RGBA, GL_UNSIGNED_BYTE, coverage.data());
+  glBlendEquation(GL_FUNC_ADD);
+}
+
 bool GroundShadow::CastShadow(const SceneBuffers& buffers, std::vector<unsigned char>& coverage) const {
   const GLuint cast = BuildProgram(castVertexShader, castFragmentShader);
   GLuint target = 0;
@@ -104,34 +141,7 @@ bool GroundShadow::CastShadow(const SceneBuffers& buffers, std::vector<unsigned 
   glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
   glFramebufferRenderbuffer(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_RENDERBUFFER, target);
   const bool ready = cast != 0 && glCheckFramebufferStatus(GL_FRAMEBUFFER) == GL_FRAMEBUFFER_COMPLETE;
-  if (ready) {
-    // Ground coordinates to -1 to 1; the height to -1 at the ground and 1 at the top.
-    const auto row = [](const Vector3& axis) { return axis * (2.0 / axis.LengthSquared()); };
-    const Vector3 rows[3] = {row(sideU), row(sideV), row(up * height)};
-    Matrix4 ground = identityMatrix;
-    for (std::size_t i = 0; i < 3; ++i) {
-      for (int axis = 0; axis < 3; ++axis) ground[4 * static_cast<std::size_t>(axis) + i] = rows[i][axis];
-      ground[12 + i] = -rows[i].Dot(origin) - 1.0;
-    }
-    glViewport(0, 0, resolution, resolution);
-    glClearColor(0.0F, 0.0F, 0.0F, 0.0F);
-    glClear(GL_COLOR_BUFFER_BIT);
-    glEnable(GL_BLEND);
-    glBlendEquation(GL_MAX);
-    glUseProgram(cast);
-    glBindVertexArray(buffers.GetTriangleArray());
-    const GLint location = glGetUniformLocation(cast, "matrix");
-    for (const SceneBuffers::Part& part : buffers.GetParts()) {
-      const SceneBuffers::Mesh& mesh = buffers.GetMeshes()[part.mesh];
-      if (mesh.transparent) continue;
-      SetMatrix(location, ToFloat(Multiply(ground, part.transform)));
-      glDrawElements(GL_TRIANGLES, mesh.indexCount, GL_UNSIGNED_INT,
-                     reinterpret_cast<const void*>(mesh.firstIndex * sizeof(std::uint32_t)));
-    }
-    coverage.resize(std::size_t{4} * resolution * resolution);
-    glReadPixels(0, 0, resolution, resolution, GL_RGBA, GL_UNSIGNED_BYTE, coverage.data());
-    glBlendEquation(GL_FUNC_ADD);
-  }
+  if (ready) DrawHeights(cast, buffers, coverage);
   glDeleteFramebuffers(1, &framebuffer);
   glDeleteRenderbuffers(1, &target);
   glDeleteProgram(cast);

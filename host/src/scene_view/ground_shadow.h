@@ -20,6 +20,8 @@ class GroundShadow {
  private:
   void PlaceGround(const Scene& scene);
   bool CastShadow(const SceneBuffers& buffers, std::vector<unsigned char>& coverage) const;
+  Matrix4 MakeGroundMatrix() const;
+  void DrawHeights(GLuint cast, const SceneBuffers& buffers, std::vector<unsigned char>& coverage) const;
   void MakeCorners();
 
   // The ground: a corner, two sides, and the height of the scene above it.

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <numeric>
 
+#include "gl/buffer_offset.h"
 #include "gl/gl_program.h"
 #include "projection/matrix.h"
 #include "scene_view/crease_edges.h"
@@ -56,8 +57,6 @@ GLuint MakeBuffer(GLenum target, const std::vector<Element>& elements) {
   return buffer;
 }
 
-const void* Offset(std::size_t bytes) { return reinterpret_cast<const void*>(bytes); }
-
 }  // namespace
 
 bool SceneBuffers::Upload(const Scene& scene) {
@@ -109,7 +108,7 @@ void SceneBuffers::UploadTriangles(const Scene& scene) {
   const auto attribute = [](GLuint location, GLint size, GLenum type, GLboolean normalised,
                             std::size_t offset) {
     glEnableVertexAttribArray(location);
-    glVertexAttribPointer(location, size, type, normalised, sizeof(Vertex), Offset(offset));
+    glVertexAttribPointer(location, size, type, normalised, sizeof(Vertex), BufferOffset(offset));
   };
   attribute(0, 3, GL_FLOAT, GL_FALSE, offsetof(Vertex, position));
   attribute(1, 3, GL_FLOAT, GL_FALSE, offsetof(Vertex, normal));
@@ -143,7 +142,7 @@ void SceneBuffers::BindEdges(const Mesh& mesh) const {
   constexpr std::size_t stride = edgeFloats * sizeof(float);
   for (const GLuint end : {0U, 1U}) {
     glVertexAttribPointer(end, 3, GL_FLOAT, GL_FALSE, stride,
-                          Offset(mesh.firstEdge * stride + end * stride / 2));
+                          BufferOffset(mesh.firstEdge * stride + end * stride / 2));
   }
 }
 

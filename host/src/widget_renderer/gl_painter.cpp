@@ -3,14 +3,13 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "gl/buffer_offset.h"
 #include "gl/gl_program.h"
 #include "korvane/renderer.h"
 
 namespace zovhost {
 
 namespace {
-
-using Korvane::Renderer;
 
 constexpr std::size_t initialCapacity = std::size_t{256} * 1024;  // bytes
 constexpr std::size_t initialVertices = 4096;
@@ -93,8 +92,7 @@ bool GLPainter::Create() {
   glBindBuffer(GL_ARRAY_BUFFER, buffer);
   const auto attribute = [](GLuint location, GLint size, std::size_t offset) {
     glEnableVertexAttribArray(location);
-    glVertexAttribPointer(location, size, GL_FLOAT, GL_FALSE, sizeof(StreamVertex),
-                          reinterpret_cast<const void*>(offset));
+    glVertexAttribPointer(location, size, GL_FLOAT, GL_FALSE, sizeof(StreamVertex), BufferOffset(offset));
   };
   attribute(0, 4, offsetof(StreamVertex, position));
   attribute(1, 2, offsetof(StreamVertex, texCoord));

@@ -24,7 +24,6 @@ using Korvane::PixelIcon2D;
 using Korvane::ResourceIcon2D;
 using Korvane::ResourceIcon3D;
 using Korvane::TextureID;
-using Korvane::Vector2;
 using Korvane::Vector3;
 
 namespace {
