@@ -371,7 +371,9 @@ TEST_F(RewindWedge, a_second_click_while_the_strip_shows_closes_it) {
   Release(400);
   EXPECT_FALSE(IsOpen());
   EXPECT_EQ(history->GetCurrentElementIndex(), 1);
-  platform.Advance(500);
+  platform.Advance(260);
+  EXPECT_FALSE(IsOpen());  // the second press no longer opens it
+  platform.Advance(240);
   EXPECT_TRUE(menu->GetVisible());
 }
 

@@ -180,8 +180,6 @@ void RewindElements::End() {
   list.clear();
   current = selected = 0;
   thumbnails.GiveBack(icons);
-  thumbnails.SetRenderer(list, nullptr);
-  partners.hub.Set(nullptr);
 }
 
 void RewindElements::CutPlaces() {

@@ -42,7 +42,7 @@ class RewindElements {
 
   int RemoveOldest(int count);
   void Clear();
-  /// With the history: everything goes, and nobody is told or asked any more.
+  /// With the history: everything goes, and nobody is told.
   void End();
   unsigned int GetLimit() const { return limit; }
   void SetLimit(unsigned int count);

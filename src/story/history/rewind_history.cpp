@@ -21,6 +21,7 @@ RewindHistory::RewindHistory() : parts(std::make_shared<RewindParts>()) {}
 
 RewindHistory::~RewindHistory() {
   lifeline.Cut();
+  parts->timeline.End();
   parts->elements.End();
 }
 

@@ -17,6 +17,9 @@ class RewindTimeline {
   bool Close();
   void Draw(const CameraParameters& camera);
 
+  /// With the history: nobody is told any more.
+  void End() { opening.Cut(); }
+
   void SetThumbnailSize(float size);
   void SetGapSize(float size);
 
@@ -31,7 +34,7 @@ class RewindTimeline {
   RewindThumbnails& thumbnails;
   RewindStrip& strip;
   RewindPainter painter;
-  Lifeline opening;  // cut when the strip closes, and when it opens anew
+  Lifeline opening;  // cut when the strip closes or opens anew
   bool closing = false;
 };
 

@@ -294,6 +294,16 @@ TEST_F(RewindElementsTest, a_snapped_bracket_sets_out_from_its_element) {
   EXPECT_EQ(Eyes(), (Numbers{1, 2}));
 }
 
+TEST_F(RewindElementsTest, a_bracket_that_counts_as_snapped_is_on_its_element_to_the_last_fraction) {
+  Fill(4);
+  history.SetCurrentElementIndex(1);
+  Strip().layoutStale = false;
+  Strip().bracketOffset.x = -1e-13;  // what rounding has left
+  Strip().snapped = true;
+  history.BeginElementRecord(At(2));
+  EXPECT_EQ(Eyes(), (Numbers{1, 2}));
+}
+
 TEST_F(RewindElementsTest, without_a_hub_a_move_is_always_a_move) {
   history.SetKorvane(nullptr);
   EXPECT_TRUE(Move(1, 1));

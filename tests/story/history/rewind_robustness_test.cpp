@@ -300,6 +300,18 @@ TEST_F(RewindRobustness, while_an_element_goes_no_other_goes) {
   EXPECT_EQ(Eyes(), (Numbers{2, 3, 4}));
 }
 
+TEST_F(RewindRobustness, while_an_element_goes_no_update_cuts_others_off) {
+  Fill(4);
+  bool within = true;
+  listener.onHear = [&](const std::string& what) {
+    if (what == "removed") within = history.UpdateHistoryElement(1, At(9));
+  };
+  history.RemoveHistoryElements(1);
+  EXPECT_FALSE(within);
+  EXPECT_EQ(Eyes(), (Numbers{2, 3, 4}));
+  EXPECT_EQ(journal.Count("removed 0"), 1);
+}
+
 TEST_F(RewindRobustness, elements_added_while_others_go_stay) {
   Fill(4);
   history.SetCurrentElementIndex(1);
@@ -366,6 +378,36 @@ TEST_F(RewindRobustness, a_picture_that_is_no_longer_wanted_is_given_back) {
   history.SetRenderer(nullptr);
 }
 
+TEST_F(RewindRobustness, an_element_that_takes_another_camera_has_no_picture_of_the_one_before) {
+  ActingRenderer acting;
+  history.SetRenderer(&acting);
+  acting.onCall = [&](const std::string& where) {
+    acting.onCall = nullptr;
+    if (where == "screenshot") history.UpdateLastElement(At(50));
+  };
+  history.AddHistoryElement(At(1), nullptr);
+  EXPECT_EQ(Eyes(), Numbers{50});
+  EXPECT_EQ(history.GetElementThumbnail(0), nullptr);
+  history.SetRenderer(nullptr);
+}
+
+TEST_F(RewindRobustness, a_renderer_that_is_exchanged_while_it_draws_gets_no_picture_of_the_other) {
+  ActingRenderer acting;
+  history.SetRenderer(&acting);
+  Fill(3);
+  Open(400);
+  acting.ClearCalls();
+  acting.onCall = [&](const std::string& where) {
+    if (where != "thumbnail") return;
+    acting.onCall = nullptr;
+    history.SetRenderer(&renderer);
+    history.UpdateThumbnails();
+    acting.ClearCalls();
+  };
+  history.Draw(hub.view);
+  EXPECT_EQ(acting.TakeCalls(), Lines{"EndRender()"});
+}
+
 TEST_F(RewindRobustness, a_scene_that_asks_for_pictures_while_it_is_drawn_for_one_gets_none) {
   ActingRenderer acting;
   history.SetRenderer(&acting);
@@ -404,7 +446,11 @@ struct Stage {
     };
     const auto shared = std::make_shared<std::function<void(const std::string&)>>(hear);
     const auto call = [shared](const std::string& where) { (*shared)(where); };
-    first.onHear = second.onHear = renderer.onCall = call;
+    renderer.onCall = call;
+    first.onHear = second.onHear = [this, call](const std::string& what) {
+      heardAfterEnd += history == nullptr;
+      call(what);
+    };
     hub.onAsk = hub.onCompare = [call] { call("hub"); };
   }
   void Quiet() {
@@ -419,6 +465,7 @@ struct Stage {
   RewindListener first{journal};
   RewindListener second{journal};
   std::unique_ptr<OpenHistory> history;
+  int heardAfterEnd = 0;
 };
 
 struct Act {
@@ -532,6 +579,7 @@ TEST(RewindHosts, may_do_anything_at_any_moment) {
         operation.run(stage);
         stage.Quiet();
         CheckState(stage);
+        EXPECT_EQ(stage.heardAfterEnd, 0) << moment;
         EXPECT_EQ(stage.renderer.CountCalls("BeginRender"), stage.renderer.CountCalls("EndRender"));
         stage.history.reset();
         ASSERT_EQ(stage.renderer.GetLiveIconCount(), 0) << moment;
