@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "cube_states.h"
+#include "disc_states.h"
 #include "notes.h"
 #include "sheet.h"
 #include "zovhost/picture.h"
@@ -90,6 +91,33 @@ int DrawCube(const std::string& wanted, int enlarged, int columns, const std::st
   return SaveSheet(pictures, "The orientation cube", columns, file);
 }
 
+struct DiscChoice {
+  std::string kind;  // those whose names contain it
+  int size = 0;      // points; 0: the usual one
+  double scale = 1.0;
+  int ground = -1;  // -1: all of them
+};
+
+int DrawDiscs(const ResourcePack& pack, const DiscChoice& choice, int enlarged, const std::string& file) {
+  std::vector<LabelledImage> pictures;
+  for (const zovsheets::DiscKind& kind : zovsheets::GetDiscKinds()) {
+    if (std::string(kind.name).find(choice.kind) == std::string::npos) continue;
+    const double usual = kind.large ? 128.0 : 64.0;
+    for (const zovsheets::Ground ground : zovsheets::grounds) {
+      if (choice.ground >= 0 && choice.ground != static_cast<int>(ground)) continue;
+      Image image;
+      const double points = choice.size > 0 ? choice.size : usual;
+      if (!zovsheets::PaintDiscs(pack, kind, {points, choice.scale, ground}, image)) continue;
+      Image sheet{image.width * enlarged, image.height * enlarged, {}};
+      sheet.rgba.resize(
+          image.rgba.size() * static_cast<std::size_t>(enlarged) * static_cast<std::size_t>(enlarged), 255);
+      zovsheets::Lay(image, 0, 0, enlarged, sheet);
+      pictures.push_back({std::move(sheet), kind.name});
+    }
+  }
+  return SaveSheet(pictures, "The discs", 2, file);
+}
+
 int DrawNotes(const std::string& file) {
   std::vector<LabelledImage> pictures;
   for (const double scale : {1.0, 2.0}) {
@@ -126,12 +154,20 @@ int main(int argumentCount, char** arguments) {
   cube->add_option("--enlarged", enlarged, "Sheet pixels for one of the picture");
   cube->add_option("--columns", columns, "Pictures in a row");
   CLI::App* const notes = app.add_subcommand("notes", "Texts in the view, the pivot, the targets of a walk");
-  for (CLI::App* command : {cursors, pictures, cube, notes}) {
+  DiscChoice choice;
+  CLI::App* const discs = app.add_subcommand("discs", "The navigation discs in their states");
+  discs->add_option("--only", choice.kind, "Discs whose names contain this");
+  discs->add_option("--size", choice.size, "The width of a disc in points; 0: the usual one");
+  discs->add_option("--scale", choice.scale, "Pixels for one point");
+  discs->add_option("--ground", choice.ground, "White 0, black 1, gradient 2, busy 3; -1: all of them");
+  discs->add_option("--enlarged", enlarged, "Sheet pixels for one of the picture");
+  for (CLI::App* command : {cursors, pictures, cube, notes, discs}) {
     command->add_option("file", file, "The PNG to write")->required();
   }
   CLI11_PARSE(app, argumentCount, arguments);
 
   const auto pack = ResourcePack::GetDefault();
+  if (discs->parsed()) return DrawDiscs(*pack, choice, enlarged, file);
   if (cube->parsed() || notes->parsed()) {
     std::string error;
     const auto window = zovhost::Window::Create({"", 64, 64, true}, error);

@@ -2,8 +2,8 @@
 
 namespace zovhost {
 
-/// Texts that the kit's own pictures show: the faces of the cube and the letters of its compass. The library
-/// knows nothing of them, so they stand above its own numbers.
+/// Texts that the kit's own pictures show: the faces of the cube, the letters of its compass, words
+/// of the discs. The library knows nothing of them, so they stand above its own numbers.
 enum HostText : int {
   HOST_TEXT_BACK = 103,
   HOST_TEXT_FRONT = 104,
@@ -15,6 +15,7 @@ enum HostText : int {
   HOST_TEXT_EAST = 110,
   HOST_TEXT_SOUTH = 111,
   HOST_TEXT_WEST = 112,
+  HOST_TEXT_FORWARD = 113,  // a caption of a large disc; its other captions are those of the small ones
 };
 
 }  // namespace zovhost

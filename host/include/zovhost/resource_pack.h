@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <bitset>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -20,12 +21,13 @@ struct CursorPicture {
 /// (SVG) and drawn at whatever scale the display has. A picture may hold places for texts, which are set when
 /// it is drawn: a rectangle with the identifier "text-" and a text's number; all texts of a picture are set
 /// in white and in one size, the largest that fits. "-turned" behind the number sets a text upside down,
-/// "-edged" gives it a dark edge. A slot without a picture gives a placeholder: a fine checker that shows its
-/// number.
+/// "-edged" gives it a dark edge. The pictures of the discs are no drawings: the kit paints them for the size
+/// at which they are shown, until SetPicture puts a drawing in their place. A slot without a picture gives a
+/// placeholder: a fine checker that shows its number.
 class ResourcePack {
  public:
   static constexpr int pictureCount = 185;
-  static constexpr int stringCount = 113;  // the library's 102, and the kit's own; see host_texts.h
+  static constexpr int stringCount = 114;  // the library's 102, and the kit's own; see host_texts.h
   static constexpr int cursorCount = 27;
 
   /// Every slot empty.
@@ -56,8 +58,14 @@ class ResourcePack {
   /// gives its placeholder. False, with `image` untouched, when the slot's drawing is broken, for a number
   /// out of range and for a scale out of range.
   bool RenderPicture(int id, double scale, Image& image) const;
-  /// The picture without antialiasing, at 1 pixel a unit: each pixel is wholly of one region or wholly
-  /// transparent. False for an empty slot: a placeholder has no regions.
+  /// Whether the picture is another one at each size, as a disc has no captions when it is small. Any other
+  /// has one size, and is stretched.
+  bool IsSizedPicture(int id) const;
+  /// Such a picture for a width of `points`; scale and failures as above, also for any other picture.
+  bool RenderSizedPicture(int id, double points, double scale, Image& image) const;
+  /// The picture without antialiasing, a drawing at 1 pixel a unit, the map of a disc at its own size: each
+  /// pixel is wholly of one region or wholly transparent. False for an empty slot, as a placeholder has no
+  /// regions, and for a picture of a disc that is no map.
   bool RenderHitMap(int id, Image& image) const;
   bool RenderCursor(int id, double scale, CursorPicture& cursor) const;
   /// The placeholder of a number, 64 units wide and high.
@@ -74,6 +82,7 @@ class ResourcePack {
   };
 
   std::array<std::string, pictureCount> pictures;
+  std::bitset<pictureCount> painted;  // by the kit, having no drawing
   std::array<std::string, stringCount> strings;
   std::array<Cursor, cursorCount> cursors;
 };

@@ -8,6 +8,7 @@
 #include "korvane/resource_ids.h"
 #include "pictures/canvas.h"
 #include "pictures/embedded_files.h"
+#include "pictures/painted_pictures.h"
 #include "pictures/svg_painter.h"
 #include "zovhost/accent.h"
 
@@ -148,6 +149,7 @@ std::shared_ptr<const ResourcePack> ResourcePack::GetDefault() {
 
 std::shared_ptr<ResourcePack> ResourcePack::MakeDefault() {
   auto pack = std::make_shared<ResourcePack>();
+  for (int id = 0; id < pictureCount; ++id) pack->painted[static_cast<std::size_t>(id)] = IsPainted(id);
   const EmbeddedFiles files = GetEmbeddedFiles();
   for (const EmbeddedFile* file = files.begin; file != files.end; ++file) {
     int number = 0;
@@ -169,6 +171,7 @@ std::shared_ptr<ResourcePack> ResourcePack::MakeDefault() {
 bool ResourcePack::SetPicture(int id, std::string svg) {
   if (!IsSlot(pictures, id)) return false;
   Slot(pictures, id) = std::move(svg);
+  painted[static_cast<std::size_t>(id)] = false;
   return true;
 }
 
@@ -196,12 +199,15 @@ bool ResourcePack::ReadStrings(std::string_view table, std::string& error) {
   return true;
 }
 
-bool ResourcePack::HasPicture(int id) const { return IsSlot(pictures, id) && !Slot(pictures, id).empty(); }
+bool ResourcePack::HasPicture(int id) const {
+  return IsSizedPicture(id) || (IsSlot(pictures, id) && !Slot(pictures, id).empty());
+}
 
 bool ResourcePack::HasCursor(int id) const { return IsSlot(cursors, id) && !Slot(cursors, id).svg.empty(); }
 
 bool ResourcePack::RenderPicture(int id, double scale, Image& image) const {
   if (!IsSlot(pictures, id) || !IsScale(scale)) return false;
+  if (IsSizedPicture(id)) return RenderSizedPicture(id, GetUsualPoints(id), scale, image);
   if (HasPicture(id)) {
     const auto findText = [this](int number) -> const std::string& { return GetString(number); };
     return PaintSvg(Slot(pictures, id), scale, false, findText, image);
@@ -210,7 +216,17 @@ bool ResourcePack::RenderPicture(int id, double scale, Image& image) const {
   return true;
 }
 
+bool ResourcePack::IsSizedPicture(int id) const {
+  return IsSlot(pictures, id) && painted[static_cast<std::size_t>(id)];
+}
+
+bool ResourcePack::RenderSizedPicture(int id, double points, double scale, Image& image) const {
+  const auto findText = [this](int number) -> const std::string& { return GetString(number); };
+  return IsSizedPicture(id) && IsScale(scale) && PaintPicture(id, points, scale, findText, image);
+}
+
 bool ResourcePack::RenderHitMap(int id, Image& image) const {
+  if (IsSizedPicture(id)) return PaintMap(id, image);
   return HasPicture(id) && PaintSvg(Slot(pictures, id), 1.0, true, {}, image);
 }
 

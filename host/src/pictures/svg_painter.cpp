@@ -68,7 +68,20 @@ std::vector<TextPlace> FindTextPlaces(RsvgHandle* handle, const std::string& svg
   return places;
 }
 
+bool Render(RsvgHandle* handle, const SvgPlace& place, cairo_t* context) {
+  const RsvgRectangle viewport = {place.x, place.y, place.width, place.height};
+  GError* failure = nullptr;
+  const bool drawn = rsvg_handle_render_document(handle, context, &viewport, &failure) != 0;
+  const std::unique_ptr<GError, ObjectDeleter> error(failure);
+  return drawn;
+}
+
 }  // namespace
+
+bool DrawSvg(const std::string& svg, const SvgPlace& place, cairo_t* context) {
+  const auto handle = ReadDrawing(svg);
+  return handle && Render(handle.get(), place, context);
+}
 
 bool PaintSvg(const std::string& svg, double scale, bool crisp, const FindText& findText, Image& image) {
   if (svg.empty()) return false;
@@ -86,11 +99,7 @@ bool PaintSvg(const std::string& svg, double scale, bool crisp, const FindText& 
 
   const Canvas canvas(static_cast<int>(width), static_cast<int>(height));
   if (!canvas.IsValid()) return false;
-  const RsvgRectangle viewport = {0.0, 0.0, width, height};
-  GError* failure = nullptr;
-  const bool drawn = rsvg_handle_render_document(handle.get(), canvas.GetContext(), &viewport, &failure) != 0;
-  const std::unique_ptr<GError, ObjectDeleter> error(failure);
-  if (!drawn) return false;
+  if (!Render(handle.get(), {0.0, 0.0, width, height}, canvas.GetContext())) return false;
   if (findText && !crisp) {
     cairo_scale(canvas.GetContext(), scale, scale);
     DrawFittedTexts(canvas.GetContext(), FindTextPlaces(handle.get(), svg, findText, unitWidth, unitHeight));

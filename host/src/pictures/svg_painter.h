@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cairo.h>
+
 #include <functional>
 #include <string>
 
@@ -18,5 +20,15 @@ using FindText = std::function<const std::string&(int number)>;
 /// number change it: "text-7-turned" is set upside down, "text-7-edged" has a dark edge. `findText` may be
 /// empty.
 bool PaintSvg(const std::string& svg, double scale, bool crisp, const FindText& findText, Image& image);
+
+struct SvgPlace {
+  double x = 0.0;
+  double y = 0.0;
+  double width = 0.0;
+  double height = 0.0;
+};
+
+/// Draws a vector picture into a place of a drawing, in units of the context. False when it is broken.
+bool DrawSvg(const std::string& svg, const SvgPlace& place, cairo_t* context);
 
 }  // namespace zovhost

@@ -12,11 +12,13 @@ struct PangoDeleter {
 };
 using TextLayout = std::unique_ptr<PangoLayout, PangoDeleter>;
 
-/// The one typeface of the kit, at a size in units of the layout's context.
-inline void SetFont(PangoLayout* layout, double size, bool bold) {
+/// The one typeface of the kit, at a size in units of the layout's context. `narrow`: its condensed form,
+/// where there is one.
+inline void SetFont(PangoLayout* layout, double size, bool bold, bool narrow = false) {
   const std::unique_ptr<PangoFontDescription, PangoDeleter> font(pango_font_description_new());
   pango_font_description_set_family_static(font.get(), "Inter, Noto Sans, DejaVu Sans, Sans");
   pango_font_description_set_weight(font.get(), bold ? PANGO_WEIGHT_SEMIBOLD : PANGO_WEIGHT_NORMAL);
+  if (narrow) pango_font_description_set_stretch(font.get(), PANGO_STRETCH_CONDENSED);
   pango_font_description_set_absolute_size(font.get(), size * PANGO_SCALE);
   pango_layout_set_font_description(layout, font.get());
 }
