@@ -19,12 +19,7 @@ struct RewindJourney : ::testing::Test {
     hub.SetSceneBoundingSphere(5.0, Vector3());
     hub.view = LookAt({30, 0, 0}, {0, 0, 0}, {0, 1, 0});
     renderer.SetSceneHit({2, 0, 0});
-    RewindHistory& past = *disc.GetHistory();
-    past.SetKorvane(&hub);
-    past.SetRenderer(&renderer);
-    past.SetThumbnailSize(64.0F);
-    past.SetThumbnailGapSize(4.0F);
-    past.SetViewportSize(800, 600);
+    Furnish(*disc.GetHistory(), &hub, &renderer);
     manager.SetKorvane(&hub);
     manager.SetRenderer(&renderer);
     manager.SetHelmDisc(&disc);

@@ -426,11 +426,7 @@ namespace {
 struct Stage {
   Stage() {
     history = std::make_unique<OpenHistory>();
-    history->SetThumbnailSize(64.0F);
-    history->SetThumbnailGapSize(4.0F);
-    history->SetViewportSize(800, 600);
-    history->SetKorvane(&hub);
-    history->SetRenderer(&renderer);
+    Furnish(*history, &hub, &renderer);
     for (int i = 1; i <= 5; ++i) history->AddHistoryElement(At(i), nullptr);
     history->SetCurrentElementIndex(2);
     history->AddObserver(&first);

@@ -26,6 +26,16 @@ class OpenHistory : public Korvane::RewindHistory {
 /// A camera that looks along -z, told apart by the x of its eye.
 inline Korvane::CameraParameters At(double x) { return LookAt({x, 0, 5}, {x, 0, 0}, {0, 1, 0}); }
 
+/// As a disc has it, in a view of 800 x 600.
+inline void Furnish(Korvane::RewindHistory& history, Korvane::CameraOperations* hub,
+                    Korvane::Renderer* renderer) {
+  history.SetThumbnailSize(64.0F);
+  history.SetThumbnailGapSize(4.0F);
+  history.SetViewportSize(800, 600);
+  history.SetKorvane(hub);
+  history.SetRenderer(renderer);
+}
+
 /// Below 0 in x the scene is out of sight.
 struct RewindHub : MemoryHub {
   bool IsSceneOutsideView(const Korvane::CameraParameters& camera) override {
@@ -78,11 +88,7 @@ struct RewindListener : Korvane::RewindHistoryObserver {
 /// A history as a disc has it, with a hub, a renderer and an observer.
 struct RewindScene : ::testing::Test {
   RewindScene() {
-    history.SetThumbnailSize(64.0F);
-    history.SetThumbnailGapSize(4.0F);
-    history.SetViewportSize(800, 600);
-    history.SetKorvane(&hub);
-    history.SetRenderer(&renderer);
+    Furnish(history, &hub, &renderer);
     history.AddObserver(&listener);
   }
 

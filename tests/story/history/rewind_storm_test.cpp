@@ -75,11 +75,7 @@ struct RewindStorm : ::testing::Test {
   }
   void MakeHistory() {
     history = std::make_unique<OpenHistory>();
-    history->SetThumbnailSize(64.0F);
-    history->SetThumbnailGapSize(4.0F);
-    history->SetViewportSize(800, 600);
-    history->SetKorvane(&hub);
-    history->SetRenderer(renderers[0].get());
+    Furnish(*history, &hub, renderers[0].get());
     history->SetMaxHistorySize(12);
     history->AddObserver(&first);
   }
