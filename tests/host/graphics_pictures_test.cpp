@@ -223,6 +223,29 @@ TEST(PictureTexts, with_the_number_of_no_text_are_refused) {
 
 // ---- the cube ----
 
+// ---- gauges, and the film strip ----
+
+TEST(GaugePictures, have_the_proportions_at_which_they_are_shown) {
+  const auto pack = ResourcePack::GetDefault();
+  const struct {
+    int id;
+    int width;
+    int height;
+  } rows[] = {{89, 64, 64}, {90, 64, 64},   {91, 128, 128}, {92, 128, 128}, {93, 64, 64},
+              {94, 64, 64}, {95, 128, 128}, {96, 32, 32},   {97, 32, 32},   {98, 128, 256},
+              {99, 64, 64}, {100, 64, 64},  {101, 128, 128}};
+  std::set<std::vector<std::uint8_t>> different;
+  for (const auto& row : rows) {
+    Image image;
+    EXPECT_TRUE(pack->HasPicture(row.id)) << row.id;
+    ASSERT_TRUE(pack->RenderPicture(row.id, 2.0, image)) << row.id;
+    EXPECT_EQ(image.width, 2 * row.width) << row.id;
+    EXPECT_EQ(image.height, 2 * row.height) << row.id;
+    different.insert(image.rgba);
+  }
+  EXPECT_EQ(different.size(), std::size(rows));
+}
+
 TEST(CubePictures, are_all_drawn_and_differ_at_each_scale) {
   const auto pack = ResourcePack::GetDefault();
   for (const double scale : {1.0, 2.0, 3.0}) {

@@ -434,6 +434,30 @@ TEST_F(GLRendererTest, an_icon_is_drawn_pixel_for_pixel_with_its_opacity) {
   ExpectColour(PixelAt(image, 20, 19), 128, 128, 128);
 }
 
+TEST_F(GLRendererTest, an_opacity_above_one_lays_a_picture_over_itself) {
+  pack->SetPicture(
+      5,
+      R"(<svg xmlns="http://www.w3.org/2000/svg" width="20" height="20"><rect width="20" height="20" fill="#f00" fill-opacity="0.5"/></svg>)");
+  renderer.IncrementTextureUsage(static_cast<TextureID>(5));
+  renderer.ApplyTextureUsage();
+  const auto draw = [&](double opacity) {
+    ResourceIcon2D icon(static_cast<TextureID>(5));
+    icon.SetBounds({{20, 20}, {10, 10}});
+    icon.SetOpacity(opacity);
+    canvas.Clear();
+    EXPECT_TRUE(Begin(Renderer::RENDER_OVERLAY));
+    EXPECT_TRUE(renderer.Render(&icon));
+    renderer.EndRender();
+    return PixelAt(canvas.Read(), 20, 20);
+  };
+  ExpectColour(draw(0.5), 64, 0, 0);
+  ExpectColour(draw(1.0), 128, 0, 0);
+  ExpectColour(draw(1.5), 159, 0, 0);  // a half and a quarter of what is left
+  ExpectColour(draw(2.0), 191, 0, 0);
+  ExpectColour(draw(3.0), 223, 0, 0);
+  ExpectColour(draw(1e300), 239, 0, 0);  // four times is the most
+}
+
 TEST_F(GLRendererTest, an_icon_that_cannot_be_seen_is_not_drawn) {
   ResourceIcon2D icon(static_cast<TextureID>(5));
   ASSERT_TRUE(Begin(Renderer::RENDER_OVERLAY));

@@ -31,6 +31,8 @@ class RendererHost {
 /// Draws into whatever framebuffer is bound, and puts back all state at the end of each pass. Between
 /// passes it calls OpenGL only to upload and free pictures. All calls need the context of Create.
 ///
+/// An opacity above 1 lays a picture over itself: at 2 what was half transparent is so by a quarter.
+///
 /// Pixels are those of the framebuffer, counted from the bottom left of the viewport given with
 /// SetViewport.
 class GLRenderer : public Korvane::Renderer {
@@ -103,6 +105,8 @@ class GLRenderer : public Korvane::Renderer {
   Korvane::DynamicIcon2D* CreateTooltipHUD(const wchar_t* text) override;
   Korvane::DynamicIcon2D* CreateMessageHUD(const wchar_t* text) override;
   Korvane::DynamicIcon2D* CreatePivotLabel(const wchar_t* text) override;
+  /// The caption of a small disc. In bounds of its own size it is drawn there; in any others, which are twice
+  /// as wide and high as the disc, it keeps its size and stands above the disc.
   Korvane::DynamicIcon2D* CreateMiniWheelLabel(const wchar_t* text) override;
   /// `defaultName` is set smaller below `activeName`, if there is one; `width`: the room in pixels, of which
   /// the label takes what its text needs, at most 0.85.

@@ -29,6 +29,8 @@ using Korvane::Vector3;
 namespace {
 
 constexpr double largestScale = 4.0;
+constexpr double mostSheets = 4.0;  // that an opacity above 1 lays over each other
+constexpr double captionGap = 1.0;  // points, between a small disc and its caption
 constexpr double largestPictureScale = 3.0;
 constexpr std::size_t longestText = 2048;  // characters; the rest could not be read on a screen
 constexpr int largestScreenshot = 4096;    // pixels
@@ -42,7 +44,7 @@ bool AreFinite(const float* values, std::size_t count) {
 // What an icon is drawn with; false when there is nothing to see or no place to show it.
 bool IsDrawable(const Icon2D& icon, double& opacity) {
   const Box2& bounds = icon.GetBounds();
-  opacity = std::min(icon.GetOpacity(), 1.0);
+  opacity = std::min(icon.GetOpacity(), mostSheets);
   const bool placed = std::isfinite(bounds.center.x) && std::isfinite(bounds.center.y);
   const bool sized = bounds.halfExtent.x > 0.0 && bounds.halfExtent.y > 0.0 &&
                      std::isfinite(bounds.halfExtent.x) && std::isfinite(bounds.halfExtent.y);
@@ -182,16 +184,19 @@ bool GLRenderer::Render(DynamicIcon2D* icon) {
   if (!impl->IsOverlay() || icon == nullptr || !IsDrawable(*icon, opacity)) return false;
   const GLuint texture = impl->icons.FindTexture(icon->GetID());
   if (texture == 0) return false;
-  impl->DrawIcon(texture, icon->GetBounds(), icon->GetFlip(), opacity);
+  impl->DrawIcon(texture, impl->icons.FindPlace(*icon), icon->GetFlip(), std::min(opacity, 1.0));
   return true;
 }
 
 bool GLRenderer::Render(ResourceIcon2D* icon) {
   double opacity = 0.0;
   if (!impl->IsOverlay() || icon == nullptr || !IsDrawable(*icon, opacity)) return false;
-  const GLuint texture = impl->textures.Find(icon->GetTextureResourceID());
+  const GLuint texture = impl->textures.FindSized(*impl->resources, icon->GetTextureResourceID(),
+                                                  icon->GetBounds().halfExtent.x * 2.0, impl->scale);
   if (texture == 0) return false;
-  impl->DrawIcon(texture, icon->GetBounds(), false, opacity);
+  for (double left = opacity; left > 0.0; left -= 1.0) {
+    impl->DrawIcon(texture, icon->GetBounds(), false, std::min(left, 1.0));
+  }
   return true;
 }
 
@@ -261,7 +266,9 @@ DynamicIcon2D* GLRenderer::CreatePivotLabel(const wchar_t* text) {
 }
 
 DynamicIcon2D* GLRenderer::CreateMiniWheelLabel(const wchar_t* text) {
-  return impl->MakeLabel(GetLabelStyle(LabelKind::MiniWheelLabel), text);
+  DynamicIcon2D* icon = impl->MakeLabel(GetLabelStyle(LabelKind::MiniWheelLabel), text);
+  if (icon != nullptr) impl->icons.SetRiding(icon->GetID(), captionGap * impl->scale);
+  return icon;
 }
 
 DynamicIcon2D* GLRenderer::CreateUCSMenuLabel(const wchar_t* activeName, const wchar_t* defaultName,

@@ -4,13 +4,32 @@
 
 namespace zovhost {
 
+using Korvane::Box2;
 using Korvane::DynamicIcon2D;
 
 DynamicIcon2D* IconStore::Add(GLuint texture, int width, int height) {
   const int id = nextID++;
   auto icon = std::make_unique<DynamicIcon2D>(id);
   icon->SetSize(width, height);
-  return entries.emplace(id, Entry{std::move(icon), texture}).first->second.icon.get();
+  const Korvane::Vector2 half(width / 2.0, height / 2.0);
+  return entries.emplace(id, Entry{std::move(icon), texture, half}).first->second.icon.get();
+}
+
+void IconStore::SetRiding(int id, double gap) {
+  const auto found = entries.find(id);
+  if (found == entries.end()) return;
+  found->second.rides = true;
+  found->second.gap = gap;
+}
+
+Box2 IconStore::FindPlace(const DynamicIcon2D& icon) const {
+  const Box2& bounds = icon.GetBounds();
+  const auto found = entries.find(icon.GetID());
+  if (found == entries.end() || !found->second.rides) return bounds;
+  const Entry& entry = found->second;
+  if (bounds.halfExtent.x == entry.half.x && bounds.halfExtent.y == entry.half.y) return bounds;
+  const double top = bounds.center.y + bounds.halfExtent.y / 2.0;  // of the disc
+  return {{bounds.center.x, top + entry.gap + entry.half.y}, entry.half};
 }
 
 GLuint IconStore::FindTexture(int id) const {

@@ -1,5 +1,7 @@
 #include "widget_renderer/texture_store.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstddef>
 
 #include "gl/gl_program.h"
@@ -8,6 +10,7 @@ namespace zovhost {
 
 namespace {
 
+constexpr double largestSide = 1e6;  // more than any picture can have
 constexpr TextureOptions pictureOptions = {.mipmaps = true};
 
 }  // namespace
@@ -18,8 +21,16 @@ void TextureStore::Replace(Slot& slot, const Slot& next) {
 }
 
 bool TextureStore::Load(const ResourcePack& resources, int id, double scale) {
+  if (!IsSlot(id)) return false;
+  const int pixels = sizes[static_cast<std::size_t>(id)];
   Image image;
-  if (!IsSlot(id) || !resources.RenderPicture(id, scale, image)) return false;
+  const bool drawn = pixels > 0 && resources.IsSizedPicture(id)
+                         ? resources.RenderSizedPicture(id, pixels / scale, scale, image)
+                         : resources.RenderPicture(id, scale, image);
+  return drawn && LoadImage(resources, id, image);
+}
+
+bool TextureStore::LoadImage(const ResourcePack& resources, int id, const Image& image) {
   const GLuint texture = UploadTexture(image, pictureOptions);
   if (texture == 0) return false;
   Replace(slots[static_cast<std::size_t>(id)],
@@ -52,6 +63,18 @@ GLuint TextureStore::Find(int id) {
     lastPlaceholder = id;
   }
   return slot.texture;
+}
+
+GLuint TextureStore::FindSized(const ResourcePack& resources, int id, double pixels, double scale) {
+  const bool sized = IsSlot(id) && resources.IsSizedPicture(id);
+  if (!sized || !slots[static_cast<std::size_t>(id)].loaded) return Find(id);
+  int& size = sizes[static_cast<std::size_t>(id)];
+  const int wanted = static_cast<int>(std::lround(std::clamp(pixels, 1.0, largestSide)));
+  if (wanted != size) {
+    size = wanted;  // also when it fails: it would again
+    Load(resources, id, scale);
+  }
+  return Find(id);
 }
 
 }  // namespace zovhost

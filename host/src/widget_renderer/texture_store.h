@@ -22,6 +22,9 @@ class TextureStore {
   /// A picture to draw with: a placeholder, made at first need, for one that is not loaded. 0 for a number
   /// out of range.
   GLuint Find(int id);
+  /// The same for a width of `pixels` on a display of `scale`: a picture that is another one at each size is
+  /// drawn anew when the size has changed, and keeps the new one. What fails keeps its old picture.
+  GLuint FindSized(const ResourcePack& resources, int id, double pixels, double scale);
   /// How often a placeholder was found, and the number of the last one, -1 for none yet.
   int GetPlaceholderCount() const { return placeholderCount; }
   int GetLastPlaceholder() const { return lastPlaceholder; }
@@ -32,10 +35,12 @@ class TextureStore {
     bool loaded = false;
     bool shows = false;  // a picture, not its placeholder
   };
+  bool LoadImage(const ResourcePack& resources, int id, const Image& image);
   static bool IsSlot(int id) { return id >= 0 && id < ResourcePack::pictureCount; }
   static void Replace(Slot& slot, const Slot& next);
 
   std::array<Slot, ResourcePack::pictureCount> slots;
+  std::array<int, ResourcePack::pictureCount> sizes{};  // pixels that were wanted last; 0: any
   int placeholderCount = 0;
   int lastPlaceholder = -1;
 };
