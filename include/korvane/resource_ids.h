@@ -77,6 +77,7 @@ struct ResourceRange {
 /// Texts, 0 to 101. The range tells what kind of icon a text becomes; see Renderer::GetStringTexture.
 enum StringID : int {
   STRING_OFF_MODEL = 31,     // a point of the scene is wanted and the cursor is over none
+  STRING_DISC_CLOSED = 32,   // the note of a disc that has just been closed
   STRING_REWIND_EMPTY = 33,  // there is nothing to go back to
   STRING_PIVOT = 41,         // the pivot ball's label
   STRING_ORBIT = 50,         // the note of the middle button's orbit

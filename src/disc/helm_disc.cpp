@@ -1,63 +1,356 @@
+// Life, collaborators, opening and closing, drawing. The other sources of the class: _regions, _events and
+// _settings.
 #include "korvane/helm_disc.h"
 
-#include "korvane/camera_operations.h"
-#include "korvane/rewind_history.h"
-#include "korvane/track_menu.h"
+#include <utility>
+
+#include "disc/helm_disc_parts.h"
+#include "korvane/helm_disc_observer.h"
+#include "korvane/icon2d.h"
+#include "render/render_pass.h"
 
 namespace Korvane {
 
-HelmDisc::HelmDisc() : history(std::make_unique<RewindHistory>()) {}
-HelmDisc::~HelmDisc() = default;
+namespace {
 
-void HelmDisc::SetKorvane(CameraOperations* hub) { cameraOperations = hub; }
-CameraOperations* HelmDisc::GetKorvane() const { return cameraOperations; }
-void HelmDisc::SetRenderer(Renderer* value) { renderer = value; }
-bool HelmDisc::Create() { return true; }
-bool HelmDisc::Destroy() { return true; }
+constexpr float THUMBNAIL_SIZE = 64.0F;  // pixels
+constexpr float THUMBNAIL_GAP = 4.0F;
 
-void HelmDisc::SetActiveDisc(DiscType /*type*/) {}
-DiscType HelmDisc::GetActiveDisc() const { return DiscType::None; }
-void HelmDisc::DrawOverlay() {}
-bool HelmDisc::OpenMenu() { return false; }
-bool HelmDisc::OnMouseMove(int /*x*/, int /*y*/) { return false; }
-bool HelmDisc::OnLeftMouseDown(int /*x*/, int /*y*/) { return false; }
-bool HelmDisc::OnLeftMouseUp(int /*x*/, int /*y*/) { return false; }
-bool HelmDisc::OnKeyDown(KeyID /*key*/) { return false; }
-bool HelmDisc::OnKeyUp(KeyID /*key*/) { return false; }
+std::unique_ptr<TrackMenu> MakeMenu() {
+  auto menu = std::make_unique<TrackMenu>();
+  menu->SetRendererShared(true);
+  return menu;
+}
 
-bool HelmDisc::GetEnabled() const { return activeTrackMenu != nullptr && activeTrackMenu->GetEnabled(); }
+void HideMenu(TrackMenu& menu) {
+  const Lifeline::Watch alive(menu.GetLifeline());
+  if (menu.IsLeftButtonDown()) {
+    const Vector2 mouse = menu.GetMouseCoords();
+    menu.OnLeftMouseUp(static_cast<int>(mouse.x), static_cast<int>(mouse.y));
+  }
+  if (alive) menu.SetVisible(false);
+  if (alive) menu.SetActive(false);
+}
+
+}  // namespace
+
+// ---- life ----
+
+HelmDisc::HelmDisc() : parts(std::make_unique<HelmDiscParts>()) {
+  for (std::unique_ptr<TrackMenu>& menu : parts->menus) menu = MakeMenu();
+  parts->welcome.menu = MakeMenu();
+  parts->history = std::make_unique<RewindHistory>();
+  parts->history->SetThumbnailSize(THUMBNAIL_SIZE);
+  parts->history->SetThumbnailGapSize(THUMBNAIL_GAP);
+}
+
+HelmDisc::~HelmDisc() { parts->lifeline.Cut(); }
+
+bool HelmDisc::Create() {
+  const Lifeline::Watch alive(parts->lifeline);
+  parts->created = true;
+  parts->closeNote.Take(GetRenderer(), STRING_DISC_CLOSED);
+  bool result = alive && CreatePivotBall();
+  result = alive && CreateMenus() && result;
+  result = alive && CreateWelcome() && result;
+  if (!alive) return false;
+  parts->timers.tooltip.SetHelmDisc(this);
+  UpdateSettings();
+  return result;
+}
+
+bool HelmDisc::CreatePivotBall() {
+  if (GetPivotBall() != nullptr) return true;
+  parts->ownBall.reset(InstantiatePivotBall());
+  parts->partners.pivotBall.Set(parts->ownBall.get());
+  return parts->ownBall == nullptr || parts->ownBall->Create();
+}
+
+PivotBall* HelmDisc::InstantiatePivotBall() {
+  auto ball = std::make_unique<PivotBall>();
+  ball->SetKorvane(GetKorvane());
+  ball->SetRenderer(GetRenderer());
+  return ball.release();
+}
+
+bool HelmDisc::CreateMenus() {
+  const Lifeline::Watch alive(parts->lifeline);
+  for (int kind = 0; kind < DISC_KIND_COUNT; ++kind) {
+    const auto type = static_cast<DiscType>(kind);
+    if (!GetTrackMenu(type)->Create() || !InitRegions(type) || !alive) return false;
+  }
+  return true;
+}
+
+bool HelmDisc::CreateWelcome() {
+  TrackMenu* const menu = GetWelcomeTrackMenu();
+  const bool wanted =
+      !parameters.suppressWelcome && (!parameters.welcomeSeen || parameters.alwaysShowWelcome);
+  if (!wanted) parts->welcome.menu.reset();
+  if (!wanted || menu == nullptr) return true;
+  const bool created = menu->Create();
+  menu->SetSizeIsFixed(false);
+  return InitWelcome() && created;
+}
+
+bool HelmDisc::InitWelcome() { return GetWelcomeTrackMenu() != nullptr; }
+
+bool HelmDisc::Destroy() {
+  HelmDiscParts& now = *parts;
+  const Lifeline::Watch alive(now.lifeline);
+  now.choice.Cut();
+  now.created = false;
+  now.timers.tooltip.Stop();
+  now.keys.hotKeyHeld = false;
+  if (TrackMenu* const open = std::exchange(now.active, nullptr)) HideMenu(*open);
+  if (alive) now.history->ClearHistory();
+  bool result = true;
+  for (int kind = 0; result && kind < DISC_KIND_COUNT; ++kind)
+    result = alive && GetTrackMenu(static_cast<DiscType>(kind))->Destroy();
+  if (alive && now.welcome.menu != nullptr) result = now.welcome.menu->Destroy() && result;
+  if (!alive) return false;
+  DestroyPivotBall();
+  now.closeNote.GiveBack();
+  if (Renderer* const renderer = GetRenderer()) renderer->ApplyTextureUsage();
+  return result;
+}
+
+// One that was set is let go.
+void HelmDisc::DestroyPivotBall() {
+  parts->partners.pivotBall.Set(nullptr);
+  const std::unique_ptr<PivotBall> ball = std::move(parts->ownBall);
+  if (ball != nullptr) ball->Destroy();
+}
+
+// ---- collaborators ----
+
+void HelmDisc::SetKorvane(CameraOperations* hub) {
+  HelmDiscParts& now = *parts;
+  now.partners.hub.Set(hub);
+  now.timers.closeHUD.SetKorvane(hub);
+  now.history->SetKorvane(hub);
+  if (now.ownBall != nullptr) now.ownBall->SetKorvane(hub);
+  now.ForEachMenu([hub](TrackMenu& menu) { menu.SetKorvane(hub); });
+}
+
+CameraOperations* HelmDisc::GetKorvane() const { return parts->partners.hub.Get(); }
+
+// The counts of the former one come true now: nobody would see to it later.
+void HelmDisc::SetRenderer(Renderer* value) {
+  HelmDiscParts& now = *parts;
+  if (value != nullptr && value == GetRenderer()) return;
+  const Lifeline::Watch alive(now.lifeline);
+  const Borrowed<Renderer> former(GetRenderer());
+  now.partners.renderer.Set(value);
+  now.ForEachMenu([value](TrackMenu& menu) { menu.SetRenderer(value); });
+  if (!alive) return;
+  now.history->SetRenderer(value);
+  if (now.ownBall != nullptr) now.ownBall->Destroy();
+  if (alive && now.ownBall != nullptr) now.ownBall->SetRenderer(value);
+  if (!alive || !now.created) return;
+  if (now.ownBall != nullptr) now.ownBall->Create();
+  if (alive) now.closeNote.Take(value, STRING_DISC_CLOSED);
+  if (Renderer* const last = former.Get()) last->ApplyTextureUsage();
+  if (!alive) return;
+  if (Renderer* const present = GetRenderer()) present->ApplyTextureUsage();
+}
+
+Renderer* HelmDisc::GetRenderer() const { return parts->partners.renderer.Get(); }
+RewindHistory* HelmDisc::GetHistory() const { return parts->history.get(); }
+PivotBall* HelmDisc::GetPivotBall() const { return parts->partners.pivotBall.Get(); }
+
+void HelmDisc::SetPivotBall(PivotBall* ball) {
+  if (ball != nullptr && ball == parts->ownBall.get()) return;
+  DestroyPivotBall();
+  parts->partners.pivotBall.Set(ball);
+}
+
+bool HelmDisc::AddObserver(HelmDiscObserver* observer) { return parts->partners.observers.Add(observer); }
+void HelmDisc::RemoveObserver(HelmDiscObserver* observer) { parts->partners.observers.Remove(observer); }
+Lifeline& HelmDisc::GetLifeline() { return parts->lifeline; }
+
+// ---- which disc is open ----
+
+TrackMenu* HelmDisc::GetActiveTrackMenu() const { return parts->active; }
+TrackMenu* HelmDisc::GetTrackMenu(DiscType type) const { return parts->GetMenu(type); }
+TrackMenu* HelmDisc::GetWelcomeTrackMenu() const { return parts->welcome.menu.get(); }
+
+DiscType HelmDisc::GetActiveDisc() const {
+  for (int kind = 0; parts->active != nullptr && kind < DISC_KIND_COUNT; ++kind) {
+    const auto type = static_cast<DiscType>(kind);
+    if (GetTrackMenu(type) == parts->active) return type;
+  }
+  return DiscType::None;
+}
+
+DiscType HelmDisc::GetDefaultDiscType() const { return parts->defaultType; }
+
+void HelmDisc::SetDefaultDiscType(DiscType type) {
+  if (parts->active == nullptr && IsDiscKind(type)) parts->defaultType = type;
+}
+
+// Whoever is told of any of it may choose another disc, which then stays.
+void HelmDisc::SetActiveDisc(DiscType type) {
+  HelmDiscParts& now = *parts;
+  now.choice.Cut();
+  const Lifeline::Watch current(now.choice);
+  const Lifeline::Watch alive(now.lifeline);
+  TrackMenu* const former = now.active;
+  if (IsDiscKind(type)) OpenKind(type);
+  if (type == DiscType::None) CloseKind();
+  if (!alive) return;
+  const bool changed = now.active != former;
+  if (changed) ChangeMenu(former);
+  if (current) ShowMenu(type);
+  if (!current) return;
+  if (Renderer* const renderer = GetRenderer()) renderer->ApplyTextureUsage();
+  if (current) now.RequestUpdate();
+  if (!current || !changed) return;
+  now.partners.observers.Notify([&](HelmDiscObserver& each) {
+    if (type == DiscType::None) {
+      each.OnClosed();
+    } else {
+      each.OnActivated(type);
+    }
+  });
+}
+
+void HelmDisc::OpenKind(DiscType type) {
+  HelmDiscParts& now = *parts;
+  const Lifeline::Watch alive(now.lifeline);
+  now.active = GetTrackMenu(type);
+  now.defaultType = type;
+  now.timers.tooltip.Start(HelmDiscTooltipTimer::PERIOD, true);
+  AgreeOnModifiers(*now.active);
+  if (!alive || now.welcome.menu == nullptr) return;
+  HideMenu(*now.welcome.menu);
+  if (alive && now.welcome.menu != nullptr) now.welcome.menu->SetEnabled(false);
+  if (alive) now.partners.observers.Notify([](HelmDiscObserver& each) { each.OnWelcomeClosed(); });
+}
+
+void HelmDisc::AgreeOnModifiers(TrackMenu& menu) {
+  const Lifeline::Watch alive(menu.GetLifeline());
+  const bool modifiers[] = {parts->keys.modifierADown, parts->keys.modifierBDown};
+  const auto agree = [&](KeyID key, bool isDown, bool down) {
+    if (isDown == down) return;
+    if (down) {
+      menu.OnKeyDown(key);
+    } else {
+      menu.OnKeyUp(key);
+    }
+  };
+  agree(KEY_SHIFT, menu.IsModifierADown(), modifiers[0]);
+  if (alive) agree(KEY_CONTROL, menu.IsModifierBDown(), modifiers[1]);
+}
+
+void HelmDisc::CloseKind() {
+  HelmDiscParts& now = *parts;
+  now.active = nullptr;
+  now.keys.hotKeyHeld = false;
+  if (parameters.showMessages) now.timers.closeHUD.Start(HelmDiscCloseHUDTimer::DURATION, false);
+  now.timers.tooltip.Stop();
+}
+
+// A press that the former one still has ends with it.
+void HelmDisc::ChangeMenu(TrackMenu* former) {
+  const Lifeline::Watch alive(parts->lifeline);
+  if (former != nullptr) HideMenu(*former);
+  if (!alive) return;
+  Renderer* const renderer = GetRenderer();
+  const TrackMenu* const menu = parts->active;
+  if (renderer != nullptr && menu != nullptr && menu->GetEnabled())
+    renderer->SetCursorID(menu->GetMenuCursorID());
+}
+
+void HelmDisc::ShowMenu(DiscType type) {
+  if (parts->active == nullptr) return;
+  const Lifeline::Watch current(parts->choice);
+  parts->active->SetVisible(true);
+  if (!current || parts->active == nullptr) return;
+  const int size = IsLargeDisc(type) ? parameters.largeDiscSize : parameters.miniDiscSize;
+  parts->active->SetSize(size, size);
+}
+
+// ---- a frame ----
+
+void HelmDisc::Draw() {
+  const Lifeline::Watch alive(parts->lifeline);
+  DrawPivotBall();
+  if (alive) DrawOverlay();
+}
+
+void HelmDisc::DrawPivotBall() {
+  PivotBall* const ball = GetPivotBall();
+  if (parts->visible && parts->active != nullptr && ball != nullptr) ball->Draw();
+}
+
+void HelmDisc::DrawOverlay() {
+  HelmDiscParts& now = *parts;
+  if (!now.visible) return;
+  const Lifeline::Watch alive(now.lifeline);
+  if (now.active != nullptr) {
+    now.active->Draw();
+  } else {
+    DrawCloseNote();
+  }
+  if (alive && now.IsWelcomeVisible()) now.welcome.menu->Draw();
+}
+
+void HelmDisc::DrawCloseNote() {
+  HelmDiscParts& now = *parts;
+  const CameraOperations* const hub = GetKorvane();
+  if (!now.timers.closeHUD.IsRunning() || !parameters.showMessages || hub == nullptr) return;
+  if (now.closeNote.Get() == nullptr) return;
+  const TrackMenu& first = *now.menus[0];
+  const Vector2 half(first.GetViewportWidth() / 2.0, first.GetViewportHeight() / 2.0);
+  const RenderPass pass(GetRenderer(), Box2(half, half), hub->GetCameraParameters(),
+                        Renderer::RENDER_OVERLAY);
+  DynamicIcon2D* const note = now.closeNote.Get();
+  if (!pass || note == nullptr) return;
+  note->SetPosition(Vector2(half.x, note->GetHeight()));
+  pass->Render(note);
+}
+
+// ---- questions ----
+
+bool HelmDisc::GetEnabled() const { return parts->active != nullptr && parts->active->GetEnabled(); }
 
 void HelmDisc::SetEnabled(bool enabled) {
-  if (activeTrackMenu != nullptr && !activeTrackMenu->IsLeftButtonDown())
-    activeTrackMenu->SetEnabled(enabled);
+  const Lifeline::Watch alive(parts->lifeline);
+  for (int kind = 0; alive && kind < DISC_KIND_COUNT; ++kind) {
+    TrackMenu& menu = *GetTrackMenu(static_cast<DiscType>(kind));
+    if (!menu.IsLeftButtonDown()) menu.SetEnabled(enabled);
+  }
 }
 
 void HelmDisc::SetVisible(bool value) {
-  if (visible == value) return;
-  visible = value;
-  if (cameraOperations != nullptr) cameraOperations->RequestApplicationUpdate();
+  if (parts->visible == value) return;
+  parts->visible = value;
+  parts->RequestUpdate();
 }
 
 void HelmDisc::SetViewportSize(int width, int height) {
-  viewportWidth = width;
-  viewportHeight = height;
+  const Lifeline::Watch alive(parts->lifeline);
+  parts->viewportWidth = width;
+  parts->viewportHeight = height;
+  parts->ForEachMenu([=](TrackMenu& menu) { menu.SetViewportSize(width, height); });
+  if (alive) parts->history->SetViewportSize(width, height);
 }
 
 void HelmDisc::SetWelcomeMenuPosition(int x, int y) {
-  welcomeX = x;
-  welcomeY = y;
+  parts->welcome.x = x;
+  parts->welcome.y = y;
 }
 
-bool HelmDisc::IsOverWelcome() const {
-  return overWelcome && welcomeTrackMenu != nullptr && welcomeTrackMenu->GetVisible();
-}
+bool HelmDisc::IsOverWelcome() const { return parts->welcome.over && parts->IsWelcomeVisible(); }
+bool HelmDisc::IsDragActive() const { return parts->press.dragBegun; }
 
 bool HelmDisc::WantCursorWrapping() const {
-  return activeTrackMenu != nullptr && activeTrackMenu->GetActiveRegion().wrap;
+  return parts->active != nullptr && parts->active->GetActiveRegion().wrap;
 }
 
 CursorID HelmDisc::GetCurrentCursor() const {
-  return activeTrackMenu != nullptr ? activeTrackMenu->GetMenuCursorID() : CURSOR_ARROW;
+  return parts->active != nullptr ? parts->active->GetMenuCursorID() : CURSOR_ARROW;
 }
 
 }  // namespace Korvane

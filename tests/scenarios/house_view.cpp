@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "disc/helm_disc_parts.h"
 #include "korvane/center_tool.h"
 #include "korvane/look_at_tool.h"
 #include "korvane/look_move_tool.h"
@@ -71,7 +72,7 @@ bool HouseRenderer::QueryRaySceneIntersection(const Vector3& origin, const Vecto
   return true;
 }
 
-OpenDisc::OpenDisc() : record(new RecordingHistory) { history.reset(record); }
+OpenDisc::OpenDisc() : record(new RecordingHistory) { GetParts().history.reset(record); }
 OpenDisc::~OpenDisc() = default;
 
 HouseView::HouseView(bool orthographic) : hub(MakeCamera(orthographic)) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "cube/orientor_parts.h"
+#include "disc/helm_disc_parts.h"
 #include "disc/track_menu_parts.h"
 #include "interaction/view_manager/view_manager_observers.h"
 #include "korvane/cam3d_controller.h"
@@ -116,7 +117,10 @@ class FakeOrientor : public Korvane::Orientor, public Fake {
 
 class FakeTrackMenu : public Korvane::TrackMenu {
  public:
-  FakeTrackMenu() : icon(Korvane::TEXTURE_NONE) { activeRegion.icon = &icon; }
+  FakeTrackMenu() : icon(Korvane::TEXTURE_NONE) {
+    SetRendererShared(true);  // as those of a disc
+    activeRegion.icon = &icon;
+  }
   void OnMouseMove(int x, int y) override {
     movedX = x;
     movedY = y;
@@ -140,10 +144,11 @@ class FakeDisc : public Korvane::HelmDisc, public Fake {
   explicit FakeDisc(WidgetJournal& theJournal) : Fake("disc", theJournal) {
     auto recordingHistory = std::make_unique<RecordingHistory>();
     record = recordingHistory.get();
-    history = std::move(recordingHistory);
+    open.history = std::move(recordingHistory);
+    open.menus[0].reset(&menu);
     auto fakeWelcome = std::make_unique<FakeTrackMenu>();
     welcome = fakeWelcome.get();
-    welcomeTrackMenu = std::move(fakeWelcome);
+    open.welcome.menu = std::move(fakeWelcome);
   }
 
   void SetKorvane(Korvane::CameraOperations* hub) override {
@@ -190,20 +195,19 @@ class FakeDisc : public Korvane::HelmDisc, public Fake {
     activeTrackMenu = type == Korvane::DiscType::None ? nullptr : &menu;
   }
 
-  using HelmDisc::activeTrackMenu;
-  using HelmDisc::cameraOperations;
-  using HelmDisc::dragBegun;
-  using HelmDisc::observers;
-  using HelmDisc::overWelcome;
-  using HelmDisc::renderer;
-  using HelmDisc::viewportHeight;
-  using HelmDisc::viewportWidth;
-  using HelmDisc::visible;
-  using HelmDisc::welcomeX;
-  using HelmDisc::welcomeY;
+  Korvane::HelmDiscParts& open = GetParts();
+  Korvane::TrackMenu*& activeTrackMenu = open.active;
+  bool& dragBegun = open.press.dragBegun;
+  Korvane::ObserverSet<Korvane::HelmDiscObserver>& observers = open.partners.observers;
+  bool& overWelcome = open.welcome.over;
+  int& viewportHeight = open.viewportHeight;
+  int& viewportWidth = open.viewportWidth;
+  bool& visible = open.visible;
+  int& welcomeX = open.welcome.x;
+  int& welcomeY = open.welcome.y;
 
   Korvane::DiscType activeDisc = Korvane::DiscType::None;
-  FakeTrackMenu menu;
+  FakeTrackMenu& menu = *new FakeTrackMenu;  // of any kind; the disc's
   FakeTrackMenu* welcome;
   RecordingHistory* record;
 };

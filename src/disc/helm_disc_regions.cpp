@@ -1,0 +1,68 @@
+// Filling the discs with their regions.
+#include "disc/disc_listeners.h"
+#include "disc/disc_tables.h"
+#include "korvane/icon2d.h"
+#include "korvane/track_menu.h"
+
+namespace Korvane {
+
+namespace {
+
+using Region = TrackMenu::Region;
+
+constexpr double OPACITY_OF_DISABLED = 0.5;
+
+Region MakeRegion(const DiscRegion& row, int overlay, HelmDisc& disc, TrackMenu& menu) {
+  Region region;
+  region.color = row.colour;
+  region.listener = MakeDiscListener(row.listener, disc, menu).release();
+  region.icon = new ResourceIcon2D(static_cast<TextureID>(row.icon));
+  if (overlay != TEXTURE_NONE) region.overlayIcon = new ResourceIcon2D(static_cast<TextureID>(overlay));
+  region.labelString = static_cast<StringID>(row.label);
+  region.tooltipString = row.tooltip.Choose(disc.GetParameters());
+  region.tooltipHUDString = static_cast<StringID>(row.note);
+  region.cursorID = static_cast<CursorID>(row.cursor);
+  region.sticky = (row.flags & REGION_STICKY) != 0;
+  region.enabled = (row.flags & REGION_DISABLED) == 0;
+  region.wrap = (row.flags & REGION_UNWRAPPED) == 0;
+  region.zone = row.zone;
+  return region;
+}
+
+// A region that the menu does not take goes.
+template <class Add>
+bool Give(Region region, const Add& add) {
+  if (add(region)) return true;
+  region.Destroy();
+  return false;
+}
+
+bool FillMenu(const DiscTable& table, HelmDisc& disc, TrackMenu& menu) {
+  Region disabled = MakeRegion(table.disabled, table.overlay, disc, menu);
+  if (disabled.overlayIcon != nullptr) disabled.overlayIcon->SetOpacity(OPACITY_OF_DISABLED);
+  if (!Give(disabled, [&](const Region& each) { return menu.SetDisabledRegion(each); })) return false;
+  for (const DiscRegion& row : table.regions) {
+    const Region region = MakeRegion(row, table.overlay, disc, menu);
+    if (!Give(region, [&](const Region& each) { return menu.AddRegion(each); })) return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+// A disc that is filled a second time begins anew.
+bool HelmDisc::InitRegions(DiscType type) {
+  TrackMenu* const menu = GetTrackMenu(type);
+  if (menu == nullptr) return true;
+  const Lifeline::Watch alive(GetLifeline());
+  if (menu->GetRegion(0) != nullptr) menu->Destroy();
+  if (!alive) return false;
+  const DiscTable& table = GetDiscTable(type);
+  menu->SetShowParams(&parameters.showTooltips, &parameters.showMessages, &parameters.showToolHUDs);
+  if (!menu->SetRegionMap(static_cast<TextureID>(table.regionMap)) || !alive) return false;
+  menu->SetMenu(table.menu);
+  menu->SetMenuCursorID(IsLargeDisc(type) ? CURSOR_ARROW : CURSOR_ORBIT_CUBE);
+  return FillMenu(table, *this, *menu);
+}
+
+}  // namespace Korvane
