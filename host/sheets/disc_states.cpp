@@ -13,10 +13,11 @@ namespace {
 constexpr int margin = 6;  // points, around each disc
 
 constexpr DiscKind kinds[] = {
-    {"view-object", 16, 18, 24, true},           {"tour-building", 25, 27, 33, true},
-    {"full-navigation", 34, 36, 46, true},       {"two-d", 69, 71, 76, true},
-    {"mini-view-object", -1, 48, 52, false},     {"mini-tour-building", -1, 54, 58, false},
-    {"mini-full-navigation", -1, 60, 68, false},
+    {"view-object-disc", 16, 18, 24, 128, 64},         {"tour-building-disc", 25, 27, 33, 128, 64},
+    {"full-navigation-disc", 34, 36, 46, 128, 64},     {"two-d-disc", 69, 71, 76, 128, 64},
+    {"mini-view-object-disc", -1, 48, 52, 64, 32},     {"mini-tour-building-disc", -1, 54, 58, 64, 32},
+    {"mini-full-navigation-disc", -1, 60, 68, 64, 32}, {"welcome-advanced", -1, 77, 82, 512, 512},
+    {"welcome-basic", -1, 84, 87, 512, 512},
 };
 
 }  // namespace

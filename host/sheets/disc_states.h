@@ -11,11 +11,12 @@ namespace zovsheets {
 
 /// The pictures of a disc, by their numbers.
 struct DiscKind {
-  const char* name;  // of a file as well
-  int overlay;       // the captions; -1: none
-  int first;         // at rest
-  int last;          // after it one number for each wedge under the pointer
-  bool large;
+  const char* name;    // of a file as well
+  int overlay;         // the captions; -1: none
+  int first;           // at rest
+  int last;            // after it one number for each wedge under the pointer
+  double usualPoints;  // the width at which it is shown as a rule
+  double leastPoints;  // the smallest
 };
 
 std::span<const DiscKind> GetDiscKinds();

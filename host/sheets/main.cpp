@@ -96,18 +96,21 @@ struct DiscChoice {
   int size = 0;      // points; 0: the usual one
   double scale = 1.0;
   int ground = -1;  // -1: all of them
+  int columns = 6;
+  bool small = false;  // at the smallest size of each
 };
 
 int DrawDiscs(const ResourcePack& pack, const DiscChoice& choice, int enlarged, const std::string& file) {
   std::vector<LabelledImage> pictures;
   for (const zovsheets::DiscKind& kind : zovsheets::GetDiscKinds()) {
     if (std::string(kind.name).find(choice.kind) == std::string::npos) continue;
-    const double usual = kind.large ? 128.0 : 64.0;
     for (const zovsheets::Ground ground : zovsheets::grounds) {
       if (choice.ground >= 0 && choice.ground != static_cast<int>(ground)) continue;
       Image image;
-      const double points = choice.size > 0 ? choice.size : usual;
-      if (!zovsheets::PaintDiscs(pack, kind, {points, choice.scale, ground}, image)) continue;
+      const double points = choice.small      ? kind.leastPoints
+                            : choice.size > 0 ? choice.size
+                                              : kind.usualPoints;
+      if (!zovsheets::PaintDiscs(pack, kind, {points, choice.scale, ground, choice.columns}, image)) continue;
       Image sheet{image.width * enlarged, image.height * enlarged, {}};
       sheet.rgba.resize(
           image.rgba.size() * static_cast<std::size_t>(enlarged) * static_cast<std::size_t>(enlarged), 255);
@@ -158,7 +161,9 @@ int main(int argumentCount, char** arguments) {
   CLI::App* const discs = app.add_subcommand("discs", "The navigation discs in their states");
   discs->add_option("--only", choice.kind, "Discs whose names contain this");
   discs->add_option("--size", choice.size, "The width of a disc in points; 0: the usual one");
+  discs->add_flag("--small", choice.small, "Each at its smallest size");
   discs->add_option("--scale", choice.scale, "Pixels for one point");
+  discs->add_option("--columns", choice.columns, "States in a row");
   discs->add_option("--ground", choice.ground, "White 0, black 1, gradient 2, busy 3; -1: all of them");
   discs->add_option("--enlarged", enlarged, "Sheet pixels for one of the picture");
   for (CLI::App* command : {cursors, pictures, cube, notes, discs}) {

@@ -528,6 +528,7 @@ TEST(DiscPack, has_every_picture_of_the_discs) {
     named.insert({disc.map, disc.base});
     for (const Wedge& wedge : disc.wedges) named.insert(wedge.picture);
   }
+  // Those above are of the welcome screen.
   for (int id = 16; id <= 76; ++id) {
     EXPECT_TRUE(named.count(id) == 1) << id;
     EXPECT_TRUE(pack->HasPicture(id)) << id;

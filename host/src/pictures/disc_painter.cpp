@@ -4,8 +4,9 @@
 #include <cmath>
 #include <numbers>
 
+#include "pictures/disc_colours.h"
 #include "pictures/glyph_painter.h"
-#include "zovhost/accent.h"
+#include "pictures/region_map.h"
 
 namespace zovhost {
 
@@ -14,22 +15,13 @@ namespace {
 constexpr double degree = std::numbers::pi / 180.0;
 constexpr int mapSide = 256;  // pixels, so that the largest disc has one for each of its own
 
-constexpr TextColour ink = {0.106, 0.122, 0.141, 1.0};
-constexpr TextColour ground = {0.965, 0.970, 0.976, 0.78};
-constexpr TextColour plate = {0.985, 0.985, 0.99, 1.0};
-constexpr TextColour hairline = {0.10, 0.12, 0.15, 0.34};
-constexpr TextColour lit = {ACCENT_LIGHT_COLOUR[0], ACCENT_LIGHT_COLOUR[1], ACCENT_LIGHT_COLOUR[2], 0.98};
-constexpr TextColour accent = {ACCENT_COLOUR[0], ACCENT_COLOUR[1], ACCENT_COLOUR[2], 1.0};
-constexpr double litLine = 1.5;     // points
+constexpr double litLine = 1.5;  // points
+constexpr double marginUnits = 2.0;
 constexpr double glyphLine = 1.35;  // points, at least
 // A small disc shows the glyphs of its wedges from this size on, below it only that of the one in use.
 constexpr double leastPointsForGlyphs = 48.0;
 constexpr double onlyGlyphSize = 48.0;   // units
 constexpr double onlyGlyphPlate = 32.0;  // units, the radius
-
-void SetColour(cairo_t* context, const TextColour& colour) {
-  cairo_set_source_rgba(context, colour.red, colour.green, colour.blue, colour.alpha);
-}
 
 // Draws in pixels.
 class DiscBrush {
@@ -44,11 +36,11 @@ class DiscBrush {
     const double line = GetHairline();
     for (const DiscWedge& wedge : plan.wedges) {
       AddSector(wedge.sector);
-      SetColour(context, &wedge == highlight ? lit : ground);
+      SetColour(context, &wedge == highlight ? discLit : discGround);
       cairo_fill(context);
     }
-    for (const DiscWedge& wedge : plan.wedges) StrokeSector(wedge.sector, hairline, line);
-    if (highlight != nullptr) StrokeSector(highlight->sector, accent, std::max(line, litLine * size.scale));
+    for (const DiscWedge& wedge : plan.wedges) StrokeSector(wedge.sector, discHairline, line);
+    if (highlight != nullptr) StrokeSector(highlight->sector, discAccent, std::max(line, GetLitLine()));
     cairo_set_operator(context, CAIRO_OPERATOR_OVER);
   }
 
@@ -63,6 +55,9 @@ class DiscBrush {
   }
 
  private:
+  // Not wider than the margin around the rim has room for.
+  double GetLitLine() const { return std::min(litLine * size.scale, 2.0 * marginUnits * size.GetUnit()); }
+
   double GetHairline() const { return std::max(1.0, std::round(size.scale)); }
 
   // A line of an odd number of pixels along a pixel row lies in the middle of it.
@@ -101,7 +96,7 @@ class DiscBrush {
 
   void DrawOne(const DiscWedge& wedge, const DiscPoint& at, double glyphSize, bool isLit) {
     DrawGlyph(context, GetDiscSign(wedge.action).glyph,
-              {at.x, at.y, glyphSize, isLit ? accent : ink, glyphLine * size.scale});
+              {at.x, at.y, glyphSize, isLit ? discAccent : discInk, glyphLine * size.scale});
   }
 
   // In the middle of the disc, on a plate that keeps the borders of the wedges out of it.
@@ -109,9 +104,9 @@ class DiscBrush {
     cairo_new_path(context);
     cairo_arc(context, middle, middle, onlyGlyphPlate * size.GetUnit(), 0.0, 2.0 * std::numbers::pi);
     const bool isHub = wedge.sector.inner == 0.0;
-    SetColour(context, isHub ? lit : plate);
+    SetColour(context, isHub ? discLit : discPlate);
     cairo_fill_preserve(context);
-    SetColour(context, isHub ? accent : hairline);
+    SetColour(context, isHub ? discAccent : discHairline);
     cairo_set_line_width(context, GetHairline());
     cairo_stroke(context);
     DrawOne(wedge, {middle, middle}, onlyGlyphSize * size.GetUnit(), true);
@@ -125,16 +120,23 @@ class DiscBrush {
 
 int GetSide(const DiscSize& size) { return static_cast<int>(std::lround(size.GetPixels())); }
 
+void DrawCaptions(cairo_t* context, const DiscLayout& layout, const CaptionSetter& setter) {
+  for (const WedgeContent& content : layout.contents) {
+    for (const PlacedLine& line : content.caption) {
+      setter.Draw(context, line.text, layout.capHeight, line.middle.x, line.middle.y, discInk);
+    }
+  }
+}
+
 }  // namespace
 
 bool PaintDisc(const DiscPlan& plan, const DiscWedge* highlight, const DiscSize& size,
                const FindText& findText, Image& image) {
   const Canvas canvas(GetSide(size), GetSide(size));
   if (!canvas.IsValid()) return false;
-  const CaptionSetter setter;
   DiscBrush brush(plan, size, canvas.GetContext());
   brush.DrawGrounds(highlight);
-  brush.DrawGlyphs(LayOutDisc(plan, size, findText, setter), highlight);
+  brush.DrawGlyphs(LayOutDisc(plan, size, findText, CaptionSetter()), highlight);
   if (!canvas.IsValid()) return false;
   image = canvas.MakeImage();
   return true;
@@ -144,31 +146,29 @@ bool PaintDiscCaptions(const DiscPlan& plan, const DiscSize& size, const FindTex
   const Canvas canvas(GetSide(size), GetSide(size));
   if (!canvas.IsValid()) return false;
   const CaptionSetter setter;
-  const DiscLayout layout = LayOutDisc(plan, size, findText, setter);
-  for (const WedgeContent& content : layout.contents) {
-    for (const PlacedLine& line : content.caption) {
-      setter.Draw(canvas.GetContext(), line.text, layout.capHeight, line.middle.x, line.middle.y, ink);
-    }
-  }
+  DrawCaptions(canvas.GetContext(), LayOutDisc(plan, size, findText, setter), setter);
   if (!canvas.IsValid()) return false;
   image = canvas.MakeImage();
   return true;
 }
 
+void DrawRestingDisc(cairo_t* context, const DiscPlan& plan, const DiscSize& size, const FindText& findText) {
+  const CaptionSetter setter;
+  const DiscLayout layout = LayOutDisc(plan, size, findText, setter);
+  cairo_push_group(context);
+  DiscBrush brush(plan, size, context);
+  brush.DrawGrounds(nullptr);
+  brush.DrawGlyphs(layout, nullptr);
+  DrawCaptions(context, layout, setter);
+  cairo_pop_group_to_source(context);
+  cairo_paint(context);
+}
+
 Image PaintDiscMap(const DiscPlan& plan) {
-  Image image{mapSide, mapSide, {}};
-  image.rgba.reserve(std::size_t{4} * mapSide * mapSide);
-  constexpr double unit = discUnits / mapSide;
-  for (int y = 0; y < mapSide; ++y) {
-    for (int x = 0; x < mapSide; ++x) {
-      const DiscWedge* wedge =
-          plan.FindWedge({(x + 0.5) * unit - discUnits / 2.0, (y + 0.5) * unit - discUnits / 2.0});
-      const MapKey key = wedge != nullptr ? wedge->key : MapKey{};
-      const std::uint8_t alpha = wedge != nullptr ? 255 : 0;
-      image.rgba.insert(image.rgba.end(), {key[0], key[1], key[2], alpha});
-    }
-  }
-  return image;
+  constexpr double half = discUnits / 2.0;
+  return PaintRegionMap(mapSide, discUnits, [&plan](const DiscPoint& point) {
+    return FindKey(plan.FindWedge({point.x - half, point.y - half}));
+  });
 }
 
 }  // namespace zovhost

@@ -6,6 +6,8 @@
 
 #include "pictures/disc_painter.h"
 #include "pictures/disc_plan.h"
+#include "pictures/welcome_painter.h"
+#include "pictures/welcome_plan.h"
 
 namespace zovhost {
 
@@ -15,26 +17,40 @@ constexpr double usualLargePoints = 128.0;
 constexpr double usualSmallPoints = 64.0;
 constexpr double largestSide = 4096.0;  // pixels
 
-enum class DiscPicture : int { Overlay, Map, Whole };
-
-// What a number stands for. Ordered by the number.
+// What a number stands for: a picture of a disc or one of a page of the welcome screen.
 struct Row {
+  enum class Kind : int { Overlay, Map, Whole };
+
   int id = 0;
-  DiscPicture kind = DiscPicture::Whole;
-  const DiscPlan* plan = nullptr;
-  const DiscWedge* highlight = nullptr;
+  Kind kind = Kind::Whole;
+  const DiscPlan* disc = nullptr;
+  const DiscWedge* wedge = nullptr;  // under the pointer
+  const WelcomePage* page = nullptr;
+  const WelcomeArea* area = nullptr;  // likewise
 };
 
+void AddDisc(const DiscPlan& disc, std::vector<Row>& rows) {
+  if (disc.IsLarge()) rows.push_back({disc.overlay, Row::Kind::Overlay, &disc});
+  rows.push_back({disc.map, Row::Kind::Map, &disc});
+  rows.push_back({disc.base, Row::Kind::Whole, &disc});
+  for (const DiscWedge& wedge : disc.wedges) {
+    rows.push_back({wedge.picture, Row::Kind::Whole, &disc, &wedge});
+  }
+}
+
+void AddPage(const WelcomePage& page, std::vector<Row>& rows) {
+  rows.push_back({page.map, Row::Kind::Map, nullptr, nullptr, &page});
+  rows.push_back({page.plain, Row::Kind::Whole, nullptr, nullptr, &page});
+  for (const WelcomeArea& area : page.areas) {
+    if (area.picture >= 0) rows.push_back({area.picture, Row::Kind::Whole, nullptr, nullptr, &page, &area});
+  }
+}
+
+// Ordered by the number.
 std::vector<Row> MakeRows() {
   std::vector<Row> rows;
-  for (const DiscPlan& plan : GetDiscPlans()) {
-    if (plan.IsLarge()) rows.push_back({plan.overlay, DiscPicture::Overlay, &plan, nullptr});
-    rows.push_back({plan.map, DiscPicture::Map, &plan, nullptr});
-    rows.push_back({plan.base, DiscPicture::Whole, &plan, nullptr});
-    for (const DiscWedge& wedge : plan.wedges) {
-      rows.push_back({wedge.picture, DiscPicture::Whole, &plan, &wedge});
-    }
-  }
+  for (const DiscPlan& disc : GetDiscPlans()) AddDisc(disc, rows);
+  for (const WelcomePage& page : GetWelcomePages()) AddPage(page, rows);
   std::sort(rows.begin(), rows.end(), [](const Row& a, const Row& b) { return a.id < b.id; });
   return rows;
 }
@@ -53,26 +69,27 @@ bool IsPainted(int id) { return FindRow(id) != nullptr; }
 double GetUsualPoints(int id) {
   const Row* row = FindRow(id);
   if (row == nullptr) return 0.0;
-  return row->plan->IsLarge() ? usualLargePoints : usualSmallPoints;
+  if (row->page != nullptr) return welcomePoints;
+  return row->disc->IsLarge() ? usualLargePoints : usualSmallPoints;
 }
 
 bool PaintPicture(int id, double points, double scale, const FindText& findText, Image& image) {
   const Row* row = FindRow(id);
   const double pixels = points * scale;
   if (row == nullptr || !(points > 0.0) || !(pixels >= 1.0) || !(pixels <= largestSide)) return false;
-  if (row->kind == DiscPicture::Map) {
-    image = PaintDiscMap(*row->plan);
-    return true;
+  if (row->kind == Row::Kind::Map) return PaintMap(id, image);
+  if (row->page != nullptr) {
+    return PaintWelcome(*row->page, row->area, pixels / welcomePoints, findText, image);
   }
   const DiscSize size = {points, scale};
-  if (row->kind == DiscPicture::Overlay) return PaintDiscCaptions(*row->plan, size, findText, image);
-  return PaintDisc(*row->plan, row->highlight, size, findText, image);
+  if (row->kind == Row::Kind::Overlay) return PaintDiscCaptions(*row->disc, size, findText, image);
+  return PaintDisc(*row->disc, row->wedge, size, findText, image);
 }
 
 bool PaintMap(int id, Image& image) {
   const Row* row = FindRow(id);
-  if (row == nullptr || row->kind != DiscPicture::Map) return false;
-  image = PaintDiscMap(*row->plan);
+  if (row == nullptr || row->kind != Row::Kind::Map) return false;
+  image = row->page != nullptr ? PaintWelcomeMap(*row->page) : PaintDiscMap(*row->disc);
   return true;
 }
 
