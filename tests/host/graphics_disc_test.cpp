@@ -2,11 +2,17 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
+#include <cmath>
 #include <memory>
+#include <vector>
 
 #include "graphics_canvas.h"
+#include "korvane/helm_disc.h"
 #include "korvane/icon2d.h"
 #include "korvane/pixel_icon2d.h"
+#include "korvane/track_menu.h"
+#include "support/memory_hub.h"
 #include "zovhost/resource_pack.h"
 
 namespace {
@@ -166,6 +172,103 @@ TEST_F(GraphicsDisc, other_texts_fill_the_bounds_that_they_are_given) {
   const Extent shown = FindLit(Draw(*note));
   EXPECT_GT(shown.top - shown.bottom, 40);
   renderer.DestroyIcon(note);
+}
+
+// ---- the library's disc with these pictures ----
+
+// Degrees clockwise from the top, the distance from the middle in half widths of the disc, and the number of
+// the picture that shows when the pointer is there.
+struct Aim {
+  double angle;
+  double reach;
+  int picture;
+};
+
+struct AimedDisc {
+  Korvane::DiscType type;
+  std::vector<Aim> aims;
+};
+
+const std::vector<AimedDisc>& GetAimedDiscs() {
+  constexpr double seventh = 360.0 / 7.0;
+  static const std::vector<AimedDisc> discs = {
+      {Korvane::DiscType::ViewObject,
+       {{45, 1.08, 19}, {135, 1.08, 20}, {0, 0, 21}, {120, 0.65, 22}, {240, 0.65, 23}, {0, 0.65, 24}}},
+      {Korvane::DiscType::TourBuilding,
+       {{45, 1.08, 28}, {135, 1.08, 29}, {0, 0, 30}, {0, 0.65, 31}, {240, 0.65, 32}, {120, 0.65, 33}}},
+      {Korvane::DiscType::FullNavigation,
+       {{45, 1.08, 37},
+        {135, 1.08, 38},
+        {0, 0, 39},
+        {6 * seventh, 0.65, 40},
+        {0, 0.65, 41},
+        {5 * seventh, 0.65, 42},
+        {1 * seventh, 0.65, 43},
+        {2 * seventh, 0.65, 44},
+        {3 * seventh, 0.65, 45},
+        {4 * seventh, 0.65, 46}}},
+      {Korvane::DiscType::TwoD,
+       {{180, 0.65, 72}, {0, 0, 73}, {0, 0.65, 74}, {45, 1.08, 75}, {135, 1.08, 76}}},
+      {Korvane::DiscType::MiniViewObject, {{0, 0, 49}, {240, 0.65, 50}, {0, 0.65, 51}, {120, 0.65, 52}}},
+      {Korvane::DiscType::MiniTourBuilding, {{0, 0.65, 55}, {120, 0.65, 56}, {240, 0.65, 57}, {0, 0, 58}}},
+      {Korvane::DiscType::MiniFullNavigation,
+       // Near the rim, as a wedge stays the one in use until the pointer is three pixels beyond it.
+       {{0, 0, 61},
+        {6 * seventh, 0.8, 62},
+        {0, 0.8, 63},
+        {5 * seventh, 0.8, 64},
+        {4 * seventh, 0.8, 65},
+        {2 * seventh, 0.8, 66},
+        {1 * seventh, 0.8, 67},
+        {3 * seventh, 0.8, 68}}},
+  };
+  return discs;
+}
+
+class GraphicsHelmDisc : public GraphicsDisc {
+ protected:
+  GraphicsHelmDisc() {
+    disc.GetParameters().suppressWelcome = true;
+    disc.SetKorvane(&hub);
+    disc.SetRenderer(&renderer);
+    disc.SetViewportSize(side, side);
+    EXPECT_TRUE(disc.Create());
+  }
+  ~GraphicsHelmDisc() override { disc.Destroy(); }
+
+  void AimAt(const Aim& aim, int size) {
+    const double radians = aim.angle * std::acos(-1.0) / 180.0;
+    const double reach = aim.reach * size / 2.0;
+    disc.OnMouseMove(static_cast<int>(std::lround(side / 2.0 + reach * std::sin(radians))),
+                     static_cast<int>(std::lround(side / 2.0 + reach * std::cos(radians))));
+  }
+
+  MemoryHub hub;
+  Korvane::HelmDisc disc;
+};
+
+TEST_F(GraphicsHelmDisc, shows_the_wedge_that_the_pointer_is_on_in_every_disc_and_size) {
+  for (const AimedDisc& aimed : GetAimedDiscs()) {
+    const bool large = Korvane::HelmDisc::IsLargeDisc(aimed.type);
+    for (const int size : large ? std::array{64, 128, 256} : std::array{32, 64, 256}) {
+      disc.GetParameters().largeDiscSize = disc.GetParameters().miniDiscSize = size;
+      disc.UpdateSettings();
+      disc.SetActiveDisc(aimed.type);
+      Korvane::TrackMenu* menu = disc.GetActiveTrackMenu();
+      ASSERT_NE(menu, nullptr);
+      menu->SetLocked(true);
+      menu->SetLocation(side / 2, side / 2);
+      for (const Aim& aim : aimed.aims) {
+        AimAt(aim, size);
+        const Korvane::ResourceIcon2D* icon = menu->GetActiveRegion().icon;
+        ASSERT_NE(icon, nullptr);
+        EXPECT_EQ(icon->GetTextureResourceID(), aim.picture) << "at " << size;
+        disc.Draw();
+      }
+      disc.SetActiveDisc(Korvane::DiscType::None);
+    }
+  }
+  EXPECT_EQ(renderer.GetPlaceholderCount(), 0) << renderer.GetLastPlaceholder();
 }
 
 }  // namespace

@@ -88,7 +88,7 @@ class Composer {
   }
 
   WedgeContent PlaceGlyph(const DiscWedge& wedge, const DiscPoint& middle, double glyphSize) const {
-    return {&wedge, ToPixels(middle), glyphSize * size.GetUnit(), {}};
+    return {&wedge, wedge.action, ToPixels(middle), glyphSize * size.GetUnit(), {}};
   }
 
   const DiscSize& size;

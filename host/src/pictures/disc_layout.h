@@ -27,6 +27,7 @@ struct PlacedLine {
 /// What stands in one wedge. In pixels from the top left of the picture.
 struct WedgeContent {
   const DiscWedge* wedge = nullptr;
+  DiscAction action = DiscAction::Rewind;  // the wedge's
   DiscPoint glyphMiddle;
   double glyphSize = 0.0;
   std::vector<PlacedLine> caption;  // none, one line or two

@@ -50,7 +50,7 @@ class DiscBrush {
       return;
     }
     for (const WedgeContent& content : layout.contents) {
-      DrawOne(*content.wedge, content.glyphMiddle, content.glyphSize, content.wedge == highlight);
+      DrawOne(content.action, content.glyphMiddle, content.glyphSize, content.wedge == highlight);
     }
   }
 
@@ -94,8 +94,8 @@ class DiscBrush {
     return std::abs(std::remainder(angle, 90.0)) < 1e-9 && std::abs(angle) < 360.0;
   }
 
-  void DrawOne(const DiscWedge& wedge, const DiscPoint& at, double glyphSize, bool isLit) {
-    DrawGlyph(context, GetDiscSign(wedge.action).glyph,
+  void DrawOne(DiscAction action, const DiscPoint& at, double glyphSize, bool isLit) {
+    DrawGlyph(context, GetDiscSign(action).glyph,
               {at.x, at.y, glyphSize, isLit ? discAccent : discInk, glyphLine * size.scale});
   }
 
@@ -109,7 +109,7 @@ class DiscBrush {
     SetColour(context, isHub ? discAccent : discHairline);
     cairo_set_line_width(context, GetHairline());
     cairo_stroke(context);
-    DrawOne(wedge, {middle, middle}, onlyGlyphSize * size.GetUnit(), true);
+    DrawOne(wedge.action, {middle, middle}, onlyGlyphSize * size.GetUnit(), true);
   }
 
   const DiscPlan& plan;

@@ -194,8 +194,9 @@ bool GLRenderer::Render(ResourceIcon2D* icon) {
   const GLuint texture = impl->textures.FindSized(*impl->resources, icon->GetTextureResourceID(),
                                                   icon->GetBounds().halfExtent.x * 2.0, impl->scale);
   if (texture == 0) return false;
-  for (double left = opacity; left > 0.0; left -= 1.0) {
-    impl->DrawIcon(texture, icon->GetBounds(), false, std::min(left, 1.0));
+  const int sheets = static_cast<int>(std::ceil(opacity));
+  for (int sheet = 0; sheet < sheets; ++sheet) {
+    impl->DrawIcon(texture, icon->GetBounds(), false, std::min(opacity - sheet, 1.0));
   }
   return true;
 }
