@@ -76,16 +76,24 @@ struct ResourceRange {
 
 /// Texts, 0 to 101. The range tells what kind of icon a text becomes; see Renderer::GetStringTexture.
 enum StringID : int {
+  STRING_LOOK_KEYS = 28,     // the message of a look that the arrow keys move
   STRING_OFF_MODEL = 31,     // a point of the scene is wanted and the cursor is over none
   STRING_DISC_CLOSED = 32,   // the note of a disc that has just been closed
   STRING_REWIND_EMPTY = 33,  // there is nothing to go back to
-  STRING_PIVOT = 41,         // the pivot ball's label
-  STRING_ORBIT = 50,         // the note of the middle button's orbit
-  STRING_PAN = 51,           // the note of the middle button's pan
-  STRING_REWIND = 52,        // the note of a slide along the film strip
-  STRING_WHEEL_ZOOM = 55,    // the note of a zoom by the wheel
-  STRING_UCS_DEFAULT = 67,   // the name of the default coordinate system
-  STRING_CUBE_HOME = 68,     // tooltips of the cube: its home button, its lock, its parts, its ring, its menu
+  STRING_WALK = 34,          // messages of a walk: how to set out, that it may not, its keys
+  STRING_WALK_REFUSED = 36,
+  STRING_CLICK_ZOOM = 37,  // how a click zooms
+  STRING_WALK_UP_DOWN = 38,
+  STRING_PIVOT = 41,        // the pivot ball's label
+  STRING_LOOK = 49,         // the note of a look
+  STRING_ORBIT = 50,        // the note of the middle button's orbit
+  STRING_PAN = 51,          // the note of the middle button's pan
+  STRING_REWIND = 52,       // the note of a slide along the film strip
+  STRING_WHEEL_ZOOM = 55,   // the note of a zoom
+  STRING_RECT_ZOOM = 56,    // the note of a rectangle to zoom to
+  STRING_LOOK_AT = 57,      // the note of a face to look at
+  STRING_UCS_DEFAULT = 67,  // the name of the default coordinate system
+  STRING_CUBE_HOME = 68,    // tooltips of the cube: its home button, its lock, its parts, its ring, its menu
   STRING_CUBE_LOCK = 69,
   STRING_CUBE_PART = 70,
   STRING_CUBE_COMPASS = 71,
@@ -125,7 +133,13 @@ enum TextureID : int {
   TEXTURE_REWIND_BRACKET_SNAPPED = 92,  // the same, on an element
   TEXTURE_WALK_REFUSED = 93,            // where a walk would start that the projection does not allow
   TEXTURE_WALK_START = 94,              // where a walk starts, the circle in which it rests
+  TEXTURE_HEIGHT_GAUGE = 95,            // between the floor and the top of the scene
+  TEXTURE_HEIGHT_START = 96,            // on it, the height of the start
+  TEXTURE_HEIGHT_MARK = 97,             // and that of now
+  TEXTURE_FORWARD_GAUGE = 98,           // the way to a point of the scene
+  TEXTURE_FORWARD_TARGET = 99,          // on it, the point
   TEXTURE_REWIND_GLASS = 100,           // over each picture of the film strip
+  TEXTURE_ROLL_RING = 101,              // around the pivot of a roll
   TEXTURE_NONE = 185,
 };
 

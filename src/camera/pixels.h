@@ -21,4 +21,16 @@ inline int WrapIntoView(int coordinate, int size) {
   return remainder < 0 ? remainder + size : remainder;
 }
 
+/// The same, but 1 to size, so that a coordinate of 0 stands at the far edge.
+inline int WrapAround(int coordinate, int size) {
+  if (size <= 0) return coordinate;
+  const int remainder = coordinate % size;
+  return coordinate <= 0 ? remainder + size : remainder;
+}
+
+/// Both edges of the viewport belong to it.
+inline bool IsInView(const ApplicationParameters& parameters, int x, int y) {
+  return x >= 0 && x <= parameters.viewport_width && y >= 0 && y <= parameters.viewport_height;
+}
+
 }  // namespace Korvane

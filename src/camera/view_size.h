@@ -69,4 +69,11 @@ inline Vector2 ViewSizeAtDepth(const CameraParameters& camera, KeptTangents& tan
   return camera.IsOrthographic() ? OrthographicSize(camera) : FrustumSizeAtDepth(tangents.Of(camera), depth);
 }
 
+/// Half the view at a depth. A view off its axis counts by its wider side.
+inline Vector2 HalfViewAtDepth(const CameraParameters& camera, const FrustumTangents& tangents,
+                               double depth) {
+  if (camera.IsOrthographic()) return OrthographicSize(camera) * 0.5;
+  return {Math::Max(tangents.left, tangents.right) * depth, Math::Max(tangents.top, tangents.bottom) * depth};
+}
+
 }  // namespace Korvane

@@ -24,33 +24,12 @@ constexpr TextureID TEXTURES[] = {
     TEXTURE_REWIND_BRACKET_SNAPPED, TEXTURE_REWIND_GLASS,
 };
 
-bool IsBasicDisc(DiscType type) { return type < DiscType::FullNavigation; }
-
 }  // namespace
 
 RewindRegionListener::RewindRegionListener(TrackMenu* menu, HelmDisc* helmDisc)
-    : RegionListener(menu), disc(helmDisc), textures(TEXTURES) {
+    : DiscRegionListener(menu, helmDisc), textures(TEXTURES) {
   showTimer.SetListener(this);
   hideTimer.SetListener(this);
-}
-
-// ---- with whom it works; the disc goes with its menus ----
-
-HelmDisc* RewindRegionListener::GetDisc() const { return GetTrackMenu() != nullptr ? disc : nullptr; }
-
-RewindHistory* RewindRegionListener::GetHistory() const {
-  const HelmDisc* const owner = GetDisc();
-  return owner != nullptr ? owner->GetHistory() : nullptr;
-}
-
-CameraOperations* RewindRegionListener::GetHub() const {
-  const TrackMenu* const menu = GetTrackMenu();
-  return menu != nullptr ? menu->GetKorvane() : nullptr;
-}
-
-Renderer* RewindRegionListener::GetRenderer() const {
-  const TrackMenu* const menu = GetTrackMenu();
-  return menu != nullptr ? menu->GetRenderer() : nullptr;
 }
 
 bool RewindRegionListener::IsTimelineOpen() const {
@@ -61,14 +40,14 @@ bool RewindRegionListener::IsTimelineOpen() const {
 // ---- the mouse ----
 
 void RewindRegionListener::OnLeftMouseDown(int x, int y) {
-  RegionListener::OnLeftMouseDown(x, y);
+  DiscRegionListener::OnLeftMouseDown(x, y);
   const Lifeline::Watch alive(GetLifeline());
-  if (TrackMenu* const menu = GetTrackMenu()) menu->SetVisible(false);
+  HideMenu();
   if (alive && IsMouseDown()) showTimer.Start(SHOW_TIMER_INTERVAL, false);
 }
 
 void RewindRegionListener::OnMouseMove(int x, int y) {
-  RegionListener::OnMouseMove(x, y);
+  DiscRegionListener::OnMouseMove(x, y);
   const Lifeline::Watch alive(GetLifeline());
   if (IsMouseDown() && !IsTimelineOpen() && IsBeyondClick(x, y)) {
     showTimer.Stop();
@@ -99,7 +78,7 @@ void RewindRegionListener::ApplyInterpolated() {
 }
 
 void RewindRegionListener::OnLeftMouseUp(int x, int y) {
-  RegionListener::OnLeftMouseUp(x, y);
+  DiscRegionListener::OnLeftMouseUp(x, y);
   showTimer.Stop();
   if (IsTimelineOpen()) {
     EndSlide();
@@ -119,7 +98,7 @@ void RewindRegionListener::EndSlide() {
     if (Renderer* const renderer = GetRenderer()) renderer->SetCursorPosition(bracketX, bracketY);
     if (TrackMenu* const menu = alive ? GetTrackMenu() : nullptr) menu->OnMouseMove(bracketX, bracketY);
   }
-  if (alive) ShowMenu();
+  if (alive) BringMenuBack();
 }
 
 // A click. The strip shows for a moment where it has led.
@@ -157,12 +136,12 @@ void RewindRegionListener::OnHideTimeline() {
   if (!IsTimelineOpen()) return;
   const Lifeline::Watch alive(GetLifeline());
   GetHistory()->CloseTimeline(Vector2(mouseX, mouseY));
-  if (alive) ShowMenu();
+  if (alive) BringMenuBack();
 }
 
-void RewindRegionListener::ShowMenu() {
+void RewindRegionListener::BringMenuBack() {
   const Lifeline::Watch alive(GetLifeline());
-  if (TrackMenu* const menu = GetTrackMenu()) menu->SetVisible(true);
+  ShowMenu();
   CameraOperations* const hub = alive ? GetHub() : nullptr;
   if (hub != nullptr) hub->RequestApplicationUpdate();
 }
@@ -183,7 +162,7 @@ void RewindRegionListener::Cancel() {
   const bool mine = IsMouseDown() || hideTimer.IsRunning();
   showTimer.Stop();
   hideTimer.Stop();
-  RegionListener::OnLeftMouseUp(mouseX, mouseY);
+  DiscRegionListener::OnLeftMouseUp(mouseX, mouseY);
   if (mine && IsTimelineOpen()) GetHistory()->CloseTimeline(Vector2(mouseX, mouseY));
 }
 
@@ -191,7 +170,7 @@ void RewindRegionListener::Cancel() {
 
 // A timer of the platform may come late; the frame then sees for itself that the moment is over.
 void RewindRegionListener::OnDraw() {
-  RegionListener::OnDraw();
+  DiscRegionListener::OnDraw();
   if (!IsMouseDown() && !hideTimer.IsRunning()) return;
   const Lifeline::Watch alive(GetLifeline());
   if (!IsMouseDrag() && Timer::GetTime() - timer.GetStartTime() > HIDE_TIMER_INTERVAL) {
@@ -225,7 +204,7 @@ DynamicIcon2D* RewindRegionListener::PlaceNote(double width) {
     if (note != nullptr) note->SetPosition(Vector2(width / 2.0, note->GetHeight()));
     return note;
   }
-  const bool hints = parameters.showToolHUDs || IsBasicDisc(owner->GetActiveDisc());
+  const bool hints = parameters.showToolHUDs || IsOnBasicDisc();
   DynamicIcon2D* const note = hints && !hideTimer.IsRunning() ? hintHUD.Get() : nullptr;
   const Vector2 bracket = history->GetBracketPosition();
   const double way = bracket.y < HINT_DISTANCE ? HINT_DISTANCE : -HINT_DISTANCE;

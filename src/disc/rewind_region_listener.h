@@ -1,20 +1,15 @@
 #pragma once
 
+#include "disc/disc_region_listener.h"
 #include "korvane/interval_timer.h"
-#include "korvane/region_listener.h"
 #include "korvane/renderer_loans.h"
 #include "korvane/timer.h"
 
 namespace Korvane {
 
-class CameraOperations;
-class HelmDisc;
-class RewindHistory;
-struct CameraParameters;
-
 /// The wedge that goes back. A click steps back one element and shows the film strip for a moment; a press
 /// that is held, or moved, opens the strip, and the view follows the mouse along it.
-class RewindRegionListener : public RegionListener {
+class RewindRegionListener : public DiscRegionListener {
  public:
   /// Seconds for which the strip shows after a click.
   static constexpr double HIDE_TIMER_INTERVAL = 0.5;
@@ -47,10 +42,6 @@ class RewindRegionListener : public RegionListener {
   using ShowTimelineTimer = ListenerTimer<&RewindRegionListener::OnShowTimeline>;
   using HideTimelineTimer = ListenerTimer<&RewindRegionListener::OnHideTimeline>;
 
-  HelmDisc* GetDisc() const;
-  RewindHistory* GetHistory() const;
-  CameraOperations* GetHub() const;
-  Renderer* GetRenderer() const;
   bool IsTimelineOpen() const;
 
   bool IsBeyondClick(int x, int y) const;
@@ -58,12 +49,11 @@ class RewindRegionListener : public RegionListener {
   void ApplyInterpolated();
   void EndSlide();
   void GoBack();
-  void ShowMenu();
+  void BringMenuBack();
   void Cancel();
   void DrawNotes(CameraOperations& hub);
   DynamicIcon2D* PlaceNote(double width);
 
-  HelmDisc* const disc;
   ShowTimelineTimer showTimer;
   HideTimelineTimer hideTimer;
   Timer timer;  // since a click; a reset one counts as long ago

@@ -1,6 +1,7 @@
 // The mouse and the keys, and what the menu makes of them: where it stands, which region is active.
 #include <cmath>
 
+#include "camera/pixels.h"
 #include "disc/region_map.h"
 #include "disc/track_menu_parts.h"
 #include "foundation/truncate.h"
@@ -14,13 +15,6 @@ constexpr double TOOLTIP_FIRST = 2.0;
 constexpr double TOOLTIP_LAST = 6.0;
 
 bool IsTooltipTime(double seconds) { return seconds >= TOOLTIP_FIRST && seconds <= TOOLTIP_LAST; }
-
-// 1 to the size, so that a coordinate of 0 stands at the far edge: the menu shows again where the wrapped
-// cursor is.
-double WrapAround(int coordinate, int size) {
-  const int remainder = coordinate % size;
-  return static_cast<double>(remainder) + (coordinate <= 0 ? size : 0);
-}
 
 int OffsetTo(double place, int mouse) {
   return Truncate(static_cast<double>(Truncate(place)) - static_cast<double>(mouse));
@@ -118,9 +112,10 @@ bool TrackMenu::UpdatePosition() {
   return map->GetPosition() != before;
 }
 
+// So the menu shows again where the wrapped cursor is.
 Vector2 TrackMenuParts::GetDragPosition() const {
-  return Vector2(WrapAround(mouse.x, viewportWidth) + mouse.dragOffsetX,
-                 WrapAround(mouse.y, viewportHeight) + mouse.dragOffsetY);
+  return Vector2(static_cast<double>(WrapAround(mouse.x, viewportWidth)) + mouse.dragOffsetX,
+                 static_cast<double>(WrapAround(mouse.y, viewportHeight)) + mouse.dragOffsetY);
 }
 
 // ---- which region is active ----

@@ -12,10 +12,6 @@ namespace {
 constexpr double MOVE_DURATION = 0.5;  // seconds
 constexpr double EASE_END = 1.0;       // eased all the way
 
-bool IsInView(int x, int y, const ApplicationParameters& parameters) {
-  return x >= 0 && x <= parameters.viewport_width && y >= 0 && y <= parameters.viewport_height;
-}
-
 }  // namespace
 
 CenterTool::CenterTool(HelmDisc* disc, TrackMenu* menu, StringID label)
@@ -62,7 +58,7 @@ void CenterTool::UpdatePivotPosition(int x, int y) {
       .Query(camera)
       .Then([&] {
         const ApplicationParameters& parameters = cameraOperations->GetApplicationParameters();
-        found = IsInView(x, y, parameters) && PickPoint(renderer, parameters, camera, x, y, point);
+        found = IsInView(parameters, x, y) && PickPoint(renderer, parameters, camera, x, y, point);
       })
       .Then([&] {
         onModel = found;

@@ -36,12 +36,6 @@ double ProperSize(const CameraParameters& camera, const Vector3& position) {
   return Math::Max(view.x, view.y) * VIEW_FRACTION;
 }
 
-// Half the view at a depth. A view off its axis counts by its wider side.
-Vector2 HalfView(const CameraParameters& camera, const FrustumTangents& tangents, double depth) {
-  if (camera.IsOrthographic()) return {camera.ortho_width / 2.0, camera.ortho_height / 2.0};
-  return {Math::Max(tangents.left, tangents.right) * depth, Math::Max(tangents.top, tangents.bottom) * depth};
-}
-
 }  // namespace
 
 class PivotBallHideTimer : public IntervalTimer {
@@ -167,7 +161,7 @@ void PivotBall::UpdateLabelPosition(const CameraParameters& camera, int width, i
   }
 
   const FrustumTangents tangents(camera);
-  Vector2 half = HalfView(camera, tangents, depth);
+  Vector2 half = HalfViewAtDepth(camera, tangents, depth);
   AdjustForAspectRatio(camera, width, height, half.x, half.y);
   const double toLeft = toBall.Dot(left) / half.x;
   const double toTop = toBall.Dot(upward) / half.y;
