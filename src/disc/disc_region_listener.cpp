@@ -110,7 +110,7 @@ bool DiscRegionListener::IsSet(bool HelmDiscParameters::*setting) const {
 
 bool DiscRegionListener::IsOnBasicDisc() const {
   const HelmDisc* const owner = GetDisc();
-  return owner != nullptr && owner->GetActiveDisc() < DiscType::FullNavigation;
+  return owner != nullptr && HelmDisc::IsBasicDisc(owner->GetActiveDisc());
 }
 
 bool DiscRegionListener::ShowsMessages() const {

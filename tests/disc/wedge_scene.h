@@ -13,6 +13,7 @@
 
 #include "interaction/tools/tool_fakes.h"
 #include "korvane/helm_disc.h"
+#include "korvane/pixel_icon2d.h"
 #include "korvane/rewind_history.h"
 #include "korvane/track_menu.h"
 
@@ -50,6 +51,11 @@ class WedgeRenderer : public ToolRenderer {
     const bool drawn = ToolRenderer::Render(icon);
     Act();
     return drawn;
+  }
+  /// All white.
+  Korvane::PixelIcon2D* CreateImageData(Korvane::TextureID /*id*/) override {
+    const std::vector<unsigned char> white(4 * 4 * 4, 255);
+    return new Korvane::PixelIcon2D(4, 4, white.data(), Korvane::PixelIcon2D::PIXEL_FORMAT_RGBA);
   }
   bool LoadTexture(Korvane::TextureID id) override {
     ++held[id];
@@ -163,7 +169,7 @@ struct WedgeScene : ::testing::Test {
     menu->SetRendererShared(true);
     menu->SetKorvane(&hub);
     menu->SetRenderer(&renderer);
-    menu->SetRegionMap(static_cast<Korvane::TextureID>(34));  // one white pixel
+    menu->SetRegionMap(static_cast<Korvane::TextureID>(34));
     menu->SetViewportSize(WIDTH, HEIGHT);
     menu->SetLocation(500, 300);
     Korvane::TrackMenu::Region region;
