@@ -35,8 +35,9 @@ enum class DiscType : int {
 /// In use: SetKorvane, SetRenderer, Create, SetViewportSize, then the events and the frames, and
 /// SetActiveDisc, or the hot key (KEY_DISC), to open and close.
 ///
-/// The tools behind the regions and the welcome screen are still to come: a region is found, shown and told
-/// to the observers, and a press on it moves nothing; the welcome screen has its menu, which stays hidden.
+/// A press on a region begins its gesture: the disc hides until the release, or until the animated move that
+/// follows is over. A disc that is put away ends what its regions have begun. The welcome screen is still to
+/// come: it has its menu, which stays hidden.
 ///
 /// Positions are viewport pixels with the origin at the bottom left, y upward; a handler answers true when it
 /// has used the event. What is handed over is borrowed; null takes it away, and what is destroyed is

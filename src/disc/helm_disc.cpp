@@ -44,7 +44,14 @@ HelmDisc::HelmDisc() : parts(std::make_unique<HelmDiscParts>()) {
   parts->history->SetThumbnailGapSize(THUMBNAIL_GAP);
 }
 
-HelmDisc::~HelmDisc() { parts->lifeline.Cut(); }
+// What its wedges have begun ends while all that they work with is still there.
+HelmDisc::~HelmDisc() {
+  if (TrackMenu* const open = std::exchange(parts->active, nullptr)) {
+    open->SetVisible(false);
+    open->SetActive(false);
+  }
+  parts->lifeline.Cut();
+}
 
 bool HelmDisc::Create() {
   const Lifeline::Watch alive(parts->lifeline);

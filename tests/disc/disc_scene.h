@@ -74,6 +74,7 @@ struct DiscScene {
     disc.Create();
     disc.SetViewportSize(800, 600);
     disc.SetActiveDisc(type);
+    disc.GetActiveTrackMenu()->SetLocation(400, 300);
     disc.OnMouseMove(400, 300);
     Forget();
   }
