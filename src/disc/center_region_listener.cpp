@@ -29,7 +29,7 @@ void CenterRegionListener::OnLeftMouseUp(int x, int y) {
 }
 
 void CenterRegionListener::OnDraw() {
-  DiscRegionListener::OnDraw();
+  DiscRegionListener::OnDraw();  // NOLINT(bugprone-parent-virtual-call): the tool is drawn as a step
   Press(*this).Then([&] { tool->OnDraw(); }).Then([&] {
     if (!tool.IsBusy()) ComeBack();
   });
