@@ -24,6 +24,7 @@ void OrbitRegionListener::PrepareTool() {
 }
 
 void OrbitRegionListener::OnLeftMouseUp(int x, int y) {
+  // NOLINTNEXTLINE(bugprone-parent-virtual-call): the tool gets its release as a step
   DiscRegionListener::OnLeftMouseUp(x, y);
   Press(*this).Then([&] { tool->OnMouseUp(x, y); }).Then([&] { tool->SetViewportHUD(nullptr); }).ShowMenu();
 }

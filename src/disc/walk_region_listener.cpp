@@ -67,6 +67,7 @@ void WalkRegionListener::RestorePointer() {
 }
 
 void WalkRegionListener::OnLeftMouseUp(int x, int y) {
+  // NOLINTNEXTLINE(bugprone-parent-virtual-call): the tool gets its release as a step
   DiscRegionListener::OnLeftMouseUp(x, y);
   if (savedSpeedFactor >= 0.0) OnKeyUp(KEY_RUN);
   RestoreSpeed();  // also where the walk has ended before
@@ -113,7 +114,7 @@ void WalkRegionListener::RestoreSpeed() {
 // ---- a frame ----
 
 void WalkRegionListener::OnDraw() {
-  DiscRegionListener::OnDraw();
+  DiscRegionListener::OnDraw();  // NOLINT(bugprone-parent-virtual-call): the tool is drawn last
   ShowHUDs();
   tool->OnDraw();
 }

@@ -56,8 +56,9 @@ void Renderer::DestroyUnusedStrings() {
   for (const auto& [id, count] : stringUsage) {
     const auto cached = stringTextures.find(id);
     if (count != 0 || cached == stringTextures.end()) continue;
-    DestroyIcon(cached->second);
-    stringTextures.erase(cached);
+    DynamicIcon2D* icon = cached->second;
+    stringTextures.erase(cached);  // first: who asks for the text meanwhile gets a new icon
+    DestroyIcon(icon);
   }
 }
 

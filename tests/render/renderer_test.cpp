@@ -476,4 +476,22 @@ TEST(ResourceNumbers, of_menus_models_and_what_means_none) {
   EXPECT_EQ(int{STRING_NONE}, 102);
 }
 
+// A host that begins a gesture anew when it is told that the text of the last one goes.
+TEST_F(RendererTest, a_text_that_is_asked_for_while_it_is_destroyed_is_made_anew) {
+  struct Reviving : RecordingRenderer {
+    bool DestroyIcon(DynamicIcon2D*& icon) override {
+      if (revived == nullptr) revived = GetStringTexture(STRING_ORBIT);
+      return RecordingRenderer::DestroyIcon(icon);
+    }
+    DynamicIcon2D* revived = nullptr;
+  } reviving;
+  const DynamicIcon2D* const first = reviving.GetStringTexture(STRING_ORBIT);
+  reviving.ReleaseStringTexture(STRING_ORBIT);
+  reviving.ApplyTextureUsage();
+  ASSERT_NE(reviving.revived, nullptr);
+  EXPECT_NE(reviving.revived, first);
+  EXPECT_EQ(reviving.GetLiveIconCount(), 1);
+  EXPECT_EQ(reviving.GetStringTexture(STRING_ORBIT), reviving.revived);
+}
+
 }  // namespace
