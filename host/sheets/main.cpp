@@ -136,6 +136,18 @@ int DrawNotes(const std::string& file) {
   return SaveSheet(pictures, "Notes in the view", 2, file);
 }
 
+CLI::App* AddDiscs(CLI::App& app, DiscChoice& choice, int& enlarged) {
+  CLI::App* const discs = app.add_subcommand("discs", "The navigation discs in their states");
+  discs->add_option("--only", choice.kind, "Discs whose names contain this");
+  discs->add_option("--size", choice.size, "The width of a disc in points; 0: the usual one");
+  discs->add_flag("--small", choice.small, "Each at its smallest size");
+  discs->add_option("--scale", choice.scale, "Pixels for one point");
+  discs->add_option("--columns", choice.columns, "States in a row");
+  discs->add_option("--ground", choice.ground, "White 0, black 1, gradient 2, busy 3; -1: all of them");
+  discs->add_option("--enlarged", enlarged, "Sheet pixels for one of the picture");
+  return discs;
+}
+
 }  // namespace
 
 // NOLINTNEXTLINE(bugprone-exception-escape): without memory there is no picture to save
@@ -158,14 +170,7 @@ int main(int argumentCount, char** arguments) {
   cube->add_option("--columns", columns, "Pictures in a row");
   CLI::App* const notes = app.add_subcommand("notes", "Texts in the view, the pivot, the targets of a walk");
   DiscChoice choice;
-  CLI::App* const discs = app.add_subcommand("discs", "The navigation discs in their states");
-  discs->add_option("--only", choice.kind, "Discs whose names contain this");
-  discs->add_option("--size", choice.size, "The width of a disc in points; 0: the usual one");
-  discs->add_flag("--small", choice.small, "Each at its smallest size");
-  discs->add_option("--scale", choice.scale, "Pixels for one point");
-  discs->add_option("--columns", choice.columns, "States in a row");
-  discs->add_option("--ground", choice.ground, "White 0, black 1, gradient 2, busy 3; -1: all of them");
-  discs->add_option("--enlarged", enlarged, "Sheet pixels for one of the picture");
+  CLI::App* const discs = AddDiscs(app, choice, enlarged);
   for (CLI::App* command : {cursors, pictures, cube, notes, discs}) {
     command->add_option("file", file, "The PNG to write")->required();
   }
