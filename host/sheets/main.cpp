@@ -136,6 +136,16 @@ int DrawNotes(const std::string& file) {
   return SaveSheet(pictures, "Notes in the view", 2, file);
 }
 
+// For what is drawn by the renderer.
+template <class Draw>
+int InWindow(Draw draw) {
+  std::string error;
+  const auto window = zovhost::Window::Create({"", 64, 64, true}, error);
+  if (window != nullptr) return draw();
+  std::cerr << error << '\n';
+  return 1;
+}
+
 CLI::App* AddDiscs(CLI::App& app, DiscChoice& choice, int& enlarged) {
   CLI::App* const discs = app.add_subcommand("discs", "The navigation discs in their states");
   discs->add_option("--only", choice.kind, "Discs whose names contain this");
@@ -178,14 +188,7 @@ int main(int argumentCount, char** arguments) {
 
   const auto pack = ResourcePack::GetDefault();
   if (discs->parsed()) return DrawDiscs(*pack, choice, enlarged, file);
-  if (cube->parsed() || notes->parsed()) {
-    std::string error;
-    const auto window = zovhost::Window::Create({"", 64, 64, true}, error);
-    if (window == nullptr) {
-      std::cerr << error << '\n';
-      return 1;
-    }
-    return cube->parsed() ? DrawCube(wanted, enlarged, columns, file) : DrawNotes(file);
-  }
+  if (cube->parsed()) return InWindow([&] { return DrawCube(wanted, enlarged, columns, file); });
+  if (notes->parsed()) return InWindow([&] { return DrawNotes(file); });
   return cursors->parsed() ? DrawCursors(*pack, file) : DrawPictures(*pack, first, last, file);
 }
