@@ -338,8 +338,6 @@ void HelmDisc::SetVisible(bool value) {
 
 void HelmDisc::SetViewportSize(int width, int height) {
   const Lifeline::Watch alive(parts->lifeline);
-  parts->viewportWidth = width;
-  parts->viewportHeight = height;
   parts->ForEachMenu([=](TrackMenu& menu) { menu.SetViewportSize(width, height); });
   if (alive) parts->history->SetViewportSize(width, height);
 }

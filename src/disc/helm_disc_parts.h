@@ -76,8 +76,6 @@ struct HelmDiscParts {
   DiscType defaultType = DiscType::FullNavigation;
   bool visible = true;
   bool created = false;
-  int viewportWidth = 0;
-  int viewportHeight = 0;
   Keys keys;
   Press press;
   Welcome welcome;

@@ -15,6 +15,7 @@ class ToolWires {
   /// Comes before each use of the tool. What is gone meanwhile is taken away from it first; a gesture that
   /// goes on is ended where the hub or the renderer is another one.
   void Connect(Tool& tool, const DiscRegionListener& wedge) {
+    if (IsAsBefore(tool, wedge)) return;
     if (hub.Get() == nullptr) tool.SetKorvane(nullptr);
     if (renderer.Get() == nullptr) tool.SetRenderer(nullptr);
     tool.SetPivotBall(wedge.GetPivotBall());
@@ -28,6 +29,13 @@ class ToolWires {
   }
 
  private:
+  // So it is in nearly every use; what is gone is not what the tool still points to.
+  bool IsAsBefore(const Tool& tool, const DiscRegionListener& wedge) const {
+    return hub.Get() == wedge.GetHub() && renderer.Get() == wedge.GetRenderer() &&
+           tool.GetKorvane() == hub.Get() && tool.GetRenderer() == renderer.Get() &&
+           tool.GetPivotBall() == wedge.GetPivotBall() && tool.GetRewindHistory() == wedge.GetHistory();
+  }
+
   Borrowed<CameraOperations> hub;
   Borrowed<Renderer> renderer;
 };
