@@ -21,20 +21,13 @@ double AboveMiddle(HeightOperation& height) { return height.GetUnitHeight() - 0.
 }  // namespace
 
 HeightRegionListener::HeightRegionListener(TrackMenu* menu, HelmDisc* helmDisc)
-    : DiscRegionListener(menu, helmDisc),
-      textures(TEXTURES),
+    : OperationRegionListener(menu, helmDisc, OPERATION_HEIGHT, TEXTURES),
       gauge(TEXTURE_HEIGHT_GAUGE),
       startMark(TEXTURE_HEIGHT_START),
       mark(TEXTURE_HEIGHT_MARK) {
   gauge.SetSize(GAUGE_SIZE, GAUGE_SIZE);
   startMark.SetSize(MARK_SIZE, MARK_SIZE);
   mark.SetSize(MARK_SIZE, MARK_SIZE);
-}
-
-void HeightRegionListener::OnTrackMenuActivate(bool active) {
-  DiscRegionListener::OnTrackMenuActivate(active);
-  if (!active) operation.End();
-  textures.Want(active ? GetRenderer() : nullptr);
 }
 
 void HeightRegionListener::OnLeftMouseDown(int x, int y) {
@@ -48,11 +41,6 @@ void HeightRegionListener::OnLeftMouseDown(int x, int y) {
 void HeightRegionListener::NoteStart() {
   auto* const height = operation.Get<HeightOperation>();
   startHeight = height != nullptr ? AboveMiddle(*height) : 0.0;
-}
-
-void HeightRegionListener::OnMouseMove(int x, int y) {
-  DiscRegionListener::OnMouseMove(x, y);
-  operation.Move(x, y);
 }
 
 void HeightRegionListener::OnLeftMouseUp(int x, int y) {

@@ -41,17 +41,13 @@ Vector2 ProjectDirection(const CameraParameters& camera, const Vector3& directio
 }  // namespace
 
 RollRegionListener::RollRegionListener(TrackMenu* menu, HelmDisc* helmDisc)
-    : DiscRegionListener(menu, helmDisc), textures(TEXTURES), ring(TEXTURE_ROLL_RING) {
+    : OperationRegionListener(menu, helmDisc, OPERATION_ROLL, TEXTURES), ring(TEXTURE_ROLL_RING) {
   ring.SetSize(RING_SIZE, RING_SIZE);
 }
 
 void RollRegionListener::OnTrackMenuActivate(bool active) {
-  DiscRegionListener::OnTrackMenuActivate(active);
-  if (!active) {
-    SetPivotBallVisible(false);
-    operation.End();
-  }
-  textures.Want(active ? GetRenderer() : nullptr);
+  OperationRegionListener::OnTrackMenuActivate(active);
+  if (!active) SetPivotBallVisible(false);
 }
 
 void RollRegionListener::OnLeftMouseDown(int x, int y) {
@@ -61,11 +57,6 @@ void RollRegionListener::OnLeftMouseDown(int x, int y) {
       .Then([&] { SetPivotBallVisible(true); })
       .ThenWithHub([&](CameraOperations& hub) { operation.Begin(hub, x, y); })
       .Then([&] { operation.BeginRecord(*this); });
-}
-
-void RollRegionListener::OnMouseMove(int x, int y) {
-  DiscRegionListener::OnMouseMove(x, y);
-  operation.Move(x, y);
 }
 
 void RollRegionListener::OnLeftMouseUp(int x, int y) {
