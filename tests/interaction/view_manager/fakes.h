@@ -128,6 +128,8 @@ class FakeTrackMenu : public Korvane::TrackMenu {
   }
 
   Korvane::TrackMenuParts& open = GetParts();
+  int& viewportHeight = open.viewportHeight;
+  int& viewportWidth = open.viewportWidth;
   Region& activeRegion = open.active;
   bool& enabled = open.state.enabled;
   bool& visible = open.state.visible;
@@ -200,8 +202,6 @@ class FakeDisc : public Korvane::HelmDisc, public Fake {
   bool& dragBegun = open.press.dragBegun;
   Korvane::ObserverSet<Korvane::HelmDiscObserver>& observers = open.partners.observers;
   bool& overWelcome = open.welcome.over;
-  int& viewportHeight = open.viewportHeight;
-  int& viewportWidth = open.viewportWidth;
   bool& visible = open.visible;
   int& welcomeX = open.welcome.x;
   int& welcomeY = open.welcome.y;

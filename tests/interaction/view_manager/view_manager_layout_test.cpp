@@ -60,8 +60,8 @@ TEST_F(LayoutTest, hands_the_size_of_the_viewport_on) {
   EXPECT_EQ(second.viewportHeight, 500);
   EXPECT_EQ(cube.viewportWidth, 1000);
   EXPECT_EQ(cube.viewportHeight, 500);
-  EXPECT_EQ(disc.viewportWidth, 1000);
-  EXPECT_EQ(disc.viewportHeight, 500);
+  EXPECT_EQ(disc.menu.viewportWidth, 1000);
+  EXPECT_EQ(disc.welcome->viewportHeight, 500);
   EXPECT_EQ(panel.viewportWidth, 1000);
   EXPECT_EQ(panel.viewportHeight, 500);
   Forget();
@@ -86,8 +86,9 @@ TEST_F(LayoutTest, lays_out_in_the_order_in_which_things_depend_on_each_other) {
                       std::to_string(cubeOf->viewportWidth) + " drop " +
                       std::to_string(cubeOf->GetParameters().screen_offset_y) + " offset " +
                       std::to_string(static_cast<int>(strip->cornerOffset.y)) + " ribbon " +
-                      std::to_string(strip->ribbonWidth) + " disc " + std::to_string(discOf->viewportWidth) +
-                      " panel " + std::to_string(panelOf->viewportWidth));
+                      std::to_string(strip->ribbonWidth) + " disc " +
+                      std::to_string(discOf->menu.viewportWidth) + " panel " +
+                      std::to_string(panelOf->viewportWidth));
       }
       FakeBar::SetViewportSize(width, height);
     }
