@@ -45,6 +45,24 @@ void WriteProjection(const ViewTarget& target, ProjectionType type, bool orthogr
   target.hub.SetView(camera);
 }
 
+// A shot would begin at an end, so the hub's own blend takes over a change that is under way.
+bool BeginBlend(const ViewTarget& target, bool orthographic) {
+  const CameraParameters& camera = target.hub.GetView();
+  const bool halfway = camera.projection_transition > 0.0 && camera.projection_transition < 1.0;
+  if (halfway) {
+    WriteProjection(target, orthographic ? ProjectionType::Orthographic : ProjectionType::Perspective, false);
+    return true;
+  }
+  WriteProjection(target, camera.projection_type, false);
+  using Parameters = Korvane::ProjectionTransitionShotParameters;
+  Parameters blend;
+  blend.easeEnd = 1.0;
+  blend.duration = BLEND_SECONDS;
+  blend.targetProjection =
+      orthographic ? Parameters::PROJECTION_ORTHOGRAPHIC : Parameters::PROJECTION_PERSPECTIVE;
+  return target.hub.BeginShot(blend);
+}
+
 }  // namespace
 
 // ---- home ----
@@ -55,29 +73,17 @@ void MakeHome(const ViewTarget& target) { target.hub.GetHomeCamera() = target.hu
 // ---- the projection ----
 
 void SetOrthographic(const ViewTarget& target, bool orthographic) {
-  const CameraParameters& camera = target.hub.GetView();
-  const bool halfway = camera.projection_transition > 0.0 && camera.projection_transition < 1.0;
-  if (halfway) {  // a shot would begin at an end; the hub's own blend goes on from here
-    target.hub.EndShot();
-    return WriteProjection(target, orthographic ? ProjectionType::Orthographic : ProjectionType::Perspective,
-                           false);
-  }
-  WriteProjection(target, camera.projection_type, false);
-  using Parameters = Korvane::ProjectionTransitionShotParameters;
-  Parameters blend;
-  blend.easeEnd = 1.0;
-  blend.duration = BLEND_SECONDS;
-  blend.targetProjection =
-      orthographic ? Parameters::PROJECTION_ORTHOGRAPHIC : Parameters::PROJECTION_PERSPECTIVE;
-  target.hub.BeginShot(blend);
+  Travel(target, [&](Korvane::CameraOperations&) { return BeginBlend(target, orthographic); });
 }
 
 void UsePerspective(const ViewTarget& target) { SetOrthographic(target, false); }
 void UseOrthographic(const ViewTarget& target) { SetOrthographic(target, true); }
 
 void UseOrthographicFaces(const ViewTarget& target) {
-  target.hub.EndShot();
-  WriteProjection(target, target.hub.GetView().projection_type, true);
+  Travel(target, [&](Korvane::CameraOperations&) {
+    WriteProjection(target, target.hub.GetView().projection_type, true);
+    return true;
+  });
 }
 
 bool HasOrthographicFaces(const ViewTarget& target) { return target.hub.GetView().perspective_with_ortho; }

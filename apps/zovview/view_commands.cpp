@@ -5,12 +5,16 @@
 #include <iterator>
 
 #include "cube_commands.h"
+#include "disc_commands.h"
+#include "korvane/helm_disc.h"
 #include "korvane/shot_parameters.h"
 #include "korvane/view_manager.h"
 #include "view_tools.h"
+#include "zovhost/window.h"
 
 namespace zovview {
 
+using Korvane::DiscType;
 using Korvane::ViewAlignShotParameters;
 
 namespace {
@@ -19,6 +23,9 @@ constexpr double TRAVEL_SECONDS = 0.5;
 
 using enum ViewCommand::Place;
 using Look = Korvane::OrientorParameters;
+using DiscParameters = Korvane::HelmDiscParameters;
+
+constexpr unsigned ALT = zovhost::WindowEvent::ALT;
 
 bool IsOrthographic(const ViewTarget& target) { return target.hub.GetView().IsOrthographic(); }
 bool IsSnapping(const ViewTarget& target) { return target.hub.GetApplicationParameters().do_snap_orbit; }
@@ -40,7 +47,15 @@ constexpr ViewCommand MakeToolCommand(const char* name, const char* label, const
   return {Tools, name, label, keyName, key, ChooseTool<ID>, IsToolActive<ID>};
 }
 
+template <DiscType TYPE>
+constexpr ViewCommand MakeDiscCommand(const char* name, const char* label, const char* keyName,
+                                      SDL_Keycode key) {
+  return {Discs, name, label, keyName, key, OpenDiscOf<TYPE>, IsDiscOpen<TYPE>};
+}
+
 constexpr ViewCommand COMMANDS[] = {
+    {Views, "previous-view", "Previous view", "Alt+Left", SDLK_LEFT, StepBack, nullptr, ALT},
+    {Views, "next-view", "Next view", "Alt+Right", SDLK_RIGHT, StepForward, nullptr, ALT},
     {Views, "home", "Home", "Home", SDLK_HOME, GoHome},
     {Views, "isometric", "Isometric", "I", SDLK_i, ShowIsometric},
     {Views, "fit-all", "Fit all", "A", SDLK_a, FitAll},
@@ -103,7 +118,73 @@ constexpr ViewCommand COMMANDS[] = {
      HasCoordinatesOf<CoordinateSystem::YUpward>},
     {Coordinates, "up-z", "Z upward", "", SDLK_UNKNOWN, UseZUpward,
      HasCoordinatesOf<CoordinateSystem::ZUpward>},
-    {Nowhere, "clear-selection", "Clear the selection", "Esc", SDLK_ESCAPE, ClearSelection},
+    MakeDiscCommand<DiscType::ViewObject>("disc-view-object", "View object", "F2", SDLK_F2),
+    MakeDiscCommand<DiscType::TourBuilding>("disc-tour-building", "Tour building", "F3", SDLK_F3),
+    MakeDiscCommand<DiscType::FullNavigation>("disc-full-navigation", "Full navigation", "F4", SDLK_F4),
+    MakeDiscCommand<DiscType::TwoD>("disc-2d", "2D", "F5", SDLK_F5),
+    MakeDiscCommand<DiscType::MiniViewObject>("disc-mini-view-object", "Mini object", "F6", SDLK_F6),
+    MakeDiscCommand<DiscType::MiniTourBuilding>("disc-mini-tour-building", "Mini tour", "F7", SDLK_F7),
+    MakeDiscCommand<DiscType::MiniFullNavigation>("disc-mini-full-navigation", "Mini full", "F8", SDLK_F8),
+    {DiscSettings, "toggle-disc-tooltips", "Tooltips", "", SDLK_UNKNOWN,
+     ToggleDiscSwitch<&DiscParameters::showTooltips>, HasDiscSwitch<&DiscParameters::showTooltips>},
+    {DiscSettings, "toggle-disc-notes", "Notes at the pointer", "", SDLK_UNKNOWN,
+     ToggleDiscSwitch<&DiscParameters::showToolHUDs>, HasDiscSwitch<&DiscParameters::showToolHUDs>},
+    {DiscSettings, "toggle-disc-messages", "Messages", "", SDLK_UNKNOWN,
+     ToggleDiscSwitch<&DiscParameters::showMessages>, HasDiscSwitch<&DiscParameters::showMessages>},
+    {DiscSettings, "toggle-click-zoom", "A click zooms", "", SDLK_UNKNOWN,
+     ToggleDiscSwitch<&DiscParameters::clickZoom>, HasDiscSwitch<&DiscParameters::clickZoom>},
+    {DiscSettings, "toggle-invert-look", "Invert looking up and down", "", SDLK_UNKNOWN,
+     ToggleDiscSwitch<&DiscParameters::invertLookVertical>,
+     HasDiscSwitch<&DiscParameters::invertLookVertical>},
+    {DiscSize, "disc-size-small", "Small", "", SDLK_UNKNOWN,
+     UseDiscSize<true, &DiscParameters::SIZE_LARGE_SMALL>,
+     IsDiscSize<true, &DiscParameters::SIZE_LARGE_SMALL>},
+    {DiscSize, "disc-size-normal", "Normal", "", SDLK_UNKNOWN,
+     UseDiscSize<true, &DiscParameters::SIZE_LARGE_NORMAL>,
+     IsDiscSize<true, &DiscParameters::SIZE_LARGE_NORMAL>},
+    {DiscSize, "disc-size-large", "Large", "", SDLK_UNKNOWN,
+     UseDiscSize<true, &DiscParameters::SIZE_LARGE_LARGE>,
+     IsDiscSize<true, &DiscParameters::SIZE_LARGE_LARGE>},
+    {DiscOpacity, "disc-opacity-25", "25%", "", SDLK_UNKNOWN,
+     UseDiscOpacity<true, &DiscParameters::OPACITY_25>, IsDiscOpacity<true, &DiscParameters::OPACITY_25>},
+    {DiscOpacity, "disc-opacity-50", "50%", "", SDLK_UNKNOWN,
+     UseDiscOpacity<true, &DiscParameters::OPACITY_50>, IsDiscOpacity<true, &DiscParameters::OPACITY_50>},
+    {DiscOpacity, "disc-opacity-75", "75%", "", SDLK_UNKNOWN,
+     UseDiscOpacity<true, &DiscParameters::OPACITY_75>, IsDiscOpacity<true, &DiscParameters::OPACITY_75>},
+    {DiscOpacity, "disc-opacity-100", "100%", "", SDLK_UNKNOWN,
+     UseDiscOpacity<true, &DiscParameters::OPACITY_100>, IsDiscOpacity<true, &DiscParameters::OPACITY_100>},
+    {MiniDiscSize, "mini-disc-size-small", "Small", "", SDLK_UNKNOWN,
+     UseDiscSize<false, &DiscParameters::SIZE_MINI_SMALL>,
+     IsDiscSize<false, &DiscParameters::SIZE_MINI_SMALL>},
+    {MiniDiscSize, "mini-disc-size-normal", "Normal", "", SDLK_UNKNOWN,
+     UseDiscSize<false, &DiscParameters::SIZE_MINI_NORMAL>,
+     IsDiscSize<false, &DiscParameters::SIZE_MINI_NORMAL>},
+    {MiniDiscSize, "mini-disc-size-large", "Large", "", SDLK_UNKNOWN,
+     UseDiscSize<false, &DiscParameters::SIZE_MINI_LARGE>,
+     IsDiscSize<false, &DiscParameters::SIZE_MINI_LARGE>},
+    {MiniDiscSize, "mini-disc-size-extra", "Extra large", "", SDLK_UNKNOWN,
+     UseDiscSize<false, &DiscParameters::SIZE_MINI_EXTRA>,
+     IsDiscSize<false, &DiscParameters::SIZE_MINI_EXTRA>},
+    {MiniDiscOpacity, "mini-disc-opacity-25", "25%", "", SDLK_UNKNOWN,
+     UseDiscOpacity<false, &DiscParameters::OPACITY_25>, IsDiscOpacity<false, &DiscParameters::OPACITY_25>},
+    {MiniDiscOpacity, "mini-disc-opacity-50", "50%", "", SDLK_UNKNOWN,
+     UseDiscOpacity<false, &DiscParameters::OPACITY_50>, IsDiscOpacity<false, &DiscParameters::OPACITY_50>},
+    {MiniDiscOpacity, "mini-disc-opacity-75", "75%", "", SDLK_UNKNOWN,
+     UseDiscOpacity<false, &DiscParameters::OPACITY_75>, IsDiscOpacity<false, &DiscParameters::OPACITY_75>},
+    {MiniDiscOpacity, "mini-disc-opacity-100", "100%", "", SDLK_UNKNOWN,
+     UseDiscOpacity<false, &DiscParameters::OPACITY_100>, IsDiscOpacity<false, &DiscParameters::OPACITY_100>},
+    {WalkSpeed, "walk-slower", "Slower", "", SDLK_UNKNOWN, WalkSlower},
+    {WalkSpeed, "walk-faster", "Faster", "", SDLK_UNKNOWN, WalkFaster},
+    {WalkSpeed, "walk-speed-50", "Half as fast", "", SDLK_UNKNOWN, UseWalkSpeed<50>, IsWalkSpeedOf<50>},
+    {WalkSpeed, "walk-speed-100", "Normal", "", SDLK_UNKNOWN, UseWalkSpeed<100>, IsWalkSpeedOf<100>},
+    {WalkSpeed, "walk-speed-200", "Twice as fast", "", SDLK_UNKNOWN, UseWalkSpeed<200>, IsWalkSpeedOf<200>},
+    {WalkSpeed, "walk-speed-500", "Five times as fast", "", SDLK_UNKNOWN, UseWalkSpeed<500>,
+     IsWalkSpeedOf<500>},
+    {Nowhere, "level", "Level the view", "", SDLK_UNKNOWN, LevelView},
+    {Nowhere, "disc-help", "Help", "", SDLK_UNKNOWN, ShowDiscHelp},
+    {Nowhere, "close-disc", "Close the disc", "", SDLK_UNKNOWN, CloseDisc},
+    {Nowhere, "dismiss", "Close the disc, or select nothing", "Esc", SDLK_ESCAPE, Dismiss},
+    {Nowhere, "clear-selection", "Clear the selection", "", SDLK_UNKNOWN, ClearSelection},
 };
 
 // From where the directions add up to.
@@ -114,7 +195,7 @@ void Show(const ViewTarget& target,
   align.duration = TRAVEL_SECONDS;
   align.fit = true;
   align.keepSceneUp = true;
-  target.hub.BeginShot(align);
+  Travel(target, [&align](Korvane::CameraOperations& hub) { return hub.BeginShot(align); });
 }
 
 void Toggle(zovhost::ViewHub& hub, bool& setting) {
@@ -132,9 +213,10 @@ const ViewCommand* Find(Match match) {
 
 std::span<const ViewCommand> GetViewCommands() { return COMMANDS; }
 
-const ViewCommand* FindViewCommand(SDL_Keycode key) {
+const ViewCommand* FindViewCommand(SDL_Keycode key, unsigned modifiers) {
   if (key == SDLK_UNKNOWN) return nullptr;
-  return Find([key](const ViewCommand& command) { return command.key == key; });
+  return Find(
+      [=](const ViewCommand& command) { return command.key == key && command.modifiers == modifiers; });
 }
 
 const ViewCommand* FindViewCommand(std::string_view name) {
@@ -148,11 +230,26 @@ void GoHome(const ViewTarget& target) {
   transition.targetCamera = target.hub.GetHomeCamera();
   transition.easeEnd = 1.0;
   transition.duration = TRAVEL_SECONDS;
-  target.hub.BeginShot(transition);
+  Travel(target, [&transition](Korvane::CameraOperations& hub) { return hub.BeginShot(transition); });
 }
 
-void FitAll(const ViewTarget& target) { target.manager.FitAllToView(); }
-void FitSelection(const ViewTarget& target) { target.manager.FitSelectionToView(); }
+void FitAll(const ViewTarget& target) {
+  target.hub.EndShot();
+  target.manager.FitAllToView();
+}
+void FitSelection(const ViewTarget& target) {
+  target.hub.EndShot();
+  target.manager.FitSelectionToView();
+}
+void LevelView(const ViewTarget& target) {
+  target.hub.EndShot();
+  target.manager.LevelCamera();
+}
+
+bool Travel(const ViewTarget& target, const std::function<bool(Korvane::CameraOperations&)>& begin) {
+  target.hub.EndShot();
+  return target.manager.MoveCamera(begin);
+}
 
 void ShowFront(const ViewTarget& target) { Show(target, {ViewAlignShotParameters::CAMERA_FRONT}); }
 void ShowBack(const ViewTarget& target) { Show(target, {ViewAlignShotParameters::CAMERA_BACK}); }
@@ -179,6 +276,7 @@ void ToggleSnapping(const ViewTarget& target) {
 
 void ToggleKeepUp(const ViewTarget& target) {
   Toggle(target.hub, target.hub.GetApplicationParameters().preserve_orbit_up_direction);
+  target.disc.GetParameters().keepSceneUpright = KeepsUp(target);
 }
 
 // ---- moves to a place of the view ----
@@ -187,6 +285,7 @@ bool CentreOnPixel(const ViewTarget& target, int x, int y) {
   const zovhost::Scene* const scene = target.selection.GetScene();
   zovhost::Scene::Hit hit;
   if (scene == nullptr || !FindHit(target.hub, *scene, x, y, hit)) return false;
+  target.hub.EndShot();
   return target.manager.RestoreCenter(hit.point);
 }
 

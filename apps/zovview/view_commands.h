@@ -2,6 +2,7 @@
 
 #include <SDL_keycode.h>
 
+#include <functional>
 #include <span>
 #include <string_view>
 
@@ -9,6 +10,7 @@
 #include "zovhost/view_hub.h"
 
 namespace Korvane {
+class HelmDisc;
 class Orientor;
 class ViewManager;
 }  // namespace Korvane
@@ -21,6 +23,8 @@ struct ViewTarget {
   Selection& selection;
   Korvane::ViewManager& manager;
   Korvane::Orientor& cube;
+  Korvane::HelmDisc& disc;
+  std::function<void()> showHelp = {};  ///< Empty: nobody can.
 };
 
 /// Something that a key does, the panel or a menu.
@@ -36,6 +40,14 @@ struct ViewCommand {
     CubeSize,
     CubeCorner,
     CubeOpacity,
+    Discs,  // of the panel, and of the menus of the view and the discs
+    // Of the menus of the discs, and of the lists in them.
+    DiscSettings,
+    DiscSize,
+    DiscOpacity,
+    MiniDiscSize,
+    MiniDiscOpacity,
+    WalkSpeed,
     Coordinates,  // the list below the cube
     Nowhere,
   };
@@ -47,16 +59,20 @@ struct ViewCommand {
   SDL_Keycode key;
   void (*run)(const ViewTarget& target);
   bool (*isOn)(const ViewTarget& target) = nullptr;  ///< Of what is on or off, or chosen.
+  unsigned modifiers = 0;                            ///< CONTROL and ALT of WindowEvent, with the key.
 };
 
 /// In the order of the panel and the menus; the panel has the views and the tools in two columns.
 std::span<const ViewCommand> GetViewCommands();
-/// Null for a key that none has.
-const ViewCommand* FindViewCommand(SDL_Keycode key);
+/// Null for a key that none has, with just these of CONTROL and ALT.
+const ViewCommand* FindViewCommand(SDL_Keycode key, unsigned modifiers = 0);
 /// Null for no command's name.
 const ViewCommand* FindViewCommand(std::string_view name);
 
-// The camera travels in all of these; what moved it before ends.
+// The camera travels in all of these, which is one entry of the rewind history; what moved it before ends.
+
+/// Begins a move: a shot of the hub's, or a change of the camera.
+bool Travel(const ViewTarget& target, const std::function<bool(Korvane::CameraOperations&)>& begin);
 
 void GoHome(const ViewTarget& target);
 void FitAll(const ViewTarget& target);
@@ -71,11 +87,14 @@ void ShowTop(const ViewTarget& target);
 void ShowBottom(const ViewTarget& target);
 /// From the corner of the front, the right and the top.
 void ShowIsometric(const ViewTarget& target);
+/// The view direction laid flat, upright.
+void LevelView(const ViewTarget& target);
 /// A change that is under way turns round.
 void ToggleProjection(const ViewTarget& target);
 
 void ClearSelection(const ViewTarget& target);
 void ToggleSnapping(const ViewTarget& target);
+/// For the orbit tool and the discs.
 void ToggleKeepUp(const ViewTarget& target);
 
 /// Brings what the model shows at a viewport pixel, origin at the bottom left, to the middle of the view.

@@ -40,9 +40,9 @@ bool Viewer::Surface::WarpPointer(int x, int y) {
 }
 
 bool Viewer::Surface::OpenMenu(Korvane::MenuID id) {
-  if (id != Korvane::MENU_ORIENTOR) return false;
-  viewer.OpenMenu(view, ViewerMenus::Kind::Cube);
-  return true;
+  const std::optional<ViewerMenus::Kind> kind = ViewerMenus::FindKind(id);
+  if (kind.has_value()) viewer.OpenMenu(view, *kind);
+  return kind.has_value();
 }
 
 bool Viewer::Surface::OpenUCSMenu(int /*x*/, int /*y*/) {
@@ -71,10 +71,14 @@ void Viewer::AddView() {
   surfaces.push_back(std::make_unique<Surface>(*this, index));
   views.push_back(std::make_unique<Viewport>(Viewport::Surroundings{
       [this] { window.RequestFrame(); }, *surfaces.back(),
-      [this, index](int /*x*/, int /*y*/) { OpenMenu(index, ViewerMenus::Kind::View); }}));
+      [this, index](int /*x*/, int /*y*/) { OpenMenu(index, ViewerMenus::Kind::View); },
+      [this] { ShowHelp(); }}));
   Viewport& view = *views.back();
   view.GetRenderer().SetFaceShow(
       [this](const zovhost::SceneFace* face) { sceneView.SetFaceHighlight(face); });
+  view.GetRenderer().SetSceneDraw([this](const Korvane::CameraParameters& camera, int width, int height) {
+    sceneView.Draw(camera, width, height);
+  });
   if (!view.Create()) std::fprintf(stderr, "%s: the tools and the cube cannot be drawn\n", PROGRAM);
 }
 
@@ -239,6 +243,11 @@ void Viewer::OnKeyEvent(const WindowEvent& event) {
 void Viewer::Run(const ViewCommand& command) {
   if (recorder != nullptr) recorder->Add(command);
   views[active]->Run(command);
+}
+
+void Viewer::ShowHelp() {
+  panel.ShowHelp();
+  window.RequestFrame();
 }
 
 void Viewer::OpenMenu(std::size_t view, ViewerMenus::Kind kind) {

@@ -89,6 +89,7 @@ class Viewer {
   void BeginRecording(const LoadedModel& model);
   void Run(const ViewCommand& command);
   void OpenMenu(std::size_t view, ViewerMenus::Kind kind);
+  void ShowHelp();
   void ShowCursor(Korvane::CursorID id);
   void LoadWaiting();
   void Load(const ModelSource& source);

@@ -3,7 +3,11 @@
 #include <imgui.h>
 
 #include <array>
+#include <span>
+#include <string_view>
 #include <utility>
+
+#include "korvane/helm_disc.h"
 
 namespace zovview {
 
@@ -13,14 +17,26 @@ namespace {
 
 constexpr const char* POPUP = "##menu";
 
+bool DrawItem(const ViewCommand& command, const ViewTarget& target) {
+  const char* const key = *command.keyName != '\0' ? command.keyName : nullptr;
+  const bool on = command.isOn != nullptr && command.isOn(target);
+  return ImGui::MenuItem(command.label, key, on);
+}
+
 // The items of one place; the one that was chosen, null for none.
 const ViewCommand* DrawItems(Place place, const ViewTarget& target) {
   const ViewCommand* chosen = nullptr;
   for (const ViewCommand& command : GetViewCommands()) {
-    if (command.place != place) continue;
-    const char* const key = *command.keyName != '\0' ? command.keyName : nullptr;
-    const bool on = command.isOn != nullptr && command.isOn(target);
-    if (ImGui::MenuItem(command.label, key, on)) chosen = &command;
+    if (command.place == place && DrawItem(command, target)) chosen = &command;
+  }
+  return chosen;
+}
+
+const ViewCommand* DrawItems(std::span<const std::string_view> names, const ViewTarget& target) {
+  const ViewCommand* chosen = nullptr;
+  for (const std::string_view name : names) {
+    const ViewCommand& command = *FindViewCommand(name);
+    if (DrawItem(command, target)) chosen = &command;
   }
   return chosen;
 }
@@ -36,7 +52,10 @@ const ViewCommand* DrawViewMenu(const ViewTarget& target) {
   const ViewCommand* const tool = DrawItems(Place::Tools, target);
   ImGui::Separator();
   const ViewCommand* const view = DrawItems(Place::Views, target);
-  return tool != nullptr ? tool : view;
+  ImGui::Separator();
+  const ViewCommand* const disc = DrawList("Navigation disc", Place::Discs, target);
+  if (tool != nullptr) return tool;
+  return view != nullptr ? view : disc;
 }
 
 const ViewCommand* DrawCubeMenu(const ViewTarget& target) {
@@ -57,11 +76,76 @@ const ViewCommand* DrawCubeMenu(const ViewTarget& target) {
 
 const ViewCommand* DrawCoordinates(const ViewTarget& target) { return DrawItems(Place::Coordinates, target); }
 
+// ---- the menus of the discs ----
+
+// What they differ in: the ways to a view that go with the disc, and whether one can walk by it.
+struct DiscMenu {
+  std::span<const std::string_view> ways;
+  bool walks;
+};
+constexpr std::array<std::string_view, 4> WAYS_OF_TOUR = {"home", "level", "previous-view", "next-view"};
+constexpr std::array<std::string_view, 4> WAYS_OF_OBJECT = {"home", "fit-all", "previous-view", "next-view"};
+constexpr std::array<std::string_view, 5> ALL_WAYS = {"home", "fit-all", "level", "previous-view",
+                                                      "next-view"};
+constexpr std::array<std::string_view, 4> WAYS_OF_PLAN = {"top", "fit-all", "previous-view", "next-view"};
+constexpr std::array<std::string_view, 2> LAST_ITEMS = {"disc-help", "close-disc"};
+
+constexpr DiscMenu TOUR_MENU = {WAYS_OF_TOUR, false};
+constexpr DiscMenu OBJECT_MENU = {WAYS_OF_OBJECT, false};
+constexpr DiscMenu FULL_MENU = {ALL_WAYS, true};
+constexpr DiscMenu PLAN_MENU = {WAYS_OF_PLAN, false};
+
+// Large and mini discs have sizes and opacities of their own: those of the open one.
+const ViewCommand* DrawDiscMenu(const DiscMenu& menu, const ViewTarget& target) {
+  const bool large = Korvane::HelmDisc::IsLargeDisc(target.disc.GetActiveDisc());
+  const ViewCommand* chosen = DrawItems(Place::Discs, target);
+  const auto take = [&chosen](const ViewCommand* command) {
+    if (command != nullptr) chosen = command;
+  };
+  ImGui::Separator();
+  take(DrawItems(menu.ways, target));
+  ImGui::Separator();
+  take(DrawList("Size", large ? Place::DiscSize : Place::MiniDiscSize, target));
+  take(DrawList("Opacity", large ? Place::DiscOpacity : Place::MiniDiscOpacity, target));
+  if (menu.walks) take(DrawList("Walking speed", Place::WalkSpeed, target));
+  take(DrawList("Settings", Place::DiscSettings, target));
+  ImGui::Separator();
+  take(DrawItems(LAST_ITEMS, target));
+  return chosen;
+}
+
+template <const DiscMenu& MENU>
+const ViewCommand* DrawDiscMenu(const ViewTarget& target) {
+  return DrawDiscMenu(MENU, target);
+}
+
 // In the order of the kinds.
-constexpr std::array<const ViewCommand* (*)(const ViewTarget&), 3> MENUS = {DrawViewMenu, DrawCubeMenu,
-                                                                            DrawCoordinates};
+constexpr std::array<const ViewCommand* (*)(const ViewTarget&), 7> MENUS = {DrawViewMenu,
+                                                                            DrawCubeMenu,
+                                                                            DrawCoordinates,
+                                                                            DrawDiscMenu<TOUR_MENU>,
+                                                                            DrawDiscMenu<OBJECT_MENU>,
+                                                                            DrawDiscMenu<FULL_MENU>,
+                                                                            DrawDiscMenu<PLAN_MENU>};
 
 }  // namespace
+
+std::optional<ViewerMenus::Kind> ViewerMenus::FindKind(Korvane::MenuID id) {
+  switch (id) {
+    case Korvane::MENU_TOUR_BUILDING:
+      return Kind::TourBuilding;
+    case Korvane::MENU_VIEW_OBJECT:
+      return Kind::ViewObject;
+    case Korvane::MENU_FULL_NAVIGATION:
+      return Kind::FullNavigation;
+    case Korvane::MENU_TWO_D:
+      return Kind::TwoD;
+    case Korvane::MENU_ORIENTOR:
+      return Kind::Cube;
+    default:
+      return std::nullopt;
+  }
+}
 
 void ViewerMenus::Open(Kind menu) {
   kind = menu;

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cfloat>
+#include <utility>
 
 namespace zovview {
 
@@ -32,10 +33,13 @@ constexpr auto HELP = std::to_array<HelpLine>({
     {"Wheel", "zoom"},
     {"Right click", "menu"},
     {"Click", "select a part"},
-    {"Esc", "cancel, select nothing"},
+    {"Esc", "cancel, close the disc, select nothing"},
     {"Double click", "bring to the middle"},
     {"Arrow keys", "move while looking, climb while walking"},
     {"X", "run while walking"},
+    {"D", "the disc of last time, or away with it"},
+    {"On a disc", "press a wedge, and drag"},
+    {"Shift, Ctrl", "other wedges of the disc"},
     {"F1", "this panel"},
     {"Drop a file", "open it"},
 });
@@ -72,7 +76,8 @@ void DrawSelection(const std::string& name) {
   ImGui::PopTextWrapPos();
 }
 
-void DrawHelp() {
+void DrawHelp(bool unfold) {
+  if (unfold) ImGui::SetNextItemOpen(true);
   if (!ImGui::CollapsingHeader("Help")) return;
   for (const HelpLine& line : HELP) {
     ImGui::TextDisabled("%s", line.keys);
@@ -110,7 +115,8 @@ const ViewCommand* DrawSettings(const ViewTarget& target) {
   return chosen;
 }
 
-const ViewCommand* DrawPanel(const PanelContents& contents, const ViewTarget& target) {
+const ViewCommand* DrawPanel(const PanelContents& contents, const ViewTarget& target, bool unfoldHelp) {
+  if (unfoldHelp) ImGui::SetNextWindowCollapsed(false);
   ImGui::SetNextWindowPos(ImVec2(MARGIN, MARGIN));
   // The size follows what is inside; the name in the title has to be asked room for.
   const float nameWidth = ImGui::CalcTextSize(contents.name.c_str()).x + TITLE_BUTTON_WIDTH;
@@ -129,7 +135,8 @@ const ViewCommand* DrawPanel(const PanelContents& contents, const ViewTarget& ta
     take(DrawButtons(ViewCommand::Place::Views, target));
     take(DrawSettings(target));
     DrawSelection(target.selection.GetName());
-    DrawHelp();
+    if (ImGui::CollapsingHeader("Discs")) take(DrawButtons(ViewCommand::Place::Discs, target));
+    DrawHelp(unfoldHelp);
   }
   ImGui::End();
   return chosen;
@@ -159,8 +166,10 @@ void DrawMessage(const std::string& message) {
 
 }  // namespace
 
-const ViewCommand* ViewerPanel::Draw(const PanelContents& contents, const ViewTarget& target) const {
-  const ViewCommand* const chosen = visible && !contents.name.empty() ? DrawPanel(contents, target) : nullptr;
+const ViewCommand* ViewerPanel::Draw(const PanelContents& contents, const ViewTarget& target) {
+  const bool shown = visible && !contents.name.empty();
+  const bool unfoldHelp = shown && std::exchange(helpWanted, false);
+  const ViewCommand* const chosen = shown ? DrawPanel(contents, target, unfoldHelp) : nullptr;
   if (contents.loading.has_value()) DrawProgress(*contents.loading);
   if (!contents.message.empty()) DrawMessage(contents.message);
   return chosen;

@@ -28,11 +28,14 @@ struct PanelContents {
 class ViewerPanel {
  public:
   /// The command that was chosen; null for none. `target` is what the panel shows the settings of.
-  const ViewCommand* Draw(const PanelContents& contents, const ViewTarget& target) const;
+  const ViewCommand* Draw(const PanelContents& contents, const ViewTarget& target);
   void ToggleVisible() { visible = !visible; }
+  /// The panel, with its help unfolded.
+  void ShowHelp() { visible = helpWanted = true; }
 
  private:
   bool visible = true;
+  bool helpWanted = false;
 };
 
 }  // namespace zovview

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "cube_commands.h"
+#include "korvane/rewind_history.h"
 #include "zovhost/start_camera.h"
 
 namespace zovview {
@@ -23,7 +24,7 @@ Viewport::Viewport(Surroundings around)
       selection(hub),
       manager(hub),
       pointer(surroundings.host, manager),
-      target{hub, selection, manager, cube} {
+      target{hub, selection, manager, cube, disc, surroundings.showHelp} {
   renderer.SetHost(&pointer);
   manager.SetRenderer(&renderer);
   manager.SetHelmDisc(&disc);
@@ -36,7 +37,10 @@ Viewport::~Viewport() {
   renderer.Destroy();
 }
 
-bool Viewport::Create() { return manager.Create(); }
+bool Viewport::Create() {
+  disc.GetParameters().suppressWelcome = !surroundings.welcome;
+  return manager.Create();
+}
 
 void Viewport::SetPlace(int x, int y, int width, int height, double scale) {
   placeX = x;
@@ -49,6 +53,7 @@ void Viewport::SetPlace(int x, int y, int width, int height, double scale) {
 void Viewport::SetScene(const zovhost::Scene& scene) {
   manager.Cancel();
   clicks.Cancel();
+  disc.GetHistory()->ClearHistory();  // of another model
   selection.SetScene(&scene);
   renderer.SetScene(&scene);
   zovhost::EnterScene(hub, scene);
@@ -69,7 +74,7 @@ void Viewport::OnEvent(const WindowEvent& event) {
 
 void Viewport::OnClick(const WindowEvent& event) {
   const int count = clicks.OnMouseUp(event);
-  if (!manager.IsClickFree()) return;
+  if (!manager.IsClickFree() || disc.IsOverWelcome()) return;
   if (count == 1) selection.PickAt(event.x, event.y);
   if (count == 2) CentreOnPixel(target, event.x, event.y);
 }
@@ -88,9 +93,9 @@ void Viewport::OnRightClick(const WindowEvent& event, bool used) {
 }
 
 void Viewport::OnKey(const WindowEvent& event) {
-  const bool withOthers = (event.modifiers & (WindowEvent::CONTROL | WindowEvent::ALT)) != 0;
-  if (withOthers || event.repeated) return;
-  if (const ViewCommand* const command = FindViewCommand(event.key)) Run(*command);
+  if (event.repeated) return;
+  const unsigned held = event.modifiers & (WindowEvent::CONTROL | WindowEvent::ALT);
+  if (const ViewCommand* const command = FindViewCommand(event.key, held)) Run(*command);
 }
 
 void Viewport::Run(const ViewCommand& command) {

@@ -15,7 +15,7 @@
 namespace zovview {
 
 /// One view of a model, with all that steers it: the hub, the view manager with its tools, the cube, the
-/// selection. It owns no window; positions are pixels of the viewport, origin at the bottom left.
+/// discs, the selection. It owns no window; positions are pixels of the viewport, origin at the bottom left.
 class Viewport {
  public:
   /// What the viewport asks of the window around it.
@@ -25,6 +25,10 @@ class Viewport {
     zovhost::RendererHost& host;
     /// The menu of the viewport itself, at one of its pixels.
     std::function<void(int x, int y)> openMenu;
+    /// Tells what discs are for; empty: nobody can.
+    std::function<void()> showHelp = {};
+    /// The discs may introduce themselves: the welcome screen shows to whoever has not seen it.
+    bool welcome = false;
   };
 
   explicit Viewport(Surroundings surroundings);
@@ -61,6 +65,7 @@ class Viewport {
   ViewerViewManager& GetManager() { return manager; }
   zovhost::GLRenderer& GetRenderer() { return renderer; }
   Korvane::Orientor& GetCube() { return cube; }
+  Korvane::HelmDisc& GetDisc() { return disc; }
   const ViewTarget& GetTarget() const { return target; }
 
  private:

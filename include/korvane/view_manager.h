@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -134,6 +135,8 @@ class ZOVTOOLS_API ViewManager {
   virtual bool LevelCamera();
   /// Brings a point to the middle of the view, in a second.
   virtual bool RestoreCenter(const Vector3& point);
+  /// A move of the host's own: `move` begins a shot of the hub, or changes the camera. The result is its own.
+  bool MoveCamera(const std::function<bool(CameraOperations&)>& move);
 
   // ---- what shows; the setters answer false when nothing changed ----
 

@@ -6,6 +6,7 @@
 #include <span>
 
 #include "cuboids.h"
+#include "korvane/helm_disc.h"
 #include "korvane/orientor.h"
 #include "selection.h"
 #include "tour_clock.h"
@@ -57,8 +58,9 @@ class TravellingHub : public testing::Test {
   zovhost::ViewHub hub;
   zovview::Selection selection;
   Korvane::Orientor cube;
+  Korvane::HelmDisc mainDisc;
   zovview::ViewerViewManager manager;
-  const zovview::ViewTarget target = {hub, selection, manager, cube};
+  const zovview::ViewTarget target = {hub, selection, manager, cube, mainDisc};
 };
 
 }  // namespace apps_test

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <set>
 #include <string>
+#include <utility>
 
 #include "travelling_hub.h"
 
@@ -69,7 +70,7 @@ class ViewCommandsTest : public apps_test::TravellingHub {
 // ---- the table ----
 
 TEST_F(ViewCommandsTest, each_key_and_each_name_stands_for_one_command) {
-  std::set<SDL_Keycode> keys;
+  std::set<std::pair<SDL_Keycode, unsigned>> keys;
   std::set<std::string_view> names;
   for (const ViewCommand& command : zovview::GetViewCommands()) {
     EXPECT_TRUE(names.insert(command.name).second) << command.name;
@@ -78,8 +79,8 @@ TEST_F(ViewCommandsTest, each_key_and_each_name_stands_for_one_command) {
     EXPECT_EQ(zovview::FindViewCommand(command.name), &command);
     EXPECT_EQ(*command.keyName == '\0', command.key == SDLK_UNKNOWN) << command.name;
     if (command.key == SDLK_UNKNOWN) continue;
-    EXPECT_TRUE(keys.insert(command.key).second) << command.name;
-    EXPECT_EQ(zovview::FindViewCommand(command.key), &command);
+    EXPECT_TRUE(keys.insert({command.key, command.modifiers}).second) << command.name;
+    EXPECT_EQ(zovview::FindViewCommand(command.key, command.modifiers), &command);
   }
   EXPECT_EQ(zovview::FindViewCommand(SDLK_F12), nullptr);
   EXPECT_EQ(zovview::FindViewCommand(SDLK_UNKNOWN), nullptr);
@@ -91,7 +92,7 @@ TEST_F(ViewCommandsTest, every_command_keeps_the_camera_usable_without_a_model) 
   zovview::Selection none(empty);
   zovview::ViewerViewManager idle(empty);
   for (const ViewCommand& command : zovview::GetViewCommands()) {
-    command.run({empty, none, idle, cube});
+    command.run({empty, none, idle, cube, mainDisc});
     for (int i = 0; i < 60; ++i) {
       clock.Advance();
       empty.PerformOperations();

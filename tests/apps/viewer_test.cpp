@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "korvane/rewind_history.h"
 #include "program.h"
 #include "view_tools.h"
 
@@ -360,6 +361,30 @@ TEST_F(MenuTest, escape_closes_a_menu) {
   EXPECT_FALSE(viewer->IsMenuOpen());
 }
 
+TEST_F(MenuTest, a_right_click_on_a_disc_opens_the_menu_of_its_kind) {
+  using Kind = zovview::ViewerMenus::Kind;
+  struct Row {
+    SDL_Keycode key;
+    Kind menu;
+  };
+  for (const Row& row : {Row{SDLK_F2, Kind::ViewObject},
+                         {SDLK_F3, Kind::TourBuilding},
+                         {SDLK_F4, Kind::FullNavigation},
+                         {SDLK_F5, Kind::TwoD},
+                         {SDLK_F6, Kind::FullNavigation},
+                         {SDLK_F7, Kind::FullNavigation},
+                         {SDLK_F8, Kind::FullNavigation}}) {
+    Move(400, 300);
+    Press(row.key);
+    RightClick(400, 300);
+    ASSERT_TRUE(viewer->IsMenuOpen()) << row.key;
+    EXPECT_EQ(viewer->GetOpenMenu(), row.menu) << row.key;
+    Press(SDLK_ESCAPE);
+    ComeToRest();
+    EXPECT_FALSE(viewer->IsMenuOpen());
+  }
+}
+
 TEST_F(MenuTest, a_right_drag_opens_none) {
   PushMotion(500, 300);
   PushButton(SDL_MOUSEBUTTONDOWN, 500, 300, 1, SDL_BUTTON_RIGHT);
@@ -450,6 +475,25 @@ TEST_F(SplitTest, a_key_that_is_released_over_the_other_view_is_released) {
   ComeToRest();
   EXPECT_NE(EyeOf(0), eye);
   EXPECT_NEAR(direction().Dot(before), 1.0, 1e-12) << "a pan, no orbit";
+}
+
+// ---- the film strip ----
+
+TEST_F(ViewerTest, each_view_on_the_strip_has_a_picture_of_the_model) {
+  Press(SDLK_5);
+  ComeToRest();
+  Press(SDLK_1);
+  ComeToRest();
+  const Korvane::RewindHistory& history = *viewer->GetView(0).GetDisc().GetHistory();
+  ASSERT_EQ(history.GetElementCount(), 3);
+  for (int i = 0; i < 3; ++i) EXPECT_NE(history.GetElementThumbnail(i), nullptr) << i;
+}
+
+TEST_F(ViewerTest, another_model_has_no_views_of_before) {
+  Press(SDLK_5);
+  ComeToRest();
+  Drop(folder.Write("square.obj", SQUARE));
+  EXPECT_EQ(viewer->GetView(0).GetDisc().GetHistory()->GetElementCount(), 0);
 }
 
 // ---- recordings ----

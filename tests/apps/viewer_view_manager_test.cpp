@@ -10,12 +10,9 @@
 #include <string>
 #include <vector>
 
-#include "korvane/helm_disc.h"
-#include "korvane/orientor.h"
 #include "korvane/tool.h"
-#include "support/recording_renderer.h"
-#include "travelling_hub.h"
 #include "view_tools.h"
+#include "wired_view.h"
 #include "zovhost/key_table.h"
 
 namespace {
@@ -43,59 +40,14 @@ class OpenManager : public zovview::ViewerViewManager {
   Korvane::Tool& GetTool() { return *activeTool; }
 };
 
-class ViewerViewManagerTest : public apps_test::TravellingHub {
+class ViewerViewManagerTest : public apps_test::WiredView<OpenManager> {
  protected:
-  ViewerViewManagerTest() : events(hub) {
-    Show(HOUSE);
-    events.SetRenderer(&renderer);
-    events.SetHelmDisc(&disc);
-    events.SetOrientor(&ownCube);
+  ViewerViewManagerTest() : WiredView(HOUSE) {
     events.SetMovePointer([this](int x, int y) { jumps.push_back({x, y}); });
-    events.Create();
-    events.SetViewportSize(WIDTH, HEIGHT);
-    hub.SetViewportSize(WIDTH, HEIGHT);
-  }
-  ~ViewerViewManagerTest() override {
-    events.Destroy();
-    events.SetHelmDisc(nullptr);
-    events.SetOrientor(nullptr);
   }
 
-  bool Send(Type type, int x, int y, MouseButton button = MouseButton::Left) {
-    WindowEvent event;
-    event.type = type;
-    event.x = x;
-    event.y = y;
-    event.button = button;
-    return events.OnEvent(event);
-  }
-  bool Key(Type type, SDL_Keycode key) {
-    WindowEvent event;
-    event.type = type;
-    event.key = key;
-    return events.OnEvent(event);
-  }
-  bool Turn(double notches) {
-    WindowEvent event;
-    event.type = Type::Wheel;
-    event.x = 200;
-    event.y = 200;
-    event.wheel = notches;
-    return events.OnEvent(event);
-  }
-  void Draw() {
-    Frame();
-    events.OnDraw();
-  }
-  void Wait(double seconds) {
-    for (int i = 0; i < seconds * zovview::TourClock::FRAMES_PER_SECOND; ++i) Draw();
-  }
   double Turned(const CameraParameters& before) const { return (hub.GetView().eye - before.eye).Length(); }
 
-  RecordingRenderer renderer;
-  Korvane::HelmDisc disc;
-  Korvane::Orientor ownCube;
-  OpenManager events;
   std::vector<PixelPosition> jumps;
 };
 

@@ -20,7 +20,7 @@ namespace zovhost {
 /// the window loses the focus.
 ///
 /// A press, and a turn of the wheel, end a move that runs, unless that move is of use to whoever gets the
-/// press.
+/// press. A tool that a disc has put away comes back when the disc closes.
 class WindowViewManager : public Korvane::ViewManager {
  public:
   /// Sets the pointer to a pixel of the viewport.
@@ -34,6 +34,8 @@ class WindowViewManager : public Korvane::ViewManager {
   void SetOrientor(Korvane::Orientor* cube) override;
   /// Lets a drawn rectangle be flown to, and no mark of a pivot stay after a release that was another's.
   bool AddTool(int id, Korvane::Tool* tool) override;
+  bool SetActiveTool(int id) override;
+  void Refresh() override;
 
   /// An event of the window, in pixels of the viewport. True when it was used.
   bool OnEvent(const WindowEvent& event);
@@ -64,6 +66,7 @@ class WindowViewManager : public Korvane::ViewManager {
   bool OnLeave();
   bool OnKey(const WindowEvent& event);
   void EndRunningShot();
+  bool IsPressForDisc() const;
   PixelPosition FollowPointer(int x, int y);
 
   MovePointer movePointer;
@@ -71,6 +74,7 @@ class WindowViewManager : public Korvane::ViewManager {
   HeldKeys keys;
   WheelCounter wheel;
   bool clickFree = false;
+  int toolBehindDisc = 0;  // 0: none
 };
 
 }  // namespace zovhost

@@ -3,13 +3,16 @@
 #include <array>
 #include <cstddef>
 #include <optional>
+#include <utility>
 
 #include "korvane/camera_operations.h"
 #include "korvane/center_tool.h"
+#include "korvane/helm_disc.h"
 #include "korvane/orientor.h"
 #include "korvane/rect_zoom_tool.h"
 #include "korvane/storyboard.h"
 #include "korvane/tool.h"
+#include "korvane/track_menu.h"
 
 namespace zovhost {
 
@@ -34,6 +37,28 @@ bool WindowViewManager::AddTool(int id, Korvane::Tool* tool) {
   if (auto* const rectangle = dynamic_cast<Korvane::RectZoomTool*>(tool)) rectangle->SetFlyToRectangle(true);
   if (auto* const center = dynamic_cast<Korvane::CenterTool*>(tool)) center->SetHideBallAtStrayRelease(true);
   return ViewManager::AddTool(id, tool);
+}
+
+// ---- the tool behind a disc ----
+
+bool WindowViewManager::SetActiveTool(int id) {
+  const bool forDisc = id == 0 && helmDisc != nullptr && helmDisc->GetActiveDisc() != Korvane::DiscType::None;
+  if (forDisc) {
+    if (activeToolID != 0) toolBehindDisc = activeToolID;
+    return ViewManager::SetActiveTool(0);
+  }
+  // Whoever chooses a tool closes the disc, and wants this one.
+  const int former = std::exchange(toolBehindDisc, 0);
+  const bool chosen = ViewManager::SetActiveTool(id);
+  if (!chosen) toolBehindDisc = former;
+  return chosen;
+}
+
+// Comes when a disc has opened or closed, among others.
+void WindowViewManager::Refresh() {
+  ViewManager::Refresh();
+  const bool closed = helmDisc == nullptr || helmDisc->GetActiveDisc() == Korvane::DiscType::None;
+  if (closed && toolBehindDisc != 0) SetActiveTool(toolBehindDisc);
 }
 
 bool WindowViewManager::WantMiddleMouseNavigation() const {
@@ -146,7 +171,15 @@ PixelPosition WindowViewManager::FollowPointer(int x, int y) {
 // no second press.
 void WindowViewManager::EndRunningShot() {
   const bool ofTool = activeTool != nullptr && activeTool->IsAnimating();
-  if (cameraOperations != nullptr && !ofTool && WantActiveToolEnabled()) cameraOperations->EndShot();
+  if (ofTool || (!WantActiveToolEnabled() && !IsPressForDisc())) return;
+  if (cameraOperations != nullptr) cameraOperations->EndShot();
+}
+
+// A disc hides while its own move runs, which is the disc's to end.
+bool WindowViewManager::IsPressForDisc() const {
+  if (helmDisc == nullptr || !helmDisc->GetEnabled()) return false;
+  const Korvane::TrackMenu* const menu = helmDisc->GetActiveTrackMenu();
+  return menu != nullptr && menu->GetVisible();
 }
 
 // ---- keys ----

@@ -101,4 +101,9 @@ bool ViewManager::RestoreCenter(const Vector3& point) {
   return Record(*hub, QueryCamera(*hub), [&shot](CameraOperations& mover) { return mover.BeginShot(shot); });
 }
 
+bool ViewManager::MoveCamera(const std::function<bool(CameraOperations&)>& move) {
+  CameraOperations* const hub = cameraOperations;
+  return hub != nullptr && move && Record(*hub, QueryCamera(*hub), move);
+}
+
 }  // namespace Korvane
