@@ -51,13 +51,14 @@ MODULE_OF_HEADER = {f"korvane/{name}.h": module for module, names in PUBLIC.item
 
 # The host kit: each room, and which of those above it in this table it sees.
 ROOMS = {room: names.split() for room, names in {
+    "files": "",
     "projection": "",
     "images": "",
     "scene": "projection images",
     "hub": "projection scene",
     "gl": "images",
     "pictures": "images",
-    "picture_files": "images",
+    "picture_files": "files images",
     "widget_renderer": "projection images scene gl pictures",
     "scene_view": "projection images scene gl",
     "window": "images",
@@ -65,6 +66,7 @@ ROOMS = {room: names.split() for room, names in {
 }.items()}
 ROOM_OF_HEADER = {f"zovhost/{name}.h": room for room, names in {
     "projection": "projection",
+    "files": "whole_file",
     "images": "accent image read_image",
     "scene": "scene",
     "hub": "start_camera view_hub",

@@ -10,6 +10,7 @@
 #include "progress_line.h"
 #include "recorder.h"
 #include "replay.h"
+#include "settings_file.h"
 #include "tour.h"
 #include "viewer.h"
 
@@ -24,6 +25,7 @@ struct Arguments {
   bool headless = false;
   bool split = false;
   bool log = false;
+  bool noSettings = false;
   std::string record;
   std::string replay;
   std::string size;
@@ -77,6 +79,8 @@ std::optional<int> ReadArguments(int argc, char** argv, Arguments& arguments) {
   record->excludes(split)->excludes(headless);
   app.add_flag("--log", arguments.log,
                "A line on the error stream for each event, frame and rest of the window");
+  app.add_flag("--no-settings", arguments.noSettings,
+               "Neither reads nor writes the user's settings; with --record neither");
   app.set_version_flag("--version", "zovview " ZOVVIEW_VERSION);
   try {
     app.parse(argc, argv);
@@ -116,7 +120,12 @@ int ShowWindow(zovhost::Window& window, const zovview::ModelSource& source, cons
       return EXIT_BAD_INPUT;
     }
   }
-  const int code = zovview::Viewer(window, {arguments.split, recorder.get(), arguments.log}).Run(source);
+  // What is recorded is played with the settings of a first start.
+  std::optional<zovview::SettingsFile> settings;
+  if (!arguments.noSettings && recorder == nullptr) settings.emplace(zovview::SettingsFile::FindPlace());
+  const zovview::Viewer::Options options = {arguments.split, recorder.get(), arguments.log,
+                                            settings.has_value() ? &*settings : nullptr};
+  const int code = zovview::Viewer(window, options).Run(source);
   if (code != 0 || recorder == nullptr || recorder->Finish(error)) return code;
   Note(error);
   return 1;

@@ -53,6 +53,7 @@ bool Viewer::Surface::OpenUCSMenu(int /*x*/, int /*y*/) {
 Viewer::Viewer(zovhost::Window& onWindow, const Options& options)
     : window(onWindow),
       recorder(options.recorder),
+      settings(options.settings),
       log(options.log),
       cursorScales(Korvane::CURSOR_NONE, 0.0),
       gui(window),
@@ -72,17 +73,35 @@ void Viewer::AddView() {
   views.push_back(std::make_unique<Viewport>(Viewport::Surroundings{
       [this] { window.RequestFrame(); }, *surfaces.back(),
       [this, index](int /*x*/, int /*y*/) { OpenMenu(index, ViewerMenus::Kind::View); },
-      [this] { ShowHelp(); }}));
+      [this] { ShowHelp(); }, settings != nullptr && index == 0}));
   Viewport& view = *views.back();
   view.GetRenderer().SetFaceShow(
       [this](const zovhost::SceneFace* face) { sceneView.SetFaceHighlight(face); });
   view.GetRenderer().SetSceneDraw([this](const Korvane::CameraParameters& camera, int width, int height) {
     sceneView.Draw(camera, width, height);
   });
+  if (index == 0) ReadSettings(view);
   if (!view.Create()) std::fprintf(stderr, "%s: the tools and the cube cannot be drawn\n", PROGRAM);
 }
 
+void Viewer::ReadSettings(Viewport& view) {
+  std::string error;
+  if (settings != nullptr && !settings->Read(view.GetDisc(), error)) {
+    std::fprintf(stderr, "%s: %s\n", PROGRAM, error.c_str());
+  }
+  view.GetHub().GetApplicationParameters().preserve_orbit_up_direction =
+      view.GetDisc().GetParameters().keepSceneUpright;
+}
+
+void Viewer::KeepSettings() {
+  std::string error;
+  if (settings != nullptr && !settings->Keep(views[0]->GetDisc(), error)) {
+    std::fprintf(stderr, "%s: %s\n", PROGRAM, error.c_str());
+  }
+}
+
 Viewer::~Viewer() {
+  KeepSettings();
   window.SetEventHandler(nullptr);
   window.SetFrameHandler(nullptr);
   window.SetWakeHandler(nullptr);
@@ -299,6 +318,7 @@ void Viewer::DrawFrame() {
   gui.BeginFrame();
   DrawPanels();
   gui.EndFrame();
+  if (!window.IsFrameRequested()) KeepSettings();  // what has changed was drawn
 }
 
 void Viewer::DrawViews() {

@@ -10,6 +10,7 @@
 #include "model_source.h"
 #include "progress_line.h"
 #include "recorder.h"
+#include "settings_file.h"
 #include "viewer_menus.h"
 #include "viewer_panel.h"
 #include "viewport.h"
@@ -28,6 +29,9 @@ class Viewer {
     Recorder* recorder = nullptr;
     /// Events, frames and rests are told on the error stream.
     bool log = false;
+    /// Of the discs of the first view, which otherwise begin as they come; and these introduce themselves
+    /// only where it can be kept that they have. Borrowed.
+    SettingsFile* settings = nullptr;
   };
 
   explicit Viewer(zovhost::Window& onWindow) : Viewer(onWindow, Options()) {}
@@ -80,6 +84,8 @@ class Viewer {
   };
 
   void AddView();
+  void ReadSettings(Viewport& view);
+  void KeepSettings();
   void OnEvent(const zovhost::WindowEvent& event);
   void OnPointerEvent(zovhost::WindowEvent event);
   void OnKeyEvent(const zovhost::WindowEvent& event);
@@ -102,6 +108,7 @@ class Viewer {
 
   zovhost::Window& window;
   Recorder* const recorder;
+  SettingsFile* const settings;
   EventLog log;
   std::unique_ptr<zovhost::Scene> scene;
   zovhost::GLSceneView sceneView;

@@ -1,10 +1,17 @@
 #include "viewer_view_manager.h"
 
+#include "korvane/helm_disc.h"
 #include "korvane/tool.h"
 #include "view_tools.h"
 #include "zovhost/view_hub.h"
 
 namespace zovview {
+
+namespace {
+
+constexpr int WELCOME_SIZE = 512;  // pixels, of the welcome screen's picture
+
+}  // namespace
 
 ViewerViewManager::ViewerViewManager(zovhost::ViewHub& hub) {
   SetKorvane(&hub);
@@ -31,6 +38,12 @@ bool ViewerViewManager::Destroy() {
   Cancel();
   notes.reset();
   return WindowViewManager::Destroy();
+}
+
+void ViewerViewManager::Refresh() {
+  WindowViewManager::Refresh();
+  if (helmDisc == nullptr) return;
+  helmDisc->SetWelcomeMenuPosition((viewportWidth - WELCOME_SIZE) / 2, (viewportHeight - WELCOME_SIZE) / 2);
 }
 
 // ---- the active tool ----

@@ -22,6 +22,8 @@ class ViewerViewManager : public zovhost::WindowViewManager {
   bool Create() override;
   bool Destroy() override;
   bool OnLeftMouseDown(int x, int y) override;
+  /// The welcome screen of the discs stands in the middle.
+  void Refresh() override;
 
  protected:
   bool WantToolClicks() const override;

@@ -83,7 +83,7 @@ settle() {
 processor_time() { awk '{print $14 + $15}' "/proc/$1/stat"; }  # in hundredths of a second
 
 open_viewer() {
-  "$zovview" --size 800x600 "$@" >"$work/out" 2>"$work/error" &
+  "$zovview" --size 800x600 --no-settings "$@" >"$work/out" 2>"$work/error" &
   viewer=$!
 }
 

@@ -477,6 +477,44 @@ TEST_F(SplitTest, a_key_that_is_released_over_the_other_view_is_released) {
   EXPECT_NEAR(direction().Dot(before), 1.0, 1e-12) << "a pan, no orbit";
 }
 
+// ---- settings ----
+
+TEST_F(ViewerTest, settings_are_kept_at_rest_and_are_there_the_next_time) {
+  const std::filesystem::path file = folder.GetPath() / "settings.json";
+  for (const bool first : {true, false}) {
+    viewer.reset();
+    zovview::SettingsFile settings(file);
+    zovview::Viewer::Options options;
+    options.settings = &settings;
+    viewer = std::make_unique<zovview::Viewer>(*window, options);
+    viewer->Open({folder.Write("square.obj", SQUARE)});
+    ComeToRest();
+    EXPECT_EQ(std::filesystem::exists(file), !first);
+    const auto expected = first ? Korvane::DiscType::FullNavigation : Korvane::DiscType::MiniTourBuilding;
+    EXPECT_EQ(viewer->GetView(0).GetDisc().GetDefaultDiscType(), expected);
+    EXPECT_EQ(GetHub().GetApplicationParameters().preserve_orbit_up_direction, first);
+    if (!first) break;
+    Press(SDLK_F7);
+    Press(SDLK_u);
+    ComeToRest();
+    EXPECT_TRUE(std::filesystem::exists(file));
+  }
+  viewer.reset();
+}
+
+TEST_F(ViewerTest, settings_that_cannot_be_used_are_told_in_one_line) {
+  viewer.reset();
+  zovview::SettingsFile settings(folder.Write("settings.json", "broken"));
+  zovview::Viewer::Options options;
+  options.settings = &settings;
+  testing::internal::CaptureStderr();
+  viewer = std::make_unique<zovview::Viewer>(*window, options);
+  const std::string told = testing::internal::GetCapturedStderr();
+  EXPECT_EQ(apps_test::CountLines(told), 1) << told;
+  EXPECT_NE(told.find("settings.json"), std::string::npos) << told;
+  viewer.reset();
+}
+
 // ---- the film strip ----
 
 TEST_F(ViewerTest, each_view_on_the_strip_has_a_picture_of_the_model) {

@@ -4,8 +4,8 @@
 #include <cstddef>
 
 #include "picture_files/image_check.h"
-#include "picture_files/whole_file.h"
 #include "zovhost/picture.h"
+#include "zovhost/whole_file.h"
 
 namespace zovhost {
 

@@ -1,4 +1,4 @@
-#include "picture_files/whole_file.h"
+#include "zovhost/whole_file.h"
 
 #include <cerrno>
 #include <cstring>

@@ -1,0 +1,194 @@
+#include "settings_file.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <nlohmann/json.hpp>
+#include <system_error>
+#include <utility>
+#include <variant>
+
+#include "korvane/helm_disc.h"
+#include "zovhost/whole_file.h"
+
+namespace zovview {
+
+namespace fs = std::filesystem;
+using Json = nlohmann::ordered_json;
+using Korvane::DiscType;
+using Korvane::HelmDisc;
+using Parameters = Korvane::HelmDiscParameters;
+
+namespace {
+
+constexpr int VERSION = 1;
+constexpr std::uintmax_t LARGEST_FILE = 65'536;  // bytes; what the program writes is a hundredth of it
+constexpr const char* VERSION_NAME = "version";
+constexpr const char* LAST_DISC_NAME = "lastDisc";
+
+// In the order of DiscType.
+constexpr std::array<const char*, 7> DISC_NAMES = {
+    "view-object",      "tour-building",      "full-navigation",     "2d",
+    "mini-view-object", "mini-tour-building", "mini-full-navigation"};
+
+struct Setting {
+  const char* name;
+  std::variant<bool Parameters::*, int Parameters::*, double Parameters::*> field;
+  double least = 0.0;
+  double most = 1.0;
+};
+
+const auto SETTINGS = std::to_array<Setting>({
+    {"welcomeSeen", &Parameters::welcomeSeen},
+    {"largeDiscSize", &Parameters::largeDiscSize, 16, 1024},
+    {"miniDiscSize", &Parameters::miniDiscSize, 16, 1024},
+    {"largeDiscOpacity", &Parameters::largeDiscOpacity, 0.1, 3.0},
+    {"miniDiscOpacity", &Parameters::miniDiscOpacity, 0.1, 3.0},
+    {"walkSpeedFactor", &Parameters::walkSpeedFactor, 0.1, 50.0},
+    {"showMessages", &Parameters::showMessages},
+    {"showTooltips", &Parameters::showTooltips},
+    {"showToolHUDs", &Parameters::showToolHUDs},
+    {"invertLookVertical", &Parameters::invertLookVertical},
+    {"clickZoom", &Parameters::clickZoom},
+    {"keepSceneUpright", &Parameters::keepSceneUpright},
+});
+
+// ---- values ----
+
+bool Take(const Json& value, const Setting& /*setting*/, bool& field) {
+  if (value.is_boolean()) field = value.get<bool>();
+  return value.is_boolean();
+}
+
+template <class Number>
+bool Take(const Json& value, const Setting& setting, Number& field) {
+  const bool isOfKind = std::is_integral_v<Number> ? value.is_number_integer() : value.is_number();
+  if (!isOfKind) return false;
+  const auto number = value.get<double>();
+  if (!(number >= setting.least && number <= setting.most)) return false;
+  field = static_cast<Number>(number);
+  return true;
+}
+
+// What is missing stays as it is.
+bool TakeSetting(const Json& settings, const Setting& setting, Parameters& into) {
+  const auto value = settings.find(setting.name);
+  if (value == settings.end()) return true;
+  return std::visit([&](auto field) { return Take(*value, setting, into.*field); }, setting.field);
+}
+
+bool TakeLastDisc(const Json& settings, DiscType& type) {
+  const auto value = settings.find(LAST_DISC_NAME);
+  if (value == settings.end()) return true;
+  const auto* const found =
+      std::find_if(DISC_NAMES.begin(), DISC_NAMES.end(), [&](const char* name) { return *value == name; });
+  if (found == DISC_NAMES.end()) return false;
+  type = static_cast<DiscType>(found - DISC_NAMES.begin());
+  return true;
+}
+
+// The name of the first value that is wrong; null for none.
+const char* TakeAll(const Json& settings, Parameters& parameters, DiscType& lastDisc) {
+  for (const Setting& setting : SETTINGS) {
+    if (!TakeSetting(settings, setting, parameters)) return setting.name;
+  }
+  return TakeLastDisc(settings, lastDisc) ? nullptr : LAST_DISC_NAME;
+}
+
+std::string Format(const HelmDisc& disc) {
+  Json settings;
+  settings[VERSION_NAME] = VERSION;
+  settings[LAST_DISC_NAME] = DISC_NAMES[static_cast<std::size_t>(disc.GetDefaultDiscType())];
+  for (const Setting& setting : SETTINGS) {
+    std::visit([&](auto field) { settings[setting.name] = disc.GetParameters().*field; }, setting.field);
+  }
+  return settings.dump(2) + "\n";
+}
+
+// ---- the file ----
+
+// Null, with a reason, for what is none of this program's.
+Json ReadJson(const fs::path& file, const char*& reason) {
+  std::error_code failure;
+  std::ifstream input(file, std::ios::binary);
+  reason = "cannot be read";
+  if (!fs::is_regular_file(file, failure) || !input) return {};
+  reason = "is no settings file";
+  if (fs::file_size(file, failure) > LARGEST_FILE || failure) return {};
+  const std::string text{std::istreambuf_iterator<char>(input), std::istreambuf_iterator<char>()};
+  Json settings = Json::parse(text, nullptr, false);
+  const bool isOurs = settings.is_object() && settings.contains(VERSION_NAME) &&
+                      settings[VERSION_NAME].is_number_integer() && settings[VERSION_NAME] >= 1;
+  return isOurs ? settings : Json();
+}
+
+fs::path FromEnvironment(const char* name) {
+  const char* const value = std::getenv(name);  // NOLINT(concurrency-mt-unsafe): nothing writes it
+  const fs::path path = value != nullptr ? value : "";
+  return path.is_absolute() ? path : fs::path();
+}
+
+fs::path FindFolder() {
+#if defined(_WIN32)
+  return FromEnvironment("APPDATA");
+#elif defined(__APPLE__)
+  const fs::path home = FromEnvironment("HOME");
+  return home.empty() ? home : home / "Library" / "Application Support";
+#else
+  const fs::path given = FromEnvironment("XDG_CONFIG_HOME");
+  const fs::path home = FromEnvironment("HOME");
+  return !given.empty() || home.empty() ? given : home / ".config";
+#endif
+}
+
+}  // namespace
+
+fs::path SettingsFile::FindPlace() {
+  const fs::path folder = FindFolder();
+  return folder.empty() ? folder : folder / "zovview" / "settings.json";
+}
+
+bool SettingsFile::Read(HelmDisc& disc, std::string& error) {
+  kept = Format(disc);
+  std::error_code failure;
+  if (file.empty() || fs::symlink_status(file, failure).type() == fs::file_type::not_found) return true;
+  const auto fail = [&](const std::string& what) {
+    error = file.string() + " " + what + "; the settings are those of a first start";
+    return false;
+  };
+  const char* reason = nullptr;
+  const Json settings = ReadJson(file, reason);
+  if (settings.is_null()) return fail(reason);
+  closed = settings[VERSION_NAME] > VERSION;
+  if (closed) return fail("is of a newer version, and stays as it is");
+  Parameters parameters = disc.GetParameters();
+  DiscType lastDisc = disc.GetDefaultDiscType();
+  if (const char* const wrong = TakeAll(settings, parameters, lastDisc)) {
+    return fail(std::string("has a wrong value for \"") + wrong + "\"");
+  }
+  disc.GetParameters() = parameters;
+  disc.SetDefaultDiscType(lastDisc);
+  kept = Format(disc);
+  return true;
+}
+
+bool SettingsFile::Keep(const HelmDisc& disc, std::string& error) {
+  if (closed || file.empty()) return true;
+  std::string text = Format(disc);
+  if (text == kept) return true;
+  kept = std::move(text);
+  closed = !WriteText(kept, error);
+  return !closed;
+}
+
+bool SettingsFile::WriteText(const std::string& text, std::string& error) const {
+  std::error_code ignored;  // the file then tells what is wrong
+  fs::create_directories(file.parent_path(), ignored);
+  zovhost::WholeFile output(file);
+  output.Write(text.data(), text.size());
+  return output.Finish(error);
+}
+
+}  // namespace zovview

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace Korvane {
+class HelmDisc;
+}
+
+namespace zovview {
+
+/// What outlives the program: the settings of the discs, the kind that was open last, and whether their
+/// welcome screen has been seen. Kept in a file of the user's, as JSON.
+///
+/// A file that is broken, or that cannot be read, is replaced when a setting changes; one of a newer version
+/// of the program never is.
+class SettingsFile {
+ public:
+  /// In the folder of the user's configurations; empty where there is none.
+  static std::filesystem::path FindPlace();
+
+  explicit SettingsFile(std::filesystem::path place) : file(std::move(place)) {}
+
+  /// Before the disc is created. False, with one line in `error` and the disc as it was, for a file that is
+  /// there and of no use: a single wrong value makes it so.
+  bool Read(Korvane::HelmDisc& disc, std::string& error);
+  /// Writes the file when a setting of the disc is another than the last time. False, with one line in
+  /// `error`, when it cannot be written; it is not tried again then.
+  bool Keep(const Korvane::HelmDisc& disc, std::string& error);
+
+ private:
+  bool WriteText(const std::string& text, std::string& error) const;
+
+  std::filesystem::path file;
+  std::string kept;  // as it was last read or written
+  bool closed = false;
+};
+
+}  // namespace zovview

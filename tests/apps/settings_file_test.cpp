@@ -1,0 +1,233 @@
+// What the viewer keeps between two runs, and what it makes of files that are not as it left them.
+#include "settings_file.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include "korvane/helm_disc.h"
+#include "program.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using apps_test::TemporaryFolder;
+using Korvane::DiscType;
+using Korvane::HelmDisc;
+using Korvane::HelmDiscParameters;
+using zovview::SettingsFile;
+
+std::string ReadText(const fs::path& file) {
+  std::ifstream input(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(input), std::istreambuf_iterator<char>()};
+}
+
+class SettingsFileTest : public testing::Test {
+ protected:
+  bool Read() { return settings.Read(disc, error); }
+  bool Keep() { return settings.Keep(disc, error); }
+  bool ReadFrom(const std::string& text) {
+    folder.Write("settings.json", text);
+    return Read();
+  }
+  void ExpectDefaults() const {
+    const HelmDiscParameters& now = disc.GetParameters();
+    EXPECT_FALSE(now.welcomeSeen);
+    EXPECT_EQ(now.largeDiscSize, 128);
+    EXPECT_EQ(now.miniDiscSize, 64);
+    EXPECT_EQ(now.walkSpeedFactor, 1.0);
+    EXPECT_EQ(disc.GetDefaultDiscType(), DiscType::FullNavigation);
+  }
+
+  TemporaryFolder folder;
+  const fs::path file = folder.GetPath() / "settings.json";
+  SettingsFile settings{file};
+  HelmDisc disc;
+  std::string error;
+};
+
+TEST_F(SettingsFileTest, a_first_start_reads_nothing_and_writes_nothing) {
+  EXPECT_TRUE(Read()) << error;
+  EXPECT_TRUE(Keep());
+  ExpectDefaults();
+  EXPECT_TRUE(folder.IsEmpty());
+}
+
+TEST_F(SettingsFileTest, every_setting_is_read_as_it_was_kept) {
+  ASSERT_TRUE(Read());
+  HelmDiscParameters& set = disc.GetParameters();
+  set.welcomeSeen = set.invertLookVertical = set.clickZoom = true;
+  set.showMessages = set.showTooltips = set.showToolHUDs = set.keepSceneUpright = false;
+  set.largeDiscSize = 256;
+  set.miniDiscSize = 32;
+  set.largeDiscOpacity = 2.0;
+  set.miniDiscOpacity = 0.5;
+  set.walkSpeedFactor = 1.3;
+  disc.SetDefaultDiscType(DiscType::MiniTourBuilding);
+  ASSERT_TRUE(Keep()) << error;
+
+  HelmDisc other;
+  SettingsFile again(file);
+  ASSERT_TRUE(again.Read(other, error)) << error;
+  const HelmDiscParameters& read = other.GetParameters();
+  EXPECT_TRUE(read.welcomeSeen && read.invertLookVertical && read.clickZoom);
+  EXPECT_FALSE(read.showMessages || read.showTooltips || read.showToolHUDs || read.keepSceneUpright);
+  EXPECT_EQ(read.largeDiscSize, 256);
+  EXPECT_EQ(read.miniDiscSize, 32);
+  EXPECT_EQ(read.largeDiscOpacity, 2.0);
+  EXPECT_EQ(read.miniDiscOpacity, 0.5);
+  EXPECT_EQ(read.walkSpeedFactor, 1.3);
+  EXPECT_EQ(other.GetDefaultDiscType(), DiscType::MiniTourBuilding);
+}
+
+TEST_F(SettingsFileTest, every_kind_of_disc_has_a_name) {
+  ASSERT_TRUE(Read());
+  for (int kind = 0; kind < 7; ++kind) {
+    disc.SetDefaultDiscType(static_cast<DiscType>(kind));
+    ASSERT_TRUE(Keep());
+    HelmDisc other;
+    ASSERT_TRUE(SettingsFile(file).Read(other, error)) << error;
+    EXPECT_EQ(other.GetDefaultDiscType(), static_cast<DiscType>(kind));
+  }
+}
+
+TEST_F(SettingsFileTest, the_file_appears_whole_with_its_folder_and_alone) {
+  const fs::path deep = folder.GetPath() / "a" / "b" / "settings.json";
+  SettingsFile inFolder(deep);
+  ASSERT_TRUE(inFolder.Read(disc, error));
+  disc.GetParameters().welcomeSeen = true;
+  ASSERT_TRUE(inFolder.Keep(disc, error)) << error;
+  EXPECT_TRUE(fs::is_regular_file(deep));
+  EXPECT_EQ(std::distance(fs::directory_iterator(deep.parent_path()), fs::directory_iterator()), 1);
+}
+
+TEST_F(SettingsFileTest, what_has_not_changed_is_not_written) {
+  ASSERT_TRUE(ReadFrom("{\"version\": 1, \"largeDiscSize\": 64}"));
+  EXPECT_EQ(disc.GetParameters().largeDiscSize, 64);
+  EXPECT_TRUE(Keep());
+  EXPECT_EQ(ReadText(file), "{\"version\": 1, \"largeDiscSize\": 64}");
+  disc.GetParameters().clickZoom = true;
+  EXPECT_TRUE(Keep());
+  EXPECT_NE(ReadText(file).find("\"clickZoom\": true"), std::string::npos);
+  EXPECT_NE(ReadText(file).find("\"largeDiscSize\": 64"), std::string::npos);
+}
+
+TEST_F(SettingsFileTest, what_is_missing_and_what_is_unknown_does_no_harm) {
+  EXPECT_TRUE(ReadFrom("{\"version\": 1}")) << error;
+  ExpectDefaults();
+  EXPECT_TRUE(ReadFrom("{\"version\": 1, \"colour\": \"red\", \"miniDiscSize\": 128}")) << error;
+  EXPECT_EQ(disc.GetParameters().miniDiscSize, 128);
+}
+
+struct BrokenFile {
+  const char* name;
+  std::string text;
+};
+class BrokenSettings : public SettingsFileTest, public testing::WithParamInterface<BrokenFile> {};
+
+TEST_P(BrokenSettings, are_told_in_one_line_change_nothing_and_are_replaced_when_something_changes) {
+  EXPECT_FALSE(ReadFrom(GetParam().text));
+  EXPECT_NE(error.find(file.string()), std::string::npos) << error;
+  EXPECT_EQ(error.find('\n'), std::string::npos) << error;
+  ExpectDefaults();
+  EXPECT_TRUE(Keep());
+  EXPECT_EQ(ReadText(file), GetParam().text) << "nothing has changed";
+  disc.GetParameters().welcomeSeen = true;
+  EXPECT_TRUE(Keep());
+  HelmDisc other;
+  EXPECT_TRUE(SettingsFile(file).Read(other, error)) << error;
+  EXPECT_TRUE(other.GetParameters().welcomeSeen);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    each, BrokenSettings,
+    testing::Values(
+        BrokenFile{"empty", ""}, BrokenFile{"cut_off", "{\"version\": 1, \"welco"},
+        BrokenFile{"no_object", "[1, 2]"}, BrokenFile{"no_version", "{\"welcomeSeen\": true}"},
+        BrokenFile{"version_0", "{\"version\": 0}"}, BrokenFile{"version_in_words", "{\"version\": \"one\"}"},
+        BrokenFile{"bytes", std::string("\0\xFF\xFE{\x80", 5)}, BrokenFile{"deep", std::string(2000, '[')},
+        BrokenFile{"huge", "{\"version\": 1}" + std::string(70'000, ' ')},
+        BrokenFile{"a_number_for_a_switch", "{\"version\": 1, \"welcomeSeen\": 1}"},
+        BrokenFile{"a_fraction_for_a_size", "{\"version\": 1, \"largeDiscSize\": 64.5}"},
+        BrokenFile{"a_size_of_0", "{\"version\": 1, \"largeDiscSize\": 0}"},
+        BrokenFile{"a_size_beyond_all_numbers", "{\"version\": 1, \"miniDiscSize\": 1e999}"},
+        BrokenFile{"a_size_of_many_digits", "{\"version\": 1, \"miniDiscSize\": 99999999999999999999}"},
+        BrokenFile{"too_fast", "{\"version\": 1, \"walkSpeedFactor\": 51}"},
+        BrokenFile{"null", "{\"version\": 1, \"walkSpeedFactor\": null}"},
+        BrokenFile{"no_such_disc", "{\"version\": 1, \"lastDisc\": \"round\"}"},
+        BrokenFile{"one_wrong_spoils_all", "{\"version\": 1, \"largeDiscSize\": 64, \"lastDisc\": 2}"}),
+    [](const testing::TestParamInfo<BrokenFile>& file) { return file.param.name; });
+
+TEST_F(SettingsFileTest, a_newer_file_is_told_and_never_replaced) {
+  const std::string newer = "{\"version\": 2, \"largeDiscSize\": 64}";
+  EXPECT_FALSE(ReadFrom(newer));
+  EXPECT_NE(error.find("newer"), std::string::npos) << error;
+  ExpectDefaults();
+  disc.GetParameters().welcomeSeen = true;
+  EXPECT_TRUE(Keep());
+  EXPECT_EQ(ReadText(file), newer);
+}
+
+TEST_F(SettingsFileTest, a_folder_in_its_place_is_told_once) {
+  fs::create_directories(file / "inside");
+  EXPECT_FALSE(Read());
+  disc.GetParameters().welcomeSeen = true;
+  EXPECT_FALSE(Keep());
+  EXPECT_NE(error.find(file.string()), std::string::npos) << error;
+  disc.GetParameters().clickZoom = true;
+  EXPECT_TRUE(Keep()) << "it is not tried again";
+  EXPECT_TRUE(fs::is_directory(file / "inside"));
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder.GetPath()), fs::directory_iterator()), 1);
+}
+
+TEST_F(SettingsFileTest, without_a_place_nothing_is_kept) {
+  SettingsFile nowhere{fs::path()};
+  EXPECT_TRUE(nowhere.Read(disc, error));
+  disc.GetParameters().welcomeSeen = true;
+  EXPECT_TRUE(nowhere.Keep(disc, error));
+}
+
+// ---- the place ----
+
+class Environment {
+ public:
+  Environment(const char* variable, const char* value) : name(variable) {
+    const char* const former = std::getenv(name);
+    if (former != nullptr) before = former;
+    if (value != nullptr) setenv(name, value, 1);
+    if (value == nullptr) unsetenv(name);
+  }
+  ~Environment() {
+    if (before.empty()) unsetenv(name);
+    if (!before.empty()) setenv(name, before.c_str(), 1);
+  }
+  Environment(const Environment&) = delete;
+  Environment& operator=(const Environment&) = delete;
+
+ private:
+  const char* const name;
+  std::string before;
+};
+
+TEST(SettingsPlaceTest, is_the_folder_of_configurations_of_the_user) {
+  const Environment home("HOME", "/users/somebody");
+  {
+    const Environment given("XDG_CONFIG_HOME", "/etc/of somebody");
+    EXPECT_EQ(SettingsFile::FindPlace(), "/etc/of somebody/zovview/settings.json");
+  }
+  for (const char* useless : {static_cast<const char*>(nullptr), "", "relative/folder"}) {
+    const Environment given("XDG_CONFIG_HOME", useless);
+    EXPECT_EQ(SettingsFile::FindPlace(), "/users/somebody/.config/zovview/settings.json");
+  }
+}
+
+TEST(SettingsPlaceTest, is_nowhere_without_a_home) {
+  const Environment given("XDG_CONFIG_HOME", nullptr);
+  const Environment home("HOME", nullptr);
+  EXPECT_EQ(SettingsFile::FindPlace(), fs::path());
+}
+
+}  // namespace
