@@ -21,6 +21,9 @@ class BenchmarkCase {
   virtual bool Agrees() const = 0;
   /// The least arithmetic of such a move, to be timed as a third; null where there is none.
   virtual SimplestMove* GetSimplest() { return nullptr; }
+  /// What a step may take where a multiple of the bare arithmetic says nothing, since there is next to none;
+  /// 0 for a multiple.
+  virtual double GetAimInNanoseconds() const { return 0.0; }
 };
 
 /// The cases of each file; each lives as long as the program.

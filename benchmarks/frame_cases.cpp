@@ -154,6 +154,7 @@ class ZoomCase : public MoveCase<BareZoom, SimplestZoom> {
 class IdleCase : public FrameCase {
  public:
   std::string GetName() const override { return "idle frame"; }
+  double GetAimInNanoseconds() const override { return 40.0; }
   void StepLibrary() override {
     libraryMoved = hub->PerformOperations();
     benchmark::DoNotOptimize(std::as_const(libraryMoved));

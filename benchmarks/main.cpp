@@ -100,16 +100,14 @@ int main(int argc, char** argv) {
     cases.insert(cases.end(), group.begin(), group.end());
   }
 
-  std::vector<std::string> names;
   for (BenchmarkCase* const each : cases) {
     if (!Check(*each)) return 1;
     RegisterSides(*each);
-    names.push_back(each->GetName());
   }
 
   RatioReporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);
-  reporter.PrintTable(names);
+  reporter.PrintTable(cases);
   benchmark::Shutdown();
   return 0;
 }

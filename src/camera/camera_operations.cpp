@@ -5,6 +5,8 @@
 #include <memory>
 #include <utility>
 
+#include "camera/finite_camera.h"
+
 namespace Korvane {
 
 namespace {
@@ -19,7 +21,7 @@ bool HasUp(const CameraParameters& camera) {
 
 // What a move made of a good camera must be good, too; otherwise the camera stays where it was.
 void KeepView(const CameraParameters& before, CameraParameters& after) {
-  const bool broken = !after.IsFinite() && before.IsFinite();
+  const bool broken = !IsCameraFinite(after) && IsCameraFinite(before);
   const bool upVanished = !HasUp(after) && HasUp(before);
   if (broken || upVanished) after = before;
 }
@@ -243,7 +245,7 @@ bool CameraOperations::BlendProjection(const FrameActivity& activity) {
 
 // No bad number reaches the host, not even its own.
 bool CameraOperations::ApplyIfFinite(const CameraParameters& view) {
-  if (!view.IsFinite()) return false;
+  if (!IsCameraFinite(view)) return false;
   ApplyCameraParameters(view);
   return true;
 }

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "camera/camera_frame.h"
+#include "camera/finite_camera.h"
 #include "camera/lens.h"
 #include "camera/view_size.h"
 
@@ -24,15 +25,7 @@ bool IsNeitherParallelNorPerpendicular(double cosine) {
 
 }  // namespace
 
-// Zero times a number is zero only when the number is finite; no branch for each of them, and short chains.
-bool CameraParameters::IsFinite() const {
-  const auto vanish = [](const Vector3& v) { return v.x * 0.0 + v.y * 0.0 + v.z * 0.0; };
-  const double places = vanish(eye) + vanish(centre) + (vanish(up) + vanish(pivot));
-  const double angles = left_fov * 0.0 + right_fov * 0.0 + (top_fov * 0.0 + bottom_fov * 0.0);
-  const double sizes = ortho_width * 0.0 + ortho_height * 0.0 + (page_scale * 0.0 + page_origin_x * 0.0) +
-                       (page_origin_y * 0.0 + projection_transition * 0.0);
-  return places + angles + sizes == 0.0;
-}
+bool CameraParameters::IsFinite() const { return IsCameraFinite(*this); }
 
 // No comparison with a NaN fires: it differs from nothing, but as a projection transition.
 bool CameraCheckEqual(const CameraParameters* a, const CameraParameters* b) {

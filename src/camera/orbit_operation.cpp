@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "camera/camera_frame.h"
+#include "camera/finite_camera.h"
 #include "korvane/camera_operations.h"
 #include "korvane/quaternion.h"
 
@@ -62,7 +63,16 @@ void OrbitOperation::PerformOperation(double /*dt*/, CameraParameters& camera) {
   } else {
     PerformFree(camera);
   }
-  if (camera.IsFinite()) workingCamera = camera;  // one bad frame must not spoil the rest of the drag
+  KeepPlace(camera);
+}
+
+// One bad frame must not spoil the rest of the drag.
+void OrbitOperation::KeepPlace(const CameraParameters& camera) {
+  if (!IsCameraFinite(camera)) return;
+  workingCamera.eye = camera.eye;
+  workingCamera.centre = camera.centre;
+  workingCamera.up = camera.up;
+  workingCamera.pivot = camera.pivot;
 }
 
 // ---- the turntable ----

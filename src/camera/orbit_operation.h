@@ -88,6 +88,7 @@ class OrbitOperation : public Operation {
   void GetTurntableMotion(double& x, double& y) const;
   double ChooseAngle(RotationType type, double remaining, double motion);
   double GetFreeAngle(RotationType type, double remaining, double delta);
+  void KeepPlace(const CameraParameters& camera);
   bool ReversesHorizontalSense(const Vector3& upAxis) const;
 
   void MeasureRemaining(const Vector3& forward, Vector3 heading, const Vector3& target, const Vector3& upAxis,
@@ -97,7 +98,7 @@ class OrbitOperation : public Operation {
   CameraParameters initialCamera;
   TurntableAxes turntableAxes;     // of the last frame
   Turntable initialTurntable;      // of the initial camera
-  CameraParameters workingCamera;  // what the last frame produced
+  CameraParameters workingCamera;  // placed as the last frame left the camera
   StandardViews standardViews;
   AxisSnap snaps[2];  // by RotationType
   bool doSnap = false;
