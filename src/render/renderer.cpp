@@ -100,11 +100,13 @@ DynamicIcon2D* Renderer::GetStringTexture(StringID id) {
   }
   const std::wstring text = LoadStringResource(id);
   const CreateIcon create = FindStringIconCreator(id);
-  DynamicIcon2D* const icon = create != nullptr ? (this->*create)(text.c_str()) : nullptr;
+  DynamicIcon2D* icon = create != nullptr ? (this->*create)(text.c_str()) : nullptr;
   if (icon == nullptr) return nullptr;
-  stringTextures[id] = icon;
-  stringUsage[id] = 1;
-  return icon;
+  ++stringUsage[id];
+  const auto [entry, isFirst] = stringTextures.try_emplace(id, icon);
+  DynamicIcon2D* const shared = entry->second;
+  if (!isFirst) DestroyIcon(icon);  // somebody has asked for the text while it was being made
+  return shared;
 }
 
 DynamicIcon2D* Renderer::ReleaseStringTexture(StringID id) {

@@ -494,4 +494,29 @@ TEST_F(RendererTest, a_text_that_is_asked_for_while_it_is_destroyed_is_made_anew
   EXPECT_EQ(reviving.GetStringTexture(STRING_ORBIT), reviving.revived);
 }
 
+// A host that begins a gesture while the text of another one is being made.
+TEST_F(RendererTest, a_text_that_is_asked_for_while_it_is_made_is_made_and_counted_once_for_each) {
+  struct Eager : RecordingRenderer {
+    DynamicIcon2D* CreateTooltipHUD(const wchar_t* text) override {
+      if (!asked) {
+        asked = true;
+        within = GetStringTexture(STRING_ORBIT);
+      }
+      return RecordingRenderer::CreateTooltipHUD(text);
+    }
+    DynamicIcon2D* within = nullptr;
+    bool asked = false;
+  } eager;
+  const DynamicIcon2D* const outer = eager.GetStringTexture(STRING_ORBIT);
+  ASSERT_NE(outer, nullptr);
+  EXPECT_EQ(outer, eager.within);
+  EXPECT_EQ(eager.GetLiveIconCount(), 1);
+  eager.ReleaseStringTexture(STRING_ORBIT);
+  eager.ApplyTextureUsage();
+  EXPECT_EQ(eager.GetLiveIconCount(), 1);  // the other one goes on showing it
+  eager.ReleaseStringTexture(STRING_ORBIT);
+  eager.ApplyTextureUsage();
+  EXPECT_EQ(eager.GetLiveIconCount(), 0);
+}
+
 }  // namespace
