@@ -156,6 +156,9 @@ class ZOVTOOLS_API TrackMenu {
 
   Vector2 GetMouseCoords() const;
   bool IsLeftButtonDown() const;
+  /// Forgets a press without a release to the listener: no click comes of it. Before the menu is put away,
+  /// upon which the listeners end what the press has begun (see RegionListener::OnTrackMenuActivate).
+  void CancelPress();
   /// KEY_SHIFT, KEY_CONTROL.
   bool IsModifierADown() const;
   bool IsModifierBDown() const;

@@ -24,11 +24,8 @@ std::unique_ptr<TrackMenu> MakeMenu() {
 
 void HideMenu(TrackMenu& menu) {
   const Lifeline::Watch alive(menu.GetLifeline());
-  if (menu.IsLeftButtonDown()) {
-    const Vector2 mouse = menu.GetMouseCoords();
-    menu.OnLeftMouseUp(static_cast<int>(mouse.x), static_cast<int>(mouse.y));
-  }
-  if (alive) menu.SetVisible(false);
+  menu.CancelPress();
+  menu.SetVisible(false);
   if (alive) menu.SetActive(false);
 }
 
@@ -68,17 +65,16 @@ bool HelmDisc::Create() {
 
 bool HelmDisc::CreatePivotBall() {
   if (GetPivotBall() != nullptr) return true;
-  parts->ownBall.reset(InstantiatePivotBall());
-  parts->partners.pivotBall.Set(parts->ownBall.get());
-  return parts->ownBall == nullptr || parts->ownBall->Create();
-}
-
-PivotBall* HelmDisc::InstantiatePivotBall() {
-  auto ball = std::make_unique<PivotBall>();
+  PivotBall* const ball = InstantiatePivotBall();
+  parts->ownBall.reset(ball);
+  parts->partners.pivotBall.Set(ball);
+  if (ball == nullptr) return true;
   ball->SetKorvane(GetKorvane());
   ball->SetRenderer(GetRenderer());
-  return ball.release();
+  return ball->Create();
 }
+
+PivotBall* HelmDisc::InstantiatePivotBall() { return std::make_unique<PivotBall>().release(); }
 
 bool HelmDisc::CreateMenus() {
   const Lifeline::Watch alive(parts->lifeline);

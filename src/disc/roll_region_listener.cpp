@@ -46,8 +46,9 @@ RollRegionListener::RollRegionListener(TrackMenu* menu, HelmDisc* helmDisc)
 }
 
 void RollRegionListener::OnTrackMenuActivate(bool active) {
+  const bool pressed = IsMouseDown();
   OperationRegionListener::OnTrackMenuActivate(active);
-  if (!active) SetPivotBallVisible(false);
+  if (!active && pressed) SetPivotBallVisible(false);  // else it is somebody else's
 }
 
 void RollRegionListener::OnLeftMouseDown(int x, int y) {

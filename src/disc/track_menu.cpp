@@ -347,6 +347,7 @@ void TrackMenu::SetSuspendUpdateActiveRegion(bool suspend) {
 }
 CursorID TrackMenu::GetMenuCursorID() const { return parts->look.menuCursorID; }
 Vector2 TrackMenu::GetMouseCoords() const { return parts->mouse.GetPosition(); }
+void TrackMenu::CancelPress() { parts->mouse.leftButtonDown = false; }
 bool TrackMenu::IsLeftButtonDown() const { return parts->mouse.leftButtonDown; }
 bool TrackMenu::IsModifierADown() const { return parts->mouse.modifierADown; }
 bool TrackMenu::IsModifierBDown() const { return parts->mouse.modifierBDown; }

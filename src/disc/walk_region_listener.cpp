@@ -3,6 +3,7 @@
 #include "camera/fly_operation.h"
 #include "korvane/helm_disc.h"
 #include "korvane/icon2d.h"
+#include "korvane/track_menu.h"
 
 namespace Korvane {
 
@@ -60,6 +61,14 @@ void WalkRegionListener::OnLeftMouseDown(int x, int y) {
       .Then([&] { RestorePointer(); });
 }
 
+// The menu's place: the wedge itself does not hear of the move that enters it.
+void WalkRegionListener::RememberPointer() {
+  const TrackMenu* const menu = GetTrackMenu();
+  if (menu == nullptr) return;
+  const Vector2 mouse = menu->GetMouseCoords();
+  restored = {true, static_cast<int>(mouse.x), static_cast<int>(mouse.y)};
+}
+
 void WalkRegionListener::RestorePointer() {
   if (!restored.pending) return;
   restored.pending = false;
@@ -79,7 +88,7 @@ void WalkRegionListener::OnLeftMouseUp(int x, int y) {
 
 void WalkRegionListener::OnKeyDown(KeyID key) {
   tool->OnKeyDown(key);
-  if (key == KEY_SHIFT) restored = {true, mouseX, mouseY};
+  if (key == KEY_SHIFT) RememberPointer();
   if (key == KEY_RUN && tool->IsOperating()) RaiseSpeed();
 }
 

@@ -35,6 +35,7 @@ class WalkRegionListener : public ToolRegionListener<WalkTool> {
     bool fadePending = true;
   };
 
+  void RememberPointer();
   void RestorePointer();
   void RaiseSpeed();
   void RestoreSpeed();

@@ -257,6 +257,12 @@ TEST_F(RollWedge, a_menu_that_is_put_away_hides_the_ball) {
   EXPECT_FALSE(IsOperating(OPERATION_ROLL));
 }
 
+TEST_F(RollWedge, a_menu_that_is_put_away_without_a_press_leaves_the_ball_of_others) {
+  ball.SetVisible(true);
+  PutAway();
+  EXPECT_TRUE(ball.IsVisible());
+}
+
 // ---- the pivot pick ----
 
 TEST_F(PickWedge, the_pivot_goes_to_what_is_under_the_cursor) {

@@ -1,7 +1,9 @@
 // The mouse and the keys on a disc.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -66,6 +68,61 @@ TEST_F(HelmDiscEventsTest, the_centre_is_zone_0_and_counts) {
   disc.OnMouseMove(401, 300);
   disc.OnLeftMouseUp(401, 300);
   EXPECT_EQ(journal.Take(), (Lines{"OnDragBegin(0)", "OnDragEnd"}));
+}
+
+// A disc that is put away under the button takes the press with it: no click comes of it.
+TEST_F(HelmDiscEventsTest, a_disc_that_closes_in_a_press_makes_no_click_of_it) {
+  const Vector3 menuWedge(0.5, 0, 0.5);
+  const Vector3 closeWedge(0, 1, 1);
+  OpenOn(DiscType::FullNavigation, menuWedge);
+  disc.OnLeftMouseDown(400, 300);
+  disc.SetActiveDisc(DiscType::None);
+  EXPECT_EQ(renderer.CountCalls("OpenMenu"), 0);
+  EXPECT_EQ(disc.GetActiveDisc(), DiscType::None);
+
+  OpenOn(DiscType::FullNavigation, closeWedge);
+  disc.OnLeftMouseDown(400, 300);
+  disc.SetActiveDisc(DiscType::TwoD);
+  EXPECT_EQ(disc.GetActiveDisc(), DiscType::TwoD);
+
+  disc.SetActiveDisc(DiscType::FullNavigation);
+  EXPECT_TRUE(disc.GetActiveTrackMenu()->GetVisible());  // the press is forgotten
+}
+
+TEST_F(HelmDiscEventsTest, a_drag_ends_with_the_disc_that_closes) {
+  OpenOn(DiscType::FullNavigation, PAN);
+  disc.OnLeftMouseDown(400, 300);
+  disc.OnMouseMove(420, 310);
+  ASSERT_TRUE(hub.IsOperationActive(OPERATION_PAN));
+  disc.SetActiveDisc(DiscType::None);
+  EXPECT_FALSE(hub.IsOperationActive(OPERATION_PAN));
+}
+
+// Limits of a zoom are held in the order of the row; an object is turned upright, a building is not.
+TEST_F(HelmDiscEventsTest, each_listener_gets_the_arguments_of_its_row) {
+  OpenOn(DiscType::ViewObject, ORBIT);
+  disc.SetActiveDisc(DiscType::None);
+  renderer.ApplyTextureUsage();
+  Forget();
+  disc.SetActiveDisc(DiscType::ViewObject);
+  const auto& calls = renderer.GetCalls();
+  const auto maxIn = std::find(calls.begin(), calls.end(), "LoadStringResource(29)");
+  const auto maxOut = std::find(calls.begin(), calls.end(), "LoadStringResource(30)");
+  ASSERT_NE(maxIn, calls.end());
+  ASSERT_NE(maxOut, calls.end());
+  EXPECT_LT(maxIn - calls.begin(), maxOut - calls.begin());
+
+  const Vector3 objectOrbit(1, 0, 0);
+  for (const auto& [type, colour, upright] :
+       {std::tuple(DiscType::ViewObject, objectOrbit, true), {DiscType::FullNavigation, ORBIT, false}}) {
+    OpenOn(type, colour);
+    hub.GetApplicationParameters().preserve_orbit_up_direction = !upright;
+    disc.GetParameters().keepSceneUpright = false;
+    disc.OnLeftMouseDown(400, 300);
+    ASSERT_TRUE(hub.IsOperationActive(OPERATION_ORBIT));
+    EXPECT_EQ(hub.GetApplicationParameters().preserve_orbit_up_direction, upright);
+    disc.OnLeftMouseUp(400, 300);
+  }
 }
 
 TEST_F(HelmDiscEventsTest, a_drag_is_told_also_where_the_region_has_no_listener) {

@@ -183,6 +183,18 @@ TEST_F(HelmDiscTest, create_twice_fills_each_disc_once) {
   EXPECT_EQ(disc.GetTrackMenu(DiscType::TwoD)->GetRegion(5), nullptr);
 }
 
+TEST_F(HelmDiscTest, wires_a_pivot_ball_of_another_kind_too) {
+  class Making : public OpenHelmDisc {
+    PivotBall* InstantiatePivotBall() override { return std::make_unique<PivotBall>().release(); }
+  } making;
+  making.SetKorvane(&hub);
+  making.SetRenderer(&renderer);
+  EXPECT_TRUE(making.Create());
+  ASSERT_NE(making.GetPivotBall(), nullptr);
+  EXPECT_EQ(making.GetPivotBall()->GetKorvane(), &hub);
+  making.Destroy();
+}
+
 TEST_F(HelmDiscTest, makes_a_pivot_ball_of_its_own_only_where_none_is_set) {
   class Making : public OpenHelmDisc {
    public:

@@ -63,6 +63,19 @@ TEST_F(WalkWedge, shift_puts_the_pointer_back_at_the_next_press) {
   EXPECT_EQ(renderer.CountCalls("SetCursorPosition"), 1);
 }
 
+// The move that enters a wedge goes to the one that it leaves.
+TEST_F(WalkWedge, shift_remembers_where_the_mouse_is_though_the_wedge_has_not_heard_of_it) {
+  menu->SetLocation(512, 310);
+  menu->GetActiveRegion().listener = nullptr;  // as outside of the wedge
+  menu->OnMouseMove(512, 310);
+  ASSERT_EQ(menu->GetActiveRegion().listener, wedge);
+  menu->OnKeyDown(KEY_SHIFT);
+  Press(512, 310);
+  const auto& calls = renderer.GetCalls();
+  EXPECT_EQ(std::count(calls.begin(), calls.end(), "SetCursorPosition(512, 310)"), 1);
+  EXPECT_EQ(std::count(calls.begin(), calls.end(), "SetCursorPosition(0, 0)"), 0);
+}
+
 TEST_F(WalkWedge, the_run_key_raises_the_speed_and_puts_it_back) {
   menu->OnKeyDown(KEY_RUN);
   EXPECT_EQ(Parameters().walkSpeedFactor, 1.0);  // not outside a walk

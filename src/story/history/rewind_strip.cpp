@@ -63,6 +63,7 @@ int RewindStrip::Slide(Elements elements, const Vector2& position) {
   scrollRight.x += scroll;
   bracketPosition.x = mouseX - (bracketOrigin.x - openPosition.x);
   double shift = std::exchange(pendingShift, 0.0) - scroll;
+  snapped = snapped && snapEnabled;
   if (snapEnabled) shift = Snap(elements, scroll, shift);
   Move(elements, shift);
   const int heaviest = NoteHeaviest(elements);

@@ -227,6 +227,16 @@ TEST_F(RewindStripTest, without_snapping_the_bracket_goes_with_the_mouse) {
   EXPECT_FALSE(Strip().snapped);  // though it is on the element
 }
 
+TEST_F(RewindStripTest, snapping_that_is_turned_off_lets_the_bracket_go) {
+  Fill(3);
+  Open(400);
+  Slide(398);
+  ASSERT_TRUE(Strip().snapped);
+  history.SetSnapEnabled(false);
+  Slide(397);
+  EXPECT_FALSE(Strip().snapped);
+}
+
 TEST_F(RewindStripTest, of_two_elements_within_reach_the_earlier_takes_the_bracket) {
   history.SetThumbnailSize(10.0F);
   history.SetThumbnailGapSize(0.0F);
