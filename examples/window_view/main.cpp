@@ -26,6 +26,7 @@ class View : private zovhost::RendererHost {
     manager.SetKorvane(&hub);
     manager.SetRenderer(&renderer);
     manager.SetOrientor(&cube);
+    disc.GetParameters().suppressWelcome = true;
     manager.SetHelmDisc(&disc);
     manager.SetMovePointer([this](int x, int y) { window.WarpPointer(x, y); });
     manager.AddTool('1', new Korvane::OrbitTool);  // the manager owns them

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include "korvane/export.h"
 #include "korvane/helm_disc_parameters.h"
@@ -13,9 +14,12 @@ class CameraOperations;
 class HelmDiscObserver;
 class PivotBall;
 class Renderer;
+class ResourceIcon2D;
 class RewindHistory;
 class TrackMenu;
 struct HelmDiscParts;
+struct WelcomeClick;
+enum class WelcomePicture : int;
 
 /// The kinds of navigation disc.
 enum class DiscType : int {
@@ -36,8 +40,10 @@ enum class DiscType : int {
 /// SetActiveDisc, or the hot key (KEY_DISC), to open and close.
 ///
 /// A press on a region begins its gesture: the disc hides until the release, or until the animated move that
-/// follows is over. A disc that is put away ends what its regions have begun. The welcome screen is still to
-/// come: it has its menu, which stays hidden.
+/// follows is over. A disc that is put away ends what its regions have begun.
+///
+/// Create may put up a welcome screen, see the parameters: a picture of 512 x 512 pixels of two pages, on
+/// which a first disc is chosen by a click. It goes when a disc opens, and comes back with another Create.
 ///
 /// Positions are viewport pixels with the origin at the bottom left, y upward; a handler answers true when it
 /// has used the event. What is handed over is borrowed; null takes it away, and what is destroyed is
@@ -87,8 +93,14 @@ class ZOVTOOLS_API HelmDisc {
   virtual PivotBall* InstantiatePivotBall();
   /// Fills one disc. True, and nothing done, for a type that is no kind.
   virtual bool InitRegions(DiscType type);
-  /// False without a welcome menu.
+  /// Puts the welcome screen up anew. False without a welcome menu.
   virtual bool InitWelcome();
+  /// A press on the welcome screen: turns its page, or opens a disc. True when the press was for it.
+  bool ClickWelcome();
+  /// Shows another picture on the welcome screen; borrowed, null is ignored.
+  void ChangeWelcomeIcon(ResourceIcon2D* icon);
+  /// The cursor has moved over the welcome screen.
+  void UpdateWelcome();
 
  public:
   static bool IsLargeDisc(DiscType type) { return static_cast<int>(type) < 4; }
@@ -139,7 +151,7 @@ class ZOVTOOLS_API HelmDisc {
   void SetVisible(bool value);
   /// Pixels; zero is legal.
   void SetViewportSize(int width, int height);
-  /// The lower left corner of the welcome screen.
+  /// The lower left corner of the welcome screen, from now on; set it after Create.
   void SetWelcomeMenuPosition(int x, int y);
   /// The cursor is on the welcome screen, which shows.
   bool IsOverWelcome() const;
@@ -167,6 +179,10 @@ class ZOVTOOLS_API HelmDisc {
   void ShowMenu(DiscType type);
   void AgreeOnModifiers(TrackMenu& menu);
   void DrawCloseNote();
+  bool PressWelcome(int x, int y);
+  std::optional<WelcomeClick> TakeWelcomeClick();
+  void TurnWelcomePage(bool advanced, WelcomePicture picture);
+  void TellWelcomeCrossing();
   bool PressMenu(int x, int y);
   void ReleaseMenu(int x, int y);
   void TellRelease();

@@ -143,9 +143,13 @@ class ZOVTOOLS_API TrackMenu {
   /// The active region stays.
   void SetSuspendUpdateActiveRegion(bool suspend);
   /// Draws one picture in place of those of the regions; borrowed, null for none. A change asks for a frame.
-  /// Its texture is taken, and given back, with the menu's.
+  /// Its texture is taken, and given back, with the menu's; whoever changes it while the menu is active gives
+  /// back the count of the former one and takes that of the new one, both in the menu's renderer.
   void SetUseSingleIconForDraw(bool use);
   void SetSingleIconForDraw(ResourceIcon2D* icon);
+  /// The same for a caller who leaves the counts to the menu; asks for no frame. The owner lets the renderer
+  /// apply its counts afterwards.
+  void ExchangeSingleIconForDraw(ResourceIcon2D* icon);
   /// While this is not set, a region map gives the menu its own size.
   void SetSizeIsFixed(bool fixed);
   /// The cursor while the menu shows.

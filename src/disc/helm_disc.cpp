@@ -1,5 +1,5 @@
-// Life, collaborators, opening and closing, drawing. The other sources of the class: _regions, _events and
-// _settings.
+// Life, collaborators, opening and closing, drawing. The other sources of the class: _regions, _events,
+// _settings and _welcome.
 #include "korvane/helm_disc.h"
 
 #include <utility>
@@ -20,13 +20,6 @@ std::unique_ptr<TrackMenu> MakeMenu() {
   auto menu = std::make_unique<TrackMenu>();
   menu->SetRendererShared(true);
   return menu;
-}
-
-void HideMenu(TrackMenu& menu) {
-  const Lifeline::Watch alive(menu.GetLifeline());
-  menu.CancelPress();
-  menu.SetVisible(false);
-  if (alive) menu.SetActive(false);
 }
 
 }  // namespace
@@ -85,19 +78,6 @@ bool HelmDisc::CreateMenus() {
   return true;
 }
 
-bool HelmDisc::CreateWelcome() {
-  TrackMenu* const menu = GetWelcomeTrackMenu();
-  const bool wanted =
-      !parameters.suppressWelcome && (!parameters.welcomeSeen || parameters.alwaysShowWelcome);
-  if (!wanted) parts->welcome.menu.reset();
-  if (!wanted || menu == nullptr) return true;
-  const bool created = menu->Create();
-  menu->SetSizeIsFixed(false);
-  return InitWelcome() && created;
-}
-
-bool HelmDisc::InitWelcome() { return GetWelcomeTrackMenu() != nullptr; }
-
 bool HelmDisc::Destroy() {
   HelmDiscParts& now = *parts;
   const Lifeline::Watch alive(now.lifeline);
@@ -105,7 +85,7 @@ bool HelmDisc::Destroy() {
   now.created = false;
   now.timers.tooltip.Stop();
   now.keys.hotKeyHeld = false;
-  if (TrackMenu* const open = std::exchange(now.active, nullptr)) HideMenu(*open);
+  if (TrackMenu* const open = std::exchange(now.active, nullptr)) HelmDiscParts::HideMenu(*open);
   if (alive) now.history->ClearHistory();
   bool result = true;
   for (int kind = 0; result && kind < DISC_KIND_COUNT; ++kind)
@@ -226,7 +206,7 @@ void HelmDisc::OpenKind(DiscType type) {
   now.timers.tooltip.Start(HelmDiscTooltipTimer::PERIOD, true);
   AgreeOnModifiers(*now.active);
   if (!alive || now.welcome.menu == nullptr) return;
-  HideMenu(*now.welcome.menu);
+  HelmDiscParts::HideMenu(*now.welcome.menu);
   if (alive && now.welcome.menu != nullptr) now.welcome.menu->SetEnabled(false);
   if (alive) now.partners.observers.Notify([](HelmDiscObserver& each) { each.OnWelcomeClosed(); });
 }
@@ -254,10 +234,9 @@ void HelmDisc::CloseKind() {
   now.timers.tooltip.Stop();
 }
 
-// A press that the former one still has ends with it.
 void HelmDisc::ChangeMenu(TrackMenu* former) {
   const Lifeline::Watch alive(parts->lifeline);
-  if (former != nullptr) HideMenu(*former);
+  if (former != nullptr) HelmDiscParts::HideMenu(*former);
   if (!alive) return;
   Renderer* const renderer = GetRenderer();
   const TrackMenu* const menu = parts->active;
@@ -296,7 +275,7 @@ void HelmDisc::DrawOverlay() {
   } else {
     DrawCloseNote();
   }
-  if (alive && now.IsWelcomeVisible()) now.welcome.menu->Draw();
+  if (alive && now.welcome.IsVisible()) now.welcome.menu->Draw();
 }
 
 void HelmDisc::DrawCloseNote() {
@@ -338,12 +317,6 @@ void HelmDisc::SetViewportSize(int width, int height) {
   if (alive) parts->history->SetViewportSize(width, height);
 }
 
-void HelmDisc::SetWelcomeMenuPosition(int x, int y) {
-  parts->welcome.x = x;
-  parts->welcome.y = y;
-}
-
-bool HelmDisc::IsOverWelcome() const { return parts->welcome.over && parts->IsWelcomeVisible(); }
 bool HelmDisc::IsDragActive() const { return parts->press.dragBegun; }
 
 bool HelmDisc::WantCursorWrapping() const {

@@ -13,7 +13,8 @@ bool HelmDisc::OnLeftMouseDown(int x, int y) {
   const Lifeline::Watch alive(now.lifeline);
   now.press.leftPressed = true;
   now.press.zone = -1;
-  if (now.IsWelcomeVisible()) now.welcome.menu->OnLeftMouseDown(x, y);
+  now.welcome.clickPending = false;  // of a click whose release has been lost
+  if (PressWelcome(x, y)) return true;
   return alive && GetEnabled() && PressMenu(x, y);
 }
 
@@ -42,7 +43,8 @@ bool HelmDisc::OnMouseMove(int x, int y) {
   }
   TrackMenu* const menu = now.active != nullptr ? now.active : GetTrackMenu(now.defaultType);
   if (menu != nullptr) menu->OnMouseMove(x, y);
-  if (alive && now.IsWelcomeVisible()) now.welcome.menu->OnMouseMove(x, y);
+  if (alive && now.welcome.IsVisible()) now.welcome.menu->OnMouseMove(x, y);
+  if (alive && now.welcome.IsVisible()) UpdateWelcome();
   return alive && GetEnabled() && now.press.dragBegun;
 }
 
@@ -57,7 +59,7 @@ bool HelmDisc::OnLeftMouseUp(int x, int y) {
   now.press.modifierA = now.press.modifierB = false;
   CameraOperations* const hub = GetKorvane();
   if (now.active != nullptr && hub != nullptr) hub->ConstrainPivotToViewport();
-  if (alive && now.IsWelcomeVisible()) now.welcome.menu->OnLeftMouseUp(x, y);
+  if (alive && now.welcome.IsVisible()) now.welcome.menu->OnLeftMouseUp(x, y);
   return captured;
 }
 

@@ -6,6 +6,7 @@
 
 #include "disc/disc_tables.h"
 #include "disc/helm_disc_timers.h"
+#include "disc/welcome_screen.h"
 #include "korvane/camera_operations.h"
 #include "korvane/observer_set.h"
 #include "korvane/pivot_ball.h"
@@ -45,24 +46,22 @@ struct HelmDiscParts {
     bool captured = false;  // what the key handlers and the release answer
   };
 
-  struct Welcome {
-    std::unique_ptr<TrackMenu> menu;
-    bool over = false;
-    bool clickPending = false;
-    int x = 0;  // the lower left corner
-    int y = 0;
-  };
-
   TrackMenu* GetMenu(DiscType type) const {
     return IsDiscKind(type) ? menus[static_cast<std::size_t>(type)].get() : nullptr;
   }
-  bool IsWelcomeVisible() const { return welcome.menu != nullptr && welcome.menu->GetVisible(); }
   /// `step(menu)` for each disc and the welcome screen, until the end of the disc.
   template <class Step>
   void ForEachMenu(const Step& step) {
     const Lifeline::Watch alive(lifeline);
     for (std::size_t kind = 0; alive && kind < menus.size(); ++kind) step(*menus[kind]);
     if (alive && welcome.menu != nullptr) step(*welcome.menu);
+  }
+  /// A press that it still has ends with it.
+  static void HideMenu(TrackMenu& menu) {
+    const Lifeline::Watch alive(menu.GetLifeline());
+    menu.CancelPress();
+    menu.SetVisible(false);
+    if (alive) menu.SetActive(false);
   }
   void RequestUpdate() const {
     if (CameraOperations* const hub = partners.hub.Get()) hub->RequestApplicationUpdate();
@@ -78,7 +77,7 @@ struct HelmDiscParts {
   bool created = false;
   Keys keys;
   Press press;
-  Welcome welcome;
+  WelcomeScreen welcome;
   Timers timers;
   StringLoan closeNote;
   Lifeline choice;  // cut when another disc is chosen

@@ -57,6 +57,7 @@ bool TrackMenu::Destroy() {
 // What their destructors call finds the menu without regions.
 void TrackMenu::DropRegions() {
   parts->activation.Cut();
+  parts->single.Hold(nullptr);
   RegionBelongings belongings;
   std::deque<TrackMenuParts::HeldRegion> leaving;
   leaving.swap(parts->regions);
@@ -217,10 +218,7 @@ void TrackMenu::Hold(bool state) {
   for (std::size_t i = 0; current && i < parts->regions.size(); ++i) hold(parts->regions[i]);
   if (current) hold(parts->disabled);
   if (!current) return;
-  const TrackMenuParts::Look& look = parts->look;
-  Renderer* const renderer = GetRenderer();
-  if (renderer != nullptr && look.useSingleIcon && look.singleIcon != nullptr)
-    renderer->WantTexture(look.singleIcon->GetTextureResourceID(), state);
+  parts->single.Hold(state ? GetRenderer() : nullptr);
   if (!state) parts->ForgetPictures();
 }
 
@@ -303,12 +301,14 @@ void TrackMenu::SetViewportSize(int width, int height) {
 void TrackMenu::SetMenu(MenuID id) { parts->look.menu = id; }
 void TrackMenu::SetMenuCursorID(CursorID id) { parts->look.menuCursorID = id; }
 void TrackMenu::SetSizeIsFixed(bool fixed) { parts->look.sizeIsFixed = fixed; }
-void TrackMenu::SetUseSingleIconForDraw(bool use) { parts->look.useSingleIcon = use; }
+void TrackMenu::SetUseSingleIconForDraw(bool use) { parts->single.Use(use); }
 
 void TrackMenu::SetSingleIconForDraw(ResourceIcon2D* icon) {
-  parts->look.singleIcon = icon;
+  parts->single.Set(icon);
   if (CameraOperations* const hub = GetKorvane()) hub->RequestApplicationUpdate();
 }
+
+void TrackMenu::ExchangeSingleIconForDraw(ResourceIcon2D* icon) { parts->single.Exchange(icon); }
 
 void TrackMenu::SetShowParams(const bool* showTooltip, const bool* showSecond, const bool* showTooltipHUD) {
   parts->switches = {showTooltip, showSecond, showTooltipHUD};

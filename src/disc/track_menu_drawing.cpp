@@ -35,7 +35,7 @@ void TrackMenu::DrawTrackMenu() {
     const RenderPass pass(renderer, Box2(half, half), hub->GetCameraParameters(), Renderer::RENDER_OVERLAY);
     if (pass && now.state.visible) {
       now.DrawRegion(*renderer);
-      now.DrawTooltip(*renderer);
+      if (alive) now.DrawTooltip(*renderer);
     } else if (pass) {
       now.DrawNote(*renderer);
     }
@@ -49,8 +49,8 @@ void TrackMenu::DrawTrackMenu() {
 
 // The host may take pictures and texts away while it draws one of them.
 void TrackMenuParts::DrawRegion(Renderer& pass) const {
-  if (look.useSingleIcon) {
-    RenderIfThere(pass, look.singleIcon);
+  if (single.IsUsed()) {
+    RenderIfThere(pass, single.Get());
     return;
   }
   RenderIfThere(pass, active.icon);

@@ -127,7 +127,7 @@ bool TrackMenu::UpdateActiveRegion() {
   const Region before = now.active;
   Vector3 colour;
   if (!now.FindColour(colour)) {
-    if (now.look.useSingleIcon) now.active = now.disabled.region;
+    if (now.single.IsUsed()) now.active = now.disabled.region;
     return false;
   }
   if (!now.state.enabled) {

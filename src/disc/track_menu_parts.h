@@ -5,6 +5,7 @@
 
 #include "disc/listener_calls.h"
 #include "disc/region_loans.h"
+#include "disc/single_icon.h"
 #include "korvane/camera_operations.h"
 #include "korvane/pixel_icon2d.h"
 #include "korvane/renderer.h"
@@ -63,8 +64,6 @@ struct TrackMenuParts {
     float opacity = 1.0F;
     MenuID menu = MENU_TOUR_BUILDING;
     CursorID menuCursorID = CURSOR_ARROW;
-    bool useSingleIcon = false;
-    ResourceIcon2D* singleIcon = nullptr;
   };
 
   struct Switches {
@@ -114,6 +113,7 @@ struct TrackMenuParts {
   Mouse mouse;
   State state;
   Look look;
+  SingleIcon single;
   Switches switches;
   int viewportWidth = 0;
   int viewportHeight = 0;

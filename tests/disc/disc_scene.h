@@ -10,9 +10,12 @@
 
 class OpenHelmDisc : public Korvane::HelmDisc {
  public:
+  using HelmDisc::ChangeWelcomeIcon;
+  using HelmDisc::ClickWelcome;
   using HelmDisc::InitRegions;
   using HelmDisc::InitWelcome;
   using HelmDisc::InstantiatePivotBall;
+  using HelmDisc::UpdateWelcome;
 
   Korvane::HelmDiscParts& open = GetParts();
 };

@@ -83,6 +83,11 @@ class MapRenderer : public RecordingRenderer {
     drawnTexts.push_back(icon->GetPosition());
     return RecordingRenderer::Render(icon);
   }
+  bool LoadTexture(Korvane::TextureID id) override {
+    const bool loaded = RecordingRenderer::LoadTexture(id);
+    if (onLoad) onLoad(id);
+    return loaded;
+  }
   bool OpenMenu(Korvane::MenuID id) override {
     const bool opened = RecordingRenderer::OpenMenu(id);
     if (onMenu) onMenu();
@@ -98,6 +103,7 @@ class MapRenderer : public RecordingRenderer {
   std::vector<Korvane::Vector2> drawnTexts;  // where they stood
   std::function<void()> onImage;
   std::function<void()> onRender;
+  std::function<void(Korvane::TextureID id)> onLoad;
   std::function<void()> onMenu;
   std::function<void()> onTooltip;
 
