@@ -8,6 +8,7 @@
 #include <memory>
 #include <utility>
 
+#include "disc_wedges.h"
 #include "progress_line.h"
 #include "tour_clock.h"
 #include "tour_output.h"
@@ -126,6 +127,8 @@ bool Tour::Prepare(std::string& error) {
     error = "the graphics memory does not hold this model at this size";
     return false;
   }
+  view.GetRenderer().SetSceneDraw(
+      [this](const Korvane::CameraParameters& camera, int w, int h) { sceneView.Draw(camera, w, h); });
   view.SetPlace(0, 0, width, height, 1.0);
   view.SetScene(scene);
   return true;
@@ -174,10 +177,12 @@ void Tour::Send(zovhost::WindowEvent::Type type, zovhost::MouseButton button, in
 // The middle of a pixel, so that a fraction of the viewport finds it again.
 bool Tour::FindOrigin(const TourMove& move, std::string& error) {
   origin = {};
-  if (!move.IsOnCube()) return true;
+  const bool isOnDisc = move.wedge >= 0;
+  if (!isOnDisc && !move.IsOnCube()) return true;
   Place place;
-  const bool found = FindOnCube(view.GetCube(), move, place);
-  if (!found) error = "the cube does not show what \"" + std::string(move.caption) + "\" begins on";
+  const bool found = isOnDisc ? FindWedge(view.GetDisc(), move.wedge, place.x, place.y)
+                              : FindOnCube(view.GetCube(), move, place);
+  if (!found) error = "nothing shows what \"" + std::string(move.caption) + "\" begins on";
   origin = {(place.x + 0.5) / width, (place.y + 0.5) / height};
   return found;
 }
@@ -197,6 +202,7 @@ void Tour::Begin(const TourMove& move) {
   if (move.IsOnCube()) Send(Type::MouseMove, move.button);  // and the buttons beside the cube have come
   switch (move.kind) {
     case TourMove::Kind::Rest:
+    case TourMove::Kind::Hover:
     case TourMove::Kind::Wheel:
       return;
     case TourMove::Kind::Drag:

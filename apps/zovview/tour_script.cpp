@@ -9,6 +9,7 @@ namespace zovview {
 
 using enum TourMove::Kind;
 using enum zovhost::MouseButton;
+using Korvane::HelmDiscZone;
 using Korvane::Orientor;
 using Korvane::OrientorObserver;
 
@@ -33,6 +34,24 @@ constexpr TourMove MakeOverlayClick(const char* caption, double seconds, int par
 constexpr TourMove MakeCubeDrag(const char* caption, double seconds, int part, double toX, double toY) {
   TourMove move = {caption, Drag, seconds, 0.0, 0.0, toX, toY};
   move.cubePart = part;
+  return move;
+}
+
+constexpr TourMove MakeWedgeHover(const char* caption, double seconds, HelmDiscZone zone) {
+  TourMove move = {caption, Hover, seconds, 0.0, 0.0, 0.0, 0.0};
+  move.wedge = static_cast<int>(zone);
+  return move;
+}
+constexpr TourMove MakeWedgeClick(const char* caption, double seconds, HelmDiscZone zone) {
+  TourMove move = MakeWedgeHover(caption, seconds, zone);
+  move.kind = Click;
+  return move;
+}
+constexpr TourMove MakeWedgeDrag(const char* caption, double seconds, HelmDiscZone zone, double toX,
+                                 double toY) {
+  TourMove move = {caption, Drag, seconds, 0.0, 0.0, toX, toY};
+  move.wedge = static_cast<int>(zone);
+  move.arrival = 0.9;
   return move;
 }
 
@@ -95,9 +114,33 @@ constexpr auto SCRIPT = std::to_array<TourMove>({
     MakeCommand("Fit the selection", 0.9, "fit-selection"),
     MakeCommand("Walk", 0.0, "clear-selection"),
     MakeCommand("Walk", 0.6, "home"),
+    {"The disc of an object", Hover, 0.2, 0.44, 0.36, 0.45, 0.36},
+    MakeCommand("The disc of an object", 0.0, "disc-view-object"),
+    MakeWedgeHover("The disc of an object", 0.7, HelmDiscZone::Orbit),
+    MakeCommand("The disc of a plan", 0.0, "disc-2d"),
+    MakeWedgeHover("The disc of a plan", 0.7, HelmDiscZone::Pan),
+    MakeCommand("The disc of a building", 0.0, "disc-tour-building"),
+    MakeWedgeHover("The disc of a building", 0.7, HelmDiscZone::Look),
+    MakeWedgeHover("Forward, by its wedge", 0.2, HelmDiscZone::Forward),
+    MakeWedgeDrag("Forward, by its wedge", 1.2, HelmDiscZone::Forward, 0.0, 0.06),
+    MakeCommand("The disc of full navigation", 0.0, "disc-full-navigation"),
+    MakeWedgeHover("The disc of full navigation", 0.7, HelmDiscZone::Zoom),
+    MakeWedgeHover("Orbit, by its wedge", 0.2, HelmDiscZone::Orbit),
+    MakeWedgeDrag("Orbit, by its wedge", 0.8, HelmDiscZone::Orbit, 0.12, 0.02),
+    MakeWedgeHover("Zoom, by its wedge", 0.2, HelmDiscZone::Zoom),
+    MakeWedgeDrag("Zoom, by its wedge", 0.6, HelmDiscZone::Zoom, 0.0, 0.05),
+    MakeWedgeHover("Walk, by its wedge", 0.2, HelmDiscZone::Walk),
+    MakeWedgeDrag("Walk, by its wedge", 1.3, HelmDiscZone::Walk, 0.02, 0.12),
+    MakeWedgeHover("Rewind: back along the film", 0.3, HelmDiscZone::Rewind),
+    MakeWedgeDrag("Rewind: back along the film", 2.0, HelmDiscZone::Rewind, -0.24, 0.0),
+    MakeWedgeHover("Rewind: a step", 0.2, HelmDiscZone::Rewind),
+    MakeWedgeClick("Rewind: a step", 0.9, HelmDiscZone::Rewind),
+    MakeWedgeClick("The disc is put away", 0.3, HelmDiscZone::Close),
     MakeCommand("Walk", 0.0, "walk"),
     {"Walk", Drag, 1.3, 0.50, 0.20, 0.56, 0.40},
-    MakeCommand("Home", 0.0, "orbit"),
+    MakeCommand("The view before", 0.0, "orbit"),
+    MakeCommand("The view before", 0.8, "previous-view"),
+    MakeCommand("And forward again", 0.8, "next-view"),
     MakeCommand("Home", 0.6, "home"),
     {"Start view", Rest, 0.3},
 });

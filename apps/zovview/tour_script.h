@@ -3,16 +3,18 @@
 #include <span>
 #include <string_view>
 
+#include "korvane/helm_disc_observer.h"
 #include "korvane/orientor.h"
 #include "zovhost/window.h"
 
 namespace zovview {
 
 /// One stretch of the tour. Positions are fractions of the viewport from its bottom left, or from the place
-/// of a part of the cube.
+/// of a part of the cube or the wedge of a disc.
 struct TourMove {
   enum class Kind : int {
     Rest,         // nothing is done; what travels goes on
+    Hover,        // the pointer goes from one position to another
     Drag,         // `button` held from one position to another
     Wheel,        // `notches` turned at the first position
     Click,        // at the first position
@@ -35,6 +37,8 @@ struct TourMove {
   // Where the move begins, if that is on the cube; by the numbers of Korvane::Orientor, or the ring.
   int cubePart = -1;
   int overlayPart = -1;
+
+  int wedge = -1;  // where it begins, if that is on the open disc: a Korvane::HelmDiscZone
 
   constexpr bool IsOnCube() const { return cubePart >= 0 || overlayPart >= 0; }
 };

@@ -9,7 +9,9 @@
 #include <vector>
 
 #include "cube_commands.h"
+#include "korvane/pixel_icon2d.h"
 #include "korvane/rewind_history.h"
+#include "korvane/track_menu.h"
 #include "view_tools.h"
 #include "viewer_menus.h"
 #include "wired_view.h"
@@ -88,6 +90,25 @@ TEST_F(DiscCommandsTest, each_kind_opens_by_its_command_and_is_the_one_that_is_l
   EXPECT_EQ(disc.GetActiveDisc(), DiscType::None);
 }
 
+TEST_F(DiscCommandsTest, a_kind_opens_where_the_pointer_is_or_in_the_place_of_the_other) {
+  const auto place = [this] {
+    const Korvane::Vector2 at = disc.GetActiveTrackMenu()->GetRegionMap()->GetPosition();
+    return zovhost::PixelPosition{static_cast<int>(at.x), static_cast<int>(at.y)};
+  };
+  Send(Type::MouseMove, 500, 300);
+  Draw();
+  Run("disc-2d");
+  EXPECT_EQ(place(), (zovhost::PixelPosition{500, 300}));
+  Send(Type::MouseMove, 510, 290);
+  Draw();
+  const zovhost::PixelPosition before = place();
+  Run("disc-tour-building");
+  EXPECT_NEAR(place().x, before.x, 1);  // places are fractions of pixels
+  EXPECT_NEAR(place().y, before.y, 1);
+  Send(Type::MouseMove, 520, 290);
+  EXPECT_EQ(disc.GetActiveTrackMenu()->GetMouseCoords(), Korvane::Vector2(520, 290));
+}
+
 TEST_F(DiscCommandsTest, the_hot_key_opens_the_last_kind_and_closes_it) {
   Run("disc-mini-tour-building");
   Run("close-disc");
@@ -95,6 +116,19 @@ TEST_F(DiscCommandsTest, the_hot_key_opens_the_last_kind_and_closes_it) {
   EXPECT_EQ(disc.GetActiveDisc(), DiscType::MiniTourBuilding);
   Tap(SDLK_d);
   EXPECT_EQ(disc.GetActiveDisc(), DiscType::None);
+}
+
+TEST_F(DiscCommandsTest, the_hot_key_closes_a_disc_that_was_used_and_a_press_while_it_is_held_keeps_it) {
+  Send(Type::MouseMove, 500, 300);
+  Tap(SDLK_d);
+  Drag(500, 300, 540, 300);
+  Tap(SDLK_d);
+  EXPECT_EQ(disc.GetActiveDisc(), DiscType::None);
+  Tap(SDLK_d);
+  Key(Type::KeyDown, SDLK_d);
+  Drag(500, 300, 540, 300);
+  Key(Type::KeyUp, SDLK_d);
+  EXPECT_EQ(disc.GetActiveDisc(), DiscType::FullNavigation);
 }
 
 TEST_F(DiscCommandsTest, escape_closes_the_disc_and_selects_nothing_the_next_time) {

@@ -2,84 +2,33 @@
 // meant.
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cmath>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "korvane/math.h"
 #include "korvane/vector3.h"
 #include "program.h"
+#include "replayed.h"
 #include "zovhost/scene.h"
 
 namespace {
 
 namespace fs = std::filesystem;
+using apps_test::AngleBetween;
+using apps_test::Camera;
+using apps_test::CLOSE;
+using apps_test::GetRecording;
+using apps_test::Level;
+using apps_test::Play;
 using apps_test::ProgramResult;
+using apps_test::ReadCameras;
 using apps_test::RunViewer;
+using apps_test::UP;
 using Korvane::Math;
 using Korvane::Vector3;
-
-struct Camera {
-  int time = 0;
-  Vector3 eye;
-  Vector3 centre;
-  Vector3 up;
-  Vector3 pivot;
-  std::array<double, 4> angles{};
-  double orthoWidth = 0.0;
-  double orthoHeight = 0.0;
-  std::string projection;
-  double blend = 0.0;
-
-  Vector3 Direction() const { return (centre - eye).Normalized(); }
-  double ToPivot() const { return (pivot - eye).Length(); }
-  double FromAxis() const { return Direction().Cross(pivot - eye).Length(); }
-};
-
-std::istream& operator>>(std::istream& input, Vector3& vector) {
-  return input >> vector.x >> vector.y >> vector.z;
-}
-
-std::vector<Camera> ReadCameras(const std::string& text) {
-  std::vector<Camera> cameras;
-  std::istringstream lines(text);
-  for (std::string line; std::getline(lines, line);) {
-    if (line.front() == '#') continue;
-    std::istringstream words(line);
-    Camera camera;
-    words >> camera.time >> camera.eye >> camera.centre >> camera.up >> camera.pivot;
-    for (double& angle : camera.angles) words >> angle;
-    words >> camera.orthoWidth >> camera.orthoHeight >> camera.projection >> camera.blend;
-    EXPECT_TRUE(words && words.eof()) << line;
-    cameras.push_back(camera);
-  }
-  return cameras;
-}
-
-fs::path GetRecording(const std::string& name) { return fs::path(ZOVVIEW_RECORDINGS) / (name + ".txt"); }
-
-std::vector<Camera> Play(const std::string& name) {
-  const ProgramResult result = RunViewer({"--replay", GetRecording(name).string()});
-  EXPECT_EQ(result.exitCode, 0) << result.error;
-  std::vector<Camera> cameras = ReadCameras(result.out);
-  EXPECT_FALSE(cameras.empty()) << name;
-  if (cameras.empty()) cameras.emplace_back();
-  return cameras;
-}
-
-// Of the generated building, which stands on z and is looked at from the front and the right.
-const Vector3 UP(0, 0, 1);
-
-Vector3 Level(const Vector3& vector) { return (vector - UP * vector.Dot(UP)).Normalized(); }
-double AngleBetween(const Vector3& a, const Vector3& b) {
-  return std::atan2(a.Cross(b).Length(), a.Dot(b)) * Math::RAD_TO_DEG;
-}
-// The sizes of the scene are some tens; an inverse of a projection costs a few digits of sixteen.
-constexpr double CLOSE = 1e-9;
 
 // ---- every recording ----
 

@@ -11,7 +11,10 @@
 #include <string>
 #include <vector>
 
+#include "disc_wedges.h"
+#include "korvane/helm_disc_observer.h"
 #include "korvane/rewind_history.h"
+#include "korvane/track_menu.h"
 #include "program.h"
 #include "view_tools.h"
 
@@ -475,6 +478,63 @@ TEST_F(SplitTest, a_key_that_is_released_over_the_other_view_is_released) {
   ComeToRest();
   EXPECT_NE(EyeOf(0), eye);
   EXPECT_NEAR(direction().Dot(before), 1.0, 1e-12) << "a pan, no orbit";
+}
+
+// ---- the wedges of the discs ----
+
+TEST_F(ViewerTest, each_wedge_is_found_where_the_disc_has_it) {
+  struct Row {
+    SDL_Keycode key;
+    int wedges;
+  };
+  for (const Row& row : {Row{SDLK_F2, 6},
+                         {SDLK_F3, 6},
+                         {SDLK_F4, 10},
+                         {SDLK_F5, 5},
+                         {SDLK_F6, 4},
+                         {SDLK_F7, 4},
+                         {SDLK_F8, 8}}) {
+    Move(400, 300);
+    Press(row.key);
+    ComeToRest();
+    Korvane::HelmDisc& disc = viewer->GetView(0).GetDisc();
+    int found = 0;
+    for (int zone = 0; zone <= 10; ++zone) {
+      int pixelX = 0;
+      int pixelY = 0;
+      if (!zovview::FindWedge(disc, zone, pixelX, pixelY)) continue;
+      ++found;
+      Move(pixelX, pixelY);
+      EXPECT_EQ(disc.GetActiveTrackMenu()->GetActiveRegion().zone, zone) << row.key;
+    }
+    EXPECT_EQ(found, row.wedges) << row.key;
+    Press(SDLK_ESCAPE);
+  }
+  int untouched = 7;
+  EXPECT_FALSE(zovview::FindWedge(viewer->GetView(0).GetDisc(), 0, untouched, untouched));
+  EXPECT_EQ(untouched, 7);
+}
+
+TEST_F(ViewerTest, the_menu_wedge_opens_the_menu_and_the_close_wedge_closes_the_disc) {
+  Move(400, 300);
+  Press(SDLK_F2);
+  ComeToRest();
+  Korvane::HelmDisc& disc = viewer->GetView(0).GetDisc();
+  const auto clickOn = [&](Korvane::HelmDiscZone zone) {
+    int pixelX = 0;
+    int pixelY = 0;
+    ASSERT_TRUE(zovview::FindWedge(disc, static_cast<int>(zone), pixelX, pixelY));
+    Move(pixelX, pixelY);
+    Click(Korvane::Vector2(pixelX, pixelY));
+  };
+  clickOn(Korvane::HelmDiscZone::Menu);
+  EXPECT_TRUE(viewer->IsMenuOpen());
+  EXPECT_EQ(viewer->GetOpenMenu(), zovview::ViewerMenus::Kind::ViewObject);
+  Press(SDLK_ESCAPE);
+  ComeToRest();
+  ASSERT_EQ(disc.GetActiveDisc(), Korvane::DiscType::ViewObject) << "the key was the menu's";
+  clickOn(Korvane::HelmDiscZone::Close);
+  EXPECT_EQ(disc.GetActiveDisc(), Korvane::DiscType::None);
 }
 
 // ---- settings ----

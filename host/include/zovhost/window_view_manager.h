@@ -20,7 +20,8 @@ namespace zovhost {
 /// the window loses the focus.
 ///
 /// A press, and a turn of the wheel, end a move that runs, unless that move is of use to whoever gets the
-/// press. A tool that a disc has put away comes back when the disc closes.
+/// press. A tool that a disc has put away comes back when the disc closes, which
+/// its key brings about also when the disc has been used.
 class WindowViewManager : public Korvane::ViewManager {
  public:
   /// Sets the pointer to a pixel of the viewport.
@@ -67,6 +68,7 @@ class WindowViewManager : public Korvane::ViewManager {
   bool OnKey(const WindowEvent& event);
   void EndRunningShot();
   bool IsPressForDisc() const;
+  void ForgetPressOnDisc();
   PixelPosition FollowPointer(int x, int y);
 
   MovePointer movePointer;

@@ -187,7 +187,15 @@ bool WindowViewManager::IsPressForDisc() const {
 bool WindowViewManager::OnKey(const WindowEvent& event) {
   const std::optional<Korvane::KeyID> key = keys.OnKey(event);
   if (!key.has_value()) return false;
-  return event.type == WindowEvent::Type::KeyDown ? OnKeyDown(*key) : OnKeyUp(*key);
+  if (event.type != WindowEvent::Type::KeyDown) return OnKeyUp(*key);
+  if (*key == Korvane::KEY_DISC && !IsPressed()) ForgetPressOnDisc();
+  return OnKeyDown(*key);
+}
+
+// A disc that was pressed stays until another key than its own has gone down, so its key would not close it.
+void WindowViewManager::ForgetPressOnDisc() {
+  constexpr auto NO_KEY = static_cast<Korvane::KeyID>(-1);
+  if (helmDisc != nullptr) helmDisc->OnKeyDown(NO_KEY);
 }
 
 // ---- letting go ----
