@@ -2,18 +2,14 @@
 
 #include <cmath>
 
-#include "korvane/pixel_icon2d.h"
 #include "korvane/rewind_history.h"
 #include "korvane/shot_parameters.h"
-#include "korvane/track_menu.h"
 
 namespace zovview {
 
 using Korvane::DiscType;
 using Korvane::HelmDiscParameters;
-using Korvane::PixelIcon2D;
 using Korvane::RewindHistory;
-using Korvane::Vector2;
 
 namespace {
 
@@ -34,20 +30,7 @@ void Step(const ViewTarget& target, bool (RewindHistory::*shift)()) {
 
 }  // namespace
 
-// Only the menu of the open disc, or of the last one, has followed the pointer: the new one takes its place.
-void OpenDisc(const ViewTarget& target, DiscType type) {
-  Korvane::HelmDisc& disc = target.disc;
-  Korvane::TrackMenu* const open = disc.GetActiveTrackMenu();
-  Korvane::TrackMenu& former = open != nullptr ? *open : *disc.GetTrackMenu(disc.GetDefaultDiscType());
-  const Vector2 pointer = former.GetMouseCoords();
-  const PixelIcon2D* const picture = open != nullptr ? open->GetRegionMap() : nullptr;
-  const Vector2 place = picture != nullptr ? picture->GetPosition() : pointer;
-  disc.SetActiveDisc(type);
-  Korvane::TrackMenu* const menu = disc.GetActiveTrackMenu();
-  if (menu == nullptr || menu == open) return;
-  menu->SetLocation(static_cast<int>(place.x), static_cast<int>(place.y));
-  disc.OnMouseMove(static_cast<int>(pointer.x), static_cast<int>(pointer.y));
-}
+void OpenDisc(const ViewTarget& target, DiscType type) { target.disc.SetActiveDisc(type); }
 void CloseDisc(const ViewTarget& target) { target.disc.SetActiveDisc(DiscType::None); }
 
 void Dismiss(const ViewTarget& target) {

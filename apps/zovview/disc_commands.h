@@ -7,7 +7,6 @@ namespace zovview {
 
 // What the navigation discs and their menus offer, and the way back through the views.
 
-/// In the place of the disc that is open, or where the pointer is.
 void OpenDisc(const ViewTarget& target, Korvane::DiscType type);
 void CloseDisc(const ViewTarget& target);
 /// Puts the open disc away; without one selects nothing.

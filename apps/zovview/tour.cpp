@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "disc_wedges.h"
+#include "korvane/track_menu.h"
 #include "progress_line.h"
 #include "tour_clock.h"
 #include "tour_output.h"
@@ -71,6 +72,11 @@ bool FindOnCube(Korvane::Orientor& cube, const TourMove& move, Place& place) {
   return cube.GetOverlayPartPosition(static_cast<Orientor::OverlayPart>(move.overlayPart), place.x, place.y);
 }
 
+bool FindOnWelcome(Korvane::TrackMenu* welcome, int part, Place& place) {
+  const Korvane::TrackMenu::Region* const region = welcome != nullptr ? welcome->GetRegion(part) : nullptr;
+  return region != nullptr && FindColour(*welcome, region->color, place.x, place.y);
+}
+
 /// Plays the tour in a context that is current.
 class Tour {
  public:
@@ -89,6 +95,8 @@ class Tour {
   void End(const TourMove& move);
   void Send(zovhost::WindowEvent::Type type, zovhost::MouseButton button, int clicks = 0);
   void DrawUnseen();
+  Korvane::TrackMenu* GetWelcome() { return view.GetDisc().GetWelcomeTrackMenu(); }
+  void ShowWelcome(bool shown);
   bool TakePicture(const TourMove& move, bool isLast, TourOutput& output, std::string& error);
   void DrawCaption(const TourMove& move) const;
   void DrawPointer() const;
@@ -119,7 +127,7 @@ Tour::Tour(zovhost::Window& onWindow, const zovhost::Scene& ofScene, const TourO
       width(options.width),
       height(options.height),
       gui(options.width, options.height),
-      view({[this] { window.RequestFrame(); }, host, [](int, int) {}}),
+      view({[this] { window.RequestFrame(); }, host, [](int, int) {}, {}, true}),
       progress(ProgressLine::OffTerminal::Quarters) {}
 
 bool Tour::Prepare(std::string& error) {
@@ -131,6 +139,7 @@ bool Tour::Prepare(std::string& error) {
       [this](const Korvane::CameraParameters& camera, int w, int h) { sceneView.Draw(camera, w, h); });
   view.SetPlace(0, 0, width, height, 1.0);
   view.SetScene(scene);
+  ShowWelcome(false);
   return true;
 }
 
@@ -178,10 +187,12 @@ void Tour::Send(zovhost::WindowEvent::Type type, zovhost::MouseButton button, in
 bool Tour::FindOrigin(const TourMove& move, std::string& error) {
   origin = {};
   const bool isOnDisc = move.wedge >= 0;
-  if (!isOnDisc && !move.IsOnCube()) return true;
+  const bool isOnWelcome = move.welcomePart >= 0;
+  if (!isOnDisc && !isOnWelcome && !move.IsOnCube()) return true;
   Place place;
-  const bool found = isOnDisc ? FindWedge(view.GetDisc(), move.wedge, place.x, place.y)
-                              : FindOnCube(view.GetCube(), move, place);
+  const bool found = isOnDisc      ? FindWedge(view.GetDisc(), move.wedge, place.x, place.y)
+                     : isOnWelcome ? FindOnWelcome(GetWelcome(), move.welcomePart, place)
+                                   : FindOnCube(view.GetCube(), move, place);
   if (!found) error = "nothing shows what \"" + std::string(move.caption) + "\" begins on";
   origin = {(place.x + 0.5) / width, (place.y + 0.5) / height};
   return found;
@@ -197,7 +208,8 @@ void Tour::Begin(const TourMove& move) {
   using Type = zovhost::WindowEvent::Type;
   MovePointer(move, 0.0);
   pressed = move.kind == TourMove::Kind::Drag;
-  points = move.kind != TourMove::Kind::Rest && move.kind != TourMove::Kind::Command;
+  points = move.kind != TourMove::Kind::Rest && move.kind != TourMove::Kind::Command &&
+           move.kind != TourMove::Kind::Welcome;
   if (points) Send(Type::MouseMove, move.button);           // the pointer is there before it presses
   if (move.IsOnCube()) Send(Type::MouseMove, move.button);  // and the buttons beside the cube have come
   switch (move.kind) {
@@ -211,9 +223,17 @@ void Tour::Begin(const TourMove& move) {
     case TourMove::Kind::DoubleClick:
       Send(Type::MouseDown, move.button, move.kind == TourMove::Kind::Click ? 1 : 2);
       return Send(Type::MouseUp, move.button);
+    case TourMove::Kind::Welcome:
+      return ShowWelcome(true);
     case TourMove::Kind::Command:
       return view.Run(*FindViewCommand(move.command));
   }
+}
+
+// It waits for its turn.
+void Tour::ShowWelcome(bool shown) {
+  if (Korvane::TrackMenu* const welcome = GetWelcome()) welcome->SetVisible(shown);
+  view.GetRenderer().ApplyTextureUsage();
 }
 
 void Tour::Continue(const TourMove& move, int frameCountOfMove) {

@@ -42,6 +42,11 @@ constexpr TourMove MakeWedgeHover(const char* caption, double seconds, HelmDiscZ
   move.wedge = static_cast<int>(zone);
   return move;
 }
+constexpr TourMove MakeWelcome(const char* caption, TourMove::Kind kind, double seconds, int part) {
+  TourMove move = {caption, kind, seconds, 0.0, 0.0, 0.0, 0.0};
+  move.welcomePart = part;
+  return move;
+}
 constexpr TourMove MakeWedgeClick(const char* caption, double seconds, HelmDiscZone zone) {
   TourMove move = MakeWedgeHover(caption, seconds, zone);
   move.kind = Click;
@@ -54,6 +59,13 @@ constexpr TourMove MakeWedgeDrag(const char* caption, double seconds, HelmDiscZo
   move.arrival = 0.9;
   return move;
 }
+
+// The regions of the welcome screen, in its order.
+constexpr int WELCOME_TITLE = 1;
+constexpr int WELCOME_TO_BASIC = 4;
+constexpr int WELCOME_MINI_OBJECT = 5;
+constexpr int WELCOME_OBJECT = 9;
+constexpr int WELCOME_BUILDING = 10;
 
 // A drag across the whole width turns by 5 radians.
 constexpr auto SCRIPT = std::to_array<TourMove>({
@@ -114,8 +126,12 @@ constexpr auto SCRIPT = std::to_array<TourMove>({
     MakeCommand("Fit the selection", 0.9, "fit-selection"),
     MakeCommand("Walk", 0.0, "clear-selection"),
     MakeCommand("Walk", 0.6, "home"),
-    {"The disc of an object", Hover, 0.2, 0.44, 0.36, 0.45, 0.36},
-    MakeCommand("The disc of an object", 0.0, "disc-view-object"),
+    {"The discs introduce themselves", Welcome, 0.4},
+    MakeWelcome("The discs introduce themselves", Hover, 0.4, WELCOME_TITLE),
+    MakeWelcome("A mini disc to choose", Hover, 0.5, WELCOME_MINI_OBJECT),
+    MakeWelcome("The page for a start", Click, 0.5, WELCOME_TO_BASIC),
+    MakeWelcome("A disc to choose", Hover, 0.5, WELCOME_BUILDING),
+    MakeWelcome("The disc of an object, chosen", Click, 0.4, WELCOME_OBJECT),
     MakeWedgeHover("The disc of an object", 0.7, HelmDiscZone::Orbit),
     MakeCommand("The disc of a plan", 0.0, "disc-2d"),
     MakeWedgeHover("The disc of a plan", 0.7, HelmDiscZone::Pan),
@@ -128,11 +144,11 @@ constexpr auto SCRIPT = std::to_array<TourMove>({
     MakeWedgeHover("Orbit, by its wedge", 0.2, HelmDiscZone::Orbit),
     MakeWedgeDrag("Orbit, by its wedge", 0.8, HelmDiscZone::Orbit, 0.12, 0.02),
     MakeWedgeHover("Zoom, by its wedge", 0.2, HelmDiscZone::Zoom),
-    MakeWedgeDrag("Zoom, by its wedge", 0.6, HelmDiscZone::Zoom, 0.0, 0.05),
+    MakeWedgeDrag("Zoom, by its wedge", 0.6, HelmDiscZone::Zoom, 0.0, 0.02),
     MakeWedgeHover("Walk, by its wedge", 0.2, HelmDiscZone::Walk),
-    MakeWedgeDrag("Walk, by its wedge", 1.3, HelmDiscZone::Walk, 0.02, 0.12),
+    MakeWedgeDrag("Walk, by its wedge", 1.3, HelmDiscZone::Walk, 0.03, 0.05),
     MakeWedgeHover("Rewind: back along the film", 0.3, HelmDiscZone::Rewind),
-    MakeWedgeDrag("Rewind: back along the film", 2.0, HelmDiscZone::Rewind, -0.24, 0.0),
+    MakeWedgeDrag("Rewind: back along the film", 2.0, HelmDiscZone::Rewind, -0.17, 0.0),
     MakeWedgeHover("Rewind: a step", 0.2, HelmDiscZone::Rewind),
     MakeWedgeClick("Rewind: a step", 0.9, HelmDiscZone::Rewind),
     MakeWedgeClick("The disc is put away", 0.3, HelmDiscZone::Close),

@@ -20,6 +20,7 @@ struct TourMove {
     Click,        // at the first position
     DoubleClick,  // at the first position
     Command,      // of the panel
+    Welcome,      // the welcome screen of the discs shows
   };
   const char* caption;
   Kind kind;
@@ -38,7 +39,10 @@ struct TourMove {
   int cubePart = -1;
   int overlayPart = -1;
 
-  int wedge = -1;  // where it begins, if that is on the open disc: a Korvane::HelmDiscZone
+  // Where it begins, if that is on the open disc (a Korvane::HelmDiscZone), or on the welcome screen (the
+  // index of its region).
+  int wedge = -1;
+  int welcomePart = -1;
 
   constexpr bool IsOnCube() const { return cubePart >= 0 || overlayPart >= 0; }
 };

@@ -8,11 +8,13 @@
 #include <array>
 #include <fstream>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "disc_wedges.h"
 #include "korvane/helm_disc_observer.h"
+#include "korvane/pixel_icon2d.h"
 #include "korvane/rewind_history.h"
 #include "korvane/track_menu.h"
 #include "program.h"
@@ -536,6 +538,74 @@ TEST_F(ViewerTest, the_menu_wedge_opens_the_menu_and_the_close_wedge_closes_the_
   clickOn(Korvane::HelmDiscZone::Close);
   EXPECT_EQ(disc.GetActiveDisc(), Korvane::DiscType::None);
 }
+
+// ---- the welcome screen ----
+
+class WelcomeTest : public ViewerTest {
+ protected:
+  void Start() {
+    viewer.reset();
+    settings.emplace(file);
+    zovview::Viewer::Options options;
+    options.settings = &*settings;
+    viewer = std::make_unique<zovview::Viewer>(*window, options);
+    viewer->Open({folder.Write("square.obj", SQUARE)});
+    Press(SDLK_F1);  // the panel is in the way
+    ComeToRest();
+  }
+  Korvane::HelmDisc& GetDisc() { return viewer->GetView(0).GetDisc(); }
+  bool IsWelcomeShown() {
+    const Korvane::TrackMenu* const menu = GetDisc().GetWelcomeTrackMenu();
+    return menu != nullptr && menu->GetVisible();
+  }
+
+  void TearDown() override {
+    ViewerTest::TearDown();
+    viewer.reset();  // before what it keeps its settings in
+  }
+
+  // By the index of a region.
+  Korvane::Vector2 MoveOver(int part) {
+    Korvane::TrackMenu& welcome = *GetDisc().GetWelcomeTrackMenu();
+    int pixelX = 0;
+    int pixelY = 0;
+    EXPECT_TRUE(zovview::FindColour(welcome, welcome.GetRegion(part)->color, pixelX, pixelY)) << part;
+    Move(pixelX, pixelY);
+    return {static_cast<double>(pixelX), static_cast<double>(pixelY)};
+  }
+
+  static constexpr int TITLE = 1;
+  static constexpr int MINI_OBJECT = 5;
+  const std::filesystem::path file = folder.GetPath() / "settings.json";
+  std::optional<zovview::SettingsFile> settings;
+};
+
+TEST_F(WelcomeTest, shows_in_the_middle_on_the_first_start_until_the_pointer_has_been_over_it) {
+  for (const bool first : {true, false}) {
+    Start();
+    ASSERT_EQ(IsWelcomeShown(), first);
+    if (!first) break;
+    const Korvane::Vector2 middle = GetDisc().GetWelcomeTrackMenu()->GetRegionMap()->GetPosition();
+    EXPECT_EQ(middle, Korvane::Vector2(WIDTH / 2, HEIGHT / 2));
+    EXPECT_FALSE(std::filesystem::exists(file));
+    MoveOver(TITLE);
+    EXPECT_TRUE(GetDisc().GetParameters().welcomeSeen);
+    EXPECT_TRUE(std::filesystem::exists(file));
+  }
+}
+
+TEST_F(WelcomeTest, a_click_on_a_choice_opens_the_disc_under_the_pointer_and_selects_nothing) {
+  Start();
+  MoveOver(TITLE);
+  const Korvane::Vector2 pixel = MoveOver(MINI_OBJECT);
+  Click(pixel);
+  EXPECT_FALSE(IsWelcomeShown());
+  ASSERT_EQ(GetDisc().GetActiveDisc(), Korvane::DiscType::MiniViewObject);
+  EXPECT_EQ(GetDisc().GetActiveTrackMenu()->GetRegionMap()->GetPosition(), pixel);
+  EXPECT_EQ(viewer->GetView(0).GetSelection().GetPart(), -1);
+}
+
+TEST_F(WelcomeTest, does_not_show_where_nobody_keeps_that_it_was_seen) { EXPECT_FALSE(IsWelcomeShown()); }
 
 // ---- settings ----
 

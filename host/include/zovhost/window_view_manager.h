@@ -3,6 +3,7 @@
 #include <functional>
 #include <utility>
 
+#include "korvane/helm_disc.h"
 #include "korvane/view_manager.h"
 #include "zovhost/held_keys.h"
 #include "zovhost/pointer_wrap.h"
@@ -21,7 +22,8 @@ namespace zovhost {
 ///
 /// A press, and a turn of the wheel, end a move that runs, unless that move is of use to whoever gets the
 /// press. A tool that a disc has put away comes back when the disc closes, which
-/// its key brings about also when the disc has been used.
+/// its key brings about also when the disc has been used. A disc opens where the pointer is, or in the place
+/// of the one that was open.
 class WindowViewManager : public Korvane::ViewManager {
  public:
   /// Sets the pointer to a pixel of the viewport.
@@ -69,6 +71,7 @@ class WindowViewManager : public Korvane::ViewManager {
   void EndRunningShot();
   bool IsPressForDisc() const;
   void ForgetPressOnDisc();
+  void PlaceDisc();
   PixelPosition FollowPointer(int x, int y);
 
   MovePointer movePointer;
@@ -77,6 +80,8 @@ class WindowViewManager : public Korvane::ViewManager {
   WheelCounter wheel;
   bool clickFree = false;
   int toolBehindDisc = 0;  // 0: none
+  Korvane::DiscType shownDisc = Korvane::DiscType::None;
+  Korvane::DiscType lastDisc = Korvane::DiscType::None;  // the one that has followed the pointer
 };
 
 }  // namespace zovhost
