@@ -67,6 +67,7 @@ void ForwardRegionListener::OnTrackMenuActivate(bool active) {
   DiscRegionListener::OnTrackMenuActivate(active);
   if (!active) {
     const bool flies = std::exchange(flying, false);
+    hit = false;
     GiveSettingsBack();
     if (pressed || flies) SetPivotBallVisible(false);
     if (CameraOperations* const hub = flies ? GetHub() : nullptr) hub->EndShot();

@@ -16,7 +16,11 @@ class SingleIcon {
   ~SingleIcon() { Hold(nullptr); }
 
   bool IsUsed() const { return used; }
-  void Use(bool use) { used = use; }
+  void Use(bool use) {
+    Count(false);
+    used = use;
+    Count(true);
+  }
   /// Null where there is none.
   ResourceIcon2D* Get() const { return icon; }
   /// Borrowed. A count that is held is taken for that of the new picture: its caller has seen to both.

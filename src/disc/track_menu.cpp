@@ -24,6 +24,11 @@ void SetOpacityOf(Icon2D* icon, double opacity) {
   if (icon != nullptr) icon->SetOpacity(opacity);
 }
 
+// No release comes to a menu that has been put away. Only the note of the press goes; nothing is told.
+void ForgetPress(RegionListener& listener, const TrackMenuParts::Mouse& mouse) {
+  listener.RegionListener::OnLeftMouseUp(mouse.x, mouse.y);
+}
+
 }  // namespace
 
 // ---- a region ----
@@ -209,6 +214,7 @@ void TrackMenu::Hold(bool state) {
     parts->Tell(each.region.listener,
                 [state](RegionListener& listener) { listener.OnTrackMenuActivate(state); });
     if (!current) return;
+    if (!state && each.region.listener != nullptr) ForgetPress(*each.region.listener, parts->mouse);
     if (state) {
       each.loans.Take(GetRenderer(), each.region);
     } else {

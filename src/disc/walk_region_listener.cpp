@@ -35,8 +35,10 @@ WalkRegionListener::WalkRegionListener(TrackMenu* menu, HelmDisc* helmDisc)
       textures(TEXTURES) {}
 
 void WalkRegionListener::OnTrackMenuActivate(bool active) {
+  const bool pressed = IsMouseDown();
   ToolRegionListener::OnTrackMenuActivate(active);
   if (!active) {
+    if (pressed) messages.Renew(IsSet(&HelmDiscParameters::showMessages));
     RestoreSpeed();
     tool->SetViewportHUD(nullptr);
   }
@@ -81,7 +83,7 @@ void WalkRegionListener::OnLeftMouseUp(int x, int y) {
   if (savedSpeedFactor >= 0.0) OnKeyUp(KEY_RUN);
   RestoreSpeed();  // also where the walk has ended before
   Press(*this).Then([&] { tool->OnMouseUp(x, y); }).ShowMenu();
-  if (IsSet(&HelmDiscParameters::showMessages)) messages.showWalkHUD = messages.fadePending = true;
+  messages.Renew(IsSet(&HelmDiscParameters::showMessages));
 }
 
 // ---- keys ----

@@ -33,6 +33,10 @@ class WalkRegionListener : public ToolRegionListener<WalkTool> {
     bool showWalkHUD = true;
     bool showMoveHUD = true;
     bool fadePending = true;
+
+    void Renew(bool shown) {
+      if (shown) showWalkHUD = fadePending = true;
+    }
   };
 
   void RememberPointer();

@@ -366,6 +366,21 @@ TEST_F(TrackMenuEventsTest, a_press_that_slides_into_a_region_without_listener_e
   EXPECT_EQ(journal.Take(), Lines());  // and none begins
 }
 
+// A menu that is put away in a press hears of no release.
+TEST_F(TrackMenuEventsTest, a_press_is_forgotten_by_every_listener_when_the_menu_is_put_away) {
+  Open();
+  menu.OnLeftMouseDown(400, 300);
+  ASSERT_TRUE(listeners["blue"]->IsMouseDown());
+  menu.CancelPress();
+  menu.SetVisible(false);
+  menu.SetActive(false);
+  EXPECT_FALSE(listeners["blue"]->IsMouseDown());
+  menu.SetVisible(true);
+  Forget();
+  menu.OnMouseMove(370, 330);
+  EXPECT_EQ(journal.Take(), Lines{"blue.OnMouseMove(370, 330)"});  // no press is handed on
+}
+
 TEST_F(TrackMenuEventsTest, a_press_stays_with_a_welcome_listener) {
   Open();
   listeners["blue"]->isWelcome = true;

@@ -351,4 +351,41 @@ TEST_F(CenterWedge, its_note_is_held_while_the_menu_is_active) {
   EXPECT_TRUE(renderer.GetHeldTexts().empty());
 }
 
+// ---- put away in a press ----
+
+TEST_F(CenterWedge, a_menu_that_is_put_away_in_a_press_flies_nowhere_and_puts_the_pivot_back) {
+  const Vector3 pivot = hub.view.pivot;
+  Press();
+  ASSERT_NE(hub.view.pivot, pivot);
+  PutAway();
+  EXPECT_EQ(hub.view.pivot, pivot);
+  EXPECT_EQ(hub.shotsBegun, 0);
+  EXPECT_FALSE(ball.IsVisible());
+}
+
+TEST_F(LookMoveWedge, a_menu_that_is_put_away_while_a_face_is_chosen_flies_nowhere) {
+  Parameters().lookAtOnShift = true;
+  menu->OnKeyDown(KEY_SHIFT);
+  Press();
+  ASSERT_EQ(renderer.mouseoverBegun - renderer.mouseoverEnded, 1);
+  PutAway();
+  EXPECT_EQ(hub.shotsBegun, 0);
+  EXPECT_EQ(renderer.mouseoverBegun, renderer.mouseoverEnded);
+}
+
+TEST_F(WalkWedge, a_walk_that_was_put_away_leaves_the_next_one_its_messages) {
+  Press();
+  GetMessage();
+  platform.Advance(801);
+  Move(512, 600);
+  GetMessage();
+  platform.Advance(801);
+  GetMessage();
+  PutAway();
+  menu->SetVisible(true);
+  menu->OnMouseMove(500, 300);
+  Press();
+  EXPECT_EQ(GetMessage(), 34);
+}
+
 }  // namespace

@@ -196,8 +196,9 @@ struct WedgeScene : ::testing::Test {
     Press(x, y);
     Release(x, y);
   }
-  /// As the disc does with the hot key.
+  /// As the disc does where it closes.
   void PutAway() {
+    menu->CancelPress();
     menu->SetVisible(false);
     menu->SetActive(false);
     renderer.ApplyTextureUsage();

@@ -278,6 +278,31 @@ TEST_F(ZoomWedge, a_menu_that_is_put_away_ends_the_animation) {
   EXPECT_EQ(GetElementCount(), 2);
 }
 
+TEST_F(ZoomWedge, a_menu_that_is_put_away_in_a_press_makes_no_click_of_it) {
+  Parameters().clickZoom = true;
+  Press();
+  PutAway();
+  EXPECT_EQ(hub.shotsBegun, 0);
+  EXPECT_FALSE(IsOperating(OPERATION_ZOOM));
+  EXPECT_FALSE(ball.IsVisible());
+}
+
+TEST_F(ZoomWedge, a_menu_that_is_put_away_in_a_rectangle_flies_nowhere_and_closes_its_record) {
+  const Vector3 pivot = hub.view.pivot;
+  HoldShift();
+  Press();
+  Move(600, 380);
+  ASSERT_TRUE(DrawsRectangle());
+  PutAway();
+  EXPECT_EQ(hub.shotsBegun, 0);
+  EXPECT_EQ(hub.view.pivot, pivot);
+  EXPECT_FALSE(DrawsRectangle());
+  const int elements = GetElementCount();
+  EXPECT_TRUE(disc->GetHistory()->BeginElementRecord(hub.view));  // no other one is open
+  EXPECT_TRUE(disc->GetHistory()->EndElementRecord(hub.view));
+  EXPECT_GE(GetElementCount(), elements);
+}
+
 TEST_F(ZoomWedge, a_menu_that_is_put_away_while_the_rectangle_ends_zooms_no_more) {
   Parameters().clickZoom = true;
   HoldShift();

@@ -17,6 +17,8 @@ constexpr double EASE_END = 1.0;       // eased all the way
 CenterTool::CenterTool(HelmDisc* disc, TrackMenu* menu, StringID label)
     : helmDisc(disc), trackMenu(menu), pivotLabel(label) {
   SetCursorID(CURSOR_ARROW);
+  // As by a release outside of the view: nothing flies, and the old pivot comes back.
+  SetGestureEnd([](Tool& tool) { tool.OnMouseUp(-1, -1); });
 }
 CenterTool::~CenterTool() = default;
 

@@ -22,6 +22,11 @@ void EndMouseover(Renderer* opened) {
 LookAtTool::LookAtTool() {
   SetCursorID(CURSOR_LOOK_AT);
   SetWrapCursor(false);
+  SetGestureEnd([](Tool& tool) {
+    auto& lookAt = static_cast<LookAtTool&>(tool);
+    lookAt.NoteRelease(lookAt.mouseX, lookAt.mouseY);
+    lookAt.GiveUp();
+  });
 }
 LookAtTool::~LookAtTool() = default;
 

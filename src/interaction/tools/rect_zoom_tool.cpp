@@ -23,7 +23,15 @@ void SetVertex(float* vertex, double x, double y) {
 
 }  // namespace
 
-RectZoomTool::RectZoomTool() { SetWrapCursor(false); }
+RectZoomTool::RectZoomTool() {
+  SetWrapCursor(false);
+  // Cut off, the rectangle is not flown to.
+  SetGestureEnd([](Tool& tool) {
+    auto& zoom = static_cast<RectZoomTool&>(tool);
+    zoom.NoteRelease(zoom.mouseX, zoom.mouseY);
+    Closing(zoom).EndRecord();
+  });
+}
 RectZoomTool::~RectZoomTool() = default;
 
 // ---- the gesture ----

@@ -23,7 +23,14 @@ double DistanceToSee(const CameraParameters& camera, double reach) {
 
 }  // namespace
 
-ZoomTool::ZoomTool() { SetCursorID(CURSOR_ZOOM); }
+ZoomTool::ZoomTool() {
+  SetCursorID(CURSOR_ZOOM);
+  SetGestureEnd([](Tool& tool) {
+    auto& zoom = static_cast<ZoomTool&>(tool);
+    zoom.mouseDragged = true;  // what is cut off is no click
+    zoom.OnMouseUp(zoom.mouseX, zoom.mouseY);
+  });
+}
 ZoomTool::~ZoomTool() = default;
 
 bool ZoomTool::OnMouseDown(int x, int y) {
