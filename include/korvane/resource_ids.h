@@ -98,6 +98,19 @@ enum StringID : int {
   STRING_CUBE_PART = 70,
   STRING_CUBE_COMPASS = 71,
   STRING_CUBE_MENU = 72,
+  STRING_BAR_CLOSE = 86,  // tooltips of the navigation bar: its corners, its grip, its items
+  STRING_BAR_MENU = 87,
+  STRING_BAR_GRIP = 88,
+  STRING_BAR_MORE_CONTROLS = 89,
+  STRING_BAR_ORIENTOR = 90,
+  STRING_BAR_FULL_NAVIGATION = 91,
+  STRING_BAR_MINI_FULL_NAVIGATION = 92,
+  STRING_BAR_MINI_VIEW_OBJECT = 93,
+  STRING_BAR_MINI_TOUR_BUILDING = 94,
+  STRING_BAR_VIEW_OBJECT = 95,
+  STRING_BAR_TOUR_BUILDING = 96,
+  STRING_BAR_TWO_D = 97,
+  STRING_BAR_STORYBOARD = 98,
   STRING_NONE = 102,
 };
 
@@ -140,6 +153,28 @@ enum TextureID : int {
   TEXTURE_FORWARD_TARGET = 99,          // on it, the point
   TEXTURE_REWIND_GLASS = 100,           // over each picture of the film strip
   TEXTURE_ROLL_RING = 101,              // around the pivot of a roll
+  TEXTURE_BAR_CLOSE = 147,              // the corner buttons of the navigation bar
+  TEXTURE_BAR_MENU = 148,
+  TEXTURE_BAR_FLYOUT = 149,           // the arrow of a flyout button
+  TEXTURE_BAR_MORE_HORIZONTAL = 152,  // more controls, on a horizontal bar
+  TEXTURE_BAR_MORE_VERTICAL = 153,
+  TEXTURE_BAR_ORIENTOR = 154,         // shows the cube
+  TEXTURE_BAR_FULL_NAVIGATION = 155,  // opens a disc, as the next six
+  TEXTURE_BAR_MINI_FULL_NAVIGATION = 156,
+  TEXTURE_BAR_MINI_VIEW_OBJECT = 157,
+  TEXTURE_BAR_MINI_TOUR_BUILDING = 158,
+  TEXTURE_BAR_VIEW_OBJECT = 159,
+  TEXTURE_BAR_TOUR_BUILDING = 160,
+  TEXTURE_BAR_TWO_D = 161,
+  TEXTURE_BAR_STORYBOARD = 170,
+  TEXTURE_BAR_TOP_LEFT = 171,  // the corners of the strip, filled
+  TEXTURE_BAR_TOP_RIGHT = 172,
+  TEXTURE_BAR_BOTTOM_RIGHT = 173,
+  TEXTURE_BAR_BOTTOM_LEFT = 174,
+  TEXTURE_BAR_TOP_LEFT_EDGE = 175,  // the border around them
+  TEXTURE_BAR_TOP_RIGHT_EDGE = 176,
+  TEXTURE_BAR_BOTTOM_RIGHT_EDGE = 177,
+  TEXTURE_BAR_BOTTOM_LEFT_EDGE = 178,
   TEXTURE_NONE = 185,
 };
 

@@ -30,6 +30,8 @@
 #include "support/open_view_manager.h"
 #include "support/recording_history.h"
 #include "support/recording_renderer.h"
+#include "toolbar/navigation_bar_parts.h"
+#include "toolbar/toolbar_parts.h"
 
 // Widgets that write down what they are asked, as `name.Operation(arguments)`, and take what the test says.
 
@@ -288,24 +290,25 @@ class FakeToolbar : public Korvane::Toolbar, public Fake {
   bool OnRightMouseDown(int x, int y) override { return Ask(Call("OnRightMouseDown", x, y)); }
   bool OnRightMouseUp(int x, int y) override { return Ask(Call("OnRightMouseUp", x, y)); }
 
-  using Toolbar::bounds;
-  using Toolbar::cameraOperations;
-  using Toolbar::cornerOffset;
-  using Toolbar::disabled;
-  using Toolbar::mouseDownOnItem;
-  using Toolbar::mouseInRegion;
-  using Toolbar::orientorBounds;
-  using Toolbar::orientorLocation;
-  using Toolbar::position;
-  using Toolbar::renderer;
-  using Toolbar::ribbonHeight;
-  using Toolbar::ribbonWidth;
-  using Toolbar::sizeLimitHeight;
-  using Toolbar::sizeLimitWidth;
-  using Toolbar::tooltip;
-  using Toolbar::viewportHeight;
-  using Toolbar::viewportWidth;
-  using Toolbar::visible;
+  Korvane::ToolbarParts& open = GetParts();
+  Korvane::ChangingInTimeBox2& bounds = open.motion.bounds;
+  Korvane::Vector2& cornerOffset = open.place.cornerOffset;
+  bool& disabled = open.life.disabled;
+  bool& mouseDownOnItem = open.mouse.downOnItem;
+  bool& mouseInRegion = open.mouse.inRegion;
+  Korvane::Box2& orientorBounds = open.room.orientorBounds;
+  Korvane::OrientorParameters::Location& orientorLocation = open.room.orientorLocation;
+  Position& position = open.place.position;
+  int& ribbonHeight = open.room.ribbonHeight;
+  int& ribbonWidth = open.room.ribbonWidth;
+  int& sizeLimitHeight = open.room.sizeLimitHeight;
+  int& sizeLimitWidth = open.room.sizeLimitWidth;
+  std::wstring& tooltip = open.mouse.tooltip;
+  int& viewportHeight = open.room.viewportHeight;
+  int& viewportWidth = open.room.viewportWidth;
+  bool& visible = open.life.visible;
+  Korvane::CameraOperations* GetKorvane() const { return open.partners.hub.Get(); }
+  Korvane::Renderer* GetRenderer() const { return open.partners.renderer.Get(); }
 };
 
 /// Holds a toolbar from the start.
@@ -314,7 +317,7 @@ class FakeBar : public Korvane::NavigationBar, public Fake {
   explicit FakeBar(WidgetJournal& theJournal) : Fake("bar", theJournal) {
     auto fakeToolbar = std::make_unique<FakeToolbar>("bar toolbar", theJournal);
     strip = fakeToolbar.get();
-    toolbar = std::move(fakeToolbar);
+    open.toolbar = std::move(fakeToolbar);
   }
 
   void SetViewportSize(int width, int height) override { Ask(Call("SetViewportSize", width, height)); }
@@ -347,14 +350,15 @@ class FakeBar : public Korvane::NavigationBar, public Fake {
   }
 
   void LoseToolbar() {
-    toolbar.reset();
+    open.toolbar.reset();
     strip = nullptr;
   }
 
-  using NavigationBar::cameraOperations;
-  using NavigationBar::location;
-  using NavigationBar::renderer;
-  using NavigationBar::visible;
+  Korvane::NavigationBarParts& open = GetParts();
+  Location& location = open.location;
+  bool& visible = open.visible;
+  Korvane::CameraOperations* GetKorvane() const { return open.partners.hub.Get(); }
+  Korvane::Renderer* GetRenderer() const { return open.partners.renderer.Get(); }
 
   FakeToolbar* strip;
 };

@@ -306,6 +306,7 @@ TEST_F(LayoutTest, measures_the_room_of_the_cube) {
   EXPECT_EQ(width, 120);
   EXPECT_EQ(height, 120);
   bar.location = NavigationBar::LOCATION_BOTTOM;
+  bar.strip->position = Toolbar::POSITION_BOTTOM;
   manager.GetOrientorSize(width, height);
   EXPECT_EQ(width, 120);
   EXPECT_EQ(height, 130);

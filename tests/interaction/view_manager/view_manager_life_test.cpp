@@ -44,11 +44,11 @@ TEST_F(LifeTest, hands_everything_on_before_it_creates) {
   EXPECT_EQ(controller.cameraOperations, &hub);
   EXPECT_EQ(cube.GetRewindHistory(), disc.record);
   EXPECT_EQ(panel.rewindHistory, disc.record);
-  EXPECT_EQ(bar.cameraOperations, &hub);
-  EXPECT_EQ(bar.renderer, &renderer);
+  EXPECT_EQ(bar.GetKorvane(), &hub);
+  EXPECT_EQ(bar.GetRenderer(), &renderer);
   for (const FakeToolbar* toolbar : {&first, &second}) {
-    EXPECT_EQ(toolbar->cameraOperations, &hub);
-    EXPECT_EQ(toolbar->renderer, &renderer);
+    EXPECT_EQ(toolbar->GetKorvane(), &hub);
+    EXPECT_EQ(toolbar->GetRenderer(), &renderer);
   }
   for (const Tool* each : {static_cast<Tool*>(manager.navigation.orbitTool.get()),
                            static_cast<Tool*>(manager.navigation.panTool.get()),

@@ -1,0 +1,232 @@
+// The items of the bar, and what observers hear of them.
+#include "foundation/truncate.h"
+#include "korvane/helm_disc.h"
+#include "toolbar/bar_tables.h"
+#include "toolbar/navigation_bar_parts.h"
+
+namespace Korvane {
+
+namespace {
+
+struct Pixel {
+  int x;
+  int y;
+};
+
+// Where a menu of the item opens.
+Pixel GetMenuPlace(const Box2& bounds) {
+  return {Truncate(bounds.center.x + bounds.halfExtent.x), Truncate(bounds.center.y - bounds.halfExtent.y)};
+}
+
+ToolbarItem MakeItem(const BarItem& row, Renderer* renderer) {
+  ToolbarItem item;
+  item.SetTag(row.tag);
+  item.SetType(row.type);
+  item.SetSize(row.width, row.height);
+  item.SetFlyoutIconSize(row.flyoutIconSize);
+  item.SetIcon(row.texture, row.iconSize, row.iconSize);
+  if (row.tooltip != STRING_NONE && renderer != nullptr)
+    item.SetTooltip(renderer->LoadStringResource(row.tooltip));
+  return item;
+}
+
+// Whichever disc it shows.
+bool IsDiscButtonHidden(const Toolbar& toolbar) {
+  bool hidden = false;
+  for (const BarItem& disc : GetDiscItems())
+    hidden = hidden || (toolbar.IsFlyoutItemChosen(disc.tag) && toolbar.IsItemHidden(disc.tag));
+  return hidden;
+}
+
+}  // namespace
+
+// ---- filling ----
+
+void NavigationBar::PopulateItems() {
+  const Staying now(parts);
+  AppendItems(GetItemsBefore());
+  if (now) PopulateApplicationItems();
+  if (now) AppendItems(GetItemsAfter());
+  if (!now || now->toolbar == nullptr) return;
+  ApplyWishes();
+  if (now) OnItemsPopulated();
+}
+
+// The texts are the host's, who may let go of the bar while it is asked for them.
+void NavigationBar::AppendItems(std::span<const BarItem> rows) {
+  const Staying now(parts);
+  const Borrowed<Renderer> renderer(now->partners.renderer.Get());
+  ToolbarItem::List items;
+  for (const BarItem& row : rows) {
+    items.Append(MakeItem(row, renderer.Get()));
+    if (row.type != ToolbarItem::TYPE_FLYOUT_BUTTON) continue;
+    ToolbarItem::List& discs = items.GetAt(items.GetCount() - 1).GetFlyoutItems();
+    for (const BarItem& disc : GetDiscItems()) discs.Append(MakeItem(disc, renderer.Get()));
+  }
+  AppendToToolbar(items);
+}
+
+void NavigationBar::AppendToToolbar(const ToolbarItem::List& items) {
+  if (parts->toolbar == nullptr) return;
+  for (int i = 0; i < items.GetCount(); ++i) parts->toolbar->GetItems().Append(items.GetAt(i));
+}
+
+void NavigationBar::PopulateApplicationItems() {
+  const Staying now(parts);
+  ToolbarItem::List items;
+  OnPopulateApplicationItems(items);
+  if (now) AppendToToolbar(items);
+}
+
+// What was wished for before there were items.
+void NavigationBar::ApplyWishes() {
+  const Staying now(parts);
+  Toolbar& toolbar = *now->toolbar;
+  toolbar.SetItemExcluded(TAG_GRIP, GetLocation() == LOCATION_LINKED);
+  toolbar.SetItemExcluded(TAG_ORIENTOR, now->orientorExcluded || now->orientorShown);
+  ToolbarItem::List& items = toolbar.GetItems();
+  for (int i = 0; i < items.GetCount(); ++i) {
+    if (items.GetAt(i).GetTag() == TAG_MORE_CONTROLS) items.GetAt(i).SetExcluded(true);
+  }
+  if (const int tag = GetDiscTag(now->activeDisc)) SetItemSelected(tag, true);
+}
+
+// ---- discs and cube ----
+
+void NavigationBar::SetActiveHelmDisc(DiscType type) {
+  const int tag = GetDiscTag(type);
+  if (type == parts->activeDisc || (tag == 0 && type != DiscType::None)) return;
+  parts->activeDisc = type;
+  if (tag != 0) {
+    SetItemSelected(tag, true);
+  } else {
+    SetItemSelected(TAG_FULL_NAVIGATION, false);
+  }
+}
+
+void NavigationBar::SetOrientorIsVisible(bool value) {
+  if (parts->orientorShown == value) return;
+  parts->orientorShown = value;
+  SetItemExcluded(TAG_ORIENTOR, parts->orientorExcluded);
+}
+
+bool NavigationBar::SetItemExcluded(int tag, bool excluded) {
+  const Staying now(parts);
+  if (tag == TAG_ORIENTOR) {
+    now->orientorExcluded = excluded;
+    excluded = excluded || now->orientorShown;
+  }
+  if (now->toolbar == nullptr || !now->toolbar->SetItemExcluded(tag, excluded)) return false;
+  if (now) HideLonelySeparators();
+  return true;
+}
+
+void NavigationBar::HideLonelySeparators() {
+  const Staying now(parts);
+  const bool lonely = now->toolbar != nullptr && now->toolbar->IsItemHidden(TAG_ORIENTOR) &&
+                      IsDiscButtonHidden(*now->toolbar) && now->toolbar->IsItemHidden(TAG_STORYBOARD);
+  if (!lonely) return;
+  now->toolbar->SetItemExcluded(TAG_FIRST_SEPARATOR, true);
+  if (now->toolbar != nullptr) now->toolbar->SetItemExcluded(TAG_SECOND_SEPARATOR, true);
+}
+
+bool NavigationBar::IsItemExcluded(int tag) {
+  if (tag == TAG_ORIENTOR) return parts->orientorExcluded;
+  return parts->toolbar != nullptr && parts->toolbar->IsItemExcluded(tag);
+}
+
+// ---- as the toolbar ----
+
+bool NavigationBar::ChooseFlyoutItem(int tag) {
+  return parts->toolbar != nullptr && parts->toolbar->ChooseFlyoutItem(tag);
+}
+bool NavigationBar::IsFlyoutItemChosen(int tag) {
+  return parts->toolbar != nullptr && parts->toolbar->IsFlyoutItemChosen(tag);
+}
+bool NavigationBar::SetItemEnabled(int tag, bool enabled) {
+  return parts->toolbar != nullptr && parts->toolbar->SetItemEnabled(tag, enabled);
+}
+bool NavigationBar::IsItemEnabled(int tag) {
+  return parts->toolbar != nullptr && parts->toolbar->IsItemEnabled(tag);
+}
+bool NavigationBar::SetItemSelected(int tag, bool selected) {
+  return parts->toolbar != nullptr && parts->toolbar->SetItemSelected(tag, selected);
+}
+bool NavigationBar::IsItemSelected(int tag) {
+  return parts->toolbar != nullptr && parts->toolbar->IsItemSelected(tag);
+}
+
+// ---- what observers hear ----
+
+void NavigationBar::OnItemClicked(const ToolbarItem& item) {
+  const int tag = item.GetTag();
+  Staying(parts).TellObservers([tag](NavigationBarObserver& each) { each.OnItemClicked(tag); });
+}
+
+bool NavigationBar::OnItemPressed(const ToolbarItem& item) {
+  const Pixel place = GetMenuPlace(item.GetBounds());
+  switch (item.GetTag()) {
+    case TAG_MENU:
+      return Staying(parts).OfferToObservers(
+          [place](NavigationBarObserver& each) { return each.OnBarMenuPressed(place.x, place.y); });
+    case TAG_MORE_CONTROLS:
+      return OfferMoreControls(place.x, place.y);
+    default:
+      return false;
+  }
+}
+
+// The item that is chosen takes its place on the bar, where it is one of a flyout.
+bool NavigationBar::OfferMoreControls(int x, int y) {
+  const Staying now(parts);
+  int chosen = 0;
+  const bool taken = now.OfferToObservers([&](NavigationBarObserver& each) {
+    chosen = each.OnMoreControlsPressed(x, y);
+    return chosen != 0;
+  });
+  if (!taken) return false;
+  if (now) ChooseFlyoutItem(chosen);
+  if (now) now.TellObservers([chosen](NavigationBarObserver& each) { each.OnItemClicked(chosen); });
+  return true;
+}
+
+bool NavigationBar::OnItemFlyoutPressed(ToolbarItem& item) {
+  const Pixel place = GetMenuPlace(item.GetBounds());
+  const int tag = item.GetTag();
+  return Staying(parts).OfferToObservers(
+      [=](NavigationBarObserver& each) { return each.OnItemFlyoutPressed(tag, place.x, place.y); });
+}
+
+bool NavigationBar::OnItemContextMenu(const ToolbarItem& item) {
+  const int tag = item.GetTag();
+  if (tag < TAG_MORE_CONTROLS || tag == TAG_FIRST_SEPARATOR || tag == TAG_SECOND_SEPARATOR) return false;
+  const Box2& lower = item.HasFlyoutItems() ? item.GetNonFlyoutIconBounds() : item.GetBounds();
+  const int x = GetMenuPlace(item.GetBounds()).x;
+  const int y = GetMenuPlace(lower).y;
+  return Staying(parts).OfferToObservers(
+      [=](NavigationBarObserver& each) { return each.OnItemContextMenu(tag, x, y); });
+}
+
+void NavigationBar::OnItemVisibilityChanged(const ToolbarItem& item) {
+  if (item.GetTag() != TAG_MORE_CONTROLS) return;
+  const bool shown = !item.IsExcluded();
+  Staying(parts).TellObservers(
+      [shown](NavigationBarObserver& each) { each.OnMoreControlsVisibilityChanged(shown); });
+}
+
+void NavigationBar::OnItemsPopulated() {
+  Staying(parts).TellObservers([](NavigationBarObserver& each) { each.OnItemsPopulated(); });
+}
+
+void NavigationBar::OnPopulateApplicationItems(ToolbarItem::List& items) {
+  Staying(parts).TellObservers(
+      [&items](NavigationBarObserver& each) { each.OnPopulateApplicationItems(items); });
+}
+
+// Whoever drags the bar off the cube unlinks it.
+void NavigationBar::OnPositionChanged(bool dragged) {
+  if (dragged) TakeLocation();
+  Staying(parts).TellObservers([dragged](NavigationBarObserver& each) { each.OnPositionChanged(dragged); });
+}
+
+}  // namespace Korvane

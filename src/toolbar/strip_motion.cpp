@@ -1,0 +1,81 @@
+#include "toolbar/strip_motion.h"
+
+#include <cmath>
+
+#include "korvane/math.h"
+#include "korvane/toolbar.h"
+
+namespace Korvane {
+
+namespace {
+
+constexpr double REGION_SCALE = 4.0;
+
+// A chain that moves is made anew: what it was to do is forgotten.
+void Jump(ChangingInTimeValueChain& chain, double target) {
+  if (chain.IsChangingInTime()) chain = ChangingInTimeValueChain();
+  if (chain.GetCount() == 0 || chain.GetValue() != target) chain.SetValue(target);
+}
+
+void Animate(ChangingInTimeValueChain& chain, double target, double seconds) {
+  if (chain.IsChangingInTime()) return;
+  const double from = chain.GetValue();
+  if (std::abs(target - from) > Math::EPSILON_VALUE) BeginWay(chain, from, target, seconds);
+}
+
+void Stop(ChangingInTimeValueChain& chain) {
+  chain.Stop();
+  Jump(chain, chain.GetValue());
+}
+
+}  // namespace
+
+// Read at once, so that a chain that is to stop has begun.
+void BeginWay(ChangingInTimeValueChain& chain, double from, double target, double seconds) {
+  ChangingInTimeValueChain way;
+  way.Add(ChangingInTimeValue(from, target, seconds, INTERPOLATION_EASED));
+  chain = way;
+  chain.Start();
+  chain.GetValue();
+}
+
+void StripMotion::SetCenter(const Vector2& center) {
+  if (!wantAnimation || !wantPosition) return JumpToCenter(center);
+  Animate(bounds.centerX, center.x, Toolbar::POSITION_ANIMATION_TIME);
+  Animate(bounds.centerY, center.y, Toolbar::POSITION_ANIMATION_TIME);
+  FollowWithRegion();
+}
+
+void StripMotion::SetExtent(const Vector2& half) {
+  const bool moves = wantAnimation && wantSize;
+  if (moves) {
+    Animate(bounds.extentX, half.x, Toolbar::SIZE_ANIMATION_TIME);
+    Animate(bounds.extentY, half.y, Toolbar::SIZE_ANIMATION_TIME);
+  } else {
+    Jump(bounds.extentX, half.x);
+    Jump(bounds.extentY, half.y);
+  }
+  FollowWithRegion();
+}
+
+void StripMotion::JumpToCenter(const Vector2& center) {
+  Jump(bounds.centerX, center.x);
+  Jump(bounds.centerY, center.y);
+  FollowWithRegion();
+}
+
+void StripMotion::Stop() {
+  for (ChangingInTimeValueChain* const chain :
+       {&bounds.centerX, &bounds.centerY, &bounds.extentX, &bounds.extentY})
+    Korvane::Stop(*chain);
+  FollowWithRegion();
+  wantPosition = wantSize = positionInProgress = sizeInProgress = false;
+}
+
+void StripMotion::FollowWithRegion() {
+  region = bounds;
+  region.extentX *= REGION_SCALE;
+  region.extentY *= REGION_SCALE;
+}
+
+}  // namespace Korvane

@@ -1,0 +1,95 @@
+#pragma once
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "korvane/camera_operations.h"
+#include "korvane/observer_set.h"
+#include "korvane/renderer_loans.h"
+#include "korvane/toolbar_observer.h"
+#include "toolbar/staying.h"
+#include "toolbar/strip_fade.h"
+#include "toolbar/strip_motion.h"
+#include "toolbar/strip_mouse.h"
+#include "toolbar/toolbar_layout.h"
+#include "toolbar/toolbar_painter.h"
+#include "toolbar/toolbar_place.h"
+
+namespace Korvane {
+
+/// What a toolbar is made of, by what changes together.
+struct ToolbarParts {
+  struct Partners {
+    Borrowed<CameraOperations> hub;
+    Borrowed<Renderer> renderer;
+    ObserverSet<ToolbarObserver> observers;
+  };
+
+  struct Life {
+    bool created = false;
+    bool visible = false;
+    bool disabled = false;
+    bool refreshPending = false;
+  };
+
+  struct Drag {
+    bool active = false;
+    Vector2 startOffset;  // the edge offset at the press
+  };
+
+  struct Textures {
+    explicit Textures(std::vector<TextureID> wanted) : ids(std::move(wanted)), loan(ids) {}
+
+    const std::vector<TextureID> ids;
+    TextureLoan loan;
+  };
+
+  using ItemsTold = std::vector<std::shared_ptr<ToolbarItem>>;
+
+  /// Lays out. The items that have come or gone with it.
+  ItemsTold Arrange();
+  /// True when the edge offset is another.
+  bool Constrain();
+  /// Brings items and opacity up to date with the mouse, and asks for a frame when any of it shows.
+  void Update();
+  /// True when the opacity changes.
+  bool UpdateOpacity();
+  double GetOpacityFromMouse() const;
+  /// The item that a release clicks now; null for none.
+  std::shared_ptr<ToolbarItem> FindClicked() const;
+  /// A drag goes back to where it began.
+  void EndPress();
+
+  /// Those of the strip and of all its items now; or gives back what is held.
+  void UpdateTextures(bool wanted);
+  void SetCursor(CursorID id) const;
+  void RequestUpdate() const;
+  bool CanDraw() const;
+  /// Be it only still on its way out.
+  bool IsShown() const { return life.visible || (fade.inProgress && fade.Get() > 0.0); }
+
+  Partners partners;
+  Life life;
+  StripLook look;
+  StripRoom room;
+  StripPlace place;
+  Vector2 halfSize;  // that the layout wants
+  StripSpacing spacing;
+  StripMotion motion;
+  StripFade fade;
+  StripMouse mouse;
+  Drag drag;
+  ToolbarItem::List items;
+  std::vector<StripItem> strip;  // the items as the layout sees them
+  std::unique_ptr<Textures> textures;
+  Lifeline lifeline;
+
+ private:
+  bool UpdateItems();
+  bool UpdateItemState(int index);
+  bool UpdateMouseArea();
+  void UpdateTooltip();
+};
+
+}  // namespace Korvane

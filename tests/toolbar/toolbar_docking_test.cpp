@@ -1,0 +1,260 @@
+#include <gtest/gtest.h>
+
+#include "toolbar/toolbar_scene.h"
+
+using namespace Korvane;
+
+namespace {
+
+class ToolbarDockingTest : public ToolbarScene, public ::testing::Test {
+ protected:
+  ToolbarDockingTest() { Start(); }
+
+  // Presses the grip and moves the centre of the strip to `center`, as far as it may go.
+  void DragTo(const Vector2& center) {
+    const Vector2 grip = Middle(1);
+    Press(grip);
+    cursor = grip + (center - Bounds().center);
+    Move(cursor);
+  }
+  void Drop() { Release(cursor); }
+
+  Vector2 cursor;
+};
+
+TEST_F(ToolbarDockingTest, the_grip_takes_the_strip_along) {
+  const Vector2 grip = Middle(1);
+  EXPECT_TRUE(Press(grip));
+  EXPECT_TRUE(toolbar.open.drag.active);
+  EXPECT_EQ(renderer.GetCursorID(), 3);
+  EXPECT_TRUE(journal.Take().empty());
+  hub.requested = 0;
+  EXPECT_TRUE(toolbar.OnMouseMove(static_cast<int>(grip.x) - 200, static_cast<int>(grip.y) + 50));
+  EXPECT_EQ(toolbar.GetEdgeOffset().y, 50 + std::floor(grip.y) - grip.y + (grip.y - std::floor(grip.y)));
+  EXPECT_EQ(Bounds().center, Vector2(582, 350));
+  EXPECT_GE(hub.requested, 1);
+  renderer.ClearCalls();
+  toolbar.Draw();
+  EXPECT_EQ(renderer.GetCursorID(), 3);
+}
+
+struct EdgeRow {
+  Vector2 center;
+  int position;
+  int orientation;
+  Vector2 docked;
+};
+
+// Vertical the strip is 36 wide; horizontal 36 high and 12 + 28 + 38 + 4 + 28 + 5 + 8 = 123 long.
+TEST_F(ToolbarDockingTest, docks_at_every_edge) {
+  const EdgeRow rows[] = {
+      {{60, 250}, 0, 0, {18, 250}},
+      {{300, 530}, 1, 1, {300, 582}},
+      {{700, 200}, 2, 0, {782, 200}},
+      {{300, 70}, 3, 1, {300, 18}},
+  };
+  for (const EdgeRow& row : rows) {
+    DragTo(row.center);
+    Drop();
+    EXPECT_EQ(toolbar.GetPosition(), row.position);
+    EXPECT_EQ(toolbar.open.place.orientation, row.orientation);
+    EXPECT_EQ(Bounds().center, row.docked);
+    EXPECT_EQ(renderer.GetCursorID(), 26);
+    EXPECT_EQ(journal.Count("dragged"), 1);
+    EXPECT_EQ(journal.Count("position"), 0);
+    EXPECT_FALSE(toolbar.open.drag.active);
+    EXPECT_FALSE(toolbar.IsMouseDownOnItem());
+    journal.Take();
+  }
+}
+
+TEST_F(ToolbarDockingTest, a_release_with_no_way_gone_stays) {
+  const Vector2 grip = Middle(1);
+  Press(grip);
+  EXPECT_TRUE(Release(grip));
+  EXPECT_EQ(toolbar.GetPosition(), 2);
+  EXPECT_EQ(Bounds().center, Vector2(782, 300));
+  EXPECT_EQ(journal.Take(), (Lines{"dragged"}));
+}
+
+TEST_F(ToolbarDockingTest, observers_find_the_new_place_and_then_it_travels_there) {
+  toolbar.SetWantAnimation(true);
+  DragTo({70, 250});
+  Vector2 told;
+  observer.onHear = [&](const std::string& line) {
+    if (line == "dragged") told = Bounds().center;
+  };
+  Drop();
+  EXPECT_EQ(toolbar.GetPosition(), 0);
+  EXPECT_EQ(toolbar.GetEdgeOffset(), Vector2(0, -50));
+  EXPECT_EQ(told, Vector2(18, 250));
+  EXPECT_EQ(Bounds().center, Vector2(70, 250));
+  platform.Advance(100);
+  EXPECT_NEAR(Bounds().center.x, 44, 1e-9);
+  EXPECT_EQ(Bounds().center.y, 250);
+  platform.Advance(101);
+  EXPECT_EQ(Bounds().center, Vector2(18, 250));
+}
+
+TEST_F(ToolbarDockingTest, a_strip_under_way_shows_no_items_and_asks_for_frames) {
+  toolbar.SetWantAnimation(true);
+  DragTo({70, 250});
+  Drop();
+  renderer.ClearCalls();
+  hub.requested = 0;
+  platform.Advance(100);
+  toolbar.Draw();
+  EXPECT_EQ(renderer.CountCalls("RenderResource"), 0);
+  EXPECT_GT(renderer.CountCalls("RenderGeometry"), 0);
+  EXPECT_GT(hub.requested, 0);
+  EXPECT_TRUE(toolbar.open.motion.positionInProgress);
+  // The region goes along.
+  const Box2 region = toolbar.open.motion.region;
+  EXPECT_EQ(region.center, Bounds().center);
+}
+
+// The mouse that rests where the button comes to is over it then.
+TEST_F(ToolbarDockingTest, corrects_the_items_once_it_has_arrived) {
+  toolbar.SetWantAnimation(true);
+  DragTo({70, 250});
+  Drop();
+  toolbar.OnMouseMove(18, 280);
+  journal.Take();
+  Settle();
+  EXPECT_FALSE(toolbar.open.motion.positionInProgress);
+  EXPECT_FALSE(toolbar.open.motion.wantPosition);
+  EXPECT_EQ(journal.Take(), (Lines{"entered 2"}));
+  Forget();
+  toolbar.Draw();
+  EXPECT_EQ(hub.requested, 0);
+  EXPECT_GT(renderer.CountCalls("RenderResource"), 0);
+}
+
+TEST_F(ToolbarDockingTest, jumps_where_no_animation_is_wanted) {
+  DragTo({70, 250});
+  Drop();
+  EXPECT_EQ(Bounds().center, Vector2(18, 250));
+  Forget();
+  toolbar.Draw();
+  EXPECT_FALSE(toolbar.open.motion.positionInProgress);
+}
+
+TEST_F(ToolbarDockingTest, a_change_of_the_viewport_is_no_journey) {
+  toolbar.SetWantAnimation(true);
+  DragTo({782, 300});
+  Drop();
+  Settle();
+  toolbar.SetViewportSize(1000, 700);
+  toolbar.Draw();
+  EXPECT_EQ(Bounds().center, Vector2(982, 350));
+}
+
+TEST_F(ToolbarDockingTest, a_strip_in_a_corner_is_on_the_edge_beside_it_once_its_grip_is_pressed) {
+  toolbar.SetPosition(Toolbar::POSITION_TOP_LEFT);
+  toolbar.SetCornerOffset({30, 10});
+  toolbar.Draw();
+  const Vector2 center = Bounds().center;
+  EXPECT_EQ(center, Vector2(48, 528.5));
+  journal.Take();
+  Press(Middle(1));
+  EXPECT_EQ(toolbar.GetPosition(), 0);
+  EXPECT_EQ(toolbar.GetEdgeOffset(), Vector2(30, 228.5));
+  EXPECT_EQ(journal.Take(), (Lines{"position"}));
+}
+
+TEST_F(ToolbarDockingTest, converts_a_corner_and_leaves_an_edge) {
+  EXPECT_FALSE(toolbar.ConvertToEdgePosition());
+  toolbar.SetPosition(Toolbar::POSITION_BOTTOM_RIGHT);
+  EXPECT_TRUE(toolbar.ConvertToEdgePosition());
+  EXPECT_EQ(toolbar.GetPosition(), 2);
+}
+
+TEST_F(ToolbarDockingTest, gives_way_to_the_cube_but_not_during_the_press) {
+  toolbar.SetOrientorBounds(Box2({740, 540}, {60, 60}));
+  toolbar.SetOrientorLocation(OrientorParameters::LOCATION_TOP_RIGHT);
+  DragTo({782, 500});
+  EXPECT_EQ(Bounds().center.y, 500);
+  Drop();
+  // 600 - 120 - 61.5, rounded down.
+  EXPECT_EQ(Bounds().center, Vector2(782, 418));
+}
+
+// 300 pixels high less 120 of the cube: 123 fit. A lower view takes more away and lays the strip beside.
+TEST_F(ToolbarDockingTest, gives_way_when_the_cube_comes) {
+  toolbar.SetEdgeOffset({0, 200});
+  toolbar.Draw();
+  EXPECT_EQ(Bounds().center.y, 500);
+  toolbar.SetOrientorBounds(Box2({740, 540}, {60, 60}));
+  toolbar.Draw();
+  EXPECT_EQ(Bounds().center.y, 418);
+}
+
+TEST_F(ToolbarDockingTest, keeps_below_the_ribbon) {
+  toolbar.SetPosition(Toolbar::POSITION_TOP);
+  toolbar.Draw();
+  EXPECT_EQ(Bounds().center, Vector2(400, 582));
+  toolbar.SetRibbonSize(500, 50);
+  toolbar.Draw();
+  EXPECT_EQ(Bounds().center, Vector2(400, 532));
+}
+
+// ---- drags that are cut short ----
+
+TEST_F(ToolbarDockingTest, a_strip_that_is_disabled_or_destroyed_in_a_drag_goes_back) {
+  DragTo({300, 250});
+  toolbar.SetDisabled(true);
+  EXPECT_FALSE(toolbar.open.drag.active);
+  EXPECT_EQ(renderer.GetCursorID(), 26);
+  toolbar.Draw();
+  EXPECT_EQ(Bounds().center, Vector2(782, 300));
+  EXPECT_FALSE(Release(cursor));
+  toolbar.SetDisabled(false);
+  EXPECT_FALSE(toolbar.OnMouseMove(300, 300));
+  EXPECT_EQ(journal.Count("dragged"), 0);
+
+  DragTo({300, 250});
+  toolbar.Destroy();
+  EXPECT_FALSE(toolbar.open.drag.active);
+  EXPECT_EQ(toolbar.GetEdgeOffset(), Vector2());
+}
+
+TEST_F(ToolbarDockingTest, a_host_may_choose_the_edge_when_it_hears_of_the_drag) {
+  observer.onHear = [&](const std::string& line) {
+    if (line == "dragged") toolbar.SetPosition(Toolbar::POSITION_RIGHT);
+  };
+  DragTo({70, 250});
+  Drop();
+  toolbar.Draw();
+  EXPECT_EQ(toolbar.GetPosition(), 2);
+  EXPECT_EQ(Bounds().center.x, 782);
+}
+
+// ---- positions ----
+
+TEST_F(ToolbarDockingTest, a_position_sets_the_orientation) {
+  for (int position = 0; position <= 7; ++position) {
+    toolbar.SetPosition(static_cast<Toolbar::Position>(position));
+    EXPECT_EQ(toolbar.GetPosition(), position);
+    EXPECT_EQ(toolbar.open.place.orientation, position == 1 || position == 3 ? 1 : 0) << position;
+  }
+  EXPECT_EQ(journal.Count("position"), 8);
+  for (const int bad : {-1, 8, 99}) toolbar.SetPosition(static_cast<Toolbar::Position>(bad));
+  EXPECT_EQ(toolbar.GetPosition(), 7);
+  toolbar.SetOrientation(Toolbar::ORIENTATION_HORIZONTAL);
+  EXPECT_EQ(toolbar.open.place.orientation, 1);
+  toolbar.SetOrientation(static_cast<Toolbar::Orientation>(7));
+  EXPECT_EQ(toolbar.open.place.orientation, 1);
+  EXPECT_EQ(journal.Count("position"), 8);
+}
+
+TEST_F(ToolbarDockingTest, ignores_numbers_that_are_not_finite) {
+  const double nan = std::nan("");
+  toolbar.SetEdgeOffset({nan, 0});
+  toolbar.SetCornerOffset({0, HUGE_VAL});
+  toolbar.SetOrientorBounds(Box2({nan, 0}, {1, 1}));
+  EXPECT_EQ(toolbar.GetEdgeOffset(), Vector2());
+  EXPECT_EQ(toolbar.open.place.cornerOffset, Vector2());
+  EXPECT_EQ(toolbar.open.room.orientorBounds.halfExtent, Vector2());
+}
+
+}  // namespace
