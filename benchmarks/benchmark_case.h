@@ -36,3 +36,5 @@ std::vector<BenchmarkCase*> GetFitCases();
 std::vector<BenchmarkCase*> GetCubeCases();
 /// A drag beside the same move of the hub alone, a mouse move beside the same of the cube alone.
 std::vector<BenchmarkCase*> GetViewManagerCases();
+/// Of twelve items, beside the same search, the same sum, and a copy of what is drawn.
+std::vector<BenchmarkCase*> GetToolbarCases();

@@ -14,6 +14,7 @@
 #include "benchmark_case.h"
 #include "benchmark_hub.h"
 #include "conversions.h"
+#include "frame_copy.h"
 #include "korvane/orientor.h"
 #include "support/counting_renderer.h"
 
@@ -144,36 +145,22 @@ class DrawCase : public MoveCase {
 
   void Restart() override {
     MoveCase::Restart();
-    const long before = renderer.vertexCount;
-    cube->Draw();
-    frameVertices = renderer.vertexCount - before;
-    copied = renderer.vertexCount;
-    source.assign(static_cast<std::size_t>(frameVertices) * FLOATS_A_VERTEX, 1.0F);
-    target = source;
+    copy.Restart(renderer, [this] { cube->Draw(); });
   }
 
   void StepLibrary() override { cube->Draw(); }
 
   void StepBare() override {
     MoveCase::StepBare();
-    std::memcpy(target.data(), source.data(), source.size() * sizeof(float));
-    benchmark::DoNotOptimize(target.data());
-    benchmark::ClobberMemory();
-    copied += frameVertices;
+    copy.Step();
   }
 
   bool Agrees() const override {
-    return renderer.vertexCount == copied && frameVertices > 0 &&
-           cube->GetActiveGeometryPart() == GetBareSelection();
+    return copy.Agrees(renderer) && cube->GetActiveGeometryPart() == GetBareSelection();
   }
 
  private:
-  static constexpr std::size_t FLOATS_A_VERTEX = 5;  // a place and a texture coordinate
-
-  long frameVertices = 0;
-  long copied = 0;
-  std::vector<float> source;
-  std::vector<float> target;
+  FrameCopy copy;
 };
 
 }  // namespace
