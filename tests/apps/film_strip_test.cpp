@@ -1,0 +1,154 @@
+// What the film strip costs on a building: a draw of the scene for each picture, once, and none while one
+// slides along it.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <memory>
+#include <string>
+
+#include "disc_wedges.h"
+#include "korvane/helm_disc_observer.h"
+#include "korvane/rewind_history.h"
+#include "tour_clock.h"
+#include "viewport.h"
+#include "zovhost/offscreen_target.h"
+#include "zovhost/scene.h"
+
+namespace {
+
+using Korvane::CameraParameters;
+using Korvane::RewindHistory;
+using Korvane::Vector3;
+using zovhost::WindowEvent;
+using Type = WindowEvent::Type;
+
+constexpr int WIDTH = 800;
+constexpr int HEIGHT = 600;
+constexpr int COUNT = 100;
+
+// A pointer that goes where it is set.
+class Hand : public zovhost::RendererHost {
+ public:
+  bool WarpPointer(int toX, int toY) override {
+    x = toX;
+    y = toY;
+    return true;
+  }
+  int x = WIDTH / 2;
+  int y = HEIGHT / 2;
+};
+
+class FilmStripTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    zovhost::Window::Options options;
+    options.offscreen = true;
+    std::string error;
+    window = zovhost::Window::Create(options, error);
+    ASSERT_NE(window, nullptr) << error;
+    view = std::make_unique<zovview::Viewport>(zovview::Viewport::Surroundings{[] {}, hand, [](int, int) {}});
+    view->GetRenderer().SetSceneDraw([this](const CameraParameters&, int, int) { ++sceneDraws; });
+    ASSERT_TRUE(view->Create());
+    ASSERT_TRUE(target.Create(WIDTH, HEIGHT, 0));
+    view->SetPlace(0, 0, WIDTH, HEIGHT, 1.0);
+    view->SetScene(*building);
+  }
+
+  RewindHistory& GetHistory() { return *view->GetDisc().GetHistory(); }
+
+  // As the camera on its way around the building; the last is the present view.
+  void Fill() {
+    const CameraParameters start = view->GetHub().GetView();
+    const Vector3 arm = start.eye - start.centre;
+    CameraParameters camera = start;
+    for (int i = 0; i < COUNT; ++i) {
+      const double angle = 0.02 * (i - COUNT);
+      const Vector3 turned(arm.x * std::cos(angle) - arm.y * std::sin(angle),
+                           arm.x * std::sin(angle) + arm.y * std::cos(angle), arm.z);
+      camera.eye = camera.centre + turned;
+      camera.up = Vector3(0, 0, 1);
+      GetHistory().AddHistoryElement(camera, nullptr);
+    }
+    view->GetHub().SetView(camera);
+  }
+
+  void Send(Type type) {
+    WindowEvent event;
+    event.type = type;
+    event.x = hand.x;
+    event.y = hand.y;
+    event.clicks = 1;
+    view->OnEvent(event);
+  }
+  void Frame() {
+    clock.Advance();
+    view->PerformFrame();
+    target.Bind();
+    view->DrawWidgets();
+  }
+
+  zovview::TourClock clock;
+  std::unique_ptr<zovhost::Scene> building = zovhost::MakeDemoBuilding();
+  Hand hand;
+  int sceneDraws = 0;  // for pictures; the frames are the host's own
+  std::unique_ptr<zovhost::Window> window;
+  zovhost::OffscreenTarget target;
+  std::unique_ptr<zovview::Viewport> view;
+};
+
+TEST_F(FilmStripTest, each_picture_costs_one_draw_of_the_scene) {
+  Fill();
+  EXPECT_EQ(GetHistory().GetElementCount(), COUNT);
+  EXPECT_EQ(sceneDraws, COUNT);
+  GetHistory().UpdateThumbnails();
+  EXPECT_EQ(sceneDraws, COUNT) << "all are there";
+}
+
+TEST_F(FilmStripTest, a_scrub_over_100_views_draws_the_scene_for_nothing_but_the_frames) {
+  Fill();
+  const CameraParameters newest = view->GetHub().GetView();
+  Send(Type::MouseMove);
+  Frame();
+  view->Run(*zovview::FindViewCommand("disc-full-navigation"));
+  Frame();
+  const auto rewind = static_cast<int>(Korvane::HelmDiscZone::Rewind);
+  ASSERT_TRUE(zovview::FindWedge(view->GetDisc(), rewind, hand.x, hand.y));
+  Send(Type::MouseMove);
+  Frame();
+  const int before = sceneDraws;
+  Send(Type::MouseDown);
+  CameraParameters first;
+  ASSERT_TRUE(GetHistory().GetElementCamera(0, first));
+  int moved = 0;
+  // 68 pixels from one to the next.
+  for (int step = 0; step < 68 * COUNT / 17 + 20; ++step) {
+    const Vector3 eye = view->GetHub().GetView().eye;
+    hand.x -= 17;
+    Send(Type::MouseMove);
+    Frame();
+    ASSERT_EQ(sceneDraws, before) << "step " << step;
+    if (view->GetHub().GetView().eye != eye) ++moved;
+  }
+  EXPECT_GT(moved, COUNT) << "the view follows between the pictures, too";
+  Send(Type::MouseUp);
+  Frame();
+  EXPECT_EQ(GetHistory().GetCurrentElementIndex(), 0);
+  EXPECT_LT((view->GetHub().GetView().eye - first.eye).Length(), 1e-9);
+  EXPECT_GT((view->GetHub().GetView().eye - newest.eye).Length(), 1.0);
+  EXPECT_EQ(sceneDraws, before);
+}
+
+TEST_F(FilmStripTest, a_move_costs_one_picture_and_gives_those_that_it_cuts_off_back) {
+  Fill();
+  ASSERT_TRUE(GetHistory().SetCurrentElementIndex(40));
+  CameraParameters camera;
+  ASSERT_TRUE(GetHistory().GetTransitionCamera(camera));
+  view->GetHub().SetView(camera);
+  const int before = sceneDraws;
+  view->Run(*zovview::FindViewCommand("top"));
+  for (int i = 0; i < 60; ++i) Frame();
+  EXPECT_EQ(GetHistory().GetElementCount(), 42);
+  EXPECT_EQ(sceneDraws, before + 1);
+}
+
+}  // namespace
