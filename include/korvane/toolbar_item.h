@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
@@ -50,8 +51,12 @@ class ZOVTOOLS_API ToolbarItem {
     /// Before the item at `index`; at the count, at the end. False, and nothing changed, beyond.
     bool InsertAt(int index, const ToolbarItem& item);
     /// For an index out of range an item that is in no list, new at each such call.
-    ToolbarItem& GetAt(int index);
-    const ToolbarItem& GetAt(int index) const;
+    ToolbarItem& GetAt(int index) {
+      return Has(index) ? *items[static_cast<std::size_t>(index)] : MakeStray();
+    }
+    const ToolbarItem& GetAt(int index) const {
+      return Has(index) ? *items[static_cast<std::size_t>(index)] : MakeStray();
+    }
     int GetCount() const { return static_cast<int>(items.size()); }
     bool IsEmpty() const { return items.empty(); }
     /// False for an index out of range.

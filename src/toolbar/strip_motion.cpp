@@ -9,8 +9,6 @@ namespace Korvane {
 
 namespace {
 
-constexpr double REGION_SCALE = 4.0;
-
 // A chain that moves is made anew: what it was to do is forgotten.
 void Jump(ChangingInTimeValueChain& chain, double target) {
   if (chain.IsChangingInTime()) chain = ChangingInTimeValueChain();

@@ -11,6 +11,8 @@ void BeginWay(ChangingInTimeValueChain& chain, double from, double target, doubl
 /// The bounds of a strip, which jump or move to where the layout wants them, and the region around them.
 class StripMotion {
  public:
+  static constexpr double REGION_SCALE = 4.0;  // of the region, to the bounds
+
   /// The other half size and the other centre come with them.
   void SetCenter(const Vector2& center);
   void SetExtent(const Vector2& half);

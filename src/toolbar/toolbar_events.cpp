@@ -15,7 +15,7 @@ bool Toolbar::OnMouseMove(int x, int y) {
   }
   const int before = now->mouse.overIndex;
   now->Update();
-  if (now) TellOfPointer(before);
+  if (now && now->mouse.overIndex != before) TellOfPointer(before);
   return now->mouse.downOnItem;
 }
 

@@ -47,14 +47,6 @@ bool ToolbarItem::List::InsertAt(int index, const ToolbarItem& item) {
   return true;
 }
 
-ToolbarItem& ToolbarItem::List::GetAt(int index) {
-  return Has(index) ? *items[static_cast<std::size_t>(index)] : MakeStray();
-}
-
-const ToolbarItem& ToolbarItem::List::GetAt(int index) const {
-  return Has(index) ? *items[static_cast<std::size_t>(index)] : MakeStray();
-}
-
 bool ToolbarItem::List::RemoveAt(int index) {
   if (!Has(index)) return false;
   items.erase(items.begin() + index);

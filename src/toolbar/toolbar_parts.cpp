@@ -85,8 +85,8 @@ bool ToolbarParts::Constrain() {
 // ---- the mouse ----
 
 void ToolbarParts::Update() {
-  const bool itemsChanged = UpdateItems();
   const bool nearnessChanged = UpdateMouseArea();
+  const bool itemsChanged = UpdateItems();
   const bool opacityChanged = UpdateOpacity();
   UpdateTooltip();
   if (life.visible && (itemsChanged || nearnessChanged || opacityChanged)) RequestUpdate();
@@ -103,7 +103,8 @@ bool ToolbarParts::UpdateItems() {
 bool ToolbarParts::UpdateItemState(int index) {
   ToolbarItem& item = items.GetAt(index);
   if (item.IsHidden() || item.IsExcluded()) return false;
-  const StripMouse::Effect effect = mouse.GetEffectOn(item, life.visible);
+  const bool reachable = life.visible && (mouse.pressed || mouse.inBounds);
+  const StripMouse::Effect effect = mouse.GetEffectOn(item, reachable);
   if (effect.over && !mouse.overItem) {
     mouse.overItem = true;
     mouse.overIndex = index;
@@ -119,8 +120,10 @@ bool ToolbarParts::UpdateMouseArea() {
   const bool wasInBounds = mouse.inBounds;
   const bool wasInRegion = mouse.inRegion;
   const Vector2 point = mouse.GetPoint();
-  mouse.inBounds = life.visible && motion.bounds.IsPointInside(point);
-  mouse.inRegion = life.visible && motion.region.IsPointInside(point);
+  const Box2 box = motion.bounds;
+  const Box2 region(box.center, box.halfExtent * StripMotion::REGION_SCALE);
+  mouse.inBounds = life.visible && box.IsPointInside(point);
+  mouse.inRegion = life.visible && region.IsPointInside(point);
   return mouse.inBounds != wasInBounds || mouse.inRegion != wasInRegion;
 }
 
