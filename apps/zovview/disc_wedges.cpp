@@ -21,14 +21,15 @@ constexpr double SAME_COLOUR = 0.14;
 
 std::vector<Vector2> FindPixels(const PixelIcon2D& map, const Vector3& colour) {
   const Vector2 middle = map.GetPosition();
-  const double reachX = map.GetWidth() / 2.0;
-  const double reachY = map.GetHeight() / 2.0;
+  const auto left = static_cast<int>(std::ceil(middle.x - map.GetWidth() / 2.0));
+  const auto bottom = static_cast<int>(std::ceil(middle.y - map.GetHeight() / 2.0));
   std::vector<Vector2> pixels;
   Vector3 found;
-  for (double y = std::ceil(middle.y - reachY); y < middle.y + reachY; ++y) {
-    for (double x = std::ceil(middle.x - reachX); x < middle.x + reachX; ++x) {
-      if (map.GetColor(Vector2(x, y), found) && (found - colour).Length() < SAME_COLOUR)
+  for (int y = bottom; y < middle.y + map.GetHeight() / 2.0; ++y) {
+    for (int x = left; x < middle.x + map.GetWidth() / 2.0; ++x) {
+      if (map.GetColor(Vector2(x, y), found) && (found - colour).Length() < SAME_COLOUR) {
         pixels.emplace_back(x, y);
+      }
     }
   }
   return pixels;

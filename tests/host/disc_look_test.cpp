@@ -63,4 +63,19 @@ INSTANTIATE_TEST_SUITE_P(Kinds, DiscLook,
                                            zovsheets::GetDiscKinds().end()),
                          [](const auto& kind) { return GetName(kind.param); });
 
+// ---- the film strip, the gauges of the wedges and what they show the place with ----
+
+class GaugeLook : public testing::TestWithParam<int> {};
+
+TEST_P(GaugeLook, is_as_it_was_on_a_fine_display) {
+  Image layer;
+  ASSERT_TRUE(ResourcePack::GetDefault()->RenderPicture(GetParam(), 2.0, layer));
+  Image image = zovsheets::MakeGround(zovsheets::Ground::Gradient, layer.width, layer.height);
+  zovsheets::Lay(layer, 0, 0, 1, image);
+  zovtest::ExpectStored(image, "gauges", "picture-" + std::to_string(GetParam()));
+}
+
+INSTANTIATE_TEST_SUITE_P(Pictures, GaugeLook, testing::Range(89, 102),
+                         [](const auto& picture) { return std::to_string(picture.param); });
+
 }  // namespace
