@@ -165,6 +165,14 @@ TEST_F(ToolbarEventsTest, a_press_that_is_dragged_off_and_released_outside_is_no
   for (const std::string& line : journal.Take()) EXPECT_EQ(line.find("clicked"), std::string::npos);
 }
 
+TEST_F(ToolbarEventsTest, an_item_that_is_disabled_while_it_is_pressed_is_not_clicked) {
+  Press(Middle(2));
+  toolbar.SetItemEnabled(2, false);
+  Move(Middle(2));
+  EXPECT_TRUE(Release(Middle(2)));
+  EXPECT_EQ(journal.Count("clicked 2"), 0);
+}
+
 TEST_F(ToolbarEventsTest, a_press_that_comes_back_is_a_click) {
   Press(Middle(2));
   Move(OUTSIDE);
