@@ -59,8 +59,9 @@ class ZOVTOOLS_API Tool {
   CameraOperations* GetKorvane() const { return cameraOperations; }
   Renderer* GetRenderer() const { return renderer; }
   RewindHistory* GetRewindHistory() const { return rewindHistory; }
-  void SetPivotBall(PivotBall* ball) { pivotBall = ball; }
-  PivotBall* GetPivotBall() const { return pivotBall; }
+  /// Borrowed, and forgotten when it goes.
+  void SetPivotBall(PivotBall* ball);
+  PivotBall* GetPivotBall() const { return pivotBall.Get(); }
   /// CURSOR_NONE asks for none.
   CursorID GetCursorID() const { return cursorID; }
   /// The note that follows the cursor, and the one that stands in the view. The renderer owns both.
@@ -115,7 +116,7 @@ class ZOVTOOLS_API Tool {
   bool wrapCursor = true;
   DynamicIcon2D* mouseHUD = nullptr;
   DynamicIcon2D* viewportHUD = nullptr;
-  PivotBall* pivotBall = nullptr;
+  Borrowed<PivotBall> pivotBall;
   int mouseX = -1;
   int mouseY = -1;
   int mouseDownX = 0;

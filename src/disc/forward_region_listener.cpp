@@ -174,8 +174,10 @@ void ForwardRegionListener::OnLeftMouseUp(int x, int y) {
   if (hit && !IsMouseDrag()) {
     release.Then([&] { Fly(); });
   } else {
-    flying = false;
-    operation.End();
+    release.Then([&] {
+      flying = false;
+      operation.End();
+    });
   }
 }
 

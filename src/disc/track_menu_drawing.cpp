@@ -13,6 +13,7 @@ constexpr double NOTE_DROP = 64.0;    // below the cursor
 
 // A coordinate that stands at the far edge stays there.
 double WrapIntoViewport(int coordinate, int size) {
+  if (size <= 0) return coordinate;  // while it was drawn, the view has lost its size
   if (coordinate < 0) return static_cast<double>(coordinate % size) + size;
   return coordinate > size ? coordinate % size : coordinate;
 }

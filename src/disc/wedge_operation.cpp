@@ -20,7 +20,7 @@ void WedgeOperation::Begin(CameraOperations& operated, int x, int y) {
 void WedgeOperation::BeginRecord(const DiscRegionListener& wedge) {
   if (!operating || hub.Get() == nullptr) return;
   const CameraParameters camera = QueryCamera(*hub.Get());
-  if (operating) record.Begin(wedge.GetHistory(), camera);
+  if (operating && !record.IsOpen()) record.Begin(wedge.GetHistory(), camera);
 }
 
 void WedgeOperation::Move(int x, int y) {
@@ -38,11 +38,13 @@ void WedgeOperation::EndOperation() {
   if (std::exchange(operating, false) && operated != nullptr) operated->EndOperation(type);
 }
 
+// What is to end is taken out first: the host may begin the next one meanwhile.
 void WedgeOperation::End() {
   const Borrowed<CameraOperations> ending(hub.Get());
   RewindRecord closing = std::move(record);
-  EndOperation();
+  const bool ends = std::exchange(operating, false);
   hub.Set(nullptr);
+  if (CameraOperations* const operated = ends ? ending.Get() : nullptr) operated->EndOperation(type);
   closing.End(ending.Get());
 }
 

@@ -62,10 +62,16 @@ void Renderer::DestroyUnusedStrings() {
   }
 }
 
+// While one is being loaded it counts as there and wanted: who applies the counts meanwhile neither loads it
+// again nor frees it.
 void Renderer::LoadWantedTextures() {
-  for (const auto& [id, count] : textureUsage) {
+  for (auto& [id, count] : textureUsage) {
     bool& loaded = textureLoaded[id];
-    if (count > 0 && !loaded) loaded = LoadTexture(id);
+    if (count == 0 || loaded) continue;
+    loaded = true;
+    ++count;
+    loaded = LoadTexture(id);
+    --count;
   }
 }
 

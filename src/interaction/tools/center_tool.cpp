@@ -65,7 +65,7 @@ void CenterTool::UpdatePivotPosition(int x, int y) {
       .Then([&] {
         onModel = found;
         if (found) camera.pivot = point;
-        PlacePivotBall(pivotBall, camera, found);
+        PlacePivotBall(pivotBall.Get(), camera, found);
       })
       .Apply(camera)
       .Then([&] { cameraOperations->RequestApplicationUpdate(); });
@@ -130,13 +130,13 @@ bool CenterTool::BeginCenterShot(Closing& closing) {
   shot.easeEnd = EASE_END;
   shot.duration = MOVE_DURATION;
   Flight(*this, shot).Then([&] { LabelPivotBall(); }).Then([&] {
-    if (pivotBall != nullptr) pivotBall->SetVisible(true);
+    if (PivotBall* const ball = pivotBall.Get()) ball->SetVisible(true);
   });
   return true;
 }
 
 void CenterTool::LabelPivotBall() {
-  if (pivotBall != nullptr) pivotBall->SetLabel(pivotLabel);
+  if (PivotBall* const ball = pivotBall.Get()) ball->SetLabel(pivotLabel);
 }
 
 void CenterTool::OnDraw() {

@@ -159,7 +159,7 @@ void LookAtTool::OnDraw() {
   } else if (animating) {
     SampleRecord();
   }
-  if (alive && pivotBall != nullptr) pivotBall->Draw();
+  if (PivotBall* const ball = alive ? pivotBall.Get() : nullptr) ball->Draw();
 }
 
 void LookAtTool::EndLookAt() {

@@ -110,7 +110,7 @@ bool RectZoomTool::BeginRectShot() {
       .Then([&] { pivot = PickPivot(camera); })
       .Then([&] { camera.pivot = pivot; })
       .Apply(camera)
-      .Then([&] { PlacePivotBall(pivotBall, camera, false); })
+      .Then([&] { PlacePivotBall(pivotBall.Get(), camera, false); })
       .Then([&] { begun = Flight(*this, MakeRectShot(camera)).HasBegun(); });
   return begun;
 }

@@ -6,6 +6,7 @@
 #include "camera/pixels.h"
 #include "korvane/camera_operations.h"
 #include "korvane/icon2d.h"
+#include "korvane/pivot_ball.h"
 #include "korvane/renderer.h"
 #include "korvane/shot_watch.h"
 #include "render/render_pass.h"
@@ -28,6 +29,7 @@ void Tool::SetKorvane(CameraOperations* hub) {
   recordedHub.Set(hub);
 }
 void Tool::SetRenderer(Renderer* value) { renderer = value; }
+void Tool::SetPivotBall(PivotBall* ball) { pivotBall.Set(ball); }
 
 // What was opened in another history closes while that is still there.
 void Tool::SetRewindHistory(RewindHistory* history) {

@@ -44,7 +44,7 @@ class Tool::Steps {
     return Apply(camera);
   }
   Steps& MarkPivot(const CameraParameters& camera) {
-    return Then([&] { PlacePivotBall(tool.pivotBall, camera, true); });
+    return Then([&] { PlacePivotBall(tool.pivotBall.Get(), camera, true); });
   }
   /// At a viewport pixel.
   Steps& BeginOperation(OperationType type, int x, int y) {
@@ -109,7 +109,7 @@ class Tool::Closing {
   Closing(Tool& owner, Pending)
       : tool(owner),
         hub(owner.cameraOperations),
-        ball(owner.pivotBall),
+        ball(owner.pivotBall.Get()),
         record(std::move(owner.record)),
         alive(owner.lifeline),
         within(std::exchange(owner.closingGesture, true)) {}
