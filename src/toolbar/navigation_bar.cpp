@@ -72,6 +72,7 @@ bool NavigationBar::Create() {
   if (now->location != LOCATION_LINKED) toolbar.Get()->SetPosition(GetPositionOf(now->location));
   toolbar.Get()->SetEdgeOffset(now->locationOffset);
   toolbar.Get()->SetVisible(now->visible);
+  toolbar.Get()->SetViewportSize(now->viewport.width, now->viewport.height);
   PopulateItems();
   const bool result = now && toolbar.Get() != nullptr && toolbar.Get()->Create();
   if (!now || toolbar.Get() == nullptr) return false;
@@ -153,6 +154,7 @@ void NavigationBar::TakeLocation() {
 // ---- what goes to the toolbar ----
 
 void NavigationBar::SetViewportSize(int width, int height) {
+  parts->viewport = {width, height};
   if (parts->toolbar != nullptr) parts->toolbar->SetViewportSize(width, height);
 }
 

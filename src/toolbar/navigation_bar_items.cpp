@@ -30,12 +30,13 @@ ToolbarItem MakeItem(const BarItem& row, Renderer* renderer) {
   return item;
 }
 
-// Whichever disc it shows.
-bool IsDiscButtonHidden(const Toolbar& toolbar) {
-  bool hidden = false;
-  for (const BarItem& disc : GetDiscItems())
-    hidden = hidden || (toolbar.IsFlyoutItemChosen(disc.tag) && toolbar.IsItemHidden(disc.tag));
-  return hidden;
+// The disc button has the tag of the disc that it shows; its first one stands for whichever that is.
+int GetPresentTag(const Toolbar& toolbar, int tag) {
+  if (tag != NavigationBar::TAG_FULL_NAVIGATION) return tag;
+  for (const BarItem& disc : GetDiscItems()) {
+    if (toolbar.IsFlyoutItemChosen(disc.tag)) return disc.tag;
+  }
+  return tag;
 }
 
 }  // namespace
@@ -116,23 +117,27 @@ bool NavigationBar::SetItemExcluded(int tag, bool excluded) {
     now->orientorExcluded = excluded;
     excluded = excluded || now->orientorShown;
   }
-  if (now->toolbar == nullptr || !now->toolbar->SetItemExcluded(tag, excluded)) return false;
+  if (now->toolbar == nullptr) return false;
+  if (!now->toolbar->SetItemExcluded(GetPresentTag(*now->toolbar, tag), excluded)) return false;
   if (now) HideLonelySeparators();
   return true;
 }
 
 void NavigationBar::HideLonelySeparators() {
   const Staying now(parts);
-  const bool lonely = now->toolbar != nullptr && now->toolbar->IsItemHidden(TAG_ORIENTOR) &&
-                      IsDiscButtonHidden(*now->toolbar) && now->toolbar->IsItemHidden(TAG_STORYBOARD);
-  if (!lonely) return;
+  if (now->toolbar == nullptr) return;
+  const Toolbar& toolbar = *now->toolbar;
+  const int discs = GetPresentTag(toolbar, TAG_FULL_NAVIGATION);
+  for (const int tag : {int{TAG_ORIENTOR}, discs, int{TAG_STORYBOARD}}) {
+    if (!toolbar.IsItemHidden(tag)) return;
+  }
   now->toolbar->SetItemExcluded(TAG_FIRST_SEPARATOR, true);
   if (now->toolbar != nullptr) now->toolbar->SetItemExcluded(TAG_SECOND_SEPARATOR, true);
 }
 
 bool NavigationBar::IsItemExcluded(int tag) {
   if (tag == TAG_ORIENTOR) return parts->orientorExcluded;
-  return parts->toolbar != nullptr && parts->toolbar->IsItemExcluded(tag);
+  return parts->toolbar != nullptr && parts->toolbar->IsItemExcluded(GetPresentTag(*parts->toolbar, tag));
 }
 
 // ---- as the toolbar ----

@@ -22,6 +22,11 @@ struct NavigationBarParts {
     ObserverSet<NavigationBarObserver> observers;
   };
 
+  struct Viewport {
+    int width = 0;
+    int height = 0;
+  };
+
   NavigationBarParts();
 
   void RequestUpdate() const {
@@ -33,6 +38,7 @@ struct NavigationBarParts {
   std::unique_ptr<NavigationBarToolbarObserver> toolbarObserver;
   NavigationBar::Location location = NavigationBar::LOCATION_LINKED;
   Vector2 locationOffset;
+  Viewport viewport;  // as last told, for a toolbar that comes later
   bool visible = true;
   bool orientorShown = false;
   bool orientorExcluded = false;  // the host's wish for the button that stands in for the cube

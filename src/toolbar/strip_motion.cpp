@@ -15,10 +15,13 @@ void Jump(ChangingInTimeValueChain& chain, double target) {
   if (chain.GetCount() == 0 || chain.GetValue() != target) chain.SetValue(target);
 }
 
-void Animate(ChangingInTimeValueChain& chain, double target, double seconds) {
-  if (chain.IsChangingInTime()) return;
+// Whether a way begins.
+bool Animate(ChangingInTimeValueChain& chain, double target, double seconds) {
+  if (chain.IsChangingInTime()) return false;
   const double from = chain.GetValue();
-  if (std::abs(target - from) > Math::EPSILON_VALUE) BeginWay(chain, from, target, seconds);
+  if (!(std::abs(target - from) > Math::EPSILON_VALUE)) return false;
+  BeginWay(chain, from, target, seconds);
+  return true;
 }
 
 void Stop(ChangingInTimeValueChain& chain) {
@@ -39,16 +42,18 @@ void BeginWay(ChangingInTimeValueChain& chain, double from, double target, doubl
 
 void StripMotion::SetCenter(const Vector2& center) {
   if (!wantAnimation || !wantPosition) return JumpToCenter(center);
-  Animate(bounds.centerX, center.x, Toolbar::POSITION_ANIMATION_TIME);
-  Animate(bounds.centerY, center.y, Toolbar::POSITION_ANIMATION_TIME);
+  const bool across = Animate(bounds.centerX, center.x, Toolbar::POSITION_ANIMATION_TIME);
+  const bool up = Animate(bounds.centerY, center.y, Toolbar::POSITION_ANIMATION_TIME);
+  positionInProgress = positionInProgress || across || up;  // its first frame may come after its end
   FollowWithRegion();
 }
 
 void StripMotion::SetExtent(const Vector2& half) {
   const bool moves = wantAnimation && wantSize;
   if (moves) {
-    Animate(bounds.extentX, half.x, Toolbar::SIZE_ANIMATION_TIME);
-    Animate(bounds.extentY, half.y, Toolbar::SIZE_ANIMATION_TIME);
+    const bool wider = Animate(bounds.extentX, half.x, Toolbar::SIZE_ANIMATION_TIME);
+    const bool higher = Animate(bounds.extentY, half.y, Toolbar::SIZE_ANIMATION_TIME);
+    sizeInProgress = sizeInProgress || wider || higher;
   } else {
     Jump(bounds.extentX, half.x);
     Jump(bounds.extentY, half.y);

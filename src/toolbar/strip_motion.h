@@ -29,6 +29,15 @@ class StripMotion {
     return IsCenterMoving() || IsExtentMoving() || positionInProgress || sizeInProgress;
   }
   bool HasExtent() const { return bounds.extentX.GetValue() > 0.0 || bounds.extentY.GetValue() > 0.0; }
+  /// The next change is no move, but for one that the last layout has begun.
+  void EndTravel() {
+    wantPosition = false;
+    positionInProgress = IsCenterMoving();
+  }
+  void EndGrowth() {
+    wantSize = false;
+    sizeInProgress = IsExtentMoving();
+  }
   /// Everything at its end.
   void Stop();
 

@@ -68,21 +68,25 @@ bool Toolbar::DrawOpacityAnimation() {
 
 bool Toolbar::DrawPositionAnimation() {
   const Staying now(parts);
-  const bool moving = now->motion.IsCenterMoving();
-  if (!moving) now->motion.wantPosition = false;
-  if (!GoesOn(moving, now->motion.positionInProgress)) return false;
-  RecalculateLayout();
-  if (now) now->Constrain();
-  return true;
+  StripMotion& motion = now->motion;
+  const bool moving = motion.IsCenterMoving();
+  const bool changed = GoesOn(moving, motion.positionInProgress);
+  if (changed) RecalculateLayout();
+  if (changed && now) now->Constrain();
+  if (!now || moving) return true;
+  motion.EndTravel();
+  return changed;
 }
 
 bool Toolbar::DrawSizeAnimation() {
   const Staying now(parts);
-  const bool moving = now->motion.IsExtentMoving();
-  if (!moving) now->motion.wantSize = false;
-  if (!GoesOn(moving, now->motion.sizeInProgress)) return false;
-  RecalculateLayout();
-  return true;
+  StripMotion& motion = now->motion;
+  const bool moving = motion.IsExtentMoving();
+  const bool changed = GoesOn(moving, motion.sizeInProgress);
+  if (changed) RecalculateLayout();
+  if (!now || moving) return true;
+  motion.EndGrowth();
+  return changed;
 }
 
 }  // namespace Korvane

@@ -128,6 +128,7 @@ bool ToolbarParts::UpdateMouseArea() {
 }
 
 bool ToolbarParts::UpdateOpacity() {
+  if (!life.visible) return fade.IsMoving();  // on its way out it follows no mouse
   const CameraOperations* const hub = partners.hub.Get();
   const bool away = life.disabled || (hub != nullptr && hub->GetApplicationParameters().mouse_drag);
   const double target = away ? static_cast<double>(fade.minimum) : GetOpacityFromMouse();

@@ -327,6 +327,31 @@ TEST_F(NavigationBarTest, the_separators_go_whichever_disc_the_button_shows) {
   EXPECT_TRUE(bar.GetToolbar()->IsItemHidden(44));
 }
 
+TEST_F(NavigationBarTest, the_first_tag_of_the_disc_button_hides_it_whichever_disc_it_shows) {
+  Start();
+  bar.SetActiveHelmDisc(DiscType::TwoD);
+  EXPECT_TRUE(bar.SetItemExcluded(6, true));
+  EXPECT_TRUE(bar.GetToolbar()->IsItemHidden(12));
+  EXPECT_TRUE(bar.IsItemExcluded(6));
+  bar.SetItemExcluded(13, true);
+  bar.SetItemExcluded(5, true);
+  EXPECT_TRUE(bar.GetToolbar()->IsItemHidden(44));
+  EXPECT_TRUE(bar.SetItemExcluded(6, false));
+  EXPECT_FALSE(bar.GetToolbar()->IsItemHidden(12));
+}
+
+TEST_F(NavigationBarTest, a_size_that_was_told_before_there_is_a_toolbar_is_not_lost) {
+  bar.SetViewportSize(640, 480);
+  Start();
+  bar.SetViewportSize(640, 480);
+  bar.Destroy();
+  bar.Create();
+  bar.Draw();
+  const Box2 bounds = bar.GetToolbar()->GetToolbarBounds();
+  EXPECT_GT(bounds.center.x, 500.0);  // at the right edge of 640
+  EXPECT_LT(bounds.center.x, 640.0);
+}
+
 // What there is merely no room for comes back.
 TEST_F(NavigationBarTest, the_separators_stay_where_only_room_is_wanting) {
   Start(60);

@@ -130,6 +130,40 @@ TEST_F(ToolbarDockingTest, corrects_the_items_once_it_has_arrived) {
   EXPECT_GT(renderer.CountCalls("RenderResource"), 0);
 }
 
+// A heavy scene: no frame comes while the strip is under way.
+TEST_F(ToolbarDockingTest, brings_the_items_though_its_first_frame_comes_after_the_journey) {
+  toolbar.SetWantAnimation(true);
+  DragTo({70, 250});
+  Drop();
+  platform.Advance(500);
+  toolbar.OnMouseMove(400, 300);
+  toolbar.Draw();
+  toolbar.Draw();
+  EXPECT_EQ(Bounds().center, Vector2(18, 250));
+  EXPECT_EQ(Item(2).GetBounds().center.x, 18.0);
+  EXPECT_FALSE(toolbar.open.motion.positionInProgress);
+  renderer.ClearCalls();
+  toolbar.Draw();
+  EXPECT_GT(renderer.CountCalls("RenderResource"), 0);
+}
+
+// The journey has gone to where the edge was; the last layout of it sees where it is now.
+TEST_F(ToolbarDockingTest, travels_on_to_an_edge_that_has_moved_meanwhile) {
+  toolbar.SetWantAnimation(true);
+  DragTo({400, 20});  // towards the bottom
+  Drop();
+  platform.Advance(100);
+  toolbar.Draw();
+  const Vector2 before = Bounds().center;
+  toolbar.SetViewportSize(1000, 700);
+  toolbar.Draw();
+  Settle();
+  EXPECT_FALSE(toolbar.open.motion.wantPosition);
+  EXPECT_FALSE(toolbar.open.motion.positionInProgress);
+  EXPECT_NE(Bounds().center, before);
+  EXPECT_EQ(Item(2).GetBounds().center.y, Bounds().center.y);
+}
+
 TEST_F(ToolbarDockingTest, jumps_where_no_animation_is_wanted) {
   DragTo({70, 250});
   Drop();
