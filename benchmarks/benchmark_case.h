@@ -38,3 +38,6 @@ std::vector<BenchmarkCase*> GetCubeCases();
 std::vector<BenchmarkCase*> GetViewManagerCases();
 /// Of twelve items, beside the same search, the same sum, and a copy of what is drawn.
 std::vector<BenchmarkCase*> GetToolbarCases();
+/// On the way through the view manager, beside the same search in the same picture; a slide along a film
+/// strip, beside the sum of two views; a draw, beside the corners of what is drawn.
+std::vector<BenchmarkCase*> GetDiscCases();

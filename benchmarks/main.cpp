@@ -96,7 +96,7 @@ int main(int argc, char** argv) {
 
   std::vector<BenchmarkCase*> cases;
   for (const auto& group : {GetFrameCases(), GetPickCases(), GetShotCases(), GetFitCases(), GetCubeCases(),
-                            GetViewManagerCases(), GetToolbarCases()}) {
+                            GetViewManagerCases(), GetToolbarCases(), GetDiscCases()}) {
     cases.insert(cases.end(), group.begin(), group.end());
   }
 
