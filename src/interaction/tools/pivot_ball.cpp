@@ -125,24 +125,28 @@ void PivotBall::Draw() {
   if (label.Get() != nullptr) {
     UpdateLabelPosition(camera, parameters.viewport_width, parameters.viewport_height);
   }
+  const Lifeline::Watch alive(lifeline);
   DrawBall();
-  DrawLabel();
+  if (alive) DrawLabel();
 }
 
+// A disc that the host destroys while it draws takes its ball with it.
 void PivotBall::DrawBall() {
+  const Lifeline::Watch alive(lifeline);
   const FullViewPass pass(renderer, *cameraOperations, Renderer::RENDER_SCENE);
-  if (!pass) return;
   for (const int drawMode : {Renderer::DRAW_THROUGH, Renderer::DRAW_QUADS}) {
+    if (!pass || !alive) return;
     shadowBall->GetMaterial().drawMode = drawMode;
     pass->Render(shadowBall.get());
   }
-  pass->Render(ball.get());
+  if (alive) pass->Render(ball.get());
 }
 
 void PivotBall::DrawLabel() {
   if (label.Get() == nullptr || cameraOperations == nullptr) return;
+  const Lifeline::Watch alive(lifeline);
   const FullViewPass pass(renderer, *cameraOperations);
-  DynamicIcon2D* const text = label.Get();
+  DynamicIcon2D* const text = alive ? label.Get() : nullptr;
   if (pass && text != nullptr) pass->Render(text);
 }
 
