@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <functional>
 #include <iterator>
+#include <limits>
 #include <memory>
 #include <string>
 #include <utility>
@@ -79,7 +80,7 @@ class OneColourRenderer : public CountingRenderer {
   PixelIcon2D* CreateImageData(TextureID /*id*/) override {
     MapImage image(100, 100);
     image.Fill(0, 0, 100, 100, DiscScene::ToByte(colour.x), DiscScene::ToByte(colour.y),
-               DiscScene::ToByte(colour.z));
+               DiscScene::ToByte(colour.z), opaque ? 255 : 0);
     return image.MakeIcon().release();
   }
   bool QueryRaySceneIntersection(const Vector3& /*origin*/, const Vector3& /*direction*/,
@@ -104,6 +105,7 @@ class OneColourRenderer : public CountingRenderer {
   }
 
   Vector3 colour;
+  bool opaque = true;
 
  private:
   bool Heard(bool answer) {
@@ -157,9 +159,8 @@ struct WedgeView {
   static constexpr int ELEMENTS = 100;
 
   explicit WedgeView(const Wedge& pointedAt) : wedge(pointedAt), hub(moment), renderer(moment) {
-    hub.GetApplicationParameters().viewport_width = 800;
-    hub.GetApplicationParameters().viewport_height = 600;
     MakeDisc();
+    Resize(800, 600);
     Open(wedge.disc, wedge.colour);
     if (wedge.key != NO_KEY) disc->OnKeyDown(wedge.key);
     Move(400, 300);
@@ -199,6 +200,11 @@ struct WedgeView {
         return regions[i].listener.kind;
     }
     return DiscListenerKind::Null;  // of the disabled region
+  }
+  void Resize(int width, int height) {
+    hub.GetApplicationParameters().viewport_width = width;
+    hub.GetApplicationParameters().viewport_height = height;
+    disc->SetViewportSize(width, height);
   }
   void Press() {
     if (disc != nullptr) disc->OnLeftMouseDown(400, 300);
@@ -351,6 +357,94 @@ TEST_P(EveryWedge, bears_a_host_that_deletes_the_disc_as_an_operation_begins) {
   const bool operates = std::find(std::begin(WITHOUT_OPERATION), std::end(WITHOUT_OPERATION),
                                   GetParam().kind) == std::end(WITHOUT_OPERATION);
   EXPECT_EQ(acted > 0, operates);
+}
+
+// ---- what no host should hand over ----
+
+// A press has its way also on a disc that the eye cannot find.
+TEST_P(EveryWedge, bears_a_disc_of_any_size_in_a_view_of_any_size) {
+  struct {
+    int disc;
+    int width;
+    int height;
+  } const rows[] = {{0, 800, 600}, {-7, 800, 600}, {4096, 800, 600}, {128, 0, 0},
+                    {128, 0, 600}, {128, 800, 0},  {0, 0, 0},        {4096, 1, 1}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(std::to_string(row.disc) + " in " + std::to_string(row.width) + " x " +
+                 std::to_string(row.height));
+    WedgeView view(GetParam());
+    view.FillHistory(5);
+    view.disc->SetLargeDiscSize(row.disc);
+    view.disc->SetMiniDiscSize(row.disc);
+    view.Resize(row.width, row.height);
+    view.Frame();
+    view.Press();
+    view.Drag();
+    view.Release();
+    view.Frame();
+    EXPECT_TRUE(view.hub.view.IsFinite());
+    view.Resize(800, 600);
+    view.disc->SetLargeDiscSize(128);
+    ExpectAtRest(view);
+    ExpectAnotherDiscWorks(view);
+  }
+}
+
+TEST_P(EveryWedge, keeps_no_camera_that_is_none) {
+  constexpr double NAN_VALUE = std::numeric_limits<double>::quiet_NaN();
+  for (const Step lost : STEPS) {
+    WedgeView view(GetParam());
+    view.FillHistory(5);
+    for (const Step step : STEPS) {
+      const CameraParameters before = view.hub.view;
+      if (step == lost) view.hub.view.eye.y = NAN_VALUE;
+      (view.*step)();
+      if (step == lost) view.hub.view = before;
+    }
+    ExpectAtRest(view);
+    RewindHistory& history = *view.disc->GetHistory();
+    EXPECT_GE(history.GetElementCount(), 5);
+    for (int i = 0; i < history.GetElementCount(); ++i) {
+      CameraParameters kept;
+      ASSERT_TRUE(history.GetElementCamera(i, kept));
+      EXPECT_TRUE(kept.IsFinite()) << "element " << i;
+    }
+    ExpectAnotherDiscWorks(view);
+  }
+}
+
+// The map has no region; the disc keeps the one that it has, and stays where it is.
+TEST_P(EveryWedge, stays_on_a_map_that_is_transparent_everywhere) {
+  WedgeView view(GetParam());
+  view.renderer.opaque = false;
+  view.disc->SetActiveDisc(DiscType::None);
+  view.Open(GetParam().disc, GetParam().colour);
+  ASSERT_EQ(view.disc->GetActiveDisc(), GetParam().disc);
+  TrackMenu& menu = *view.disc->GetActiveTrackMenu();
+  const RegionListener* const first = menu.GetActiveRegion().listener;
+  view.Move(430, 320);
+  view.Frame();
+  EXPECT_EQ(menu.GetActiveRegion().listener, first);
+  view.Press();
+  view.Drag();
+  view.Release();
+  view.renderer.opaque = true;
+  ExpectAtRest(view);
+  ExpectAnotherDiscWorks(view);
+}
+
+TEST_P(EveryWedge, a_region_without_a_listener_does_nothing) {
+  WedgeView view(GetParam());
+  TrackMenu::Region mute = view.disc->GetActiveTrackMenu()->GetActiveRegion();
+  mute.listener = nullptr;
+  view.disc->GetActiveTrackMenu()->SetActiveRegion(mute);
+  view.Press();
+  EXPECT_FALSE(view.hub.IsOperating());
+  EXPECT_TRUE(view.disc->GetActiveTrackMenu()->GetVisible());
+  view.Release();
+  EXPECT_FALSE(view.hub.IsOperating());
+  EXPECT_EQ(view.disc->GetActiveDisc(), GetParam().disc);
+  ExpectAnotherDiscWorks(view);
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, EveryWedge, ::testing::ValuesIn(WEDGES),
