@@ -3,7 +3,7 @@
 namespace Korvane {
 class HelmDisc;
 class TrackMenu;
-class Vector3;
+struct Vector3;
 }  // namespace Korvane
 
 namespace zovview {
