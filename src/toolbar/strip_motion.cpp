@@ -45,7 +45,6 @@ void StripMotion::SetCenter(const Vector2& center) {
   const bool across = Animate(bounds.centerX, center.x, Toolbar::POSITION_ANIMATION_TIME);
   const bool up = Animate(bounds.centerY, center.y, Toolbar::POSITION_ANIMATION_TIME);
   positionInProgress = positionInProgress || across || up;  // its first frame may come after its end
-  FollowWithRegion();
 }
 
 void StripMotion::SetExtent(const Vector2& half) {
@@ -58,27 +57,18 @@ void StripMotion::SetExtent(const Vector2& half) {
     Jump(bounds.extentX, half.x);
     Jump(bounds.extentY, half.y);
   }
-  FollowWithRegion();
 }
 
 void StripMotion::JumpToCenter(const Vector2& center) {
   Jump(bounds.centerX, center.x);
   Jump(bounds.centerY, center.y);
-  FollowWithRegion();
 }
 
 void StripMotion::Stop() {
   for (ChangingInTimeValueChain* const chain :
        {&bounds.centerX, &bounds.centerY, &bounds.extentX, &bounds.extentY})
     Korvane::Stop(*chain);
-  FollowWithRegion();
   wantPosition = wantSize = positionInProgress = sizeInProgress = false;
-}
-
-void StripMotion::FollowWithRegion() {
-  region = bounds;
-  region.extentX *= REGION_SCALE;
-  region.extentY *= REGION_SCALE;
 }
 
 }  // namespace Korvane

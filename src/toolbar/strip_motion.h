@@ -8,10 +8,13 @@ namespace Korvane {
 /// From where it is to `target`, beginning now.
 void BeginWay(ChangingInTimeValueChain& chain, double from, double target, double seconds);
 
-/// The bounds of a strip, which jump or move to where the layout wants them, and the region around them.
+/// The bounds of a strip, which jump or move to where the layout wants them.
 class StripMotion {
  public:
   static constexpr double REGION_SCALE = 4.0;  // of the region, to the bounds
+
+  /// Where the mouse is near the strip.
+  static Box2 GetRegionAround(const Box2& strip) { return {strip.center, strip.halfExtent * REGION_SCALE}; }
 
   /// The other half size and the other centre come with them.
   void SetCenter(const Vector2& center);
@@ -42,15 +45,11 @@ class StripMotion {
   void Stop();
 
   ChangingInTimeBox2 bounds;
-  ChangingInTimeBox2 region;
   bool wantAnimation = false;
   bool wantPosition = false;  // the next change of place is a move
   bool wantSize = false;
   bool positionInProgress = false;
   bool sizeInProgress = false;
-
- private:
-  void FollowWithRegion();
 };
 
 }  // namespace Korvane

@@ -121,9 +121,8 @@ bool ToolbarParts::UpdateMouseArea() {
   const bool wasInRegion = mouse.inRegion;
   const Vector2 point = mouse.GetPoint();
   const Box2 box = motion.bounds;
-  const Box2 region(box.center, box.halfExtent * StripMotion::REGION_SCALE);
   mouse.inBounds = life.visible && box.IsPointInside(point);
-  mouse.inRegion = life.visible && region.IsPointInside(point);
+  mouse.inRegion = life.visible && StripMotion::GetRegionAround(box).IsPointInside(point);
   return mouse.inBounds != wasInBounds || mouse.inRegion != wasInRegion;
 }
 

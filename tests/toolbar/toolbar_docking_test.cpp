@@ -108,9 +108,15 @@ TEST_F(ToolbarDockingTest, a_strip_under_way_shows_no_items_and_asks_for_frames)
   EXPECT_GT(renderer.CountCalls("RenderGeometry"), 0);
   EXPECT_GT(hub.requested, 0);
   EXPECT_TRUE(toolbar.open.motion.positionInProgress);
-  // The region goes along.
-  const Box2 region = toolbar.open.motion.region;
-  EXPECT_EQ(region.center, Bounds().center);
+  // The region, of four times the size, goes along.
+  const Box2 strip = Bounds();
+  const auto move = [&](double halves) {
+    toolbar.OnMouseMove(static_cast<int>(strip.center.x + halves * strip.halfExtent.x),
+                        static_cast<int>(strip.center.y));
+    return toolbar.IsMouseInRegion();
+  };
+  EXPECT_TRUE(move(3.5));
+  EXPECT_FALSE(move(4.5));
 }
 
 // The mouse that rests where the button comes to is over it then.
