@@ -9,9 +9,11 @@
 #include "korvane/look_move_tool.h"
 #include "korvane/orbit_tool.h"
 #include "korvane/pan_tool.h"
+#include "korvane/pixel_icon2d.h"
 #include "korvane/rect_zoom_tool.h"
 #include "korvane/walk_tool.h"
 #include "korvane/zoom_tool.h"
+#include "zovhost/resource_pack.h"
 
 namespace scenarios {
 
@@ -32,7 +34,7 @@ Korvane::CameraParameters MakeCamera(bool orthographic) {
   camera.eye = camera.centre + Vector3(0.5, -0.75, 0.45).Normalized() * distance;
   camera.up = Vector3(0, 0, 1);
   const double tangent = std::tan(HALF_ANGLE * Math::DEG_TO_RAD);
-  const double aspect = static_cast<double>(HouseView::WIDTH) / HouseView::HEIGHT;
+  const double aspect = static_cast<double>(HouseViewport::WIDTH) / HouseViewport::HEIGHT;
   camera.SetVerticalFOV(HALF_ANGLE);
   camera.SetHorizontalFOV(std::atan(tangent * aspect) * Math::RAD_TO_DEG);
   camera.ortho_height = 2.0 * tangent * distance;
@@ -72,11 +74,37 @@ bool HouseRenderer::QueryRaySceneIntersection(const Vector3& origin, const Vecto
   return true;
 }
 
+Korvane::PixelIcon2D* HouseRenderer::CreateImageData(Korvane::TextureID id) {
+  zovhost::Image image;
+  if (!hasRegionMaps) return RecordingRenderer::CreateImageData(id);
+  if (!zovhost::ResourcePack::GetDefault()->RenderHitMap(id, image)) return nullptr;
+  return new Korvane::PixelIcon2D(image.width, image.height, image.rgba.data(),
+                                  Korvane::PixelIcon2D::PIXEL_FORMAT_RGBA);
+}
+
 OpenDisc::OpenDisc() : record(new RecordingHistory) { GetParts().history.reset(record); }
 OpenDisc::~OpenDisc() = default;
 
-HouseView::HouseView(bool orthographic) : hub(MakeCamera(orthographic)) {
-  EnterHouse(hub);
+HouseViewport::HouseViewport(bool orthographic) : hub(MakeCamera(orthographic)) { EnterHouse(hub); }
+
+Vector2 HouseViewport::PixelOf(const Vector3& point) const {
+  Vector2 pixel(1e9, 1e9);
+  zovhost::Projection(hub.view, 0.001, 1e6).WorldToPixel(point, WIDTH, HEIGHT, pixel);
+  return pixel;
+}
+
+bool HouseViewport::PointAt(int x, int y, Vector3& point) const {
+  Vector3 origin;
+  Vector3 direction;
+  const zovhost::Projection projection(hub.view, 0.001, 1e6);
+  if (!projection.PixelToRay(Vector2(x, y), WIDTH, HEIGHT, origin, direction)) return false;
+  zovhost::Scene::Hit found;
+  if (!GetHouse().Intersect(origin, direction, found)) return false;
+  point = found.point;
+  return true;
+}
+
+HouseView::HouseView(bool orthographic) : HouseViewport(orthographic) {
   manager = std::make_unique<EagerViewManager>();
   manager->SetKorvane(&hub);
   manager->SetRenderer(&renderer);
@@ -137,23 +165,6 @@ void HouseView::Drag(int fromX, int fromY, int toX, int toY, int steps, unsigned
 void HouseView::Notch(int x, int y, int notches, unsigned milliseconds) {
   manager->OnMouseWheel(x, y, 120 * notches);
   Frame(milliseconds);
-}
-
-Vector2 HouseView::PixelOf(const Vector3& point) const {
-  Vector2 pixel(1e9, 1e9);
-  zovhost::Projection(hub.view, 0.001, 1e6).WorldToPixel(point, WIDTH, HEIGHT, pixel);
-  return pixel;
-}
-
-bool HouseView::PointAt(int x, int y, Vector3& point) const {
-  Vector3 origin;
-  Vector3 direction;
-  const zovhost::Projection projection(hub.view, 0.001, 1e6);
-  if (!projection.PixelToRay(Vector2(x, y), WIDTH, HEIGHT, origin, direction)) return false;
-  zovhost::Scene::Hit found;
-  if (!GetHouse().Intersect(origin, direction, found)) return false;
-  point = found.point;
-  return true;
 }
 
 bool HouseView::PointBeside(const Vector3& other, int x, int y, Vector3& point) const {

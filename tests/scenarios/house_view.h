@@ -22,8 +22,12 @@ const zovhost::Scene& GetHouse();
 /// Answers rays with the house. It keeps no log of its drawing.
 class HouseRenderer : public RecordingRenderer {
  public:
+  /// The kit's, if wanted.
+  Korvane::PixelIcon2D* CreateImageData(Korvane::TextureID id) override;
   bool QueryRaySceneIntersection(const Korvane::Vector3& origin, const Korvane::Vector3& direction,
                                  Korvane::Vector3& hit) override;
+
+  bool hasRegionMaps = false;
 };
 
 /// A disc that is always up, so that the middle button and the wheel navigate.
@@ -45,11 +49,27 @@ class EagerViewManager : public OpenViewManager {
   bool WantActiveToolEnabled() const override { return true; }
 };
 
-/// A viewport with the house, driven as a window would drive it: events, and frames on a clock of its own.
-class HouseView {
+/// A viewport over the house, without widgets, and a clock of its own.
+class HouseViewport {
  public:
   static constexpr int WIDTH = 1000;
   static constexpr int HEIGHT = 800;
+
+  explicit HouseViewport(bool orthographic);
+
+  /// Where the camera shows a point, viewport pixels; a point behind the camera is far outside.
+  Korvane::Vector2 PixelOf(const Korvane::Vector3& point) const;
+  /// The point of the house at a pixel; false when there is none.
+  bool PointAt(int x, int y, Korvane::Vector3& point) const;
+
+  ManualPlatform platform;
+  MemoryHub hub;
+  HouseRenderer renderer;
+};
+
+/// The viewport with tools, driven as a window would drive it: events, and frames.
+class HouseView : public HouseViewport {
+ public:
   enum ToolID : int { ORBIT = 1, PAN, ZOOM, RECT_ZOOM, LOOK, LOOK_MOVE, LOOK_AT, CENTER, WALK };
 
   explicit HouseView(bool orthographic = false);
@@ -67,16 +87,9 @@ class HouseView {
   /// One notch of the wheel and a frame.
   void Notch(int x, int y, int notches, unsigned milliseconds = 16);
 
-  /// Where the camera shows a point, viewport pixels; a point behind the camera is far outside.
-  Korvane::Vector2 PixelOf(const Korvane::Vector3& point) const;
-  /// The point of the house at a pixel; false when there is none.
-  bool PointAt(int x, int y, Korvane::Vector3& point) const;
   /// The point at a pixel that is as deep in the view as another point.
   bool PointBeside(const Korvane::Vector3& other, int x, int y, Korvane::Vector3& point) const;
 
-  ManualPlatform platform;
-  MemoryHub hub;
-  HouseRenderer renderer;
   OpenDisc disc;
   std::unique_ptr<EagerViewManager> manager;
 };
