@@ -63,6 +63,7 @@ ROOMS = {room: names.split() for room, names in {
     "scene_view": "projection images scene gl",
     "window": "images",
     "input": "window",
+    "bars": "",
 }.items()}
 ROOM_OF_HEADER = {f"zovhost/{name}.h": room for room, names in {
     "projection": "projection",
@@ -71,12 +72,13 @@ ROOM_OF_HEADER = {f"zovhost/{name}.h": room for room, names in {
     "scene": "scene",
     "hub": "start_camera view_hub",
     "gl": "gl_state_guard offscreen_target",
-    "pictures": "resource_pack host_texts",
+    "pictures": "resource_pack host_pictures host_texts",
     "picture_files": "picture",
     "widget_renderer": "gl_renderer",
     "scene_view": "gl_scene_view",
     "window": "gui window",
     "input": "click_watch held_keys key_table pointer_wrap wheel_counter window_view_manager",
+    "bars": "toolbar_dress",
 }.items() for name in names.split()}
 # What a room may know beside the standard library, by how the name of a header begins.
 FOREIGN = {room: tuple(names.split()) for room, names in {

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "bar_states.h"
 #include "cube_states.h"
 #include "disc_states.h"
 #include "notes.h"
@@ -121,6 +122,25 @@ int DrawDiscs(const ResourcePack& pack, const DiscChoice& choice, int enlarged, 
   return SaveSheet(pictures, "The discs", 2, file);
 }
 
+int DrawBars(const std::string& wanted, int enlarged, int columns, const std::string& file) {
+  std::vector<LabelledImage> pictures;
+  int side = 0;
+  for (const zovsheets::BarState& state : zovsheets::GetBarStates()) {
+    Image image;
+    if (state.name.find(wanted) == std::string::npos || !zovsheets::PaintBar(state, image)) continue;
+    side = std::max({side, image.width * enlarged, image.height * enlarged});
+    pictures.push_back({std::move(image), state.name});
+  }
+  for (LabelledImage& picture : pictures) {
+    const Image& image = picture.image;
+    Image sheet = zovsheets::MakeGround(zovsheets::Ground::White, side, side);
+    zovsheets::Lay(image, (side - image.width * enlarged) / 2, (side - image.height * enlarged) / 2, enlarged,
+                   sheet);
+    picture.image = std::move(sheet);
+  }
+  return SaveSheet(pictures, "The navigation bar", columns, file);
+}
+
 int DrawNotes(const std::string& file) {
   std::vector<LabelledImage> pictures;
   for (const double scale : {1.0, 2.0}) {
@@ -178,10 +198,14 @@ int main(int argumentCount, char** arguments) {
   cube->add_option("--only", wanted, "States whose names contain this");
   cube->add_option("--enlarged", enlarged, "Sheet pixels for one of the picture");
   cube->add_option("--columns", columns, "Pictures in a row");
+  CLI::App* const bars = app.add_subcommand("bars", "The navigation bar in its states");
+  bars->add_option("--only", wanted, "States whose names contain this");
+  bars->add_option("--enlarged", enlarged, "Sheet pixels for one of the picture");
+  bars->add_option("--columns", columns, "Pictures in a row");
   CLI::App* const notes = app.add_subcommand("notes", "Texts in the view, the pivot, the targets of a walk");
   DiscChoice choice;
   CLI::App* const discs = AddDiscs(app, choice, enlarged);
-  for (CLI::App* command : {cursors, pictures, cube, notes, discs}) {
+  for (CLI::App* command : {cursors, pictures, cube, bars, notes, discs}) {
     command->add_option("file", file, "The PNG to write")->required();
   }
   CLI11_PARSE(app, argumentCount, arguments);
@@ -189,6 +213,7 @@ int main(int argumentCount, char** arguments) {
   const auto pack = ResourcePack::GetDefault();
   if (discs->parsed()) return DrawDiscs(*pack, choice, enlarged, file);
   if (cube->parsed()) return InWindow([&] { return DrawCube(wanted, enlarged, columns, file); });
+  if (bars->parsed()) return InWindow([&] { return DrawBars(wanted, enlarged, columns, file); });
   if (notes->parsed()) return InWindow([&] { return DrawNotes(file); });
   return cursors->parsed() ? DrawCursors(*pack, file) : DrawPictures(*pack, first, last, file);
 }

@@ -32,20 +32,40 @@ std::string_view FindGroup(std::string_view svg) {
   return svg.substr(0, svg.find("</g>"));
 }
 
-std::string MakeDrawing(std::string_view group, const GlyphStyle& style) {
-  const double wanted = style.thinnestLine * gridUnits / style.size;
-  const double line = std::clamp(wanted, usualLine, heaviestLine);
+// A number as SVG has it, whatever the locale.
+std::string Format(double value) {
+  const long thousandths = std::lround(value * 1000.0);
+  char text[32];
+  std::snprintf(text, sizeof text, "%ld.%03ld", thousandths / 1000, thousandths % 1000);
+  return text;
+}
+
+std::string FormatColour(const TextColour& colour) {
   const auto byte = [](double value) {
     return static_cast<int>(std::lround(255.0 * std::clamp(value, 0.0, 1.0)));
   };
-  char head[256];
-  std::snprintf(head, sizeof head,
-                "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"24\" height=\"24\" viewBox=\"0 0 24 24\" "
-                "fill=\"none\" stroke-linecap=\"round\" stroke-linejoin=\"round\" stroke=\"#%02x%02x%02x\" "
-                "stroke-width=\"%d.%03d\">",
-                byte(style.colour.red), byte(style.colour.green), byte(style.colour.blue),
-                static_cast<int>(line), static_cast<int>(std::lround(line * 1000.0)) % 1000);
-  return std::string(head).append(group).append("</svg>");
+  char text[16];
+  std::snprintf(text, sizeof text, "#%02x%02x%02x", byte(colour.red), byte(colour.green), byte(colour.blue));
+  return text;
+}
+
+// The strokes of the group, `line` grid units wide.
+std::string MakeLayer(std::string_view group, const std::string& colour, double line) {
+  std::string layer =
+      "<g color=\"" + colour + "\" stroke=\"" + colour + "\" stroke-width=\"" + Format(line) + "\">";
+  return layer.append(group).append("</g>");
+}
+
+std::string MakeDrawing(std::string_view group, const GlyphStyle& style) {
+  const double unit = style.size / gridUnits;
+  const double line = std::clamp(style.thinnestLine / unit, usualLine, heaviestLine);
+  std::string drawing =
+      "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"24\" height=\"24\" viewBox=\"0 0 24 24\" "
+      "overflow=\"visible\" fill=\"none\" stroke-linecap=\"round\" stroke-linejoin=\"round\">";
+  if (style.edge > 0.0) {
+    drawing += "<g opacity=\"0.9\">" + MakeLayer(group, "#ffffff", line + 2.0 * style.edge / unit) + "</g>";
+  }
+  return drawing + MakeLayer(group, FormatColour(style.colour), line) + "</svg>";
 }
 
 }  // namespace

@@ -15,6 +15,7 @@ struct GlyphStyle {
   double size = 24.0;
   TextColour colour = {};     // opaque
   double thinnestLine = 0.0;  // the strokes are widened to it, up to a heavier weight
+  double edge = 0.0;          // of white, around the strokes
 };
 
 /// Draws the group "glyph" of one of the kit's resources. False for a file that is not there or has none.

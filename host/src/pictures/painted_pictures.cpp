@@ -4,6 +4,7 @@
 #include <cmath>
 #include <vector>
 
+#include "pictures/bar_pictures.h"
 #include "pictures/disc_painter.h"
 #include "pictures/disc_plan.h"
 #include "pictures/welcome_painter.h"
@@ -64,11 +65,11 @@ const Row* FindRow(int id) {
 
 }  // namespace
 
-bool IsPainted(int id) { return FindRow(id) != nullptr; }
+bool IsPainted(int id) { return FindRow(id) != nullptr || IsBarPicture(id); }
 
 double GetUsualPoints(int id) {
   const Row* row = FindRow(id);
-  if (row == nullptr) return 0.0;
+  if (row == nullptr) return GetBarPoints(id);
   if (row->page != nullptr) return welcomePoints;
   return row->disc->IsLarge() ? usualLargePoints : usualSmallPoints;
 }
@@ -76,7 +77,8 @@ double GetUsualPoints(int id) {
 bool PaintPicture(int id, double points, double scale, const FindText& findText, Image& image) {
   const Row* row = FindRow(id);
   const double pixels = points * scale;
-  if (row == nullptr || !(points > 0.0) || !(pixels >= 1.0) || !(pixels <= largestSide)) return false;
+  if (!(points > 0.0) || !(pixels >= 1.0) || !(pixels <= largestSide)) return false;
+  if (row == nullptr) return PaintBarPicture(id, static_cast<int>(std::lround(pixels)), image);
   if (row->kind == Row::Kind::Map) return PaintMap(id, image);
   if (row->page != nullptr) {
     return PaintWelcome(*row->page, row->area, pixels / welcomePoints, findText, image);

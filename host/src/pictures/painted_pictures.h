@@ -5,8 +5,8 @@
 
 namespace zovhost {
 
-// Pictures that are painted from a plan and not from a drawing of their own: those of the
-// discs and of their welcome screen.
+// Pictures that are painted from a plan and not from a drawing of their own: those of the discs, of their
+// welcome screen and of the bars.
 
 bool IsPainted(int id);
 /// The width at which a picture is shown as a rule, in points; 0 for one that is not painted.

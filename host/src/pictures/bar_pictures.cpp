@@ -1,0 +1,141 @@
+#include "pictures/bar_pictures.h"
+
+#include <algorithm>
+#include <iterator>
+#include <numbers>
+#include <string_view>
+
+#include "korvane/resource_ids.h"
+#include "korvane/toolbar.h"
+#include "pictures/canvas.h"
+#include "pictures/disc_colours.h"
+#include "pictures/glyph_painter.h"
+#include "zovhost/host_pictures.h"
+
+namespace zovhost {
+
+namespace {
+
+// Points: those of a button and of what is small on a strip, and the grid of 24 units within them.
+constexpr double buttonPoints = 32.0;
+constexpr double buttonGlyph = 24.0;
+constexpr double smallPoints = 8.0;
+constexpr double smallGlyph = 10.5;  // its margin falls outside
+constexpr double smallLine = 1.5;
+constexpr double smallEdge = 0.75;
+constexpr double buttonEdge = 1.25;
+
+struct Icon {
+  int id;
+  std::string_view glyph;
+  bool small = false;
+};
+
+constexpr Icon icons[] = {
+    {Korvane::TEXTURE_BAR_CLOSE, "glyphs/close.svg", true},
+    {Korvane::TEXTURE_BAR_MENU, "pictures/011-cube-menu.svg", true},
+    {Korvane::TEXTURE_BAR_FLYOUT, "glyphs/flyout.svg", true},
+    {Korvane::TEXTURE_BAR_MORE_HORIZONTAL, "glyphs/more-right.svg", true},
+    {Korvane::TEXTURE_BAR_MORE_VERTICAL, "glyphs/more-down.svg", true},
+    {Korvane::TEXTURE_BAR_ORIENTOR, "glyphs/cube.svg"},
+    {Korvane::TEXTURE_BAR_FULL_NAVIGATION, "glyphs/disc-full.svg"},
+    {Korvane::TEXTURE_BAR_MINI_FULL_NAVIGATION, "glyphs/disc-mini-full.svg"},
+    {Korvane::TEXTURE_BAR_MINI_VIEW_OBJECT, "glyphs/disc-mini-object.svg"},
+    {Korvane::TEXTURE_BAR_MINI_TOUR_BUILDING, "glyphs/disc-mini-building.svg"},
+    {Korvane::TEXTURE_BAR_VIEW_OBJECT, "glyphs/disc-object.svg"},
+    {Korvane::TEXTURE_BAR_TOUR_BUILDING, "glyphs/disc-building.svg"},
+    {Korvane::TEXTURE_BAR_TWO_D, "glyphs/disc-plan.svg"},
+    {Korvane::TEXTURE_BAR_STORYBOARD, "glyphs/film.svg"},
+    {HOST_PICTURE_HOME, "pictures/007-cube-home.svg"},
+    {HOST_PICTURE_FIT, "glyphs/fit.svg"},
+    {HOST_PICTURE_PROJECTION, "glyphs/projection.svg"},
+    {HOST_PICTURE_ORBIT, "cursors/001-orbit.svg"},
+    {HOST_PICTURE_PAN, "cursors/003-pan.svg"},
+    {HOST_PICTURE_ZOOM, "cursors/002-zoom.svg"},
+    {HOST_PICTURE_RECTANGLE_ZOOM, "glyphs/rectangle-zoom.svg"},
+    {HOST_PICTURE_LOOK, "cursors/004-look.svg"},
+    {HOST_PICTURE_LOOK_MOVE, "glyphs/look-move.svg"},
+    {HOST_PICTURE_LOOK_AT, "cursors/005-look-at.svg"},
+    {HOST_PICTURE_CENTRE, "glyphs/centre.svg"},
+    {HOST_PICTURE_WALK, "cursors/006-walk.svg"},
+};
+
+// From the top left, clockwise, as quarter turns.
+struct Corner {
+  int id;
+  int turns;
+  bool edge;
+};
+
+constexpr Corner corners[] = {
+    {Korvane::TEXTURE_BAR_TOP_LEFT, 0, false},         {Korvane::TEXTURE_BAR_TOP_RIGHT, 1, false},
+    {Korvane::TEXTURE_BAR_BOTTOM_RIGHT, 2, false},     {Korvane::TEXTURE_BAR_BOTTOM_LEFT, 3, false},
+    {Korvane::TEXTURE_BAR_TOP_LEFT_EDGE, 0, true},     {Korvane::TEXTURE_BAR_TOP_RIGHT_EDGE, 1, true},
+    {Korvane::TEXTURE_BAR_BOTTOM_RIGHT_EDGE, 2, true}, {Korvane::TEXTURE_BAR_BOTTOM_LEFT_EDGE, 3, true},
+};
+
+template <typename Rows>
+auto* Find(Rows& rows, int id) {
+  const auto found =
+      std::find_if(std::begin(rows), std::end(rows), [id](const auto& row) { return row.id == id; });
+  return found != std::end(rows) ? &*found : nullptr;
+}
+
+void DrawIcon(const Icon& icon, cairo_t* context, double pixels) {
+  const double unit = pixels / (icon.small ? smallPoints : buttonPoints);
+  GlyphStyle style;
+  style.x = style.y = pixels / 2.0;
+  style.size = unit * (icon.small ? smallGlyph : buttonGlyph);
+  style.colour = discInk;
+  style.thinnestLine = icon.small ? unit * smallLine : 0.0;
+  style.edge = unit * (icon.small ? smallEdge : buttonEdge);
+  DrawGlyph(context, icon.glyph, style);
+}
+
+// A quarter of a ring about the inner corner of the top left piece. In points.
+void DrawRing(cairo_t* context, double inner, double outer, const Korvane::ColorRGBA& colour) {
+  constexpr double pi = std::numbers::pi;
+  cairo_new_path(context);
+  cairo_arc(context, smallPoints, smallPoints, outer, pi, 1.5 * pi);
+  cairo_arc_negative(context, smallPoints, smallPoints, inner, 1.5 * pi, pi);
+  cairo_close_path(context);
+  cairo_set_source_rgba(context, colour.r, colour.g, colour.b, colour.a);
+  cairo_fill(context);
+}
+
+// Fillings are white, for the strip tints them; edges continue its two lines, which are a pixel wide.
+void DrawCorner(const Corner& corner, cairo_t* context, double pixels) {
+  const double line = smallPoints / pixels;
+  cairo_translate(context, pixels / 2.0, pixels / 2.0);
+  cairo_rotate(context, corner.turns * std::numbers::pi / 2.0);
+  cairo_translate(context, -pixels / 2.0, -pixels / 2.0);
+  cairo_scale(context, pixels / smallPoints, pixels / smallPoints);
+  if (!corner.edge) return DrawRing(context, 0.0, smallPoints, {1.0, 1.0, 1.0, 1.0});
+  DrawRing(context, smallPoints - line, smallPoints, Korvane::Toolbar::DEFAULT_BORDER_COLOR);
+  DrawRing(context, smallPoints - 2.0 * line, smallPoints - line, Korvane::Toolbar::DEFAULT_HIGHLIGHT_COLOR);
+}
+
+}  // namespace
+
+bool IsBarPicture(int id) { return Find(icons, id) != nullptr || Find(corners, id) != nullptr; }
+
+double GetBarPoints(int id) {
+  const Icon* const icon = Find(icons, id);
+  if (icon != nullptr) return icon->small ? smallPoints : buttonPoints;
+  return Find(corners, id) != nullptr ? smallPoints : 0.0;
+}
+
+bool PaintBarPicture(int id, int pixels, Image& image) {
+  const Icon* const icon = Find(icons, id);
+  const Corner* const corner = Find(corners, id);
+  if (icon == nullptr && corner == nullptr) return false;
+  const Canvas canvas(pixels, pixels);
+  if (!canvas.IsValid()) return false;
+  if (icon != nullptr) DrawIcon(*icon, canvas.GetContext(), pixels);
+  if (corner != nullptr) DrawCorner(*corner, canvas.GetContext(), pixels);
+  if (!canvas.IsValid()) return false;
+  image = canvas.MakeImage();
+  return true;
+}
+
+}  // namespace zovhost
