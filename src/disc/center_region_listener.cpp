@@ -30,9 +30,7 @@ void CenterRegionListener::OnLeftMouseUp(int x, int y) {
 
 void CenterRegionListener::OnDraw() {
   DiscRegionListener::OnDraw();  // NOLINT(bugprone-parent-virtual-call): the tool is drawn as a step
-  Press(*this).Then([&] { tool->OnDraw(); }).Then([&] {
-    if (!tool.IsBusy()) ComeBack();
-  });
+  DrawUntilDone([&] { tool->OnDraw(); }, [&] { return tool.IsBusy(); });
 }
 
 }  // namespace Korvane

@@ -70,8 +70,14 @@ class DiscRegionListener : public RegionListener {
   void ShowMenu();
   /// The active region stays what it is, or is found anew.
   void FreezeRegion(bool freeze);
-  /// Once nothing goes on and the button is up, the menu shows and finds its region again.
-  void ComeBack();
+  /// A frame of what a press has begun: `draw()`. Once `goesOn()` says no and the button is up, the menu
+  /// shows and finds its region again.
+  template <class Draw, class GoesOn>
+  void DrawUntilDone(const Draw& draw, const GoesOn& goesOn) {
+    Press(*this).Then(draw).Then([&] {
+      if (!goesOn()) ComeBack();
+    });
+  }
   /// The menu stays where it is.
   void IgnoreMouse(bool ignore);
   /// Gives the active region other words, until it is chosen again.
@@ -88,6 +94,8 @@ class DiscRegionListener : public RegionListener {
   void LabelPivotBall(StringID text);
 
  private:
+  void ComeBack();
+
   HelmDisc* const disc;
   Lifeline pressLife;  // cut when one begins, when it ends, and when the menu is put away
 };

@@ -7,7 +7,6 @@
 #include "camera/view_size.h"
 #include "camera/zoom_operation.h"
 #include "korvane/pivot_ball.h"
-#include "korvane/shot_watch.h"
 #include "render/render_pass.h"
 
 namespace Korvane {
@@ -53,9 +52,8 @@ void PutCentreAtDepthOf(const Vector3& point, CameraParameters& camera) {
 }  // namespace
 
 ForwardRegionListener::ForwardRegionListener(TrackMenu* menu, HelmDisc* helmDisc)
-    : DiscRegionListener(menu, helmDisc),
+    : OperationRegionListener(menu, helmDisc, OPERATION_ZOOM, TEXTURES),
       missHUD({STRING_OFF_MODEL}),
-      textures(TEXTURES),
       gauge(TEXTURE_FORWARD_GAUGE),
       target(TEXTURE_FORWARD_TARGET) {
   gauge.SetSize(GAUGE_WIDTH, GAUGE_HEIGHT);
@@ -63,17 +61,8 @@ ForwardRegionListener::ForwardRegionListener(TrackMenu* menu, HelmDisc* helmDisc
 }
 
 void ForwardRegionListener::OnTrackMenuActivate(bool active) {
-  const bool pressed = IsMouseDown();
-  DiscRegionListener::OnTrackMenuActivate(active);
-  if (!active) {
-    const bool flies = std::exchange(flying, false);
-    hit = false;
-    GiveSettingsBack();
-    if (pressed || flies) SetPivotBallVisible(false);
-    if (CameraOperations* const hub = flies ? GetHub() : nullptr) hub->EndShot();
-    operation.End();
-  }
-  textures.Want(active ? GetRenderer() : nullptr);
+  if (!active) BreakOff();
+  OperationRegionListener::OnTrackMenuActivate(active);
   missHUD.Take(active ? GetRenderer() : nullptr);
 }
 
@@ -156,11 +145,6 @@ double ForwardRegionListener::GetSpaceBehind(const CameraOperations& hub, const 
   return std::abs((behind - camera.eye).Dot(forward));
 }
 
-void ForwardRegionListener::OnMouseMove(int x, int y) {
-  DiscRegionListener::OnMouseMove(x, y);
-  if (hit) operation.Move(x, y);
-}
-
 // ---- the release, and the flight of a click ----
 
 void ForwardRegionListener::OnLeftMouseUp(int x, int y) {
@@ -183,17 +167,23 @@ void ForwardRegionListener::OnLeftMouseUp(int x, int y) {
 
 // The record stays open until the camera is there.
 void ForwardRegionListener::Fly() {
+  flying = true;
+  Press(*this)
+      .ThenWithHub([&](CameraOperations& hub) { BeginFlight(hub); })
+      .Then([&] { SetPivotBallVisible(true); })
+      .HideMenu();
+}
+
+void ForwardRegionListener::BeginFlight(CameraOperations& hub) {
   ZoomShotParameters shot;
   shot.direction = ZoomShotParameters::DIRECTION_IN;
   shot.anchor = TARGET_CAM_START;
   shot.duration = FLIGHT_DURATION;
   shot.amount = FLIGHT_AMOUNT;
-  flying = true;
-  Press(*this)
-      .ThenWithHub([&](CameraOperations& hub) { hub.BeginShot(shot); })
-      .Then([&] { SetPivotBallVisible(true); })
-      .HideMenu();
+  if (flight.Watch(hub, [&] { hub.BeginShot(shot); })) flightHub.Set(&hub);
 }
+
+void ForwardRegionListener::NoteEndOfFlight(const CameraParameters& /*camera*/) { flightHub.Set(nullptr); }
 
 void ForwardRegionListener::FollowFlight() {
   flying = !IsShotOver(GetHub());
@@ -201,6 +191,15 @@ void ForwardRegionListener::FollowFlight() {
   SetPivotBallVisible(false);
   ShowMenu();
   operation.End();
+}
+
+// A move that another has begun meanwhile goes on.
+void ForwardRegionListener::BreakOff() {
+  const bool flies = std::exchange(flying, false);
+  hit = false;
+  GiveSettingsBack();
+  if (flies || IsMouseDown()) SetPivotBallVisible(false);
+  if (CameraOperations* const hub = flies ? flightHub.Get() : nullptr) hub->EndShot();
 }
 
 // ---- a frame ----

@@ -6,19 +6,12 @@
 namespace Korvane {
 
 LookMoveRegionListener::LookMoveRegionListener(TrackMenu* menu, HelmDisc* helmDisc, bool lookAt)
-    : DiscRegionListener(menu, helmDisc),
-      allowLookAt(lookAt),
-      texts({STRING_LOOK_KEYS, STRING_LOOK, STRING_LOOK_AT}),
-      lookTool(*this),
-      lookAtTool(*this) {}
+    : ShiftToolRegionListener(menu, helmDisc, lookAt, &HelmDiscParameters::lookAtOnShift),
+      texts({STRING_LOOK_KEYS, STRING_LOOK, STRING_LOOK_AT}) {}
 
 void LookMoveRegionListener::OnTrackMenuActivate(bool active) {
-  DiscRegionListener::OnTrackMenuActivate(active);
-  if (!active) {
-    lookTool.EndGesture();
-    lookAtTool.EndGesture();
-    lookTool->SetViewportHUD(nullptr);
-  }
+  ShiftToolRegionListener::OnTrackMenuActivate(active);
+  if (!active) tool->SetViewportHUD(nullptr);
   texts.Take(active ? GetRenderer() : nullptr);
 }
 
@@ -29,16 +22,15 @@ void LookMoveRegionListener::OnLeftMouseDown(int x, int y) {
   if (IsAnimating()) return;
   Press(*this).HideMenu().Then([&] {
     FreezeRegion(true);
-    const bool looksAt = IsShiftDown() && allowLookAt && IsSet(&HelmDiscParameters::lookAtOnShift);
-    mode = looksAt ? MODE_LOOK_AT : MODE_LOOK;
+    usesShiftTool = WantsShiftTool();
     ChangeRegion();
-    if (mode == MODE_LOOK) PrepareLook();
+    if (!usesShiftTool) PrepareLook();
     GetToolOfMode().OnMouseDown(x, y);
   });
 }
 
 void LookMoveRegionListener::ChangeRegion() {
-  const bool looks = mode == MODE_LOOK;
+  const bool looks = !usesShiftTool;
   TrackMenu::Region& region = GetTrackMenu()->GetActiveRegion();
   region.SetWrap(looks);
   region.SetCursorID(looks ? CURSOR_LOOK : CURSOR_LOOK_AT);
@@ -46,28 +38,22 @@ void LookMoveRegionListener::ChangeRegion() {
 }
 
 void LookMoveRegionListener::PrepareLook() {
-  lookTool->SetInvertVerticalAxis(IsSet(&HelmDiscParameters::invertLookVertical));
-  lookTool->SetAlignUpDirection(IsSet(&HelmDiscParameters::keepSceneUpright));
+  tool->SetInvertVerticalAxis(IsSet(&HelmDiscParameters::invertLookVertical));
+  tool->SetAlignUpDirection(IsSet(&HelmDiscParameters::keepSceneUpright));
   RefreshSpeed();
-  lookTool->SetViewportHUD(ShowsMessages() ? texts.Get(TEXT_KEYS) : nullptr);
+  tool->SetViewportHUD(ShowsMessages() ? texts.Get(TEXT_KEYS) : nullptr);
 }
 
 void LookMoveRegionListener::RefreshSpeed() {
   HelmDisc* const owner = GetDisc();
-  if (owner != nullptr) lookTool->SetSpeedFactor(owner->GetParameters().walkSpeedFactor);
+  if (owner != nullptr) tool->SetSpeedFactor(owner->GetParameters().walkSpeedFactor);
 }
 
 // ---- the drag ----
 
 Tool& LookMoveRegionListener::GetToolOfMode() {
-  if (mode == MODE_LOOK_AT) return *lookAtTool.operator->();
-  RefreshSpeed();
-  return *lookTool.operator->();
-}
-
-void LookMoveRegionListener::OnMouseMove(int x, int y) {
-  DiscRegionListener::OnMouseMove(x, y);
-  if (!IsAnimating()) GetToolOfMode().OnMouseMove(x, y);
+  if (!usesShiftTool) RefreshSpeed();
+  return ShiftToolRegionListener::GetToolOfMode();
 }
 
 void LookMoveRegionListener::OnKeyDown(KeyID key) { GetToolOfMode().OnKeyDown(key); }
@@ -76,15 +62,6 @@ void LookMoveRegionListener::OnKeyUp(KeyID key) { GetToolOfMode().OnKeyUp(key); 
 void LookMoveRegionListener::OnLeftMouseUp(int x, int y) {
   DiscRegionListener::OnLeftMouseUp(x, y);
   Press(*this).Then([&] { GetToolOfMode().OnMouseUp(x, y); }).ShowMenu();
-}
-
-// ---- a frame ----
-
-void LookMoveRegionListener::OnDraw() {
-  DiscRegionListener::OnDraw();
-  Press(*this).Then([&] { GetToolOfMode().OnDraw(); }).Then([&] {
-    if (!lookTool.IsBusy() && !lookAtTool.IsBusy()) ComeBack();
-  });
 }
 
 }  // namespace Korvane

@@ -98,4 +98,52 @@ class ToolRegionListener : public DiscRegionListener {
   WedgeTool<T> tool;
 };
 
+/// A wedge that lends the mouse to a tool, or, pressed with Shift, to another. The menu comes back when the
+/// animated end of what they do is over. Derived ones say what a press means.
+template <class Plain, class WithShift>
+class ShiftToolRegionListener : public DiscRegionListener {
+ public:
+  /// `allowed`, and a setting of the disc: whether there is another.
+  ShiftToolRegionListener(TrackMenu* menu, HelmDisc* helmDisc, bool allowed,
+                          bool HelmDiscParameters::*setting)
+      : DiscRegionListener(menu, helmDisc),
+        allowsShift(allowed),
+        shiftSetting(setting),
+        tool(*this),
+        shiftTool(*this) {}
+
+  void OnMouseMove(int x, int y) override {
+    DiscRegionListener::OnMouseMove(x, y);
+    if (!IsAnimating()) GetToolOfMode().OnMouseMove(x, y);
+  }
+  void OnDraw() override {
+    DiscRegionListener::OnDraw();
+    DrawUntilDone([&] { GetToolOfMode().OnDraw(); }, [&] { return tool.IsBusy() || shiftTool.IsBusy(); });
+  }
+  void OnTrackMenuActivate(bool active) override {
+    DiscRegionListener::OnTrackMenuActivate(active);
+    if (active) return;
+    tool.EndGesture();
+    shiftTool.EndGesture();
+  }
+
+ protected:
+  bool IsAnimating() { return tool.IsAnimating() || shiftTool.IsAnimating(); }
+  bool WantsShiftTool() const { return IsShiftDown() && allowsShift && IsSet(shiftSetting); }
+  /// Wired.
+  virtual Tool& GetToolOfMode() {
+    if (usesShiftTool) return *shiftTool.operator->();
+    return *tool.operator->();
+  }
+
+ private:
+  const bool allowsShift;
+  bool HelmDiscParameters::*const shiftSetting;
+
+ protected:
+  bool usesShiftTool = false;  // as the last press has chosen
+  WedgeTool<Plain> tool;
+  WedgeTool<WithShift> shiftTool;
+};
+
 }  // namespace Korvane

@@ -7,23 +7,18 @@ namespace Korvane {
 ZoomRegionListener::ZoomRegionListener(TrackMenu* menu, HelmDisc* helmDisc, StringID pivotLabelString,
                                        StringID maxZoomInString, StringID maxZoomOutString, bool constrain,
                                        bool rectangle)
-    : DiscRegionListener(menu, helmDisc),
+    : ShiftToolRegionListener(menu, helmDisc, rectangle, &HelmDiscParameters::rectZoomOnShift),
       pivotLabel(pivotLabelString),
-      allowRectZoom(rectangle),
-      texts({maxZoomInString, maxZoomOutString, STRING_WHEEL_ZOOM, STRING_CLICK_ZOOM, STRING_RECT_ZOOM}),
-      zoomTool(*this),
-      rectZoomTool(*this) {
-  zoomTool->SetConstrainZoom(constrain);
+      texts({maxZoomInString, maxZoomOutString, STRING_WHEEL_ZOOM, STRING_CLICK_ZOOM, STRING_RECT_ZOOM}) {
+  tool->SetConstrainZoom(constrain);
 }
 
 void ZoomRegionListener::OnTrackMenuActivate(bool active) {
-  DiscRegionListener::OnTrackMenuActivate(active);
+  ShiftToolRegionListener::OnTrackMenuActivate(active);
   if (!active) {
-    zoomTool.EndGesture();
-    rectZoomTool.EndGesture();
-    zoomTool->SetViewportHUD(nullptr);
-    zoomTool->SetMaxZoomInHUD(nullptr);
-    zoomTool->SetMaxZoomOutHUD(nullptr);
+    tool->SetViewportHUD(nullptr);
+    tool->SetMaxZoomInHUD(nullptr);
+    tool->SetMaxZoomOutHUD(nullptr);
   }
   texts.Take(active ? GetRenderer() : nullptr);
 }
@@ -38,7 +33,7 @@ void ZoomRegionListener::OnLeftMouseDown(int x, int y) {
       .HideMenu()
       .Then([&] {
         FreezeRegion(true);
-        ChooseMode();
+        ChooseTool();
       })
       .Then([&] { LabelPivotBall(pivotLabel); })
       .Then([&] { PrepareTools(); })
@@ -46,40 +41,37 @@ void ZoomRegionListener::OnLeftMouseDown(int x, int y) {
 }
 
 // The tools are to know the keys as the press finds them.
-void ZoomRegionListener::ChooseMode() {
-  const bool shift = IsShiftDown();
+void ZoomRegionListener::ChooseTool() {
   const bool control = IsControlDown();
-  if (shift) {
-    OnKeyDown(KEY_SHIFT);
+  usesShiftTool = WantsShiftTool();
+  PassKey(KEY_SHIFT, IsShiftDown());
+  PassKey(KEY_CONTROL, control);
+}
+
+void ZoomRegionListener::PassKey(KeyID key, bool down) {
+  if (down) {
+    OnKeyDown(key);
   } else {
-    OnKeyUp(KEY_SHIFT);
-  }
-  const bool draws = shift && allowRectZoom && IsSet(&HelmDiscParameters::rectZoomOnShift);
-  mode = draws ? MODE_RECTANGLE : MODE_ZOOM;
-  if (control) {
-    OnKeyDown(KEY_CONTROL);
-  } else {
-    OnKeyUp(KEY_CONTROL);
+    OnKeyUp(key);
   }
 }
 
 void ZoomRegionListener::PrepareTools() {
   const bool basic = IsOnBasicDisc();
-  zoomTool->SetMaxZoomInHUD(texts.Get(TEXT_MAX_IN));
-  zoomTool->SetMaxZoomOutHUD(texts.Get(TEXT_MAX_OUT));
-  zoomTool->SetClickZoomEnabled(basic || IsSet(&HelmDiscParameters::clickZoom));
-  zoomTool->SetUseCurrentPivotPoint(basic || IsControlDown());
+  tool->SetMaxZoomInHUD(texts.Get(TEXT_MAX_IN));
+  tool->SetMaxZoomOutHUD(texts.Get(TEXT_MAX_OUT));
+  tool->SetClickZoomEnabled(basic || IsSet(&HelmDiscParameters::clickZoom));
+  tool->SetUseCurrentPivotPoint(basic || IsControlDown());
 }
 
 void ZoomRegionListener::PressTool(int x, int y) {
-  GetTrackMenu()->GetActiveRegion().SetWrap(mode == MODE_ZOOM);
-  if (mode == MODE_ZOOM) {
-    ShowZoomNote();
-    zoomTool->OnMouseDown(x, y);
-  } else {
+  GetTrackMenu()->GetActiveRegion().SetWrap(!usesShiftTool);
+  if (usesShiftTool) {
     SetRegionNote(STRING_RECT_ZOOM, texts.Get(TEXT_RECTANGLE));
-    rectZoomTool->OnMouseDown(x, y);
+  } else {
+    ShowZoomNote();
   }
+  GetToolOfMode().OnMouseDown(x, y);
 }
 
 void ZoomRegionListener::ShowZoomNote() { SetRegionNote(STRING_WHEEL_ZOOM, texts.Get(TEXT_ZOOM)); }
@@ -87,36 +79,30 @@ void ZoomRegionListener::ShowZoomNote() { SetRegionNote(STRING_WHEEL_ZOOM, texts
 // ---- the drag ----
 
 void ZoomRegionListener::OnMouseMove(int x, int y) {
-  if (IsShiftDown() && zoomTool->IsOperating() && !IsMouseDrag()) RedoPress();
-  DiscRegionListener::OnMouseMove(x, y);
-  if (!IsAnimating()) GetToolOfMode().OnMouseMove(x, y);
+  if (IsShiftDown() && tool->IsOperating() && !IsMouseDrag()) RedoPress();
+  ShiftToolRegionListener::OnMouseMove(x, y);
 }
 
 // Shift just after the button still brings the rectangle.
 void ZoomRegionListener::RedoPress() {
   Press press(*this);
-  const int x = zoomTool->GetMouseX();
-  const int y = zoomTool->GetMouseY();
-  const bool clickZoom = zoomTool->GetClickZoomEnabled();
-  zoomTool->SetClickZoomEnabled(false);
-  zoomTool->OnMouseUp(x, y);
-  zoomTool->SetClickZoomEnabled(clickZoom);
+  const int x = tool->GetMouseX();
+  const int y = tool->GetMouseY();
+  const bool clickZoom = tool->GetClickZoomEnabled();
+  tool->SetClickZoomEnabled(false);
+  tool->OnMouseUp(x, y);
+  tool->SetClickZoomEnabled(clickZoom);
   press.Then([&] { OnLeftMouseDown(x, y); });
 }
 
-ZoomTool& ZoomRegionListener::GetToolOfMode() {
-  if (mode == MODE_RECTANGLE) return *rectZoomTool.operator->();
-  return *zoomTool.operator->();
-}
-
 void ZoomRegionListener::OnKeyDown(KeyID key) {
-  zoomTool->OnKeyDown(key);
-  if (IsSet(&HelmDiscParameters::rectZoomOnShift)) rectZoomTool->OnKeyDown(key);
+  tool->OnKeyDown(key);
+  if (IsSet(&HelmDiscParameters::rectZoomOnShift)) shiftTool->OnKeyDown(key);
 }
 
 void ZoomRegionListener::OnKeyUp(KeyID key) {
-  zoomTool->OnKeyUp(key);
-  if (IsSet(&HelmDiscParameters::rectZoomOnShift)) rectZoomTool->OnKeyUp(key);
+  tool->OnKeyUp(key);
+  if (IsSet(&HelmDiscParameters::rectZoomOnShift)) shiftTool->OnKeyUp(key);
 }
 
 // ---- the release ----
@@ -125,38 +111,29 @@ void ZoomRegionListener::OnLeftMouseUp(int x, int y) {
   DiscRegionListener::OnLeftMouseUp(x, y);
   if (IsAnimating()) return;
   Press release(*this);
-  if (mode == MODE_ZOOM) {
-    ReleaseZoom(x, y);
-  } else {
+  if (usesShiftTool) {
     ReleaseRectangle(x, y);
+  } else {
+    ReleaseZoom(x, y);
   }
   release.ShowMenu();
 }
 
 void ZoomRegionListener::ReleaseZoom(int x, int y) {
-  zoomTool->OnMouseUp(x, y);
-  zoomTool->SetMaxZoomInHUD(nullptr);
-  zoomTool->SetMaxZoomOutHUD(nullptr);
+  tool->OnMouseUp(x, y);
+  tool->SetMaxZoomInHUD(nullptr);
+  tool->SetMaxZoomOutHUD(nullptr);
 }
 
 // A click with Shift zooms as one without.
 void ZoomRegionListener::ReleaseRectangle(int x, int y) {
   const Press release(*this);
-  rectZoomTool->OnMouseUp(x, y);
+  shiftTool->OnMouseUp(x, y);
   if (!release || IsMouseDrag() || !IsShiftDown()) return;
   ShowZoomNote();
-  mode = MODE_ZOOM;
-  zoomTool->OnMouseDown(x, y);
-  zoomTool->OnMouseUp(x, y);
-}
-
-// ---- a frame ----
-
-void ZoomRegionListener::OnDraw() {
-  DiscRegionListener::OnDraw();
-  Press(*this).Then([&] { GetToolOfMode().OnDraw(); }).Then([&] {
-    if (!zoomTool.IsBusy() && !rectZoomTool.IsBusy()) ComeBack();
-  });
+  usesShiftTool = false;
+  tool->OnMouseDown(x, y);
+  tool->OnMouseUp(x, y);
 }
 
 }  // namespace Korvane

@@ -9,7 +9,7 @@ namespace Korvane {
 
 /// The wedge that zooms: by a drag or a click, or, with Shift, by a rectangle. The disc comes back when the
 /// animated end of a zoom is over.
-class ZoomRegionListener : public DiscRegionListener {
+class ZoomRegionListener : public ShiftToolRegionListener<ZoomTool, RectZoomTool> {
  public:
   /// The text of the pivot ball; the messages at the ends of a constrained zoom. `constrain` keeps the zoom
   /// between these, `rectangle` allows one.
@@ -21,16 +21,13 @@ class ZoomRegionListener : public DiscRegionListener {
   void OnLeftMouseUp(int x, int y) override;
   void OnKeyDown(KeyID key) override;
   void OnKeyUp(KeyID key) override;
-  void OnDraw() override;
   void OnTrackMenuActivate(bool active) override;
 
  private:
-  enum Mode : int { MODE_ZOOM = 0, MODE_RECTANGLE = 1 };
   enum Text : int { TEXT_MAX_IN, TEXT_MAX_OUT, TEXT_ZOOM, TEXT_CLICK_ZOOM, TEXT_RECTANGLE };
 
-  bool IsAnimating() { return zoomTool.IsAnimating() || rectZoomTool.IsAnimating(); }
-  ZoomTool& GetToolOfMode();
-  void ChooseMode();
+  void ChooseTool();
+  void PassKey(KeyID key, bool down);
   void PrepareTools();
   void PressTool(int x, int y);
   void RedoPress();
@@ -39,11 +36,7 @@ class ZoomRegionListener : public DiscRegionListener {
   void ShowZoomNote();
 
   const StringID pivotLabel;
-  const bool allowRectZoom;
-  Mode mode = MODE_ZOOM;
   WedgeTexts<5> texts;
-  WedgeTool<ZoomTool> zoomTool;
-  WedgeTool<RectZoomTool> rectZoomTool;
 };
 
 }  // namespace Korvane

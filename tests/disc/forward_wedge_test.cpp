@@ -221,6 +221,46 @@ TEST_F(ForwardWedge, a_menu_that_is_put_away_ends_the_flight) {
   EXPECT_EQ(GetElementCount(), 2);
 }
 
+// The end of a flight is seen in the next frame; a host may have begun a move of its own by then.
+TEST_F(ForwardWedge, a_menu_that_is_put_away_leaves_a_move_of_the_host_alone) {
+  CenterShotParameters ofHost;
+  ofHost.point = Vector3(1, 0, 0);
+  ofHost.duration = 1.0;
+  Click();
+  Frame(100);
+  hub.BeginShot(ofHost);
+  PutAway();
+  EXPECT_TRUE(hub.IsShotActive());
+  EXPECT_FALSE(ball.IsVisible());
+  EXPECT_EQ(GetElementCount(), 2) << "the flight's record is closed all the same";
+  hub.EndShot();
+}
+
+TEST_F(ForwardWedge, a_menu_that_is_put_away_after_a_refused_flight_leaves_a_move_of_the_host_alone) {
+  CenterShotParameters ofHost;
+  ofHost.duration = 1.0;
+  hub.BeginShot(ofHost);
+  hub.refusesShots = true;
+  Click();
+  PutAway();
+  EXPECT_TRUE(hub.IsShotActive());
+  hub.EndShot();
+}
+
+// The menu is given another hub while the camera of the first one flies.
+TEST_F(ForwardWedge, a_flight_ends_in_the_hub_in_which_it_was_begun) {
+  ToolHub other(hub.view);
+  CenterShotParameters ofHost;
+  ofHost.duration = 1.0;
+  other.BeginShot(ofHost);
+  Click();
+  menu->SetKorvane(&other);
+  PutAway();
+  EXPECT_FALSE(hub.IsShotActive());
+  EXPECT_TRUE(other.IsShotActive());
+  menu->SetKorvane(&hub);
+}
+
 TEST_F(ForwardWedge, a_menu_that_is_put_away_in_the_press_restores_the_settings) {
   Press();
   PutAway();
