@@ -228,7 +228,7 @@ class Reader {
 // ---- writing ----
 
 std::string FormatPosition(const WindowEvent& event) {
-  return " " + std::to_string(event.x) + " " + std::to_string(event.y);
+  return std::string(" ").append(std::to_string(event.x)).append(" ").append(std::to_string(event.y));
 }
 
 std::string FormatForm(Form form, const RecordedEvent& recorded) {

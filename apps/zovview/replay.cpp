@@ -42,7 +42,7 @@ class ReplayedPointer : public zovhost::RendererHost {
 std::string FormatCamera(std::uint32_t time, const CameraParameters& camera) {
   std::string line = std::to_string(time);
   const auto add = [&line](std::initializer_list<double> values) {
-    for (const double value : values) line += " " + FormatNumber(value);
+    for (const double value : values) line.append(" ").append(FormatNumber(value));
   };
   for (const Vector3& vector : {camera.eye, camera.centre, camera.up, camera.pivot}) {
     add({vector.x, vector.y, vector.z});

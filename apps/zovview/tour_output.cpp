@@ -68,7 +68,8 @@ bool TourOutput::Begin(std::string& error) {
     return false;
   }
   // Beside the place, so that moving is renaming.
-  const fs::path beside = directory.parent_path() / ("." + directory.filename().string() + ".partial");
+  const fs::path beside =
+      directory.parent_path() / std::string(".").append(directory.filename().string()).append(".partial");
   fs::remove_all(beside, failure);
   if (!fs::create_directories(beside, failure)) {
     error = Describe(beside, failure);

@@ -12,6 +12,7 @@
 #include "korvane/vector3.h"
 #include "program.h"
 #include "replayed.h"
+#include "stored_stream.h"
 #include "zovhost/scene.h"
 
 namespace {
@@ -34,7 +35,7 @@ using Korvane::Vector3;
 
 class EveryRecording : public testing::TestWithParam<std::string> {};
 
-TEST_P(EveryRecording, gives_the_same_cameras_to_the_last_bit_on_every_run) {
+TEST_P(EveryRecording, gives_the_same_cameras_to_the_last_bit_on_every_run_and_in_every_build) {
   const ProgramResult first = RunViewer({"--replay", GetRecording(GetParam()).string()});
   const ProgramResult second = RunViewer({"--replay", GetRecording(GetParam()).string()});
   EXPECT_EQ(first.exitCode, 0) << first.error;
@@ -43,6 +44,7 @@ TEST_P(EveryRecording, gives_the_same_cameras_to_the_last_bit_on_every_run) {
   const std::vector<Camera> cameras = ReadCameras(first.out);
   ASSERT_FALSE(cameras.empty());
   for (std::size_t i = 1; i < cameras.size(); ++i) EXPECT_GT(cameras[i].time, cameras[i - 1].time);
+  apps_test::ExpectStoredStream(GetParam(), first.out);
 }
 
 std::vector<std::string> ListRecordings() {
