@@ -15,6 +15,7 @@
 
 #include "disc/disc_scene.h"
 #include "support/counting_renderer.h"
+#include "support/mischievous_hub.h"
 #include "support/open_view_manager.h"
 #include "support/random.h"
 
@@ -58,33 +59,9 @@ double MakeWild(Random& random) {
   return random.OneOf(WILD);
 }
 
-class StormHub : public MemoryHub {
- public:
-  explicit StormHub(Mischief& host) : MemoryHub(Rest()), mischief(host) {}
+using StormHub = MischievousHub<Mischief>;
 
-  static CameraParameters Rest() { return LookAt({0, 0, 10}, {0, 0, 0}, {0, 1, 0}); }
-  void ApplyCameraParameters(const CameraParameters& camera) override {
-    broken = broken || !camera.IsFinite();
-    view = camera;
-    mischief.Call();
-  }
-  void QueryCameraParameters(CameraParameters& camera) const override {
-    camera = view;
-    mischief.Call();
-  }
-  void RequestApplicationUpdate() override { mischief.Call(); }
-  void RecalculateSelectionBounds() override { mischief.Call(); }
-  void RecalculateGlobalBounds() override { mischief.Call(); }
-
-  bool broken = false;
-
- protected:
-  void OnBeginShot(Shot* /*shot*/) override { mischief.Call(); }
-  void OnEndShot(Shot* /*shot*/) override { mischief.Call(); }
-
- private:
-  Mischief& mischief;
-};
+CameraParameters GetRestingView() { return LookAt({0, 0, 10}, {0, 0, 0}, {0, 1, 0}); }
 
 /// Every region map is of all the colours that regions have, in squares, some of which are transparent.
 MapImage MakeMap() {
@@ -270,7 +247,7 @@ class View {
         mischief(host),
         random(host.random),
         renderers{&first, &second},
-        hub(host),
+        hub(host, GetRestingView()),
         observer(&disc, host) {
     disc.GetParameters().alwaysShowWelcome = true;
     disc.GetParameters().rectZoomOnShift = !tidy;
@@ -310,7 +287,7 @@ class View {
   }
   /// As a user lets go of everything.
   void Rest() {
-    hub.view = StormHub::Rest();
+    hub.view = GetRestingView();
     manager.SetKorvane(&hub);
     manager.SetHelmDisc(&disc);
     manager.CancelGesture();
@@ -462,7 +439,7 @@ class View {
     Vector3* const points[] = {&hub.view.eye, &hub.view.centre, &hub.view.up, &hub.view.pivot};
     (*random.OneOf(points))[std::abs(x) % 3] = MakeWild(random);
   }
-  void RestoreCamera(int /*x*/, int /*y*/) { hub.view = StormHub::Rest(); }
+  void RestoreCamera(int /*x*/, int /*y*/) { hub.view = GetRestingView(); }
   void MoveCamera(int x, int y) {
     CenterShotParameters shot;
     shot.point = Vector3(x * 0.01, y * 0.01, 0.0);

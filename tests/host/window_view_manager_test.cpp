@@ -1,19 +1,16 @@
 // The view manager of the kit: events of a window, without a window.
 #include "zovhost/window_view_manager.h"
 
-#include <SDL_keycode.h>
 #include <gtest/gtest.h>
 
 #include <vector>
 
 #include "korvane/orientor.h"
+#include "support/window_hand.h"
 
 namespace {
 
 using Korvane::KeyID;
-using zovhost::MouseButton;
-using zovhost::WindowEvent;
-using Type = WindowEvent::Type;
 
 class Manager : public zovhost::WindowViewManager {
  public:
@@ -35,35 +32,18 @@ class Manager : public zovhost::WindowViewManager {
   std::vector<KeyID> released;
 };
 
-class WindowViewManagerTest : public testing::Test {
+class WindowViewManagerTest : public testing::Test, public WindowHand {
  protected:
-  bool Send(Type type, MouseButton button = MouseButton::Left) {
-    WindowEvent event;
-    event.type = type;
-    event.button = button;
-    return manager.OnEvent(event);
-  }
-  bool Key(Type type, SDL_Keycode key) {
-    WindowEvent event;
-    event.type = type;
-    event.key = key;
-    return manager.OnEvent(event);
-  }
-  bool Turn(double notches) {
-    WindowEvent event;
-    event.type = Type::Wheel;
-    event.wheel = notches;
-    return manager.OnEvent(event);
-  }
+  bool Take(const WindowEvent& event) override { return manager.OnEvent(event); }
 
   Manager manager;
 };
 
 TEST_F(WindowViewManagerTest, each_button_is_held_from_its_press_to_its_release) {
   for (const MouseButton button : {MouseButton::Left, MouseButton::Middle, MouseButton::Right}) {
-    Send(Type::MouseDown, button);
+    Send(Type::MouseDown, 0, 0, button);
     EXPECT_TRUE(manager.IsPressed());
-    Send(Type::MouseUp, button);
+    Send(Type::MouseUp, 0, 0, button);
     EXPECT_FALSE(manager.IsPressed());
   }
 }

@@ -13,6 +13,7 @@
 #include "korvane/walk_tool.h"
 #include "korvane/zoom_tool.h"
 #include "support/counting_renderer.h"
+#include "support/mischievous_hub.h"
 #include "support/random.h"
 
 using namespace Korvane;
@@ -43,33 +44,6 @@ class Mischief {
 
   Random& random;
   int depth = 0;
-};
-
-class MischievousHub : public MemoryHub {
- public:
-  MischievousHub(Mischief& host, const CameraParameters& start) : MemoryHub(start), mischief(host) {}
-
-  void ApplyCameraParameters(const CameraParameters& camera) override {
-    broken = broken || !camera.IsFinite();
-    view = camera;
-    mischief.Call();
-  }
-  void QueryCameraParameters(CameraParameters& camera) const override {
-    camera = view;
-    mischief.Call();
-  }
-  void RequestApplicationUpdate() override { mischief.Call(); }
-  void RecalculateSelectionBounds() override { mischief.Call(); }
-  void RecalculateGlobalBounds() override { mischief.Call(); }
-
-  bool broken = false;
-
- protected:
-  void OnBeginShot(Shot* /*shot*/) override { mischief.Call(); }
-  void OnEndShot(Shot* /*shot*/) override { mischief.Call(); }
-
- private:
-  Mischief& mischief;
 };
 
 class MischievousObserver : public OperationObserver {
@@ -285,7 +259,7 @@ class View {
   Mischief& mischief;
   Renderer& renderer;
   WidgetJournal journal;
-  MischievousHub hub;
+  MischievousHub<Mischief> hub;
   MischievousObserver observer;
   FakeDisc disc;
   Orientor cube;
