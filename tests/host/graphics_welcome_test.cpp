@@ -221,6 +221,49 @@ TEST_P(GraphicsWelcome, draws_the_picture_of_each_part_over_the_whole_screen) {
   }
 }
 
+// To paint one takes tens of milliseconds.
+TEST_P(GraphicsWelcome, what_was_lit_before_is_not_painted_again) {
+  const auto lightEach = [this] {
+    for (const Area& area : GetParam().areas) {
+      if (area.picture == keeps) continue;
+      Enter();
+      MoveTo(static_cast<int>(area.left + 14), static_cast<int>(area.top + 14));
+      disc.DrawOverlay();
+    }
+    MoveTo(2, 2);  // beside the page
+    disc.DrawOverlay();
+  };
+  const auto pictures = std::count_if(GetParam().areas.begin() + 1, GetParam().areas.end(),
+                                      [](const Area& area) { return area.picture != keeps; });
+  lightEach();
+  const int painted = renderer.GetDrawnPictureCount();
+  EXPECT_EQ(painted, pictures + 1) << "each once, and the plain one";
+  for (int round = 0; round < 3; ++round) lightEach();
+  EXPECT_EQ(renderer.GetDrawnPictureCount(), painted);
+  renderer.SetResources(ResourcePack::MakeDefault());  // with other words, perhaps
+  lightEach();
+  EXPECT_EQ(renderer.GetDrawnPictureCount(), 2 * painted);
+}
+
+// At 3 pixels a point one of them has 1536 x 1536 pixels of 4 bytes; within 64 MiB lie 7.
+TEST_P(GraphicsWelcome, only_so_many_pictures_are_kept) {
+  disc.Destroy();
+  renderer.SetDisplayScale(3.0);
+  const auto use = [this](int id) {
+    renderer.IncrementTextureUsage(static_cast<TextureID>(id));
+    renderer.ApplyTextureUsage();
+    renderer.DecrementTextureUsage(static_cast<TextureID>(id));
+    renderer.ApplyTextureUsage();
+  };
+  const int before = renderer.GetDrawnPictureCount();
+  for (const int id : {77, 78, 79, 80, 81, 82, 84, 85}) use(id);
+  EXPECT_EQ(renderer.GetDrawnPictureCount(), before + 8);
+  use(78);  // the second of the eight
+  EXPECT_EQ(renderer.GetDrawnPictureCount(), before + 8);
+  use(77);
+  EXPECT_EQ(renderer.GetDrawnPictureCount(), before + 9);
+}
+
 TEST_P(GraphicsWelcome, a_click_chooses_what_it_shows) {
   for (const Area& area : GetParam().areas) {
     if (area.part < 0) continue;

@@ -77,6 +77,9 @@ class GLRenderer : public Korvane::Renderer {
   int GetPlaceholderCount() const;
   /// The number of the last picture that was missing so; -1: none.
   int GetLastPlaceholder() const;
+  /// How often a picture has been drawn for the graphics card. One that was shown a moment before is not
+  /// drawn again.
+  int GetDrawnPictureCount() const;
 
   const ResourcePack& GetResources() const;
   /// Another pack, as after a change of language; null takes the kit's own. What is loaded is drawn anew.

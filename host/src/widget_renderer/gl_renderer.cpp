@@ -109,6 +109,7 @@ void GLRenderer::SetScene(const Scene* scene) {
 
 int GLRenderer::GetPlaceholderCount() const { return impl->textures.GetPlaceholderCount(); }
 int GLRenderer::GetLastPlaceholder() const { return impl->textures.GetLastPlaceholder(); }
+int GLRenderer::GetDrawnPictureCount() const { return impl->textures.GetDrawnCount(); }
 
 const ResourcePack& GLRenderer::GetResources() const { return *impl->resources; }
 

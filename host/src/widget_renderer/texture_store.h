@@ -3,13 +3,17 @@
 #include <epoxy/gl.h>
 
 #include <array>
+#include <cstddef>
+#include <vector>
 
+#include "korvane/resource_ids.h"
 #include "zovhost/resource_pack.h"
 
 namespace zovhost {
 
-/// The pictures of the pack that are on the graphics card. Wrap all but Find of a loaded picture in a
-/// GLStateGuard.
+/// The pictures of the pack that are on the graphics card. Those that take long to draw, as each of them is
+/// painted for its size, are kept for a while after their release. Wrap all but Find of a loaded picture in
+/// a GLStateGuard.
 class TextureStore {
  public:
   /// False when the picture cannot be drawn or the graphics card takes it not; worth another try later.
@@ -28,19 +32,34 @@ class TextureStore {
   /// How often a placeholder was found, and the number of the last one, -1 for none yet.
   int GetPlaceholderCount() const { return placeholderCount; }
   int GetLastPlaceholder() const { return lastPlaceholder; }
+  /// How often a picture has been drawn.
+  int GetDrawnCount() const { return drawnCount; }
 
  private:
   struct Slot {
     GLuint texture = 0;
     bool loaded = false;
-    bool shows = false;  // a picture, not its placeholder
+    bool shows = false;     // a picture, not its placeholder
+    int width = 0;          // pixels
+    std::size_t bytes = 0;  // of a picture that is worth keeping
   };
+  struct KeptPicture {
+    int id = 0;
+    Slot slot;
+  };
+  void Keep(int id, const Slot& slot);
+  bool TakeKept(int id);
+  void DropKept();
   bool LoadImage(const ResourcePack& resources, int id, const Image& image);
-  static bool IsSlot(int id) { return id >= 0 && id < ResourcePack::pictureCount; }
+  static bool IsSlot(int id) {
+    return id >= 0 && id < ResourcePack::pictureCount && id != Korvane::TEXTURE_NONE;
+  }
   static void Replace(Slot& slot, const Slot& next);
 
   std::array<Slot, ResourcePack::pictureCount> slots;
   std::array<int, ResourcePack::pictureCount> sizes{};  // pixels that were wanted last; 0: any
+  std::vector<KeptPicture> kept;                        // for the present pack and scale, oldest first
+  int drawnCount = 0;
   int placeholderCount = 0;
   int lastPlaceholder = -1;
 };
