@@ -143,6 +143,13 @@ class ZOVTOOLS_API HelmDisc {
   /// that is no kind.
   void SetDefaultDiscType(DiscType type);
   DiscType GetDefaultDiscType() const;
+  /// Every kind opens where the pointer is, in the middle of the view while the pointer is outside, and in
+  /// the place of a disc that was open. By default only the last kind comes where the pointer is, since no
+  /// other has followed it.
+  void SetOpensAtPointer(bool opens);
+  /// Lets the hot key close the open disc although it has been pressed, as any other key going down does.
+  /// Nothing while the button is down on the disc.
+  void LetHotKeyClose();
   /// A disc is open and reacts.
   bool GetEnabled() const;
   /// All discs but one whose left button is down.
@@ -177,6 +184,7 @@ class ZOVTOOLS_API HelmDisc {
   void CloseKind();
   void ChangeMenu(TrackMenu* former);
   void ShowMenu(DiscType type);
+  void PlaceMenu(TrackMenu& follower, bool wasOpen);
   void AgreeOnModifiers(TrackMenu& menu);
   void DrawCloseNote();
   bool PressWelcome(int x, int y);

@@ -5,8 +5,10 @@
 #include <utility>
 
 #include "disc/helm_disc_parts.h"
+#include "foundation/truncate.h"
 #include "korvane/helm_disc_observer.h"
 #include "korvane/icon2d.h"
+#include "korvane/pixel_icon2d.h"
 #include "render/render_pass.h"
 
 namespace Korvane {
@@ -172,6 +174,8 @@ void HelmDisc::SetDefaultDiscType(DiscType type) {
   if (parts->active == nullptr && IsDiscKind(type)) parts->defaultType = type;
 }
 
+void HelmDisc::SetOpensAtPointer(bool opens) { parts->opensAtPointer = opens; }
+
 // Whoever is told of any of it may choose another disc, which then stays.
 void HelmDisc::SetActiveDisc(DiscType type) {
   HelmDiscParts& now = *parts;
@@ -179,12 +183,14 @@ void HelmDisc::SetActiveDisc(DiscType type) {
   const Lifeline::Watch current(now.choice);
   const Lifeline::Watch alive(now.lifeline);
   TrackMenu* const former = now.active;
+  TrackMenu& follower = *GetTrackMenu(now.defaultType);
   if (IsDiscKind(type)) OpenKind(type);
   if (type == DiscType::None) CloseKind();
   if (!alive) return;
   const bool changed = now.active != former;
   if (changed) ChangeMenu(former);
   if (current) ShowMenu(type);
+  if (current) PlaceMenu(follower, former != nullptr);
   if (!current) return;
   if (Renderer* const renderer = GetRenderer()) renderer->ApplyTextureUsage();
   if (current) now.RequestUpdate();
@@ -251,6 +257,22 @@ void HelmDisc::ShowMenu(DiscType type) {
   if (!current || parts->active == nullptr) return;
   const int size = IsLargeDisc(type) ? parameters.largeDiscSize : parameters.miniDiscSize;
   parts->active->SetSize(size, size);
+}
+
+// Only the menu that is open, or was last, follows the pointer.
+void HelmDisc::PlaceMenu(TrackMenu& follower, bool wasOpen) {
+  HelmDiscParts& now = *parts;
+  if (!now.opensAtPointer || now.active == nullptr || now.active == &follower) return;
+  TrackMenu& menu = *now.active;
+  const Lifeline::Watch current(now.choice);
+  const Vector2 half(menu.GetViewportWidth() / 2.0, menu.GetViewportHeight() / 2.0);
+  const Vector2 mouse = follower.GetMouseCoords();
+  const bool isInside = Box2(half, half).IsPointInside(mouse);
+  const PixelIcon2D* const replaced = wasOpen ? follower.GetRegionMap() : nullptr;
+  Vector2 place = isInside ? mouse : half;
+  if (replaced != nullptr) place = replaced->GetPosition();
+  menu.SetLocation(Truncate(place.x), Truncate(place.y));
+  if (current && isInside) menu.OnMouseMove(Truncate(mouse.x), Truncate(mouse.y));
 }
 
 // ---- a frame ----

@@ -139,8 +139,13 @@ bool HelmDisc::PassKey(KeyID key, bool down) {
   TrackMenu* const menu = now.active;
   if (menu != nullptr) tell(*menu);
   if (!alive) return false;
-  if (down && menu != nullptr && !menu->IsLeftButtonDown()) now.keys.hotKeyHeld = false;
+  if (down) LetHotKeyClose();
   return now.press.captured;
+}
+
+void HelmDisc::LetHotKeyClose() {
+  const TrackMenu* const menu = parts->active;
+  if (menu == nullptr || !menu->IsLeftButtonDown()) parts->keys.hotKeyHeld = false;
 }
 
 bool HelmDisc::ReleaseHotKey() {

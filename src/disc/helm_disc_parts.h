@@ -73,6 +73,7 @@ struct HelmDiscParts {
   std::array<std::unique_ptr<TrackMenu>, DISC_KIND_COUNT> menus;
   TrackMenu* active = nullptr;  // one of the menus; null: no disc is open
   DiscType defaultType = DiscType::FullNavigation;
+  bool opensAtPointer = false;
   bool visible = true;
   bool created = false;
   Keys keys;

@@ -361,6 +361,23 @@ TEST_F(HelmDiscEventsTest, a_press_on_the_disc_keeps_it_open_until_the_next_key_
   EXPECT_EQ(disc.GetActiveDisc(), DiscType::None);
 }
 
+// As another key would, and without a word to anyone.
+TEST_F(HelmDiscEventsTest, the_hot_key_closes_a_disc_that_was_pressed_when_it_is_let) {
+  OpenOn(DiscType::FullNavigation, PAN);
+  disc.OnLeftMouseDown(400, 300);
+  disc.LetHotKeyClose();  // within the press
+  EXPECT_TRUE(disc.open.keys.hotKeyHeld);
+  disc.OnLeftMouseUp(400, 300);
+  Forget();
+  disc.LetHotKeyClose();
+  EXPECT_TRUE(journal.lines.empty());
+  EXPECT_TRUE(disc.OnKeyUp(KEY_DISC));
+  EXPECT_EQ(disc.GetActiveDisc(), DiscType::None);
+  disc.LetHotKeyClose();  // none is open
+  EXPECT_TRUE(disc.OnKeyUp(KEY_DISC));
+  EXPECT_EQ(disc.GetActiveDisc(), DiscType::FullNavigation);
+}
+
 TEST_F(HelmDiscEventsTest, the_hot_key_closes_nothing_while_the_button_is_down) {
   OpenOn(DiscType::FullNavigation, PAN);
   disc.OnLeftMouseDown(400, 300);

@@ -380,6 +380,58 @@ TEST_F(HelmDiscTest, takes_a_default_kind_only_while_closed) {
   EXPECT_EQ(disc.GetDefaultDiscType(), DiscType::TwoD);
 }
 
+// ---- where a disc opens ----
+
+Vector2 PlaceOf(const HelmDisc& disc) { return disc.GetActiveTrackMenu()->GetRegionMap()->GetPosition(); }
+
+TEST_F(HelmDiscTest, only_the_last_kind_opens_where_the_pointer_is) {
+  Start();
+  disc.OnMouseMove(200, 150);
+  disc.SetActiveDisc(DiscType::TwoD);
+  EXPECT_NE(PlaceOf(disc), Vector2(200, 150));
+  disc.SetActiveDisc(DiscType::None);
+  disc.OnMouseMove(500, 350);
+  disc.SetActiveDisc(DiscType::TwoD);
+  EXPECT_EQ(PlaceOf(disc), Vector2(500, 350));
+}
+
+TEST_F(HelmDiscTest, on_request_each_kind_opens_where_the_pointer_is_or_in_the_place_of_the_one_before) {
+  disc.SetOpensAtPointer(true);
+  OpenOn(DiscType::FullNavigation, {0, 0, 1});
+  disc.SetActiveDisc(DiscType::None);
+  disc.OnMouseMove(200, 150);
+  disc.SetActiveDisc(DiscType::TwoD);
+  EXPECT_EQ(PlaceOf(disc), Vector2(200, 150));
+  disc.OnMouseMove(210, 140);  // within the disc
+  disc.SetActiveDisc(DiscType::MiniViewObject);
+  EXPECT_EQ(PlaceOf(disc), Vector2(200, 150));
+  EXPECT_EQ(disc.GetActiveTrackMenu()->GetMouseCoords(), Vector2(210, 140));
+}
+
+TEST_F(HelmDiscTest, on_request_a_kind_opens_in_the_middle_while_the_pointer_is_outside) {
+  disc.SetOpensAtPointer(true);
+  Start();
+  for (const Vector2& outside : {Vector2(-1, 300), Vector2(800, 300), Vector2(400, 600), Vector2(400, -1)}) {
+    disc.SetActiveDisc(DiscType::FullNavigation);
+    disc.SetActiveDisc(DiscType::None);
+    disc.OnMouseMove(static_cast<int>(outside.x), static_cast<int>(outside.y));
+    disc.SetActiveDisc(DiscType::ViewObject);
+    EXPECT_EQ(PlaceOf(disc), Vector2(400, 300)) << outside.x << ", " << outside.y;
+    disc.SetActiveDisc(DiscType::None);
+  }
+}
+
+TEST_F(HelmDiscTest, the_kind_that_was_last_stays_where_it_followed_the_pointer_to) {
+  disc.SetOpensAtPointer(true);
+  Start();
+  disc.SetActiveDisc(DiscType::TwoD);
+  disc.SetActiveDisc(DiscType::None);
+  disc.OnMouseMove(300, 310);
+  disc.GetTrackMenu(DiscType::TwoD)->SetLocation(320, 330);  // from its last press
+  disc.SetActiveDisc(DiscType::TwoD);
+  EXPECT_EQ(PlaceOf(disc), Vector2(320, 330));
+}
+
 TEST_F(HelmDiscTest, a_disc_that_is_closed_in_a_press_opens_again) {
   Start();
   disc.SetActiveDisc(DiscType::TwoD);

@@ -33,6 +33,8 @@ class WindowViewManager : public Korvane::ViewManager {
   /// Lets go of everything first.
   bool Destroy() override;
   void SetViewportSize(int width, int height) override;
+  /// Lets every disc open where the pointer is.
+  void SetHelmDisc(Korvane::HelmDisc* disc) override;
   /// Lets the compass of the cube follow the pointer in every view.
   void SetOrientor(Korvane::Orientor* cube) override;
   /// Lets a drawn rectangle be flown to, and no mark of a pivot stay after a release that was another's.
@@ -70,8 +72,6 @@ class WindowViewManager : public Korvane::ViewManager {
   bool OnKey(const WindowEvent& event);
   void EndRunningShot();
   bool IsPressForDisc() const;
-  void ForgetPressOnDisc();
-  void PlaceDisc();
   PixelPosition FollowPointer(int x, int y);
 
   MovePointer movePointer;
@@ -80,8 +80,6 @@ class WindowViewManager : public Korvane::ViewManager {
   WheelCounter wheel;
   bool clickFree = false;
   int toolBehindDisc = 0;  // 0: none
-  Korvane::DiscType shownDisc = Korvane::DiscType::None;
-  Korvane::DiscType lastDisc = Korvane::DiscType::None;  // the one that has followed the pointer
 };
 
 }  // namespace zovhost

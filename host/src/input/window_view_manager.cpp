@@ -8,7 +8,6 @@
 #include "korvane/camera_operations.h"
 #include "korvane/center_tool.h"
 #include "korvane/orientor.h"
-#include "korvane/pixel_icon2d.h"
 #include "korvane/rect_zoom_tool.h"
 #include "korvane/storyboard.h"
 #include "korvane/tool.h"
@@ -26,6 +25,11 @@ bool WindowViewManager::Destroy() {
 void WindowViewManager::SetViewportSize(int width, int height) {
   pointer.SetSize(width, height);
   ViewManager::SetViewportSize(width, height);
+}
+
+void WindowViewManager::SetHelmDisc(Korvane::HelmDisc* disc) {
+  ViewManager::SetHelmDisc(disc);
+  if (disc != nullptr) disc->SetOpensAtPointer(true);
 }
 
 void WindowViewManager::SetOrientor(Korvane::Orientor* cube) {
@@ -59,27 +63,6 @@ void WindowViewManager::Refresh() {
   ViewManager::Refresh();
   const bool closed = helmDisc == nullptr || helmDisc->GetActiveDisc() == Korvane::DiscType::None;
   if (closed && toolBehindDisc != 0) SetActiveTool(toolBehindDisc);
-  PlaceDisc();
-}
-
-// Only the menu of the open disc, or of the last one, has followed the pointer.
-void WindowViewManager::PlaceDisc() {
-  using Korvane::DiscType;
-  const DiscType type = helmDisc != nullptr ? helmDisc->GetActiveDisc() : DiscType::None;
-  if (type == shownDisc) return;
-  const DiscType former = std::exchange(shownDisc, type);
-  if (type == DiscType::None) return;
-  const DiscType last = std::exchange(lastDisc, type);
-  if (former == DiscType::None && last == type) return;
-  Korvane::TrackMenu* const replaced = helmDisc->GetTrackMenu(former);
-  const Korvane::PixelIcon2D* const picture = replaced != nullptr ? replaced->GetRegionMap() : nullptr;
-  const bool isInside = mouse.x >= 0 && mouse.y >= 0 && mouse.x < viewportWidth && mouse.y < viewportHeight;
-  Korvane::Vector2 place(viewportWidth / 2.0, viewportHeight / 2.0);
-  if (isInside) place = Korvane::Vector2(mouse.x, mouse.y);
-  if (picture != nullptr) place = picture->GetPosition();
-  Korvane::TrackMenu& menu = *helmDisc->GetActiveTrackMenu();
-  menu.SetLocation(static_cast<int>(place.x), static_cast<int>(place.y));
-  if (isInside) menu.OnMouseMove(mouse.x, mouse.y);
 }
 
 bool WindowViewManager::WantMiddleMouseNavigation() const {
@@ -209,14 +192,9 @@ bool WindowViewManager::OnKey(const WindowEvent& event) {
   const std::optional<Korvane::KeyID> key = keys.OnKey(event);
   if (!key.has_value()) return false;
   if (event.type != WindowEvent::Type::KeyDown) return OnKeyUp(*key);
-  if (*key == Korvane::KEY_DISC && !IsPressed()) ForgetPressOnDisc();
+  // A disc that was pressed stays until another key than its own has gone down.
+  if (*key == Korvane::KEY_DISC && !IsPressed() && helmDisc != nullptr) helmDisc->LetHotKeyClose();
   return OnKeyDown(*key);
-}
-
-// A disc that was pressed stays until another key than its own has gone down, so its key would not close it.
-void WindowViewManager::ForgetPressOnDisc() {
-  constexpr auto NO_KEY = static_cast<Korvane::KeyID>(-1);
-  if (helmDisc != nullptr) helmDisc->OnKeyDown(NO_KEY);
 }
 
 // ---- letting go ----
