@@ -78,7 +78,7 @@ ROOM_OF_HEADER = {f"zovhost/{name}.h": room for room, names in {
     "scene_view": "gl_scene_view",
     "window": "gui window",
     "input": "click_watch held_keys key_table pointer_wrap wheel_counter window_view_manager",
-    "bars": "toolbar_dress",
+    "bars": "navigation_bar_host toolbar_dress tooltip_note",
 }.items() for name in names.split()}
 # What a room may know beside the standard library, by how the name of a header begins.
 FOREIGN = {room: tuple(names.split()) for room, names in {

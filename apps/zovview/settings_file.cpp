@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -32,6 +33,13 @@ constexpr const char* LAST_DISC_NAME = "lastDisc";
 constexpr std::array<const char*, 7> DISC_NAMES = {
     "view-object",      "tour-building",      "full-navigation",     "2d",
     "mini-view-object", "mini-tour-building", "mini-full-navigation"};
+
+constexpr const char* BAR_NAME = "navigationBar";
+constexpr const char* TOOLS_NAME = "toolbar";
+constexpr const char* LINKED_NAME = "cube";
+// In the order of Toolbar::Position.
+constexpr std::array<const char*, 4> EDGE_NAMES = {"left", "top", "right", "bottom"};
+constexpr double FARTHEST_OFFSET = 16'384.0;  // pixels, more than a view has
 
 struct Setting {
   const char* name;
@@ -89,21 +97,64 @@ bool TakeLastDisc(const Json& settings, DiscType& type) {
   return true;
 }
 
-// The name of the first value that is wrong; null for none.
-const char* TakeAll(const Json& settings, Parameters& parameters, DiscType& lastDisc) {
-  for (const Setting& setting : SETTINGS) {
-    if (!TakeSetting(settings, setting, parameters)) return setting.name;
-  }
-  return TakeLastDisc(settings, lastDisc) ? nullptr : LAST_DISC_NAME;
+// ---- where the bars stand ----
+
+bool TakeEdge(const Json& value, BarPlace& place) {
+  place.linked = value == LINKED_NAME;
+  const auto* const found =
+      std::find_if(EDGE_NAMES.begin(), EDGE_NAMES.end(), [&](const char* name) { return value == name; });
+  if (found != EDGE_NAMES.end())
+    place.edge = static_cast<Korvane::Toolbar::Position>(found - EDGE_NAMES.begin());
+  return place.linked || found != EDGE_NAMES.end();
 }
 
-std::string Format(const HelmDisc& disc) {
+bool TakeOffset(const Json& value, BarPlace& place) {
+  if (!value.is_number() || std::abs(value.get<double>()) > FARTHEST_OFFSET) return false;
+  place.offset = value.get<double>();
+  return true;
+}
+
+// What is missing stays as it is.
+bool TakePlace(const Json& settings, const char* name, BarPlace& place) {
+  const auto bar = settings.find(name);
+  if (bar == settings.end()) return true;
+  if (!bar->is_object()) return false;
+  const bool shown = !bar->contains("shown") || Take((*bar)["shown"], {}, place.visible);
+  const bool at = !bar->contains("at") || TakeEdge((*bar)["at"], place);
+  return shown && at && (!bar->contains("offset") || TakeOffset((*bar)["offset"], place));
+}
+
+Json FormatPlace(const BarPlace& place) {
+  const char* const at = place.linked ? LINKED_NAME : EDGE_NAMES[static_cast<std::size_t>(place.edge)];
+  return {{"shown", place.visible}, {"at", at}, {"offset", place.offset}};
+}
+
+// What was read of a file.
+struct Kept {
+  Parameters parameters;
+  DiscType lastDisc;
+  BarPlaces bars;
+};
+
+// The name of the first value that is wrong; null for none.
+const char* TakeAll(const Json& settings, Kept& kept) {
+  for (const Setting& setting : SETTINGS) {
+    if (!TakeSetting(settings, setting, kept.parameters)) return setting.name;
+  }
+  if (!TakePlace(settings, BAR_NAME, kept.bars.navigation)) return BAR_NAME;
+  if (!TakePlace(settings, TOOLS_NAME, kept.bars.tools) || kept.bars.tools.linked) return TOOLS_NAME;
+  return TakeLastDisc(settings, kept.lastDisc) ? nullptr : LAST_DISC_NAME;
+}
+
+std::string Format(const HelmDisc& disc, const BarPlaces& bars) {
   Json settings;
   settings[VERSION_NAME] = VERSION;
   settings[LAST_DISC_NAME] = DISC_NAMES[static_cast<std::size_t>(disc.GetDefaultDiscType())];
   for (const Setting& setting : SETTINGS) {
     std::visit([&](auto field) { settings[setting.name] = disc.GetParameters().*field; }, setting.field);
   }
+  settings[BAR_NAME] = FormatPlace(bars.navigation);
+  settings[TOOLS_NAME] = FormatPlace(bars.tools);
   return settings.dump(2) + "\n";
 }
 
@@ -151,7 +202,7 @@ fs::path SettingsFile::FindPlace() {
 }
 
 bool SettingsFile::Read(HelmDisc& disc, std::string& error) {
-  kept = Format(disc);
+  kept = Format(disc, bars);
   std::error_code failure;
   if (file.empty() || fs::symlink_status(file, failure).type() == fs::file_type::not_found) return true;
   const auto fail = [&](const std::string& what) {
@@ -163,20 +214,20 @@ bool SettingsFile::Read(HelmDisc& disc, std::string& error) {
   if (settings.is_null()) return fail(reason);
   closed = settings[VERSION_NAME] > VERSION;
   if (closed) return fail("is of a newer version, and stays as it is");
-  Parameters parameters = disc.GetParameters();
-  DiscType lastDisc = disc.GetDefaultDiscType();
-  if (const char* const wrong = TakeAll(settings, parameters, lastDisc)) {
+  Kept read = {disc.GetParameters(), disc.GetDefaultDiscType(), bars};
+  if (const char* const wrong = TakeAll(settings, read)) {
     return fail(std::string("has a wrong value for \"") + wrong + "\"");
   }
-  disc.GetParameters() = parameters;
-  disc.SetDefaultDiscType(lastDisc);
-  kept = Format(disc);
+  disc.GetParameters() = read.parameters;
+  disc.SetDefaultDiscType(read.lastDisc);
+  bars = read.bars;
+  kept = Format(disc, bars);
   return true;
 }
 
 bool SettingsFile::Keep(const HelmDisc& disc, std::string& error) {
   if (closed || file.empty()) return true;
-  std::string text = Format(disc);
+  std::string text = Format(disc, bars);
   if (text == kept) return true;
   kept = std::move(text);
   closed = !WriteText(kept, error);

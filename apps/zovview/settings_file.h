@@ -3,14 +3,16 @@
 #include <filesystem>
 #include <string>
 
+#include "bar_places.h"
+
 namespace Korvane {
 class HelmDisc;
 }
 
 namespace zovview {
 
-/// What outlives the program: the settings of the discs, the kind that was open last, and whether their
-/// welcome screen has been seen. Kept in a file of the user's, as JSON.
+/// What outlives the program: the settings of the discs, the kind that was open last, whether their welcome
+/// screen has been seen, and where the bars stand. Kept in a file of the user's, as JSON.
 ///
 /// A file that is broken, or that cannot be read, is replaced when a setting changes; one of a newer version
 /// of the program never is.
@@ -24,14 +26,17 @@ class SettingsFile {
   /// Before the disc is created. False, with one line in `error` and the disc as it was, for a file that is
   /// there and of no use: a single wrong value makes it so.
   bool Read(Korvane::HelmDisc& disc, std::string& error);
-  /// Writes the file when a setting of the disc is another than the last time. False, with one line in
-  /// `error`, when it cannot be written; it is not tried again then.
+  /// Those that were read, or of a first start; and to be brought up to date before Keep.
+  BarPlaces& GetBarPlaces() { return bars; }
+  /// Writes the file when a setting of the disc, or a place of a bar, is another than the last time. False,
+  /// with one line in `error`, when it cannot be written; it is not tried again then.
   bool Keep(const Korvane::HelmDisc& disc, std::string& error);
 
  private:
   bool WriteText(const std::string& text, std::string& error) const;
 
   std::filesystem::path file;
+  BarPlaces bars;
   std::string kept;  // as it was last read or written
   bool closed = false;
 };

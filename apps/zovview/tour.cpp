@@ -3,6 +3,7 @@
 #include <epoxy/gl.h>
 #include <imgui.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <memory>
@@ -16,6 +17,8 @@
 #include "tour_pace.h"
 #include "tour_script.h"
 #include "view_commands.h"
+#include "view_tools.h"
+#include "viewer_menus.h"
 #include "viewport.h"
 #include "zovhost/accent.h"
 #include "zovhost/gl_scene_view.h"
@@ -29,6 +32,7 @@ namespace {
 
 constexpr int SAMPLES = 4;
 constexpr int PICTURES_PER_SHEET_PICTURE = 4;
+constexpr int LOW_VIEW = 150;  // pixels
 constexpr int EXIT_INTERRUPTED = 130;
 constexpr ImU32 DARK = IM_COL32(28, 30, 33, 200);
 constexpr ImU32 LIGHT = IM_COL32(255, 255, 255, 255);
@@ -77,6 +81,20 @@ bool FindOnWelcome(Korvane::TrackMenu* welcome, int part, Place& place) {
   return region != nullptr && FindColour(*welcome, region->color, place.x, place.y);
 }
 
+bool FindOnBar(ViewBars& bars, const TourMove& move, Place& place) {
+  Korvane::Toolbar* const strip =
+      move.barItem >= TOOL_ORBIT && move.barItem <= TOOL_WALK ? &bars.GetTools() : bars.GetBar().GetToolbar();
+  const int count = strip != nullptr ? strip->GetItems().GetCount() : 0;
+  for (int i = 0; i < count; ++i) {
+    const Korvane::ToolbarItem& item = strip->GetItems().GetAt(i);
+    if (item.GetTag() != move.barItem || item.IsHidden() || item.IsExcluded()) continue;
+    const Korvane::Box2& bounds = move.onArrow ? item.GetFlyoutIconBounds() : item.GetNonFlyoutIconBounds();
+    place = {static_cast<int>(bounds.center.x), static_cast<int>(bounds.center.y)};
+    return true;
+  }
+  return false;
+}
+
 /// Plays the tour in a context that is current.
 class Tour {
  public:
@@ -97,6 +115,10 @@ class Tour {
   void DrawUnseen();
   Korvane::TrackMenu* GetWelcome() { return view.GetDisc().GetWelcomeTrackMenu(); }
   void ShowWelcome(bool shown);
+  void HideBar();
+  void SetViewHeight(int value);
+  void CloseMenu();
+  void OpenBarMenu(ViewBars::Menu menu, const zovhost::BarMenuPlace& place);
   bool TakePicture(const TourMove& move, bool isLast, TourOutput& output, std::string& error);
   void DrawCaption(const TourMove& move) const;
   void DrawPointer() const;
@@ -112,6 +134,8 @@ class Tour {
   zovhost::Gui gui;
   zovhost::RendererHost host;  // without a pointer and menus
   Viewport view;
+  ViewerMenus menus;
+  int viewHeight;  // of the picture, from its lower edge
   ProgressLine progress;
   TourPointer pointer = {0.5, 0.5};
   TourPointer origin{};  // what the positions of the present move count from
@@ -127,7 +151,13 @@ Tour::Tour(zovhost::Window& onWindow, const zovhost::Scene& ofScene, const TourO
       width(options.width),
       height(options.height),
       gui(options.width, options.height),
-      view({[this] { window.RequestFrame(); }, host, [](int, int) {}, {}, true}),
+      view({[this] { window.RequestFrame(); },
+            host,
+            [](int, int) {},
+            {},
+            [this](ViewBars::Menu menu, const zovhost::BarMenuPlace& place) { OpenBarMenu(menu, place); },
+            true}),
+      viewHeight(options.height),
       progress(ProgressLine::OffTerminal::Quarters) {}
 
 bool Tour::Prepare(std::string& error) {
@@ -140,6 +170,7 @@ bool Tour::Prepare(std::string& error) {
   view.SetPlace(0, 0, width, height, 1.0);
   view.SetScene(scene);
   ShowWelcome(false);
+  HideBar();
   return true;
 }
 
@@ -177,7 +208,7 @@ void Tour::Send(zovhost::WindowEvent::Type type, zovhost::MouseButton button, in
   zovhost::WindowEvent event;
   event.type = type;
   event.x = static_cast<int>(pointer.x * width);
-  event.y = static_cast<int>(pointer.y * height);
+  event.y = static_cast<int>(pointer.y * viewHeight);
   event.button = button;
   event.clicks = clicks;
   view.OnEvent(event);
@@ -188,13 +219,15 @@ bool Tour::FindOrigin(const TourMove& move, std::string& error) {
   origin = {};
   const bool isOnDisc = move.wedge >= 0;
   const bool isOnWelcome = move.welcomePart >= 0;
-  if (!isOnDisc && !isOnWelcome && !move.IsOnCube()) return true;
+  const bool isOnBar = move.barItem >= 0;
+  if (!isOnDisc && !isOnWelcome && !isOnBar && !move.IsOnCube()) return true;
   Place place;
   const bool found = isOnDisc      ? FindWedge(view.GetDisc(), move.wedge, place.x, place.y)
+                     : isOnBar     ? FindOnBar(view.GetBars(), move, place)
                      : isOnWelcome ? FindOnWelcome(GetWelcome(), move.welcomePart, place)
                                    : FindOnCube(view.GetCube(), move, place);
   if (!found) error = "nothing shows what \"" + std::string(move.caption) + "\" begins on";
-  origin = {(place.x + 0.5) / width, (place.y + 0.5) / height};
+  origin = {(place.x + 0.5) / width, (place.y + 0.5) / viewHeight};
   return found;
 }
 
@@ -208,8 +241,7 @@ void Tour::Begin(const TourMove& move) {
   using Type = zovhost::WindowEvent::Type;
   MovePointer(move, 0.0);
   pressed = move.kind == TourMove::Kind::Drag;
-  points = move.kind != TourMove::Kind::Rest && move.kind != TourMove::Kind::Command &&
-           move.kind != TourMove::Kind::Welcome;
+  points = move.kind <= TourMove::Kind::DoubleClick && move.kind != TourMove::Kind::Rest;
   if (points) Send(Type::MouseMove, move.button);           // the pointer is there before it presses
   if (move.IsOnCube()) Send(Type::MouseMove, move.button);  // and the buttons beside the cube have come
   switch (move.kind) {
@@ -225,9 +257,44 @@ void Tour::Begin(const TourMove& move) {
       return Send(Type::MouseUp, move.button);
     case TourMove::Kind::Welcome:
       return ShowWelcome(true);
+    case TourMove::Kind::Low:
+      return SetViewHeight(LOW_VIEW);
+    case TourMove::Kind::High:
+      return SetViewHeight(height);
     case TourMove::Kind::Command:
+      CloseMenu();
       return view.Run(*FindViewCommand(move.command));
   }
+}
+
+// At once, until its turn comes.
+void Tour::HideBar() {
+  Korvane::NavigationBar& bar = view.GetBars().GetBar();
+  bar.GetToolbar()->SetWantAnimation(false);
+  bar.SetVisible(false);
+  bar.GetToolbar()->SetWantAnimation(true);
+}
+
+void Tour::SetViewHeight(int value) {
+  viewHeight = std::min(value, height);
+  CloseMenu();
+  view.SetPlace(0, 0, width, viewHeight, 1.0);
+}
+
+void Tour::OpenBarMenu(ViewBars::Menu menu, const zovhost::BarMenuPlace& place) {
+  menus.Open(ViewerMenus::FindKind(menu),
+             ViewerMenus::Corner{static_cast<double>(place.x), static_cast<double>(height - place.y),
+                                 place.atRight ? 1.0 : 0.0, place.atBottom ? 1.0 : 0.0});
+}
+
+// A menu that is told to close is still there in the next frame, which nobody sees here.
+void Tour::CloseMenu() {
+  if (!menus.IsOpen()) return;
+  menus.Close();
+  target.Bind();
+  gui.BeginFrame();
+  menus.Draw(view.GetTarget());
+  gui.EndFrame();
 }
 
 // It waits for its turn.
@@ -242,7 +309,7 @@ void Tour::Continue(const TourMove& move, int frameCountOfMove) {
   zovhost::WindowEvent event;
   event.type = zovhost::WindowEvent::Type::Wheel;
   event.x = static_cast<int>(pointer.x * width);
-  event.y = static_cast<int>(pointer.y * height);
+  event.y = static_cast<int>(pointer.y * viewHeight);
   event.wheel = move.notches / frameCountOfMove;
   view.OnEvent(event);
 }
@@ -261,9 +328,13 @@ void Tour::DrawUnseen() {
 bool Tour::TakePicture(const TourMove& move, bool isLast, TourOutput& output, std::string& error) {
   zovhost::Image picture;
   sceneView.GetOptions().selectedPart = view.GetSelection().GetPart();
-  bool taken = target.Bind() && sceneView.Draw(view.GetHub().GetView(), width, height);
+  bool taken = target.Bind();
+  glClearColor(0.0F, 0.0F, 0.0F, 1.0F);  // what shows above a low view
+  glClear(GL_COLOR_BUFFER_BIT);
+  taken = taken && sceneView.Draw(view.GetHub().GetView(), 0, 0, width, viewHeight, 1.0);
   view.DrawWidgets();
   gui.BeginFrame();
+  menus.Draw(view.GetTarget());
   DrawPointer();
   DrawCaption(move);
   gui.EndFrame();
@@ -303,7 +374,7 @@ void Tour::DrawPointer() const {
 // Pixels from the top left, on the middle of one.
 ImVec2 Tour::ToScreen(const TourPointer& position) const {
   const auto x = static_cast<float>(static_cast<int>(position.x * width));
-  const auto y = static_cast<float>(static_cast<int>((1.0 - position.y) * height));
+  const auto y = static_cast<float>(height - 1 - static_cast<int>(position.y * viewHeight));
   return ImVec2(x + 0.5F, y + 0.5F);
 }
 

@@ -3,13 +3,16 @@
 #include <array>
 
 #include "korvane/math.h"
+#include "korvane/navigation_bar.h"
 #include "korvane/orientor.h"
+#include "view_tools.h"
 
 namespace zovview {
 
 using enum TourMove::Kind;
 using enum zovhost::MouseButton;
 using Korvane::HelmDiscZone;
+using Korvane::NavigationBar;
 using Korvane::Orientor;
 using Korvane::OrientorObserver;
 
@@ -60,12 +63,31 @@ constexpr TourMove MakeWedgeDrag(const char* caption, double seconds, HelmDiscZo
   return move;
 }
 
+constexpr TourMove MakeBarMove(const char* caption, TourMove::Kind kind, double seconds, int tag) {
+  TourMove move = {caption, kind, seconds, 0.0, 0.0, 0.0, 0.0};
+  move.barItem = tag;
+  return move;
+}
+constexpr TourMove MakeArrowClick(const char* caption, double seconds, int tag) {
+  TourMove move = MakeBarMove(caption, Click, seconds, tag);
+  move.onArrow = true;
+  return move;
+}
+constexpr TourMove MakeBarDrag(const char* caption, double seconds, double toX, double toY) {
+  TourMove move = MakeBarMove(caption, Drag, seconds, NavigationBar::TAG_GRIP);
+  move.toX = toX;
+  move.toY = toY;
+  return move;
+}
+
 // The regions of the welcome screen, in its order.
 constexpr int WELCOME_TITLE = 1;
 constexpr int WELCOME_TO_BASIC = 4;
 constexpr int WELCOME_MINI_OBJECT = 5;
 constexpr int WELCOME_OBJECT = 9;
 constexpr int WELCOME_BUILDING = 10;
+
+constexpr int HOME_ITEM = 201;  // of the navigation bar, the viewer's own
 
 // A drag across the whole width turns by 5 radians.
 constexpr auto SCRIPT = std::to_array<TourMove>({
@@ -157,6 +179,27 @@ constexpr auto SCRIPT = std::to_array<TourMove>({
     MakeCommand("The view before", 0.0, "orbit"),
     MakeCommand("The view before", 0.8, "previous-view"),
     MakeCommand("And forward again", 0.8, "next-view"),
+    MakeCommand("The navigation bar fades in", 0.6, "toggle-bar"),
+    MakeBarMove("The navigation bar: home", Hover, 0.7, HOME_ITEM),
+    MakeBarMove("The navigation bar: home", Click, 0.6, HOME_ITEM),
+    MakeArrowClick("Discs to choose from", 0.5, NavigationBar::TAG_FULL_NAVIGATION),
+    MakeCommand("The button has the disc that was chosen", 0.0, "disc-view-object"),
+    {"The button has the disc that was chosen", Hover, 0.5, 0.97, 0.5, 0.6, 0.5},
+    MakeCommand("The bar is dragged", 0.0, "close-disc"),
+    MakeBarDrag("The bar is dragged to the left edge", 0.7, -0.93, -0.1),
+    {"It docks", Rest, 0.25},
+    MakeBarDrag("The bar is dragged to the top", 0.7, 0.45, 0.25),
+    {"It docks", Rest, 0.25},
+    MakeCommand("The bar under the cube", 0.6, "bar-linked"),
+    MakeCommand("A toolbar of the tools", 0.0, "bar-right"),
+    MakeCommand("A toolbar of the tools", 0.5, "toggle-tools"),
+    MakeBarMove("A toolbar of the tools", Click, 0.3, TOOL_PAN),
+    MakeCommand("A low window", 0.0, "toggle-tools"),
+    MakeCommand("A low window", 0.0, "orbit"),
+    {"A low window: more controls", Low, 0.3},
+    MakeBarMove("A low window: more controls", Click, 0.5, NavigationBar::TAG_MORE_CONTROLS),
+    {"The bar goes", High, 0.0},
+    MakeCommand("The bar goes", 0.0, "toggle-bar"),
     MakeCommand("Home", 0.6, "home"),
     {"Start view", Rest, 0.3},
 });

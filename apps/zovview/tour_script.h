@@ -21,6 +21,8 @@ struct TourMove {
     DoubleClick,  // at the first position
     Command,      // of the panel
     Welcome,      // the welcome screen of the discs shows
+    Low,          // the view is made as low as that bars have no room for all their items
+    High,         // and as high as the picture again
   };
   const char* caption;
   Kind kind;
@@ -43,6 +45,10 @@ struct TourMove {
   // index of its region).
   int wedge = -1;
   int welcomePart = -1;
+  // Where it begins, if that is on the navigation bar or, from the tags of the tools on, on their toolbar; or
+  // on the arrow of that item.
+  int barItem = -1;
+  bool onArrow = false;
 
   constexpr bool IsOnCube() const { return cubePart >= 0 || overlayPart >= 0; }
 };

@@ -4,6 +4,7 @@
 #include <initializer_list>
 #include <iterator>
 
+#include "bar_commands.h"
 #include "cube_commands.h"
 #include "disc_commands.h"
 #include "korvane/helm_disc.h"
@@ -24,6 +25,8 @@ constexpr double TRAVEL_SECONDS = 0.5;
 using enum ViewCommand::Place;
 using Look = Korvane::OrientorParameters;
 using DiscParameters = Korvane::HelmDiscParameters;
+
+using Strip = Korvane::Toolbar;
 
 constexpr unsigned ALT = zovhost::WindowEvent::ALT;
 
@@ -78,6 +81,8 @@ constexpr ViewCommand COMMANDS[] = {
     {Settings, "toggle-projection", "Orthographic", "P", SDLK_p, ToggleProjection, IsOrthographic},
     {Settings, "toggle-snapping", "Snap to views", "S", SDLK_s, ToggleSnapping, IsSnapping},
     {Settings, "toggle-upright", "Keep upright", "U", SDLK_u, ToggleKeepUp, KeepsUp},
+    {Settings, "toggle-bar", "Navigation bar", "B", SDLK_b, ToggleBar, IsBarShown},
+    {Settings, "toggle-tools", "Toolbar", "K", SDLK_k, ToggleTools, AreToolsShown},
     {Cube, "cube-home", "Home view", "", SDLK_UNKNOWN, GoHomeByCube},
     {Cube, "make-home", "Make this view the home", "", SDLK_UNKNOWN, MakeHome},
     {CubeProjection, "perspective", "Perspective", "", SDLK_UNKNOWN, UsePerspective, IsPlainPerspective},
@@ -89,6 +94,7 @@ constexpr ViewCommand COMMANDS[] = {
     {CubeSettings, "toggle-compass", "Compass", "", SDLK_UNKNOWN, ToggleCompass, HasCompass},
     {CubeSettings, "toggle-coordinates", "List of coordinates", "", SDLK_UNKNOWN, ToggleCoordinates,
      HasCoordinates},
+    {CubeSettings, "toggle-cube", "The cube", "", SDLK_UNKNOWN, ToggleCube, IsCubeShown},
     {CubeSize, "cube-size-automatic", "Automatic size", "", SDLK_UNKNOWN, UseCubeSize<Look::SIZE_AUTOMATIC>,
      IsCubeSize<Look::SIZE_AUTOMATIC>},
     {CubeSize, "cube-size-tiny", "Tiny", "", SDLK_UNKNOWN, UseCubeSize<Look::SIZE_TINY>,
@@ -118,6 +124,15 @@ constexpr ViewCommand COMMANDS[] = {
      HasCoordinatesOf<CoordinateSystem::YUpward>},
     {Coordinates, "up-z", "Z upward", "", SDLK_UNKNOWN, UseZUpward,
      HasCoordinatesOf<CoordinateSystem::ZUpward>},
+    {Bars, "bar-left", "At the left", "", SDLK_UNKNOWN, MoveBarTo<Strip::POSITION_LEFT>,
+     IsBarAtEdge<Strip::POSITION_LEFT>},
+    {Bars, "bar-top", "At the top", "", SDLK_UNKNOWN, MoveBarTo<Strip::POSITION_TOP>,
+     IsBarAtEdge<Strip::POSITION_TOP>},
+    {Bars, "bar-right", "At the right", "", SDLK_UNKNOWN, MoveBarTo<Strip::POSITION_RIGHT>,
+     IsBarAtEdge<Strip::POSITION_RIGHT>},
+    {Bars, "bar-bottom", "At the bottom", "", SDLK_UNKNOWN, MoveBarTo<Strip::POSITION_BOTTOM>,
+     IsBarAtEdge<Strip::POSITION_BOTTOM>},
+    {Bars, "bar-linked", "Under the cube", "", SDLK_UNKNOWN, LinkBar, IsBarLinked},
     MakeDiscCommand<DiscType::ViewObject>("disc-view-object", "View object", "F2", SDLK_F2),
     MakeDiscCommand<DiscType::TourBuilding>("disc-tour-building", "Tour building", "F3", SDLK_F3),
     MakeDiscCommand<DiscType::FullNavigation>("disc-full-navigation", "Full navigation", "F4", SDLK_F4),

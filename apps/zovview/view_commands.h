@@ -17,6 +17,8 @@ class ViewManager;
 
 namespace zovview {
 
+class ViewBars;
+
 /// What a command acts on.
 struct ViewTarget {
   zovhost::ViewHub& hub;
@@ -25,6 +27,7 @@ struct ViewTarget {
   Korvane::Orientor& cube;
   Korvane::HelmDisc& disc;
   std::function<void()> showHelp = {};  ///< Empty: nobody can.
+  ViewBars* bars = nullptr;             ///< Null: there are none.
 };
 
 /// Something that a key does, the panel or a menu.
@@ -49,6 +52,7 @@ struct ViewCommand {
     MiniDiscOpacity,
     WalkSpeed,
     Coordinates,  // the list below the cube
+    Bars,         // where the navigation bar stands: of its menu, and of a list in that of the view
     Nowhere,
   };
 

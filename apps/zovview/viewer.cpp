@@ -73,7 +73,11 @@ void Viewer::AddView() {
   views.push_back(std::make_unique<Viewport>(Viewport::Surroundings{
       [this] { window.RequestFrame(); }, *surfaces.back(),
       [this, index](int /*x*/, int /*y*/) { OpenMenu(index, ViewerMenus::Kind::View); },
-      [this] { ShowHelp(); }, settings != nullptr && index == 0}));
+      [this] { ShowHelp(); },
+      [this, index](ViewBars::Menu menu, const zovhost::BarMenuPlace& place) {
+        OpenBarMenu(index, menu, place);
+      },
+      settings != nullptr && index == 0}));
   Viewport& view = *views.back();
   view.GetRenderer().SetFaceShow(
       [this](const zovhost::SceneFace* face) { sceneView.SetFaceHighlight(face); });
@@ -82,6 +86,7 @@ void Viewer::AddView() {
   });
   if (index == 0) ReadSettings(view);
   if (!view.Create()) std::fprintf(stderr, "%s: the tools and the cube cannot be drawn\n", PROGRAM);
+  if (index == 0 && settings != nullptr) view.GetBars().SetPlaces(settings->GetBarPlaces());
 }
 
 void Viewer::ReadSettings(Viewport& view) {
@@ -94,8 +99,10 @@ void Viewer::ReadSettings(Viewport& view) {
 }
 
 void Viewer::KeepSettings() {
+  if (settings == nullptr) return;
   std::string error;
-  if (settings != nullptr && !settings->Keep(views[0]->GetDisc(), error)) {
+  settings->GetBarPlaces() = views[0]->GetBars().GetPlaces();
+  if (!settings->Keep(views[0]->GetDisc(), error)) {
     std::fprintf(stderr, "%s: %s\n", PROGRAM, error.c_str());
   }
 }
@@ -269,10 +276,18 @@ void Viewer::ShowHelp() {
   window.RequestFrame();
 }
 
-void Viewer::OpenMenu(std::size_t view, ViewerMenus::Kind kind) {
+void Viewer::OpenMenu(std::size_t view, ViewerMenus::Kind kind, std::optional<ViewerMenus::Corner> at) {
   ActivateView(view);
-  menus.Open(kind);
+  menus.Open(kind, at);
   window.RequestFrame();
+}
+
+void Viewer::OpenBarMenu(std::size_t view, ViewBars::Menu menu, const zovhost::BarMenuPlace& place) {
+  const double points = 1.0 / window.GetScale();
+  const double x = (views[view]->GetX() + place.x) * points;
+  const double y = (window.GetHeight() - place.y) * points;
+  OpenMenu(view, ViewerMenus::FindKind(menu),
+           ViewerMenus::Corner{x, y, place.atRight ? 1.0 : 0.0, place.atBottom ? 1.0 : 0.0});
 }
 
 // Numbers without a picture of their own show the system's arrow.

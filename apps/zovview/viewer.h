@@ -94,7 +94,8 @@ class Viewer {
   void ActivateView(std::size_t index);
   void BeginRecording(const LoadedModel& model);
   void Run(const ViewCommand& command);
-  void OpenMenu(std::size_t view, ViewerMenus::Kind kind);
+  void OpenMenu(std::size_t view, ViewerMenus::Kind kind, std::optional<ViewerMenus::Corner> at = {});
+  void OpenBarMenu(std::size_t view, ViewBars::Menu menu, const zovhost::BarMenuPlace& place);
   void ShowHelp();
   void ShowCursor(Korvane::CursorID id);
   void LoadWaiting();

@@ -54,8 +54,11 @@ const ViewCommand* DrawViewMenu(const ViewTarget& target) {
   const ViewCommand* const view = DrawItems(Place::Views, target);
   ImGui::Separator();
   const ViewCommand* const disc = DrawList("Navigation disc", Place::Discs, target);
-  if (tool != nullptr) return tool;
-  return view != nullptr ? view : disc;
+  const ViewCommand* const bar = DrawList("Navigation bar", Place::Bars, target);
+  for (const ViewCommand* chosen : {tool, view, disc}) {
+    if (chosen != nullptr) return chosen;
+  }
+  return bar;
 }
 
 const ViewCommand* DrawCubeMenu(const ViewTarget& target) {
@@ -75,6 +78,29 @@ const ViewCommand* DrawCubeMenu(const ViewTarget& target) {
 }
 
 const ViewCommand* DrawCoordinates(const ViewTarget& target) { return DrawItems(Place::Coordinates, target); }
+
+// ---- the menus of the bars ----
+
+constexpr std::array<std::string_view, 3> SHOWN_ITEMS = {"toggle-bar", "toggle-tools", "toggle-cube"};
+
+const ViewCommand* DrawBarMenu(const ViewTarget& target) {
+  const ViewCommand* const place = DrawItems(Place::Bars, target);
+  ImGui::Separator();
+  const ViewCommand* const shown = DrawItems(SHOWN_ITEMS, target);
+  return place != nullptr ? place : shown;
+}
+
+const ViewCommand* DrawDiscs(const ViewTarget& target) { return DrawItems(Place::Discs, target); }
+
+template <ViewBars::Menu MENU>
+const ViewCommand* DrawMore(const ViewTarget& target) {
+  const ViewCommand* chosen = nullptr;
+  if (target.bars == nullptr) return chosen;
+  for (const ViewCommand* command : target.bars->GetMoreCommands(MENU)) {
+    if (DrawItem(*command, target)) chosen = command;
+  }
+  return chosen;
+}
 
 // ---- the menus of the discs ----
 
@@ -120,13 +146,18 @@ const ViewCommand* DrawDiscMenu(const ViewTarget& target) {
 }
 
 // In the order of the kinds.
-constexpr std::array<const ViewCommand* (*)(const ViewTarget&), 7> MENUS = {DrawViewMenu,
-                                                                            DrawCubeMenu,
-                                                                            DrawCoordinates,
-                                                                            DrawDiscMenu<TOUR_MENU>,
-                                                                            DrawDiscMenu<OBJECT_MENU>,
-                                                                            DrawDiscMenu<FULL_MENU>,
-                                                                            DrawDiscMenu<PLAN_MENU>};
+constexpr std::array<const ViewCommand* (*)(const ViewTarget&), 11> MENUS = {
+    DrawViewMenu,
+    DrawCubeMenu,
+    DrawCoordinates,
+    DrawDiscMenu<TOUR_MENU>,
+    DrawDiscMenu<OBJECT_MENU>,
+    DrawDiscMenu<FULL_MENU>,
+    DrawDiscMenu<PLAN_MENU>,
+    DrawBarMenu,
+    DrawDiscs,
+    DrawMore<ViewBars::Menu::MoreOfBar>,
+    DrawMore<ViewBars::Menu::MoreOfTools>};
 
 }  // namespace
 
@@ -147,8 +178,14 @@ std::optional<ViewerMenus::Kind> ViewerMenus::FindKind(Korvane::MenuID id) {
   }
 }
 
-void ViewerMenus::Open(Kind menu) {
+ViewerMenus::Kind ViewerMenus::FindKind(ViewBars::Menu menu) {
+  static constexpr std::array<Kind, 4> KINDS = {Kind::Bar, Kind::Discs, Kind::MoreOfBar, Kind::MoreOfTools};
+  return KINDS[static_cast<std::size_t>(menu)];
+}
+
+void ViewerMenus::Open(Kind menu, std::optional<Corner> at) {
   kind = menu;
+  place = at;
   opening = true;
 }
 
@@ -156,6 +193,10 @@ const ViewCommand* ViewerMenus::Draw(const ViewTarget& target) {
   const bool opens = std::exchange(opening, false);
   const bool closes = std::exchange(closing, false);
   if (opens) ImGui::OpenPopup(POPUP);
+  if (place.has_value() && (opens || isOpen)) {
+    const auto at = [](double x, double y) { return ImVec2(static_cast<float>(x), static_cast<float>(y)); };
+    ImGui::SetNextWindowPos(at(place->x, place->y), ImGuiCond_Always, at(place->pivotX, place->pivotY));
+  }
   isOpen = ImGui::BeginPopup(POPUP, ImGuiWindowFlags_NoMove | ImGuiWindowFlags_NoNav);
   if (!isOpen) return nullptr;
   const ViewCommand* const chosen = MENUS[static_cast<std::size_t>(kind)](target);

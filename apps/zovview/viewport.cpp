@@ -24,28 +24,36 @@ Viewport::Viewport(Surroundings around)
       selection(hub),
       manager(hub),
       pointer(surroundings.host, manager),
-      target{hub, selection, manager, cube, disc, surroundings.showHelp} {
+      bars(manager, target),
+      tooltip(surroundings.requestFrame),
+      target{hub, selection, manager, cube, disc, surroundings.showHelp, &bars} {
   renderer.SetHost(&pointer);
   manager.SetRenderer(&renderer);
   manager.SetHelmDisc(&disc);
   manager.SetOrientor(&cube);
+  bars.SetOpenMenu(surroundings.openBarMenu);
+  tooltip.SetRenderer(&renderer);
   manager.SetMovePointer([this](int x, int y) { surroundings.host.WarpPointer(x, y); });
 }
 
 Viewport::~Viewport() {
+  tooltip.SetRenderer(nullptr);
   manager.Destroy();
+  manager.SetNavigationBar(nullptr);
+  manager.RemoveToolbar(&bars.GetTools());
   renderer.Destroy();
 }
 
 bool Viewport::Create() {
   disc.GetParameters().suppressWelcome = !surroundings.welcome;
-  return manager.Create();
+  return manager.Create() && bars.Create(renderer);
 }
 
 void Viewport::SetPlace(int x, int y, int width, int height, double scale) {
   placeX = x;
   renderer.SetViewport(x, y, width, height);
   renderer.SetDisplayScale(scale);
+  bars.SetScale(scale);
   manager.SetViewportSize(width, height);
   hub.SetViewportSize(width, height);
 }
@@ -63,14 +71,32 @@ void Viewport::SetScene(const zovhost::Scene& scene) {
 // ---- events ----
 
 void Viewport::OnEvent(const WindowEvent& event) {
-  if (event.type == WindowEvent::Type::MouseDown) clicks.OnMouseDown(event);
+  if (event.type == WindowEvent::Type::MouseDown) {
+    clicks.OnMouseDown(event);
+    bars.OnPress();
+  }
   if (event.type == WindowEvent::Type::MouseMove) clicks.OnMouseMove(event);
   if (event.type == WindowEvent::Type::FocusLost) clicks.Cancel();
   const bool used = manager.OnEvent(event);
   if (event.button == MouseButton::Right) OnRightClick(event, used);
   if (event.type == WindowEvent::Type::MouseUp) OnClick(event);
   if (event.type == WindowEvent::Type::KeyDown && !used) OnKey(event);
+  NotePointer(event);
 }
+
+void Viewport::NotePointer(const WindowEvent& event) {
+  const bool left = event.type == WindowEvent::Type::MouseLeave;
+  const bool ofPointer = left || event.type == WindowEvent::Type::MouseMove ||
+                         event.type == WindowEvent::Type::MouseDown ||
+                         event.type == WindowEvent::Type::MouseUp;
+  if (!ofPointer) return;
+  pointerX = left ? -1 : event.x;
+  pointerY = left ? -1 : event.y;
+  FollowTooltip();
+}
+
+// What is under a pointer that rests may change as well.
+void Viewport::FollowTooltip() { tooltip.Follow(manager.GetTooltip(), pointerX, pointerY, IsPressed()); }
 
 void Viewport::OnClick(const WindowEvent& event) {
   const int count = clicks.OnMouseUp(event);
@@ -79,20 +105,22 @@ void Viewport::OnClick(const WindowEvent& event) {
   if (count == 2) CentreOnPixel(target, event.x, event.y);
 }
 
-// Where the cube opens no menu of its own.
+// Where neither the cube nor a bar opens a menu of its own.
 void Viewport::OnRightClick(const WindowEvent& event, bool used) {
   if (event.type == WindowEvent::Type::MouseDown) {
     rightX = event.x;
     rightY = event.y;
+    rightOnBar = bars.IsOver(event.x, event.y);
   }
   const bool isStill = std::abs(event.x - rightX) <= zovhost::ClickWatch::REACH &&
                        std::abs(event.y - rightY) <= zovhost::ClickWatch::REACH;
-  if (event.type == WindowEvent::Type::MouseUp && !used && isStill && !IsPressed()) {
+  if (event.type == WindowEvent::Type::MouseUp && !used && isStill && !rightOnBar && !IsPressed()) {
     surroundings.openMenu(event.x, event.y);
   }
 }
 
 void Viewport::OnKey(const WindowEvent& event) {
+  tooltip.Dismiss();
   if (event.repeated) return;
   const unsigned held = event.modifiers & (WindowEvent::CONTROL | WindowEvent::ALT);
   if (const ViewCommand* const command = FindViewCommand(event.key, held)) Run(*command);
@@ -101,6 +129,7 @@ void Viewport::OnKey(const WindowEvent& event) {
 void Viewport::Run(const ViewCommand& command) {
   manager.Cancel();
   clicks.Cancel();
+  tooltip.Dismiss();
   command.run(target);
 }
 
@@ -111,6 +140,11 @@ void Viewport::PerformFrame() {
   renderer.SetCamera(hub.GetView());
 }
 
-void Viewport::DrawWidgets() { manager.OnDraw(); }
+void Viewport::DrawWidgets() {
+  bars.Update();
+  manager.OnDraw();
+  FollowTooltip();
+  tooltip.Draw(hub, GetWidth(), GetHeight());
+}
 
 }  // namespace zovview

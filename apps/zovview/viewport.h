@@ -5,17 +5,20 @@
 #include "korvane/helm_disc.h"
 #include "korvane/orientor.h"
 #include "selection.h"
+#include "view_bars.h"
 #include "view_commands.h"
 #include "viewer_view_manager.h"
 #include "zovhost/click_watch.h"
 #include "zovhost/gl_renderer.h"
+#include "zovhost/tooltip_note.h"
 #include "zovhost/view_hub.h"
 #include "zovhost/window.h"
 
 namespace zovview {
 
 /// One view of a model, with all that steers it: the hub, the view manager with its tools, the cube, the
-/// discs, the selection. It owns no window; positions are pixels of the viewport, origin at the bottom left.
+/// discs, the bars, the selection. It owns no window; positions are pixels of the viewport, origin at the
+/// bottom left.
 class Viewport {
  public:
   /// What the viewport asks of the window around it.
@@ -27,6 +30,8 @@ class Viewport {
     std::function<void(int x, int y)> openMenu;
     /// Tells what discs are for; empty: nobody can.
     std::function<void()> showHelp = {};
+    /// A menu of a bar; empty: nobody opens one.
+    ViewBars::OpenMenu openBarMenu = {};
     /// The discs may introduce themselves: the welcome screen shows to whoever has not seen it.
     bool welcome = false;
   };
@@ -66,6 +71,8 @@ class Viewport {
   zovhost::GLRenderer& GetRenderer() { return renderer; }
   Korvane::Orientor& GetCube() { return cube; }
   Korvane::HelmDisc& GetDisc() { return disc; }
+  ViewBars& GetBars() { return bars; }
+  const zovhost::TooltipNote& GetTooltip() const { return tooltip; }
   const ViewTarget& GetTarget() const { return target; }
 
  private:
@@ -86,6 +93,8 @@ class Viewport {
   void OnClick(const zovhost::WindowEvent& event);
   void OnKey(const zovhost::WindowEvent& event);
   void OnRightClick(const zovhost::WindowEvent& event, bool used);
+  void NotePointer(const zovhost::WindowEvent& event);
+  void FollowTooltip();
 
   Surroundings surroundings;
   zovhost::ViewHub hub;
@@ -96,10 +105,15 @@ class Viewport {
   ViewerViewManager manager;
   Pointer pointer;
   zovhost::ClickWatch clicks;
+  ViewBars bars;
+  zovhost::TooltipNote tooltip;
   const ViewTarget target;
   int placeX = 0;
+  int pointerX = -1;
+  int pointerY = -1;
   int rightX = 0;  // the last press of the right button
   int rightY = 0;
+  bool rightOnBar = false;
 };
 
 }  // namespace zovview

@@ -10,6 +10,7 @@
 #include "korvane/orientor.h"
 #include "selection.h"
 #include "tour_clock.h"
+#include "view_bars.h"
 #include "view_commands.h"
 #include "viewer_view_manager.h"
 #include "zovhost/start_camera.h"
@@ -60,7 +61,8 @@ class TravellingHub : public testing::Test {
   Korvane::Orientor cube;
   Korvane::HelmDisc mainDisc;
   zovview::ViewerViewManager manager;
-  const zovview::ViewTarget target = {hub, selection, manager, cube, mainDisc};
+  zovview::ViewBars bars{manager, target};
+  const zovview::ViewTarget target = {hub, selection, manager, cube, mainDisc, {}, &bars};
 };
 
 }  // namespace apps_test

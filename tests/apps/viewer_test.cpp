@@ -19,126 +19,20 @@
 #include "korvane/track_menu.h"
 #include "program.h"
 #include "view_tools.h"
+#include "viewer_fixture.h"
 
 namespace {
 
+using apps_test::HEIGHT;
+using apps_test::SQUARE;
 using apps_test::TemporaryFolder;
-
-constexpr const char* TRIANGLE = "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n";
-constexpr const char* SQUARE = "v 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\nf 1 2 3 4\n";
+using apps_test::TRIANGLE;
+using apps_test::ViewerTest;
+using apps_test::WIDTH;
 
 constexpr const char* TWO_SQUARES =
     "o lower\nv 0 0 0\nv 2 0 0\nv 2 2 0\nv 0 2 0\nf 1 2 3 4\n"
     "o upper\nv 0 3 0\nv 2 3 0\nv 2 5 0\nv 0 5 0\nf 5 6 7 8\n";
-
-constexpr int WIDTH = 800;
-constexpr int HEIGHT = 600;
-
-class ViewerTest : public testing::Test {
- protected:
-  void SetUp() override {
-    zovhost::Window::Options options;
-    options.width = WIDTH;
-    options.height = HEIGHT;
-    options.offscreen = true;
-    std::string error;
-    window = zovhost::Window::Create(options, error);
-    ASSERT_NE(window, nullptr) << error;
-    viewer = std::make_unique<zovview::Viewer>(*window);
-    viewer->Open({folder.Write("triangle.obj", TRIANGLE)});
-    ComeToRest();
-  }
-
-  // Nothing is drawn that nobody has asked a picture for.
-  void TearDown() override {
-    if (viewer == nullptr) return;
-    for (std::size_t view = 0; view < viewer->GetViewCount(); ++view) {
-      const zovhost::GLRenderer& renderer = viewer->GetView(view).GetRenderer();
-      EXPECT_EQ(renderer.GetPlaceholderCount(), 0) << renderer.GetLastPlaceholder();
-    }
-  }
-
-  // Until nothing loads or moves any more, for a minute at most.
-  void ComeToRest() {
-    for (int i = 0; i < 6000; ++i) {
-      const bool open = window->Step(10);
-      if (!open || (!viewer->IsLoading() && !window->IsFrameRequested())) return;
-    }
-    FAIL() << "the viewer does not come to rest";
-  }
-
-  void Drop(const std::filesystem::path& file) {
-    SDL_Event event = {};
-    event.type = SDL_DROPFILE;
-    event.drop.file = SDL_strdup(file.c_str());
-    SDL_PushEvent(&event);
-    do window->Step(0);
-    while (SDL_HasEvent(SDL_DROPFILE) == SDL_TRUE);
-    ComeToRest();
-  }
-
-  void Press(SDL_Keycode key) {
-    SDL_Event event = {};
-    event.type = SDL_KEYDOWN;
-    event.key.keysym.sym = key;
-    SDL_PushEvent(&event);
-    window->Step(0);
-  }
-
-  void PushButton(Uint32 type, int pixelX, int pixelY, Uint8 clicks, Uint8 button = SDL_BUTTON_LEFT) {
-    SDL_Event event = {};
-    event.type = type;
-    event.button.button = button;
-    event.button.clicks = clicks;
-    event.button.x = pixelX;
-    event.button.y = HEIGHT - 1 - pixelY;  // events count from the top
-    SDL_PushEvent(&event);
-  }
-  void Click(const Korvane::Vector2& pixel, Uint8 clicks = 1) {
-    PushButton(SDL_MOUSEBUTTONDOWN, static_cast<int>(pixel.x), static_cast<int>(pixel.y), clicks);
-    PushButton(SDL_MOUSEBUTTONUP, static_cast<int>(pixel.x), static_cast<int>(pixel.y), clicks);
-    ComeToRest();
-  }
-
-  void PushMotion(int pixelX, int pixelY) {
-    SDL_Event event = {};
-    event.type = SDL_MOUSEMOTION;
-    event.motion.x = pixelX;
-    event.motion.y = HEIGHT - 1 - pixelY;
-    SDL_PushEvent(&event);
-  }
-  void Move(int pixelX, int pixelY) {
-    PushMotion(pixelX, pixelY);
-    ComeToRest();
-  }
-  void RightClick(int pixelX, int pixelY) {
-    Move(pixelX, pixelY);
-    PushButton(SDL_MOUSEBUTTONDOWN, pixelX, pixelY, 1, SDL_BUTTON_RIGHT);
-    PushButton(SDL_MOUSEBUTTONUP, pixelX, pixelY, 1, SDL_BUTTON_RIGHT);
-    ComeToRest();
-  }
-  // Left to right, in one view of a window.
-  void Drag(int fromX, int toX, int pixelY) {
-    PushMotion(fromX, pixelY);
-    PushButton(SDL_MOUSEBUTTONDOWN, fromX, pixelY, 1);
-    PushMotion(toX, pixelY);
-    PushButton(SDL_MOUSEBUTTONUP, toX, pixelY, 1);
-    ComeToRest();
-  }
-
-  Korvane::Vector2 Project(const Korvane::Vector3& point) const {
-    Korvane::Vector2 pixel;
-    EXPECT_TRUE(GetHub().GetProjection().WorldToPixel(point, WIDTH, HEIGHT, pixel));
-    return pixel;
-  }
-
-  zovhost::ViewHub& GetHub() const { return viewer->GetView(0).GetHub(); }
-  std::string GetTitle() const { return SDL_GetWindowTitle(window->GetNativeWindow()); }
-
-  TemporaryFolder folder;
-  std::unique_ptr<zovhost::Window> window;
-  std::unique_ptr<zovview::Viewer> viewer;
-};
 
 TEST_F(ViewerTest, names_the_model_in_the_title) {
   EXPECT_EQ(GetTitle(), "triangle.obj - zovview");

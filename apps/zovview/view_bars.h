@@ -1,0 +1,106 @@
+#pragma once
+
+#include <functional>
+#include <string_view>
+#include <vector>
+
+#include "bar_places.h"
+#include "korvane/navigation_bar.h"
+#include "korvane/toolbar.h"
+#include "korvane/toolbar_observer.h"
+#include "zovhost/navigation_bar_host.h"
+
+namespace zovview {
+
+struct ViewCommand;
+struct ViewTarget;
+class ViewerViewManager;
+
+/// The bars of a view: the navigation bar, with home, fit and projection among its items, and a toolbar of
+/// the tools. Each item is a command.
+class ViewBars {
+ public:
+  /// The menus that a bar asks for.
+  enum class Menu : int { Bar, Discs, MoreOfBar, MoreOfTools };
+  using OpenMenu = std::function<void(Menu menu, const zovhost::BarMenuPlace& place)>;
+
+  ViewBars(ViewerViewManager& manager, const ViewTarget& target);
+  ~ViewBars();
+  ViewBars(const ViewBars&) = delete;
+  ViewBars& operator=(const ViewBars&) = delete;
+
+  void SetOpenMenu(OpenMenu open) { openMenu = std::move(open); }
+  /// Pixels for one point of the display.
+  void SetScale(double value);
+
+  /// When the view manager has been created. False without the pictures.
+  bool Create(Korvane::Renderer& renderer);
+  /// A press of the left button is about to come.
+  void OnPress() { host.OnPress(); }
+  /// A pixel of the viewport is on a bar that shows.
+  bool IsOver(int x, int y) const;
+  /// Brings the items up to date with what they stand for; before each drawing.
+  void Update();
+  /// Those of the items that have no room on the bar, in its order.
+  std::vector<const ViewCommand*> GetMoreCommands(Menu menu) const;
+
+  /// As they were wished for: a view without room for that has a bar elsewhere meanwhile.
+  BarPlaces GetPlaces() const;
+  void SetPlaces(const BarPlaces& places);
+  /// Stands it in the middle of an edge.
+  void MoveBar(Korvane::Toolbar::Position edge);
+  bool IsBarAt(Korvane::Toolbar::Position edge) const;
+  void SetToolsVisible(bool visible);
+  bool AreToolsVisible() const { return wished.tools.visible; }
+  Korvane::NavigationBar& GetBar() { return bar; }
+  Korvane::Toolbar& GetTools() { return tools; }
+
+ private:
+  // What the toolbar of the tools tells.
+  class ToolsHost : public Korvane::ToolbarObserver {
+   public:
+    ToolsHost(Korvane::Toolbar* subject, ViewBars& whose) : ToolbarObserver(subject), owner(whose) {}
+    void OnItemClicked(const Korvane::ToolbarItem& item) override { owner.Click(item.GetTag()); }
+    bool OnItemMouseDown(const Korvane::ToolbarItem& item) override;
+    void OnItemMouseEnter(const Korvane::ToolbarItem& item) override { Redraw(item); }
+    void OnItemMouseExit(const Korvane::ToolbarItem& item) override { Redraw(item); }
+    bool OnItemFlyoutOpened(Korvane::ToolbarItem& item) override;
+    bool OnItemContextMenu(const Korvane::ToolbarItem& item) override;
+    void OnItemVisibilityChanged(const Korvane::ToolbarItem& item) override { Redraw(item); }
+    void OnPositionChanged() override;
+    void OnToolbarDragged() override;
+
+   private:
+    void Redraw(const Korvane::ToolbarItem& item);
+
+    ViewBars& owner;
+  };
+
+  void Click(int tag);
+  bool Open(Menu menu, Korvane::Toolbar& strip, int x, int y) const;
+  static Menu FindMenu(zovhost::NavigationBarHost::Menu menu);
+  static void AddHostItems(Korvane::ToolbarItem::List& items);
+  void HideStoryboard();
+  void AddTools();
+  void NoteDrag(Korvane::Toolbar& strip);
+  void Stand(Korvane::Toolbar& strip, Korvane::Toolbar::Position edge, double offset);
+  void MakeRoom(const Korvane::Toolbar& moved, Korvane::Toolbar& other);
+  BarPlace& FindPlace(const Korvane::Toolbar& strip) {
+    return &strip == &tools ? wished.tools : wished.navigation;
+  }
+
+  ViewerViewManager& manager;
+  const ViewTarget& target;
+  OpenMenu openMenu;
+  Korvane::NavigationBar bar;
+  Korvane::Toolbar tools;
+  zovhost::NavigationBarHost host;
+  ToolsHost toolsHost;
+  double scale = 1.0;
+  BarPlaces wished;
+};
+
+/// The command of an item by its tag; null for an item that has none.
+const ViewCommand* FindBarCommand(int tag);
+
+}  // namespace zovview
