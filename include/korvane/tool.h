@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "korvane/camera_operations.h"
 #include "korvane/export.h"
 #include "korvane/lifeline.h"
@@ -83,8 +85,9 @@ class ZOVTOOLS_API Tool {
   /// The host is to wrap the pointer at the edges of the viewport; positions then count on past them.
   bool WantCursorWrapping() const { return wrapCursor && operating; }
 
-  /// Ends what goes on now: a gesture as by a release at a viewport pixel, or where the mouse was last; and a
-  /// shot of the tool's own.
+  /// Ends what goes on now: a gesture as by a release at a viewport pixel, or where the mouse was last; a
+  /// shot of the tool's own, unless the hub runs another one by now; and a press or a release in which the
+  /// host is being called, so that no gesture and no shot comes of it.
   void EndGesture(int x, int y);
   void EndGesture() { EndGesture(mouseX, mouseY); }
 
@@ -138,6 +141,7 @@ class ZOVTOOLS_API Tool {
   class Ongoing;
   class Flight;
   class Closing;
+  class Release;
 
   /// What the base's handlers note of an event.
   void NotePosition(int x, int y);
@@ -160,15 +164,19 @@ class ZOVTOOLS_API Tool {
   void SampleRecord();
 
   RewindRecord record;
+  Lifeline cutOffs;  // cut by EndGesture: a press begins no gesture then, and a release no shot
 
  private:
   void DrawNotes();
+  void CutFlight();
 
   void (*endGesture)(Tool& tool) = nullptr;  // null: a release ends it
   Lifeline lifeline;
   Lifeline gesture;                        // cut when the gesture ends
   Borrowed<CameraOperations> recordedHub;  // a history may be changed when the hub is gone already
+  std::uint64_t flight = 0;                // the number of the shot of the tool's own; 0: the hub began none
   bool closingGesture = false;
+  bool flightCut = false;  // by EndGesture, whatever runs in the hub
 };
 
 }  // namespace Korvane

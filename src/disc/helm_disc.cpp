@@ -127,8 +127,12 @@ void HelmDisc::SetRenderer(Renderer* value) {
   const Lifeline::Watch alive(now.lifeline);
   const Borrowed<Renderer> former(GetRenderer());
   now.partners.renderer.Set(value);
-  now.ForEachMenu([value](TrackMenu& menu) { menu.SetRenderer(value); });
-  if (!alive) return;
+  const Borrowed<Renderer> next(value);
+  const auto goesOn = [&] { return alive && GetRenderer() == value && next.Get() == value; };
+  now.ForEachMenu([&](TrackMenu& menu) {
+    if (goesOn()) menu.SetRenderer(value);
+  });
+  if (!goesOn()) return;
   now.history->SetRenderer(value);
   if (now.ownBall != nullptr) now.ownBall->Destroy();
   if (alive && now.ownBall != nullptr) now.ownBall->SetRenderer(value);

@@ -50,12 +50,14 @@ bool FillMenu(const DiscTable& table, HelmDisc& disc, TrackMenu& menu) {
 
 }  // namespace
 
-// A disc that is filled a second time begins anew.
+// A disc that is filled a second time begins anew, and closed.
 bool HelmDisc::InitRegions(DiscType type) {
   TrackMenu* const menu = GetTrackMenu(type);
   if (menu == nullptr) return true;
   const Lifeline::Watch alive(GetLifeline());
-  if (menu->GetRegion(0) != nullptr) menu->Destroy();
+  const bool filled = menu->GetRegion(0) != nullptr;
+  if (filled && menu == GetActiveTrackMenu()) SetActiveDisc(DiscType::None);
+  if (alive && filled) menu->Destroy();
   if (!alive) return false;
   const DiscTable& table = GetDiscTable(type);
   menu->SetShowParams(&parameters.showTooltips, &parameters.showMessages, &parameters.showToolHUDs);

@@ -20,13 +20,17 @@ void LookMoveRegionListener::OnTrackMenuActivate(bool active) {
 void LookMoveRegionListener::OnLeftMouseDown(int x, int y) {
   DiscRegionListener::OnLeftMouseDown(x, y);
   if (IsAnimating()) return;
-  Press(*this).HideMenu().Then([&] {
-    FreezeRegion(true);
-    usesShiftTool = WantsShiftTool();
-    ChangeRegion();
-    if (!usesShiftTool) PrepareLook();
-    GetToolOfMode().OnMouseDown(x, y);
-  });
+  Press(*this)
+      .HideMenu()
+      .Then([&] {
+        FreezeRegion(true);
+        ChooseByShift();
+      })
+      .Then([&] {
+        ChangeRegion();
+        if (!usesShiftTool) PrepareLook();
+        GetToolOfMode().OnMouseDown(x, y);
+      });
 }
 
 void LookMoveRegionListener::ChangeRegion() {

@@ -62,6 +62,7 @@ bool TrackMenu::Destroy() {
 // What their destructors call finds the menu without regions.
 void TrackMenu::DropRegions() {
   parts->activation.Cut();
+  parts->state.beingPutAway = false;
   parts->single.Hold(nullptr);
   RegionBelongings belongings;
   std::deque<TrackMenuParts::HeldRegion> leaving;
@@ -86,8 +87,9 @@ void TrackMenu::SetRenderer(Renderer* value) {
   TrackMenuParts::Partners& partners = parts->partners;
   if (value != nullptr && value == partners.renderer.Get()) return;
   const Lifeline::Watch alive(parts->lifeline);
+  const Borrowed<Renderer> next(value);
   if (parts->state.active) Hold(false);
-  if (!alive) return;
+  if (!alive || next.Get() != value) return;
   Renderer* const former = partners.renderer.Get();
   partners.renderer.Set(value);
   if (!partners.rendererIsShared && former != value) delete former;
@@ -200,7 +202,8 @@ void TrackMenu::GetClosestPoint(const PixelIcon2D* map, double x, double y, doub
 void TrackMenu::SetActive(bool active) {
   TrackMenuParts::State& state = parts->state;
   const bool next = active || state.visible;
-  if (next == state.active) return;
+  const bool endsPress = !next && std::exchange(state.pressedPutAway, false);
+  if (next == state.active && !endsPress) return;
   state.active = next;
   Hold(next);
 }
@@ -210,6 +213,7 @@ void TrackMenu::SetActive(bool active) {
 void TrackMenu::Hold(bool state) {
   parts->activation.Cut();
   const Lifeline::Watch current(parts->activation);
+  parts->state.beingPutAway = !state;
   const auto hold = [&](TrackMenuParts::HeldRegion& each) {
     parts->Tell(each.region.listener,
                 [state](RegionListener& listener) { listener.OnTrackMenuActivate(state); });
@@ -224,6 +228,7 @@ void TrackMenu::Hold(bool state) {
   for (std::size_t i = 0; current && i < parts->regions.size(); ++i) hold(parts->regions[i]);
   if (current) hold(parts->disabled);
   if (!current) return;
+  parts->state.beingPutAway = false;
   parts->single.Hold(state ? GetRenderer() : nullptr);
   if (!state) parts->ForgetPictures();
 }

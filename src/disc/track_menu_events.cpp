@@ -39,6 +39,7 @@ void TrackMenu::OnLeftMouseDown(int x, int y) {
   mouse.x = x;
   mouse.y = y;
   mouse.leftButtonDown = true;
+  if (!parts->state.active) parts->state.pressedPutAway = true;
   parts->Tell(parts->active.listener, [=](RegionListener& each) { each.OnLeftMouseDown(x, y); });
 }
 
@@ -161,17 +162,18 @@ void TrackMenuParts::Choose(const Vector3& colour) {
 }
 
 // A press that slides is handed from listener to listener; each of them may change the choice, which is then
-// told already.
+// told already, or put the menu away, which ends the press.
 void TrackMenu::TellOfChoice(const Region& before) {
   const Lifeline::Watch alive(parts->lifeline);
+  const Lifeline::Watch held(parts->activation);
   RegionListener* const next = parts->active.listener;
   const auto tell = [&](RegionListener* listener, void (RegionListener::*event)(int, int)) {
-    if (!alive || parts->active.listener != next) return;
+    if (!held || parts->active.listener != next) return;
     const TrackMenuParts::Mouse& mouse = parts->mouse;
     parts->Tell(listener, [&](RegionListener& each) { (each.*event)(mouse.x, mouse.y); });
   };
   RegionListener* const last = before.listener;
-  bool isHandedOn = last != nullptr && last->IsMouseDown();
+  bool isHandedOn = last != nullptr && last->IsMouseDown() && !parts->state.beingPutAway;
   parts->Tell(isHandedOn ? last : nullptr,
               [&](RegionListener& each) { isHandedOn = !each.IsWelcomeListener(); });
   if (isHandedOn) {

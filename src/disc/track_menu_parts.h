@@ -55,6 +55,8 @@ struct TrackMenuParts {
     bool openingMenu = false;  // the host's context menu is up
     bool ignoreMouseMovement = false;
     bool suspendUpdateActiveRegion = false;
+    bool beingPutAway = false;    // its listeners are being told
+    bool pressedPutAway = false;  // by the host, behind the back of its disc
   };
 
   struct Look {

@@ -10,8 +10,9 @@ namespace Korvane {
 
 void WedgeOperation::Begin(CameraOperations& operated, int x, int y) {
   const Borrowed<CameraOperations> next(&operated);
-  End();
-  if (next.Get() == nullptr) return;
+  const Lifeline::Watch goesOn(ends);
+  EndOpen();
+  if (!goesOn || next.Get() == nullptr) return;
   hub.Set(&operated);
   operating = true;
   operated.BeginOperation(type, x, FlipRow(operated.GetApplicationParameters(), y));
@@ -38,13 +39,18 @@ void WedgeOperation::EndOperation() {
   if (std::exchange(operating, false) && operated != nullptr) operated->EndOperation(type);
 }
 
-// What is to end is taken out first: the host may begin the next one meanwhile.
 void WedgeOperation::End() {
+  ends.Cut();
+  EndOpen();
+}
+
+// What is to end is taken out first: the host may begin the next one meanwhile.
+void WedgeOperation::EndOpen() {
   const Borrowed<CameraOperations> ending(hub.Get());
   RewindRecord closing = std::move(record);
-  const bool ends = std::exchange(operating, false);
+  const bool wasOperating = std::exchange(operating, false);
   hub.Set(nullptr);
-  if (CameraOperations* const operated = ends ? ending.Get() : nullptr) operated->EndOperation(type);
+  if (CameraOperations* const operated = wasOperating ? ending.Get() : nullptr) operated->EndOperation(type);
   closing.End(ending.Get());
 }
 

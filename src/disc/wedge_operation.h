@@ -36,10 +36,13 @@ class WedgeOperation {
   }
 
  private:
+  void EndOpen();
+
   const OperationType type;
   Borrowed<CameraOperations> hub;  // in which the operation, or its record, is open
   bool operating = false;
   RewindRecord record;
+  Lifeline ends;  // cut by End: what is about to begin then does not
 };
 
 }  // namespace Korvane

@@ -59,9 +59,7 @@ class WedgeTool {
   /// A gesture, or a shot of the tool's own, goes on.
   bool IsBusy() { return (*this)->IsOperating() || tool.IsAnimating(); }
   bool IsAnimating() { return (*this)->IsAnimating(); }
-  void EndGesture() {
-    if (IsBusy()) tool.EndGesture();
-  }
+  void EndGesture() { (*this)->EndGesture(); }
 
  private:
   const DiscRegionListener& wedge;
@@ -129,7 +127,15 @@ class ShiftToolRegionListener : public DiscRegionListener {
 
  protected:
   bool IsAnimating() { return tool.IsAnimating() || shiftTool.IsAnimating(); }
-  bool WantsShiftTool() const { return IsShiftDown() && allowsShift && IsSet(shiftSetting); }
+  /// For a press: with or without Shift. What the other tool still does, whose release went missing, ends.
+  void ChooseByShift() {
+    usesShiftTool = IsShiftDown() && allowsShift && IsSet(shiftSetting);
+    if (usesShiftTool) {
+      tool.EndGesture();
+    } else {
+      shiftTool.EndGesture();
+    }
+  }
   /// Wired.
   virtual Tool& GetToolOfMode() {
     if (usesShiftTool) return *shiftTool.operator->();

@@ -33,17 +33,17 @@ void ZoomRegionListener::OnLeftMouseDown(int x, int y) {
       .HideMenu()
       .Then([&] {
         FreezeRegion(true);
-        ChooseTool();
+        ChooseByShift();
       })
+      .Then([&] { TellKeys(); })
       .Then([&] { LabelPivotBall(pivotLabel); })
       .Then([&] { PrepareTools(); })
       .Then([&] { PressTool(x, y); });
 }
 
 // The tools are to know the keys as the press finds them.
-void ZoomRegionListener::ChooseTool() {
+void ZoomRegionListener::TellKeys() {
   const bool control = IsControlDown();
-  usesShiftTool = WantsShiftTool();
   PassKey(KEY_SHIFT, IsShiftDown());
   PassKey(KEY_CONTROL, control);
 }

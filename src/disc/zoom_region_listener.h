@@ -26,7 +26,7 @@ class ZoomRegionListener : public ShiftToolRegionListener<ZoomTool, RectZoomTool
  private:
   enum Text : int { TEXT_MAX_IN, TEXT_MAX_OUT, TEXT_ZOOM, TEXT_CLICK_ZOOM, TEXT_RECTANGLE };
 
-  void ChooseTool();
+  void TellKeys();
   void PassKey(KeyID key, bool down);
   void PrepareTools();
   void PressTool(int x, int y);

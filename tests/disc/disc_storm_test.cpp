@@ -14,6 +14,7 @@
 #include <string>
 
 #include "disc/disc_scene.h"
+#include "support/counted_history.h"
 #include "support/counting_renderer.h"
 #include "support/mischievous_hub.h"
 #include "support/open_view_manager.h"
@@ -217,20 +218,6 @@ class StormObserver : public HelmDiscObserver, public OperationObserver, public 
   }
 
   Mischief& mischief;
-};
-
-/// Tells whether a record is open.
-class CountedHistory : public RewindHistory {
- public:
-  bool BeginElementRecord(const CameraParameters& camera) override {
-    ++open;
-    return RewindHistory::BeginElementRecord(camera);
-  }
-  bool EndElementRecord(const CameraParameters& camera) override {
-    --open;
-    return RewindHistory::EndElementRecord(camera);
-  }
-  int open = 0;
 };
 
 class StormDisc : public OpenHelmDisc {

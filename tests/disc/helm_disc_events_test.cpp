@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <string>
 #include <tuple>
 #include <utility>
 #include <vector>
@@ -30,6 +31,64 @@ class HelmDiscEventsTest : public ::testing::Test, public DiscScene {
     return listener;
   }
 };
+
+// ---- what makes the wedges of one kind different ----
+
+struct ZoomRow {
+  DiscType type;
+  Vector3 colour;
+  bool limited;
+  bool rectangle;
+};
+constexpr ZoomRow ZOOM_ROWS[] = {{DiscType::ViewObject, {0, 1, 0}, true, false},
+                                 {DiscType::FullNavigation, {1, 1, 0}, false, true},
+                                 {DiscType::TwoD, {1, 0, 0}, false, true}};
+
+TEST(HelmDiscWedges, each_that_zooms_is_limited_as_its_disc_wants) {
+  for (const ZoomRow& row : ZOOM_ROWS) {
+    DiscScene scene;
+    scene.OpenOn(row.type, row.colour);
+    ApplicationParameters& parameters = scene.hub.GetApplicationParameters();
+    parameters.zoom_back_distance = 0.0;
+    parameters.scene_bound_radius = 100.0;
+    scene.disc.OnLeftMouseDown(400, 300);
+    EXPECT_TRUE(scene.hub.IsOperationActive(OPERATION_ZOOM));
+    EXPECT_EQ(parameters.zoom_back_distance > 0.0, row.limited) << static_cast<int>(row.type);
+  }
+}
+
+TEST(HelmDiscWedges, each_that_zooms_draws_a_rectangle_with_shift_where_its_disc_has_one) {
+  for (const ZoomRow& row : ZOOM_ROWS) {
+    DiscScene scene;
+    scene.disc.GetParameters().rectZoomOnShift = true;
+    scene.OpenOn(row.type, row.colour);
+    scene.disc.OnKeyDown(KEY_SHIFT);
+    scene.disc.OnLeftMouseDown(400, 300);
+    EXPECT_EQ(scene.hub.IsOperationActive(OPERATION_ZOOM), !row.rectangle) << static_cast<int>(row.type);
+  }
+}
+
+TEST(HelmDiscWedges, each_gives_the_pivot_its_word) {
+  struct {
+    DiscType type;
+    Vector3 colour;
+    int label;
+  } const rows[] = {{DiscType::ViewObject, {0, 0, 1}, 39},
+                    {DiscType::ViewObject, {1, 0, 0}, 41},
+                    {DiscType::ViewObject, {0, 1, 0}, 39},
+                    {DiscType::FullNavigation, {0, 0, 1}, 41},
+                    {DiscType::FullNavigation, {0.5, 0.5, 0.5}, 41},
+                    {DiscType::FullNavigation, {1, 1, 0}, 41},
+                    {DiscType::TwoD, {1, 0, 0}, 39}};
+  for (const auto& row : rows) {
+    DiscScene scene;
+    scene.OpenOn(row.type, row.colour);
+    scene.disc.OnLeftMouseDown(400, 300);
+    scene.disc.GetPivotBall()->SetVisible(true);
+    scene.disc.DrawPivotBall();
+    EXPECT_EQ(scene.renderer.lastPivotLabel, L"text " + std::to_wstring(row.label));
+  }
+}
 
 // ---- the life of a click ----
 

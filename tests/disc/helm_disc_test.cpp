@@ -183,6 +183,29 @@ TEST_F(HelmDiscTest, create_twice_fills_each_disc_once) {
   EXPECT_EQ(disc.GetTrackMenu(DiscType::TwoD)->GetRegion(5), nullptr);
 }
 
+TEST_F(HelmDiscTest, create_closes_a_disc_that_is_filled_anew) {
+  Start();
+  disc.SetActiveDisc(DiscType::TwoD);
+  Forget();
+  EXPECT_TRUE(disc.Create());
+  EXPECT_EQ(disc.GetActiveDisc(), DiscType::None);
+  EXPECT_EQ(journal.lines, (Lines{"OnClosed"}));
+  disc.SetActiveDisc(DiscType::TwoD);
+  EXPECT_TRUE(disc.GetActiveTrackMenu()->GetVisible());
+}
+
+// A host may hide the menu of an open disc.
+TEST_F(HelmDiscTest, a_press_on_a_menu_that_was_put_away_ends_when_the_disc_closes) {
+  OpenOn(DiscType::FullNavigation, Vector3(0, 1, 0));  // pan
+  TrackMenu& menu = *disc.GetActiveTrackMenu();
+  menu.SetVisible(false);
+  menu.SetActive(false);
+  disc.OnLeftMouseDown(400, 300);
+  ASSERT_TRUE(hub.IsOperationActive(OPERATION_PAN));
+  disc.SetActiveDisc(DiscType::None);
+  EXPECT_FALSE(hub.IsOperationActive(OPERATION_PAN));
+}
+
 TEST_F(HelmDiscTest, wires_a_pivot_ball_of_another_kind_too) {
   class Making : public OpenHelmDisc {
     PivotBall* InstantiatePivotBall() override { return std::make_unique<PivotBall>().release(); }

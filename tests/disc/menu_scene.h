@@ -83,6 +83,10 @@ class MapRenderer : public RecordingRenderer {
     drawnTexts.push_back(icon->GetPosition());
     return RecordingRenderer::Render(icon);
   }
+  Korvane::DynamicIcon2D* CreatePivotLabel(const wchar_t* text) override {
+    lastPivotLabel = text;
+    return RecordingRenderer::CreatePivotLabel(text);
+  }
   bool LoadTexture(Korvane::TextureID id) override {
     const bool loaded = RecordingRenderer::LoadTexture(id);
     if (onLoad) onLoad(id);
@@ -99,6 +103,7 @@ class MapRenderer : public RecordingRenderer {
     return icon;
   }
 
+  std::wstring lastPivotLabel;
   std::map<int, MapImage> images;
   std::vector<Korvane::Vector2> drawnTexts;  // where they stood
   std::function<void()> onImage;

@@ -11,11 +11,13 @@
 #include <utility>
 #include <vector>
 
+#include "disc/helm_disc_parts.h"
 #include "interaction/tools/tool_fakes.h"
 #include "korvane/helm_disc.h"
 #include "korvane/pixel_icon2d.h"
 #include "korvane/rewind_history.h"
 #include "korvane/track_menu.h"
+#include "support/counted_history.h"
 
 /// A disc of which any kind is said to be open.
 class WedgeDisc : public Korvane::HelmDisc {
@@ -28,6 +30,7 @@ class WedgeDisc : public Korvane::HelmDisc {
 
   Korvane::DiscType type = Korvane::DiscType::FullNavigation;
   int choices = 0;
+  Korvane::HelmDiscParts& open = GetParts();
 };
 
 /// A renderer that keeps what is drawn where, and whose texts have sizes: 200 x 40.
@@ -150,6 +153,7 @@ struct WedgeScene : ::testing::Test {
     disc = std::make_unique<WedgeDisc>();
     disc->SetKorvane(&hub);
     disc->SetPivotBall(&ball);
+    disc->open.history = std::make_unique<CountedHistory>();
     disc->GetHistory()->SetKorvane(&hub);
     renderer.scene = [](const Korvane::Vector3&, const Korvane::Vector3&) {
       return std::optional<Korvane::Vector3>({0, 0, 2});
@@ -233,6 +237,7 @@ struct WedgeScene : ::testing::Test {
   Korvane::HelmDiscParameters& Parameters() { return disc->GetParameters(); }
   /// How many elements the moves have left, the first being the start.
   int GetElementCount() const { return disc->GetHistory()->GetElementCount(); }
+  int GetOpenRecords() const { return static_cast<const CountedHistory*>(disc->GetHistory())->open; }
   Korvane::TrackMenu::Region& Region() { return menu->GetActiveRegion(); }
 
   ManualPlatform platform;

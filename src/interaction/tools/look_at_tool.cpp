@@ -38,14 +38,14 @@ void LookAtTool::EnableBackfaceViewing() { backfaceViewing = true; }
 void LookAtTool::DisableBackfaceViewing() { backfaceViewing = false; }
 
 bool LookAtTool::OnMouseDown(int x, int y) {
-  const Lifeline::Watch alive(GetLifeline());
+  const Lifeline::Watch goesOn(cutOffs);
   if (operating) GiveUp();  // its release went missing
-  if (!alive) return true;
+  if (!goesOn) return true;
   NotePress(x, y);
   if (!CanOperate()) return animating;
   Renderer* const asked = renderer;
   if (!asked->BeginMouseoverComponent(faceHighlighting)) return false;
-  if (!alive || !CanOperate()) {
+  if (!goesOn || !CanOperate()) {
     EndMouseover(asked);
     return false;
   }
@@ -89,7 +89,7 @@ bool LookAtTool::OnMouseUp(int x, int y) {
   const bool wired = CanOperate();
   Renderer* const opened = TakeMouseover();
   Closing closing(*this);
-  Steps steps(*this);
+  Release steps(*this);
   CameraParameters camera;
   Vector3 point;
   Vector3 normal;
@@ -111,7 +111,7 @@ bool LookAtTool::BeginLookAt(CameraParameters& camera, const Vector3& point, con
                              Renderer* opened) {
   bool flies = false;
   LookAtShotParameters shot;
-  Steps(*this)
+  Release(*this)
       .Then([&] {
         const bool fromBehind = (point - camera.eye).Dot(normal) > 0.0;
         shot.direction = backfaceViewing && fromBehind ? -normal : normal;

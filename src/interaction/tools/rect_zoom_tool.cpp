@@ -101,17 +101,19 @@ void RectZoomTool::ClampToViewport(int& x, int& y) const {
 
 bool RectZoomTool::BeginRectShot() {
   Closing closing(*this);
-  closing.LeaveRecord();
   CameraParameters camera;
   Vector3 pivot;
   bool begun = false;
-  Steps(*this)
+  Release(*this)
       .Query(camera)
       .Then([&] { pivot = PickPivot(camera); })
       .Then([&] { camera.pivot = pivot; })
       .Apply(camera)
       .Then([&] { PlacePivotBall(pivotBall.Get(), camera, false); })
-      .Then([&] { begun = Flight(*this, MakeRectShot(camera)).HasBegun(); });
+      .Then([&] {
+        if (closing.LeaveRecord()) begun = Flight(*this, MakeRectShot(camera)).HasBegun();
+      });
+  closing.EndRecord();  // of a flight that there is not to be
   return begun;
 }
 

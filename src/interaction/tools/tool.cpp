@@ -115,17 +115,27 @@ void Tool::SampleRecord() {
 
 void Tool::EndGesture(int x, int y) {
   const Lifeline::Watch alive(lifeline);
+  cutOffs.Cut();
   if (operating && endGesture != nullptr) {
     endGesture(*this);
   } else if (operating) {
     OnMouseUp(x, y);
   }
-  if (!alive || !animating) return;
-  if (cameraOperations != nullptr) cameraOperations->EndShot();
-  if (alive) OnDraw();  // finds the shot over
+  if (alive && animating) CutFlight();
 }
 
-bool Tool::HasShotEnded() const { return animating && IsShotOver(cameraOperations); }
+// What the host has begun in its place goes on.
+void Tool::CutFlight() {
+  const Lifeline::Watch alive(lifeline);
+  const bool runs = cameraOperations != nullptr && flight != 0 && cameraOperations->GetShotNumber() == flight;
+  if (runs) cameraOperations->EndShot();
+  if (!alive) return;
+  flightCut = true;
+  OnDraw();  // finds the shot over
+  if (alive) flightCut = false;
+}
+
+bool Tool::HasShotEnded() const { return animating && (flightCut || IsShotOver(cameraOperations)); }
 
 // ---- drawing ----
 

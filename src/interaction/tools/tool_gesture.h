@@ -81,13 +81,22 @@ class Tool::Ongoing : public Steps {
   explicit Ongoing(Tool& owner) : Steps(owner, owner.gesture) {}
 };
 
+/// After a release, on the way to what it is to begin. What follows is left out also when somebody has ended
+/// what goes on.
+class Tool::Release : public Steps {
+ public:
+  explicit Release(Tool& owner) : Steps(owner, owner.cutOffs) {}
+};
+
 /// The begin of a shot of the tool's own. What follows is left out also when the shot is over by then.
 class Tool::Flight : public Steps {
  public:
   template <class Parameters>
   Flight(Tool& owner, const Parameters& shot) : Steps(owner, owner.gesture) {
     owner.animating = true;
+    owner.flight = 0;
     Then([&] { begun = tool.cameraOperations->BeginShot(shot); });
+    if (begun) Then([&] { tool.flight = tool.cameraOperations->GetShotNumber(); });
   }
 
   /// What the hub has answered.
@@ -112,6 +121,7 @@ class Tool::Closing {
         ball(owner.pivotBall.Get()),
         record(std::move(owner.record)),
         alive(owner.lifeline),
+        goesOn(owner.cutOffs),
         within(std::exchange(owner.closingGesture, true)) {}
   Closing(const Closing&) = delete;
   Closing& operator=(const Closing&) = delete;
@@ -166,10 +176,10 @@ class Tool::Closing {
     return *this;
   }
 
-  /// Leaves the record to the tool: its shot goes on with it. False when the tool has lost its hub or is
-  /// gone.
+  /// Leaves the record to the tool: its shot goes on with it. False when there is to be no shot: the tool has
+  /// lost its hub, is gone, or somebody has ended what goes on.
   bool LeaveRecord() {
-    if (!alive || hub == nullptr || tool.cameraOperations != hub) return false;
+    if (!goesOn || hub == nullptr || tool.cameraOperations != hub) return false;
     tool.record = std::move(record);
     return true;
   }
@@ -180,14 +190,15 @@ class Tool::Closing {
   Borrowed<PivotBall> ball;
   RewindRecord record;
   Lifeline::Watch alive;
-  bool within;  // another that still goes on
+  Lifeline::Watch goesOn;  // false once somebody else has ended what goes on
+  bool within;             // another that still goes on
 };
 
 template <class Begin>
 bool Tool::PressDrag(int x, int y, const Begin& begin) {
-  const Lifeline::Watch alive(lifeline);
+  const Lifeline::Watch goesOn(cutOffs);
   if (operating) OnMouseUp(mouseX, mouseY);  // its release went missing
-  if (!alive) return true;
+  if (!goesOn) return true;
   NotePress(x, y);
   if (!CanOperate()) return animating;
   Opening opening(*this);

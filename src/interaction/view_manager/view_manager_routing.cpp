@@ -335,8 +335,9 @@ void ViewManager::CancelToolGesture() {
   const std::uint64_t before = cameraOperations != nullptr ? cameraOperations->GetShotNumber() : 0;
   if (isChosen() && tool->IsOperating()) {
     tool->EndGesture(mouse.x, mouse.y);
-  } else if (isChosen() && mouse.leftClickOpen) {
-    tool->OnMouseUp(mouse.x, mouse.y);
+  } else {
+    if (isChosen() && !tool->IsAnimating()) tool->EndGesture(mouse.x, mouse.y);  // one about to begin or end
+    if (isChosen() && mouse.leftClickOpen) tool->OnMouseUp(mouse.x, mouse.y);
   }
   if (cameraOperations != nullptr && cameraOperations->GetShotNumber() != before) cameraOperations->EndShot();
 }

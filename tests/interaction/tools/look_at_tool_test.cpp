@@ -271,6 +271,21 @@ TEST_F(LookAtToolTest, the_mouseover_ends_in_the_renderer_in_which_it_was_begun)
   EXPECT_EQ(other.mouseoverEnded, 0);
 }
 
+TEST_F(LookAtToolTest, a_press_that_is_cut_off_as_the_mouseover_begins_begins_nothing) {
+  struct CuttingRenderer : ToolRenderer {
+    bool BeginMouseoverComponent(bool highlight) override {
+      cut->EndGesture();
+      return ToolRenderer::BeginMouseoverComponent(highlight);
+    }
+    Tool* cut = nullptr;
+  } cutting;
+  cutting.cut = &tool;
+  tool.SetRenderer(&cutting);
+  EXPECT_FALSE(tool.OnMouseDown(100, 200));
+  EXPECT_FALSE(tool.IsOperating());
+  EXPECT_EQ(cutting.mouseoverEnded, 1);
+}
+
 TEST_F(LookAtToolTest, a_hub_taken_away_as_the_mouseover_begins_leaves_none_open) {
   struct TakingRenderer : ToolRenderer {
     bool BeginMouseoverComponent(bool highlight) override {

@@ -46,6 +46,18 @@ TEST(PanTool, over_nothing_it_is_anchored_at_the_end_of_the_ray) {
   EXPECT_NEAR(bench.hub.view.pivot.z, 0.0, 1e-12);
 }
 
+TEST(PanTool, a_press_that_is_cut_off_while_it_ends_the_former_one_begins_nothing) {
+  ToolBench bench;
+  PanTool tool;
+  bench.Wire(tool);
+  tool.OnMouseDown(1, 1);
+  bench.history.onEnd = [&] { tool.EndGesture(); };
+  tool.OnMouseDown(2, 2);
+  EXPECT_FALSE(tool.IsOperating());
+  EXPECT_TRUE(bench.history.Has(1, 1));
+  EXPECT_FALSE(bench.hub.IsOperationActive(OPERATION_PAN));
+}
+
 TEST(PanTool, a_gesture_leaves_the_pivot_of_the_camera_as_it_found_it) {
   ToolBench bench;
   PanTool tool;
