@@ -153,7 +153,6 @@ class ZOVTOOLS_API NavigationBar {
 
   void TakeLocation();
   void AppendItems(std::span<const BarItem> rows);
-  void AppendToToolbar(const ToolbarItem::List& items);
   void ApplyWishes();
   bool OfferMoreControls(int x, int y);
   void HideLonelySeparators();

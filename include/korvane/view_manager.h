@@ -355,11 +355,11 @@ class ZOVTOOLS_API ViewManager {
   void CloseCursorQueue(Renderer& pictures) const;
 
   // Layout.
-  void RefreshBarItems(NavigationBar& bar);
+  void RefreshBarItems();
   CornerStrip RefreshToolbars();
-  void RefreshOrientor(Orientor& cube, const CornerStrip& corner);
-  void RefreshNavigationBar(NavigationBar& bar);
-  void RefreshHelmDisc(HelmDisc& disc);
+  void RefreshOrientor(const CornerStrip& corner);
+  void RefreshNavigationBar();
+  void RefreshHelmDisc();
   int GetWelcomeHeight() const;
   void RefreshStoryboard(Storyboard& panel);
   void HandOrientorToBar();

@@ -39,23 +39,31 @@ int GetPresentTag(const Toolbar& toolbar, int tag) {
   return tag;
 }
 
+// Null: it has gone meanwhile.
+void Append(Toolbar* toolbar, const ToolbarItem::List& items) {
+  if (toolbar == nullptr) return;
+  for (int i = 0; i < items.GetCount(); ++i) toolbar->GetItems().Append(items.GetAt(i));
+}
+
 }  // namespace
 
 // ---- filling ----
 
 void NavigationBar::PopulateItems() {
   const Staying now(parts);
+  const Borrowed<Toolbar> filled(now->toolbar.get());
+  const auto goesOn = [&] { return now && filled.Get() != nullptr && now->toolbar.get() == filled.Get(); };
   AppendItems(GetItemsBefore());
-  if (now) PopulateApplicationItems();
-  if (now) AppendItems(GetItemsAfter());
-  if (!now || now->toolbar == nullptr) return;
-  ApplyWishes();
-  if (now) OnItemsPopulated();
+  if (goesOn()) PopulateApplicationItems();
+  if (goesOn()) AppendItems(GetItemsAfter());
+  if (goesOn()) ApplyWishes();
+  if (goesOn()) OnItemsPopulated();
 }
 
 // The texts are the host's, who may let go of the bar while it is asked for them.
 void NavigationBar::AppendItems(std::span<const BarItem> rows) {
   const Staying now(parts);
+  const Borrowed<Toolbar> toolbar(now->toolbar.get());
   const Borrowed<Renderer> renderer(now->partners.renderer.Get());
   ToolbarItem::List items;
   for (const BarItem& row : rows) {
@@ -64,32 +72,30 @@ void NavigationBar::AppendItems(std::span<const BarItem> rows) {
     ToolbarItem::List& discs = items.GetAt(items.GetCount() - 1).GetFlyoutItems();
     for (const BarItem& disc : GetDiscItems()) discs.Append(MakeItem(disc, renderer.Get()));
   }
-  AppendToToolbar(items);
-}
-
-void NavigationBar::AppendToToolbar(const ToolbarItem::List& items) {
-  if (parts->toolbar == nullptr) return;
-  for (int i = 0; i < items.GetCount(); ++i) parts->toolbar->GetItems().Append(items.GetAt(i));
+  Append(toolbar.Get(), items);
 }
 
 void NavigationBar::PopulateApplicationItems() {
   const Staying now(parts);
+  const Borrowed<Toolbar> toolbar(now->toolbar.get());
   ToolbarItem::List items;
   OnPopulateApplicationItems(items);
-  if (now) AppendToToolbar(items);
+  Append(toolbar.Get(), items);
 }
 
 // What was wished for before there were items.
 void NavigationBar::ApplyWishes() {
   const Staying now(parts);
-  Toolbar& toolbar = *now->toolbar;
-  toolbar.SetItemExcluded(TAG_GRIP, GetLocation() == LOCATION_LINKED);
-  toolbar.SetItemExcluded(TAG_ORIENTOR, now->orientorExcluded || now->orientorShown);
-  ToolbarItem::List& items = toolbar.GetItems();
+  const Borrowed<Toolbar> toolbar(now->toolbar.get());
+  toolbar.Get()->SetItemExcluded(TAG_GRIP, GetLocation() == LOCATION_LINKED);
+  if (toolbar.Get() == nullptr) return;
+  toolbar.Get()->SetItemExcluded(TAG_ORIENTOR, now->orientorExcluded || now->orientorShown);
+  if (toolbar.Get() == nullptr) return;
+  ToolbarItem::List& items = toolbar.Get()->GetItems();
   for (int i = 0; i < items.GetCount(); ++i) {
     if (items.GetAt(i).GetTag() == TAG_MORE_CONTROLS) items.GetAt(i).SetExcluded(true);
   }
-  if (const int tag = GetDiscTag(now->activeDisc)) SetItemSelected(tag, true);
+  if (const int tag = GetDiscTag(now->activeDisc)) toolbar.Get()->SetItemSelected(tag, true);
 }
 
 // ---- discs and cube ----

@@ -34,12 +34,10 @@ class StripMotion {
   bool HasExtent() const { return bounds.extentX.GetValue() > 0.0 || bounds.extentY.GetValue() > 0.0; }
   /// The next change is no move, but for one that the last layout has begun.
   void EndTravel() {
-    wantPosition = false;
-    positionInProgress = IsCenterMoving();
+    wantPosition = positionInProgress = IsCenterMoving();
   }
   void EndGrowth() {
-    wantSize = false;
-    sizeInProgress = IsExtentMoving();
+    wantSize = sizeInProgress = IsExtentMoving();
   }
   /// Everything at its end.
   void Stop();

@@ -160,6 +160,11 @@ void Toolbar::SetEdgeOffset(const Vector2& offset) {
   if (offset.IsFinite() && Store(parts->place.edgeOffset, offset)) PostRefresh();
 }
 
+void Toolbar::SetKeepInView(bool value) {
+  if (Store(parts->keepInView, value)) PostRefresh();
+}
+bool Toolbar::GetKeepInView() const { return parts->keepInView; }
+
 bool Toolbar::ConvertToEdgePosition() {
   if (!IsToolbarCorner(parts->place.position)) return false;
   const Staying now(parts);
@@ -210,7 +215,6 @@ void Toolbar::Refresh() {
   now->life.refreshPending = false;
   if (!now->life.created) return;
   RecalculateLayout();
-  if (now && now->Constrain()) RecalculateLayout();
   if (now) now->Update();
 }
 

@@ -55,7 +55,7 @@ bool Toolbar::OnLeftMouseUp(int x, int y) {
   now->mouse.pressed = false;
   if (now->life.disabled) {
     now->EndPress();
-    return false;
+    return wasDown;
   }
   const std::shared_ptr<ToolbarItem> clicked = now->drag.active ? nullptr : now->FindClicked();
   if (now->drag.active) Dock();
@@ -84,10 +84,11 @@ bool Toolbar::OnRightMouseUp(int /*x*/, int /*y*/) { return false; }
 void Toolbar::BeginDrag() {
   const Staying now(parts);
   ConvertToEdgePosition();
+  if (!now || !now->mouse.pressed || !now->life.created || now->life.disabled) return;
   now->drag.active = true;
   now->drag.startOffset = now->place.edgeOffset;
   now->motion.wantPosition = false;
-  if (now) now->SetCursor(CURSOR_PAN);
+  now->SetCursor(CURSOR_PAN);
 }
 
 void Toolbar::Drag() {
@@ -105,10 +106,11 @@ void Toolbar::Dock() {
   now->place = GetDock(now->room, now->place, from);
   now->motion.wantPosition = false;
   RecalculateLayout();
+  if (!now || !now->drag.active) return;  // who was told has put an end to it
   now->Constrain();
   now->drag.active = false;
-  if (now) OnToolbarDragged();
-  if (!now) return;
+  OnToolbarDragged();
+  if (!now || !now->life.created || now->drag.active) return;
   now->motion.JumpToCenter(from.center);
   now->motion.wantPosition = true;
   RecalculateLayout();

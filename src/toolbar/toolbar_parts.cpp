@@ -62,7 +62,7 @@ ToolbarParts::ItemsTold ToolbarParts::Arrange() {
   const bool vertical = place.orientation == Toolbar::ORIENTATION_VERTICAL;
   halfSize =
       vertical ? Vector2(whole.thickness / 2.0, length / 2.0) : Vector2(length / 2.0, whole.thickness / 2.0);
-  motion.SetCenter(GetStripCenter(room, place, halfSize));
+  motion.SetCenter(GetStripCenter(room, GetShownPlace(), halfSize));
   motion.SetExtent(halfSize);
   LayStrip(strip, place.orientation, motion.bounds, spacing);
 
@@ -75,11 +75,15 @@ ToolbarParts::ItemsTold ToolbarParts::Arrange() {
   return changed;
 }
 
-bool ToolbarParts::Constrain() {
-  const Vector2 offset = GetConstrainedOffset(room, place, halfSize, mouse.pressed);
-  const bool changed = offset != place.edgeOffset;
-  place.edgeOffset = offset;
-  return changed;
+void ToolbarParts::Constrain() {
+  place.edgeOffset = GetConstrainedOffset(room, place, halfSize, mouse.pressed);
+}
+
+// What is held back is not forgotten.
+StripPlace ToolbarParts::GetShownPlace() const {
+  StripPlace shown = place;
+  if (keepInView) shown.edgeOffset = GetConstrainedOffset(room, place, halfSize, drag.active);
+  return shown;
 }
 
 // ---- the mouse ----

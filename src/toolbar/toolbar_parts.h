@@ -49,8 +49,8 @@ struct ToolbarParts {
 
   /// Lays out. The items that have come or gone with it.
   ItemsTold Arrange();
-  /// True when the edge offset is another.
-  bool Constrain();
+  /// Holds the edge offset to what there is room for.
+  void Constrain();
   /// Brings items and opacity up to date with the mouse, and asks for a frame when any of it shows.
   void Update();
   /// True when the opacity changes.
@@ -74,6 +74,7 @@ struct ToolbarParts {
   StripLook look;
   StripRoom room;
   StripPlace place;
+  bool keepInView = false;
   Vector2 halfSize;  // that the layout wants
   StripSpacing spacing;
   StripMotion motion;
@@ -86,6 +87,7 @@ struct ToolbarParts {
   Lifeline lifeline;
 
  private:
+  StripPlace GetShownPlace() const;
   bool UpdateItems();
   bool UpdateItemState(int index);
   bool UpdateMouseArea();

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
+#include <utility>
 
 #include "korvane/helm_disc.h"
 #include "support/virtual_slot.h"
@@ -610,6 +612,83 @@ TEST(NavigationBarHosts, may_remove_themselves_and_change_the_items_whatever_the
     scene.bar.OnLeftMouseUp(0, 0);
     EXPECT_FALSE(scene.bar.SetItemSelected(13, true));
   }
+}
+
+class FailingToolbar : public Toolbar {
+ public:
+  bool Create() override { return false; }
+  bool Destroy() override {
+    Toolbar::Destroy();
+    return false;
+  }
+};
+
+TEST_F(NavigationBarTest, passes_on_that_its_toolbar_fails_and_hears_nothing_of_it) {
+  class Failing : public OpenNavigationBar {
+    Toolbar* InstantiateToolbar() override { return std::make_unique<FailingToolbar>().release(); }
+  } failing;
+  JournalBarObserver told(&failing, journal);
+  failing.SetKorvane(&hub);
+  failing.SetRenderer(&renderer);
+  failing.AddObserver(&told);
+  EXPECT_FALSE(failing.Create());
+  ASSERT_NE(failing.GetToolbar(), nullptr);
+  EXPECT_TRUE(failing.GetToolbar()->GetWantAnimation());
+  EXPECT_EQ(failing.open.toolbarObserver, nullptr);
+  EXPECT_FALSE(failing.Destroy());
+  EXPECT_EQ(failing.GetToolbar(), nullptr);
+}
+
+TEST_F(NavigationBarTest, its_first_layout_is_at_once_in_its_place) {
+  bar.SetLinkedToOrientor(false);
+  bar.Create();
+  bar.SetViewportSize(800, 600);
+  bar.Draw();
+  EXPECT_TRUE(bar.GetToolbar()->GetWantAnimation());
+  const Box2 box = bar.GetToolbar()->GetToolbarBounds();
+  EXPECT_EQ(box.Max().x, 800.0);
+  EXPECT_EQ(box.center.y, 300.0);
+  EXPECT_FALSE(bar.GetToolbar()->GetToolbarBounds().centerX.IsChangingInTime());
+}
+
+// The mouse is never on a separator; a host's own kind of bar may ask for its menu.
+TEST_F(NavigationBarTest, has_no_context_menu_for_the_grip_the_corners_and_the_separators) {
+  class Asking : public OpenNavigationBar {
+   public:
+    using NavigationBar::OnItemContextMenu;
+  } asking;
+  JournalBarObserver told(&asking, journal);
+  asking.AddObserver(&told);
+  asking.SetKorvane(&hub);
+  asking.SetRenderer(&renderer);
+  asking.Create();
+  journal.Take();
+  for (const int tag : {0, 1, 2, 3, 44, 45})
+    EXPECT_FALSE(asking.OnItemContextMenu(MakeItem(tag, 0, 28, 28))) << tag;
+  EXPECT_TRUE(journal.Take().empty());
+  EXPECT_TRUE(asking.OnItemContextMenu(MakeItem(13, 0, 28, 28)));
+  EXPECT_EQ(journal.Take().size(), 1U);
+}
+
+TEST_F(NavigationBarTest, a_host_may_destroy_and_create_the_bar_while_it_is_asked_for_a_text) {
+  struct Asked : RecordingRenderer {
+    std::wstring LoadStringResource(int id) override {
+      if (const auto act = std::exchange(onText, nullptr)) act();
+      return RecordingRenderer::LoadStringResource(id);
+    }
+    std::function<void()> onText;
+  } asked;
+  bar.SetRenderer(&asked);
+  asked.onText = [&] {
+    bar.Destroy();
+    bar.Create();
+  };
+  bar.Create();
+  const std::string tags = Tags();
+  bar.Destroy();
+  bar.Create();
+  EXPECT_EQ(Tags(), tags);
+  bar.Destroy();
 }
 
 TEST_F(NavigationBarTest, a_host_may_destroy_or_delete_the_bar_while_it_is_filled) {

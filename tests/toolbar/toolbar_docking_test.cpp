@@ -163,6 +163,14 @@ TEST_F(ToolbarDockingTest, travels_on_to_an_edge_that_has_moved_meanwhile) {
   const Vector2 before = Bounds().center;
   toolbar.SetViewportSize(1000, 700);
   toolbar.Draw();
+  platform.Advance(60);
+  toolbar.Draw();  // at the end of the way: another one begins, along the edge
+  const Vector2 turn = Bounds().center;
+  platform.Advance(50);
+  toolbar.Draw();
+  EXPECT_GT(Bounds().center.x, turn.x + 1.0);
+  EXPECT_LT(Bounds().center.x, turn.x + 99.0);
+  EXPECT_TRUE(toolbar.open.motion.positionInProgress);
   Settle();
   EXPECT_FALSE(toolbar.open.motion.wantPosition);
   EXPECT_FALSE(toolbar.open.motion.positionInProgress);
@@ -219,23 +227,93 @@ TEST_F(ToolbarDockingTest, gives_way_to_the_cube_but_not_during_the_press) {
   EXPECT_EQ(Bounds().center, Vector2(782, 418));
 }
 
-// 300 pixels high less 120 of the cube: 123 fit. A lower view takes more away and lays the strip beside.
-TEST_F(ToolbarDockingTest, gives_way_when_the_cube_comes) {
+TEST_F(ToolbarDockingTest, stands_where_it_was_put_when_the_room_changes) {
+  toolbar.SetEdgeOffset({0, 200});
+  toolbar.SetOrientorBounds(Box2({740, 540}, {60, 60}));
+  toolbar.Draw();
+  EXPECT_EQ(Bounds().center.y, 500);
+  toolbar.SetViewportSize(800, 400);
+  toolbar.Draw();
+  EXPECT_EQ(Bounds().center.y, 400);
+}
+
+TEST_F(ToolbarDockingTest, kept_in_view_it_gives_way_when_the_cube_comes_and_goes_back) {
+  toolbar.SetKeepInView(true);
+  EXPECT_TRUE(toolbar.GetKeepInView());
   toolbar.SetEdgeOffset({0, 200});
   toolbar.Draw();
   EXPECT_EQ(Bounds().center.y, 500);
   toolbar.SetOrientorBounds(Box2({740, 540}, {60, 60}));
   toolbar.Draw();
   EXPECT_EQ(Bounds().center.y, 418);
+  EXPECT_EQ(toolbar.GetEdgeOffset(), Vector2(0, 200));
+  Press(Middle(2));
+  toolbar.SetItemSelected(2, true);
+  toolbar.Draw();
+  EXPECT_EQ(Bounds().center.y, 418);  // also while an item is pressed
+  toolbar.SetOrientorBounds(Box2());
+  toolbar.Draw();
+  EXPECT_EQ(Bounds().center.y, 500);
 }
 
-TEST_F(ToolbarDockingTest, keeps_below_the_ribbon) {
+TEST_F(ToolbarDockingTest, kept_in_view_it_comes_along_as_the_viewport_shrinks_and_goes_back) {
+  toolbar.SetKeepInView(true);
+  toolbar.SetEdgeOffset({0, 200});
+  toolbar.SetViewportSize(800, 400);
+  toolbar.Draw();
+  EXPECT_EQ(Bounds().center.y, 338);  // 400 - 61.5, rounded down
+  toolbar.SetViewportSize(800, 600);
+  toolbar.Draw();
+  EXPECT_EQ(Bounds().center.y, 500);
+}
+
+TEST_F(ToolbarDockingTest, kept_in_view_it_keeps_below_the_ribbon) {
+  toolbar.SetKeepInView(true);
   toolbar.SetPosition(Toolbar::POSITION_TOP);
   toolbar.Draw();
   EXPECT_EQ(Bounds().center, Vector2(400, 582));
   toolbar.SetRibbonSize(500, 50);
   toolbar.Draw();
   EXPECT_EQ(Bounds().center, Vector2(400, 532));
+}
+
+// ---- when it moves and when it jumps ----
+
+TEST(StripMotion, moves_only_by_more_than_the_least_difference_on_each_axis) {
+  const ManualPlatform platform;
+  const double least = 1.1920928955078125e-7;
+  StripMotion motion;
+  motion.SetCenter({8, 8});
+  motion.SetExtent({4, 4});
+  motion.wantAnimation = motion.wantPosition = motion.wantSize = true;
+  motion.SetCenter({8 + least, 8 - least});
+  motion.SetExtent({4 - least, 4 + least});
+  EXPECT_FALSE(motion.IsMoving());
+  EXPECT_EQ(motion.bounds.centerX.GetValue(), 8.0);
+  motion.SetCenter({8, 8 - 1.01 * least});
+  EXPECT_FALSE(motion.bounds.centerX.IsChangingInTime());
+  EXPECT_TRUE(motion.bounds.centerY.IsChangingInTime());
+  motion.SetExtent({4 + 1.01 * least, 4});
+  EXPECT_TRUE(motion.bounds.extentX.IsChangingInTime());
+  EXPECT_FALSE(motion.bounds.extentY.IsChangingInTime());
+}
+
+TEST_F(ToolbarDockingTest, a_second_change_of_size_during_the_first_is_gradual_too) {
+  toolbar.SetWantAnimation(true);
+  toolbar.SetItemExcluded(2, true);
+  toolbar.Draw();
+  platform.Advance(100);
+  toolbar.SetItemExcluded(5, true);
+  toolbar.Draw();
+  platform.Advance(110);
+  toolbar.Draw();  // the first is over: 123 less 28
+  EXPECT_EQ(2 * Bounds().halfExtent.y, 95);
+  platform.Advance(100);
+  toolbar.Draw();
+  EXPECT_LT(2 * Bounds().halfExtent.y, 94.0);
+  EXPECT_GT(2 * Bounds().halfExtent.y, 68.0);
+  Settle();
+  EXPECT_EQ(2 * Bounds().halfExtent.y, 67);
 }
 
 // ---- drags that are cut short ----
@@ -256,6 +334,65 @@ TEST_F(ToolbarDockingTest, a_strip_that_is_disabled_or_destroyed_in_a_drag_goes_
   toolbar.Destroy();
   EXPECT_FALSE(toolbar.open.drag.active);
   EXPECT_EQ(toolbar.GetEdgeOffset(), Vector2());
+}
+
+// The smaller of two equal ways goes to the edge where the strip was.
+TEST_F(ToolbarDockingTest, dropped_as_near_to_the_left_as_to_the_bottom_it_stays_at_the_bottom_only) {
+  Item(5).SetSize(27, 27);  // 122 long
+  toolbar.ApplyItemChanges();
+  for (const int from : {Toolbar::POSITION_BOTTOM, Toolbar::POSITION_LEFT}) {
+    toolbar.SetPosition(static_cast<Toolbar::Position>(from));
+    toolbar.SetEdgeOffset({});
+    toolbar.Draw();
+    const Vector2 half = Bounds().halfExtent;
+    DragTo(half + Vector2(40, 40));
+    ASSERT_EQ(Bounds().Min(), Vector2(40, 40));
+    Drop();
+    EXPECT_EQ(toolbar.GetPosition(), from);
+  }
+}
+
+TEST_F(ToolbarDockingTest, a_second_press_ends_the_drag) {
+  DragTo({300, 250});
+  EXPECT_TRUE(toolbar.open.drag.active);
+  Press({300, 580});
+  EXPECT_FALSE(toolbar.open.drag.active);
+  Move({10, 10});
+  EXPECT_EQ(Bounds().center, Vector2(300, 250));
+}
+
+TEST_F(ToolbarDockingTest, a_host_may_disable_the_strip_as_its_drag_begins) {
+  toolbar.SetPosition(Toolbar::POSITION_TOP_RIGHT);
+  toolbar.Draw();
+  observer.onHear = [&](const std::string& line) {
+    if (line == "position") toolbar.SetDisabled(true);
+  };
+  Press(Middle(1));
+  EXPECT_FALSE(toolbar.open.drag.active);
+}
+
+// Laid along the bottom the strip has room for all items, and tells so.
+TEST_F(ToolbarDockingTest, a_host_may_disable_or_destroy_the_strip_in_the_layout_of_its_dock) {
+  for (const bool destroys : {false, true}) {
+    toolbar.Create();
+    toolbar.SetDisabled(false);
+    toolbar.SetPosition(Toolbar::POSITION_RIGHT);
+    toolbar.SetViewportSize(800, 100);
+    toolbar.Draw();
+    ASSERT_TRUE(Item(5).IsExcluded());
+    Forget();
+    observer.onHear = [&](const std::string& line) {
+      if (line != "included 5") return;
+      observer.onHear = nullptr;
+      if (destroys) toolbar.Destroy();
+      if (!destroys) toolbar.SetDisabled(true);
+    };
+    DragTo({300, 40});
+    Drop();
+    EXPECT_FALSE(toolbar.open.drag.active);
+    EXPECT_EQ(journal.Count("included 5"), 1);
+    EXPECT_EQ(journal.Count("dragged"), 0) << destroys;
+  }
 }
 
 TEST_F(ToolbarDockingTest, a_host_may_choose_the_edge_when_it_hears_of_the_drag) {

@@ -1,6 +1,9 @@
 // A host with a bar, a toolbar and a cube behind one view manager, as a program has them.
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <memory>
+
 #include "korvane/navigation_bar.h"
 #include "korvane/navigation_bar_observer.h"
 #include "korvane/orientor.h"
@@ -232,6 +235,68 @@ TEST_F(ViewWithBarTest, plays_stand_still_under_a_disabled_bar) {
   manager.OnReelshowStopPlayback();
   Click(HOME);
   EXPECT_EQ(barObserver.homes, 1);
+}
+
+/// Does what the test wants in the n-th request for a frame.
+class ActingHub : public MemoryHub {
+ public:
+  explicit ActingHub(const Korvane::CameraParameters& camera) : MemoryHub(camera) {}
+
+  void RequestApplicationUpdate() override {
+    if (left > 0 && --left == 0) act();
+  }
+
+  int left = 0;
+  std::function<void()> act;
+};
+
+// Each change of a bar asks for a frame.
+TEST(ViewWithBarHosts, may_take_anything_away_in_each_request_of_a_layout) {
+  for (int action = 0; action < 5; ++action) {
+    for (int request = 1; request <= 12; ++request) {
+      const ManualPlatform platform;
+      ActingHub hub(LookAt({0, 0, 10}, {0, 0, 0}, {0, 1, 0}));
+      RecordingRenderer renderer;
+      auto cube = std::make_unique<Korvane::Orientor>();
+      auto bar = std::make_unique<Korvane::NavigationBar>();
+      auto strip = std::make_unique<Korvane::Toolbar>();
+      Korvane::ViewManager manager;
+      manager.SetKorvane(&hub);
+      manager.SetRenderer(&renderer);
+      manager.SetOrientor(cube.get());
+      manager.SetNavigationBar(bar.get());
+      manager.AddToolbar(strip.get());
+      manager.Create();
+      manager.SetViewportSize(800, 600);
+      manager.OnDraw();
+      const std::function<void()> actions[] = {
+          [&] {
+            manager.SetOrientor(nullptr);
+            cube.reset();
+          },
+          [&] {
+            manager.SetNavigationBar(nullptr);
+            bar.reset();
+          },
+          [&] { bar->Destroy(); },
+          [&] {
+            manager.RemoveToolbar(strip.get());
+            strip.reset();
+          },
+          [&] { manager.SetKorvane(nullptr); },
+      };
+      hub.act = actions[action];
+      hub.left = request;
+      manager.SetNavigationBarLinkedToOrientor(false);
+      manager.SetRibbonVisible(true);
+      manager.SetRibbonSize(300, 40);
+      manager.SetNavigationBarLinkedToOrientor(true);
+      manager.SetViewportSize(640, 480);
+      manager.OnDraw();
+      EXPECT_EQ(hub.left, 0) << action << " " << request;
+      manager.Destroy();
+    }
+  }
 }
 
 }  // namespace

@@ -15,16 +15,20 @@ int Width(const Toolbar& toolbar) { return Truncate(2.0 * toolbar.GetToolbarBoun
 int Height(const Toolbar& toolbar) { return Truncate(2.0 * toolbar.GetToolbarBounds().extentY.GetValue()); }
 
 Toolbar* ToolbarOf(const NavigationBar* bar) { return bar != nullptr ? bar->GetToolbar() : nullptr; }
+bool IsLinked(const NavigationBar* bar) {
+  return bar != nullptr && bar->GetLocation() == NavigationBar::LOCATION_LINKED;
+}
 
 }  // namespace
 
-// Each step builds on the ones before it.
+// Each step builds on the ones before it. What is told asks the host for a frame, who may take anything away
+// then.
 void ViewManager::Refresh() {
-  if (navigationBar != nullptr) RefreshBarItems(*navigationBar);
+  RefreshBarItems();
   const CornerStrip corner = RefreshToolbars();
-  if (orientor != nullptr) RefreshOrientor(*orientor, corner);
-  if (navigationBar != nullptr) RefreshNavigationBar(*navigationBar);
-  if (helmDisc != nullptr) RefreshHelmDisc(*helmDisc);
+  RefreshOrientor(corner);
+  RefreshNavigationBar();
+  RefreshHelmDisc();
   if (storyboard != nullptr) RefreshStoryboard(*storyboard);
 }
 
@@ -32,70 +36,75 @@ ViewArea ViewManager::GetViewArea() const {
   return {{viewportWidth, viewportHeight}, {ribbon.width, ribbon.height}, ribbon.visible};
 }
 
-void ViewManager::RefreshBarItems(NavigationBar& bar) {
-  if (orientor != nullptr) bar.SetOrientorIsVisible(orientor->GetParameters().visible);
-  if (helmDisc != nullptr) bar.SetActiveHelmDisc(helmDisc->GetActiveDisc());
-  if (storyboard != nullptr) bar.SetItemSelected(STORYBOARD_ITEM, storyboard->IsVisible());
+void ViewManager::RefreshBarItems() {
+  const auto both = [this](const auto* widget) { return widget != nullptr && navigationBar != nullptr; };
+  if (both(orientor)) navigationBar->SetOrientorIsVisible(orientor->GetParameters().visible);
+  if (both(helmDisc)) navigationBar->SetActiveHelmDisc(helmDisc->GetActiveDisc());
+  if (both(storyboard)) navigationBar->SetItemSelected(STORYBOARD_ITEM, storyboard->IsVisible());
 }
 
 CornerStrip ViewManager::RefreshToolbars() {
   CornerStrip corner;
   toolbars.Notify([this, &corner](Toolbar& toolbar) {
+    const Lifeline::Watch alive(toolbar.GetLifeline());
     toolbar.SetViewportSize(viewportWidth, viewportHeight);
+    if (!alive) return;
     const bool isInCorner = toolbar.IsVisible() && toolbar.GetPosition() == Toolbar::POSITION_TOP_RIGHT;
     if (isInCorner) corner = {true, {Width(toolbar), Height(toolbar)}};
   });
   return corner;
 }
 
-void ViewManager::RefreshOrientor(Orientor& cube, const CornerStrip& corner) {
-  cube.SetViewportSize(viewportWidth, viewportHeight);
-  OrientorParameters& parameters = cube.GetParameters();
-  parameters.screen_offset_y = GetCubeOffset(GetViewArea(), corner, parameters, cube.GetScreenSize());
+void ViewManager::RefreshOrientor(const CornerStrip& corner) {
+  if (orientor != nullptr) orientor->SetViewportSize(viewportWidth, viewportHeight);
+  if (orientor == nullptr) return;
+  OrientorParameters& parameters = orientor->GetParameters();
+  parameters.screen_offset_y = GetCubeOffset(GetViewArea(), corner, parameters, orientor->GetScreenSize());
 }
 
-void ViewManager::RefreshNavigationBar(NavigationBar& bar) {
-  if (Toolbar* const toolbar = bar.GetToolbar()) {
-    if (bar.GetLocation() != NavigationBar::LOCATION_LINKED || orientor == nullptr) {
-      toolbar->SetSizeLimits(viewportWidth, viewportHeight);
-    } else {
-      LinkNavBarToOrientor();
-    }
-    toolbar->SetRibbonSize(ribbon.visible ? ribbon.width : 0, ribbon.visible ? ribbon.height : 0);
-    HandOrientorToBar();
+void ViewManager::RefreshNavigationBar() {
+  if (orientor != nullptr && IsLinked(navigationBar)) {
+    LinkNavBarToOrientor();
+  } else if (Toolbar* const toolbar = ToolbarOf(navigationBar)) {
+    toolbar->SetSizeLimits(viewportWidth, viewportHeight);
   }
-  bar.SetViewportSize(viewportWidth, viewportHeight);
+  if (Toolbar* const toolbar = ToolbarOf(navigationBar))
+    toolbar->SetRibbonSize(ribbon.visible ? ribbon.width : 0, ribbon.visible ? ribbon.height : 0);
+  HandOrientorToBar();
+  if (navigationBar != nullptr) navigationBar->SetViewportSize(viewportWidth, viewportHeight);
 }
 
 void ViewManager::HandOrientorToBar() {
+  if (orientor == nullptr) return;
+  if (Toolbar* const toolbar = ToolbarOf(navigationBar)) toolbar->SetOrientorBounds(GetOrientorBounds());
   Toolbar* const toolbar = ToolbarOf(navigationBar);
-  if (toolbar == nullptr || orientor == nullptr) return;
-  toolbar->SetOrientorBounds(GetOrientorBounds());
-  toolbar->SetOrientorLocation(orientor->GetParameters().screen_location);
+  if (toolbar != nullptr && orientor != nullptr)
+    toolbar->SetOrientorLocation(orientor->GetParameters().screen_location);
 }
 
 // A bar may be as wide as its position makes it.
 void ViewManager::LinkNavBarToOrientor() {
-  Toolbar* const toolbar = ToolbarOf(navigationBar);
-  if (orientor == nullptr || toolbar == nullptr) return;
-  if (navigationBar->GetLocation() != NavigationBar::LOCATION_LINKED) return;
+  if (orientor == nullptr || !IsLinked(navigationBar) || ToolbarOf(navigationBar) == nullptr) return;
   int width = 0;
   int height = 0;
   GetOrientorSize(width, height);
-  const OrientorParameters& parameters = orientor->GetParameters();
-  const std::optional<Toolbar::Position> position = GetLinkedPosition(parameters.screen_location);
+  const OrientorParameters::Location corner = orientor->GetParameters().screen_location;
+  const int cubeOffset = orientor->GetParameters().screen_offset_y;
+  const std::optional<Toolbar::Position> position = GetLinkedPosition(corner);
   if (!position) return;
-  toolbar->SetPosition(*position);
-  const double barWidth = 2.0 * toolbar->GetToolbarBounds().extentX.GetValue();
-  const LinkedBarPlace place =
-      PlaceLinkedBar(GetViewArea(), parameters.screen_location, height, parameters.screen_offset_y, barWidth);
-  toolbar->SetCornerOffset(Vector2(0.0, place.offset));
-  toolbar->SetSizeLimits(viewportWidth, place.heightLimit);
+  if (Toolbar* const toolbar = ToolbarOf(navigationBar)) toolbar->SetPosition(*position);
+  const Toolbar* const placed = ToolbarOf(navigationBar);
+  if (placed == nullptr) return;
+  const double barWidth = 2.0 * placed->GetToolbarBounds().extentX.GetValue();
+  const LinkedBarPlace place = PlaceLinkedBar(GetViewArea(), corner, height, cubeOffset, barWidth);
+  if (Toolbar* const toolbar = ToolbarOf(navigationBar)) toolbar->SetCornerOffset(Vector2(0.0, place.offset));
+  if (Toolbar* const toolbar = ToolbarOf(navigationBar))
+    toolbar->SetSizeLimits(viewportWidth, place.heightLimit);
 }
 
-void ViewManager::RefreshHelmDisc(HelmDisc& disc) {
-  disc.SetViewportSize(viewportWidth, viewportHeight);
-  disc.SetWelcomeMenuPosition(0, GetWelcomeHeight());
+void ViewManager::RefreshHelmDisc() {
+  if (helmDisc != nullptr) helmDisc->SetViewportSize(viewportWidth, viewportHeight);
+  if (helmDisc != nullptr) helmDisc->SetWelcomeMenuPosition(0, GetWelcomeHeight());
 }
 
 // The welcome screen stands in the lower left corner, above what else is there.
@@ -126,8 +135,7 @@ void ViewManager::GetOrientorSize(int& width, int& height) const {
   height = 0;
   if (!IsOrientorVisible()) return;
   orientor->GetRegionSize(width, height);
-  const bool hasBarOnEdge =
-      ToolbarOf(navigationBar) != nullptr && navigationBar->GetLocation() != NavigationBar::LOCATION_LINKED;
+  const bool hasBarOnEdge = ToolbarOf(navigationBar) != nullptr && !IsLinked(navigationBar);
   if (hasBarOnEdge) height += BAR_BESIDE_CUBE;
 }
 
@@ -182,9 +190,7 @@ bool ViewManager::SetNavigationBarLinkedToOrientor(bool linked) {
   return true;
 }
 
-bool ViewManager::IsNavigationBarLinkedToOrientor() const {
-  return navigationBar != nullptr && navigationBar->GetLocation() == NavigationBar::LOCATION_LINKED;
-}
+bool ViewManager::IsNavigationBarLinkedToOrientor() const { return IsLinked(navigationBar); }
 
 bool ViewManager::SetRibbonVisible(bool visible) {
   if (ribbon.visible == visible) return false;
