@@ -31,7 +31,7 @@ WIDGETS = {"cube", "disc", "story", "toolbar", "controller"}
 # through which lower shelves meet a higher one, stand on the lowest shelf that needs them.
 PUBLIC = {
     "foundation": """export fwd math vector2 vector3 quaternion box2 box3 ray plane3d color_rgba platform timer
-        interval_timer changing_in_time aspect_ratio_adjuster observer_list observer_set
+        interval_timer changing_in_time aspect_ratio_adjuster observer_list observer_set owned_list
         lifeline running resource_ids cam3d_controller_parameters orientor_parameters""",
     "camera": """camera_parameters application_parameters operation camera_operations shot shot_parameters
         borrowed_settings shot_watch""",

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <cstddef>
+#include <deque>
+#include <memory>
+
+#include "korvane/export.h"
+#include "korvane/lifeline.h"
+
+namespace Korvane {
+
+/// An edit that can be taken back. It owns what it has taken out for as long as that is out: a command that
+/// adds owns its object while it is undone, one that deletes while it is not.
+class ZOVTOOLS_API UndoCommand {
+ public:
+  UndoCommand();
+  virtual ~UndoCommand();
+  UndoCommand(const UndoCommand&) = delete;
+  UndoCommand& operator=(const UndoCommand&) = delete;
+
+  virtual void Do() = 0;
+  /// Do again, as a rule.
+  virtual void Redo();
+  virtual void Undo() = 0;
+
+  /// Taken back, and not done again since.
+  bool IsUndone() const { return undone; }
+  void SetUndone(bool value) { undone = value; }
+
+ private:
+  bool undone = false;
+};
+
+/// Edits in the order in which they were made, all of which can be taken back and made again, without limit.
+/// Within a command a host may call anything of the queue and destroy it; a command that runs lives until it
+/// has returned.
+class ZOVTOOLS_API UndoQueue {
+ public:
+  UndoQueue();
+  /// Destroys all commands.
+  virtual ~UndoQueue();
+  UndoQueue(const UndoQueue&) = delete;
+  UndoQueue& operator=(const UndoQueue&) = delete;
+
+  /// Takes the last edit back. False when there is none.
+  virtual bool Undo();
+  /// Makes the edit again that was taken back last. False when there is none.
+  virtual bool Redo();
+  virtual bool CanUndo() const;
+  virtual bool CanRedo() const;
+  /// Takes the command over and, when `run` is set, does it; else its work is done already. What could have
+  /// been made again is dropped. Null is ignored.
+  virtual void Add(UndoCommand* command, bool run);
+  /// Destroys all commands.
+  virtual void Clear();
+
+ private:
+  using Commands = std::deque<std::shared_ptr<UndoCommand>>;
+
+  void DropFrom(std::size_t place);
+
+  Commands commands;
+  std::size_t cursor = 0;  // those before it are done, the others taken back
+  Lifeline lifeline;
+};
+
+}  // namespace Korvane

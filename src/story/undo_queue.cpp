@@ -1,0 +1,57 @@
+#include "korvane/undo_queue.h"
+
+#include <iterator>
+#include <utility>
+
+namespace Korvane {
+
+UndoCommand::UndoCommand() = default;
+UndoCommand::~UndoCommand() = default;
+void UndoCommand::Redo() { Do(); }
+
+UndoQueue::UndoQueue() = default;
+UndoQueue::~UndoQueue() { DropFrom(0); }
+
+bool UndoQueue::CanUndo() const { return cursor > 0; }
+bool UndoQueue::CanRedo() const { return cursor < commands.size(); }
+
+bool UndoQueue::Undo() {
+  if (!CanUndo()) return false;
+  const std::shared_ptr<UndoCommand> command = commands[--cursor];
+  command->Undo();
+  command->SetUndone(true);
+  return true;
+}
+
+bool UndoQueue::Redo() {
+  if (!CanRedo()) return false;
+  const Lifeline::Watch alive(lifeline);
+  const std::shared_ptr<UndoCommand> command = commands[cursor];
+  command->Redo();
+  command->SetUndone(false);
+  if (alive && CanRedo() && commands[cursor] == command) ++cursor;
+  return true;
+}
+
+void UndoQueue::Add(UndoCommand* command, bool run) {
+  if (command == nullptr) return;
+  const std::shared_ptr<UndoCommand> added(command);
+  const Lifeline::Watch alive(lifeline);
+  DropFrom(cursor);
+  if (!alive) return;
+  commands.push_back(added);
+  cursor = commands.size();
+  if (run) added->Do();
+}
+
+void UndoQueue::Clear() { DropFrom(0); }
+
+// The end of a command may call out, which then finds the queue without it.
+void UndoQueue::DropFrom(std::size_t place) {
+  Commands dropped(std::make_move_iterator(commands.begin() + static_cast<std::ptrdiff_t>(place)),
+                   std::make_move_iterator(commands.end()));
+  commands.resize(place);
+  cursor = place;
+}
+
+}  // namespace Korvane

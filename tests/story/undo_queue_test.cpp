@@ -1,0 +1,171 @@
+#include "korvane/undo_queue.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "support/journal.h"
+#include "support/virtual_slot.h"
+
+using namespace Korvane;
+
+namespace {
+
+/// Writes down what becomes of it, and then does what the test wants.
+class JournalCommand : public UndoCommand {
+ public:
+  JournalCommand(Journal& theJournal, std::string commandName)
+      : journal(theJournal), name(std::move(commandName)) {}
+  ~JournalCommand() override { journal.Add(name + (IsUndone() ? " dies undone" : " dies done")); }
+
+  void Do() override { Act("do "); }
+  void Undo() override { Act("undo "); }
+
+  std::function<void()> onAct;
+
+ private:
+  void Act(const std::string& what) {
+    journal.Add(what + name);
+    if (onAct) onAct();
+  }
+
+  Journal& journal;
+  std::string name;
+};
+
+struct UndoQueueTest : ::testing::Test {
+  JournalCommand* Add(const std::string& name, bool run = true) {
+    auto* const command = std::make_unique<JournalCommand>(journal, name).release();
+    queue->Add(command, run);
+    return command;
+  }
+
+  Journal journal;
+  std::unique_ptr<UndoQueue> queue = std::make_unique<UndoQueue>();
+};
+
+TEST_F(UndoQueueTest, begins_with_nothing_to_undo_or_redo) {
+  EXPECT_FALSE(queue->CanUndo());
+  EXPECT_FALSE(queue->CanRedo());
+  EXPECT_FALSE(queue->Undo());
+  EXPECT_FALSE(queue->Redo());
+  queue->Clear();
+}
+
+TEST_F(UndoQueueTest, does_a_command_only_where_it_is_told_to) {
+  Add("a", true);
+  Add("b", false);
+  EXPECT_EQ(journal.Take(), (Lines{"do a"}));
+  EXPECT_TRUE(queue->CanUndo());
+  EXPECT_FALSE(queue->CanRedo());
+}
+
+TEST_F(UndoQueueTest, undoes_from_the_last_and_redoes_from_the_first) {
+  JournalCommand* const a = Add("a");
+  JournalCommand* const b = Add("b");
+  journal.Take();
+  EXPECT_TRUE(queue->Undo());
+  EXPECT_TRUE(b->IsUndone());
+  EXPECT_TRUE(queue->Undo());
+  EXPECT_TRUE(a->IsUndone());
+  EXPECT_FALSE(queue->Undo());
+  EXPECT_TRUE(queue->Redo());
+  EXPECT_FALSE(a->IsUndone());
+  EXPECT_TRUE(b->IsUndone());
+  EXPECT_TRUE(queue->Redo());
+  EXPECT_FALSE(queue->Redo());
+  EXPECT_EQ(journal.Take(), (Lines{"undo b", "undo a", "do a", "do b"}));
+}
+
+TEST_F(UndoQueueTest, a_new_edit_drops_what_could_have_been_redone) {
+  Add("a");
+  Add("b");
+  Add("c");
+  queue->Undo();
+  queue->Undo();
+  journal.Take();
+  Add("d");
+  EXPECT_EQ(journal.Take(), (Lines{"b dies undone", "c dies undone", "do d"}));
+  EXPECT_FALSE(queue->CanRedo());
+  queue->Undo();
+  queue->Undo();
+  EXPECT_FALSE(queue->CanUndo());
+  EXPECT_EQ(journal.Take(), (Lines{"undo d", "undo a"}));
+}
+
+TEST_F(UndoQueueTest, clear_and_the_end_destroy_all) {
+  Add("a", false);
+  Add("b", false);
+  queue->Undo();
+  journal.Take();
+  queue->Clear();
+  EXPECT_EQ(journal.Take(), (Lines{"a dies done", "b dies undone"}));
+  EXPECT_FALSE(queue->CanUndo());
+  EXPECT_FALSE(queue->CanRedo());
+  Add("c", false);
+  queue.reset();
+  EXPECT_EQ(journal.Take(), (Lines{"c dies done"}));
+}
+
+TEST_F(UndoQueueTest, has_no_limit) {
+  constexpr int COUNT = 20000;
+  for (int i = 0; i < COUNT; ++i) Add("x", false);
+  int undone = 0;
+  while (queue->Undo()) ++undone;
+  EXPECT_EQ(undone, COUNT);
+}
+
+TEST_F(UndoQueueTest, ignores_null) {
+  queue->Add(nullptr, true);
+  EXPECT_FALSE(queue->CanUndo());
+}
+
+TEST_F(UndoQueueTest, may_be_used_from_within_a_command) {
+  JournalCommand* const a = Add("a");
+  JournalCommand* const b = Add("b");
+  b->onAct = [&] { queue->Undo(); };
+  queue->Undo();
+  EXPECT_TRUE(a->IsUndone());
+  EXPECT_TRUE(b->IsUndone());
+  b->onAct = nullptr;
+  a->onAct = [&] { queue->Clear(); };
+  journal.Take();
+  EXPECT_TRUE(queue->Redo());
+  EXPECT_EQ(journal.Take(), (Lines{"do a", "b dies undone", "a dies done"}));
+  EXPECT_FALSE(queue->CanUndo());
+  EXPECT_FALSE(queue->CanRedo());
+}
+
+TEST_F(UndoQueueTest, may_be_destroyed_from_within_a_command) {
+  for (const std::string step : {"do", "undo", "redo"}) {
+    queue = std::make_unique<UndoQueue>();
+    auto* const command = std::make_unique<JournalCommand>(journal, "a").release();
+    const auto destroy = [&] { queue.reset(); };
+    UndoQueue* const used = queue.get();
+    if (step == "do") command->onAct = destroy;
+    used->Add(command, true);
+    if (step == "undo") command->onAct = destroy;
+    if (queue != nullptr) used->Undo();
+    if (step == "redo") command->onAct = destroy;
+    if (queue != nullptr) used->Redo();
+    EXPECT_EQ(queue, nullptr) << step;
+  }
+}
+
+TEST(UndoQueueSlots, stand_in_their_order) {
+  const std::vector<int> slots = {VirtualSlot(&UndoQueue::Undo),    VirtualSlot(&UndoQueue::Redo),
+                                  VirtualSlot(&UndoQueue::CanUndo), VirtualSlot(&UndoQueue::CanRedo),
+                                  VirtualSlot(&UndoQueue::Add),     VirtualSlot(&UndoQueue::Clear)};
+  EXPECT_EQ(slots, (std::vector<int>{2, 3, 4, 5, 6, 7}));
+}
+
+TEST(UndoCommandSlots, stand_in_their_order) {
+  const std::vector<int> slots = {VirtualSlot(&UndoCommand::Do), VirtualSlot(&UndoCommand::Redo),
+                                  VirtualSlot(&UndoCommand::Undo)};
+  EXPECT_EQ(slots, (std::vector<int>{2, 3, 4}));
+}
+
+}  // namespace
