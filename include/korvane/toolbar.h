@@ -127,12 +127,13 @@ class ZOVTOOLS_API Toolbar {
   void SetOrientation(Orientation value);
   /// Distances from the two sides of a corner, inward, for the four corner positions.
   void SetCornerOffset(const Vector2& offset);
-  /// From the middle of the edge, for the four edges: to the right and up. A drag and the dock hold it to what
-  /// the viewport, the ribbon and the cube leave; for a strip that is kept in view each layout does.
+  /// From the middle of the edge, for the four edges: to the right and up. A drag and the dock hold it to
+  /// what the viewport, the ribbon and the cube leave; for a strip that is kept in view each layout does.
   const Vector2& GetEdgeOffset() const;
   void SetEdgeOffset(const Vector2& offset);
-  /// A strip at an edge gives way as well when the viewport shrinks, or the ribbon or the cube comes, and goes
-  /// back when there is room again: the offset stays what it is. False at first: it stands where it was put.
+  /// A strip at an edge gives way as well when the viewport shrinks, or the ribbon or the cube comes, and
+  /// goes back when there is room again: the offset stays what it is. False at first: it stands where it was
+  /// put.
   void SetKeepInView(bool value);
   bool GetKeepInView() const;
   /// A corner becomes the edge beside it, in the same place. True when that changed the position.

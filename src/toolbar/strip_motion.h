@@ -33,12 +33,8 @@ class StripMotion {
   }
   bool HasExtent() const { return bounds.extentX.GetValue() > 0.0 || bounds.extentY.GetValue() > 0.0; }
   /// The next change is no move, but for one that the last layout has begun.
-  void EndTravel() {
-    wantPosition = positionInProgress = IsCenterMoving();
-  }
-  void EndGrowth() {
-    wantSize = sizeInProgress = IsExtentMoving();
-  }
+  void EndTravel() { wantPosition = positionInProgress = IsCenterMoving(); }
+  void EndGrowth() { wantSize = sizeInProgress = IsExtentMoving(); }
   /// Everything at its end.
   void Stop();
 
