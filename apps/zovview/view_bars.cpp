@@ -131,6 +131,7 @@ bool ViewBars::Create(Korvane::Renderer& renderer) {
   if (!bar.Create()) return false;
   zovhost::DressToolbar(*bar.GetToolbar(), scale);
   zovhost::ResizeItems(bar.GetToolbar()->GetItems(), scale);
+  bar.GetToolbar()->SetKeepInView(true);
   tools.SetWantAnimation(true);
   manager.SetNavigationBar(&bar);
   manager.Refresh();
@@ -140,6 +141,7 @@ bool ViewBars::Create(Korvane::Renderer& renderer) {
 void ViewBars::AddTools() {
   zovhost::DressToolbar(tools);
   tools.SetPosition(Toolbar::POSITION_BOTTOM);
+  tools.SetKeepInView(true);
   ToolbarItem::List& items = tools.GetItems();
   items.Append(zovhost::MakeToolbarGrip(GRIP, L"Drag to another edge of the view"));
   for (const Button& button : TOOL_BUTTONS) items.Append(MakeButton(button));
