@@ -131,6 +131,18 @@ TEST_F(DiscCommandsTest, the_hot_key_closes_a_disc_that_was_used_and_a_press_whi
   EXPECT_EQ(disc.GetActiveDisc(), DiscType::FullNavigation);
 }
 
+TEST_F(DiscCommandsTest, the_hot_key_leaves_a_disc_that_was_used_alone_while_a_button_is_held) {
+  Send(Type::MouseMove, 500, 300);
+  Tap(SDLK_d);
+  Drag(500, 300, 540, 300);
+  Send(Type::MouseDown, 540, 300, MouseButton::Middle);
+  Tap(SDLK_d);
+  EXPECT_EQ(disc.GetActiveDisc(), DiscType::FullNavigation);
+  Send(Type::MouseUp, 540, 300, MouseButton::Middle);
+  Tap(SDLK_d);
+  EXPECT_EQ(disc.GetActiveDisc(), DiscType::None);
+}
+
 TEST_F(DiscCommandsTest, escape_closes_the_disc_and_selects_nothing_the_next_time) {
   Send(Type::MouseMove, WIDTH / 2, HEIGHT / 2);
   selection.PickAt(WIDTH / 2, HEIGHT / 2);
@@ -172,6 +184,25 @@ TEST_F(DiscCommandsTest, a_press_on_a_disc_ends_a_travelling_camera) {
   Send(Type::MouseDown, 500, 300);
   EXPECT_FALSE(hub.IsShotActive());
   Send(Type::MouseUp, 500, 300);
+}
+
+// It hides while a move of its own runs.
+TEST_F(DiscCommandsTest, a_press_on_a_disc_that_hides_leaves_the_travelling_camera_to_it) {
+  Send(Type::MouseMove, 500, 300);
+  Run("disc-full-navigation");
+  zovview::ShowTop(view);
+  disc.GetActiveTrackMenu()->SetVisible(false);
+  Send(Type::MouseDown, 500, 300);
+  EXPECT_TRUE(hub.IsShotActive());
+  Send(Type::MouseUp, 500, 300);
+}
+
+TEST_F(DiscCommandsTest, a_tool_that_does_not_exist_leaves_the_one_behind_the_disc) {
+  Run("walk");
+  Run("disc-full-navigation");
+  EXPECT_FALSE(events.SetActiveTool(12345));
+  Run("close-disc");
+  EXPECT_EQ(events.GetActiveTool(), zovview::TOOL_WALK);
 }
 
 TEST_F(DiscCommandsTest, help_is_shown_by_whoever_can) {
@@ -339,13 +370,19 @@ TEST_F(DiscCommandsTest, back_and_forward_lead_through_the_views) {
   EXPECT_EQ(GetHistory().GetElementCount(), 4) << "the way itself is none";
 }
 
-TEST_F(DiscCommandsTest, back_travels) {
+TEST_F(DiscCommandsTest, back_travels_for_half_a_second) {
+  const Vector3 start = hub.GetView().eye;
   Run("top");
   const Vector3 top = hub.GetView().eye;
   zovview::StepBack(view);
-  Wait(0.2);
+  Wait(0.45);
   EXPECT_TRUE(hub.IsShotActive());
   EXPECT_NE(hub.GetView().eye, top);
+  EXPECT_GT((hub.GetView().eye - start).Length(), 1e-3)
+      << "it slows down at the end, and does not wait there";
+  Wait(0.1);
+  EXPECT_FALSE(hub.IsShotActive());
+  EXPECT_LT((hub.GetView().eye - start).Length(), 1e-9);
 }
 
 TEST_F(DiscCommandsTest, a_move_after_back_cuts_off_what_came_later) {

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
+#include <sstream>
 #include <string>
 
 #include "korvane/helm_disc.h"
@@ -120,6 +121,37 @@ TEST_F(SettingsFileTest, what_is_missing_and_what_is_unknown_does_no_harm) {
   ExpectDefaults();
   EXPECT_TRUE(ReadFrom("{\"version\": 1, \"colour\": \"red\", \"miniDiscSize\": 128}")) << error;
   EXPECT_EQ(disc.GetParameters().miniDiscSize, 128);
+}
+
+std::string OneNumber(const char* name, double value) {
+  std::ostringstream text;
+  text << "{\"version\": 1, \"" << name << "\": " << value << "}";
+  return text.str();
+}
+
+TEST_F(SettingsFileTest, each_number_has_its_bounds_which_are_still_good) {
+  struct Row {
+    const char* name;
+    double least;
+    double most;
+    double step;
+  };
+  const Row rows[] = {{"largeDiscSize", 16, 1024, 1},
+                      {"miniDiscSize", 16, 1024, 1},
+                      {"largeDiscOpacity", 0.1, 3.0, 0.01},
+                      {"miniDiscOpacity", 0.1, 3.0, 0.01},
+                      {"walkSpeedFactor", 0.1, 50.0, 0.01}};
+  for (const Row& row : rows) {
+    EXPECT_TRUE(ReadFrom(OneNumber(row.name, row.least))) << row.name << error;
+    EXPECT_TRUE(ReadFrom(OneNumber(row.name, row.most))) << row.name << error;
+    EXPECT_FALSE(ReadFrom(OneNumber(row.name, row.least - row.step))) << row.name;
+    EXPECT_FALSE(ReadFrom(OneNumber(row.name, row.most + row.step))) << row.name;
+  }
+}
+
+TEST_F(SettingsFileTest, a_file_with_much_room_in_it_is_read) {
+  EXPECT_TRUE(ReadFrom("{\"version\": 1, \"clickZoom\": true}" + std::string(60'000, ' '))) << error;
+  EXPECT_TRUE(disc.GetParameters().clickZoom);
 }
 
 struct BrokenFile {

@@ -115,6 +115,32 @@ TEST_F(ViewerViewManagerTest, a_press_takes_over_from_a_travelling_camera) {
   EXPECT_FALSE(hub.IsShotActive());
 }
 
+TEST_F(ViewerViewManagerTest, a_right_press_lets_a_travelling_camera_go_on) {
+  zovview::ShowTop(target);
+  Send(Type::MouseDown, 200, 200, MouseButton::Right);
+  EXPECT_TRUE(hub.IsShotActive());
+  Send(Type::MouseUp, 200, 200, MouseButton::Right);
+}
+
+TEST_F(ViewerViewManagerTest, a_second_press_leaves_the_journey_of_a_tool_to_the_tool) {
+  renderer.SetSceneHit({1, 2, 3});
+  events.SetActiveTool(zovview::TOOL_CENTRE);
+  Send(Type::MouseDown, WIDTH / 2, HEIGHT / 2);
+  Send(Type::MouseUp, WIDTH / 2, HEIGHT / 2);
+  ASSERT_TRUE(events.GetTool().IsAnimating());
+  Send(Type::MouseDown, WIDTH / 2, HEIGHT / 2);
+  EXPECT_TRUE(hub.IsShotActive());
+  Send(Type::MouseUp, WIDTH / 2, HEIGHT / 2);
+}
+
+TEST_F(ViewerViewManagerTest, a_press_without_a_motion_before_it_is_on_what_lies_there) {
+  Send(Type::MouseMove, 200, 200);
+  Draw();
+  Send(Type::MouseDown, WIDTH - 60, HEIGHT - 60);
+  Send(Type::MouseUp, WIDTH - 60, HEIGHT - 60);
+  EXPECT_TRUE(hub.IsShotActive()) << "a click on the cube";
+}
+
 TEST_F(ViewerViewManagerTest, a_click_is_free_where_the_tool_only_drags) {
   const std::set<int> useClicks = {zovview::TOOL_ZOOM, zovview::TOOL_LOOK_AT, zovview::TOOL_CENTRE,
                                    zovview::TOOL_WALK};
@@ -280,6 +306,16 @@ TEST_F(ViewerViewManagerTest, a_pointer_that_leaves_is_over_nothing) {
   Send(Type::MouseLeave, 0, 0);
   Draw();
   EXPECT_FALSE(ownCube.IsMouseInRegion());
+}
+
+// The window system may tell of it also where it has given the pointer to the window.
+TEST_F(ViewerViewManagerTest, a_pointer_that_leaves_in_a_drag_is_no_motion) {
+  const CameraParameters before = hub.GetView();
+  Send(Type::MouseDown, 300, 300);
+  EXPECT_FALSE(Send(Type::MouseLeave, 0, 0));
+  Draw();
+  EXPECT_LT(Turned(before), 1e-12);
+  events.Cancel();
 }
 
 TEST_F(ViewerViewManagerTest, keys_that_are_bound_to_nothing_are_left_to_others) {

@@ -65,6 +65,13 @@ TEST_F(WindowViewManagerTest, a_fine_wheel_is_counted_over_its_events) {
   EXPECT_EQ(manager.counts, (std::vector<int>{120, 0, 1}));
 }
 
+TEST_F(WindowViewManagerTest, a_lost_focus_forgets_a_fraction_of_a_count) {
+  EXPECT_TRUE(Turn(1.0 / 240.0));  // half a count
+  Send(Type::FocusLost);
+  EXPECT_TRUE(Turn(1.0 / 240.0));
+  EXPECT_EQ(manager.counts, (std::vector<int>{0, 0}));
+}
+
 TEST_F(WindowViewManagerTest, a_press_that_nothing_takes_is_free_for_a_click) {
   Send(Type::MouseDown);
   EXPECT_TRUE(manager.IsClickFree());
