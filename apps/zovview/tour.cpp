@@ -329,7 +329,7 @@ bool Tour::TakePicture(const TourMove& move, bool isLast, TourOutput& output, st
   zovhost::Image picture;
   sceneView.GetOptions().selectedPart = view.GetSelection().GetPart();
   bool taken = target.Bind();
-  glClearColor(0.0F, 0.0F, 0.0F, 1.0F);  // what shows above a low view
+  glClearColor(0.87F, 0.88F, 0.9F, 1.0F);  // what shows above a low view
   glClear(GL_COLOR_BUFFER_BIT);
   taken = taken && sceneView.Draw(view.GetHub().GetView(), 0, 0, width, viewHeight, 1.0);
   view.DrawWidgets();
