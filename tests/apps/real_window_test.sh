@@ -4,115 +4,14 @@
 # Tools, middle button, wheel and cube must change the picture and the shape of the pointer, a drag over the
 # edge must set the pointer to the other side, a window left alone must stay as it is, draw no frame and use no
 # processor time, a model that is none must end the program with code 2, and a request to end must be met at
-# once. Records a session and plays it again. Then interrupts a tour. Nothing here counts on how long anything
-# takes: the log of the viewer tells when it has seen an event and is at rest.
+# once. Records a session and plays it again. Then interrupts a tour.
 set -euo pipefail
 
-zovview=$1
-probe=$2
-work=$(mktemp -d)
-server=
-viewer=
-cleanup() {
-  [ -z "$viewer" ] || kill "$viewer" 2>/dev/null || true
-  [ -z "$server" ] || kill "$server" 2>/dev/null || true
-  wait 2>/dev/null || true
-  rm -rf "$work"
-}
-trap cleanup EXIT
-fail() {
-  echo "FAILED: $*" >&2
-  cat "$work/error" >&2 2>/dev/null || true
-  exit 1
-}
+source "$(dirname "${BASH_SOURCE[0]}")/real_window_lib.sh"
 
-cat >"$work/house.obj" <<'MODEL'
-v 0 0 0
-v 3 0 0
-v 3 0 2
-v 0 0 2
-v 0 2 0
-v 3 2 0
-v 3 2 2
-v 0 2 2
-v 0 3 1
-v 3 3 1
-f 1 2 3 4
-f 1 5 6 2
-f 3 7 8 4
-f 4 8 9 5 1
-f 2 6 10 7 3
-f 5 9 10 6
-f 8 7 10 9
-MODEL
-
-mkdir "$work/screen"
-mkfifo "$work/number"
-exec 3<>"$work/number"
-Xvfb -displayfd 3 -screen 0 1000x700x24 -fbdir "$work/screen" -nolisten tcp -noreset >"$work/xvfb.log" 2>&1 &
-server=$!
-read -r -t 30 number <&3 || fail "the virtual display does not start: $(cat "$work/xvfb.log")"
-export DISPLAY=:$number
-unset WAYLAND_DISPLAY SDL_VIDEODRIVER XAUTHORITY
-
-snapshot() { cp "$work/screen/Xvfb_screen0" "$work/$1"; }
-differing_bytes() { { cmp -l "$work/$1" "$work/$2" || true; } | wc -l; }
-
-# wait_for WHAT COMMAND...: until the command succeeds, which a busy machine may take long for
-wait_for() {
-  local what=$1 end=$((SECONDS + 120))
-  shift
-  until "$@"; do
-    kill -0 "$viewer" 2>/dev/null || fail "the viewer has ended: $what"
-    [ "$SECONDS" -lt "$end" ] || fail "$what"
-    sleep 0.02
-  done
-}
-
-# Until the viewer has seen all that was done so far, and has come to rest after it: a key that means nothing
-# stands behind the rest.
-keys_seen() { grep -c ' key-up Pause$' "$work/error"; }
-rests_after() { awk -v keys="$1" '/ key-up Pause$/ { ++seen; rest = 0 } / at rest$/ { rest = 1 } END { exit !(seen > keys && rest) }' "$work/error"; }
-settle() {
-  local seen
-  seen=$(keys_seen) || true
-  xdotool key --window "$window" Pause
-  wait_for "the viewer does not come to rest" rests_after "$seen"
-}
-
-processor_time() { awk '{print $14 + $15}' "/proc/$1/stat"; }  # in hundredths of a second
-
-open_viewer() {
-  "$zovview" --size 800x600 --no-settings "$@" >"$work/out" 2>"$work/error" &
-  viewer=$!
-}
-
-open_viewer "$work/house.obj" --log --record "$work/session.txt"
-find_window() { window=$(xdotool search --name '^house.obj - zovview$' 2>/dev/null | head -n 1) && [ -n "$window" ]; }
+open_viewer --no-settings "$work/house.obj" --log --record "$work/session.txt"
 wait_for "no window with the name of the model" find_window
 settle
-
-# drag BUTTON FROM_X FROM_Y TO_X TO_Y, in pixels of the window
-drag() {
-  xdotool mousemove --window "$window" "$2" "$3" mousedown "$1"
-  local i
-  for i in 1 2 3 4 5; do
-    xdotool mousemove --window "$window" $(($2 + ($4 - $2) * i / 5)) $(($3 + ($5 - $3) * i / 5))
-  done
-  xdotool mouseup "$1" mousemove --window "$window" 700 500
-  settle
-}
-
-# must_change WHAT: the picture comes to differ from the one before by more than a moved pointer would make it
-picture_differs() {
-  snapshot after
-  [ "$(differing_bytes before after)" -gt 20000 ]
-}
-must_change() {
-  wait_for "$1 changes nothing" picture_differs
-  echo "$1: $(differing_bytes before after) bytes of the screen differ"
-  mv "$work/after" "$work/before"
-}
 
 xdotool mousemove --window "$window" 700 500
 settle
@@ -157,7 +56,7 @@ snapshot before
 # Over the right edge the pointer comes in again on the left, and the orbit goes on.
 xdotool key --window "$window" o
 settle
-xdotool mousemove --window "$window" 780 500 mousedown 1
+xdotool mousemove --window "$window" 690 500 mousedown 1 # near the navigation bar the tools stand back
 xdotool mousemove --window "$window" 790 500 mousemove --window "$window" 810 500
 wait_for "the pointer is not set to the other side" pointer_at 0 100
 xdotool mouseup 1 mousemove --window "$window" 700 500
@@ -221,7 +120,7 @@ awk 'END {  # the model stands on y
 }' "$work/replay1" || fail "the session ends elsewhere: $(tail -n 1 "$work/replay1")"
 
 echo "not a model" >"$work/broken.glb"
-open_viewer "$work/broken.glb"
+open_viewer --no-settings "$work/broken.glb"
 code=0
 wait "$viewer" || code=$?
 viewer=
