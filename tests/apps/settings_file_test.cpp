@@ -84,6 +84,32 @@ TEST_F(SettingsFileTest, every_setting_is_read_as_it_was_kept) {
   EXPECT_EQ(other.GetDefaultDiscType(), DiscType::MiniTourBuilding);
 }
 
+TEST_F(SettingsFileTest, places_of_bars_are_read_as_they_were_kept) {
+  using Korvane::Toolbar;
+  for (const Toolbar::Position edge :
+       {Toolbar::POSITION_LEFT, Toolbar::POSITION_TOP, Toolbar::POSITION_RIGHT, Toolbar::POSITION_BOTTOM}) {
+    ASSERT_TRUE(Read()) << error;
+    const zovview::BarPlace place = {edge == Toolbar::POSITION_TOP, edge == Toolbar::POSITION_LEFT, edge,
+                                     -12.5};
+    settings.GetBarPlaces().navigation = place;
+    settings.GetBarPlaces().tools = {true, false, edge, 7.0};
+    ASSERT_TRUE(Keep()) << error;
+    SettingsFile again(file);
+    ASSERT_TRUE(again.Read(disc, error)) << error;
+    zovview::BarPlace expected = place;
+    if (expected.linked) expected.edge = Toolbar::POSITION_RIGHT;  // a bar under the cube is on no edge
+    EXPECT_EQ(again.GetBarPlaces().navigation, expected);
+    EXPECT_EQ(again.GetBarPlaces().tools, (zovview::BarPlace{true, false, edge, 7.0}));
+  }
+}
+
+TEST_F(SettingsFileTest, what_is_missing_of_a_bar_is_as_on_a_first_start) {
+  ASSERT_TRUE(ReadFrom("{\"version\": 1, \"navigationBar\": {\"at\": \"top\"}}")) << error;
+  const zovview::BarPlaces& bars = settings.GetBarPlaces();
+  EXPECT_EQ(bars.navigation, (zovview::BarPlace{true, false, Korvane::Toolbar::POSITION_TOP, 0.0}));
+  EXPECT_EQ(bars.tools, zovview::BarPlaces().tools);
+}
+
 TEST_F(SettingsFileTest, every_kind_of_disc_has_a_name) {
   ASSERT_TRUE(Read());
   for (int kind = 0; kind < 7; ++kind) {
@@ -189,6 +215,12 @@ INSTANTIATE_TEST_SUITE_P(
         BrokenFile{"a_size_of_many_digits", "{\"version\": 1, \"miniDiscSize\": 99999999999999999999}"},
         BrokenFile{"too_fast", "{\"version\": 1, \"walkSpeedFactor\": 51}"},
         BrokenFile{"null", "{\"version\": 1, \"walkSpeedFactor\": null}"},
+        BrokenFile{"no_such_edge", "{\"version\": 1, \"navigationBar\": {\"at\": \"middle\"}}"},
+        BrokenFile{"a_bar_in_words", "{\"version\": 1, \"navigationBar\": \"left\"}"},
+        BrokenFile{"an_offset_in_words", "{\"version\": 1, \"toolbar\": {\"offset\": \"far\"}}"},
+        BrokenFile{"an_offset_beyond_any_view", "{\"version\": 1, \"toolbar\": {\"offset\": 1e300}}"},
+        BrokenFile{"tools_under_the_cube", "{\"version\": 1, \"toolbar\": {\"at\": \"cube\"}}"},
+        BrokenFile{"shown_as_a_number", "{\"version\": 1, \"toolbar\": {\"shown\": 1}}"},
         BrokenFile{"no_such_disc", "{\"version\": 1, \"lastDisc\": \"round\"}"},
         BrokenFile{"one_wrong_spoils_all", "{\"version\": 1, \"largeDiscSize\": 64, \"lastDisc\": 2}"}),
     [](const testing::TestParamInfo<BrokenFile>& file) { return file.param.name; });
