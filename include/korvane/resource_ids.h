@@ -140,6 +140,8 @@ enum TextureID : int {
   TEXTURE_CUBE_ROTATE = 13,  // both rotate arrows
   TEXTURE_CUBE_ROTATE_COUNTER_CLOCKWISE_ACTIVE = 14,
   TEXTURE_CUBE_ROTATE_CLOCKWISE_ACTIVE = 15,
+  TEXTURE_WELCOME_ADVANCED_MAP = 83,  // the regions of the welcome screen, by colour, of each of its pages
+  TEXTURE_WELCOME_BASIC_MAP = 88,
   TEXTURE_REWIND_FRAME = 89,            // around each picture of the film strip
   TEXTURE_REWIND_FRAME_ACTIVE = 90,     // around the one that the view shows
   TEXTURE_REWIND_BRACKET = 91,          // marks the place on the strip

@@ -8,9 +8,6 @@ namespace Korvane {
 
 namespace {
 
-constexpr auto MAP_OF_ADVANCED = static_cast<TextureID>(83);
-constexpr auto MAP_OF_BASIC = static_cast<TextureID>(88);
-
 void AddRegions(TrackMenu& menu) {
   const Lifeline::Watch alive(menu.GetLifeline());
   for (const WelcomeArea& area : GetWelcomeAreas()) {
@@ -27,8 +24,8 @@ void PutUp(TrackMenu& menu) {
   const Lifeline::Watch alive(menu.GetLifeline());
   menu.SetSizeIsFixed(false);
   menu.SetUseSingleIconForDraw(true);
-  menu.SetRegionMap(MAP_OF_ADVANCED);
-  if (alive) menu.SetAlternateRegionMap(MAP_OF_BASIC);
+  menu.SetRegionMap(TEXTURE_WELCOME_ADVANCED_MAP);
+  if (alive) menu.SetAlternateRegionMap(TEXTURE_WELCOME_BASIC_MAP);
   if (!alive) return;
   menu.SetLocked(true);
   menu.SetLocation(MIDDLE, MIDDLE);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "korvane/resource_ids.h"
 #include "zovhost/host_texts.h"
 
 namespace zovhost {
@@ -56,7 +57,8 @@ constexpr WelcomeArea basic[] = {
     Switch({128, 0, 0}, HOST_TEXT_TO_ADVANCED),
 };
 
-constexpr WelcomePage pages[] = {{77, 83, advanced}, {84, 88, basic}};
+constexpr WelcomePage pages[] = {{77, Korvane::TEXTURE_WELCOME_ADVANCED_MAP, advanced},
+                                 {84, Korvane::TEXTURE_WELCOME_BASIC_MAP, basic}};
 
 }  // namespace
 
