@@ -56,7 +56,9 @@ void AddRays(Hash& hash) {
   const std::unique_ptr<zovhost::Scene> scene = zovhost::MakeDemoBuilding();
   const Vector3 eye = scene->GetCentre() + Vector3(0.5, -0.75, 0.45) * (3.0 * scene->GetRadius());
   for (int i = 0; i < 400; ++i) {
-    const Vector3 aim(i % 20 / 10.0 - 1.0, i / 20 / 10.0 - 1.0, 0.3);
+    const int column = i % 20;
+    const int row = i / 20;
+    const Vector3 aim(column / 10.0 - 1.0, row / 10.0 - 1.0, 0.3);
     zovhost::Scene::Hit hit;
     if (!scene->Intersect(eye, scene->GetCentre() + aim * scene->GetRadius() - eye, hit)) continue;
     for (const double each : {hit.point.x, hit.point.y, hit.point.z}) hash.Add(each);
