@@ -24,6 +24,16 @@ std::unique_ptr<TrackMenu> MakeMenu() {
   return menu;
 }
 
+void TellOfChoice(HelmDiscParts& disc, DiscType type) {
+  disc.partners.observers.Notify([type](HelmDiscObserver& each) {
+    if (type == DiscType::None) {
+      each.OnClosed();
+    } else {
+      each.OnActivated(type);
+    }
+  });
+}
+
 }  // namespace
 
 // ---- life ----
@@ -199,13 +209,7 @@ void HelmDisc::SetActiveDisc(DiscType type) {
   if (Renderer* const renderer = GetRenderer()) renderer->ApplyTextureUsage();
   if (current) now.RequestUpdate();
   if (!current || !changed) return;
-  now.partners.observers.Notify([&](HelmDiscObserver& each) {
-    if (type == DiscType::None) {
-      each.OnClosed();
-    } else {
-      each.OnActivated(type);
-    }
-  });
+  TellOfChoice(now, type);
 }
 
 void HelmDisc::OpenKind(DiscType type) {
