@@ -33,8 +33,8 @@ class ZOVTOOLS_API Sequence {
   ShotSpecification* RemoveShot(const ShotSpecification* shot) { return shots.Remove(shot); }
   /// False if it is not there.
   bool DeleteShot(const ShotSpecification* shot) { return shots.Delete(shot); }
-  /// Before another shot; to the end for null. Where that other one is not in the sequence, or is the shot
-  /// itself, the shot stays out of it and is the caller's.
+  /// Before another shot; to the end for null; one that is not there is taken in. Where that other one is not
+  /// in the sequence, or is the shot itself, the shot stays out of it and is the caller's.
   void MoveShot(ShotSpecification* shot, const ShotSpecification* before) { shots.Move(shot, before); }
   bool ContainsShot(const ShotSpecification* shot) const { return shots.Contains(shot); }
   /// NOT_THERE for one that is not there.

@@ -107,7 +107,10 @@ class ZOVTOOLS_API Tool {
   void SetCursorID(CursorID id) { cursorID = id; }
   void SetWrapCursor(bool wrap) { wrapCursor = wrap; }
   void SetOperating(bool value) { operating = value; }
-  void SetAnimating(bool value) { animating = value; }
+  void SetAnimating(bool value) {
+    animating = value;
+    flight = ANY_SHOT;
+  }
   void SetDrawOnlyWhileOperating(bool value) { drawOnlyWhileOperating = value; }
   /// Pixels from the middle of the view's lower edge.
   void SetViewHUDOffset(const Vector2& offset) { viewHUDOffset = offset; }
@@ -168,13 +171,19 @@ class ZOVTOOLS_API Tool {
 
  private:
   void DrawNotes();
+  bool IsFlying() const;
   void CutFlight();
 
   void (*endGesture)(Tool& tool) = nullptr;  // null: a release ends it
   Lifeline lifeline;
   Lifeline gesture;                        // cut when the gesture ends
   Borrowed<CameraOperations> recordedHub;  // a history may be changed when the hub is gone already
-  std::uint64_t flight = 0;                // the number of the shot of the tool's own; 0: the hub began none
+  static constexpr std::uint64_t ANY_SHOT = ~std::uint64_t{0};
+
+  // The number in the hub of the tool's own shot, 0 where the hub began none; while it begins, the number of
+  // what ran before.
+  std::uint64_t flight = ANY_SHOT;
+  bool flightBegins = false;
   bool closingGesture = false;
   bool flightCut = false;  // by EndGesture, whatever runs in the hub
 };

@@ -121,8 +121,8 @@ class ZOVTOOLS_API Toolbar {
 
   /// POSITION_RIGHT at first.
   Position GetPosition() const;
-  /// Sets the orientation as well: horizontal at the top and at the bottom. A number that is no position is
-  /// ignored.
+  /// Sets the orientation as well: horizontal at the top and at the bottom. The edge offset stays, on both
+  /// axes: set it as well. A number that is no position is ignored.
   void SetPosition(Position value);
   void SetOrientation(Orientation value);
   /// Distances from the two sides of a corner, inward, for the four corner positions.

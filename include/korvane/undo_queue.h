@@ -32,8 +32,8 @@ class ZOVTOOLS_API UndoCommand {
 };
 
 /// Edits in the order in which they were made, all of which can be taken back and made again, without limit.
-/// Within a command a host may call anything of the queue and destroy it; a command that runs lives until it
-/// has returned.
+/// A command that runs lives until it has returned: within it the host may add, clear and destroy the queue;
+/// to undo or redo another is refused.
 class ZOVTOOLS_API UndoQueue {
  public:
   UndoQueue();
@@ -61,6 +61,7 @@ class ZOVTOOLS_API UndoQueue {
 
   Commands commands;
   std::size_t cursor = 0;  // those before it are done, the others taken back
+  bool running = false;    // a command is being undone or redone
   Lifeline lifeline;
 };
 

@@ -82,7 +82,10 @@ void ForwardRegionListener::OnLeftMouseDown(int x, int y) {
         hub.QueryCameraParameters(camera);
       })
       .ThenWithHub([&](const CameraOperations& hub) { hit = Look(hub, camera, sight) && press; });
-  if (!hit) return;
+  if (!hit) {
+    press.Then([&] { operation.End(); });  // one whose release went missing
+    return;
+  }
   press.Then([&] { Aim(camera, sight); })
       .ThenWithHub([&](CameraOperations& hub) { operation.Begin(hub, x, y); })
       .Then([&] { operation.BeginRecord(*this); });
@@ -180,7 +183,15 @@ void ForwardRegionListener::BeginFlight(CameraOperations& hub) {
   shot.anchor = TARGET_CAM_START;
   shot.duration = FLIGHT_DURATION;
   shot.amount = FLIGHT_AMOUNT;
-  if (flight.Watch(hub, [&] { hub.BeginShot(shot); })) flightHub.Set(&hub);
+  const Lifeline::Watch alive(GetLifeline());
+  flightHub.Set(&hub);
+  bool begun = false;
+  const bool flies = flight.Watch(
+      hub, [&] { begun = hub.BeginShot(shot); }, [&] { return flying; });
+  if (!alive || flies) return;
+  CameraOperations* const flown = flightHub.Get();
+  flightHub.Set(nullptr);
+  if (flown != nullptr && begun && !flying) flown->EndShot();  // broken off before it was in the hub
 }
 
 void ForwardRegionListener::NoteEndOfFlight(const CameraParameters& /*camera*/) { flightHub.Set(nullptr); }
@@ -199,7 +210,10 @@ void ForwardRegionListener::BreakOff() {
   hit = false;
   GiveSettingsBack();
   if (flies || IsMouseDown()) SetPivotBallVisible(false);
-  if (CameraOperations* const hub = flies ? flightHub.Get() : nullptr) hub->EndShot();
+  CameraOperations* const hub = flies ? flightHub.Get() : nullptr;
+  if (hub == nullptr || !hub->IsShotActive()) return;
+  flightHub.Set(nullptr);
+  hub->EndShot();
 }
 
 // ---- a frame ----

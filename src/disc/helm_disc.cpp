@@ -130,7 +130,8 @@ void HelmDisc::SetKorvane(CameraOperations* hub) {
 
 CameraOperations* HelmDisc::GetKorvane() const { return parts->partners.hub.Get(); }
 
-// The counts of the former one come true now: nobody would see to it later.
+// The counts of the former one come true now: nobody would see to it later. With each step the host may set
+// another one, or end this one.
 void HelmDisc::SetRenderer(Renderer* value) {
   HelmDiscParts& now = *parts;
   if (value != nullptr && value == GetRenderer()) return;
@@ -138,17 +139,10 @@ void HelmDisc::SetRenderer(Renderer* value) {
   const Borrowed<Renderer> former(GetRenderer());
   now.partners.renderer.Set(value);
   const Borrowed<Renderer> next(value);
-  const auto goesOn = [&] { return alive && GetRenderer() == value && next.Get() == value; };
-  now.ForEachMenu([&](TrackMenu& menu) {
-    if (goesOn()) menu.SetRenderer(value);
-  });
-  if (!goesOn()) return;
-  now.history->SetRenderer(value);
-  if (now.ownBall != nullptr) now.ownBall->Destroy();
-  if (alive && now.ownBall != nullptr) now.ownBall->SetRenderer(value);
+  now.Rewire(value, [&] { return alive && GetRenderer() == value && next.Get() == value; });
+  const bool lost = alive && value != nullptr && GetRenderer() == nullptr && next.Get() == nullptr;
+  if (lost) SetRenderer(nullptr);  // to the menus, too, there is none
   if (!alive || !now.created) return;
-  if (now.ownBall != nullptr) now.ownBall->Create();
-  if (alive) now.closeNote.Take(value, STRING_DISC_CLOSED);
   if (Renderer* const last = former.Get()) last->ApplyTextureUsage();
   if (!alive) return;
   if (Renderer* const present = GetRenderer()) present->ApplyTextureUsage();

@@ -56,6 +56,18 @@ struct HelmDiscParts {
     for (std::size_t kind = 0; alive && kind < menus.size(); ++kind) step(*menus[kind]);
     if (alive && welcome.menu != nullptr) step(*welcome.menu);
   }
+  /// Hands a renderer on, for as long as `goesOn()`.
+  template <class GoesOn>
+  void Rewire(Renderer* value, const GoesOn& goesOn) {
+    ForEachMenu([&](TrackMenu& menu) {
+      if (goesOn()) menu.SetRenderer(value);
+    });
+    if (goesOn()) history->SetRenderer(value);
+    if (goesOn() && ownBall != nullptr) ownBall->Destroy();
+    if (goesOn() && ownBall != nullptr) ownBall->SetRenderer(value);
+    if (goesOn() && created && ownBall != nullptr) ownBall->Create();
+    if (goesOn() && created) closeNote.Take(value, STRING_DISC_CLOSED);
+  }
   /// A press that it still has ends with it.
   static void HideMenu(TrackMenu& menu) {
     const Lifeline::Watch alive(menu.GetLifeline());

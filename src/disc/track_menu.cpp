@@ -86,14 +86,15 @@ CameraOperations* TrackMenu::GetKorvane() const { return parts->partners.hub.Get
 void TrackMenu::SetRenderer(Renderer* value) {
   TrackMenuParts::Partners& partners = parts->partners;
   if (value != nullptr && value == partners.renderer.Get()) return;
-  const Lifeline::Watch alive(parts->lifeline);
+  parts->rendererChange.Cut();
+  const Lifeline::Watch current(parts->rendererChange);
   const Borrowed<Renderer> next(value);
   if (parts->state.active) Hold(false);
-  if (!alive || next.Get() != value) return;
+  if (!current) return;  // another one has been set meanwhile
   Renderer* const former = partners.renderer.Get();
-  partners.renderer.Set(value);
-  if (!partners.rendererIsShared && former != value) delete former;
-  if (alive && parts->state.active) Hold(true);
+  partners.renderer.Set(next.Get());
+  if (!partners.rendererIsShared && former != next.Get()) delete former;
+  if (current && parts->state.active) Hold(true);
 }
 
 Renderer* TrackMenu::GetRenderer() const { return parts->partners.renderer.Get(); }

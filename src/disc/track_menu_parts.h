@@ -55,8 +55,10 @@ struct TrackMenuParts {
     bool openingMenu = false;  // the host's context menu is up
     bool ignoreMouseMovement = false;
     bool suspendUpdateActiveRegion = false;
-    bool beingPutAway = false;    // its listeners are being told
-    bool pressedPutAway = false;  // by the host, behind the back of its disc
+    bool beingPutAway = false;  // its listeners are being told
+    // Pressed while it was put away, by the host, behind the back of its disc; stays past the release, since
+    // what that has begun may go on.
+    bool pressedPutAway = false;
   };
 
   struct Look {
@@ -121,6 +123,7 @@ struct TrackMenuParts {
   int viewportHeight = 0;
   Timer rest;           // of the cursor, for the tooltip
   Lifeline activation;  // cut when the menu becomes active or inactive
+  Lifeline rendererChange;
   ListenerCalls calls;
 };
 

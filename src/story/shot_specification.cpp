@@ -1,5 +1,6 @@
 #include "korvane/shot_specification.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 
@@ -43,7 +44,7 @@ void ShotSpecification::AddRecordedElement(const RecordedElement& element) {
 }
 
 const ShotSpecification::RecordedElement& ShotSpecification::GetRecordedElement(std::uint64_t index) const {
-  return recordedElements.at(static_cast<std::size_t>(index));
+  return recordedElements.at(static_cast<std::size_t>(std::min(index, GetRecordedElementCount())));
 }
 
 // ---- the move ----

@@ -10,25 +10,33 @@ UndoCommand::~UndoCommand() = default;
 void UndoCommand::Redo() { Do(); }
 
 UndoQueue::UndoQueue() = default;
-UndoQueue::~UndoQueue() { DropFrom(0); }
+UndoQueue::~UndoQueue() {
+  lifeline.Cut();
+  while (!commands.empty()) DropFrom(0);
+}
 
 bool UndoQueue::CanUndo() const { return cursor > 0; }
 bool UndoQueue::CanRedo() const { return cursor < commands.size(); }
 
 bool UndoQueue::Undo() {
-  if (!CanUndo()) return false;
+  if (running || !CanUndo()) return false;
+  const Lifeline::Watch alive(lifeline);
   const std::shared_ptr<UndoCommand> command = commands[--cursor];
+  running = true;
   command->Undo();
   command->SetUndone(true);
+  if (alive) running = false;
   return true;
 }
 
 bool UndoQueue::Redo() {
-  if (!CanRedo()) return false;
+  if (running || !CanRedo()) return false;
   const Lifeline::Watch alive(lifeline);
   const std::shared_ptr<UndoCommand> command = commands[cursor];
+  running = true;
   command->Redo();
   command->SetUndone(false);
+  if (alive) running = false;
   if (alive && CanRedo() && commands[cursor] == command) ++cursor;
   return true;
 }
@@ -37,7 +45,7 @@ void UndoQueue::Add(UndoCommand* command, bool run) {
   if (command == nullptr) return;
   const std::shared_ptr<UndoCommand> added(command);
   const Lifeline::Watch alive(lifeline);
-  DropFrom(cursor);
+  while (alive && CanRedo()) DropFrom(cursor);
   if (!alive) return;
   commands.push_back(added);
   cursor = commands.size();

@@ -85,6 +85,8 @@ void Toolbar::BeginDrag() {
   const Staying now(parts);
   ConvertToEdgePosition();
   if (!now || !now->mouse.pressed || !now->life.created || now->life.disabled) return;
+  now->drag.former = now->place;
+  now->place = now->GetShownPlace();
   now->drag.active = true;
   now->drag.startOffset = now->place.edgeOffset;
   now->motion.wantPosition = false;

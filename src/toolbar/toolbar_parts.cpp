@@ -163,7 +163,7 @@ std::shared_ptr<ToolbarItem> ToolbarParts::FindClicked() const {
 void ToolbarParts::EndPress() {
   mouse.pressed = false;
   mouse.ForgetDown();
-  if (std::exchange(drag.active, false)) place.edgeOffset = drag.startOffset;
+  if (std::exchange(drag.active, false)) place = drag.former;
 }
 
 // ---- partners ----

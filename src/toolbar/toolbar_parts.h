@@ -35,7 +35,8 @@ struct ToolbarParts {
 
   struct Drag {
     bool active = false;
-    Vector2 startOffset;  // the edge offset at the press
+    StripPlace former;    // at the press; a drag that is cut short goes back there
+    Vector2 startOffset;  // the edge offset where the strip showed then
   };
 
   struct Textures {
@@ -49,6 +50,8 @@ struct ToolbarParts {
 
   /// Lays out. The items that have come or gone with it.
   ItemsTold Arrange();
+  /// Where the strip is to stand: the wish, held back where it is kept in view.
+  StripPlace GetShownPlace() const;
   /// Holds the edge offset to what there is room for.
   void Constrain();
   /// Brings items and opacity up to date with the mouse, and asks for a frame when any of it shows.
@@ -87,7 +90,6 @@ struct ToolbarParts {
   Lifeline lifeline;
 
  private:
-  StripPlace GetShownPlace() const;
   bool UpdateItems();
   bool UpdateItemState(int index);
   bool UpdateMouseArea();

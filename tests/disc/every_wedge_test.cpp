@@ -345,6 +345,12 @@ void ExpectAnotherDiscWorks(WedgeView& view) {
   EXPECT_FALSE(view.hub.IsOperating());
 }
 
+// A disc that closes ends what its wedges have begun; the step back along the history is no gesture.
+void ExpectNoFlightOf(const WedgeView& view, Deed deed) {
+  if (deed != CloseDisc || view.wedge.kind == DiscListenerKind::Rewind) return;
+  EXPECT_FALSE(view.hub.IsShotActive());
+}
+
 // Until the step makes no call as late as that; how often the host has acted.
 int ActInEveryCall(const Wedge& wedge, Step acting, Deed deed, Moment& (*find)(WedgeView&)) {
   constexpr int MOST_CALLS = 200;
@@ -353,6 +359,7 @@ int ActInEveryCall(const Wedge& wedge, Step acting, Deed deed, Moment& (*find)(W
     WedgeView view(wedge);
     view.FillHistory(5);
     if (!UseWedge(view, find(view), acting, call, deed)) return call;
+    ExpectNoFlightOf(view, deed);
     ExpectAtRest(view);
     ExpectAnotherDiscWorks(view);
     if (::testing::Test::HasFailure()) return call;
@@ -381,6 +388,30 @@ TEST_P(EveryWedge, bears_a_host_that_takes_anything_away_in_any_call) {
       acted += calls;
     }
     EXPECT_GT(acted, 10) << row.name;  // the frames alone make more calls
+  }
+}
+
+TEST_P(EveryWedge, a_click_that_is_cut_off_in_any_call_leaves_nothing_behind) {
+  constexpr int MOST_CALLS = 200;
+  for (const Deed deed : {CloseDisc, CloseAndMove, HideMenu}) {
+    bool acted = true;
+    for (int call = 0; acted && call < MOST_CALLS && !HasFailure(); ++call) {
+      SCOPED_TRACE("call " + std::to_string(call));
+      WedgeView view(GetParam());
+      view.FillHistory(5);
+      view.disc->GetParameters().clickZoom = true;
+      view.Press();
+      view.moment.Arm(call, [&] { deed(view); });
+      view.Release();
+      acted = !view.moment.IsArmed();
+      view.moment.Disarm();
+      if (!acted) break;
+      ExpectNoFlightOf(view, deed);
+      view.Frame();
+      ExpectAtRest(view);
+      ExpectAnotherDiscWorks(view);
+    }
+    EXPECT_FALSE(acted);
   }
 }
 

@@ -112,6 +112,11 @@ TEST_F(SequenceTest, a_shot_that_is_moved_before_itself_or_before_a_stranger_sta
   const std::unique_ptr<ShotSpecification> second(b);
 }
 
+TEST_F(SequenceTest, a_move_takes_in_a_shot_that_is_not_there) {
+  sequence.MoveShot(NewShot(L"d"), b);
+  EXPECT_EQ(Names(), L"adbc");
+}
+
 TEST_F(SequenceTest, finds_by_pointer_and_by_exact_name) {
   EXPECT_TRUE(sequence.ContainsShot(b));
   EXPECT_EQ(sequence.GetIndexOfShot(b), 1U);

@@ -123,20 +123,74 @@ TEST_F(UndoQueueTest, ignores_null) {
   EXPECT_FALSE(queue->CanUndo());
 }
 
-TEST_F(UndoQueueTest, may_be_used_from_within_a_command) {
-  JournalCommand* const a = Add("a");
+TEST_F(UndoQueueTest, stands_before_a_command_while_it_is_undone_or_redone_and_lets_no_other_be) {
+  Add("a");
   JournalCommand* const b = Add("b");
-  b->onAct = [&] { queue->Undo(); };
-  queue->Undo();
-  EXPECT_TRUE(a->IsUndone());
+  int acts = 0;
+  b->onAct = [&] {
+    ++acts;
+    EXPECT_TRUE(queue->CanUndo());
+    EXPECT_TRUE(queue->CanRedo());
+    EXPECT_EQ(b->IsUndone(), acts == 2);
+    EXPECT_FALSE(queue->Undo());
+    EXPECT_FALSE(queue->Redo());
+  };
+  EXPECT_TRUE(queue->Undo());
   EXPECT_TRUE(b->IsUndone());
-  b->onAct = nullptr;
+  EXPECT_TRUE(queue->Redo());
+  EXPECT_FALSE(b->IsUndone());
+  EXPECT_FALSE(queue->CanRedo());
+  EXPECT_EQ(acts, 2);
+}
+
+TEST_F(UndoQueueTest, may_be_cleared_and_added_to_from_within_a_command) {
+  JournalCommand* const a = Add("a");
+  Add("b");
+  queue->Undo();
+  queue->Undo();
   a->onAct = [&] { queue->Clear(); };
   journal.Take();
   EXPECT_TRUE(queue->Redo());
   EXPECT_EQ(journal.Take(), (Lines{"do a", "b dies undone", "a dies done"}));
   EXPECT_FALSE(queue->CanUndo());
   EXPECT_FALSE(queue->CanRedo());
+
+  JournalCommand* const c = Add("c");
+  queue->Undo();
+  c->onAct = [&] { Add("d"); };
+  journal.Take();
+  EXPECT_TRUE(queue->Redo());
+  EXPECT_EQ(journal.Take(), (Lines{"do c", "do d", "c dies done"}));
+  EXPECT_TRUE(queue->CanUndo());
+  EXPECT_FALSE(queue->CanRedo());
+}
+
+/// Adds and undoes another one as it dies.
+class DyingCommand : public UndoCommand {
+ public:
+  DyingCommand(UndoQueue& theQueue, Journal& theJournal) : queue(theQueue), journal(theJournal) {}
+  ~DyingCommand() override {
+    queue.Add(std::make_unique<JournalCommand>(journal, "late").release(), false);
+    queue.Undo();
+  }
+  void Do() override {}
+  void Undo() override {}
+
+ private:
+  UndoQueue& queue;
+  Journal& journal;
+};
+
+TEST_F(UndoQueueTest, may_be_used_by_a_command_that_dies) {
+  queue->Add(std::make_unique<DyingCommand>(*queue, journal).release(), false);
+  queue->Undo();
+  journal.Take();
+  Add("a");
+  EXPECT_EQ(journal.Take(), (Lines{"undo late", "late dies undone", "do a"}));
+  EXPECT_FALSE(queue->CanRedo());
+  queue->Add(std::make_unique<DyingCommand>(*queue, journal).release(), false);
+  queue.reset();
+  EXPECT_EQ(journal.Take(), (Lines{"a dies done", "undo late", "late dies undone"}));
 }
 
 TEST_F(UndoQueueTest, may_be_destroyed_from_within_a_command) {

@@ -267,6 +267,20 @@ TEST_F(ToolbarDockingTest, kept_in_view_it_comes_along_as_the_viewport_shrinks_a
   EXPECT_EQ(Bounds().center.y, 500);
 }
 
+TEST_F(ToolbarDockingTest, a_strip_that_is_held_back_is_dragged_from_where_it_shows) {
+  toolbar.SetKeepInView(true);
+  toolbar.SetEdgeOffset({0, 200});
+  toolbar.SetOrientorBounds(Box2({740, 540}, {60, 60}));
+  toolbar.Draw();
+  const double shown = Bounds().center.y;
+  const Vector2 grip = Middle(1);
+  Press(grip);
+  Move(grip - Vector2(0, 10));
+  EXPECT_EQ(Bounds().center.y, shown - 10);
+  toolbar.SetDisabled(true);  // the wish is what it was
+  EXPECT_EQ(toolbar.GetEdgeOffset(), Vector2(0, 200));
+}
+
 TEST_F(ToolbarDockingTest, kept_in_view_it_keeps_below_the_ribbon) {
   toolbar.SetKeepInView(true);
   toolbar.SetPosition(Toolbar::POSITION_TOP);
@@ -392,6 +406,8 @@ TEST_F(ToolbarDockingTest, a_host_may_disable_or_destroy_the_strip_in_the_layout
     EXPECT_FALSE(toolbar.open.drag.active);
     EXPECT_EQ(journal.Count("included 5"), 1);
     EXPECT_EQ(journal.Count("dragged"), 0) << destroys;
+    EXPECT_EQ(toolbar.GetPosition(), Toolbar::POSITION_RIGHT);
+    EXPECT_EQ(toolbar.GetEdgeOffset(), Vector2());
   }
 }
 

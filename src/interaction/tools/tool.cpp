@@ -124,11 +124,20 @@ void Tool::EndGesture(int x, int y) {
   if (alive && animating) CutFlight();
 }
 
+// The tool's own shot runs in the hub.
+bool Tool::IsFlying() const {
+  const std::uint64_t number = cameraOperations != nullptr ? cameraOperations->GetShotNumber() : 0;
+  if (flightBegins) return number != 0 && number != flight;
+  return number != 0 && (number == flight || flight == ANY_SHOT);
+}
+
 // What the host has begun in its place goes on.
 void Tool::CutFlight() {
   const Lifeline::Watch alive(lifeline);
-  const bool runs = cameraOperations != nullptr && flight != 0 && cameraOperations->GetShotNumber() == flight;
-  if (runs) cameraOperations->EndShot();
+  if (IsFlying()) {
+    flightBegins = false;
+    cameraOperations->EndShot();
+  }
   if (!alive) return;
   flightCut = true;
   OnDraw();  // finds the shot over

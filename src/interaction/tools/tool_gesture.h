@@ -93,16 +93,32 @@ class Tool::Flight : public Steps {
  public:
   template <class Parameters>
   Flight(Tool& owner, const Parameters& shot) : Steps(owner, owner.gesture) {
+    const Lifeline::Watch stays(owner.lifeline);
     owner.animating = true;
-    owner.flight = 0;
-    Then([&] { begun = tool.cameraOperations->BeginShot(shot); });
-    if (begun) Then([&] { tool.flight = tool.cameraOperations->GetShotNumber(); });
+    owner.flightCut = false;
+    owner.flightBegins = true;
+    Then([&] {
+      tool.flight = tool.cameraOperations->GetShotNumber();
+      begun = tool.cameraOperations->BeginShot(shot);
+    });
+    if (stays) Settle();
   }
 
   /// What the hub has answered.
   bool HasBegun() const { return begun; }
 
  private:
+  // A shot that was cut off before it was in the hub ends there now.
+  void Settle() {
+    const bool cutBefore = !goesOn && begun && tool.IsFlying();
+    const bool pending = std::exchange(tool.flightBegins, false);
+    if (cutBefore && pending) {
+      tool.cameraOperations->EndShot();
+    } else {
+      Then([&] { tool.flight = begun ? tool.cameraOperations->GetShotNumber() : 0; });
+    }
+  }
+
   bool begun = false;
 };
 

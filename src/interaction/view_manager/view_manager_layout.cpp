@@ -63,7 +63,7 @@ void ViewManager::RefreshOrientor(const CornerStrip& corner) {
 }
 
 void ViewManager::RefreshNavigationBar() {
-  if (orientor != nullptr && IsLinked(navigationBar)) {
+  if (orientor != nullptr && IsLinked(navigationBar) && ToolbarOf(navigationBar) != nullptr) {
     LinkNavBarToOrientor();
   } else if (Toolbar* const toolbar = ToolbarOf(navigationBar)) {
     toolbar->SetSizeLimits(viewportWidth, viewportHeight);
@@ -125,7 +125,7 @@ void ViewManager::RefreshStoryboard(Storyboard& panel) {
       PlacePanel(GetViewArea(), cube != nullptr ? &cube->GetParameters() : nullptr,
                  cube != nullptr ? cube->GetScreenSize() : 0, hasBarBelow ? Height(*toolbar) : 0);
   panel.SetPosition(place.x, place.y);
-  panel.SetViewportSize(place.viewport.width, place.viewport.height);
+  if (storyboard == &panel) panel.SetViewportSize(place.viewport.width, place.viewport.height);
 }
 
 // ---- the room of the cube ----

@@ -62,7 +62,7 @@ bool RewindElements::Update(int index, const CameraParameters& given) {
 void RewindElements::Replace(int index, const CameraParameters& camera) {
   const Lifeline::Watch same(places);
   Store(index, camera);
-  At(index).weight = 0.0;
+  if (same) At(index).weight = 0.0;
   const bool shows = same && !partners.IsSceneOutsideView(camera);
   if (shows) partners.Notify(same, [&](Observer& each) { each.OnElementUpdated(index, camera); });
   if (same) MakeThumbnails();

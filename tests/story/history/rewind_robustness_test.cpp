@@ -271,6 +271,20 @@ TEST_F(RewindRobustness, an_observer_that_removes_itself_hears_no_more) {
   EXPECT_EQ(journal.Take(), Lines{"added 3 at 4"});
 }
 
+TEST_F(RewindRobustness, a_host_may_clear_while_the_picture_of_an_element_that_changes_goes) {
+  ActingRenderer acting;
+  history.SetRenderer(&acting);
+  Fill(2);
+  acting.onCall = [&](const std::string& where) {
+    if (where != "destroy") return;
+    acting.onCall = nullptr;
+    history.ClearHistory();
+  };
+  history.UpdateHistoryElement(1, At(9));
+  EXPECT_EQ(history.GetElementCount(), 0);
+  history.SetRenderer(&renderer);
+}
+
 TEST_F(RewindRobustness, a_host_that_clears_when_it_is_told_of_a_clearing_is_told_once) {
   Fill(2);
   listener.onHear = [&](const std::string&) { history.ClearHistory(); };
