@@ -178,6 +178,20 @@ CLI::App* AddDiscs(CLI::App& app, DiscChoice& choice, int& enlarged) {
   return discs;
 }
 
+struct StateChoice {
+  std::string wanted;
+  int columns = 8;
+};
+
+CLI::App* AddStates(CLI::App& app, const std::string& name, const std::string& meaning, StateChoice& choice,
+                    int& enlarged) {
+  CLI::App* const states = app.add_subcommand(name, meaning);
+  states->add_option("--only", choice.wanted, "States whose names contain this");
+  states->add_option("--enlarged", enlarged, "Sheet pixels for one of the picture");
+  states->add_option("--columns", choice.columns, "Pictures in a row");
+  return states;
+}
+
 }  // namespace
 
 // NOLINTNEXTLINE(bugprone-exception-escape): without memory there is no picture to save
@@ -191,17 +205,10 @@ int main(int argumentCount, char** arguments) {
   CLI::App* const pictures = app.add_subcommand("pictures", "Pictures of a range, at 1x and 2x");
   pictures->add_option("--first", first, "The first number");
   pictures->add_option("--last", last, "The last number");
-  std::string wanted;
   int enlarged = 1;
-  int columns = 8;
-  CLI::App* const cube = app.add_subcommand("cube", "The orientation cube in its states");
-  cube->add_option("--only", wanted, "States whose names contain this");
-  cube->add_option("--enlarged", enlarged, "Sheet pixels for one of the picture");
-  cube->add_option("--columns", columns, "Pictures in a row");
-  CLI::App* const bars = app.add_subcommand("bars", "The navigation bar in its states");
-  bars->add_option("--only", wanted, "States whose names contain this");
-  bars->add_option("--enlarged", enlarged, "Sheet pixels for one of the picture");
-  bars->add_option("--columns", columns, "Pictures in a row");
+  StateChoice states;
+  CLI::App* const cube = AddStates(app, "cube", "The orientation cube in its states", states, enlarged);
+  CLI::App* const bars = AddStates(app, "bars", "The navigation bar in its states", states, enlarged);
   CLI::App* const notes = app.add_subcommand("notes", "Texts in the view, the pivot, the targets of a walk");
   DiscChoice choice;
   CLI::App* const discs = AddDiscs(app, choice, enlarged);
@@ -212,8 +219,10 @@ int main(int argumentCount, char** arguments) {
 
   const auto pack = ResourcePack::GetDefault();
   if (discs->parsed()) return DrawDiscs(*pack, choice, enlarged, file);
-  if (cube->parsed()) return InWindow([&] { return DrawCube(wanted, enlarged, columns, file); });
-  if (bars->parsed()) return InWindow([&] { return DrawBars(wanted, enlarged, columns, file); });
+  if (cube->parsed())
+    return InWindow([&] { return DrawCube(states.wanted, enlarged, states.columns, file); });
+  if (bars->parsed())
+    return InWindow([&] { return DrawBars(states.wanted, enlarged, states.columns, file); });
   if (notes->parsed()) return InWindow([&] { return DrawNotes(file); });
   return cursors->parsed() ? DrawCursors(*pack, file) : DrawPictures(*pack, first, last, file);
 }
