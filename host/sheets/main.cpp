@@ -178,6 +178,18 @@ CLI::App* AddDiscs(CLI::App& app, DiscChoice& choice, int& enlarged) {
   return discs;
 }
 
+struct PictureRange {
+  int first = 0;
+  int last = ResourcePack::pictureCount - 1;
+};
+
+CLI::App* AddPictures(CLI::App& app, PictureRange& range) {
+  CLI::App* const pictures = app.add_subcommand("pictures", "Pictures of a range, at 1x and 2x");
+  pictures->add_option("--first", range.first, "The first number");
+  pictures->add_option("--last", range.last, "The last number");
+  return pictures;
+}
+
 struct StateChoice {
   std::string wanted;
   int columns = 8;
@@ -199,12 +211,9 @@ int main(int argumentCount, char** arguments) {
   CLI::App app("Draws sheets of the kit's pictures");
   app.require_subcommand(1);
   std::string file;
-  int first = 0;
-  int last = ResourcePack::pictureCount - 1;
+  PictureRange range;
   CLI::App* const cursors = app.add_subcommand("cursors", "All pointers, at 1x and 2x");
-  CLI::App* const pictures = app.add_subcommand("pictures", "Pictures of a range, at 1x and 2x");
-  pictures->add_option("--first", first, "The first number");
-  pictures->add_option("--last", last, "The last number");
+  CLI::App* const pictures = AddPictures(app, range);
   int enlarged = 1;
   StateChoice states;
   CLI::App* const cube = AddStates(app, "cube", "The orientation cube in its states", states, enlarged);
@@ -224,5 +233,5 @@ int main(int argumentCount, char** arguments) {
   if (bars->parsed())
     return InWindow([&] { return DrawBars(states.wanted, enlarged, states.columns, file); });
   if (notes->parsed()) return InWindow([&] { return DrawNotes(file); });
-  return cursors->parsed() ? DrawCursors(*pack, file) : DrawPictures(*pack, first, last, file);
+  return cursors->parsed() ? DrawCursors(*pack, file) : DrawPictures(*pack, range.first, range.last, file);
 }
