@@ -114,14 +114,17 @@ void Tool::SampleRecord() {
 }
 
 void Tool::EndGesture(int x, int y) {
-  const Lifeline::Watch alive(lifeline);
   cutOffs.Cut();
-  if (operating && endGesture != nullptr) {
-    endGesture(*this);
-  } else if (operating) {
-    OnMouseUp(x, y);
+  {
+    const Lifeline::Watch alive(lifeline);
+    if (operating && endGesture != nullptr) {
+      endGesture(*this);
+    } else if (operating) {
+      OnMouseUp(x, y);
+    }
+    if (!alive || !animating) return;
   }
-  if (alive && animating) CutFlight();
+  CutFlight();
 }
 
 // The tool's own shot runs in the hub.
