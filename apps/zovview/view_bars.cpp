@@ -106,7 +106,7 @@ ViewBars::ViewBars(ViewerViewManager& viewManager, const ViewTarget& viewTarget)
                   [this](zovhost::NavigationBarHost::Menu menu, int, int x, int y) {
                     return bar.GetToolbar() != nullptr && Open(FindMenu(menu), *bar.GetToolbar(), x, y);
                   },
-                  [this](ToolbarItem::List& items) { AddHostItems(items); }, [this] { HideStoryboard(); },
+                  [](ToolbarItem::List& items) { AddHostItems(items); }, [this] { HideStoryboard(); },
                   [this](bool dragged) {
                     if (dragged) NoteDrag(*bar.GetToolbar());
                   }}),
