@@ -76,6 +76,7 @@ struct ResourceRange {
 
 /// Texts, 0 to 101. The range tells what kind of icon a text becomes; see Renderer::GetStringTexture.
 enum StringID : int {
+  STRING_RECORD_WALK = 9,    // the message before a walk that is recorded; a tooltip of discs as well
   STRING_LOOK_KEYS = 28,     // the message of a look that the arrow keys move
   STRING_OFF_MODEL = 31,     // a point of the scene is wanted and the cursor is over none
   STRING_DISC_CLOSED = 32,   // the note of a disc that has just been closed
@@ -98,7 +99,20 @@ enum StringID : int {
   STRING_CUBE_PART = 70,
   STRING_CUBE_COMPASS = 71,
   STRING_CUBE_MENU = 72,
-  STRING_BAR_CLOSE = 86,  // tooltips of the navigation bar: its corners, its grip, its items
+  STRING_SEQUENCE_NAME = 73,  // what a new sequence is called, with its number
+  STRING_SHOT_NAME = 74,
+  STRING_STORY_PLAY = 75,  // tooltips of the storyboard: its title bar, its slides and their buttons
+  STRING_STORY_PAUSE = 76,
+  STRING_STORY_STOP = 77,
+  STRING_STORY_LOOP = 78,
+  STRING_STORY_CLOSE = 79,
+  STRING_SEQUENCE_ADD = 80,
+  STRING_SEQUENCE_PLAY = 81,
+  STRING_STORY_TARGET = 82,  // of a sequence's slide and of a shot's
+  STRING_SHOT_ADD = 83,
+  STRING_SHOT_PLAY = 84,
+  STRING_STORY_SLIDE = 85,  // likewise
+  STRING_BAR_CLOSE = 86,    // tooltips of the navigation bar: its corners, its grip, its items
   STRING_BAR_MENU = 87,
   STRING_BAR_GRIP = 88,
   STRING_BAR_MORE_CONTROLS = 89,
@@ -155,7 +169,52 @@ enum TextureID : int {
   TEXTURE_FORWARD_TARGET = 99,          // on it, the point
   TEXTURE_REWIND_GLASS = 100,           // over each picture of the film strip
   TEXTURE_ROLL_RING = 101,              // around the pivot of a roll
-  TEXTURE_BAR_CLOSE = 147,              // the corner buttons of the navigation bar
+  TEXTURE_STORY_FRAME = 102,            // behind the shots; stretched between caps of an eighth of its width
+  TEXTURE_STORY_TITLE_BAR = 103,
+  TEXTURE_STORY_PLAY = 104,  // buttons of the title bar
+  TEXTURE_STORY_PLAY_ACTIVE = 105,
+  TEXTURE_STORY_PAUSE = 106,
+  TEXTURE_STORY_PAUSE_ACTIVE = 107,
+  TEXTURE_STORY_STOP = 108,
+  TEXTURE_STORY_STOP_ACTIVE = 109,
+  TEXTURE_STORY_LOOP = 110,  // the story is played once
+  TEXTURE_STORY_LOOP_ACTIVE = 111,
+  TEXTURE_STORY_LOOP_ON = 112,  // again and again
+  TEXTURE_STORY_LOOP_ON_ACTIVE = 113,
+  TEXTURE_STORY_CLOSE = 114,
+  TEXTURE_STORY_CLOSE_ACTIVE = 115,
+  TEXTURE_SEQUENCE_SLIDE = 116,  // the card below a thumbnail
+  TEXTURE_SEQUENCE_SLIDE_ACTIVE = 117,
+  TEXTURE_SEQUENCE_SLIDE_SELECTED = 118,  // whose shots are shown
+  TEXTURE_SEQUENCE_SLIDE_SELECTED_ACTIVE = 119,
+  TEXTURE_SEQUENCE_SLIDE_PLAYING = 120,  // over card and thumbnail
+  TEXTURE_SEQUENCE_SLIDE_PAUSED = 121,
+  TEXTURE_SEQUENCE_ADD = 122,  // the slide that adds a sequence
+  TEXTURE_SEQUENCE_ADD_ACTIVE = 123,
+  TEXTURE_SEQUENCE_STACK_LEFT = 124,  // a shade over a slide that lies in a stack
+  TEXTURE_SEQUENCE_STACK_RIGHT = 125,
+  TEXTURE_SEQUENCE_PLAY = 126,  // buttons on a slide
+  TEXTURE_SEQUENCE_PLAY_ACTIVE = 127,
+  TEXTURE_SEQUENCE_PAUSE = 128,
+  TEXTURE_SEQUENCE_PAUSE_ACTIVE = 129,
+  TEXTURE_SEQUENCE_TARGET = 130,  // to where it starts
+  TEXTURE_SEQUENCE_TARGET_ACTIVE = 131,
+  TEXTURE_SHOT_SLIDE = 132,  // the same for shots
+  TEXTURE_SHOT_SLIDE_ACTIVE = 133,
+  TEXTURE_SHOT_SLIDE_SELECTED = 134,
+  TEXTURE_SHOT_SLIDE_PLAYING = 135,
+  TEXTURE_SHOT_SLIDE_PAUSED = 136,
+  TEXTURE_SHOT_ADD = 137,
+  TEXTURE_SHOT_ADD_ACTIVE = 138,
+  TEXTURE_SHOT_PLAY = 139,
+  TEXTURE_SHOT_PLAY_ACTIVE = 140,
+  TEXTURE_SHOT_PAUSE = 141,
+  TEXTURE_SHOT_PAUSE_ACTIVE = 142,
+  TEXTURE_SHOT_TARGET = 143,
+  TEXTURE_SHOT_TARGET_ACTIVE = 144,
+  TEXTURE_SEQUENCE_DROP = 145,  // between two slides, where a dragged one lands
+  TEXTURE_SHOT_DROP = 146,
+  TEXTURE_BAR_CLOSE = 147,  // the corner buttons of the navigation bar
   TEXTURE_BAR_MENU = 148,
   TEXTURE_BAR_FLYOUT = 149,           // the arrow of a flyout button
   TEXTURE_BAR_MORE_HORIZONTAL = 152,  // more controls, on a horizontal bar
@@ -179,6 +238,9 @@ enum TextureID : int {
   TEXTURE_BAR_BOTTOM_LEFT_EDGE = 178,
   TEXTURE_NONE = 185,
 };
+
+/// Those of the storyboard; a shown panel wants the gauges of a walk as well.
+constexpr ResourceRange TEXTURES_STORY = {TEXTURE_STORY_FRAME, TEXTURE_SHOT_DROP};
 
 /// Those of the orientation cube.
 constexpr ResourceRange TEXTURES_CUBE = {TEXTURE_CUBE_FACES, TEXTURE_CUBE_ROTATE_CLOCKWISE_ACTIVE};

@@ -7,6 +7,7 @@
 #include "pictures/bar_pictures.h"
 #include "pictures/disc_painter.h"
 #include "pictures/disc_plan.h"
+#include "pictures/story_pictures.h"
 #include "pictures/welcome_painter.h"
 #include "pictures/welcome_plan.h"
 
@@ -63,13 +64,18 @@ const Row* FindRow(int id) {
   return found != rows.end() && found->id == id ? &*found : nullptr;
 }
 
+// A picture without words.
+bool PaintPlain(int id, int pixels, Image& image) {
+  return IsStoryPicture(id) ? PaintStoryPicture(id, pixels, image) : PaintBarPicture(id, pixels, image);
+}
+
 }  // namespace
 
-bool IsPainted(int id) { return FindRow(id) != nullptr || IsBarPicture(id); }
+bool IsPainted(int id) { return FindRow(id) != nullptr || IsBarPicture(id) || IsStoryPicture(id); }
 
 double GetUsualPoints(int id) {
   const Row* row = FindRow(id);
-  if (row == nullptr) return GetBarPoints(id);
+  if (row == nullptr) return IsStoryPicture(id) ? GetStoryPoints(id) : GetBarPoints(id);
   if (row->page != nullptr) return welcomePoints;
   return row->disc->IsLarge() ? usualLargePoints : usualSmallPoints;
 }
@@ -78,7 +84,7 @@ bool PaintPicture(int id, double points, double scale, const FindText& findText,
   const Row* row = FindRow(id);
   const double pixels = points * scale;
   if (!(points > 0.0) || !(pixels >= 1.0) || !(pixels <= largestSide)) return false;
-  if (row == nullptr) return PaintBarPicture(id, static_cast<int>(std::lround(pixels)), image);
+  if (row == nullptr) return PaintPlain(id, static_cast<int>(std::lround(pixels)), image);
   if (row->kind == Row::Kind::Map) return PaintMap(id, image);
   if (row->page != nullptr) {
     return PaintWelcome(*row->page, row->area, pixels / welcomePoints, findText, image);

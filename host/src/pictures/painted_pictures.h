@@ -6,7 +6,7 @@
 namespace zovhost {
 
 // Pictures that are painted from a plan and not from a drawing of their own: those of the discs, of their
-// welcome screen and of the bars.
+// welcome screen, of the bars and of the storyboard.
 
 bool IsPainted(int id);
 /// The width at which a picture is shown as a rule, in points; 0 for one that is not painted.

@@ -1,0 +1,193 @@
+#include "pictures/story_painter.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+#include "korvane/toolbar.h"
+#include "pictures/canvas.h"
+#include "pictures/disc_colours.h"
+#include "pictures/glyph_painter.h"
+
+namespace zovhost {
+
+namespace {
+
+using Korvane::ColorRGBA;
+using Korvane::Toolbar;
+
+// Points.
+constexpr double radius = 8.0;  // of toolbars too
+constexpr double buttonRadius = 3.0;
+constexpr double hairline = 1.0;
+constexpr double chosenLine = 3.0;
+constexpr double glyphSize = 12.0;
+constexpr double thinnestGlyphLine = 1.25;
+
+// Of a strip: where its glyph stands, and the line before its close button.
+constexpr double stripGlyphSize = 18.0;
+constexpr double stripGlyphPlace = 20.0;
+constexpr double stripGlyphEdge = 1.0;
+
+// A thumbnail covers the card but for these margins at its sides, and at its upper and lower end.
+constexpr double thumbnailSide = 2.0 / 128.0;  // shares of the card
+constexpr double thumbnailEnd = 19.0 / 128.0;
+
+constexpr TextColour white = {1.0, 1.0, 1.0, 1.0};
+constexpr TextColour slate = {0.13, 0.15, 0.18, 0.86};
+constexpr TextColour slateOpaque = {0.13, 0.15, 0.18, 1.0};
+constexpr TextColour lightLine = {1.0, 1.0, 1.0, 0.25};
+constexpr TextColour paleLine = {1.0, 1.0, 1.0, 0.9};
+constexpr TextColour darkLine = {0.0, 0.0, 0.0, 0.5};
+constexpr TextColour lit = {ACCENT_LIGHT_COLOUR[0], ACCENT_LIGHT_COLOUR[1], ACCENT_LIGHT_COLOUR[2], 1.0};
+constexpr TextColour buttonGround = {0.985, 0.985, 0.99, 0.86};
+
+struct Rect {
+  double x = 0.0;
+  double y = 0.0;
+  double width = 0.0;
+  double height = 0.0;
+
+  Rect Inset(double by) const { return {x + by, y + by, width - 2.0 * by, height - 2.0 * by}; }
+};
+
+TextColour ToTextColour(const ColorRGBA& colour) { return {colour.r, colour.g, colour.b, colour.a}; }
+
+// Whole pixels.
+double Snap(const StoryPlace& place, double points) { return std::round(points * place.unit); }
+double SnapLine(const StoryPlace& place, double points) { return std::max(1.0, Snap(place, points)); }
+
+Rect GetWhole(const StoryPlace& place) {
+  return {0.0, 0.0, Snap(place, place.width), Snap(place, place.height)};
+}
+
+void Fill(const StoryPlace& place, const Rect& rect, double corner, const TextColour& colour) {
+  cairo_new_path(place.context);
+  AddRoundedRectangle(place.context, rect.x, rect.y, rect.width, rect.height, corner);
+  SetColour(place.context, colour);
+  cairo_fill(place.context);
+}
+
+// Between the rectangle and the one `line` within it.
+void FillRim(const StoryPlace& place, const Rect& rect, double corner, double line,
+             const TextColour& colour) {
+  const Rect inner = rect.Inset(line);
+  cairo_new_path(place.context);
+  AddRoundedRectangle(place.context, rect.x, rect.y, rect.width, rect.height, corner);
+  AddRoundedRectangle(place.context, inner.x, inner.y, inner.width, inner.height, corner - line);
+  cairo_set_fill_rule(place.context, CAIRO_FILL_RULE_EVEN_ODD);
+  SetColour(place.context, colour);
+  cairo_fill(place.context);
+}
+
+struct Ink {
+  TextColour colour = discInk;
+  double size = glyphSize;  // points
+  double edge = 0.0;        // likewise
+};
+
+void DrawSign(const StoryPlace& place, std::string_view glyph, double x, double y, const Ink& ink) {
+  GlyphStyle style;
+  style.x = x;
+  style.y = y;
+  style.size = place.unit * ink.size;
+  style.colour = ink.colour;
+  style.thinnestLine = place.unit * thinnestGlyphLine;
+  style.edge = place.unit * ink.edge;
+  DrawGlyph(place.context, glyph, style);
+}
+
+void DrawMiddleSign(const StoryPlace& place, std::string_view glyph, const Ink& ink) {
+  const Rect whole = GetWhole(place);
+  DrawSign(place, glyph, whole.width / 2.0, whole.height / 2.0, ink);
+}
+
+}  // namespace
+
+void DrawStoryStrip(const StoryPlace& place, const StoryLook& look) {
+  const Rect whole = GetWhole(place);
+  const double line = SnapLine(place, hairline);
+  const double corner = radius * place.unit;
+  Fill(place, whole, corner, ToTextColour(Toolbar::DEFAULT_BACKGROUND_COLOR));
+  FillRim(place, whole, corner, line, ToTextColour(Toolbar::DEFAULT_BORDER_COLOR));
+  FillRim(place, whole.Inset(line), corner - line, line, ToTextColour(Toolbar::DEFAULT_HIGHLIGHT_COLOR));
+  if (look.glyph.empty()) return;
+  DrawSign(place, look.glyph, Snap(place, stripGlyphPlace), whole.height / 2.0,
+           {.size = stripGlyphSize, .edge = stripGlyphEdge});
+}
+
+void DrawStoryTitleButton(const StoryPlace& place, const StoryLook& look) {
+  const Rect whole = GetWhole(place);
+  const double corner = buttonRadius * place.unit;
+  const double line = SnapLine(place, hairline);
+  if (look.on) Fill(place, whole, corner, discAccent);
+  if (look.lit) {
+    if (!look.on) Fill(place, whole, corner, lit);
+    FillRim(place, whole, corner, line, look.on ? lit : discAccent);
+  }
+  const bool bare = !look.on && !look.lit;
+  DrawMiddleSign(place, look.glyph, {.colour = look.on ? white : discInk, .edge = bare ? 1.0 : 0.0});
+}
+
+void DrawStoryCard(const StoryPlace& place, const StoryLook& look) {
+  const Rect whole = GetWhole(place);
+  const double corner = radius * place.unit;
+  const double line = SnapLine(place, hairline);
+  Fill(place, whole, corner, look.on ? discAccent : look.lit ? slateOpaque : slate);
+  if (look.on) {
+    const double wide = SnapLine(place, chosenLine);
+    FillRim(place, whole.Inset(wide), corner - wide, line, paleLine);
+  }
+  FillRim(place, whole, corner, line, darkLine);
+  FillRim(place, whole.Inset(line), corner - line, look.lit ? SnapLine(place, 2.0) : line,
+          look.lit ? lit : lightLine);
+}
+
+void DrawStoryAdd(const StoryPlace& place, const StoryLook& look) {
+  DrawStoryCard(place, look);
+  DrawMiddleSign(place, look.glyph, {.colour = look.lit ? lit : white, .size = place.height / 3.0});
+}
+
+void DrawStoryProgress(const StoryPlace& place, const StoryLook& look) {
+  const Rect whole = GetWhole(place);
+  const double side = SnapLine(place, thumbnailSide * place.width);
+  const double end = Snap(place, thumbnailEnd * place.height);
+  const Rect frame = {side, end, whole.width - 2.0 * side, whole.height - 2.0 * end};
+  const double line = SnapLine(place, 2.0);
+  FillRim(place, frame, 0.0, line + 1.0, darkLine);
+  FillRim(place, frame, 0.0, line, lit);
+  const double tab = Snap(place, 16.0);
+  Fill(place, {frame.x, frame.y, tab, tab}, 0.0, discAccent);
+  DrawSign(place, look.glyph, frame.x + tab / 2.0, frame.y + tab / 2.0, {.colour = white});
+}
+
+void DrawStoryShade(const StoryPlace& place, const StoryLook& look) {
+  const Rect whole = GetWhole(place);
+  cairo_pattern_t* const shade = look.on ? cairo_pattern_create_linear(whole.width, 0.0, 0.0, 0.0)
+                                         : cairo_pattern_create_linear(0.0, 0.0, whole.width, 0.0);
+  cairo_pattern_add_color_stop_rgba(shade, 0.0, 0.0, 0.0, 0.0, 0.6);
+  cairo_pattern_add_color_stop_rgba(shade, 1.0, 0.0, 0.0, 0.0, 0.1);
+  cairo_new_path(place.context);
+  AddRoundedRectangle(place.context, 0.0, 0.0, whole.width, whole.height, radius * place.unit);
+  cairo_set_source(place.context, shade);
+  cairo_fill(place.context);
+  cairo_pattern_destroy(shade);
+}
+
+void DrawStoryRoundButton(const StoryPlace& place, const StoryLook& look) {
+  const Rect whole = GetWhole(place);
+  const double corner = whole.width / 2.0;
+  Fill(place, whole, corner, look.lit ? lit : buttonGround);
+  FillRim(place, whole, corner, SnapLine(place, hairline), look.lit ? discAccent : darkLine);
+  DrawMiddleSign(place, look.glyph, {.colour = look.lit ? discAccent : discInk});
+}
+
+void DrawStoryDrop(const StoryPlace& place, const StoryLook&) {
+  const Rect whole = GetWhole(place);
+  const double line = SnapLine(place, hairline);
+  Fill(place, whole, whole.width / 2.0, paleLine);
+  const Rect inner = whole.Inset(line);
+  Fill(place, inner, inner.width / 2.0, discAccent);
+}
+
+}  // namespace zovhost
