@@ -120,7 +120,7 @@ void Toolbar::SetDisabled(bool value) {
   const Staying now(parts);
   if (!Store(now->life.disabled, value)) return;
   if (value && now->drag.active) {
-    now->EndPress();
+    now->EndDrag();
     PostRefresh();
     now->SetCursor(CURSOR_ARROW);
   }

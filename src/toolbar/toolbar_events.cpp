@@ -53,10 +53,7 @@ bool Toolbar::OnLeftMouseUp(int x, int y) {
   const bool wasDown = now->mouse.downOnItem;
   now->mouse.MoveTo(x, y);
   now->mouse.pressed = false;
-  if (now->life.disabled) {
-    now->EndPress();
-    return wasDown;
-  }
+  if (now->life.disabled) return wasDown;
   const std::shared_ptr<ToolbarItem> clicked = now->drag.active ? nullptr : now->FindClicked();
   if (now->drag.active) Dock();
   if (now) now->Update();

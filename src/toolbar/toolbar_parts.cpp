@@ -25,6 +25,11 @@ void TakeOver(ToolbarItem& item, const StripItem& entry) {
   item.SetFlyoutIconBounds(entry.flyoutBounds);
 }
 
+// A grip has none either, also where its drag has come to nothing.
+bool HasClick(ToolbarItem::Type type) {
+  return type != ToolbarItem::TYPE_PLAIN && type != ToolbarItem::TYPE_GRIP;
+}
+
 void Collect(const ResourceIcon2D& icon, std::vector<TextureID>& ids) {
   const TextureID id = icon.GetTextureResourceID();
   if (id != TEXTURE_NONE) ids.push_back(id);
@@ -93,6 +98,7 @@ void ToolbarParts::Update() {
   const bool itemsChanged = UpdateItems();
   const bool opacityChanged = UpdateOpacity();
   UpdateTooltip();
+  if (!mouse.pressed) mouse.ForgetDown();  // of an item that the mouse had left when it was let go
   if (life.visible && (itemsChanged || nearnessChanged || opacityChanged)) RequestUpdate();
 }
 
@@ -154,16 +160,20 @@ void ToolbarParts::UpdateTooltip() {
 
 std::shared_ptr<ToolbarItem> ToolbarParts::FindClicked() const {
   std::shared_ptr<ToolbarItem> item = mouse.downOnItem ? items.Share(mouse.downIndex) : nullptr;
-  const bool clicked = item != nullptr && item->GetType() != ToolbarItem::TYPE_PLAIN &&
-                       IsPressedState(item->GetState()) && item->GetBounds().IsPointInside(mouse.GetPoint());
+  const bool clicked = item != nullptr && HasClick(item->GetType()) && IsPressedState(item->GetState()) &&
+                       item->GetBounds().IsPointInside(mouse.GetPoint());
   if (!clicked) item.reset();
   return item;
+}
+
+void ToolbarParts::EndDrag() {
+  if (std::exchange(drag.active, false)) place = drag.former;
 }
 
 void ToolbarParts::EndPress() {
   mouse.pressed = false;
   mouse.ForgetDown();
-  if (std::exchange(drag.active, false)) place = drag.former;
+  EndDrag();
 }
 
 // ---- partners ----

@@ -61,7 +61,8 @@ struct ToolbarParts {
   double GetOpacityFromMouse() const;
   /// The item that a release clicks now; null for none.
   std::shared_ptr<ToolbarItem> FindClicked() const;
-  /// A drag goes back to where it began.
+  /// The strip goes back to where it was dragged from.
+  void EndDrag();
   void EndPress();
 
   /// Those of the strip and of all its items now; or gives back what is held.

@@ -339,7 +339,8 @@ TEST_F(ToolbarDockingTest, a_strip_that_is_disabled_or_destroyed_in_a_drag_goes_
   EXPECT_EQ(renderer.GetCursorID(), 26);
   toolbar.Draw();
   EXPECT_EQ(Bounds().center, Vector2(782, 300));
-  EXPECT_FALSE(Release(cursor));
+  EXPECT_TRUE(toolbar.IsMouseDownOnItem());  // the press goes on
+  EXPECT_TRUE(Release(cursor));
   toolbar.SetDisabled(false);
   EXPECT_FALSE(toolbar.OnMouseMove(300, 300));
   EXPECT_EQ(journal.Count("dragged"), 0);
@@ -383,6 +384,33 @@ TEST_F(ToolbarDockingTest, a_host_may_disable_the_strip_as_its_drag_begins) {
   };
   Press(Middle(1));
   EXPECT_FALSE(toolbar.open.drag.active);
+}
+
+TEST_F(ToolbarDockingTest, a_grip_that_was_not_dragged_is_not_clicked) {
+  toolbar.SetPosition(Toolbar::POSITION_TOP_RIGHT);
+  toolbar.Draw();
+  journal.Take();
+  observer.onHear = [&](const std::string& line) {
+    if (line == "position") toolbar.SetDisabled(true);
+  };
+  const Vector2 grip = Middle(1);
+  Press(grip);
+  toolbar.SetDisabled(false);
+  EXPECT_EQ(Item(1).GetState(), 5);
+  EXPECT_TRUE(Release(grip));
+  EXPECT_EQ(journal.Count("clicked 1"), 0);
+  EXPECT_EQ(journal.Count("dragged"), 0);
+}
+
+TEST_F(ToolbarDockingTest, a_drag_that_is_cut_short_does_not_go_on_once_the_strip_is_enabled_again) {
+  DragTo({300, 250});
+  toolbar.SetDisabled(true);
+  toolbar.SetDisabled(false);
+  Move({200, 200});
+  toolbar.Draw();
+  EXPECT_EQ(Bounds().center, Vector2(782, 300));
+  EXPECT_TRUE(Release({200, 200}));
+  for (const std::string& line : journal.Take()) EXPECT_NE(line, "dragged");
 }
 
 // Laid along the bottom the strip has room for all items, and tells so.

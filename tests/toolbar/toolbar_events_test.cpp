@@ -226,6 +226,30 @@ TEST_F(ToolbarEventsTest, a_disabled_strip_uses_no_event) {
   EXPECT_TRUE(journal.Take().empty());
 }
 
+TEST_F(ToolbarEventsTest, a_release_on_a_disabled_strip_answers_for_the_press_before_and_clicks_nothing) {
+  const Vector2 place = Middle(2);
+  Press(place);
+  toolbar.SetDisabled(true);
+  journal.Take();
+  EXPECT_TRUE(Release(place));
+  EXPECT_FALSE(toolbar.open.mouse.pressed);
+  EXPECT_TRUE(toolbar.IsMouseDownOnItem());
+  toolbar.SetDisabled(false);
+  EXPECT_FALSE(toolbar.IsMouseDownOnItem());
+  EXPECT_EQ(journal.Count("clicked 2"), 0);
+}
+
+// It would use every move of the mouse.
+TEST_F(ToolbarEventsTest, an_item_that_was_left_and_let_go_on_a_disabled_strip_is_not_down_for_ever) {
+  Press(Middle(2));
+  Move(OUTSIDE);
+  toolbar.SetDisabled(true);
+  EXPECT_TRUE(Release(OUTSIDE));
+  toolbar.SetDisabled(false);
+  EXPECT_FALSE(toolbar.OnMouseMove(400, 301));
+  EXPECT_FALSE(toolbar.IsMouseDownOnItem());
+}
+
 TEST_F(ToolbarEventsTest, a_change_of_disabled_tells_of_the_item_under_the_mouse) {
   toolbar.SetDisabled(true);
   toolbar.OnMouseMove(782, 330);
