@@ -1,6 +1,7 @@
 #include "toolbar/strip_fade.h"
 
 #include <cmath>
+#include <utility>
 
 #include "korvane/math.h"
 #include "korvane/toolbar.h"
@@ -39,9 +40,9 @@ void StripFade::Begin(double from, double target) {
   inProgress = true;
 }
 
-void StripFade::Stop() {
+bool StripFade::Stop() {
   opacity.Stop();
-  inProgress = false;
+  return std::exchange(inProgress, false);
 }
 
 }  // namespace Korvane

@@ -19,8 +19,8 @@ class StripFade {
   /// True when the opacity changes, be it by itself.
   bool Update(double target, double step);
   void Begin(double from, double target);
-  /// A move that goes on jumps to its end.
-  void Stop();
+  /// A move that goes on jumps to its end. True when there was one.
+  bool Stop();
 
   ChangingInTimeValueChain opacity = 1.0;
   float minimum = 0.3F;

@@ -51,6 +51,12 @@ void StripMouse::PressAt(int mouseX, int mouseY) {
   ForgetDown();
 }
 
+void StripMouse::ForgetPlace() {
+  inBounds = inRegion = false;
+  ForgetOver();
+  tooltip.clear();
+}
+
 void StripMouse::ForgetOver() {
   overItem = false;
   overIndex = -1;

@@ -21,6 +21,8 @@ struct StripMouse {
   Vector2 GetPress() const { return {static_cast<double>(pressX), static_cast<double>(pressY)}; }
   void MoveTo(int mouseX, int mouseY);
   void PressAt(int mouseX, int mouseY);
+  /// On the strip, near it, on an item.
+  void ForgetPlace();
   void ForgetOver();
   void ForgetDown();
   /// What an item enters or leaves with a new state.

@@ -64,6 +64,7 @@ bool Toolbar::Destroy() {
   const Staying now(parts);
   now->life.created = false;
   now->EndPress();
+  now->mouse.ForgetPlace();
   now->motion.Stop();
   now->fade.Stop();
   if (now->textures != nullptr) now->UpdateTextures(false);
@@ -106,8 +107,10 @@ void Toolbar::RemoveObserver(ToolbarObserver* observer) { parts->partners.observ
 void Toolbar::SetVisible(bool value) {
   const Staying now(parts);
   const double before = now->fade.Get();
-  now->fade.Stop();
-  if (!Store(now->life.visible, value)) return;
+  const bool stopped = now->fade.Stop();
+  const bool changed = Store(now->life.visible, value);
+  if (!changed && stopped) now->RequestUpdate();
+  if (!changed) return;
   if (now->motion.wantAnimation)
     now->fade.Begin(value ? 0.0 : before, value ? now->GetOpacityFromMouse() : 0.0);
   PostRefresh();
@@ -138,8 +141,8 @@ Toolbar::Position Toolbar::GetPosition() const { return parts->place.position; }
 
 void Toolbar::SetPosition(Position value) {
   if (!IsToolbarPosition(value)) return;
-  const bool turned = Store(parts->place.orientation, GetOrientationAt(value));
-  const bool moved = Store(parts->place.position, value);
+  const bool turned = parts->SetPlace(&StripPlace::orientation, GetOrientationAt(value));
+  const bool moved = parts->SetPlace(&StripPlace::position, value);
   if (!turned && !moved) return;
   const Staying now(parts);
   PostRefresh();
@@ -147,17 +150,17 @@ void Toolbar::SetPosition(Position value) {
 }
 
 void Toolbar::SetOrientation(Orientation value) {
-  if (IsOrientation(value) && Store(parts->place.orientation, value)) PostRefresh();
+  if (IsOrientation(value) && parts->SetPlace(&StripPlace::orientation, value)) PostRefresh();
 }
 
 void Toolbar::SetCornerOffset(const Vector2& offset) {
-  if (offset.IsFinite() && Store(parts->place.cornerOffset, offset)) PostRefresh();
+  if (offset.IsFinite() && parts->SetPlace(&StripPlace::cornerOffset, offset)) PostRefresh();
 }
 
 const Vector2& Toolbar::GetEdgeOffset() const { return parts->place.edgeOffset; }
 
 void Toolbar::SetEdgeOffset(const Vector2& offset) {
-  if (offset.IsFinite() && Store(parts->place.edgeOffset, offset)) PostRefresh();
+  if (offset.IsFinite() && parts->SetPlace(&StripPlace::edgeOffset, offset)) PostRefresh();
 }
 
 void Toolbar::SetKeepInView(bool value) {
@@ -168,7 +171,9 @@ bool Toolbar::GetKeepInView() const { return parts->keepInView; }
 bool Toolbar::ConvertToEdgePosition() {
   if (!IsToolbarCorner(parts->place.position)) return false;
   const Staying now(parts);
-  now->place = GetEdgeBeside(now->room, now->place, now->halfSize);
+  const StripPlace edge = GetEdgeBeside(now->room, now->place, now->halfSize);
+  now->SetPlace(&StripPlace::position, edge.position);
+  now->SetPlace(&StripPlace::edgeOffset, edge.edgeOffset);
   PostRefresh();
   if (now) OnPositionChanged();
   return true;

@@ -72,7 +72,7 @@ bool Toolbar::DrawPositionAnimation() {
   const bool moving = motion.IsCenterMoving();
   const bool changed = GoesOn(moving, motion.positionInProgress);
   if (changed) RecalculateLayout();
-  if (changed && now) now->Constrain();
+  if (changed && now && !now->keepInView) now->Constrain();
   if (!now || moving) return true;
   motion.EndTravel();
   return changed;

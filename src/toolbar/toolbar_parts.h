@@ -35,7 +35,7 @@ struct ToolbarParts {
 
   struct Drag {
     bool active = false;
-    StripPlace former;    // at the press; a drag that is cut short goes back there
+    StripPlace former;    // where a drag that is cut short goes back to: at the press, and what is set since
     Vector2 startOffset;  // the edge offset where the strip showed then
   };
 
@@ -48,6 +48,12 @@ struct ToolbarParts {
 
   using ItemsTold = std::vector<std::shared_ptr<ToolbarItem>>;
 
+  /// True when that is a change.
+  template <class Value>
+  bool SetPlace(Value StripPlace::*member, const Value& value) {
+    if (drag.active) drag.former.*member = value;
+    return std::exchange(place.*member, value) != value;
+  }
   /// Lays out. The items that have come or gone with it.
   ItemsTold Arrange();
   /// Where the strip is to stand: the wish, held back where it is kept in view.

@@ -178,6 +178,35 @@ TEST_F(ToolbarDockingTest, travels_on_to_an_edge_that_has_moved_meanwhile) {
   EXPECT_EQ(Item(2).GetBounds().center.y, Bounds().center.y);
 }
 
+// 400 high the strip of 123 goes up to 200 - 61.5 from the middle.
+TEST_F(ToolbarDockingTest, a_viewport_that_shrinks_during_the_journey_holds_the_offset) {
+  toolbar.SetWantAnimation(true);
+  DragTo({710, 500});
+  Drop();
+  EXPECT_EQ(toolbar.GetEdgeOffset(), Vector2(0, 200));
+  platform.Advance(100);
+  toolbar.Draw();
+  EXPECT_EQ(toolbar.GetEdgeOffset(), Vector2(0, 200));
+  toolbar.SetViewportSize(800, 400);
+  toolbar.Draw();
+  EXPECT_EQ(toolbar.GetEdgeOffset(), Vector2(0, 138.5));
+}
+
+TEST_F(ToolbarDockingTest, kept_in_view_it_goes_back_though_the_viewport_shrank_during_the_journey) {
+  toolbar.SetKeepInView(true);
+  toolbar.SetWantAnimation(true);
+  DragTo({710, 500});
+  Drop();
+  platform.Advance(100);
+  toolbar.SetViewportSize(800, 400);
+  Settle();
+  EXPECT_EQ(Bounds().center.y, 338);
+  EXPECT_EQ(toolbar.GetEdgeOffset(), Vector2(0, 200));
+  toolbar.SetViewportSize(800, 600);
+  toolbar.Draw();
+  EXPECT_EQ(Bounds().center.y, 500);
+}
+
 TEST_F(ToolbarDockingTest, jumps_where_no_animation_is_wanted) {
   DragTo({70, 250});
   Drop();
@@ -349,6 +378,38 @@ TEST_F(ToolbarDockingTest, a_strip_that_is_disabled_or_destroyed_in_a_drag_goes_
   toolbar.Destroy();
   EXPECT_FALSE(toolbar.open.drag.active);
   EXPECT_EQ(toolbar.GetEdgeOffset(), Vector2());
+}
+
+TEST_F(ToolbarDockingTest, what_a_host_sets_in_a_drag_outlasts_it) {
+  DragTo({300, 250});
+  toolbar.SetPosition(Toolbar::POSITION_LEFT);
+  toolbar.SetOrientation(Toolbar::ORIENTATION_HORIZONTAL);
+  toolbar.SetCornerOffset({7, 8});
+  toolbar.SetEdgeOffset({0, 40});
+  toolbar.SetDisabled(true);
+  EXPECT_EQ(toolbar.GetPosition(), Toolbar::POSITION_LEFT);
+  EXPECT_EQ(toolbar.open.place.orientation, Toolbar::ORIENTATION_HORIZONTAL);
+  EXPECT_EQ(toolbar.open.place.cornerOffset, Vector2(7, 8));
+  EXPECT_EQ(toolbar.GetEdgeOffset(), Vector2(0, 40));
+}
+
+TEST_F(ToolbarDockingTest, an_offset_that_a_host_sets_where_the_drag_is_just_then_outlasts_it) {
+  DragTo({300, 250});
+  toolbar.SetEdgeOffset(toolbar.GetEdgeOffset());
+  const Vector2 chosen = toolbar.GetEdgeOffset();
+  EXPECT_NE(chosen, Vector2());
+  toolbar.Destroy();
+  EXPECT_EQ(toolbar.GetEdgeOffset(), chosen);
+}
+
+TEST_F(ToolbarDockingTest, a_corner_that_a_host_sets_in_a_drag_and_converts_stays_an_edge) {
+  DragTo({300, 250});
+  toolbar.SetPosition(Toolbar::POSITION_TOP_LEFT);
+  toolbar.SetCornerOffset({30, 10});
+  EXPECT_TRUE(toolbar.ConvertToEdgePosition());
+  toolbar.SetDisabled(true);
+  EXPECT_EQ(toolbar.GetPosition(), Toolbar::POSITION_LEFT);
+  EXPECT_EQ(toolbar.GetEdgeOffset(), Vector2(30, 300 - 61.5 - 10));
 }
 
 // The smaller of two equal ways goes to the edge where the strip was.

@@ -257,6 +257,19 @@ TEST_F(ToolbarEventsTest, a_change_of_disabled_tells_of_the_item_under_the_mouse
   EXPECT_EQ(journal.Take(), (Lines{"entered 2"}));
 }
 
+// ---- the end ----
+
+TEST_F(ToolbarEventsTest, a_strip_that_is_destroyed_has_the_mouse_no_more) {
+  Move(Middle(2));
+  ASSERT_TRUE(toolbar.IsMouseInBounds() && toolbar.IsMouseInRegion());
+  ASSERT_EQ(toolbar.GetCurrentTooltipItemTag(), 2);
+  toolbar.Destroy();
+  EXPECT_FALSE(toolbar.IsMouseInBounds());
+  EXPECT_FALSE(toolbar.IsMouseInRegion());
+  EXPECT_EQ(toolbar.GetCurrentTooltipItemTag(), 0);
+  EXPECT_TRUE(toolbar.GetTooltip().empty());
+}
+
 // ---- tooltips ----
 
 TEST_F(ToolbarEventsTest, has_the_tooltip_of_the_item_under_the_mouse_but_not_during_a_press) {

@@ -183,6 +183,34 @@ TEST_F(ToolbarFadeTest, turns_back_where_it_is) {
   EXPECT_EQ(toolbar.open.fade.Get(), half);
 }
 
+TEST_F(ToolbarFadeTest, to_show_what_fades_in_already_stops_the_fade_and_asks_for_a_frame) {
+  toolbar.SetWantAnimation(true);
+  toolbar.SetVisible(false);
+  Settle();
+  Move({100, 300});
+  toolbar.SetVisible(true);
+  platform.Advance(250);
+  Forget();
+  toolbar.SetVisible(true);
+  EXPECT_EQ(toolbar.open.fade.Get(), LEAST);
+  EXPECT_FALSE(toolbar.open.fade.inProgress);
+  EXPECT_EQ(hub.requested, 1);
+  toolbar.SetVisible(true);
+  EXPECT_EQ(hub.requested, 1);
+}
+
+TEST_F(ToolbarFadeTest, to_hide_what_fades_out_already_hides_it_at_once) {
+  toolbar.SetWantAnimation(true);
+  toolbar.SetVisible(false);
+  platform.Advance(100);
+  Forget();
+  toolbar.SetVisible(false);
+  EXPECT_FALSE(toolbar.IsVisible());
+  EXPECT_EQ(hub.requested, 1);
+  toolbar.Draw();
+  EXPECT_EQ(renderer.CountCalls("BeginRender"), 0);
+}
+
 TEST_F(ToolbarFadeTest, a_strip_on_its_way_out_takes_no_press) {
   toolbar.SetWantAnimation(true);
   const Vector2 place = Middle(2);
