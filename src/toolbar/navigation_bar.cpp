@@ -13,21 +13,8 @@ namespace {
 constexpr int SMALL_ICON = 8;  // pixels
 constexpr int GRIP_LENGTH = 32;
 constexpr int GRIP_THICKNESS = 4;
-
-void SetIcons(Toolbar& toolbar) {
-  constexpr Toolbar::Orientation VERTICAL = Toolbar::ORIENTATION_VERTICAL;
-  constexpr Toolbar::Orientation HORIZONTAL = Toolbar::ORIENTATION_HORIZONTAL;
-  toolbar.SetFlyoutIcon(TEXTURE_BAR_FLYOUT, SMALL_ICON, SMALL_ICON);
-  toolbar.SetGripHandleIcon(VERTICAL, TEXTURE_NONE, GRIP_LENGTH, GRIP_THICKNESS);
-  toolbar.SetGripHandleIcon(HORIZONTAL, TEXTURE_NONE, GRIP_THICKNESS, GRIP_LENGTH);
-  toolbar.SetMoreControlsIcon(VERTICAL, TEXTURE_BAR_MORE_VERTICAL, SMALL_ICON, SMALL_ICON);
-  toolbar.SetMoreControlsIcon(HORIZONTAL, TEXTURE_BAR_MORE_HORIZONTAL, SMALL_ICON, SMALL_ICON);
-  toolbar.SetCornerIcons(TEXTURE_BAR_TOP_LEFT, TEXTURE_BAR_TOP_RIGHT, TEXTURE_BAR_BOTTOM_RIGHT,
-                         TEXTURE_BAR_BOTTOM_LEFT, SMALL_ICON, SMALL_ICON);
-  toolbar.SetCornerHighlightedIcons(TEXTURE_BAR_TOP_LEFT_EDGE, TEXTURE_BAR_TOP_RIGHT_EDGE,
-                                    TEXTURE_BAR_BOTTOM_RIGHT_EDGE, TEXTURE_BAR_BOTTOM_LEFT_EDGE, SMALL_ICON,
-                                    SMALL_ICON);
-}
+constexpr Toolbar::Orientation VERTICAL = Toolbar::ORIENTATION_VERTICAL;
+constexpr Toolbar::Orientation HORIZONTAL = Toolbar::ORIENTATION_HORIZONTAL;
 
 // The edges come in the same order in both.
 Toolbar::Position GetPositionOf(NavigationBar::Location location) {
@@ -39,6 +26,51 @@ NavigationBar::Location GetLocationOf(Toolbar::Position position) {
   return location <= NavigationBar::LOCATION_BOTTOM ? static_cast<NavigationBar::Location>(location)
                                                     : NavigationBar::LOCATION_LINKED;
 }
+
+// A bar that has just been linked has its corner only with the next layout of the view.
+NavigationBar::Location FindLocation(NavigationBar::Location told, const Toolbar* toolbar) {
+  if (told == NavigationBar::LOCATION_LINKED || toolbar == nullptr) return told;
+  return GetLocationOf(toolbar->GetPosition());
+}
+
+// What a new toolbar is given, in this order.
+using Gift = void (*)(const NavigationBarParts& bar, Toolbar& toolbar);
+constexpr Gift GIFTS[] = {
+    [](const NavigationBarParts& bar, Toolbar& toolbar) { toolbar.SetKorvane(bar.partners.hub.Get()); },
+    [](const NavigationBarParts& bar, Toolbar& toolbar) { toolbar.SetRenderer(bar.partners.renderer.Get()); },
+    [](const NavigationBarParts&, Toolbar& toolbar) {
+      toolbar.SetFlyoutIcon(TEXTURE_BAR_FLYOUT, SMALL_ICON, SMALL_ICON);
+    },
+    [](const NavigationBarParts&, Toolbar& toolbar) {
+      toolbar.SetGripHandleIcon(VERTICAL, TEXTURE_NONE, GRIP_LENGTH, GRIP_THICKNESS);
+    },
+    [](const NavigationBarParts&, Toolbar& toolbar) {
+      toolbar.SetGripHandleIcon(HORIZONTAL, TEXTURE_NONE, GRIP_THICKNESS, GRIP_LENGTH);
+    },
+    [](const NavigationBarParts&, Toolbar& toolbar) {
+      toolbar.SetMoreControlsIcon(VERTICAL, TEXTURE_BAR_MORE_VERTICAL, SMALL_ICON, SMALL_ICON);
+    },
+    [](const NavigationBarParts&, Toolbar& toolbar) {
+      toolbar.SetMoreControlsIcon(HORIZONTAL, TEXTURE_BAR_MORE_HORIZONTAL, SMALL_ICON, SMALL_ICON);
+    },
+    [](const NavigationBarParts&, Toolbar& toolbar) {
+      toolbar.SetCornerIcons(TEXTURE_BAR_TOP_LEFT, TEXTURE_BAR_TOP_RIGHT, TEXTURE_BAR_BOTTOM_RIGHT,
+                             TEXTURE_BAR_BOTTOM_LEFT, SMALL_ICON, SMALL_ICON);
+    },
+    [](const NavigationBarParts&, Toolbar& toolbar) {
+      toolbar.SetCornerHighlightedIcons(TEXTURE_BAR_TOP_LEFT_EDGE, TEXTURE_BAR_TOP_RIGHT_EDGE,
+                                        TEXTURE_BAR_BOTTOM_RIGHT_EDGE, TEXTURE_BAR_BOTTOM_LEFT_EDGE,
+                                        SMALL_ICON, SMALL_ICON);
+    },
+    [](const NavigationBarParts& bar, Toolbar& toolbar) {
+      if (bar.location != NavigationBar::LOCATION_LINKED) toolbar.SetPosition(GetPositionOf(bar.location));
+    },
+    [](const NavigationBarParts& bar, Toolbar& toolbar) { toolbar.SetEdgeOffset(bar.locationOffset); },
+    [](const NavigationBarParts& bar, Toolbar& toolbar) { toolbar.SetVisible(bar.visible); },
+    [](const NavigationBarParts& bar, Toolbar& toolbar) {
+      toolbar.SetViewportSize(bar.viewport.width, bar.viewport.height);
+    },
+};
 
 }  // namespace
 
@@ -57,25 +89,21 @@ NavigationBar::~NavigationBar() {
 
 Lifeline& NavigationBar::GetLifeline() { return parts->lifeline; }
 
-// Whoever is asked for the items of the host may let go of the bar.
+// Whoever is asked for the items of the host may let go of the bar; so may whoever is told of a toolbar that
+// was not new.
 bool NavigationBar::Create() {
   const Staying now(parts);
-  Renderer* const renderer = now->partners.renderer.Get();
-  CameraOperations* const hub = now->partners.hub.Get();
-  if (now->toolbar != nullptr || hub == nullptr || renderer == nullptr) return false;
+  const bool canDraw = now->partners.hub.Get() != nullptr && now->partners.renderer.Get() != nullptr;
+  if (now->toolbar != nullptr || !canDraw) return false;
   now->toolbar.reset(InstantiateToolbar());
   const Borrowed<Toolbar> toolbar(now->toolbar.get());
-  if (toolbar.Get() == nullptr) return false;
-  toolbar.Get()->SetKorvane(hub);
-  toolbar.Get()->SetRenderer(renderer);
-  SetIcons(*toolbar.Get());
-  if (now->location != LOCATION_LINKED) toolbar.Get()->SetPosition(GetPositionOf(now->location));
-  toolbar.Get()->SetEdgeOffset(now->locationOffset);
-  toolbar.Get()->SetVisible(now->visible);
-  toolbar.Get()->SetViewportSize(now->viewport.width, now->viewport.height);
-  PopulateItems();
-  const bool result = now && toolbar.Get() != nullptr && toolbar.Get()->Create();
-  if (!now || toolbar.Get() == nullptr) return false;
+  const auto goesOn = [&] { return now && toolbar.Get() != nullptr; };
+  for (const Gift give : GIFTS) {
+    if (goesOn()) give(*parts, *toolbar.Get());
+  }
+  if (goesOn()) PopulateItems();
+  const bool result = goesOn() && toolbar.Get()->Create();
+  if (!goesOn()) return false;
   if (result) {
     now->toolbarObserver = std::make_unique<NavigationBarToolbarObserver>(toolbar.Get(), this);
     toolbar.Get()->AddObserver(now->toolbarObserver.get());
@@ -86,16 +114,21 @@ bool NavigationBar::Create() {
 
 Toolbar* NavigationBar::InstantiateToolbar() { return std::make_unique<Toolbar>().release(); }
 
-// Where the bar stands outlasts the toolbar.
+// Where the bar stands outlasts the toolbar, which takes back a drag as it ends; a host that is told
+// meanwhile may ask, and choose another place.
 bool NavigationBar::Destroy() {
   const Staying now(parts);
   if (now->toolbar == nullptr) return false;
-  now->locationOffset = GetLocationOffset();
-  now->location = GetLocation();
+  const Vector2 offset = now->locationOffset = GetLocationOffset();
+  const Location location = now->location = GetLocation();
   const std::unique_ptr<Toolbar> toolbar = std::move(now->toolbar);
   const std::unique_ptr<NavigationBarToolbarObserver> observer = std::move(now->toolbarObserver);
   toolbar->RemoveObserver(observer.get());
-  return toolbar->Destroy();
+  const bool result = toolbar->Destroy();
+  if (now->toolbar != nullptr || now->location != location || now->locationOffset != offset) return result;
+  now->locationOffset = toolbar->GetEdgeOffset();
+  now->location = FindLocation(location, toolbar.get());
+  return result;
 }
 
 // ---- collaborators ----
@@ -121,10 +154,8 @@ Toolbar* NavigationBar::GetToolbar() const { return parts->toolbar.get(); }
 
 // ---- the location ----
 
-// A bar that has just been linked has its corner only with the next layout of the view.
 NavigationBar::Location NavigationBar::GetLocation() const {
-  if (parts->location == LOCATION_LINKED || parts->toolbar == nullptr) return parts->location;
-  return GetLocationOf(parts->toolbar->GetPosition());
+  return FindLocation(parts->location, parts->toolbar.get());
 }
 
 Vector2 NavigationBar::GetLocationOffset() const {

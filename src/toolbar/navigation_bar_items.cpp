@@ -234,10 +234,13 @@ void NavigationBar::OnPopulateApplicationItems(ToolbarItem::List& items) {
       [&items](NavigationBarObserver& each) { each.OnPopulateApplicationItems(items); });
 }
 
-// Whoever drags the bar off the cube unlinks it.
+// Whoever drags the bar off the cube unlinks it, also where it was linked only after the press.
 void NavigationBar::OnPositionChanged(bool dragged) {
+  const Staying now(parts);
+  const bool wasLinked = now->location == LOCATION_LINKED;
   if (dragged) TakeLocation();
-  Staying(parts).TellObservers([dragged](NavigationBarObserver& each) { each.OnPositionChanged(dragged); });
+  if (dragged && wasLinked) SetItemExcluded(TAG_GRIP, now->location == LOCATION_LINKED);
+  now.TellObservers([dragged](NavigationBarObserver& each) { each.OnPositionChanged(dragged); });
 }
 
 }  // namespace Korvane

@@ -438,6 +438,104 @@ TEST_F(NavigationBarTest, tells_of_a_new_position_and_of_a_drag) {
   EXPECT_EQ(bar.open.location, bar.GetLocation());
 }
 
+TEST_F(NavigationBarTest, a_location_offset_is_zero_once_it_is_linked) {
+  bar.SetLinkedToOrientor(false);
+  bar.open.locationOffset = {3, 4};
+  bar.SetLinkedToOrientor(true);
+  EXPECT_EQ(bar.GetLocation(), 0);
+  EXPECT_EQ(bar.GetLocationOffset(), Vector2());
+}
+
+TEST_F(NavigationBarTest, asks_for_one_frame_when_it_is_linked_or_unlinked_before_there_is_a_toolbar) {
+  for (const bool linked : {false, true}) {
+    hub.requested = 0;
+    bar.SetLinkedToOrientor(linked);
+    EXPECT_EQ(hub.requested, 1);
+    bar.SetLinkedToOrientor(linked);
+    EXPECT_EQ(hub.requested, 1);
+  }
+}
+
+TEST_F(NavigationBarTest, a_bar_that_is_linked_in_its_drag_has_its_grip_again_once_it_is_dropped) {
+  Start();
+  Press(Middle(3));
+  bar.OnMouseMove(60, 300);
+  bar.SetLinkedToOrientor(true);
+  EXPECT_TRUE(bar.GetToolbar()->IsItemHidden(3));
+  Release({60, 300});
+  EXPECT_EQ(bar.GetLocation(), NavigationBar::LOCATION_LEFT);
+  EXPECT_FALSE(bar.GetToolbar()->IsItemHidden(3));
+  EXPECT_EQ(journal.Count("position 1"), 1);
+}
+
+TEST_F(NavigationBarTest, a_grip_that_its_host_hides_in_the_drag_stays_hidden) {
+  Start();
+  Press(Middle(3));
+  bar.OnMouseMove(60, 300);
+  bar.SetItemExcluded(3, true);
+  Release({60, 300});
+  EXPECT_EQ(journal.Count("position 1"), 1);
+  EXPECT_TRUE(bar.GetToolbar()->IsItemHidden(3));
+}
+
+/// Asks and acts when a picture is given back, which the end of a toolbar does.
+struct AskedAtTheEnd : RecordingRenderer {
+  void ReleaseTexture(TextureID id) override {
+    RecordingRenderer::ReleaseTexture(id);
+    if (const auto act = std::exchange(onRelease, nullptr)) act();
+  }
+  std::function<void()> onRelease;
+};
+
+TEST_F(NavigationBarTest, a_bar_that_is_destroyed_in_its_drag_stands_where_it_was_before) {
+  AskedAtTheEnd asked;
+  bar.SetRenderer(&asked);
+  Start();
+  bar.GetToolbar()->SetEdgeOffset({0, 40});
+  bar.Draw();
+  Press(Middle(3));
+  bar.OnMouseMove(300, 200);
+  EXPECT_NE(bar.GetLocationOffset(), Vector2(0, 40));
+  int told = -1;
+  asked.onRelease = [&] { told = bar.GetLocation(); };
+  EXPECT_TRUE(bar.Destroy());
+  EXPECT_EQ(told, NavigationBar::LOCATION_RIGHT);
+  EXPECT_EQ(bar.GetLocation(), NavigationBar::LOCATION_RIGHT);
+  EXPECT_EQ(bar.GetLocationOffset(), Vector2(0, 40));
+  bar.Create();
+  bar.Draw();
+  EXPECT_EQ(bar.GetToolbar()->GetToolbarBounds().centerX.GetValue(), 782);
+  EXPECT_EQ(bar.GetToolbar()->GetToolbarBounds().centerY.GetValue(), 340);
+  bar.SetRenderer(&renderer);
+}
+
+TEST_F(NavigationBarTest, a_location_that_a_host_chooses_while_the_bar_is_destroyed_counts) {
+  AskedAtTheEnd asked;
+  bar.SetRenderer(&asked);
+  Start();
+  Press(Middle(3));
+  bar.OnMouseMove(300, 200);
+  asked.onRelease = [&] { bar.SetLinkedToOrientor(true); };
+  bar.Destroy();
+  EXPECT_EQ(bar.GetLocation(), NavigationBar::LOCATION_LINKED);
+  EXPECT_EQ(bar.GetLocationOffset(), Vector2());
+  bar.SetRenderer(&renderer);
+}
+
+TEST_F(NavigationBarTest, a_toolbar_that_comes_while_another_is_destroyed_keeps_its_place) {
+  AskedAtTheEnd asked;
+  bar.SetRenderer(&asked);
+  Start();
+  asked.onRelease = [&] {
+    bar.Create();
+    bar.GetToolbar()->SetPosition(Toolbar::POSITION_TOP);
+  };
+  bar.Destroy();
+  EXPECT_EQ(bar.GetLocation(), NavigationBar::LOCATION_TOP);
+  bar.Destroy();
+  bar.SetRenderer(&renderer);
+}
+
 // ---- what observers hear ----
 
 TEST_F(NavigationBarTest, a_press_on_tag_13_gives_no_menu_only_the_click_at_release) {
@@ -529,6 +627,18 @@ TEST_F(NavigationBarTest, in_a_narrow_viewport_tag_4_appears_and_observers_hear_
   EXPECT_EQ(journal.Take(), (Lines{"more controls show 0"}));
 }
 
+TEST_F(NavigationBarTest, tag_4_starts_excluded_and_a_first_layout_with_room_for_all_tells_nobody_of_it) {
+  bar.SetLinkedToOrientor(false);
+  bar.Create();
+  EXPECT_TRUE(Item(4).IsExcluded());
+  EXPECT_FALSE(Item(4).IsHidden());
+  Forget();
+  bar.SetViewportSize(800, 600);
+  bar.Draw();
+  EXPECT_TRUE(Item(4).IsExcluded());
+  EXPECT_TRUE(journal.Take().empty());
+}
+
 TEST_F(NavigationBarTest, chooses_what_an_observer_says_among_the_more_controls) {
   Start(120);
   JournalBarObserver second(&bar, journal, "second ");
@@ -611,6 +721,34 @@ TEST(NavigationBarHosts, may_remove_themselves_and_change_the_items_whatever_the
     scene.bar.Draw();
     scene.bar.OnLeftMouseUp(0, 0);
     EXPECT_FALSE(scene.bar.SetItemSelected(13, true));
+  }
+}
+
+/// Made by the host, who has an observer at it from the first.
+class GivenBar : public OpenNavigationBar {
+ public:
+  std::function<void()> onTold;
+
+ private:
+  struct Given : Toolbar {
+    explicit Given(GivenBar& theOwner) : owner(theOwner) {}
+    void OnPositionChanged() override { owner.onTold(); }
+    GivenBar& owner;
+  };
+  Toolbar* InstantiateToolbar() override { return std::make_unique<Given>(*this).release(); }
+};
+
+TEST_F(NavigationBarTest, a_host_may_destroy_or_delete_the_bar_while_its_toolbar_is_set_up) {
+  for (const bool deletes : {false, true}) {
+    auto given = std::make_unique<GivenBar>();
+    given->SetKorvane(&hub);
+    given->SetRenderer(&renderer);
+    given->open.location = NavigationBar::LOCATION_LEFT;
+    given->onTold = [&] { deletes ? given.reset() : static_cast<void>(given->Destroy()); };
+    GivenBar* const created = given.get();
+    EXPECT_FALSE(created->Create());
+    EXPECT_EQ(given == nullptr, deletes);
+    EXPECT_TRUE(deletes || given->GetToolbar() == nullptr);
   }
 }
 
