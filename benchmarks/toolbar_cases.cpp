@@ -25,9 +25,10 @@ constexpr int PADDING = 8;  // both sides together
 
 class ToolbarCase : public BenchmarkCase {
  public:
-  explicit ToolbarCase(std::string caseName) : name(std::move(caseName)) {}
+  ToolbarCase(std::string caseName, double nanoseconds) : name(std::move(caseName)), aim(nanoseconds) {}
 
   std::string GetName() const override { return name; }
+  double GetAimInNanoseconds() const override { return aim; }
 
   void Restart() override {
     toolbar = std::make_unique<Toolbar>();
@@ -53,13 +54,15 @@ class ToolbarCase : public BenchmarkCase {
   std::unique_ptr<Toolbar> toolbar;
 
  private:
-  std::string name;
+  const std::string name;
+  const double aim;
 };
 
 class MoveCase : public ToolbarCase {
  public:
   /// The mouse goes up and down in this column.
-  MoveCase(std::string caseName, int mouseColumn) : ToolbarCase(std::move(caseName)), column(mouseColumn) {}
+  MoveCase(std::string caseName, double nanoseconds, int mouseColumn)
+      : ToolbarCase(std::move(caseName), nanoseconds), column(mouseColumn) {}
 
   void Restart() override {
     ToolbarCase::Restart();
@@ -100,7 +103,7 @@ class MoveCase : public ToolbarCase {
 
 class LayoutCase : public ToolbarCase {
  public:
-  LayoutCase() : ToolbarCase("toolbar laid out") {}
+  LayoutCase() : ToolbarCase("toolbar laid out", 1500.0) {}
 
   void StepLibrary() override { toolbar->Refresh(); }
 
@@ -121,7 +124,7 @@ class LayoutCase : public ToolbarCase {
 
 class DrawCase : public ToolbarCase {
  public:
-  DrawCase() : ToolbarCase("toolbar drawn") {}
+  DrawCase() : ToolbarCase("toolbar drawn", 1000.0) {}
 
   void Restart() override {
     ToolbarCase::Restart();
@@ -138,8 +141,8 @@ class DrawCase : public ToolbarCase {
 }  // namespace
 
 std::vector<BenchmarkCase*> GetToolbarCases() {
-  static MoveCase over("mouse over a toolbar", 1006);
-  static MoveCase far("mouse far from a toolbar", 100);
+  static MoveCase over("mouse over a toolbar", 300.0, 1006);
+  static MoveCase far("mouse far from a toolbar", 100.0, 100);
   static LayoutCase layout;
   static DrawCase draw;
   return {&over, &far, &layout, &draw};
