@@ -125,7 +125,7 @@ bool NavigationBar::Destroy() {
   const std::unique_ptr<NavigationBarToolbarObserver> observer = std::move(now->toolbarObserver);
   toolbar->RemoveObserver(observer.get());
   const bool result = toolbar->Destroy();
-  if (now->toolbar != nullptr || now->location != location || now->locationOffset != offset) return result;
+  if (now->location != location || now->locationOffset != offset) return result;
   now->locationOffset = toolbar->GetEdgeOffset();
   now->location = FindLocation(location, toolbar.get());
   return result;

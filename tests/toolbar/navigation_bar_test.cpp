@@ -512,14 +512,34 @@ TEST_F(NavigationBarTest, a_bar_that_is_destroyed_in_its_drag_stands_where_it_wa
 TEST_F(NavigationBarTest, a_location_that_a_host_chooses_while_the_bar_is_destroyed_counts) {
   AskedAtTheEnd asked;
   bar.SetRenderer(&asked);
+  for (const bool dragged : {false, true}) {
+    Start();
+    if (dragged) Press(Middle(3));
+    bar.OnMouseMove(300, 200);
+    asked.onRelease = [&] { bar.SetLinkedToOrientor(true); };
+    bar.Destroy();
+    EXPECT_EQ(bar.GetLocation(), NavigationBar::LOCATION_LINKED);
+    EXPECT_EQ(bar.GetLocationOffset(), Vector2());
+  }
   Start();
+  bar.GetToolbar()->SetEdgeOffset({0, 40});
+  bar.Draw();
   Press(Middle(3));
   bar.OnMouseMove(300, 200);
-  asked.onRelease = [&] { bar.SetLinkedToOrientor(true); };
+  asked.onRelease = [&] {
+    for (const bool linked : {true, false}) bar.SetLinkedToOrientor(linked);
+  };
   bar.Destroy();
-  EXPECT_EQ(bar.GetLocation(), NavigationBar::LOCATION_LINKED);
+  EXPECT_EQ(bar.GetLocation(), NavigationBar::LOCATION_RIGHT);
   EXPECT_EQ(bar.GetLocationOffset(), Vector2());
   bar.SetRenderer(&renderer);
+}
+
+TEST_F(NavigationBarTest, a_linked_bar_that_is_destroyed_before_it_has_its_corner_stays_linked) {
+  bar.Create();
+  EXPECT_EQ(bar.GetToolbar()->GetPosition(), Toolbar::POSITION_RIGHT);
+  bar.Destroy();
+  EXPECT_EQ(bar.GetLocation(), NavigationBar::LOCATION_LINKED);
 }
 
 TEST_F(NavigationBarTest, a_toolbar_that_comes_while_another_is_destroyed_keeps_its_place) {
