@@ -47,6 +47,7 @@ class RewindHistory;
 class RewindHistoryObserver;
 class Sequence;
 class Shot;
+class ShotEditor;
 class ShotObserver;
 class ShotSpecification;
 class Story;
@@ -62,6 +63,7 @@ class TrackMenu;
 class UndoCommand;
 class UndoQueue;
 class ViewManager;
+class WalkRecorder;
 class WalkTool;
 class ZoomTool;
 

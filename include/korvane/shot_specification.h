@@ -6,6 +6,7 @@
 
 #include "korvane/camera_parameters.h"
 #include "korvane/export.h"
+#include "korvane/lifeline.h"
 #include "korvane/shot.h"
 
 namespace Korvane {
@@ -100,6 +101,9 @@ class ZOVTOOLS_API ShotSpecification {
   /// camera. False for null, for a number that is no type, and where the hub begins none.
   bool BeginShot(CameraOperations* hub);
 
+  /// For those that look at the shot and may outlive it.
+  Lifeline& GetLifeline() { return lifeline; }
+
  private:
   struct Starters;
   friend struct Starters;
@@ -120,6 +124,7 @@ class ZOVTOOLS_API ShotSpecification {
   double upDownDistance = 0.0;
   double upDownAngle = 0.0;
   std::vector<RecordedElement> recordedElements;
+  Lifeline lifeline;
 };
 
 }  // namespace Korvane

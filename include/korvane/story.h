@@ -4,6 +4,7 @@
 #include <string>
 
 #include "korvane/export.h"
+#include "korvane/lifeline.h"
 #include "korvane/owned_list.h"
 #include "korvane/shot_specification.h"
 
@@ -48,9 +49,13 @@ class ZOVTOOLS_API Sequence {
   /// The first of exactly this name; null for none.
   ShotSpecification* FindShot(const std::wstring& shotName) const { return shots.Find(shotName); }
 
+  /// For those that look at it and may outlive it.
+  Lifeline& GetLifeline() { return lifeline; }
+
  private:
   OwnedList<ShotSpecification> shots;
   std::wstring name;
+  Lifeline lifeline;
 };
 
 /// A named list of sequences, in playing order, as a Sequence is one of shots.
@@ -81,9 +86,12 @@ class ZOVTOOLS_API Story {
   bool IsEmpty() const { return sequences.GetCount() == 0; }
   Sequence* FindSequence(const std::wstring& sequenceName) const { return sequences.Find(sequenceName); }
 
+  Lifeline& GetLifeline() { return lifeline; }
+
  private:
   OwnedList<Sequence> sequences;
   std::wstring name;
+  Lifeline lifeline;
 };
 
 }  // namespace Korvane

@@ -54,6 +54,9 @@ class ZOVTOOLS_API UndoQueue {
   /// Destroys all commands.
   virtual void Clear();
 
+  /// For those that borrow the queue and may outlive it.
+  Lifeline& GetLifeline() { return lifeline; }
+
  private:
   using Commands = std::deque<std::shared_ptr<UndoCommand>>;
 

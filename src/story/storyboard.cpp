@@ -1,33 +1,315 @@
+// The life of the panel: its collaborators, its story, its place.
 #include "korvane/storyboard.h"
+
+#include <utility>
+
+#include "story/storyboard_parts.h"
 
 namespace Korvane {
 
-Storyboard::Storyboard() = default;
-Storyboard::~Storyboard() = default;
+namespace {
 
-void Storyboard::SetKorvane(CameraOperations* hub) { cameraOperations = hub; }
-void Storyboard::SetRenderer(Renderer* value) { renderer = value; }
-void Storyboard::SetRewindHistory(RewindHistory* history) { rewindHistory = history; }
-bool Storyboard::Create() { return true; }
-bool Storyboard::Destroy() { return true; }
+// The message before a recorded walk, and the one in it.
+constexpr StringID WALK_MESSAGES[] = {STRING_RECORD_WALK, STRING_WALK};
 
-void Storyboard::Draw() {}
-bool Storyboard::OnMouseMove(int /*x*/, int /*y*/) { return false; }
-bool Storyboard::OnLeftMouseDown(int /*x*/, int /*y*/) { return false; }
-bool Storyboard::OnLeftMouseUp(int /*x*/, int /*y*/) { return false; }
-bool Storyboard::OnRightMouseDown(int /*x*/, int /*y*/) { return false; }
-bool Storyboard::OnKeyDown(KeyID /*key*/) { return false; }
-bool Storyboard::OnKeyUp(KeyID /*key*/) { return false; }
-bool Storyboard::OpenMenu() { return false; }
+}  // namespace
+
+Storyboard::Storyboard() : parts(std::make_shared<StoryboardParts>()) {}
+
+Storyboard::~Storyboard() {
+  const Staying now(parts);
+  if (ShotEditor* const editor = now->partners.editor.Get()) editor->SetStoryboard(nullptr);
+  now->lifeline.Cut();
+  now->walk.recorder.reset();
+  GivePicturesBack();
+  now->story.reset();
+}
+
+Lifeline& Storyboard::GetLifeline() { return parts->lifeline; }
+CameraOperations* Storyboard::GetKorvane() const { return parts->partners.hub.Get(); }
+bool Storyboard::AddObserver(StoryboardObserver* observer) { return parts->partners.observers.Add(observer); }
+void Storyboard::RemoveObserver(StoryboardObserver* observer) { parts->partners.observers.Remove(observer); }
+
+// ---- collaborators ----
+
+void Storyboard::SetKorvane(CameraOperations* hub) { parts->partners.hub.Set(hub); }
+void Storyboard::SetRewindHistory(RewindHistory* history) { parts->partners.history.Set(history); }
+void Storyboard::SetUndoQueue(UndoQueue* queue) { parts->partners.queue.Set(queue); }
+
+void Storyboard::SetRenderer(Renderer* value) {
+  const Staying now(parts);
+  if (value != nullptr && value == now->partners.renderer.Get()) return;
+  GivePicturesBack();
+  if (!now) return;
+  now->partners.renderer.Set(value);
+  now->pictures.SetRenderer(value);
+  if (now && now->life.created) TakePictures();
+}
+
+void Storyboard::SetShotEditor(ShotEditor* value) {
+  const Staying now(parts);
+  if (ShotEditor* const last = now->partners.editor.Get()) last->SetStoryboard(nullptr);
+  now->partners.editor.Set(value);
+  if (value != nullptr) value->SetStoryboard(this);
+}
+
+// ---- life ----
+
+bool Storyboard::Create() {
+  const Staying now(parts);
+  ResetToEmptyStory();
+  if (!now) return true;
+  now->life.created = true;
+  now->pictures.SetRenderer(now->partners.renderer.Get());
+  TakePictures();
+  return true;
+}
+
+bool Storyboard::Destroy() {
+  const Staying now(parts);
+  StopPlayback();
+  if (now) CancelRecordWalk();
+  if (now) now->ForgetPress();
+  if (now) now->life.created = false;
+  if (now) GivePicturesBack();
+  return true;
+}
+
+void Storyboard::TakePictures() {
+  const Staying now(parts);
+  const Borrowed<Renderer> renderer(now->partners.renderer.Get());
+  if (renderer.Get() == nullptr) return;
+  DynamicIcon2D** const places[] = {&now->walk.beginMessage, &now->walk.upDownMessage};
+  for (int i = 0; i < 2; ++i) {
+    DynamicIcon2D* icon = renderer.Get()->CreateMessageHUDByID(WALK_MESSAGES[i]);
+    std::swap(*places[i], icon);
+    if (icon != nullptr && renderer.Get() != nullptr) renderer.Get()->DestroyIcon(icon);
+    if (!now || renderer.Get() != now->partners.renderer.Get() || renderer.Get() == nullptr) return;
+  }
+  for (int i = 0; i < STORY_MESSAGE_COUNT; ++i) {
+    now->messages[i] = renderer.Get()->LoadStringResource(STRING_STORY_PLAY + i);
+    if (!now || renderer.Get() == nullptr) return;
+  }
+  if (now->life.visible) now->textures.Take(renderer.Get());
+}
+
+void Storyboard::GivePicturesBack() {
+  const std::shared_ptr<StoryboardParts> held = parts;
+  const Borrowed<Renderer> renderer(held->partners.renderer.Get());
+  if (held->walk.recorder != nullptr) {
+    held->walk.recorder->SetBeginWalkingMessageHUD(nullptr);
+    held->walk.recorder->SetMoveUpDownMessageHUD(nullptr);
+  }
+  DynamicIcon2D* icons[] = {std::exchange(held->walk.beginMessage, nullptr),
+                            std::exchange(held->walk.upDownMessage, nullptr)};
+  for (DynamicIcon2D*& icon : icons) {
+    if (icon != nullptr && renderer.Get() != nullptr) renderer.Get()->DestroyIcon(icon);
+  }
+  held->pictures.GiveAllBack();
+  held->textures.GiveBack();
+}
+
+// ---- the panel ----
+
+bool Storyboard::IsVisible() const { return parts->life.visible; }
+
+void Storyboard::SetVisible(bool value) {
+  const Staying now(parts);
+  now->life.visible = value;
+  if (!value) now->ForgetPress();
+  now->Refresh();
+  now->RequestUpdate();
+  if (now && !value) CloseShotEditor();
+  if (!now) return;
+  now.TellObservers([&](StoryboardObserver& each) {
+    if (value) {
+      each.OnOpened(now->life.mode);
+    } else {
+      each.OnClosed();
+    }
+  });
+  if (!now) return;
+  if (now->life.visible) {
+    now->textures.Take(now->partners.renderer.Get());
+  } else {
+    now->textures.GiveBack();
+  }
+}
+
+Storyboard::Mode Storyboard::GetMode() const { return parts->life.mode; }
+
+void Storyboard::SetMode(Mode value) {
+  const Staying now(parts);
+  if (value != MODE_EDITING && value != MODE_PRESENTING) return;
+  now->life.mode = value;
+  now->grab.Clear();
+  if (value == MODE_PRESENTING) CloseShotEditor();
+  if (!now) return;
+  RebuildDisplayElements();
+  now.TellObservers([&](StoryboardObserver& each) { each.OnModeChanged(value); });
+}
 
 void Storyboard::SetPosition(int left, int bottom) {
-  x = left;
-  y = bottom;
+  parts->room.x = left;
+  parts->room.y = bottom;
 }
 
 void Storyboard::SetViewportSize(int width, int height) {
-  viewportWidth = width;
-  viewportHeight = height;
+  parts->room.viewportWidth = width;
+  parts->room.viewportHeight = height;
+  if (parts->walk.recorder != nullptr) parts->walk.recorder->SetViewportSize(width, height);
+}
+
+bool Storyboard::IsMouseInRegion() const { return parts->mouse.inRegion; }
+bool Storyboard::DraggingStoryBoardItem() const { return parts->grab.IsDragging(); }
+const std::wstring& Storyboard::GetTooltip() const { return parts->tooltip; }
+void Storyboard::SetFadeWhilePresenting(bool value) { parts->life.fadeWhilePresenting = value; }
+
+// ---- the story ----
+
+Story* Storyboard::GetStory() const { return parts->story.get(); }
+
+void Storyboard::SetStory(Story* value) {
+  const Staying now(parts);
+  if (value == nullptr || value == now->story.get()) return;
+  std::unique_ptr<Story> taken(value);
+  ClearAll();
+  if (!now) return;
+  now->story = std::move(taken);
+  RebuildDisplayElements();
+}
+
+void Storyboard::ResetToEmptyStory() { SetStory(new Story); }
+
+// The story goes last: who is told of the end of its pictures may still ask for it.
+void Storyboard::ClearAll() {
+  const Staying now(parts);
+  CloseShotEditor();
+  if (now) StopPlayback();
+  if (now) CancelRecordWalk();
+  if (!now) return;
+  now->ForgetPress();
+  now->slides.Forget();
+  now->slides.ClearSelection();
+  now->pictures.GiveAllBack();
+  if (!now) return;
+  const std::unique_ptr<Story> gone = std::move(now->story);
+}
+
+void Storyboard::RebuildDisplayElements() {
+  const Staying now(parts);
+  if (!now->grab.IsDragging()) now->slides.Forget();
+  now->Refresh();
+  now->RequestUpdate();
+}
+
+bool Storyboard::Update() {
+  const Staying now(parts);
+  const bool changed = now->Refresh();
+  if (changed) now->RequestUpdate();
+  return changed;
+}
+
+Sequence* Storyboard::GetSequenceForShot(const ShotSpecification* shot) const {
+  const Story* const story = GetStory();
+  if (story == nullptr || shot == nullptr) return nullptr;
+  for (std::uint64_t i = 0; i < story->GetSequenceCount(); ++i) {
+    if (story->GetSequence(i)->ContainsShot(shot)) return story->GetSequence(i);
+  }
+  return nullptr;
+}
+
+ShotSpecification* Storyboard::GetShotForOpenMenu() const { return parts->menuShot.Get(); }
+
+Sequence* Storyboard::GetSelectedSequence() const {
+  Sequence* const selected = parts->slides.GetSelectedSequence();
+  const Story* const story = GetStory();
+  return story != nullptr && story->ContainsSequence(selected) ? selected : nullptr;
+}
+
+bool Storyboard::SetSelectedSequence(Sequence* sequence) {
+  const Story* const story = GetStory();
+  if (sequence != nullptr && (story == nullptr || !story->ContainsSequence(sequence))) return false;
+  const Staying now(parts);
+  now->slides.SelectSequence(sequence);
+  now->slides.shotScrollOffset = 0;
+  Update();
+  return true;
+}
+
+// ---- pictures ----
+
+DynamicIcon2D* Storyboard::GetThumbnail(const ShotSpecification* shot) const {
+  return parts->pictures.GetThumbnail(shot);
+}
+
+bool Storyboard::RefreshThumbnail(Sequence* sequence, ShotSpecification* shot) {
+  const Staying now(parts);
+  if (shot == nullptr || now->partners.renderer.Get() == nullptr) return false;
+  if (sequence != nullptr && sequence->GetFirstShot() == shot) now->pictures.DropThumbnail(sequence);
+  now->pictures.MakeThumbnail(*shot);
+  if (now) now->RequestUpdate();
+  return true;
+}
+
+// ---- the editor ----
+
+bool Storyboard::EditShot(ShotSpecification* shot) {
+  const Staying now(parts);
+  Sequence* const sequence = GetSequenceForShot(shot);
+  ShotEditor* const editor = now->partners.editor.Get();
+  if (!now->IsEditing() || sequence == nullptr || editor == nullptr) return false;
+  now->slides.SelectShot(*sequence, shot);
+  editor->SetShot(sequence, shot);
+  ShotEditor* const opened = now->partners.editor.Get();
+  return opened != nullptr && opened->Show();
+}
+
+void Storyboard::CloseShotEditor() {
+  if (ShotEditor* const editor = parts->partners.editor.Get()) editor->SetShot(nullptr, nullptr);
+}
+
+ShotSpecification* Storyboard::GetShotInShotEditor() const {
+  const ShotEditor* const editor = parts->partners.editor.Get();
+  return editor != nullptr ? editor->GetShot() : nullptr;
+}
+
+// ---- playing ----
+
+bool Storyboard::PlaybackStory(Story* story) { return Staying(parts)->playback.PlayStory(story); }
+bool Storyboard::PlaybackSequence(Sequence* sequence) {
+  return Staying(parts)->playback.PlaySequence(sequence);
+}
+bool Storyboard::PlaybackSingleShot(ShotSpecification* shot) {
+  return Staying(parts)->playback.PlaySingleShot(shot);
+}
+bool Storyboard::PreviewShot(ShotSpecification* shot, bool loopIt) {
+  return Staying(parts)->playback.Preview(shot, loopIt);
+}
+bool Storyboard::PausePlayback() { return Staying(parts)->playback.Pause(); }
+bool Storyboard::ResumePlayback() { return Staying(parts)->playback.Resume(); }
+bool Storyboard::StopPlayback() { return Staying(parts)->playback.Stop(); }
+bool Storyboard::BeginShot(ShotSpecification* shot) { return Staying(parts)->playback.BeginShot(shot); }
+bool Storyboard::IsPlayingBack() const { return parts->playback.IsPlaying(); }
+bool Storyboard::IsPaused() const { return parts->playback.IsPaused(); }
+bool Storyboard::IsPreviewing() const { return parts->playback.IsPreviewing(); }
+bool Storyboard::GetLoop() const { return parts->playback.loop; }
+
+void Storyboard::SetLoop(bool value) {
+  parts->playback.loop = value;
+  parts->RequestUpdate();
+}
+
+bool Storyboard::TargetShot(ShotSpecification* shot) {
+  const Staying now(parts);
+  const Borrowed<ShotSpecification> target(shot);
+  StopPlayback();
+  if (now) CancelRecordWalk();
+  return now && now->playback.Target(target.Get());
+}
+
+bool Storyboard::TargetSequence(Sequence* sequence) {
+  return sequence != nullptr && TargetShot(sequence->GetFirstShot());
 }
 
 }  // namespace Korvane

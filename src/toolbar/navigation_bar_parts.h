@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "foundation/staying.h"
 #include "korvane/camera_operations.h"
 #include "korvane/navigation_bar.h"
 #include "korvane/navigation_bar_observer.h"
@@ -10,7 +11,6 @@
 #include "korvane/renderer.h"
 #include "korvane/toolbar.h"
 #include "toolbar/navigation_bar_toolbar_observer.h"
-#include "toolbar/staying.h"
 
 namespace Korvane {
 

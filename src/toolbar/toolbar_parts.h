@@ -4,11 +4,11 @@
 #include <utility>
 #include <vector>
 
+#include "foundation/staying.h"
 #include "korvane/camera_operations.h"
 #include "korvane/observer_set.h"
 #include "korvane/renderer_loans.h"
 #include "korvane/toolbar_observer.h"
-#include "toolbar/staying.h"
 #include "toolbar/strip_fade.h"
 #include "toolbar/strip_motion.h"
 #include "toolbar/strip_mouse.h"

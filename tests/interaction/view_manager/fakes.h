@@ -23,6 +23,7 @@
 #include "korvane/storyboard.h"
 #include "korvane/toolbar.h"
 #include "korvane/track_menu.h"
+#include "story/storyboard_parts.h"
 #include "support/cameras.h"
 #include "support/journal.h"
 #include "support/manual_platform.h"
@@ -248,27 +249,30 @@ class FakeStoryboard : public Korvane::Storyboard, public Fake {
   bool OpenMenu() override { return Ask("OpenMenu()"); }
 
   void SetRecordingWalk(bool recording) {
-    walkRecorder = recording ? reinterpret_cast<const Korvane::WalkRecorder*>(this) : nullptr;
+    GetParts().walk.recorder = recording ? std::make_shared<Korvane::WalkRecorder>() : nullptr;
   }
   void SetDraggingSequence(bool dragging) {
-    draggingSequence = dragging ? reinterpret_cast<const Korvane::Sequence*>(this) : nullptr;
+    GetParts().grab.active = dragging;
+    GetParts().grab.sequence.Set(dragging ? &dragged : nullptr);
   }
   void SetDraggingShot(bool dragging) {
-    draggingShot = dragging ? reinterpret_cast<const Korvane::ShotSpecification*>(this) : nullptr;
+    GetParts().grab.active = dragging;
+    GetParts().grab.shot.Set(dragging ? &draggedShot : nullptr);
   }
+  bool& visible = GetParts().life.visible;
+  bool& mouseInRegion = GetParts().mouse.inRegion;
+  bool& playing = GetParts().playback.playing;
+  std::wstring& tooltip = GetParts().tooltip;
+  Korvane::ObserverSet<Korvane::StoryboardObserver>& observers = GetParts().partners.observers;
+  int& viewportWidth = GetParts().room.viewportWidth;
+  int& viewportHeight = GetParts().room.viewportHeight;
+  int GetLeft() { return GetParts().room.x; }
+  int GetBottom() { return GetParts().room.y; }
+  Korvane::RewindHistory* GetHistory() { return GetParts().partners.history.Get(); }
 
-  using Storyboard::cameraOperations;
-  using Storyboard::mouseInRegion;
-  using Storyboard::observers;
-  using Storyboard::playing;
-  using Storyboard::renderer;
-  using Storyboard::rewindHistory;
-  using Storyboard::tooltip;
-  using Storyboard::viewportHeight;
-  using Storyboard::viewportWidth;
-  using Storyboard::visible;
-  int GetLeft() const { return x; }
-  int GetBottom() const { return y; }
+ private:
+  Korvane::Sequence dragged;
+  Korvane::ShotSpecification draggedShot{Korvane::CameraParameters()};
 };
 
 class FakeToolbar : public Korvane::Toolbar, public Fake {

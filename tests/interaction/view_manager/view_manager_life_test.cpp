@@ -43,7 +43,7 @@ TEST_F(LifeTest, hands_everything_on_before_it_creates) {
   EXPECT_EQ(controller.rewindHistory, disc.record);
   EXPECT_EQ(controller.cameraOperations, &hub);
   EXPECT_EQ(cube.GetRewindHistory(), disc.record);
-  EXPECT_EQ(panel.rewindHistory, disc.record);
+  EXPECT_EQ(panel.GetHistory(), disc.record);
   EXPECT_EQ(bar.GetKorvane(), &hub);
   EXPECT_EQ(bar.GetRenderer(), &renderer);
   for (const FakeToolbar* toolbar : {&first, &second}) {
@@ -371,7 +371,7 @@ TEST_F(LifeTest, leaves_nobody_the_history_of_a_disc_that_is_gone) {
   passing.reset();
   EXPECT_EQ(tool->GetRewindHistory(), nullptr);
   EXPECT_EQ(cube.GetRewindHistory(), nullptr);
-  EXPECT_EQ(panel.rewindHistory, nullptr);
+  EXPECT_EQ(panel.GetHistory(), nullptr);
   EXPECT_EQ(controller.rewindHistory, nullptr);
   hub.EndShot();  // tells the observer, whose history is gone
   manager.OnMiddleMouseUp(400, 300);

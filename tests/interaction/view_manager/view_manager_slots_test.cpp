@@ -122,10 +122,11 @@ TEST(CollaboratorSlots, of_the_disc_stand_in_their_order) {
 TEST(CollaboratorSlots, of_the_storyboard_stand_in_their_order) {
   using S = Storyboard;
   ExpectRising({VirtualSlot(&S::SetKorvane), VirtualSlot(&S::SetRenderer), VirtualSlot(&S::SetRewindHistory),
-                VirtualSlot(&S::Create), VirtualSlot(&S::Destroy), VirtualSlot(&S::Draw),
-                VirtualSlot(&S::OnMouseMove), VirtualSlot(&S::OnLeftMouseDown),
-                VirtualSlot(&S::OnLeftMouseUp), VirtualSlot(&S::OnRightMouseDown), VirtualSlot(&S::OnKeyDown),
-                VirtualSlot(&S::OnKeyUp), VirtualSlot(&S::OpenMenu)});
+                VirtualSlot(&S::SetShotEditor), VirtualSlot(&S::SetUndoQueue), VirtualSlot(&S::Create),
+                VirtualSlot(&S::Destroy), VirtualSlot(&S::Draw), VirtualSlot(&S::OnMouseMove),
+                VirtualSlot(&S::OnLeftMouseDown), VirtualSlot(&S::OnLeftMouseUp),
+                VirtualSlot(&S::OnRightMouseDown), VirtualSlot(&S::OnKeyDown), VirtualSlot(&S::OnKeyUp),
+                VirtualSlot(&S::OpenMenu)});
 }
 
 TEST(CollaboratorSlots, of_the_toolbar_stand_in_their_order) {

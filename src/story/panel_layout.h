@@ -1,0 +1,78 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "korvane/box2.h"
+#include "story/slides.h"
+
+namespace Korvane {
+
+/// The room that the panel stands in: its lower left corner, and the size of the view.
+struct PanelRoom {
+  int x = 15;
+  int y = 15;
+  int viewportWidth = 0;
+  int viewportHeight = 0;
+};
+
+/// Pixels.
+struct PanelLayout {
+  static constexpr double SEQUENCE_HALF = 64.0;
+  static constexpr double SHOT_HALF = 32.0;
+  static constexpr double STRIP_TOP = 143.0;  // a press above it drags the row of the shots
+  static constexpr int SHOT_ROW_MARGIN = 8;
+};
+
+/// The buttons of the title bar, from the left.
+enum TitleButton : int {
+  TITLE_BUTTON_PLAY = 0,
+  TITLE_BUTTON_STOP = 1,
+  TITLE_BUTTON_LOOP = 2,
+  TITLE_BUTTON_CLOSE = 3,
+};
+constexpr int TITLE_BUTTON_COUNT = 4;
+
+Box2 GetTitleBar(const PanelRoom& room);
+Box2 GetTitleButton(const PanelRoom& room, TitleButton button);
+/// What lies behind the row of shots, from the panel's edge past the last of them.
+Box2 GetShotRow(const PanelRoom& room, const std::vector<Storyboard::ShotDisplayElement>& shots);
+
+/// Places a row: slides that would stand past an edge of the view are stacked at it.
+void PlaceSequenceSlides(const PanelRoom& room, int scrollOffset,
+                         std::vector<Storyboard::DisplayElement>& slides);
+
+/// How many slides lie on the stacks of a row.
+struct RowStacks {
+  int left = 0;
+  int right = 0;
+};
+RowStacks PlaceShotSlides(const PanelRoom& room, int scrollOffset,
+                          std::vector<Storyboard::ShotDisplayElement>& slides);
+
+/// The offset nearest to `offset` at which so many sequences fill the row.
+int LimitScrollOffset(const PanelRoom& room, int offset, std::size_t sequences);
+
+/// Which of two slides lies above. The selected sequence lies above all, on its left the later one of two and
+/// on its right the earlier; with none selected all are on its right.
+bool IsFirstAboveSecondSequence(int first, int second, int selected);
+/// On the left stack the later one, else the earlier.
+bool IsFirstAboveSecondShot(const std::vector<Storyboard::ShotDisplayElement>& slides, int first, int second);
+
+/// Buttons of a slide.
+bool IsOverFirstSequenceButton(const Slide& slide, const Vector2& mouse);
+bool IsOverSecondSequenceButton(const Slide& slide, const Vector2& mouse);
+bool IsOverFirstShotButton(const Slide& slide, const Vector2& mouse);
+bool IsOverSecondShotButton(const Slide& slide, const Vector2& mouse);
+Vector2 GetFirstSequenceButton(const Slide& slide);
+Vector2 GetSecondSequenceButton(const Slide& slide);
+Vector2 GetFirstShotButton(const Slide& slide);
+Vector2 GetSecondShotButton(const Slide& slide);
+
+/// The place where a drag lands on the slide; a little wider than the slide.
+Box2 GetDropBounds(const Slide& slide);
+
+/// A press has become a drag. Only the way to the side counts.
+bool IsDrag(int downX, int x);
+
+}  // namespace Korvane

@@ -1,0 +1,177 @@
+#include "story/story_pictures.h"
+
+#include <utility>
+
+#include "korvane/shot_specification.h"
+#include "korvane/story.h"
+
+namespace Korvane {
+
+namespace {
+
+// Pixels.
+struct PictureSize {
+  int width;
+  int height;
+};
+constexpr PictureSize SHOT_THUMBNAIL{62, 45};
+constexpr PictureSize SEQUENCE_THUMBNAIL{124, 90};
+constexpr float LABEL_SIZE = 10.0F;
+constexpr int SHOT_LABEL_WIDTH = 64;
+constexpr int SEQUENCE_LABEL_WIDTH = 128;
+constexpr int LABEL_HEIGHT = 16;
+
+}  // namespace
+
+// ---- giving back ----
+
+void StoryPictures::SetRenderer(Renderer* value) {
+  if (value == renderer.Get()) return;
+  GiveAllBack();
+  renderer.Set(value);
+}
+
+// Who destroys the pictures may call back, and finds none of them then.
+void StoryPictures::GiveAllBack() {
+  Entries given;
+  given.swap(entries);
+  for (auto& [subject, entry] : given) Empty(entry);
+}
+
+void StoryPictures::GiveLostBack() {
+  for (auto each = entries.begin(); each != entries.end();) {
+    if (each->second.subject) {
+      ++each;
+      continue;
+    }
+    Entries::node_type lost = entries.extract(each);
+    Empty(lost.mapped());
+    each = entries.begin();
+  }
+}
+
+void StoryPictures::DropThumbnail(const void* subject) {
+  const auto found = entries.find(subject);
+  if (found == entries.end()) return;
+  found->second.thumbnailMade = false;
+  DynamicIcon2D* icon = std::exchange(found->second.thumbnail, nullptr);
+  Destroy(icon);
+}
+
+void StoryPictures::Destroy(DynamicIcon2D*& icon) const {
+  Renderer* const maker = renderer.Get();
+  if (maker != nullptr && icon != nullptr) maker->DestroyIcon(icon);
+  icon = nullptr;
+}
+
+void StoryPictures::Empty(Entry& entry) const {
+  DynamicIcon2D* icons[] = {std::exchange(entry.thumbnail, nullptr), std::exchange(entry.label, nullptr)};
+  entry.thumbnailMade = entry.labelMade = false;
+  for (DynamicIcon2D*& icon : icons) Destroy(icon);
+}
+
+// ---- what there is ----
+
+const StoryPictures::Entry* StoryPictures::Find(const void* subject) const {
+  if (renderer.Get() == nullptr) return nullptr;
+  const auto found = entries.find(subject);
+  return found != entries.end() && found->second.subject ? &found->second : nullptr;
+}
+
+DynamicIcon2D* StoryPictures::GetThumbnail(const void* subject) const {
+  const Entry* const entry = Find(subject);
+  return entry != nullptr ? entry->thumbnail : nullptr;
+}
+
+DynamicIcon2D* StoryPictures::GetLabel(const void* subject) const {
+  const Entry* const entry = Find(subject);
+  return entry != nullptr ? entry->label : nullptr;
+}
+
+bool StoryPictures::LacksThumbnailOf(const void* subject, const void* shot) const {
+  const Entry* const entry = Find(subject);
+  return entry == nullptr || !entry->thumbnailMade || entry->shown != shot;
+}
+
+bool StoryPictures::LacksThumbnail(const ShotSpecification& shot) const {
+  return LacksThumbnailOf(&shot, &shot);
+}
+
+bool StoryPictures::LacksThumbnail(const Sequence& sequence) const {
+  return LacksThumbnailOf(&sequence, sequence.GetFirstShot());
+}
+
+bool StoryPictures::LacksLabel(const void* subject, const std::wstring& name) const {
+  const Entry* const entry = Find(subject);
+  return entry == nullptr || !entry->labelMade || entry->labelText != name;
+}
+
+// ---- making ----
+
+template <class Subject>
+StoryPictures::Entry& StoryPictures::Open(Subject& subject) {
+  Entry& entry = entries[&subject];
+  if (entry.subject) return entry;
+  entry.subject.Attach(subject.GetLifeline());
+  Empty(entry);
+  return entry;
+}
+
+void StoryPictures::MakeThumbnail(ShotSpecification& shot) {
+  const PictureSize size = SHOT_THUMBNAIL;
+  Photograph(shot, shot, size.width, size.height);
+}
+
+void StoryPictures::MakeThumbnail(Sequence& sequence) {
+  const ShotSpecification* const first = sequence.GetFirstShot();
+  if (first == nullptr) return;
+  const PictureSize size = SEQUENCE_THUMBNAIL;
+  Photograph(sequence, *first, size.width, size.height);
+}
+
+void StoryPictures::MakeLabel(ShotSpecification& shot) { Write(shot, SHOT_LABEL_WIDTH); }
+void StoryPictures::MakeLabel(Sequence& sequence) { Write(sequence, SEQUENCE_LABEL_WIDTH); }
+
+template <class Subject>
+void StoryPictures::Photograph(Subject& subject, const ShotSpecification& shot, int width, int height) {
+  Renderer* const maker = renderer.Get();
+  if (maker == nullptr) return;
+  Entry& entry = Open(subject);
+  entry.thumbnailMade = true;
+  entry.shown = &shot;
+  const CameraParameters camera = shot.GetCameraParameters();
+  DynamicIcon2D* last = std::exchange(entry.thumbnail, nullptr);
+  const Lifeline::Watch alive(subject.GetLifeline());
+  Destroy(last);
+  if (renderer.Get() != maker) return;
+  Keep(alive, &subject, &Entry::thumbnail, maker->CreateSceneScreenshot(width, height, camera));
+}
+
+template <class Subject>
+void StoryPictures::Write(Subject& subject, int width) {
+  Renderer* const maker = renderer.Get();
+  if (maker == nullptr) return;
+  Entry& entry = Open(subject);
+  entry.labelMade = true;
+  entry.labelText = subject.GetName();
+  DynamicIcon2D* last = std::exchange(entry.label, nullptr);
+  const Lifeline::Watch alive(subject.GetLifeline());
+  const std::wstring text = entry.labelText;
+  Destroy(last);
+  if (renderer.Get() != maker) return;
+  Keep(alive, &subject, &Entry::label, maker->CreateTextLabel(text.c_str(), LABEL_SIZE, width, LABEL_HEIGHT));
+}
+
+// The host may have done anything while it made the picture. One that nobody holds any more goes back.
+void StoryPictures::Keep(const Lifeline::Watch& alive, const void* subject, DynamicIcon2D* Entry::*place,
+                         DynamicIcon2D* icon) {
+  const auto found = entries.find(subject);
+  const bool wanted = alive && found != entries.end() && found->second.*place == nullptr;
+  if (wanted) {
+    found->second.*place = icon;
+  } else {
+    Destroy(icon);
+  }
+}
+
+}  // namespace Korvane

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "korvane/icon2d.h"
+#include "korvane/lifeline.h"
+#include "korvane/renderer.h"
+
+namespace Korvane {
+
+class Sequence;
+class ShotSpecification;
+
+/// The thumbnails and the labels of sequences and shots: made once, and given back when what they show is
+/// gone. They stay while an object is out of the story and may come back. Once a renderer is gone its
+/// pictures are not touched any more.
+class StoryPictures {
+ public:
+  StoryPictures() = default;
+  StoryPictures(const StoryPictures&) = delete;
+  StoryPictures& operator=(const StoryPictures&) = delete;
+
+  /// Gives all pictures back to the renderer of before.
+  void SetRenderer(Renderer* value);
+  void GiveAllBack();
+  /// Those of objects that are gone.
+  void GiveLostBack();
+
+  /// Null while there is none.
+  DynamicIcon2D* GetThumbnail(const void* subject) const;
+  DynamicIcon2D* GetLabel(const void* subject) const;
+
+  /// What is not there or no longer fits is made, whether or not the renderer can make it: it is asked once.
+  /// The picture of the scene shows the start of the shot, that of a sequence the start of its first one.
+  void MakeThumbnail(ShotSpecification& shot);
+  void MakeThumbnail(Sequence& sequence);
+  void MakeLabel(ShotSpecification& shot);
+  void MakeLabel(Sequence& sequence);
+  bool LacksThumbnail(const ShotSpecification& shot) const;
+  /// Also when another shot has become the first.
+  bool LacksThumbnail(const Sequence& sequence) const;
+  bool LacksLabel(const void* subject, const std::wstring& name) const;
+  /// To be made anew.
+  void DropThumbnail(const void* subject);
+
+ private:
+  struct Entry {
+    Lifeline::Watch subject;
+    DynamicIcon2D* thumbnail = nullptr;
+    DynamicIcon2D* label = nullptr;
+    bool thumbnailMade = false;
+    bool labelMade = false;
+    const void* shown = nullptr;  // the shot on the thumbnail; only compared
+    std::wstring labelText;
+  };
+  using Entries = std::map<const void*, Entry>;
+
+  const Entry* Find(const void* subject) const;
+  /// A stale entry of the same address is emptied.
+  template <class Subject>
+  Entry& Open(Subject& subject);
+  template <class Subject>
+  void Photograph(Subject& subject, const ShotSpecification& shot, int width, int height);
+  bool LacksThumbnailOf(const void* subject, const void* shot) const;
+  template <class Subject>
+  void Write(Subject& subject, int width);
+  void Keep(const Lifeline::Watch& alive, const void* subject, DynamicIcon2D* Entry::*place,
+            DynamicIcon2D* icon);
+  void Destroy(DynamicIcon2D*& icon) const;
+  void Empty(Entry& entry) const;
+
+  Entries entries;
+  Borrowed<Renderer> renderer;
+};
+
+}  // namespace Korvane

@@ -1,0 +1,275 @@
+// Edits of the story, each one step of the undo queue; and the walk into a shot.
+#include <cmath>
+#include <memory>
+#include <utility>
+
+#include "camera/host_camera.h"
+#include "story/object_names.h"
+#include "story/storyboard_commands.h"
+#include "story/storyboard_parts.h"
+
+namespace Korvane {
+
+namespace {
+
+constexpr double ZOOM_PART = 0.75;  // of the way to the centre
+constexpr double PAN_ZOOM_PART = 0.5;
+constexpr double TURN = 45.0;  // degrees
+
+using Reset = void (*)(ShotSpecification& shot);
+
+double GetViewDistance(const CameraParameters& camera) { return (camera.centre - camera.eye).Length(); }
+
+template <TargetCamPos POSITION>
+void ResetTrack(ShotSpecification& shot) {
+  shot.SetCameraPosition(POSITION);
+  shot.SetLeftRightDistance(std::ceil(shot.GetCameraParameters().ortho_width));
+  shot.SetLookAtCenterOfInterest(false);
+}
+
+template <TargetCamPos POSITION>
+void ResetZoom(ShotSpecification& shot) {
+  shot.SetCameraPosition(POSITION);
+  shot.SetInOutDistance(std::ceil(GetViewDistance(shot.GetCameraParameters()) * ZOOM_PART));
+}
+
+template <TargetCamPos POSITION>
+void ResetCrane(ShotSpecification& shot) {
+  const double height = std::ceil(shot.GetCameraParameters().ortho_height);
+  shot.SetCameraPosition(POSITION);
+  shot.SetUpDownDistance(height);
+  shot.SetLeftRightDistance(0.0);
+  shot.SetLookAtCenterOfInterest(true);
+  shot.SetInOutDistance(height / 2.0);
+}
+
+void ResetTurn(ShotSpecification& shot) {
+  shot.SetCameraPosition(TARGET_CAM_START);
+  shot.SetLeftRightAngle(TURN);
+  shot.SetUpDownAngle(0.0);
+}
+
+void ResetPanZoom(ShotSpecification& shot) {
+  shot.SetCameraPosition(TARGET_CAM_START);
+  shot.SetInOutDistance(PAN_ZOOM_PART);
+  shot.SetLeftRightDistance(0.0);
+  shot.SetUpDownDistance(0.0);
+}
+
+void ResetStill(ShotSpecification& /*shot*/) {}
+void ResetWalk(ShotSpecification& shot) { shot.SetCameraPosition(TARGET_CAM_START); }
+
+constexpr Reset RESET_BY_TYPE[ShotSpecification::SHOT_TYPE_COUNT] = {
+    ResetTrack<TARGET_CAM_MIDDLE>,
+    ResetTrack<TARGET_CAM_MIDDLE>,
+    ResetZoom<TARGET_CAM_END>,
+    ResetZoom<TARGET_CAM_START>,
+    ResetCrane<TARGET_CAM_START>,
+    ResetCrane<TARGET_CAM_END>,
+    ResetTurn,
+    ResetTurn,
+    ResetPanZoom,
+    ResetStill,
+    ResetWalk,
+};
+
+void OpenNewShot(Storyboard& board, const Staying<StoryboardParts>& now, const Borrowed<Sequence>& sequence,
+                 const Borrowed<ShotSpecification>& shot) {
+  if (ShotEditor* const editor = now->partners.editor.Get()) editor->SetShot(sequence.Get(), shot.Get());
+  if (ShotEditor* const editor = now->partners.editor.Get()) editor->Show();
+  if (!now || sequence.Get() == nullptr || shot.Get() == nullptr) return;
+  if (UndoQueue* const queue = now->partners.queue.Get()) {
+    const bool first = sequence.Get()->GetShotCount() == 1;
+    UndoCommand* command = nullptr;
+    if (first) {
+      command = new AddSequenceCommand(&board, now->story.get(), sequence.Get());
+    } else {
+      command = new AddShotCommand(&board, sequence.Get(), shot.Get());
+    }
+    queue->Add(command, false);
+  }
+  now.TellObservers([](StoryboardObserver& each) { each.OnShotCreated(); });
+}
+
+// A sequence goes with its last shot.
+void RunDelete(Storyboard& board, const Staying<StoryboardParts>& now, Sequence& sequence,
+               ShotSpecification& shot) {
+  Story* const story = now->story.get();
+  const bool last = sequence.GetShotCount() == 1;
+  UndoQueue* const queue = now->partners.queue.Get();
+  if (queue != nullptr && last) {
+    queue->Add(new DeleteSequenceCommand(&board, story, &sequence), true);
+  } else if (queue != nullptr) {
+    queue->Add(new DeleteShotCommand(&board, &sequence, &shot), true);
+  } else if (last) {
+    story->DeleteSequence(&sequence);
+  } else {
+    sequence.DeleteShot(&shot);
+  }
+}
+
+}  // namespace
+
+bool Storyboard::ResetShotToDefaults(ShotSpecification* shot) {
+  if (shot == nullptr || shot->GetShotType() < 0 || shot->GetShotType() >= ShotSpecification::SHOT_TYPE_COUNT)
+    return false;
+  RESET_BY_TYPE[shot->GetShotType()](*shot);
+  return true;
+}
+
+// ---- new ones ----
+
+ShotSpecification* Storyboard::CreateShot(Sequence* sequence) {
+  const Staying now(parts);
+  const CameraOperations* const hub = now->partners.hub.Get();
+  if (!now->IsEditing() || sequence == nullptr || hub == nullptr) return nullptr;
+  if (now->partners.editor.Get() == nullptr) return nullptr;
+  const Borrowed<Sequence> into(sequence);
+  CameraParameters camera = QueryCamera(*hub);
+  camera.perspective_with_ortho = false;
+  auto created = std::make_unique<ShotSpecification>(camera);
+  created->SetShotType(camera.IsOrthographic() ? ShotSpecification::SHOT_PAN_ZOOM
+                                               : ShotSpecification::SHOT_ZOOM_IN);
+  ResetShotToDefaults(created.get());
+  const std::wstring format = LoadNameFormat(now->partners.renderer.Get(), STRING_SHOT_NAME, L"Shot #%d");
+  if (!now || into.Get() == nullptr) return nullptr;
+  created->SetName(
+      FindFreeName(format, [&](const std::wstring& name) { return into.Get()->FindShot(name) != nullptr; }));
+  now->pictures.MakeThumbnail(*created);
+  now->pictures.MakeLabel(*created);
+  if (!now || into.Get() == nullptr) return nullptr;
+  const Borrowed<ShotSpecification> shot(created.get());
+  into.Get()->AddShot(created.release());
+  now->slides.SelectShot(*into.Get(), shot.Get());
+  RebuildDisplayElements();
+  OpenNewShot(*this, now, into, shot);
+  return shot.Get();
+}
+
+Sequence* Storyboard::CreateSequence() {
+  const Staying now(parts);
+  const bool refused = !now->IsEditing() || now->story == nullptr || now->partners.hub.Get() == nullptr ||
+                       now->partners.editor.Get() == nullptr;
+  if (refused) return nullptr;
+  const std::wstring format =
+      LoadNameFormat(now->partners.renderer.Get(), STRING_SEQUENCE_NAME, L"Sequence #%d");
+  if (!now || now->story == nullptr) return nullptr;
+  const Borrowed<Story> story(now->story.get());
+  auto* const created = new Sequence;
+  const Borrowed<Sequence> sequence(created);
+  created->SetName(FindFreeName(
+      format, [&](const std::wstring& name) { return story.Get()->FindSequence(name) != nullptr; }));
+  story.Get()->AddSequence(created);
+  SetSelectedSequence(created);
+  const bool filled = now && CreateShot(sequence.Get()) != nullptr;
+  if (!filled && story.Get() != nullptr && sequence.Get() != nullptr && sequence.Get()->IsEmpty()) {
+    story.Get()->DeleteSequence(sequence.Get());
+  }
+  return sequence.Get();
+}
+
+// ---- deleting and moving ----
+
+bool Storyboard::DeleteShot(ShotSpecification* shot) {
+  const Staying now(parts);
+  if (!now->IsEditing() || GetSequenceForShot(shot) == nullptr) return false;
+  const Borrowed<ShotSpecification> deleted(shot);
+  StopPlayback();
+  if (now) CancelRecordWalk();
+  if (now && deleted.Get() != nullptr && GetShotInShotEditor() == deleted.Get()) CloseShotEditor();
+  Sequence* const sequence = now ? GetSequenceForShot(deleted.Get()) : nullptr;
+  if (sequence == nullptr) return false;
+  if (now->slides.GetSelectedShot(sequence) == shot) now->slides.SelectShot(*sequence, nullptr);
+  if (sequence->GetFirstShot() == shot) now->pictures.DropThumbnail(sequence);
+  if (!now || GetSequenceForShot(deleted.Get()) != sequence) return false;
+  RunDelete(*this, now, *sequence, *deleted.Get());
+  if (now) RebuildDisplayElements();
+  return true;
+}
+
+bool Storyboard::MoveShot(ShotSpecification* shot, ShotSpecification* before) {
+  const Staying now(parts);
+  Sequence* const sequence = GetSequenceForShot(shot);
+  if (!now->IsEditing() || sequence == nullptr || before == shot) return false;
+  if (before != nullptr && !sequence->ContainsShot(before)) return false;
+  if (UndoQueue* const queue = now->partners.queue.Get()) {
+    queue->Add(new MoveShotCommand(this, sequence, shot, before), true);
+  } else {
+    sequence->MoveShot(shot, before);
+  }
+  if (now) RebuildDisplayElements();
+  return true;
+}
+
+bool Storyboard::MoveSequence(Sequence* sequence, Sequence* before) {
+  const Staying now(parts);
+  Story* const story = GetStory();
+  if (!now->IsEditing() || story == nullptr || before == sequence || !story->ContainsSequence(sequence)) {
+    return false;
+  }
+  if (before != nullptr && !story->ContainsSequence(before)) return false;
+  if (UndoQueue* const queue = now->partners.queue.Get()) {
+    queue->Add(new MoveSequenceCommand(this, story, sequence, before), true);
+  } else {
+    story->MoveSequence(sequence, before);
+  }
+  if (now) RebuildDisplayElements();
+  return true;
+}
+
+// ---- a walk into the shot of the editor ----
+
+bool Storyboard::IsRecordingWalk() const { return parts->walk.recorder != nullptr; }
+
+bool Storyboard::CanRecordWalk() const {
+  const CameraOperations* const hub = parts->partners.hub.Get();
+  if (!parts->IsEditing() || !parts->CanDraw() || IsRecordingWalk()) return false;
+  return !QueryCamera(*hub).IsOrthographic() || hub->GetApplicationParameters().auto_switch_projection;
+}
+
+bool Storyboard::BeginRecordWalk() {
+  const Staying now(parts);
+  if (!CanRecordWalk()) return false;
+  CameraOperations* const hub = now->partners.hub.Get();
+  if (QueryCamera(*hub).IsOrthographic()) hub->AutoSwitchToPerspectiveProjection();
+  if (!now || !CanRecordWalk()) return false;
+  const auto recorder = std::make_shared<WalkRecorder>();
+  recorder->SetKorvane(now->partners.hub.Get());
+  recorder->SetRenderer(now->partners.renderer.Get());
+  recorder->SetRewindHistory(now->partners.history.Get());
+  recorder->SetStoryboard(this);
+  recorder->SetViewportSize(now->room.viewportWidth, now->room.viewportHeight);
+  recorder->SetBeginWalkingMessageHUD(now->walk.beginMessage);
+  recorder->SetMoveUpDownMessageHUD(now->walk.upDownMessage);
+  recorder->SetReleaseEndsHeight(now->life.releaseEndsHeight);
+  now->walk.recorder = recorder;
+  if (ShotEditor* const editor = now->partners.editor.Get()) editor->SetRecordingWalk(true);
+  if (now) now->RequestUpdate();
+  return true;
+}
+
+bool Storyboard::CancelRecordWalk() {
+  const Staying now(parts);
+  const std::shared_ptr<WalkRecorder> gone = std::move(now->walk.recorder);
+  if (gone == nullptr) return false;
+  gone->Stop();
+  if (ShotEditor* const editor = now->partners.editor.Get()) editor->SetRecordingWalk(false);
+  if (now) now->RequestUpdate();
+  return true;
+}
+
+bool Storyboard::WalkRecorded(WalkRecorder* recorder) {
+  const Staying now(parts);
+  if (recorder == nullptr || now->walk.recorder.get() != recorder) return false;
+  const std::shared_ptr<WalkRecorder> done = std::move(now->walk.recorder);
+  done->SetBeginWalkingMessageHUD(nullptr);
+  done->SetMoveUpDownMessageHUD(nullptr);
+  if (ShotEditor* const editor = now->partners.editor.Get()) editor->SetRecordingWalk(false);
+  if (ShotEditor* const editor = now->partners.editor.Get()) editor->WalkRecorded(done.get());
+  if (now) now->RequestUpdate();
+  return true;
+}
+
+void Storyboard::SetReleaseEndsHeight(bool value) { parts->life.releaseEndsHeight = value; }
+
+}  // namespace Korvane

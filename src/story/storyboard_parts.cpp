@@ -1,0 +1,144 @@
+#include "story/storyboard_parts.h"
+
+#include <array>
+#include <cstddef>
+#include <utility>
+
+namespace Korvane {
+
+namespace {
+
+// The pictures of the panel, and those of a walk that is recorded.
+constexpr int FIRST_PANEL = TEXTURE_STORY_FRAME;
+constexpr int LAST_PANEL = TEXTURE_SHOT_DROP;
+constexpr int FIRST_WALK = TEXTURE_WALK_START;
+constexpr int LAST_WALK = TEXTURE_HEIGHT_MARK;
+
+constexpr auto ListTextures() {
+  std::array<TextureID, std::size_t{LAST_PANEL - FIRST_PANEL + 1 + LAST_WALK - FIRST_WALK + 1}> textures{};
+  std::size_t count = 0;
+  for (int id = FIRST_PANEL; id <= LAST_PANEL; ++id) textures[count++] = static_cast<TextureID>(id);
+  for (int id = FIRST_WALK; id <= LAST_WALK; ++id) textures[count++] = static_cast<TextureID>(id);
+  return textures;
+}
+constexpr auto TEXTURES = ListTextures();
+
+}  // namespace
+
+StoryboardParts::StoryboardParts() : textures(TEXTURES) {}
+
+void StoryboardParts::Grab::Clear() {
+  sequence.Set(nullptr);
+  shot.Set(nullptr);
+  active = false;
+}
+
+void StoryboardParts::RequestUpdate() const {
+  if (CameraOperations* const hub = partners.hub.Get()) hub->RequestApplicationUpdate();
+}
+
+void StoryboardParts::SetCursor(CursorID id) const {
+  if (Renderer* const target = partners.renderer.Get()) target->SetCursorID(id);
+}
+
+void StoryboardParts::ForgetPress() {
+  mouse.leftDown = mouse.dragging = mouse.dragInStrip = false;
+  grab.Clear();
+}
+
+// ---- the mouse and the slides ----
+
+bool StoryboardParts::Refresh() {
+  const bool dragged = grab.IsDragging();
+  PanelSlides::Mouse over;
+  over.point = mouse.GetPoint();
+  over.draggedSequence = dragged ? grab.sequence.Get() : nullptr;
+  over.draggedShot = dragged ? grab.shot.Get() : nullptr;
+  over.draggedBy = static_cast<double>(mouse.x) - mouse.downX;
+  const bool changed = slides.Refresh(story.get(), IsEditing(), room, over);
+  for (Storyboard::ShotDisplayElement& each : slides.shots) {
+    each.menuOpen = each.shot != nullptr && each.shot == menuShot.Get();
+  }
+  return UpdateMouse() || changed;
+}
+
+bool StoryboardParts::UpdateMouse() {
+  const Vector2 point = mouse.GetPoint();
+  bool changed = false;
+  for (int i = 0; i < TITLE_BUTTON_COUNT; ++i) {
+    const bool over = life.visible && GetTitleButton(room, static_cast<TitleButton>(i)).IsPointInside(point);
+    changed = std::exchange(mouse.titleButtonHovered[i], over) != over || changed;
+  }
+  const bool on = life.visible && (GetTitleBar(room).IsPointInside(point) || slides.IsUnder(room, point));
+  changed = std::exchange(mouse.inRegion, on) != on || changed;
+  const StringID text = on && !mouse.leftDown ? FindTooltip() : STRING_NONE;
+  if (text == STRING_NONE) {
+    tooltip.clear();
+  } else {
+    tooltip = messages[text - STRING_STORY_PLAY];
+  }
+  return changed;
+}
+
+StringID StoryboardParts::FindTooltip() const {
+  const StringID ofTitle[TITLE_BUTTON_COUNT] = {playback.IsPlaying() ? STRING_STORY_PAUSE : STRING_STORY_PLAY,
+                                                STRING_STORY_STOP, STRING_STORY_LOOP, STRING_STORY_CLOSE};
+  for (int i = 0; i < TITLE_BUTTON_COUNT; ++i) {
+    if (mouse.titleButtonHovered[i]) return ofTitle[i];
+  }
+  if (const Storyboard::ShotDisplayElement* const slide = slides.GetHighlightedShot()) {
+    if (slide->shot == nullptr) return STRING_SHOT_ADD;
+    if (slide->overFirstButton) return STRING_SHOT_PLAY;
+    return slide->overSecondButton ? STRING_STORY_TARGET : STRING_STORY_SLIDE;
+  }
+  const Storyboard::DisplayElement* const slide = slides.GetHighlightedSequence();
+  if (slide == nullptr) return STRING_NONE;
+  if (slide->sequence == nullptr) return STRING_SEQUENCE_ADD;
+  if (slide->overFirstButton) return STRING_SEQUENCE_PLAY;
+  return slide->overSecondButton ? STRING_STORY_TARGET : STRING_STORY_SLIDE;
+}
+
+// ---- pictures ----
+
+// None in a drag, whose slides may show what is gone.
+void StoryboardParts::MakePictures() {
+  if (grab.IsDragging()) return;
+  pictures.GiveLostBack();
+  if (MakeLabels() && MakeThumbnail()) RequestUpdate();
+}
+
+// Whoever makes a label may change the slides. False when the slides are no longer those of before.
+bool StoryboardParts::MakeLabels() {
+  for (std::size_t i = 0; i < slides.sequences.size(); ++i) {
+    Sequence* const sequence = slides.sequences[i].sequence;
+    if (sequence == nullptr || !pictures.LacksLabel(sequence, sequence->GetName())) continue;
+    pictures.MakeLabel(*sequence);
+    if (story == nullptr || !story->ContainsSequence(sequence)) return false;
+  }
+  for (std::size_t i = 0; i < slides.shots.size(); ++i) {
+    const Storyboard::ShotDisplayElement slide = slides.shots[i];
+    if (slide.shot == nullptr || !pictures.LacksLabel(slide.shot, slide.shot->GetName())) continue;
+    pictures.MakeLabel(*slide.shot);
+    if (story == nullptr || !story->ContainsSequence(slide.sequence)) return false;
+    if (!slide.sequence->ContainsShot(slide.shot)) return false;
+  }
+  return true;
+}
+
+// True when one was made: there may be more.
+bool StoryboardParts::MakeThumbnail() {
+  for (const Storyboard::DisplayElement& each : slides.sequences) {
+    if (each.sequence == nullptr || each.sequence->IsEmpty()) continue;
+    if (!pictures.LacksThumbnail(*each.sequence)) continue;
+    pictures.MakeThumbnail(*each.sequence);
+    return true;
+  }
+  for (const Storyboard::ShotDisplayElement& each : slides.shots) {
+    if (each.shot == nullptr || !pictures.LacksThumbnail(*each.shot)) continue;
+    pictures.MakeThumbnail(*each.shot);
+    return true;
+  }
+  return false;
+}
+
+}  // namespace Korvane

@@ -1,0 +1,438 @@
+#include <vector>
+
+#include "story/open_storyboard.h"
+#include "support/allocation_counter.h"
+
+using namespace Korvane;
+
+namespace {
+
+// The panel stands at (0, 0). Sequence slides: 128 pixels, from x 15 on, 134 apart, y 15 to 143. Shots of the
+// selected sequence: 64 pixels, centres at x 33, 103, 173 ... and y 167.
+constexpr int SEQUENCE_X[] = {79, 213, 347, 481};
+constexpr int SEQUENCE_Y = 79;
+constexpr int SHOT_X[] = {33, 103, 173, 243};
+constexpr int SHOT_Y = 180;
+constexpr int TITLE_Y = 243;
+
+struct PanelTest : StoryboardTest {
+  Sequence* AddSelected(int shots) {
+    Sequence* const sequence = AddSequence(shots);
+    board->SetSelectedSequence(sequence);
+    Frame();
+    Forget();
+    return sequence;
+  }
+  void Press(int x, int y) {
+    board->OnMouseMove(x, y);
+    ASSERT_TRUE(board->OnLeftMouseDown(x, y));
+  }
+  void Drag(int fromX, int fromY, int toX, int toY) {
+    Press(fromX, fromY);
+    board->OnMouseMove((fromX + toX) / 2, (fromY + toY) / 2);
+    board->OnMouseMove(toX, toY);
+    board->OnLeftMouseUp(toX, toY);
+  }
+  std::vector<std::wstring> NamesOf(const Sequence& sequence) const {
+    std::vector<std::wstring> names;
+    for (std::uint64_t i = 0; i < sequence.GetShotCount(); ++i)
+      names.push_back(sequence.GetShot(i)->GetName());
+    return names;
+  }
+};
+using Names = std::vector<std::wstring>;
+
+// ---- where the mouse is ----
+
+TEST_F(PanelTest, the_mouse_is_on_the_panel_over_its_bar_and_its_slides) {
+  AddSelected(2);
+  struct Row {
+    int x, y;
+    bool on;
+  };
+  for (const Row& row : {Row{7, 227, true}, Row{192, 258, true}, Row{193, 243, false}, Row{100, 259, false},
+                         Row{15, 15, true}, Row{142, 79, true}, Row{146, 40, false}, Row{149, 79, true},
+                         Row{33, 167, true}, Row{600, 400, false}, Row{600, 79, false}}) {
+    board->OnMouseMove(row.x, row.y);
+    EXPECT_EQ(board->IsMouseInRegion(), row.on) << row.x << ", " << row.y;
+  }
+  board->OnMouseMove(79, 79);
+  board->SetVisible(false);
+  EXPECT_FALSE(board->IsMouseInRegion());
+  EXPECT_FALSE(board->OnMouseMove(79, 79));
+  EXPECT_FALSE(board->OnLeftMouseDown(79, 79));
+  EXPECT_FALSE(board->OnLeftMouseUp(79, 79));
+}
+
+TEST_F(PanelTest, the_title_buttons_act_at_the_press_and_say_their_part_first) {
+  AddSelected(1);
+  Press(142, TITLE_Y);
+  EXPECT_EQ(journal.Take(), (Lines{"part 4"}));
+  EXPECT_TRUE(board->GetLoop());
+  board->OnLeftMouseUp(142, TITLE_Y);
+  EXPECT_TRUE(Click(142, TITLE_Y));
+  EXPECT_EQ(journal.Take(), (Lines{"part 5"}));
+  EXPECT_FALSE(board->GetLoop());
+  Click(100, TITLE_Y);
+  EXPECT_EQ(journal.Take(), (Lines{"part 0", "plays story"}));
+  Click(100, TITLE_Y);
+  EXPECT_EQ(journal.Take(), (Lines{"part 1", "stopped"}));
+  Click(100, TITLE_Y);
+  EXPECT_EQ(journal.Take(), (Lines{"part 2", "resumed"}));
+  Click(121, TITLE_Y);
+  EXPECT_EQ(journal.Take(), (Lines{"part 3", "stopped"}));
+  Click(175, TITLE_Y);
+  EXPECT_EQ(journal.Take(), (Lines{"part 6", "editor visible 0", "closed"}));
+  EXPECT_FALSE(board->IsVisible());
+}
+
+TEST_F(PanelTest, title_buttons_are_squares_of_eight_pixels_to_each_side) {
+  for (const auto& [x, y, hit] : std::vector<std::tuple<int, int, bool>>{{134, 243, true},
+                                                                         {133, 243, false},
+                                                                         {149, 243, true},
+                                                                         {150, 243, false},
+                                                                         {142, 235, true},
+                                                                         {142, 250, true},
+                                                                         {142, 234, false}}) {
+    const bool before = board->GetLoop();
+    Click(x, y);
+    EXPECT_EQ(board->GetLoop() != before, hit) << x << ", " << y;
+  }
+}
+
+// ---- clicks on slides ----
+
+TEST_F(PanelTest, a_click_on_the_slide_that_adds_makes_a_sequence_with_a_shot) {
+  EXPECT_TRUE(Click(SEQUENCE_X[0], SEQUENCE_Y));
+  ASSERT_EQ(board->GetStory()->GetSequenceCount(), 1U);
+  Sequence* const sequence = board->GetStory()->GetSequence(0);
+  EXPECT_EQ(sequence->GetShotCount(), 1U);
+  EXPECT_EQ(board->GetSelectedSequence(), sequence);
+  EXPECT_EQ(editor.GetShot(), sequence->GetShot(0));
+  EXPECT_EQ(journal.Take(), (Lines{"part 7", "editor transfers 0", "editor visible 1", "created"}));
+  EXPECT_TRUE(queue.Undo());
+  EXPECT_TRUE(board->GetStory()->IsEmpty());
+  EXPECT_EQ(editor.GetShot(), nullptr);
+  EXPECT_TRUE(queue.Redo());
+  EXPECT_EQ(board->GetStory()->GetSequence(0), sequence);
+  EXPECT_EQ(editor.GetShot(), sequence->GetShot(0));
+  EXPECT_FALSE(queue.Redo());
+}
+
+TEST_F(PanelTest, without_an_editor_nothing_is_added) {
+  board->SetShotEditor(nullptr);
+  Click(SEQUENCE_X[0], SEQUENCE_Y);
+  EXPECT_TRUE(board->GetStory()->IsEmpty());
+  EXPECT_FALSE(queue.CanUndo());
+}
+
+TEST_F(PanelTest, the_buttons_of_a_sequence_play_pause_resume_and_target) {
+  Sequence* const sequence = AddSelected(1);
+  const int playX = SEQUENCE_X[0] + 47;
+  const int playY = SEQUENCE_Y + 46;
+  Click(playX, playY);
+  EXPECT_EQ(journal.Take(), (Lines{"part 8", "plays sequence"}));
+  Click(playX, playY);
+  EXPECT_EQ(journal.Take(), (Lines{"part 9", "stopped"}));
+  Click(playX, playY);
+  EXPECT_EQ(journal.Take(), (Lines{"part 10", "resumed"}));
+  Click(playX, SEQUENCE_Y - 30);
+  EXPECT_EQ(journal.Take(), (Lines{"part 11", "stopped", "targets"}));
+  FramesFor(400);
+  EXPECT_EQ(hub.view.eye, sequence->GetShot(0)->GetCameraParameters().eye);
+}
+
+TEST_F(PanelTest, the_body_of_a_sequence_selects_it) {
+  AddSequence(1);
+  Sequence* const second = AddSequence(2);
+  Click(SEQUENCE_X[1], SEQUENCE_Y);
+  EXPECT_EQ(board->GetSelectedSequence(), second);
+  Click(SEQUENCE_X[1], SEQUENCE_Y - 20);
+  EXPECT_EQ(journal.Take(), (Lines{"part 12", "part 13"}));
+}
+
+TEST_F(PanelTest, the_buttons_of_a_shot_play_pause_resume_and_target) {
+  AddSelected(2);
+  const int playX = SHOT_X[1] + 20;
+  Click(playX, 167 + 20);
+  EXPECT_EQ(journal.Take(), (Lines{"part 15", "plays shot"}));
+  Click(playX, 167 + 20);
+  EXPECT_EQ(journal.Take(), (Lines{"part 16", "stopped"}));
+  Click(playX, 167 + 20);
+  EXPECT_EQ(journal.Take(), (Lines{"part 17", "resumed"}));
+  Click(SHOT_X[0] + 20, 167 + 20);
+  EXPECT_EQ(journal.Take(), (Lines{"part 15", "plays shot"}));
+  Click(playX, 167 - 4);
+  EXPECT_EQ(journal.Take(), (Lines{"part 18", "stopped", "targets"}));
+}
+
+TEST_F(PanelTest, the_body_of_a_shot_selects_it_and_shows_it_to_the_editor) {
+  Sequence* const sequence = AddSelected(2);
+  Click(SHOT_X[1], SHOT_Y);
+  EXPECT_EQ(journal.Take(), (Lines{"part 19", "editor transfers 0"}));
+  EXPECT_EQ(editor.GetShot(), sequence->GetShot(1));
+  EXPECT_FALSE(editor.visible);
+}
+
+TEST_F(PanelTest, the_slide_behind_the_shots_adds_one) {
+  Sequence* const sequence = AddSelected(2);
+  Click(SHOT_X[2], SHOT_Y);
+  EXPECT_EQ(sequence->GetShotCount(), 3U);
+  EXPECT_EQ(journal.lines.front(), "part 14");
+  EXPECT_EQ(journal.lines.back(), "created");
+  queue.Undo();
+  EXPECT_EQ(sequence->GetShotCount(), 2U);
+}
+
+TEST_F(PanelTest, in_presentation_nothing_is_added_deleted_or_moved_and_no_menu_opens) {
+  Sequence* const sequence = AddSelected(2);
+  ShotSpecification* const first = sequence->GetShot(0);
+  board->SetMode(Storyboard::MODE_PRESENTING);
+  EXPECT_EQ(board->CreateShot(sequence), nullptr);
+  EXPECT_EQ(board->CreateSequence(), nullptr);
+  EXPECT_FALSE(board->DeleteShot(first));
+  EXPECT_FALSE(board->MoveShot(first, nullptr));
+  EXPECT_FALSE(board->MoveSequence(sequence, nullptr));
+  EXPECT_FALSE(board->EditShot(first));
+  EXPECT_FALSE(board->CanRecordWalk());
+  Drag(SHOT_X[0], SHOT_Y, SHOT_X[1] + 20, SHOT_Y);
+  EXPECT_EQ(sequence->GetShot(0), first);
+  board->OnMouseMove(SHOT_X[0], SHOT_Y);
+  EXPECT_FALSE(board->OnRightMouseDown(SHOT_X[0], SHOT_Y));
+  EXPECT_FALSE(board->OpenMenu());
+  EXPECT_FALSE(queue.CanUndo());
+  EXPECT_FALSE(Click(SHOT_X[2], SHOT_Y));  // no slide that adds
+  Click(SHOT_X[0] + 20, 167 + 20);
+  EXPECT_TRUE(board->IsPlayingBack());
+}
+
+// ---- drags ----
+
+TEST_F(PanelTest, a_click_and_a_drag_are_told_apart_by_the_way_to_the_side_alone) {
+  Sequence* const sequence = AddSelected(2);
+  Press(SHOT_X[0], SHOT_Y);
+  board->OnMouseMove(SHOT_X[0] + 2, SHOT_Y - 300);
+  EXPECT_FALSE(board->DraggingStoryBoardItem());
+  board->OnMouseMove(SHOT_X[0] + 3, SHOT_Y - 300);
+  EXPECT_TRUE(board->DraggingStoryBoardItem());
+  board->OnMouseMove(SHOT_X[0], SHOT_Y);  // it stays a drag
+  EXPECT_TRUE(board->DraggingStoryBoardItem());
+  board->OnLeftMouseUp(SHOT_X[0], SHOT_Y);
+  EXPECT_FALSE(board->DraggingStoryBoardItem());
+  EXPECT_TRUE(journal.lines.empty());
+  Press(SHOT_X[0], SHOT_Y);
+  board->OnLeftMouseUp(SHOT_X[0] + 2, SHOT_Y + 5);
+  EXPECT_EQ(board->GetParts().slides.GetSelectedShot(sequence), sequence->GetShot(0));
+}
+
+TEST_F(PanelTest, a_shot_is_dragged_before_or_behind_another) {
+  Sequence* const sequence = AddSelected(3);
+  Drag(SHOT_X[0], SHOT_Y, SHOT_X[2] + 10, SHOT_Y);
+  EXPECT_EQ(NamesOf(*sequence), (Names{L"shot 2", L"shot 3", L"shot 1"}));
+  Drag(SHOT_X[2], SHOT_Y, SHOT_X[1] - 10, SHOT_Y);
+  EXPECT_EQ(NamesOf(*sequence), (Names{L"shot 2", L"shot 1", L"shot 3"}));
+  Drag(SHOT_X[0], SHOT_Y, SHOT_X[3], SHOT_Y);  // on the slide that adds: to the end
+  EXPECT_EQ(NamesOf(*sequence), (Names{L"shot 1", L"shot 3", L"shot 2"}));
+  for (int i = 0; i < 3; ++i) EXPECT_TRUE(queue.Undo());
+  EXPECT_EQ(NamesOf(*sequence), (Names{L"shot 1", L"shot 2", L"shot 3"}));
+  EXPECT_FALSE(queue.Undo());
+}
+
+TEST_F(PanelTest, a_drag_that_lands_beside_its_own_place_loses_nothing) {
+  Sequence* const sequence = AddSelected(3);
+  Drag(SHOT_X[1], SHOT_Y, SHOT_X[0] + 10, SHOT_Y);  // behind the one before
+  Drag(SHOT_X[1], SHOT_Y, SHOT_X[2] - 10, SHOT_Y);  // before the one behind
+  Drag(SHOT_X[1], SHOT_Y, 900, 500);                // nowhere
+  EXPECT_EQ(NamesOf(*sequence), (Names{L"shot 1", L"shot 2", L"shot 3"}));
+}
+
+TEST_F(PanelTest, a_sequence_is_dragged) {
+  Sequence* const first = AddSequence(1);
+  Sequence* const second = AddSequence(1);
+  Frame();
+  Drag(SEQUENCE_X[0], SEQUENCE_Y, SEQUENCE_X[1] + 20, SEQUENCE_Y);
+  EXPECT_EQ(board->GetStory()->GetSequence(0), second);
+  EXPECT_EQ(board->GetStory()->GetSequence(1), first);
+  queue.Undo();
+  EXPECT_EQ(board->GetStory()->GetSequence(0), first);
+}
+
+TEST_F(PanelTest, a_shot_that_the_host_deletes_in_its_drag_lands_nowhere) {
+  Sequence* const sequence = AddSelected(3);
+  Press(SHOT_X[0], SHOT_Y);
+  board->OnMouseMove(SHOT_X[2], SHOT_Y);
+  sequence->DeleteShot(sequence->GetShot(2));
+  Frame();
+  sequence->DeleteShot(sequence->GetShot(0));
+  Frame();
+  board->OnLeftMouseUp(SHOT_X[2], SHOT_Y);
+  EXPECT_EQ(NamesOf(*sequence), (Names{L"shot 2"}));
+  EXPECT_FALSE(queue.CanUndo());
+}
+
+TEST_F(PanelTest, with_control_held_a_drag_scrolls) {
+  for (int i = 0; i < 10; ++i) AddSequence(1);
+  Frame();
+  board->OnKeyDown(KEY_CONTROL);
+  Drag(SEQUENCE_X[2], SEQUENCE_Y, SEQUENCE_X[2] - 100, SEQUENCE_Y);
+  EXPECT_EQ(board->GetParts().slides.scrollOffset, -100);
+  EXPECT_FALSE(queue.CanUndo());
+  Drag(SEQUENCE_X[2], SEQUENCE_Y, SEQUENCE_X[2] + 300, SEQUENCE_Y);
+  EXPECT_EQ(board->GetParts().slides.scrollOffset, 0);  // no further than the row
+  board->OnKeyUp(KEY_CONTROL);
+  Drag(SEQUENCE_X[2], SEQUENCE_Y, SEQUENCE_X[1] - 20, SEQUENCE_Y);
+  EXPECT_TRUE(queue.CanUndo());
+}
+
+TEST_F(PanelTest, a_press_above_the_sequences_scrolls_the_shots) {
+  AddSelected(30);
+  ASSERT_GT(board->GetParts().slides.stacks.right, 0);
+  board->OnKeyDown(KEY_CONTROL);
+  Drag(500, SHOT_Y, 300, SHOT_Y);
+  EXPECT_EQ(board->GetParts().slides.shotScrollOffset, -200);
+  EXPECT_EQ(board->GetParts().slides.scrollOffset, 0);
+  EXPECT_GT(board->GetParts().slides.stacks.left, 0);
+  Drag(500, SHOT_Y, 900, SHOT_Y);
+  EXPECT_EQ(board->GetParts().slides.shotScrollOffset, 0);
+}
+
+// ---- the context menu ----
+
+TEST_F(PanelTest, the_menu_opens_on_the_shot_under_the_mouse) {
+  Sequence* const sequence = AddSelected(2);
+  EXPECT_FALSE(board->OnRightMouseDown(SEQUENCE_X[2], 20));
+  EXPECT_FALSE(board->OpenMenu());
+  EXPECT_TRUE(board->OnRightMouseDown(SHOT_X[1], SHOT_Y));
+  EXPECT_TRUE(board->OpenMenu());
+  EXPECT_EQ(renderer.CountCalls("OpenMenu"), 1);
+  EXPECT_EQ(board->GetShotForOpenMenu(), sequence->GetShot(1));
+  Press(SHOT_X[0], SHOT_Y);
+  EXPECT_FALSE(board->OpenMenu());  // not in a press
+  board->OnLeftMouseUp(SHOT_X[0], SHOT_Y);
+  sequence->DeleteShot(sequence->GetShot(1));
+  EXPECT_EQ(board->GetShotForOpenMenu(), nullptr);
+}
+
+// ---- keys ----
+
+TEST_F(PanelTest, keys_scroll_delete_stop_and_play) {
+  Sequence* const sequence = AddSelected(2);
+  EXPECT_FALSE(board->OnKeyDown(KEY_SHIFT));
+  EXPECT_TRUE(board->OnKeyDown(KEY_RIGHT));
+  EXPECT_EQ(board->GetParts().slides.scrollOffset, 5);
+  EXPECT_TRUE(board->OnKeyDown(KEY_LEFT));
+  EXPECT_TRUE(board->OnKeyDown(KEY_LEFT));
+  EXPECT_EQ(board->GetParts().slides.scrollOffset, -5);
+  EXPECT_FALSE(board->OnKeyDown(KEY_DELETE));
+  board->OnMouseMove(SHOT_X[0], SHOT_Y);
+  EXPECT_TRUE(board->OnKeyDown(KEY_DELETE));
+  EXPECT_EQ(NamesOf(*sequence), (Names{L"shot 2"}));
+  EXPECT_FALSE(board->OnKeyDown(KEY_ESCAPE));
+  journal.lines.clear();
+  EXPECT_TRUE(board->OnKeyDown(KEY_SPACE));
+  EXPECT_TRUE(board->OnKeyDown(KEY_SPACE));
+  EXPECT_TRUE(board->OnKeyDown(KEY_SPACE));
+  EXPECT_EQ(journal.lines, (Lines{"plays story", "stopped", "resumed"}));
+  EXPECT_TRUE(board->OnKeyDown(KEY_ESCAPE));
+  EXPECT_FALSE(board->IsPlayingBack());
+  board->SetVisible(false);
+  EXPECT_FALSE(board->OnKeyDown(KEY_SPACE));
+}
+
+// ---- tooltips ----
+
+TEST_F(PanelTest, tells_what_is_under_the_mouse) {
+  AddSelected(1);
+  struct Row {
+    int x, y, text;
+  };
+  for (const Row& row :
+       {Row{100, 243, 75}, Row{121, 243, 77}, Row{142, 243, 78}, Row{175, 243, 79}, Row{213, 79, 80},
+        Row{79 + 47, 79 + 46, 81}, Row{79 + 47, 79 - 30, 82}, Row{79, 79, 85}, Row{103, 180, 83},
+        Row{53, 187, 84}, Row{53, 163, 82}, Row{20, 180, 85}}) {
+    board->OnMouseMove(row.x, row.y);
+    EXPECT_EQ(board->GetTooltip(), L"text " + std::to_wstring(row.text)) << row.x << ", " << row.y;
+  }
+  board->OnMouseMove(600, 400);
+  EXPECT_TRUE(board->GetTooltip().empty());
+}
+
+// ---- pictures ----
+
+TEST_F(PanelTest, makes_one_picture_of_the_scene_a_frame_and_each_once) {
+  AddSequence(3);
+  board->SetSelectedSequence(board->GetStory()->GetSequence(0));
+  for (int made = 1; made <= 4; ++made) {
+    Forget();
+    Frame();
+    EXPECT_EQ(renderer.CountCalls("CreateSceneScreenshot"), 1);
+    EXPECT_GT(hub.requested, 0);
+  }
+  Forget();
+  Frame();
+  EXPECT_EQ(renderer.CountCalls("CreateSceneScreenshot"), 0);
+  EXPECT_EQ(renderer.CountCalls("CreateTextLabel"), 0);
+}
+
+TEST_F(PanelTest, gives_all_pictures_back) {
+  Sequence* const sequence = AddSelected(3);
+  for (int i = 0; i < 6; ++i) Frame();
+  const int live = renderer.GetLiveIconCount();
+  sequence->DeleteShot(sequence->GetShot(2));
+  Frame();
+  EXPECT_EQ(renderer.GetLiveIconCount(), live - 2);
+  board->Destroy();
+  EXPECT_EQ(renderer.GetLiveIconCount(), 0);
+  EXPECT_EQ(renderer.GetForeignDestroyCount(), 0);
+  board->Create();
+  Frame();
+  RecordingRenderer other;
+  board->SetRenderer(&other);
+  EXPECT_EQ(renderer.GetLiveIconCount(), 0);
+  Frame();
+  board.reset();
+  EXPECT_EQ(other.GetLiveIconCount(), 0);
+}
+
+TEST_F(PanelTest, a_renderer_that_makes_no_picture_is_asked_once) {
+  renderer.FailAlways("CreateSceneScreenshot");
+  renderer.FailAlways("CreateTextLabel");
+  AddSelected(1);
+  for (int i = 0; i < 5; ++i) Frame();
+  Forget();
+  Frame();
+  EXPECT_EQ(renderer.CountCalls("CreateSceneScreenshot"), 0);
+  EXPECT_EQ(renderer.CountCalls("CreateTextLabel"), 0);
+}
+
+TEST_F(PanelTest, the_textures_are_held_while_it_shows) {
+  board->SetVisible(false);
+  renderer.ClearCalls();
+  board->SetVisible(true);
+  EXPECT_EQ(renderer.CountCalls("LoadTexture"), 45 + 4);
+  board->SetVisible(true);
+  EXPECT_EQ(renderer.CountCalls("LoadTexture"), 45 + 4);
+  board->SetVisible(false);
+  EXPECT_EQ(renderer.CountCalls("ReleaseTexture"), 45 + 4);
+}
+
+TEST_F(PanelTest, a_frame_and_a_move_allocate_nothing) {
+  AddSelected(100);
+  for (int i = 0; i < 120; ++i) Frame();
+  board->PlaybackSequence(board->GetSelectedSequence());
+  renderer.ClearCalls();
+  for (int i = 0; i < 5; ++i) {
+    Frame();
+    board->OnMouseMove(300 + i, SHOT_Y);
+  }
+  board->SetRenderer(nullptr);  // its log allocates
+  board->OnMouseMove(300, SHOT_Y);
+  const AllocationCounter counter;
+  for (int i = 0; i < 20; ++i) {
+    board->OnMouseMove(100 + 20 * i, SHOT_Y - i);
+    board->Draw();
+  }
+  EXPECT_EQ(counter.GetAllocations(), 0U);
+}
+
+}  // namespace
