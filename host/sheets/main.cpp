@@ -1,6 +1,7 @@
 // Draws sheets of the kit's pictures on the grounds that they have to read on, to be looked at.
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <functional>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -10,6 +11,7 @@
 #include "disc_states.h"
 #include "notes.h"
 #include "sheet.h"
+#include "story_states.h"
 #include "zovhost/picture.h"
 #include "zovhost/resource_pack.h"
 #include "zovhost/window.h"
@@ -53,6 +55,13 @@ Image MakeStrip(const Image& single, const Image& twice) {
     x += width;
   }
   return strip;
+}
+
+Image Enlarge(const Image& image, int enlarged) {
+  Image sheet =
+      zovsheets::MakeGround(zovsheets::Ground::White, image.width * enlarged, image.height * enlarged);
+  zovsheets::Lay(image, 0, 0, enlarged, sheet);
+  return sheet;
 }
 
 int DrawCursors(const ResourcePack& pack, const std::string& file) {
@@ -112,11 +121,7 @@ int DrawDiscs(const ResourcePack& pack, const DiscChoice& choice, int enlarged, 
                             : choice.size > 0 ? choice.size
                                               : kind.usualPoints;
       if (!zovsheets::PaintDiscs(pack, kind, {points, choice.scale, ground, choice.columns}, image)) continue;
-      Image sheet{image.width * enlarged, image.height * enlarged, {}};
-      sheet.rgba.resize(
-          image.rgba.size() * static_cast<std::size_t>(enlarged) * static_cast<std::size_t>(enlarged), 255);
-      zovsheets::Lay(image, 0, 0, enlarged, sheet);
-      pictures.push_back({std::move(sheet), kind.name});
+      pictures.push_back({Enlarge(image, enlarged), kind.name});
     }
   }
   return SaveSheet(pictures, "The discs", 2, file);
@@ -141,6 +146,45 @@ int DrawBars(const std::string& wanted, int enlarged, int columns, const std::st
   return SaveSheet(pictures, "The navigation bar", columns, file);
 }
 
+int DrawStory(const std::string& wanted, int enlarged, int columns, const std::string& file) {
+  std::vector<LabelledImage> pictures;
+  for (const zovsheets::StoryState& state : zovsheets::GetStoryStates()) {
+    Image image;
+    if (state.name.find(wanted) == std::string::npos || !zovsheets::PaintStory(state, image)) continue;
+    pictures.push_back({Enlarge(image, state.scale < 1.5 ? 2 * enlarged : enlarged), state.name});
+  }
+  return SaveSheet(pictures, "The storyboard", columns, file);
+}
+
+// A row for each kind, its states side by side.
+Image StackStoryKinds(const ResourcePack& pack, zovsheets::Ground ground, double scale) {
+  std::vector<Image> rows;
+  int width = 1;
+  int height = 0;
+  for (const zovsheets::StoryKind& kind : zovsheets::GetStoryKinds()) {
+    Image& row = rows.emplace_back();
+    if (!zovsheets::PaintStoryKind(pack, kind, ground, scale, row)) continue;
+    width = std::max(width, row.width);
+    height += row.height;
+  }
+  Image stack = zovsheets::MakeGround(ground, width, std::max(height, 1));
+  int y = 0;
+  for (const Image& row : rows) {
+    zovsheets::Lay(row, 0, y, 1, stack);
+    y += row.height;
+  }
+  return stack;
+}
+
+int DrawStoryKinds(const ResourcePack& pack, double scale, int enlarged, const std::string& file) {
+  std::vector<LabelledImage> pictures;
+  pictures.reserve(zovsheets::grounds.size());
+  for (const zovsheets::Ground ground : zovsheets::grounds) {
+    pictures.push_back({Enlarge(StackStoryKinds(pack, ground, scale), enlarged), ""});
+  }
+  return SaveSheet(pictures, "Pictures of the storyboard", 2, file);
+}
+
 int DrawNotes(const std::string& file) {
   std::vector<LabelledImage> pictures;
   for (const double scale : {1.0, 2.0}) {
@@ -148,9 +192,7 @@ int DrawNotes(const std::string& file) {
       Image image;
       if (!zovsheets::PaintNotes(ground, scale, image)) continue;
       const int enlarged = scale < 1.5 ? 2 : 1;
-      Image sheet = zovsheets::MakeGround(ground, image.width * enlarged, image.height * enlarged);
-      zovsheets::Lay(image, 0, 0, enlarged, sheet);
-      pictures.push_back({std::move(sheet), scale < 1.5 ? "1x" : "2x"});
+      pictures.push_back({Enlarge(image, enlarged), scale < 1.5 ? "1x" : "2x"});
     }
   }
   return SaveSheet(pictures, "Notes in the view", 2, file);
@@ -176,6 +218,14 @@ CLI::App* AddDiscs(CLI::App& app, DiscChoice& choice, int& enlarged) {
   discs->add_option("--ground", choice.ground, "White 0, black 1, gradient 2, busy 3; -1: all of them");
   discs->add_option("--enlarged", enlarged, "Sheet pixels for one of the picture");
   return discs;
+}
+
+CLI::App* AddStoryKinds(CLI::App& app, double& scale, int& enlarged) {
+  CLI::App* const kinds =
+      app.add_subcommand("story-pictures", "The pictures of the storyboard, kind by kind");
+  kinds->add_option("--scale", scale, "Pixels for one point");
+  kinds->add_option("--enlarged", enlarged, "Sheet pixels for one of the picture");
+  return kinds;
 }
 
 struct PictureRange {
@@ -204,34 +254,56 @@ CLI::App* AddStates(CLI::App& app, const std::string& name, const std::string& m
   return states;
 }
 
+struct Choices {
+  std::string file;
+  PictureRange range;
+  StateChoice states;
+  DiscChoice discs;
+  double scale = 1.0;
+  int enlarged = 1;
+};
+
+struct Command {
+  CLI::App* app;
+  std::function<int()> draw;
+};
+
+std::vector<Command> AddCommands(CLI::App& app, const ResourcePack& pack, Choices& choices) {
+  Choices& c = choices;
+  const auto addStates = [&](const char* name, const char* meaning, auto draw) -> Command {
+    return {AddStates(app, name, meaning, c.states, c.enlarged), [&c, draw] {
+              return InWindow([&] { return draw(c.states.wanted, c.enlarged, c.states.columns, c.file); });
+            }};
+  };
+  return {
+      {app.add_subcommand("cursors", "All pointers, at 1x and 2x"),
+       [&] { return DrawCursors(pack, c.file); }},
+      {AddPictures(app, c.range), [&] { return DrawPictures(pack, c.range.first, c.range.last, c.file); }},
+      addStates("cube", "The orientation cube in its states", DrawCube),
+      addStates("bars", "The navigation bar in its states", DrawBars),
+      addStates("story", "The storyboard in its states", DrawStory),
+      {AddStoryKinds(app, c.scale, c.enlarged),
+       [&] { return DrawStoryKinds(pack, c.scale, c.enlarged, c.file); }},
+      {app.add_subcommand("notes", "Texts in the view, the pivot, the targets of a walk"),
+       [&] { return InWindow([&] { return DrawNotes(c.file); }); }},
+      {AddDiscs(app, c.discs, c.enlarged), [&] { return DrawDiscs(pack, c.discs, c.enlarged, c.file); }},
+  };
+}
+
 }  // namespace
 
 // NOLINTNEXTLINE(bugprone-exception-escape): without memory there is no picture to save
 int main(int argumentCount, char** arguments) {
   CLI::App app("Draws sheets of the kit's pictures");
   app.require_subcommand(1);
-  std::string file;
-  PictureRange range;
-  CLI::App* const cursors = app.add_subcommand("cursors", "All pointers, at 1x and 2x");
-  CLI::App* const pictures = AddPictures(app, range);
-  int enlarged = 1;
-  StateChoice states;
-  CLI::App* const cube = AddStates(app, "cube", "The orientation cube in its states", states, enlarged);
-  CLI::App* const bars = AddStates(app, "bars", "The navigation bar in its states", states, enlarged);
-  CLI::App* const notes = app.add_subcommand("notes", "Texts in the view, the pivot, the targets of a walk");
-  DiscChoice choice;
-  CLI::App* const discs = AddDiscs(app, choice, enlarged);
-  for (CLI::App* command : {cursors, pictures, cube, bars, notes, discs}) {
-    command->add_option("file", file, "The PNG to write")->required();
+  const auto pack = ResourcePack::GetDefault();
+  Choices choices;
+  const std::vector<Command> commands = AddCommands(app, *pack, choices);
+  for (const Command& command : commands) {
+    command.app->add_option("file", choices.file, "The PNG to write")->required();
   }
   CLI11_PARSE(app, argumentCount, arguments);
-
-  const auto pack = ResourcePack::GetDefault();
-  if (discs->parsed()) return DrawDiscs(*pack, choice, enlarged, file);
-  if (cube->parsed())
-    return InWindow([&] { return DrawCube(states.wanted, enlarged, states.columns, file); });
-  if (bars->parsed())
-    return InWindow([&] { return DrawBars(states.wanted, enlarged, states.columns, file); });
-  if (notes->parsed()) return InWindow([&] { return DrawNotes(file); });
-  return cursors->parsed() ? DrawCursors(*pack, file) : DrawPictures(*pack, range.first, range.last, file);
+  const auto chosen = std::find_if(commands.begin(), commands.end(),
+                                   [](const Command& command) { return command.app->parsed(); });
+  return chosen != commands.end() ? chosen->draw() : 1;
 }

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "contrast.h"
 #include "zovhost/host_texts.h"
 #include "zovhost/resource_pack.h"
 
@@ -19,7 +20,10 @@ namespace {
 using zovhost::Image;
 using zovhost::ResourcePack;
 
-using Key = std::array<double, 3>;  // red, green, blue, 0 to 1
+using zovtest::GetContrast;
+using zovtest::GetLuminance;
+using zovtest::LayOver;
+using Key = zovtest::Colour;
 
 // A wedge in fractions of the disc's half width and degrees clockwise from the top.
 struct Wedge {
@@ -405,27 +409,6 @@ TEST_P(LargeDiscPictures, every_caption_is_there_whole_within_its_wedge) {
   }
 }
 
-double GetLinear(double channel) {
-  return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
-}
-
-double GetLuminance(const Key& colour) {
-  return 0.2126 * GetLinear(colour[0]) + 0.7152 * GetLinear(colour[1]) + 0.0722 * GetLinear(colour[2]);
-}
-
-double GetContrast(const Key& a, const Key& b) {
-  const double light = std::max(GetLuminance(a), GetLuminance(b));
-  const double dark = std::min(GetLuminance(a), GetLuminance(b));
-  return (light + 0.05) / (dark + 0.05);
-}
-
-Key LayOver(const std::uint8_t* pixel, double ground) {
-  const double alpha = pixel[3] / 255.0;
-  Key result;
-  for (std::size_t i = 0; i < 3; ++i) result[i] = pixel[i] / 255.0 * alpha + ground * (1.0 - alpha);
-  return result;
-}
-
 // The darkest pixel of a caption against every pixel around its letters, of the disc in each state over black
 // and over white. Whatever lies below has a brightness between these two.
 TEST_P(LargeDiscPictures, every_caption_stands_out_from_what_lies_under_it) {
@@ -445,11 +428,7 @@ TEST_P(LargeDiscPictures, every_caption_stands_out_from_what_lies_under_it) {
         for (int y = box.top; y < box.bottom; ++y) {
           for (int x = box.left; x < box.right; ++x) {
             const Key under = LayOver(At(image, x, y), below);
-            const std::uint8_t* letter = At(overlay, x, y);
-            const double alpha = letter[3] / 255.0;
-            Key shown;
-            for (std::size_t i = 0; i < 3; ++i)
-              shown[i] = letter[i] / 255.0 * alpha + under[i] * (1.0 - alpha);
+            const Key shown = LayOver(At(overlay, x, y), under);
             if (GetLuminance(shown) < GetLuminance(darkest)) darkest = shown;
           }
         }

@@ -1,19 +1,122 @@
-// The look of the storyboard's pictures.
+// The look of the storyboard and of the pictures that it is made of, held to stored pictures and to what they
+// must do.
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstdint>
 #include <limits>
+#include <ostream>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "contrast.h"
+#include "graphics_canvas.h"
+#include "picture_comparison.h"
+#include "sheets/story_states.h"
 #include "zovhost/resource_pack.h"
+
+namespace zovsheets {
+
+void PrintTo(const StoryState& state, std::ostream* out) { *out << state.name; }
+void PrintTo(const StoryKind& kind, std::ostream* out) { *out << kind.name; }
+
+}  // namespace zovsheets
 
 namespace {
 
 using zovhost::Image;
 using zovhost::ResourcePack;
+using zovsheets::StoryKind;
+using zovsheets::StoryState;
+using zovtest::Colour;
+
+std::string MakeTestName(std::string name) {
+  std::replace(name.begin(), name.end(), '-', '_');
+  return name;
+}
+
+// From the top left.
+const std::uint8_t* At(const Image& image, int x, int y) {
+  return image.rgba.data() + 4 * (static_cast<std::size_t>(y) * static_cast<std::size_t>(image.width) +
+                                  static_cast<std::size_t>(x));
+}
+
+Image Render(int id, double scale = 1.0) {
+  Image image;
+  EXPECT_TRUE(ResourcePack::GetDefault()->RenderPicture(id, scale, image)) << id;
+  return image;
+}
+
+// ---- the panel ----
+
+// All of them on one ground, and enough on the others: on those a picture shows what lies below its own.
+std::vector<StoryState> GetStoredStates() {
+  std::vector<StoryState> states = zovsheets::GetStoryStates();
+  const auto isLeftOut = [](const StoryState& state) {
+    const bool isUsual = state.ground == zovsheets::Ground::Gradient;
+    const bool isFine = state.scale > 1.5;
+    if (isFine) return !isUsual || state.doing != StoryState::Doing::Choosing;
+    return !isUsual && state.doing != StoryState::Doing::Playing;
+  };
+  states.erase(std::remove_if(states.begin(), states.end(), isLeftOut), states.end());
+  return states;
+}
+
+class StoryPicture : public testing::TestWithParam<StoryState> {};
+
+TEST_P(StoryPicture, looks_as_it_did) {
+  const zovtest::OffscreenContext context;
+  ASSERT_TRUE(context.IsCurrent());
+  Image drawn;
+  ASSERT_TRUE(zovsheets::PaintStory(GetParam(), drawn));
+  zovtest::ExpectStored(drawn, "storyboard", GetParam().name);
+}
+
+INSTANTIATE_TEST_SUITE_P(States, StoryPicture, testing::ValuesIn(GetStoredStates()),
+                         [](const auto& state) { return MakeTestName(state.param.name); });
+
+// What the tolerance must not let through.
+TEST(StoryPictures, of_different_states_are_told_apart) {
+  const zovtest::OffscreenContext context;
+  ASSERT_TRUE(context.IsCurrent());
+  std::vector<Image> images;
+  for (const StoryState& state : zovsheets::GetStoryStates()) {
+    if (state.ground != zovsheets::Ground::Gradient || state.scale > 1.5) continue;
+    ASSERT_TRUE(zovsheets::PaintStory(state, images.emplace_back()));
+  }
+  EXPECT_EQ(images.size(), 5u);
+  for (std::size_t i = 0; i < images.size(); ++i) {
+    for (std::size_t k = 0; k < i; ++k) {
+      EXPECT_FALSE(zovtest::IsSimilar(zovtest::Compare(images[i], images[k]))) << i << ' ' << k;
+    }
+  }
+}
+
+TEST(StoryPictures, are_of_many_states_each_with_a_name_of_its_own) {
+  std::set<std::string> names;
+  for (const StoryState& state : zovsheets::GetStoryStates()) names.insert(state.name);
+  EXPECT_EQ(names.size(), zovsheets::GetStoryStates().size());
+  EXPECT_EQ(names.size(), 40u);  // five, on four grounds, in two sizes
+}
+
+// ---- the pictures by themselves ----
+
+class StoryLook : public testing::TestWithParam<StoryKind> {};
+
+TEST_P(StoryLook, is_as_it_was_on_a_fine_display) {
+  Image image;
+  ASSERT_TRUE(zovsheets::PaintStoryKind(*ResourcePack::GetDefault(), GetParam(), zovsheets::Ground::Gradient,
+                                        2.0, image));
+  zovtest::ExpectStored(image, "storyboard", std::string("kind-") + GetParam().name);
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, StoryLook,
+                         testing::ValuesIn(zovsheets::GetStoryKinds().begin(),
+                                           zovsheets::GetStoryKinds().end()),
+                         [](const auto& kind) { return MakeTestName(kind.param.name); });
 
 struct Numbers {
   int first;
@@ -85,6 +188,190 @@ TEST(StoryPictures, each_are_another) {
   });
   EXPECT_EQ(count, 45);
   EXPECT_EQ(different.size(), 45u);
+}
+
+// At a glance: as they lie on the panel, at its coarsest.
+TEST(StoryPictures, under_the_mouse_and_at_rest_are_told_apart) {
+  const auto isToldApart = [](int a, int b) {
+    const zovsheets::StoryKind one = {"one", a, a};
+    const zovsheets::StoryKind other = {"other", b, b};
+    const auto pack = ResourcePack::GetDefault();
+    for (const zovsheets::Ground ground : zovsheets::grounds) {
+      Image first;
+      Image second;
+      EXPECT_TRUE(zovsheets::PaintStoryKind(*pack, one, ground, 1.0, first));
+      EXPECT_TRUE(zovsheets::PaintStoryKind(*pack, other, ground, 1.0, second));
+      if (zovtest::Compare(first, second).off < 0.05) return false;
+    }
+    return true;
+  };
+  for (const int rest :
+       {104, 106, 108, 110, 112, 114, 116, 118, 122, 126, 128, 130, 132, 137, 139, 141, 143}) {
+    EXPECT_TRUE(isToldApart(rest, rest + 1)) << rest;
+  }
+  EXPECT_TRUE(isToldApart(110, 112)) << "loop";
+  EXPECT_TRUE(isToldApart(111, 113)) << "loop under the mouse";
+  EXPECT_TRUE(isToldApart(116, 118)) << "a chosen sequence";
+  EXPECT_TRUE(isToldApart(117, 119)) << "a chosen sequence under the mouse";
+  EXPECT_TRUE(isToldApart(132, 134)) << "a chosen shot";
+}
+
+struct Place {
+  int x;
+  int y;
+};
+
+// How many pixels of a square of the picture stand out from what lies at `from`, all over a ground.
+int CountReadable(const Image& image, const Colour& below, Place from, Place corner, int side) {
+  const Colour under = zovtest::LayOver(At(image, from.x, from.y), below);
+  int count = 0;
+  for (int y = corner.y; y < corner.y + side; ++y) {
+    for (int x = corner.x; x < corner.x + side; ++x) {
+      count += zovtest::GetContrast(zovtest::LayOver(At(image, x, y), below), under) >= 4.5;
+    }
+  }
+  return count;
+}
+
+// The strokes of the thinnest, a cross, cover some twenty pixels.
+constexpr int FEWEST_READABLE = 12;
+
+TEST(StoryPictures, of_title_buttons_read_on_the_title_bar) {
+  const Image bar = Render(103);
+  for (const double ground : {0.0, 1.0}) {
+    const Colour below = zovtest::LayOver(At(bar, 80, 16), ground);
+    for (int id = 104; id <= 115; ++id) {
+      EXPECT_GE(CountReadable(Render(id), below, {2, 2}, {3, 3}, 10), FEWEST_READABLE) << id << ' ' << ground;
+    }
+  }
+}
+
+TEST(StoryPictures, of_round_buttons_read_on_any_thumbnail) {
+  for (const double ground : {0.0, 0.5, 1.0}) {
+    const Colour below = {ground, ground, ground};
+    for (int id = 126; id <= 144; ++id) {
+      if (id > 131 && id < 139) continue;
+      const Image image = Render(id);
+      const int side = image.width;
+      EXPECT_GE(CountReadable(image, below, {2, side / 2}, {4, 4}, side - 8), FEWEST_READABLE)
+          << id << ' ' << ground;
+    }
+  }
+}
+
+TEST(StoryPictures, of_added_slides_and_of_tabs_read) {
+  for (const double ground : {0.0, 1.0}) {
+    const Colour below = {ground, ground, ground};
+    for (const int id : {122, 123, 137, 138}) {
+      const Image image = Render(id);
+      const int half = image.width / 2;
+      EXPECT_GE(CountReadable(image, below, {8, 8}, {half / 2, half / 2}, half), FEWEST_READABLE) << id;
+    }
+    for (const int id : {120, 121, 135, 136}) {
+      const int side = id < 132 ? 2 : 1;
+      const int end = id < 132 ? 19 : 10;
+      EXPECT_GE(CountReadable(Render(id), below, {side + 1, end + 1}, {side, end}, 16), FEWEST_READABLE)
+          << id;
+    }
+  }
+}
+
+TEST(StoryPictures, of_cards_carry_a_white_name) {
+  for (const int id : {116, 117, 118, 119, 132, 133, 134}) {
+    const Image image = Render(id);
+    for (const double ground : {0.0, 1.0}) {
+      for (int y = image.height - 9; y < image.height - 3; ++y) {
+        const Colour under = zovtest::LayOver(At(image, image.width / 2, y), ground);
+        EXPECT_GE(zovtest::GetContrast({1.0, 1.0, 1.0}, under), 4.5) << id << ' ' << y;
+      }
+    }
+  }
+}
+
+// The thumbnail lies on it: all of one colour, and hardly anything of what is below shows.
+TEST(StoryPictures, of_cards_are_plain_where_a_thumbnail_lies) {
+  for (const int id : {116, 117, 118, 119, 132, 133, 134}) {
+    const Image image = Render(id);
+    const int side = image.width;
+    const std::uint8_t* const middle = At(image, side / 2, side / 2);
+    EXPECT_GE(middle[3], 220) << id;
+    for (int y = side * 19 / 128 + 1; y < side * 109 / 128; ++y) {
+      for (int x = 4; x < side - 4; ++x) {
+        ASSERT_TRUE(std::equal(middle, middle + 4, At(image, x, y))) << id << ' ' << x << ' ' << y;
+      }
+    }
+  }
+}
+
+// Nothing on the thumbnail itself, on the name below it and on the head above.
+TEST(StoryPictures, of_slides_that_play_leave_thumbnail_and_name_free) {
+  for (const int id : {120, 121, 135, 136}) {
+    const Image image = Render(id);
+    const int side = image.width;
+    const int end = id < 132 ? 19 : 10;
+    for (int x = 0; x < side; ++x) {
+      for (int y = 0; y < end; ++y) {
+        EXPECT_EQ(At(image, x, y)[3], 0) << id;
+        EXPECT_EQ(At(image, x, side - 1 - y)[3], 0) << id;
+      }
+      for (int y = end + 16; y < side - end - 3; ++y) {
+        const bool isFrame = x < 5 || x >= side - 5;
+        EXPECT_TRUE(isFrame || At(image, x, y)[3] == 0) << id << ' ' << x << ' ' << y;
+      }
+    }
+  }
+}
+
+// A whole frame, and one of which the middle of each side is missing.
+TEST(StoryPictures, of_slides_that_play_and_that_wait_differ_in_the_frame) {
+  for (const auto& [playing, paused, left, bottom] :
+       {std::array{120, 121, 2, 108}, std::array{135, 136, 1, 53}}) {
+    const int middle = Render(playing).width / 2;
+    for (const auto& [x, y] : {Place{left, middle}, Place{middle, bottom}}) {
+      EXPECT_EQ(At(Render(playing), x, y)[3], 255) << playing;
+      EXPECT_EQ(At(Render(paused), x, y)[3], 0) << paused;
+    }
+    EXPECT_EQ(At(Render(paused), left, bottom)[3], 255) << paused;
+  }
+}
+
+TEST(StoryPictures, of_the_frame_vary_along_its_caps_alone) {
+  for (const int scale : {1, 2, 3}) {
+    const Image image = Render(102, scale);
+    for (int y = 0; y < image.height; ++y) {
+      for (int x = 32 * scale; x < 224 * scale; ++x) {
+        ASSERT_TRUE(std::equal(At(image, x, y), At(image, x, y) + 4, At(image, 128 * scale, y)))
+            << x << ' ' << y;
+      }
+    }
+  }
+}
+
+// A dark line and a light one within it, each a point wide, on whole pixels.
+TEST(StoryPictures, of_the_frame_have_the_edge_of_a_toolbar) {
+  for (const int scale : {1, 2, 3}) {
+    const Image image = Render(102, scale);
+    const int middle = image.width / 2;
+    for (int y = 0; y < scale; ++y) {
+      EXPECT_NEAR(At(image, middle, y)[3], 210, 2) << scale;          // 0.5 over 0.65
+      EXPECT_NEAR(At(image, middle, y)[0], 88, 3) << scale;           // 225 * 0.5 * 0.65 / 0.825
+      EXPECT_NEAR(At(image, middle, scale + y)[3], 188, 2) << scale;  // 0.25 over 0.65
+      EXPECT_GT(At(image, middle, scale + y)[0], 230) << scale;
+      EXPECT_NEAR(At(image, middle, 2 * scale + y)[3], 166, 2) << scale;  // 0.65
+      EXPECT_NEAR(At(image, middle, 2 * scale + y)[0], 225, 2) << scale;
+    }
+  }
+}
+
+TEST(StoryPictures, of_stacks_are_darkest_at_the_outer_side) {
+  const Image left = Render(124);
+  const Image right = Render(125);
+  const int end = left.width - 1;
+  EXPECT_GE(At(left, 0, 64)[3], At(left, end, 64)[3] + 80);
+  for (int x = 0; x < left.width; ++x) {
+    EXPECT_LE(At(left, x, 64)[3], At(left, std::max(x - 1, 0), 64)[3]) << x;
+    EXPECT_NEAR(At(left, x, 64)[3], At(right, end - x, 64)[3], 1) << x;
+  }
 }
 
 TEST(StoryTexts, are_there_for_all_that_the_storyboard_says) {

@@ -18,13 +18,15 @@ using Korvane::Toolbar;
 
 // Points.
 constexpr double radius = 8.0;  // of toolbars too
-constexpr double buttonRadius = 3.0;
 constexpr double hairline = 1.0;
-constexpr double chosenLine = 3.0;
+constexpr double progressLine = 2.0;
+constexpr double tabSize = 16.0;
 constexpr double glyphSize = 12.0;
 constexpr double thinnestGlyphLine = 1.25;
 
-// Of a strip: where its glyph stands, and the line before its close button.
+// Along the title bar: its glyph, and the line before its close button.
+constexpr double separatorPlace = 151.0;
+constexpr double separatorInset = 7.0;
 constexpr double stripGlyphSize = 18.0;
 constexpr double stripGlyphPlace = 20.0;
 constexpr double stripGlyphEdge = 1.0;
@@ -32,15 +34,28 @@ constexpr double stripGlyphEdge = 1.0;
 // A thumbnail covers the card but for these margins at its sides, and at its upper and lower end.
 constexpr double thumbnailSide = 2.0 / 128.0;  // shares of the card
 constexpr double thumbnailEnd = 19.0 / 128.0;
+constexpr double addShare = 0.375;    // of its glyph
+constexpr double cornerShare = 0.25;  // that is left of each side of a broken frame, at each of its ends
 
 constexpr TextColour white = {1.0, 1.0, 1.0, 1.0};
-constexpr TextColour slate = {0.13, 0.15, 0.18, 0.86};
-constexpr TextColour slateOpaque = {0.13, 0.15, 0.18, 1.0};
 constexpr TextColour lightLine = {1.0, 1.0, 1.0, 0.25};
 constexpr TextColour paleLine = {1.0, 1.0, 1.0, 0.9};
 constexpr TextColour darkLine = {0.0, 0.0, 0.0, 0.5};
 constexpr TextColour lit = {ACCENT_LIGHT_COLOUR[0], ACCENT_LIGHT_COLOUR[1], ACCENT_LIGHT_COLOUR[2], 1.0};
 constexpr TextColour buttonGround = {0.985, 0.985, 0.99, 0.86};
+
+// Names stand in white on the ground.
+struct CardColours {
+  TextColour ground;
+  TextColour outer;  // line along its rim
+  TextColour inner;  // and the one within it, which is wider under the mouse
+};
+
+// At rest and under the mouse, of a card and of a chosen one.
+constexpr CardColours cardColours[2][2] = {
+    {{{0.13, 0.15, 0.18, 0.9}, darkLine, lightLine}, {{0.25, 0.29, 0.34, 1.0}, discAccent, lit}},
+    {{discAccent, discAccent, paleLine}, {{0.06, 0.45, 0.83, 1.0}, discAccent, lit}},
+};
 
 struct Rect {
   double x = 0.0;
@@ -80,6 +95,19 @@ void FillRim(const StoryPlace& place, const Rect& rect, double corner, double li
   cairo_fill(place.context);
 }
 
+// What is drawn from now on shows at the corners of the rectangle alone.
+void ClipToCorners(const StoryPlace& place, const Rect& rect) {
+  const double width = std::round(rect.width * cornerShare);
+  const double height = std::round(rect.height * cornerShare);
+  cairo_new_path(place.context);
+  for (const double x : {rect.x, rect.x + rect.width - width}) {
+    for (const double y : {rect.y, rect.y + rect.height - height}) {
+      cairo_rectangle(place.context, x, y, width, height);
+    }
+  }
+  cairo_clip(place.context);
+}
+
 struct Ink {
   TextColour colour = discInk;
   double size = glyphSize;  // points
@@ -104,48 +132,48 @@ void DrawMiddleSign(const StoryPlace& place, std::string_view glyph, const Ink& 
 
 }  // namespace
 
-void DrawStoryStrip(const StoryPlace& place, const StoryLook& look) {
+void DrawStoryStrip(const StoryPlace& place, const StoryLook&) {
   const Rect whole = GetWhole(place);
   const double line = SnapLine(place, hairline);
   const double corner = radius * place.unit;
   Fill(place, whole, corner, ToTextColour(Toolbar::DEFAULT_BACKGROUND_COLOR));
   FillRim(place, whole, corner, line, ToTextColour(Toolbar::DEFAULT_BORDER_COLOR));
   FillRim(place, whole.Inset(line), corner - line, line, ToTextColour(Toolbar::DEFAULT_HIGHLIGHT_COLOR));
-  if (look.glyph.empty()) return;
-  DrawSign(place, look.glyph, Snap(place, stripGlyphPlace), whole.height / 2.0,
+}
+
+void DrawStoryTitleBar(const StoryPlace& place, const StoryLook& look) {
+  DrawStoryStrip(place, look);
+  const double height = Snap(place, place.height);
+  const double inset = Snap(place, separatorInset);
+  const Rect separator = {Snap(place, separatorPlace), inset, SnapLine(place, hairline),
+                          height - 2.0 * inset};
+  Fill(place, separator, 0.0, ToTextColour(Toolbar::DEFAULT_SEPARATOR_COLOR));
+  DrawSign(place, look.glyph, Snap(place, stripGlyphPlace), height / 2.0,
            {.size = stripGlyphSize, .edge = stripGlyphEdge});
 }
 
+// As the buttons of a toolbar, and filled with the accent while it is on.
 void DrawStoryTitleButton(const StoryPlace& place, const StoryLook& look) {
   const Rect whole = GetWhole(place);
-  const double corner = buttonRadius * place.unit;
-  const double line = SnapLine(place, hairline);
-  if (look.on) Fill(place, whole, corner, discAccent);
-  if (look.lit) {
-    if (!look.on) Fill(place, whole, corner, lit);
-    FillRim(place, whole, corner, line, look.on ? lit : discAccent);
-  }
+  if (look.on || look.lit) Fill(place, whole, 0.0, look.on ? discAccent : lit);
+  if (look.lit) FillRim(place, whole, 0.0, SnapLine(place, hairline), look.on ? lit : discAccent);
   const bool bare = !look.on && !look.lit;
   DrawMiddleSign(place, look.glyph, {.colour = look.on ? white : discInk, .edge = bare ? 1.0 : 0.0});
 }
 
 void DrawStoryCard(const StoryPlace& place, const StoryLook& look) {
+  const CardColours& colours = cardColours[look.on ? 1 : 0][look.lit ? 1 : 0];
   const Rect whole = GetWhole(place);
   const double corner = radius * place.unit;
   const double line = SnapLine(place, hairline);
-  Fill(place, whole, corner, look.on ? discAccent : look.lit ? slateOpaque : slate);
-  if (look.on) {
-    const double wide = SnapLine(place, chosenLine);
-    FillRim(place, whole.Inset(wide), corner - wide, line, paleLine);
-  }
-  FillRim(place, whole, corner, line, darkLine);
-  FillRim(place, whole.Inset(line), corner - line, look.lit ? SnapLine(place, 2.0) : line,
-          look.lit ? lit : lightLine);
+  Fill(place, whole, corner, colours.ground);
+  FillRim(place, whole, corner, line, colours.outer);
+  FillRim(place, whole.Inset(line), corner - line, look.lit ? 2.0 * line : line, colours.inner);
 }
 
 void DrawStoryAdd(const StoryPlace& place, const StoryLook& look) {
   DrawStoryCard(place, look);
-  DrawMiddleSign(place, look.glyph, {.colour = look.lit ? lit : white, .size = place.height / 3.0});
+  DrawMiddleSign(place, look.glyph, {.colour = look.lit ? lit : white, .size = place.height * addShare});
 }
 
 void DrawStoryProgress(const StoryPlace& place, const StoryLook& look) {
@@ -153,10 +181,14 @@ void DrawStoryProgress(const StoryPlace& place, const StoryLook& look) {
   const double side = SnapLine(place, thumbnailSide * place.width);
   const double end = Snap(place, thumbnailEnd * place.height);
   const Rect frame = {side, end, whole.width - 2.0 * side, whole.height - 2.0 * end};
-  const double line = SnapLine(place, 2.0);
-  FillRim(place, frame, 0.0, line + 1.0, darkLine);
+  const double line = SnapLine(place, progressLine);
+  const double edge = SnapLine(place, hairline);
+  cairo_save(place.context);
+  if (!look.on) ClipToCorners(place, frame);
+  FillRim(place, frame.Inset(line), 0.0, edge, darkLine);
   FillRim(place, frame, 0.0, line, lit);
-  const double tab = Snap(place, 16.0);
+  cairo_restore(place.context);
+  const double tab = Snap(place, tabSize);
   Fill(place, {frame.x, frame.y, tab, tab}, 0.0, discAccent);
   DrawSign(place, look.glyph, frame.x + tab / 2.0, frame.y + tab / 2.0, {.colour = white});
 }
@@ -179,7 +211,7 @@ void DrawStoryRoundButton(const StoryPlace& place, const StoryLook& look) {
   const double corner = whole.width / 2.0;
   Fill(place, whole, corner, look.lit ? lit : buttonGround);
   FillRim(place, whole, corner, SnapLine(place, hairline), look.lit ? discAccent : darkLine);
-  DrawMiddleSign(place, look.glyph, {.colour = look.lit ? discAccent : discInk});
+  DrawMiddleSign(place, look.glyph, {});
 }
 
 void DrawStoryDrop(const StoryPlace& place, const StoryLook&) {

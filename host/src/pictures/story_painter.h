@@ -22,9 +22,10 @@ struct StoryPlace {
   double height = 0.0;
 };
 
-/// The ground of the row of shots and of the title bar, that of a toolbar; with its glyph, if any, at the
-/// left.
+/// The ground of the row of shots, that of a toolbar.
 void DrawStoryStrip(const StoryPlace& place, const StoryLook& look);
+/// The same with its glyph at the left, and a line before the last of the buttons that are laid on it.
+void DrawStoryTitleBar(const StoryPlace& place, const StoryLook& look);
 /// A button of the title bar.
 void DrawStoryTitleButton(const StoryPlace& place, const StoryLook& look);
 /// The card of a slide, on which a thumbnail is laid and a name is set in white.
