@@ -22,8 +22,8 @@ struct CursorPicture {
 /// it is drawn: a rectangle with the identifier "text-" and a text's number; all texts of a picture are set
 /// in white and in one size, the largest that fits. "-turned" behind the number sets a text upside down,
 /// "-edged" gives it a dark edge. The pictures of the discs, the bars and the storyboard are no drawings:
-/// the kit paints them for the size at which they are shown, until SetPicture puts a drawing in their place. A
-/// slot without a picture gives a placeholder: a fine checker that shows its number.
+/// the kit paints them for the size at which they are shown, until SetPicture puts a drawing in their place.
+/// A slot without a picture gives a placeholder: a fine checker that shows its number.
 class ResourcePack {
  public:
   static constexpr int pictureCount = 198;  // the library's 185, none, and the kit's own; see host_pictures.h
