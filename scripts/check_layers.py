@@ -52,14 +52,16 @@ MODULE_OF_HEADER = {f"korvane/{name}.h": module for module, names in PUBLIC.item
 # The host kit: each room, and which of those above it in this table it sees.
 ROOMS = {room: names.split() for room, names in {
     "files": "",
+    "texts": "",
+    "stories": "files texts",
     "projection": "",
     "images": "",
     "scene": "projection images",
     "hub": "projection scene",
     "gl": "images",
-    "pictures": "images",
+    "pictures": "texts images",
     "picture_files": "files images",
-    "widget_renderer": "projection images scene gl pictures",
+    "widget_renderer": "texts projection images scene gl pictures",
     "scene_view": "projection images scene gl",
     "window": "images",
     "input": "window",
@@ -68,6 +70,8 @@ ROOMS = {room: names.split() for room, names in {
 ROOM_OF_HEADER = {f"zovhost/{name}.h": room for room, names in {
     "projection": "projection",
     "files": "whole_file",
+    "texts": "wide_text",
+    "stories": "story_file",
     "images": "accent image read_image",
     "scene": "scene",
     "hub": "start_camera view_hub",
@@ -82,6 +86,7 @@ ROOM_OF_HEADER = {f"zovhost/{name}.h": room for room, names in {
 }.items() for name in names.split()}
 # What a room may know beside the standard library, by how the name of a header begins.
 FOREIGN = {room: tuple(names.split()) for room, names in {
+    "stories": "nlohmann/",
     "images": "gdk-pixbuf/",
     "scene": "assimp/ embree3/ sys/ fcntl.h poll.h signal.h unistd.h",
     "gl": "epoxy/",

@@ -13,6 +13,7 @@
 #include "zovhost/host_pictures.h"
 #include "zovhost/resource_pack.h"
 #include "zovhost/toolbar_dress.h"
+#include "zovhost/wide_text.h"
 
 namespace zovview {
 

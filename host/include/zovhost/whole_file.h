@@ -7,6 +7,11 @@
 
 namespace zovhost {
 
+/// All bytes of a file that has `most` of them at most. False, with `bytes` as they were, puts one line that
+/// names the file into `error`.
+bool ReadWholeFile(const std::filesystem::path& path, std::size_t most, std::string& bytes,
+                   std::string& error);
+
 /// A file that appears whole or not at all: it is written under a temporary name beside its place and takes
 /// its name when everything has arrived. Dropped without Finish, it leaves nothing behind.
 class WholeFile {

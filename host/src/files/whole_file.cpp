@@ -1,10 +1,47 @@
 #include "zovhost/whole_file.h"
 
+#include <array>
 #include <cerrno>
 #include <cstring>
+#include <fstream>
 #include <random>
+#include <utility>
 
 namespace zovhost {
+
+namespace {
+
+// Not by its size: that of some files of the system is 0, and a file may grow meanwhile. Null, or what is
+// wrong.
+const char* ReadBytes(std::istream& input, std::size_t most, std::string& bytes) {
+  std::array<char, 65'536> chunk;
+  while (input && bytes.size() <= most) {
+    input.read(chunk.data(), chunk.size());
+    bytes.append(chunk.data(), static_cast<std::size_t>(input.gcount()));
+  }
+  if (input.bad()) return "it cannot be read";
+  return bytes.size() > most ? "it is too large" : nullptr;
+}
+
+}  // namespace
+
+bool ReadWholeFile(const std::filesystem::path& path, std::size_t most, std::string& bytes,
+                   std::string& error) {
+  const auto fail = [&](const std::string& reason) {
+    error = path.string() + ": " + reason;
+    return false;
+  };
+  std::error_code failure;
+  const std::filesystem::file_status status = std::filesystem::status(path, failure);
+  if (failure) return fail(failure.message());
+  if (!std::filesystem::is_regular_file(status)) return fail("it is no file");
+  std::ifstream input(path, std::ios::binary);
+  if (!input) return fail("it cannot be opened");
+  std::string read;
+  if (const char* const wrong = ReadBytes(input, most, read)) return fail(wrong);
+  bytes = std::move(read);
+  return true;
+}
 
 WholeFile::WholeFile(const std::filesystem::path& path) : finalPath(path), temporaryPath(path) {
   // Two programs that write the same picture at once must not write into the same temporary file.

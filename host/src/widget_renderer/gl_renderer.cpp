@@ -11,6 +11,7 @@
 #include "widget_renderer/gl_renderer_impl.h"
 #include "zovhost/offscreen_target.h"
 #include "zovhost/scene.h"
+#include "zovhost/wide_text.h"
 
 namespace zovhost {
 

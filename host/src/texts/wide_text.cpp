@@ -1,6 +1,6 @@
-#include <cstdint>
+#include "zovhost/wide_text.h"
 
-#include "zovhost/resource_pack.h"
+#include <cstdint>
 
 namespace zovhost {
 
