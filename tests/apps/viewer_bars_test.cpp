@@ -290,6 +290,29 @@ TEST_F(ViewerBarsTest, two_bars_never_stand_on_one_edge) {
   EXPECT_EQ(GetTools().GetPosition(), Toolbar::POSITION_BOTTOM);
 }
 
+TEST_F(ViewerBarsTest, tools_that_come_to_the_edge_of_the_bar_go_to_the_other) {
+  GetView().Run(*zovview::FindViewCommand("bar-bottom"));
+  GetBars().SetToolsVisible(false);
+  GetTools().SetPosition(Toolbar::POSITION_BOTTOM);
+  Press(SDLK_k);
+  ComeToRest();
+  ASSERT_TRUE(GetTools().IsVisible());
+  EXPECT_EQ(GetStrip().GetPosition(), Toolbar::POSITION_BOTTOM);
+  EXPECT_EQ(GetTools().GetPosition(), Toolbar::POSITION_TOP);
+}
+
+TEST_F(ViewerBarsTest, tools_stay_in_a_view_that_shrinks) {
+  Press(SDLK_k);
+  GetTools().SetEdgeOffset({300.0, 0.0});
+  GetView().SetPlace(0, 0, 500, HEIGHT, 1.0);
+  GetHub().RequestApplicationUpdate();
+  ComeToRest();
+  const Box2 bounds = GetTools().GetToolbarBounds();
+  EXPECT_GT(bounds.halfExtent.x, 0.0);
+  EXPECT_GE(bounds.Min().x, 0.0);
+  EXPECT_LE(bounds.Max().x, 500.0);
+}
+
 TEST_F(ViewerBarsTest, bars_grow_with_the_scale_of_the_display_and_back) {
   const double thickness = 2.0 * GetStrip().GetToolbarBounds().extentX.GetValue();
   GetView().SetPlace(0, 0, WIDTH, HEIGHT, 2.0);
