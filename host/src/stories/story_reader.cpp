@@ -78,7 +78,7 @@ class StoryReader {
   }
 
   template <class Map, class Object>
-  void Keep(Map& kept, Object& object, Json fields) {
+  void Keep(Map& kept, Object& object, Json&& fields) {
     if (!fields.empty()) Watch(kept, object).fields = std::move(fields);
   }
 
