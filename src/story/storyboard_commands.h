@@ -71,22 +71,24 @@ class ElementEdit {
   /// Null for the last one, and for one that is not there.
   Element* GetNext() const { return IsThere() ? Kind::At(*list.Get(), GetIndex() + 1) : nullptr; }
 
-  void Add() { Insert(List::NOT_THERE); }
-  void Insert(std::uint64_t index) {
+  void Add() {
     if (list.Get() == nullptr || Get() == nullptr) return;
     GiveBack();
-    Kind::Insert(*list.Get(), index, Get());
+    Kind::Insert(*list.Get(), List::NOT_THERE, Get());
+  }
+  /// Only what it has taken out itself: all else is someone else's.
+  void PutBack(std::uint64_t index) {
+    if (list.Get() != nullptr && held != nullptr) Kind::Insert(*list.Get(), index, held.release());
   }
   void Remove() {
     if (list.Get() == nullptr) return;
     if (Element* const removed = Kind::Remove(*list.Get(), Get())) held.reset(removed);
   }
   void Move(const Element* before) {
-    if (list.Get() == nullptr || Get() == nullptr) return;
-    const bool known = held != nullptr || IsThere();
+    if (list.Get() == nullptr || (held == nullptr && !IsThere())) return;
     GiveBack();
     Kind::Move(*list.Get(), Get(), before);
-    if (known && !IsThere()) held.reset(Get());
+    if (!IsThere()) held.reset(Get());
   }
 
  private:
@@ -109,7 +111,11 @@ class AddCommand : public StoryboardUndoCommand {
       : StoryboardUndoCommand(board), edit(list, added) {}
 
   void Do() override {
-    edit.Add();
+    if (IsUndone()) {
+      edit.PutBack(Kind::List::NOT_THERE);
+    } else {
+      edit.Add();
+    }
     UpdateStoryboard();
     if (ShotSpecification* const shot = Kind::ShotToEdit(edit.Get())) OpenShotEditor(shot);
   }
@@ -137,7 +143,7 @@ class DeleteCommand : public StoryboardUndoCommand {
     UpdateStoryboard();
   }
   void Undo() override {
-    edit.Insert(index);
+    edit.PutBack(index);
     UpdateStoryboard();
   }
 

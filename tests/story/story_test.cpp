@@ -7,18 +7,12 @@
 #include <string>
 #include <vector>
 
-#include "support/cameras.h"
+#include "story/new_shot.h"
 #include "support/random.h"
 
 using namespace Korvane;
 
 namespace {
-
-ShotSpecification* NewShot(const std::wstring& name) {
-  auto shot = std::make_unique<ShotSpecification>(LookAt({0, 0, 10}, {0, 0, 0}, {0, 1, 0}));
-  shot->SetName(name);
-  return shot.release();
-}
 
 /// Three shots: a, b, c.
 struct SequenceTest : ::testing::Test {
