@@ -55,16 +55,16 @@ constexpr double bottom = 15.0;
 constexpr double titleX = left + 100.0;
 constexpr double titleY = bottom + 243.0;
 constexpr double titlePlaces[] = {0.0, 21.0, 42.0, 75.0};  // from the middle of the bar
-constexpr double frameBottom = bottom + 117.0;
 constexpr double frameHeight = 100.0;
 constexpr double frameCap = 32.0;
-constexpr double frameMiddle = 192.0;
+constexpr double frameMargin = 8.0;
 
 // Of a slide: from its middle.
 struct SlideShape {
   double side;
   double thumbnailWidth;
   double thumbnailHeight;
+  double thumbnail;
   double name;
   Vector2 firstButton;
   Vector2 secondButton;
@@ -72,8 +72,8 @@ struct SlideShape {
   double y;  // of its middle
 };
 
-constexpr SlideShape sequenceShape = {128, 124, 90, -54, {47, 46}, {47, -30}, 20, bottom + 15 + 64};
-constexpr SlideShape shotShape = {64, 62, 45, -27, {20, 20}, {20, -4}, 16, bottom + 167};
+constexpr SlideShape sequenceShape = {128, 124, 90, 4, -54, {47, 46}, {47, -30}, 20, bottom + 15 + 64};
+constexpr SlideShape shotShape = {64, 62, 45, 7.5, -24, {20, 20}, {20, -4}, 16, bottom + 167};
 
 struct Slide {
   double x;  // of its middle, from the panel's left
@@ -95,13 +95,15 @@ struct Panel {
 double PlaceOfSequence(int number) { return 15.0 + 64.0 + 134.0 * number; }
 double PlaceOfShot(int number) { return 33.0 + 70.0 * number; }
 
-Slide MakeSequence(int number) {
-  return {PlaceOfSequence(number), Korvane::TEXTURE_SEQUENCE_SLIDE, number,
-          Korvane::TEXTURE_NONE,   Korvane::TEXTURE_SEQUENCE_PLAY,  Korvane::TEXTURE_SEQUENCE_TARGET};
-}
-Slide MakeShot(int number) {
-  return {PlaceOfShot(number),   Korvane::TEXTURE_SHOT_SLIDE, number,
-          Korvane::TEXTURE_NONE, Korvane::TEXTURE_SHOT_PLAY,  Korvane::TEXTURE_SHOT_TARGET};
+Slide MakeSequence(int number) { return {PlaceOfSequence(number), Korvane::TEXTURE_SEQUENCE_SLIDE, number}; }
+Slide MakeShot(int number) { return {PlaceOfShot(number), Korvane::TEXTURE_SHOT_SLIDE, number}; }
+
+TextureID GetActive(TextureID id) { return static_cast<TextureID>(id + 1); }
+
+// The buttons show on a slide under the mouse and on one that plays or waits.
+void ShowButtons(Slide& slide, TextureID first, TextureID second) {
+  slide.firstButton = first;
+  slide.secondButton = second;
 }
 
 // Four sequences, of which the second is chosen, with its six shots, and what adds more.
@@ -116,19 +118,22 @@ Panel MakePanel() {
   return panel;
 }
 
+// More slides are under the mouse than there can be, to show each of its kind.
 Panel MakeChoosing() {
   Panel panel = MakePanel();
-  panel.title = {Korvane::TEXTURE_STORY_PLAY_ACTIVE, Korvane::TEXTURE_STORY_STOP_ACTIVE,
-                 Korvane::TEXTURE_STORY_LOOP_ACTIVE, Korvane::TEXTURE_STORY_CLOSE_ACTIVE};
-  panel.sequences[0].card = Korvane::TEXTURE_SEQUENCE_SLIDE_ACTIVE;
-  panel.sequences[0].firstButton = Korvane::TEXTURE_SEQUENCE_PLAY_ACTIVE;
-  panel.sequences[1].card = Korvane::TEXTURE_SEQUENCE_SLIDE_SELECTED_ACTIVE;
-  panel.sequences[1].secondButton = Korvane::TEXTURE_SEQUENCE_TARGET_ACTIVE;
-  panel.sequences[4].card = Korvane::TEXTURE_SEQUENCE_ADD_ACTIVE;
-  panel.shots[0].card = panel.shots[1].card = Korvane::TEXTURE_SHOT_SLIDE_ACTIVE;
-  panel.shots[0].firstButton = Korvane::TEXTURE_SHOT_PLAY_ACTIVE;
-  panel.shots[1].secondButton = Korvane::TEXTURE_SHOT_TARGET_ACTIVE;
-  panel.shots[6].card = Korvane::TEXTURE_SHOT_ADD_ACTIVE;
+  for (TextureID& button : panel.title) button = GetActive(button);
+  constexpr TextureID play = Korvane::TEXTURE_SEQUENCE_PLAY;
+  constexpr TextureID target = Korvane::TEXTURE_SEQUENCE_TARGET;
+  constexpr TextureID playShot = Korvane::TEXTURE_SHOT_PLAY;
+  constexpr TextureID targetShot = Korvane::TEXTURE_SHOT_TARGET;
+  ShowButtons(panel.sequences[0], GetActive(play), target);
+  ShowButtons(panel.sequences[1], play, GetActive(target));
+  ShowButtons(panel.sequences[3], play, target);
+  ShowButtons(panel.shots[0], GetActive(playShot), targetShot);
+  ShowButtons(panel.shots[1], playShot, GetActive(targetShot));
+  ShowButtons(panel.shots[2], playShot, targetShot);
+  for (const std::size_t i : {0U, 1U, 3U, 4U}) panel.sequences[i].card = GetActive(panel.sequences[i].card);
+  for (const std::size_t i : {0U, 1U, 6U}) panel.shots[i].card = GetActive(panel.shots[i].card);
   return panel;
 }
 
@@ -136,21 +141,30 @@ Panel MakePlaying() {
   Panel panel = MakePanel();
   panel.title[0] = Korvane::TEXTURE_STORY_PAUSE_ACTIVE;
   panel.title[2] = Korvane::TEXTURE_STORY_LOOP_ON;
-  panel.sequences[1].over = Korvane::TEXTURE_SEQUENCE_SLIDE_PLAYING;
+  for (const std::size_t i : {1U, 2U}) {
+    panel.sequences[i].over = Korvane::TEXTURE_SEQUENCE_SLIDE_PLAYING;
+    ShowButtons(panel.sequences[i], Korvane::TEXTURE_SEQUENCE_PAUSE, Korvane::TEXTURE_SEQUENCE_TARGET);
+  }
+  for (const std::size_t i : {2U, 3U}) {
+    panel.shots[i].over = Korvane::TEXTURE_SHOT_SLIDE_PLAYING;
+    ShowButtons(panel.shots[i], Korvane::TEXTURE_SHOT_PAUSE, Korvane::TEXTURE_SHOT_TARGET);
+  }
   panel.sequences[1].firstButton = Korvane::TEXTURE_SEQUENCE_PAUSE_ACTIVE;
-  panel.sequences[2].over = Korvane::TEXTURE_SEQUENCE_SLIDE_PLAYING;
-  panel.sequences[2].firstButton = Korvane::TEXTURE_SEQUENCE_PAUSE;
-  panel.shots[2].over = panel.shots[3].over = Korvane::TEXTURE_SHOT_SLIDE_PLAYING;
   panel.shots[2].firstButton = Korvane::TEXTURE_SHOT_PAUSE_ACTIVE;
-  panel.shots[3].firstButton = Korvane::TEXTURE_SHOT_PAUSE;
   return panel;
 }
 
 Panel MakePaused() {
   Panel panel = MakePanel();
   panel.title[2] = Korvane::TEXTURE_STORY_LOOP_ON_ACTIVE;
-  panel.sequences[1].over = panel.sequences[2].over = Korvane::TEXTURE_SEQUENCE_SLIDE_PAUSED;
-  panel.shots[2].over = panel.shots[3].over = Korvane::TEXTURE_SHOT_SLIDE_PAUSED;
+  for (const std::size_t i : {1U, 2U}) {
+    panel.sequences[i].over = Korvane::TEXTURE_SEQUENCE_SLIDE_PAUSED;
+    ShowButtons(panel.sequences[i], Korvane::TEXTURE_SEQUENCE_PLAY, Korvane::TEXTURE_SEQUENCE_TARGET);
+  }
+  for (const std::size_t i : {2U, 3U}) {
+    panel.shots[i].over = Korvane::TEXTURE_SHOT_SLIDE_PAUSED;
+    ShowButtons(panel.shots[i], Korvane::TEXTURE_SHOT_PLAY, Korvane::TEXTURE_SHOT_TARGET);
+  }
   return panel;
 }
 
@@ -166,7 +180,7 @@ Panel MakeDragging() {
   }
   panel.sequences[2].card = Korvane::TEXTURE_SEQUENCE_SLIDE_SELECTED_ACTIVE;
   panel.sequences.push_back({panel.sequences[2].x + 67.0, Korvane::TEXTURE_SEQUENCE_DROP});
-  panel.shots.push_back({PlaceOfShot(1) + 35.0, Korvane::TEXTURE_SHOT_DROP});
+  panel.shots.insert(panel.shots.begin(), {PlaceOfShot(1) + 35.0, Korvane::TEXTURE_SHOT_DROP});
   return panel;
 }
 
@@ -260,33 +274,25 @@ class StoryScene {
     renderer.DestroyIcon(icon);
   }
 
-  // Between the caps the middle repeats, so that it stays as sharp as they are.
+  // In three pieces, of which the middle one is stretched.
   void DrawFrame() {
-    constexpr double start = left - 8.0;
-    constexpr double end = viewWidth - 7.0;
-    DrawFramePiece(start, 0.0, frameCap);
-    const double room = end - start - 2.0 * frameCap;
-    for (int i = 0; i * frameMiddle < room; ++i) {
-      const double done = i * frameMiddle;
-      DrawFramePiece(start + frameCap + done, frameCap, std::min(frameMiddle, room - done));
-    }
-    DrawFramePiece(end - frameCap, frameCap + frameMiddle, frameCap);
-  }
-
-  // `width` points of the picture from `place` on.
-  void DrawFramePiece(double x, double place, double width) {
-    constexpr double whole = 2.0 * frameCap + frameMiddle;
+    const double right = left + panel.shots.back().x + shotShape.side / 2.0 + frameMargin;
+    const double places[] = {left, left + frameCap, right - frameCap, right};
+    constexpr double whole = 256.0;
+    const double shares[] = {0.0, frameCap / whole, 1.0 - frameCap / whole, 1.0};
     Renderer::MaterialParams material;
     material.texture = Korvane::TEXTURE_STORY_FRAME;
-    const auto low = static_cast<float>(frameBottom * scale);
-    const auto high = static_cast<float>((frameBottom + frameHeight) * scale);
-    const auto from = static_cast<float>(x * scale);
-    const auto to = static_cast<float>((x + width) * scale);
-    const auto first = static_cast<float>(place / whole);
-    const auto last = static_cast<float>((place + width) / whole);
-    const float vertices[] = {from, low, 0, from, high, 0, to, high, 0, to, low, 0};
-    const float places[] = {first, 1, first, 0, last, 0, last, 1};
-    renderer.RenderGeometry(4, vertices, places, &material);
+    for (int i = 0; i < 3; ++i) {
+      const double middle = (places[i] + places[i + 1]) / 2.0;
+      const Korvane::Box2 piece(Vector2(middle, shotShape.y) * scale,
+                                Vector2(places[i + 1] - middle, frameHeight / 2.0) * scale);
+      float vertices[12];
+      piece.ToArray(vertices, 0.0F);
+      const auto from = static_cast<float>(shares[i]);
+      const auto to = static_cast<float>(shares[i + 1]);
+      const float texCoords[] = {from, 1, from, 0, to, 0, to, 1};
+      renderer.RenderGeometry(4, vertices, texCoords, &material);
+    }
   }
 
   void DrawSlide(const Slide& slide, const SlideShape& shape, const std::wstring& name) {
@@ -299,11 +305,11 @@ class StoryScene {
     camera.eye.y = slide.thumbnail;
     DrawMade(renderer.CreateSceneScreenshot(static_cast<int>(shape.thumbnailWidth * scale),
                                             static_cast<int>(shape.thumbnailHeight * scale), camera),
-             middle);
-    DrawPicture(slide.over, middle, shape.side, shape.side);
+             middle + Vector2(0.0, shape.thumbnail));
     const std::wstring label = name + std::to_wstring(slide.thumbnail + 1);
     DrawMade(renderer.CreateTextLabel(label.c_str(), 10.0F, static_cast<int>(shape.side), 16),
              middle + Vector2(0.0, shape.name));
+    DrawPicture(slide.over, middle, shape.side, shape.side);
     DrawPicture(slide.firstButton, middle + shape.firstButton, shape.button, shape.button);
     DrawPicture(slide.secondButton, middle + shape.secondButton, shape.button, shape.button);
     DrawPicture(slide.shade, middle, shape.side, shape.side);

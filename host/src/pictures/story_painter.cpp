@@ -31,11 +31,9 @@ constexpr double stripGlyphSize = 18.0;
 constexpr double stripGlyphPlace = 20.0;
 constexpr double stripGlyphEdge = 1.0;
 
-// A thumbnail covers the card but for these margins at its sides, and at its upper and lower end.
-constexpr double thumbnailSide = 2.0 / 128.0;  // shares of the card
-constexpr double thumbnailEnd = 19.0 / 128.0;
-constexpr double addShare = 0.375;    // of its glyph
-constexpr double cornerShare = 0.25;  // that is left of each side of a broken frame, at each of its ends
+constexpr double cardRadius = 1.0 / 16.0;  // of its width: a thumbnail stays within it
+constexpr double addShare = 0.375;         // of its glyph
+constexpr double cornerShare = 0.25;       // that is left of each side of a broken frame, at each of its ends
 
 constexpr TextColour white = {1.0, 1.0, 1.0, 1.0};
 constexpr TextColour lightLine = {1.0, 1.0, 1.0, 0.25};
@@ -73,7 +71,7 @@ double Snap(const StoryPlace& place, double points) { return std::round(points *
 double SnapLine(const StoryPlace& place, double points) { return std::max(1.0, Snap(place, points)); }
 
 Rect GetWhole(const StoryPlace& place) {
-  return {0.0, 0.0, Snap(place, place.width), Snap(place, place.height)};
+  return {0.0, 0.0, Snap(place, place.size.width), Snap(place, place.size.height)};
 }
 
 void Fill(const StoryPlace& place, const Rect& rect, double corner, const TextColour& colour) {
@@ -143,7 +141,7 @@ void DrawStoryStrip(const StoryPlace& place, const StoryLook&) {
 
 void DrawStoryTitleBar(const StoryPlace& place, const StoryLook& look) {
   DrawStoryStrip(place, look);
-  const double height = Snap(place, place.height);
+  const double height = Snap(place, place.size.height);
   const double inset = Snap(place, separatorInset);
   const Rect separator = {Snap(place, separatorPlace), inset, SnapLine(place, hairline),
                           height - 2.0 * inset};
@@ -164,7 +162,7 @@ void DrawStoryTitleButton(const StoryPlace& place, const StoryLook& look) {
 void DrawStoryCard(const StoryPlace& place, const StoryLook& look) {
   const CardColours& colours = cardColours[look.on ? 1 : 0][look.lit ? 1 : 0];
   const Rect whole = GetWhole(place);
-  const double corner = radius * place.unit;
+  const double corner = whole.width * cardRadius;
   const double line = SnapLine(place, hairline);
   Fill(place, whole, corner, colours.ground);
   FillRim(place, whole, corner, line, colours.outer);
@@ -173,14 +171,15 @@ void DrawStoryCard(const StoryPlace& place, const StoryLook& look) {
 
 void DrawStoryAdd(const StoryPlace& place, const StoryLook& look) {
   DrawStoryCard(place, look);
-  DrawMiddleSign(place, look.glyph, {.colour = look.lit ? lit : white, .size = place.height * addShare});
+  DrawMiddleSign(place, look.glyph, {.colour = look.lit ? lit : white, .size = place.size.height * addShare});
 }
 
 void DrawStoryProgress(const StoryPlace& place, const StoryLook& look) {
   const Rect whole = GetWhole(place);
-  const double side = SnapLine(place, thumbnailSide * place.width);
-  const double end = Snap(place, thumbnailEnd * place.height);
-  const Rect frame = {side, end, whole.width - 2.0 * side, whole.height - 2.0 * end};
+  const double side = Snap(place, place.size.side);
+  const double above = Snap(place, place.size.above);
+  const Rect frame = {side, above, whole.width - 2.0 * side,
+                      whole.height - above - Snap(place, place.size.below)};
   const double line = SnapLine(place, progressLine);
   const double edge = SnapLine(place, hairline);
   cairo_save(place.context);
@@ -200,7 +199,7 @@ void DrawStoryShade(const StoryPlace& place, const StoryLook& look) {
   cairo_pattern_add_color_stop_rgba(shade, 0.0, 0.0, 0.0, 0.0, 0.6);
   cairo_pattern_add_color_stop_rgba(shade, 1.0, 0.0, 0.0, 0.0, 0.1);
   cairo_new_path(place.context);
-  AddRoundedRectangle(place.context, 0.0, 0.0, whole.width, whole.height, radius * place.unit);
+  AddRoundedRectangle(place.context, 0.0, 0.0, whole.width, whole.height, whole.width * cardRadius);
   cairo_set_source(place.context, shade);
   cairo_fill(place.context);
   cairo_pattern_destroy(shade);

@@ -13,13 +13,22 @@ struct StoryLook {
   bool on = false;              // chosen, switched on, running
 };
 
-// Each draws a picture `width` by `height` points into a context whose unit is the pixel, at `unit` pixels a
-// point. Lines are whole pixels.
+/// Of a picture, in points.
+struct StorySize {
+  double width = 0.0;
+  double height = 0.0;
+  // What a thumbnail leaves free of a card.
+  double side = 0.0;
+  double above = 0.0;
+  double below = 0.0;
+};
+
+// Each draws a picture into a context whose unit is the pixel, at `unit` pixels a point. Lines are whole
+// pixels.
 struct StoryPlace {
   cairo_t* context = nullptr;
   double unit = 1.0;
-  double width = 0.0;
-  double height = 0.0;
+  StorySize size = {};
 };
 
 /// The ground of the row of shots, that of a toolbar.

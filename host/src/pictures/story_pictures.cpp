@@ -13,20 +13,14 @@ namespace zovhost {
 
 namespace {
 
-struct Size {
-  double width;
-  double height;
-};
-
-// Points.
-constexpr Size frame = {256.0, 100.0};
-constexpr Size titleBar = {186.0, 32.0};
-constexpr Size smallButton = {16.0, 16.0};
-constexpr Size largeButton = {20.0, 20.0};
-constexpr Size largeCard = {128.0, 128.0};
-constexpr Size smallCard = {64.0, 64.0};
-constexpr Size largeDrop = {6.0, 128.0};
-constexpr Size smallDrop = {6.0, 64.0};
+constexpr StorySize frame = {256.0, 100.0};
+constexpr StorySize titleBar = {186.0, 32.0};
+constexpr StorySize smallButton = {16.0, 16.0};
+constexpr StorySize largeButton = {20.0, 20.0};
+constexpr StorySize largeCard = {128.0, 128.0, 2.0, 15.0, 23.0};
+constexpr StorySize smallCard = {64.0, 64.0, 1.0, 2.0, 17.0};
+constexpr StorySize largeDrop = {6.0, 128.0};
+constexpr StorySize smallDrop = {6.0, 64.0};
 
 constexpr StoryLook rest = {};
 constexpr StoryLook lit = {.lit = true};
@@ -44,7 +38,7 @@ constexpr std::string_view add = "glyphs/add.svg";
 
 struct Row {
   int id;
-  Size size;
+  StorySize size;
   void (*draw)(const StoryPlace& place, const StoryLook& look);
   StoryLook look;
 };
@@ -123,7 +117,7 @@ bool PaintStoryPicture(int id, int pixels, Image& image) {
   const double unit = pixels / row->size.width;
   const Canvas canvas(pixels, std::max(1, static_cast<int>(std::lround(unit * row->size.height))));
   if (!canvas.IsValid()) return false;
-  row->draw({canvas.GetContext(), unit, row->size.width, row->size.height}, row->look);
+  row->draw({canvas.GetContext(), unit, row->size}, row->look);
   if (!canvas.IsValid()) return false;
   image = canvas.MakeImage();
   return true;
