@@ -336,6 +336,28 @@ TEST_F(GLRendererTest, a_texture_stands_upright_and_is_tinted) {
   ExpectColour(PixelAt(image, 15, 5), 255, 128, 255);
 }
 
+// Rows of a pixel, on the rows of the screen.
+TEST_F(GLRendererTest, a_picture_that_is_stretched_one_way_stays_sharp_the_other) {
+  pack->SetPicture(5, R"(<svg xmlns="http://www.w3.org/2000/svg" width="8" height="8" fill="#fff">
+      <path d="M0 0 H8 V1 H0 Z M0 2 H8 V3 H0 Z M0 4 H8 V5 H0 Z M0 6 H8 V7 H0 Z"/></svg>)");
+  renderer.IncrementTextureUsage(static_cast<TextureID>(5));
+  renderer.ApplyTextureUsage();
+  auto material = Coloured(1, 1, 1);
+  material.texture = static_cast<TextureID>(5);
+  const float coords[8] = {0, 1, 0, 0, 1, 0, 1, 1};
+  for (const float width : {8.0F, 24.0F, 60.0F}) {
+    canvas.Clear();
+    ASSERT_TRUE(Begin(Renderer::RENDER_OVERLAY));
+    EXPECT_TRUE(DrawQuad(Quad(0, 0, width, 8), material, coords));
+    renderer.EndRender();
+    const Image image = canvas.Read();
+    for (int y = 0; y < 8; ++y) {
+      const int brightness = y % 2 == 1 ? 255 : 0;
+      ExpectColour(PixelAt(image, 4, y), brightness, brightness, brightness);
+    }
+  }
+}
+
 TEST_F(GLRendererTest, a_texture_that_failed_is_tried_again_and_shows_a_placeholder_meanwhile) {
   const auto id = static_cast<TextureID>(8);
   ResourceIcon2D icon(id);

@@ -42,8 +42,8 @@ vec4 SamplePicture() {
   vec2 dy = along * size;
   bool acrossIsLonger = dot(dx, dx) > dot(dy, dy);
   float longest = max(length(acrossIsLonger ? dx : dy), 1e-6);
-  float area = max(abs(dx.x * dy.y - dx.y * dy.x), 1e-6);
-  float count = clamp(floor(longest * longest / area + 0.5), 1.0, 8.0);
+  float shortest = max(abs(dx.x * dy.y - dx.y * dy.x) / longest, 1.0);  // closer samples than texels only blur
+  float count = clamp(floor(longest / shortest + 0.5), 1.0, 8.0);
   float level = log2(longest / count) - 0.5;
   vec4 sum = vec4(0.0);
   for (float i = 0.5; i < count; i += 1.0) {
