@@ -68,7 +68,8 @@ class ZOVTOOLS_API WalkRecorder : public OperationObserver {
   };
 
   void BeginWalk();
-  void BeginOperation(OperationType type, Pixel at);
+  bool BeginOperation(OperationType type, Pixel at);
+  void BeginRecord();
   void EndOperation(OperationType type);
   void BeginHeightAdjustment();
   void EndHeightAdjustment();

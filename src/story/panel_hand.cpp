@@ -77,6 +77,7 @@ void PanelHand::PressLoop() {
 
 void PanelHand::Drag(int by) {
   StoryboardParts::Grab& grab = now->grab;
+  if (grab.active) return;
   if (grab.sequence.Get() != nullptr || grab.shot.Get() != nullptr) {
     grab.active = true;
   } else if (now->mouse.dragInStrip) {
@@ -146,6 +147,7 @@ void PanelHand::ClickSlide(const Storyboard::ShotDisplayElement& slide) {
 void PanelHand::SelectShot(Sequence* sequence, ShotSpecification* shot) {
   if (sequence == nullptr || shot == nullptr) return;
   now->slides.SelectShot(*sequence, shot);
+  if (!now->IsEditing()) return;
   if (ShotEditor* const editor = now->partners.editor.Get()) editor->SetShot(sequence, shot);
 }
 

@@ -140,8 +140,8 @@ int LimitScrollOffset(const PanelRoom& room, int offset, std::size_t sequences) 
 
 bool IsFirstAboveSecondSequence(int first, int second, int selected) {
   if (first == selected || second == selected) return first == selected;
-  const bool bothLeft = first < selected && second < selected;
-  return bothLeft ? first > second : first < second;
+  const bool bothRight = first > selected && second > selected;
+  return bothRight ? first < second : first > second;
 }
 
 bool IsFirstAboveSecondShot(const std::vector<Storyboard::ShotDisplayElement>& slides, int first,

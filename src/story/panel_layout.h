@@ -54,7 +54,8 @@ RowStacks PlaceShotSlides(const PanelRoom& room, int scrollOffset,
 int LimitScrollOffset(const PanelRoom& room, int offset, std::size_t sequences);
 
 /// Which of two slides lies above. The selected sequence lies above all, on its left the later one of two and
-/// on its right the earlier; with none selected all are on its right.
+/// on its right the earlier, and those on its right above those on its left; with none selected all are on
+/// its right.
 bool IsFirstAboveSecondSequence(int first, int second, int selected);
 /// On the left stack the later one, else the earlier.
 bool IsFirstAboveSecondShot(const std::vector<Storyboard::ShotDisplayElement>& slides, int first, int second);

@@ -25,27 +25,32 @@ constexpr int LABEL_HEIGHT = 16;
 
 // ---- giving back ----
 
+// Whoever gets the pictures back may call, and finds none of them then.
 void StoryPictures::SetRenderer(Renderer* value) {
   if (value == renderer.Get()) return;
-  GiveAllBack();
-  renderer.Set(value);
-}
-
-// Who destroys the pictures may call back, and finds none of them then.
-void StoryPictures::GiveAllBack() {
+  const Borrowed<Renderer> maker(renderer.Get());
   Entries given;
   given.swap(entries);
-  for (auto& [subject, entry] : given) Empty(entry);
+  renderer.Set(value);
+  for (auto& [subject, entry] : given) Empty(maker, entry);
+}
+
+void StoryPictures::GiveAllBack() {
+  const Borrowed<Renderer> maker(renderer.Get());
+  Entries given;
+  given.swap(entries);
+  for (auto& [subject, entry] : given) Empty(maker, entry);
 }
 
 void StoryPictures::GiveLostBack() {
+  const Borrowed<Renderer> maker(renderer.Get());
   for (auto each = entries.begin(); each != entries.end();) {
     if (each->second.subject) {
       ++each;
       continue;
     }
     Entries::node_type lost = entries.extract(each);
-    Empty(lost.mapped());
+    Empty(maker, lost.mapped());
     each = entries.begin();
   }
 }
@@ -54,20 +59,19 @@ void StoryPictures::DropThumbnail(const void* subject) {
   const auto found = entries.find(subject);
   if (found == entries.end()) return;
   found->second.thumbnailMade = false;
-  DynamicIcon2D* icon = std::exchange(found->second.thumbnail, nullptr);
-  Destroy(icon);
+  Destroy(Borrowed<Renderer>(renderer.Get()), std::exchange(found->second.thumbnail, nullptr));
 }
 
-void StoryPictures::Destroy(DynamicIcon2D*& icon) const {
-  Renderer* const maker = renderer.Get();
-  if (maker != nullptr && icon != nullptr) maker->DestroyIcon(icon);
-  icon = nullptr;
+void StoryPictures::Destroy(const Borrowed<Renderer>& maker, DynamicIcon2D* icon) {
+  if (maker.Get() != nullptr && icon != nullptr) maker.Get()->DestroyIcon(icon);
 }
 
-void StoryPictures::Empty(Entry& entry) const {
-  DynamicIcon2D* icons[] = {std::exchange(entry.thumbnail, nullptr), std::exchange(entry.label, nullptr)};
+void StoryPictures::Empty(const Borrowed<Renderer>& maker, Entry& entry) {
   entry.thumbnailMade = entry.labelMade = false;
-  for (DynamicIcon2D*& icon : icons) Destroy(icon);
+  DynamicIcon2D* const thumbnail = std::exchange(entry.thumbnail, nullptr);
+  DynamicIcon2D* const label = std::exchange(entry.label, nullptr);
+  Destroy(maker, thumbnail);
+  Destroy(maker, label);
 }
 
 // ---- what there is ----
@@ -111,9 +115,10 @@ bool StoryPictures::LacksLabel(const void* subject, const std::wstring& name) co
 template <class Subject>
 StoryPictures::Entry& StoryPictures::Open(Subject& subject) {
   Entry& entry = entries[&subject];
-  if (entry.subject) return entry;
-  entry.subject.Attach(subject.GetLifeline());
-  Empty(entry);
+  if (!entry.subject) {
+    entry.subject.Attach(subject.GetLifeline());
+    entry.thumbnailMade = entry.labelMade = false;
+  }
   return entry;
 }
 
@@ -134,43 +139,43 @@ void StoryPictures::MakeLabel(Sequence& sequence) { Write(sequence, SEQUENCE_LAB
 
 template <class Subject>
 void StoryPictures::Photograph(Subject& subject, const ShotSpecification& shot, int width, int height) {
-  Renderer* const maker = renderer.Get();
-  if (maker == nullptr) return;
+  const Borrowed<Renderer> maker(renderer.Get());
+  if (maker.Get() == nullptr) return;
+  const Lifeline::Watch alive(subject.GetLifeline());
   Entry& entry = Open(subject);
   entry.thumbnailMade = true;
   entry.shown = &shot;
   const CameraParameters camera = shot.GetCameraParameters();
-  DynamicIcon2D* last = std::exchange(entry.thumbnail, nullptr);
-  const Lifeline::Watch alive(subject.GetLifeline());
-  Destroy(last);
-  if (renderer.Get() != maker) return;
-  Keep(alive, &subject, &Entry::thumbnail, maker->CreateSceneScreenshot(width, height, camera));
+  Destroy(maker, std::exchange(entry.thumbnail, nullptr));
+  if (maker.Get() == nullptr) return;
+  Keep(maker, alive, &subject, &Entry::thumbnail, maker.Get()->CreateSceneScreenshot(width, height, camera));
 }
 
 template <class Subject>
 void StoryPictures::Write(Subject& subject, int width) {
-  Renderer* const maker = renderer.Get();
-  if (maker == nullptr) return;
+  const Borrowed<Renderer> maker(renderer.Get());
+  if (maker.Get() == nullptr) return;
+  const Lifeline::Watch alive(subject.GetLifeline());
   Entry& entry = Open(subject);
   entry.labelMade = true;
   entry.labelText = subject.GetName();
-  DynamicIcon2D* last = std::exchange(entry.label, nullptr);
-  const Lifeline::Watch alive(subject.GetLifeline());
   const std::wstring text = entry.labelText;
-  Destroy(last);
-  if (renderer.Get() != maker) return;
-  Keep(alive, &subject, &Entry::label, maker->CreateTextLabel(text.c_str(), LABEL_SIZE, width, LABEL_HEIGHT));
+  Destroy(maker, std::exchange(entry.label, nullptr));
+  if (maker.Get() == nullptr) return;
+  Keep(maker, alive, &subject, &Entry::label,
+       maker.Get()->CreateTextLabel(text.c_str(), LABEL_SIZE, width, LABEL_HEIGHT));
 }
 
 // The host may have done anything while it made the picture. One that nobody holds any more goes back.
-void StoryPictures::Keep(const Lifeline::Watch& alive, const void* subject, DynamicIcon2D* Entry::*place,
-                         DynamicIcon2D* icon) {
+void StoryPictures::Keep(const Borrowed<Renderer>& maker, const Lifeline::Watch& alive, const void* subject,
+                         DynamicIcon2D* Entry::*place, DynamicIcon2D* icon) {
   const auto found = entries.find(subject);
-  const bool wanted = alive && found != entries.end() && found->second.*place == nullptr;
+  const bool wanted = alive && maker.Get() == renderer.Get() && found != entries.end() &&
+                      found->second.subject && found->second.*place == nullptr;
   if (wanted) {
     found->second.*place = icon;
   } else {
-    Destroy(icon);
+    Destroy(maker, icon);
   }
 }
 

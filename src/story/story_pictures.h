@@ -21,7 +21,7 @@ class StoryPictures {
   StoryPictures(const StoryPictures&) = delete;
   StoryPictures& operator=(const StoryPictures&) = delete;
 
-  /// Gives all pictures back to the renderer of before.
+  /// Gives all pictures back to the renderer of before. None are made without one.
   void SetRenderer(Renderer* value);
   void GiveAllBack();
   /// Those of objects that are gone.
@@ -65,10 +65,10 @@ class StoryPictures {
   bool LacksThumbnailOf(const void* subject, const void* shot) const;
   template <class Subject>
   void Write(Subject& subject, int width);
-  void Keep(const Lifeline::Watch& alive, const void* subject, DynamicIcon2D* Entry::*place,
-            DynamicIcon2D* icon);
-  void Destroy(DynamicIcon2D*& icon) const;
-  void Empty(Entry& entry) const;
+  void Keep(const Borrowed<Renderer>& maker, const Lifeline::Watch& alive, const void* subject,
+            DynamicIcon2D* Entry::*place, DynamicIcon2D* icon);
+  static void Destroy(const Borrowed<Renderer>& maker, DynamicIcon2D* icon);
+  static void Empty(const Borrowed<Renderer>& maker, Entry& entry);
 
   Entries entries;
   Borrowed<Renderer> renderer;

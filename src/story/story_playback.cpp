@@ -1,5 +1,7 @@
 #include "story/story_playback.h"
 
+#include <utility>
+
 #include "camera/host_camera.h"
 #include "korvane/math.h"
 #include "korvane/shot_parameters.h"
@@ -101,6 +103,7 @@ bool StoryPlayback::PlaySingleShot(ShotSpecification* shot) {
 template <class Tell>
 bool StoryPlayback::Play(Story* story, Sequence* sequence, ShotSpecification* shot, const Tell& tell) {
   if (parts.partners.hub.Get() == nullptr || shot == nullptr) return false;
+  const CallingOut out(callsOut);
   const Lifeline::Watch alive(parts.lifeline);
   Place begin;
   begin.Set(story, 0, sequence, 0);
@@ -109,6 +112,7 @@ bool StoryPlayback::Play(Story* story, Sequence* sequence, ShotSpecification* sh
   if (alive && first.Get() != nullptr) parts.TellObservers(tell);
   if (!alive || first.Get() == nullptr) return false;
   playing = true;
+  ++runs;
   ForgetPause();
   place.Set(begin);
   if (!BeginShot(first.Get()) && alive) parts.RequestUpdate();
@@ -131,8 +135,10 @@ void StoryPlayback::ForgetPause() {
 bool StoryPlayback::Preview(ShotSpecification* shot, bool again) {
   if (parts.partners.hub.Get() == nullptr || shot == nullptr) return false;
   const Lifeline::Watch alive(parts.lifeline);
+  const CallingOut out(callsOut);
   const Borrowed<ShotSpecification> shown(shot);
   playing = previewing = true;
+  ++runs;
   previewLoop = again;
   ForgetPause();
   place.Clear();
@@ -141,7 +147,9 @@ bool StoryPlayback::Preview(ShotSpecification* shot, bool again) {
   if (ShotEditor* const editor = parts.partners.editor.Get()) editor->SetPreviewing(true);
   CameraOperations* const hub = alive ? parts.partners.hub.Get() : nullptr;
   if (hub == nullptr || !previewing) return false;
-  previewStartCamera = QueryCamera(*hub);
+  const CameraParameters before = QueryCamera(*hub);
+  if (!alive || !previewing) return false;
+  previewStartCamera = before;
   StartNext(shown.Get());
   return true;
 }
@@ -150,8 +158,10 @@ bool StoryPlayback::BeginShot(ShotSpecification* shot) {
   CameraOperations* const hub = parts.partners.hub.Get();
   if (hub == nullptr || shot == nullptr) return false;
   const Lifeline::Watch alive(parts.lifeline);
+  const Borrowed<ShotSpecification> wanted(shot);
   const CameraParameters before = QueryCamera(*hub);
-  StartNext(shot);
+  if (!alive) return false;
+  StartNext(wanted.Get());
   if (!alive || !begun) return false;
   RewindHistory* const history = parts.partners.history.Get();
   if (history == nullptr) return true;
@@ -162,6 +172,7 @@ bool StoryPlayback::BeginShot(ShotSpecification* shot) {
 
 // The camera of the shot, and its move. What the shot fades in from covers the view at first.
 FadeOverlay StoryPlayback::StartNext(ShotSpecification* shot) {
+  const CallingOut out(callsOut);
   const Lifeline::Watch alive(parts.lifeline);
   const Borrowed<ShotSpecification> started(shot);
   currentShot.Set(shot);
@@ -179,6 +190,7 @@ FadeOverlay StoryPlayback::StartNext(ShotSpecification* shot) {
 
 bool StoryPlayback::Target(ShotSpecification* shot) {
   if (parts.partners.hub.Get() == nullptr || shot == nullptr) return false;
+  const CallingOut out(callsOut);
   const Lifeline::Watch alive(parts.lifeline);
   const Borrowed<ShotSpecification> wanted(shot);
   parts.TellObservers([&](StoryboardObserver& each) { each.OnTargetShot(shot); });
@@ -190,7 +202,8 @@ bool StoryPlayback::Target(ShotSpecification* shot) {
   move.easeEnd = 1.0;
   move.duration = TARGET_TIME;
   const CameraParameters before = QueryCamera(*hub);
-  const bool flies = hub->BeginShot(move);
+  CameraOperations* const flown = alive ? parts.partners.hub.Get() : nullptr;
+  const bool flies = flown != nullptr && flown->BeginShot(move);
   if (!alive || !flies) return false;
   RewindHistory* const history = parts.partners.history.Get();
   if (history == nullptr) return true;
@@ -204,6 +217,8 @@ bool StoryPlayback::Target(ShotSpecification* shot) {
 bool StoryPlayback::Pause() {
   if (!playing || paused) return false;
   if (previewing) return Stop();
+  const CallingOut out(callsOut);
+  const std::uint64_t run = runs;
   const Lifeline::Watch alive(parts.lifeline);
   pausedPlace.Set(place);
   paused = true;
@@ -212,10 +227,10 @@ bool StoryPlayback::Pause() {
   const Shot* const move = hub != nullptr ? hub->GetActiveShot() : nullptr;
   pausedSeconds = move != nullptr ? move->GetElapsedTime() : 0.0;
   parts.TellObservers([](StoryboardObserver& each) { each.OnPlaybackStopped(); });
-  if (!alive || !paused) return true;
+  if (!alive || runs != run) return true;  // the host has begun another
   CameraOperations* const halted = parts.partners.hub.Get();
   if (!IsShotOver(halted)) halted->EndShot();
-  if (!alive) return true;
+  if (!alive || runs != run) return true;
   playing = false;
   place.Clear();
   parts.RequestUpdate();
@@ -224,6 +239,8 @@ bool StoryPlayback::Pause() {
 
 bool StoryPlayback::Resume() {
   if (!paused || playing) return false;
+  const CallingOut out(callsOut);
+  ++runs;
   const Lifeline::Watch alive(parts.lifeline);
   place.Set(pausedPlace);
   playing = true;
@@ -248,10 +265,12 @@ bool StoryPlayback::Stop() {
     return true;
   }
   if (!playing) return false;
+  const CallingOut out(callsOut);
+  const std::uint64_t run = runs;
   const Lifeline::Watch alive(parts.lifeline);
   CameraOperations* const hub = parts.partners.hub.Get();
   if (!IsShotOver(hub)) hub->EndShot();
-  if (!alive || !playing) return true;  // the host has stopped it meanwhile
+  if (!alive || !playing || runs != run) return true;  // the host has stopped it meanwhile, or begun another
   playing = false;
   place.Clear();
   currentShot.Set(nullptr);
@@ -275,13 +294,17 @@ void StoryPlayback::EndPreview() {
 
 FadeOverlay StoryPlayback::Step() {
   const CameraOperations* const hub = parts.partners.hub.Get();
-  if (hub == nullptr) return {};
+  if (hub == nullptr || callsOut > 0) return parts.overlay;
   const Lifeline::Watch alive(parts.lifeline);
   const FadeTransition fade = GetFadeTransition(currentShot.Get());
   FadeOverlay overlay{0.0, fade.level};
   if (playing) {
     const Shot* const move = hub->GetActiveShot();
-    overlay = move != nullptr ? GetOverlay(*move, fade) : GoOn();
+    if (move != nullptr) {
+      overlay = GetOverlay(*move, fade);
+    } else {
+      overlay = GoOn();
+    }
   }
   if (!alive) return {};
   if (previewing && !playing) {
@@ -334,6 +357,13 @@ void StoryPlayback::End() {
   if (!alive) return;
   if (!playing) currentShot.Set(nullptr);
   parts.RequestUpdate();
+}
+
+void StoryPlayback::Close() {
+  if (!std::exchange(recordingHistory, false)) return;
+  CameraOperations* const hub = parts.partners.hub.Get();
+  if (!IsShotOver(hub)) hub->EndShot();
+  record.End(parts.partners.hub.Get());
 }
 
 void StoryPlayback::EndHistoryRecord() {

@@ -44,6 +44,8 @@ class StoryPlayback {
 
   /// Applies the camera of the shot and begins its move, recorded in the history.
   bool BeginShot(ShotSpecification* shot);
+  /// Ends the record that is open, with the move that it is of.
+  void Close();
   /// A frame: begins what follows when a move has ended. What lies over the view then.
   FadeOverlay Step();
 
@@ -77,6 +79,18 @@ class StoryPlayback {
     ShotSpecification* FindNextSequence(bool again, Place& next) const;
   };
 
+  /// A stretch within which the host is called: a frame that it draws there begins nothing and ends nothing.
+  class CallingOut {
+   public:
+    explicit CallingOut(int& callsOut) : depth(callsOut) { ++depth; }
+    CallingOut(const CallingOut&) = delete;
+    CallingOut& operator=(const CallingOut&) = delete;
+    ~CallingOut() { --depth; }
+
+   private:
+    int& depth;
+  };
+
   template <class Tell>
   bool Play(Story* story, Sequence* sequence, ShotSpecification* shot, const Tell& tell);
   void EndPreviewBefore();
@@ -100,7 +114,9 @@ class StoryPlayback {
   CameraParameters previewStartCamera;
   bool previewLoop = false;
   bool recordingHistory = false;
-  bool begun = false;  // the move of the shot that was started last
+  int callsOut = 0;
+  std::uint64_t runs = 0;  // counts the playbacks that have begun
+  bool begun = false;      // the move of the shot that was started last
   RewindRecord record;
 };
 

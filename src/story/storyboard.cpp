@@ -7,19 +7,13 @@
 
 namespace Korvane {
 
-namespace {
-
-// The message before a recorded walk, and the one in it.
-constexpr StringID WALK_MESSAGES[] = {STRING_RECORD_WALK, STRING_WALK};
-
-}  // namespace
-
 Storyboard::Storyboard() : parts(std::make_shared<StoryboardParts>()) {}
 
 Storyboard::~Storyboard() {
   const Staying now(parts);
   if (ShotEditor* const editor = now->partners.editor.Get()) editor->SetStoryboard(nullptr);
   now->lifeline.Cut();
+  now->playback.Close();
   now->walk.recorder.reset();
   GivePicturesBack();
   now->story.reset();
@@ -32,9 +26,23 @@ void Storyboard::RemoveObserver(StoryboardObserver* observer) { parts->partners.
 
 // ---- collaborators ----
 
-void Storyboard::SetKorvane(CameraOperations* hub) { parts->partners.hub.Set(hub); }
-void Storyboard::SetRewindHistory(RewindHistory* history) { parts->partners.history.Set(history); }
 void Storyboard::SetUndoQueue(UndoQueue* queue) { parts->partners.queue.Set(queue); }
+
+// What goes on ends in the hub in which it began.
+void Storyboard::SetKorvane(CameraOperations* hub) {
+  const Staying now(parts);
+  if (hub != now->partners.hub.Get()) {
+    StopPlayback();
+    if (now) CancelRecordWalk();
+    if (now) now->playback.Close();
+  }
+  if (now) now->partners.hub.Set(hub);
+}
+
+void Storyboard::SetRewindHistory(RewindHistory* history) {
+  parts->partners.history.Set(history);
+  if (parts->walk.recorder != nullptr) parts->walk.recorder->SetRewindHistory(history);
+}
 
 void Storyboard::SetRenderer(Renderer* value) {
   const Staying now(parts);
@@ -42,8 +50,8 @@ void Storyboard::SetRenderer(Renderer* value) {
   GivePicturesBack();
   if (!now) return;
   now->partners.renderer.Set(value);
-  now->pictures.SetRenderer(value);
-  if (now && now->life.created) TakePictures();
+  if (now->walk.recorder != nullptr) now->walk.recorder->SetRenderer(value);
+  if (now->life.created) TakePictures();
 }
 
 void Storyboard::SetShotEditor(ShotEditor* value) {
@@ -60,7 +68,6 @@ bool Storyboard::Create() {
   ResetToEmptyStory();
   if (!now) return true;
   now->life.created = true;
-  now->pictures.SetRenderer(now->partners.renderer.Get());
   TakePictures();
   return true;
 }
@@ -69,6 +76,7 @@ bool Storyboard::Destroy() {
   const Staying now(parts);
   StopPlayback();
   if (now) CancelRecordWalk();
+  if (now) now->playback.Close();
   if (now) now->ForgetPress();
   if (now) now->life.created = false;
   if (now) GivePicturesBack();
@@ -78,34 +86,29 @@ bool Storyboard::Destroy() {
 void Storyboard::TakePictures() {
   const Staying now(parts);
   const Borrowed<Renderer> renderer(now->partners.renderer.Get());
-  if (renderer.Get() == nullptr) return;
-  DynamicIcon2D** const places[] = {&now->walk.beginMessage, &now->walk.upDownMessage};
-  for (int i = 0; i < 2; ++i) {
-    DynamicIcon2D* icon = renderer.Get()->CreateMessageHUDByID(WALK_MESSAGES[i]);
-    std::swap(*places[i], icon);
-    if (icon != nullptr && renderer.Get() != nullptr) renderer.Get()->DestroyIcon(icon);
-    if (!now || renderer.Get() != now->partners.renderer.Get() || renderer.Get() == nullptr) return;
-  }
+  now->GiveMessagesBack();
+  if (now) now->pictures.SetRenderer(renderer.Get());
+  if (!now || renderer.Get() == nullptr) return;
+  const auto isWanted = [&] {
+    return now && now->life.created && renderer.Get() != nullptr &&
+           renderer.Get() == now->partners.renderer.Get();
+  };
+  now->walk.beginMessage.Take(*renderer.Get(), STRING_RECORD_WALK);
+  if (isWanted()) now->walk.upDownMessage.Take(*renderer.Get(), STRING_WALK);
+  if (!isWanted()) return;
+  if (now->walk.recorder != nullptr) now->LendMessages(*now->walk.recorder);
   for (int i = 0; i < STORY_MESSAGE_COUNT; ++i) {
-    now->messages[i] = renderer.Get()->LoadStringResource(STRING_STORY_PLAY + i);
-    if (!now || renderer.Get() == nullptr) return;
+    std::wstring text = renderer.Get()->LoadStringResource(STRING_STORY_PLAY + i);
+    if (!isWanted()) return;
+    now->messages[i] = std::move(text);
   }
   if (now->life.visible) now->textures.Take(renderer.Get());
 }
 
 void Storyboard::GivePicturesBack() {
   const std::shared_ptr<StoryboardParts> held = parts;
-  const Borrowed<Renderer> renderer(held->partners.renderer.Get());
-  if (held->walk.recorder != nullptr) {
-    held->walk.recorder->SetBeginWalkingMessageHUD(nullptr);
-    held->walk.recorder->SetMoveUpDownMessageHUD(nullptr);
-  }
-  DynamicIcon2D* icons[] = {std::exchange(held->walk.beginMessage, nullptr),
-                            std::exchange(held->walk.upDownMessage, nullptr)};
-  for (DynamicIcon2D*& icon : icons) {
-    if (icon != nullptr && renderer.Get() != nullptr) renderer.Get()->DestroyIcon(icon);
-  }
-  held->pictures.GiveAllBack();
+  held->GiveMessagesBack();
+  held->pictures.SetRenderer(nullptr);
   held->textures.GiveBack();
 }
 
@@ -246,8 +249,9 @@ DynamicIcon2D* Storyboard::GetThumbnail(const ShotSpecification* shot) const {
 bool Storyboard::RefreshThumbnail(Sequence* sequence, ShotSpecification* shot) {
   const Staying now(parts);
   if (shot == nullptr || now->partners.renderer.Get() == nullptr) return false;
+  const Borrowed<ShotSpecification> shown(shot);
   if (sequence != nullptr && sequence->GetFirstShot() == shot) now->pictures.DropThumbnail(sequence);
-  now->pictures.MakeThumbnail(*shot);
+  if (now && shown.Get() != nullptr) now->pictures.MakeThumbnail(*shown.Get());
   if (now) now->RequestUpdate();
   return true;
 }
@@ -302,6 +306,7 @@ void Storyboard::SetLoop(bool value) {
 
 bool Storyboard::TargetShot(ShotSpecification* shot) {
   const Staying now(parts);
+  if (shot == nullptr || now->partners.hub.Get() == nullptr) return false;
   const Borrowed<ShotSpecification> target(shot);
   StopPlayback();
   if (now) CancelRecordWalk();

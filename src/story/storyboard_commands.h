@@ -71,8 +71,10 @@ class ElementEdit {
   /// Null for the last one, and for one that is not there.
   Element* GetNext() const { return IsThere() ? Kind::At(*list.Get(), GetIndex() + 1) : nullptr; }
 
+  /// The first time that it is handed over with; then only what has been taken out here.
   void Add() {
-    if (list.Get() == nullptr || Get() == nullptr) return;
+    if (list.Get() == nullptr || Get() == nullptr || (placed && held == nullptr)) return;
+    placed = true;
     GiveBack();
     Kind::Insert(*list.Get(), List::NOT_THERE, Get());
   }
@@ -81,6 +83,7 @@ class ElementEdit {
     if (list.Get() != nullptr && held != nullptr) Kind::Insert(*list.Get(), index, held.release());
   }
   void Remove() {
+    placed = true;
     if (list.Get() == nullptr) return;
     if (Element* const removed = Kind::Remove(*list.Get(), Get())) held.reset(removed);
   }
@@ -97,6 +100,7 @@ class ElementEdit {
 
   Borrowed<List> list;
   std::unique_ptr<Element> held;
+  bool placed = false;  // it has been in the list
   Borrowed<Element> element;
 };
 using SequenceEdit = ElementEdit<SequencesOfStory>;

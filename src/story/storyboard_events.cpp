@@ -22,6 +22,7 @@ bool Storyboard::OnMouseMove(int x, int y) {
   const int by = x - mouse.x;
   mouse.x = x;
   mouse.y = y;
+  now->menuMarked = false;
   if (!now->life.visible) return false;
   mouse.dragging = mouse.leftDown && (mouse.dragging || IsDrag(mouse.downX, x));
   if (mouse.dragging) PanelHand(*this, parts).Drag(by);
@@ -40,13 +41,14 @@ bool Storyboard::OnLeftMouseDown(int x, int y) {
   mouse.y = y;
   now->Refresh();
   if (!mouse.inRegion || mouse.leftDown) return false;
+  now->menuMarked = false;
   mouse.leftDown = true;
   mouse.downX = x;
   mouse.downY = y;
   mouse.dragging = false;
   mouse.dragInStrip = y > now->room.y + PanelLayout::STRIP_TOP;
+  if (!mouse.controlDown) PanelHand(*this, parts).Press();
   now->RequestUpdate();
-  if (now && !mouse.controlDown) PanelHand(*this, parts).Press();
   return true;
 }
 
@@ -76,9 +78,9 @@ bool Storyboard::OnLeftMouseUp(int x, int y) {
 
 bool Storyboard::OnRightMouseDown(int x, int y) {
   const Staying now(parts);
+  if (!now->life.visible || !now->IsEditing() || IsRecordingWalk()) return false;
   now->mouse.x = x;
   now->mouse.y = y;
-  if (!now->life.visible || !now->IsEditing()) return false;
   now->Refresh();
   const ShotDisplayElement* const slide = now->slides.GetHighlightedShot();
   return slide != nullptr && slide->shot != nullptr;
@@ -87,11 +89,13 @@ bool Storyboard::OnRightMouseDown(int x, int y) {
 bool Storyboard::OpenMenu() {
   const Staying now(parts);
   Renderer* const renderer = now->partners.renderer.Get();
-  if (!now->life.visible || !now->IsEditing() || now->mouse.leftDown || renderer == nullptr) return false;
+  const bool refused = !now->life.visible || !now->IsEditing() || IsRecordingWalk() || now->mouse.leftDown;
+  if (refused || renderer == nullptr) return false;
   now->Refresh();
   const ShotDisplayElement* const slide = now->slides.GetHighlightedShot();
   if (slide == nullptr || slide->shot == nullptr) return false;
   now->menuShot.Set(slide->shot);
+  now->menuMarked = true;
   Update();
   if (Renderer* const target = now->partners.renderer.Get()) target->OpenMenu(MENU_STORYBOARD);
   return true;

@@ -42,8 +42,27 @@ void StoryboardParts::SetCursor(CursorID id) const {
 }
 
 void StoryboardParts::ForgetPress() {
-  mouse.leftDown = mouse.dragging = mouse.dragInStrip = false;
+  mouse.leftDown = mouse.dragging = mouse.dragInStrip = menuMarked = false;
   grab.Clear();
+}
+
+// ---- the messages of a walk ----
+
+void StoryboardParts::LendMessages(WalkRecorder& recorder) const {
+  recorder.SetBeginWalkingMessageHUD(walk.beginMessage.Get());
+  recorder.SetMoveUpDownMessageHUD(walk.upDownMessage.Get());
+}
+
+void StoryboardParts::TakeMessages(WalkRecorder& recorder) {
+  recorder.SetBeginWalkingMessageHUD(nullptr);
+  recorder.SetMoveUpDownMessageHUD(nullptr);
+}
+
+void StoryboardParts::GiveMessagesBack() {
+  if (walk.recorder != nullptr) TakeMessages(*walk.recorder);
+  walk.beginMessage.GiveBack();
+  if (walk.recorder != nullptr) TakeMessages(*walk.recorder);
+  walk.upDownMessage.GiveBack();
 }
 
 // ---- the mouse and the slides ----
@@ -57,7 +76,7 @@ bool StoryboardParts::Refresh() {
   over.draggedBy = static_cast<double>(mouse.x) - mouse.downX;
   const bool changed = slides.Refresh(story.get(), IsEditing(), room, over);
   for (Storyboard::ShotDisplayElement& each : slides.shots) {
-    each.menuOpen = each.shot != nullptr && each.shot == menuShot.Get();
+    each.menuOpen = menuMarked && each.shot != nullptr && each.shot == menuShot.Get();
   }
   return UpdateMouse() || changed;
 }
@@ -104,37 +123,42 @@ StringID StoryboardParts::FindTooltip() const {
 void StoryboardParts::MakePictures() {
   if (grab.IsDragging()) return;
   pictures.GiveLostBack();
-  if (MakeLabels() && MakeThumbnail()) RequestUpdate();
+  MakeLabels();
+  if (MakeThumbnail()) RequestUpdate();
 }
 
-// Whoever makes a label may change the slides. False when the slides are no longer those of before.
-bool StoryboardParts::MakeLabels() {
+// Whoever makes a picture may change the story: a slide is asked for only while what it shows is there.
+bool StoryboardParts::IsThere(const Storyboard::DisplayElement& slide) const {
+  return slide.sequence != nullptr && story != nullptr && story->ContainsSequence(slide.sequence);
+}
+
+bool StoryboardParts::IsThere(const Storyboard::ShotDisplayElement& slide) const {
+  return slide.shot != nullptr && story != nullptr && story->ContainsSequence(slide.sequence) &&
+         slide.sequence->ContainsShot(slide.shot);
+}
+
+void StoryboardParts::MakeLabels() {
   for (std::size_t i = 0; i < slides.sequences.size(); ++i) {
-    Sequence* const sequence = slides.sequences[i].sequence;
-    if (sequence == nullptr || !pictures.LacksLabel(sequence, sequence->GetName())) continue;
-    pictures.MakeLabel(*sequence);
-    if (story == nullptr || !story->ContainsSequence(sequence)) return false;
+    const Storyboard::DisplayElement slide = slides.sequences[i];
+    if (!IsThere(slide) || !pictures.LacksLabel(slide.sequence, slide.sequence->GetName())) continue;
+    pictures.MakeLabel(*slide.sequence);
   }
   for (std::size_t i = 0; i < slides.shots.size(); ++i) {
     const Storyboard::ShotDisplayElement slide = slides.shots[i];
-    if (slide.shot == nullptr || !pictures.LacksLabel(slide.shot, slide.shot->GetName())) continue;
+    if (!IsThere(slide) || !pictures.LacksLabel(slide.shot, slide.shot->GetName())) continue;
     pictures.MakeLabel(*slide.shot);
-    if (story == nullptr || !story->ContainsSequence(slide.sequence)) return false;
-    if (!slide.sequence->ContainsShot(slide.shot)) return false;
   }
-  return true;
 }
 
 // True when one was made: there may be more.
 bool StoryboardParts::MakeThumbnail() {
   for (const Storyboard::DisplayElement& each : slides.sequences) {
-    if (each.sequence == nullptr || each.sequence->IsEmpty()) continue;
-    if (!pictures.LacksThumbnail(*each.sequence)) continue;
+    if (!IsThere(each) || each.sequence->IsEmpty() || !pictures.LacksThumbnail(*each.sequence)) continue;
     pictures.MakeThumbnail(*each.sequence);
     return true;
   }
   for (const Storyboard::ShotDisplayElement& each : slides.shots) {
-    if (each.shot == nullptr || !pictures.LacksThumbnail(*each.shot)) continue;
+    if (!IsThere(each) || !pictures.LacksThumbnail(*each.shot)) continue;
     pictures.MakeThumbnail(*each.shot);
     return true;
   }

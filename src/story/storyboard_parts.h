@@ -12,6 +12,7 @@
 #include "korvane/storyboard_observer.h"
 #include "korvane/undo_queue.h"
 #include "korvane/walk_recorder.h"
+#include "story/message_icon.h"
 #include "story/panel_slides.h"
 #include "story/story_pictures.h"
 #include "story/story_playback.h"
@@ -68,8 +69,8 @@ struct StoryboardParts {
 
   struct Walk {
     std::shared_ptr<WalkRecorder> recorder;
-    DynamicIcon2D* beginMessage = nullptr;  // the renderer's of whom they were asked
-    DynamicIcon2D* upDownMessage = nullptr;
+    MessageIcon beginMessage;
+    MessageIcon upDownMessage;
   };
 
   StoryboardParts();
@@ -87,6 +88,10 @@ struct StoryboardParts {
     });
   }
   void ForgetPress();
+  /// The messages of a walk, for a recorder to draw; and from it again.
+  void LendMessages(WalkRecorder& recorder) const;
+  static void TakeMessages(WalkRecorder& recorder);
+  void GiveMessagesBack();
   /// Brings the slides and what the mouse is on up to date. Whether anything has changed.
   bool Refresh();
   /// The scene, or a label, for a slide that has none: one picture of the scene a frame.
@@ -103,6 +108,7 @@ struct StoryboardParts {
   Walk walk;
   std::unique_ptr<Story> story;
   Borrowed<ShotSpecification> menuShot;
+  bool menuMarked = false;  // its slide shows that its menu is open
   FadeOverlay overlay;
   StoryboardPainter painter;
   TextureLoan textures;
@@ -113,7 +119,9 @@ struct StoryboardParts {
  private:
   bool UpdateMouse();
   StringID FindTooltip() const;
-  bool MakeLabels();
+  bool IsThere(const Storyboard::DisplayElement& slide) const;
+  bool IsThere(const Storyboard::ShotDisplayElement& slide) const;
+  void MakeLabels();
   bool MakeThumbnail();
 };
 

@@ -49,7 +49,10 @@ void UndoQueue::Add(UndoCommand* command, bool run) {
   if (!alive) return;
   commands.push_back(added);
   cursor = commands.size();
-  if (run) added->Do();
+  if (!run) return;
+  const bool before = std::exchange(running, true);
+  added->Do();
+  if (alive) running = before;
 }
 
 void UndoQueue::Clear() { DropFrom(0); }

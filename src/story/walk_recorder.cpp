@@ -69,17 +69,26 @@ void WalkRecorder::BeginWalk() {
   mouse = {viewport.x / START_X_PART, viewport.y / START_Y_PART};
   start = mouse;
   renderer.Get()->SetCursorPosition(mouse.x, mouse.y);
-  if (recording) BeginOperation(OPERATION_FLY, start);
+  if (!recording || !BeginOperation(OPERATION_FLY, start)) return;
   CameraOperations* const walked = hub.Get();
-  if (!recording || walked == nullptr) return;
   walked->AddOperationObserver(this);
   observed.Set(walked);
   beginCamera = AsWalked(walked->GetCameraParameters());
-  record.Begin(history.Get(), QueryCamera(*walked));
+  BeginRecord();
 }
 
-void WalkRecorder::BeginOperation(OperationType type, Pixel at) {
+// False where the recording is over by then: nothing of it stays.
+bool WalkRecorder::BeginOperation(OperationType type, Pixel at) {
   if (CameraOperations* const walked = hub.Get()) walked->BeginOperation(type, at.x, FlipY(at.y));
+  CameraOperations* const begun = hub.Get();
+  if (!recording && begun != nullptr) begun->EndOperation(type);
+  return recording && begun != nullptr;
+}
+
+// The host, who is asked for its camera, may end the recording meanwhile.
+void WalkRecorder::BeginRecord() {
+  const CameraParameters camera = QueryCamera(*hub.Get());
+  if (recording) record.Begin(history.Get(), camera);
 }
 
 void WalkRecorder::EndOperation(OperationType type) {
@@ -141,24 +150,18 @@ bool WalkRecorder::OnKeyUp(KeyID key) {
 void WalkRecorder::BeginHeightAdjustment() {
   if (!recording || adjustingHeight || hub.Get() == nullptr) return;
   EndOperation(OPERATION_FLY);
-  if (recording) BeginOperation(OPERATION_HEIGHT, mouse);
-  CameraOperations* const walked = hub.Get();
-  if (!recording || walked == nullptr) return;
+  if (!recording || !BeginOperation(OPERATION_HEIGHT, mouse)) return;
   startHeight = GetHeightAboveMiddle(0.0);
   heightStart = mouse;
   adjustingHeight = true;
-  record.Begin(history.Get(), QueryCamera(*walked));
+  BeginRecord();
 }
 
 // The walk goes on from where it set out.
 void WalkRecorder::EndHeightAdjustment() {
-  if (adjustingHeight && hub.Get() != nullptr) {
-    EndOperation(OPERATION_HEIGHT);
-    if (recording) BeginOperation(OPERATION_FLY, start);
-    CameraOperations* const walked = hub.Get();
-    if (recording && walked != nullptr) record.Begin(history.Get(), QueryCamera(*walked));
-  }
-  adjustingHeight = false;
+  if (!std::exchange(adjustingHeight, false) || hub.Get() == nullptr) return;
+  EndOperation(OPERATION_HEIGHT);
+  if (recording && BeginOperation(OPERATION_FLY, start)) BeginRecord();
 }
 
 void WalkRecorder::CancelRecording() {

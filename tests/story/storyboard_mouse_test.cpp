@@ -1,3 +1,5 @@
+#include <functional>
+#include <iterator>
 #include <vector>
 
 #include "story/open_storyboard.h"
@@ -433,6 +435,105 @@ TEST_F(PanelTest, a_frame_and_a_move_allocate_nothing) {
     board->Draw();
   }
   EXPECT_EQ(counter.GetAllocations(), 0U);
+}
+
+// ---- edits ----
+
+TEST_F(PanelTest, a_story_that_is_null_changes_nothing) {
+  Sequence* const sequence = AddSelected(1);
+  Story* const story = board->GetStory();
+  board->SetStory(nullptr);
+  EXPECT_EQ(board->GetStory(), story);
+  EXPECT_EQ(story->GetSequence(0), sequence);
+  board->SetStory(story);
+  EXPECT_EQ(story->GetSequence(0), sequence);
+}
+
+TEST_F(PanelTest, the_sequence_goes_with_its_last_shot_in_one_step) {
+  Sequence* const sequence = AddSelected(1);
+  ShotSpecification* const shot = sequence->GetShot(0);
+  EXPECT_TRUE(board->DeleteShot(shot));
+  EXPECT_TRUE(board->GetStory()->IsEmpty());
+  EXPECT_TRUE(queue.Undo());
+  EXPECT_FALSE(queue.CanUndo());
+  EXPECT_EQ(board->GetStory()->GetSequence(0), sequence);
+  EXPECT_EQ(sequence->GetShot(0), shot);
+}
+
+TEST_F(PanelTest, without_an_undo_queue_edits_are_made_at_once) {
+  Sequence* const sequence = AddSelected(2);
+  board->SetUndoQueue(nullptr);
+  EXPECT_TRUE(board->MoveShot(sequence->GetShot(0), nullptr));
+  EXPECT_EQ(NamesOf(*sequence), (Names{L"shot 2", L"shot 1"}));
+  EXPECT_TRUE(board->DeleteShot(sequence->GetShot(0)));
+  EXPECT_TRUE(board->DeleteShot(sequence->GetShot(0)));
+  EXPECT_TRUE(board->GetStory()->IsEmpty());
+}
+
+TEST_F(PanelTest, names_are_the_lowest_that_are_free) {
+  renderer.FailAlways("LoadStringResource");
+  Sequence* const sequence = board->CreateSequence();
+  EXPECT_EQ(sequence->GetName(), L"Sequence #1");
+  for (int i = 0; i < 2; ++i) board->CreateShot(sequence);
+  EXPECT_EQ(NamesOf(*sequence), (Names{L"Shot #1", L"Shot #2", L"Shot #3"}));
+  board->DeleteShot(sequence->GetShot(1));
+  EXPECT_EQ(board->CreateShot(sequence)->GetName(), L"Shot #2");
+  EXPECT_EQ(board->CreateSequence()->GetName(), L"Sequence #2");
+}
+
+TEST_F(PanelTest, a_refused_target_leaves_what_plays) {
+  Sequence* const empty = AddSequence(0);
+  AddSequence(1);
+  board->PlaybackSequence(board->GetStory()->GetSequence(1));
+  EXPECT_FALSE(board->TargetShot(nullptr));
+  EXPECT_FALSE(board->TargetSequence(empty));
+  EXPECT_TRUE(board->IsPlayingBack());
+}
+
+TEST_F(PanelTest, the_mark_of_a_menu_goes_with_the_next_move) {
+  AddSelected(1);
+  board->OnRightMouseDown(SHOT_X[0], SHOT_Y);
+  board->OpenMenu();
+  EXPECT_TRUE(board->GetParts().slides.shots[0].menuOpen);
+  board->OnMouseMove(600, 400);
+  EXPECT_FALSE(board->GetParts().slides.shots[0].menuOpen);
+  EXPECT_NE(board->GetShotForOpenMenu(), nullptr);
+}
+
+// ---- the end of it ----
+
+TEST_F(PanelTest, what_plays_leaves_no_record_open_whatever_ends_it) {
+  AddSelected(1);
+  const std::function<void()> ends[] = {[this] { board.reset(); }, [this] { board->SetKorvane(nullptr); },
+                                        [this] { board->Destroy(); }};
+  int begun = 0;
+  for (auto end = std::rbegin(ends); end != std::rend(ends); ++end) {
+    board->SetKorvane(&hub);
+    ASSERT_TRUE(board->PlaybackStory(board->GetStory()));
+    ++begun;
+    Frame();
+    (*end)();
+    EXPECT_TRUE(history.Has(begun, begun));
+    EXPECT_FALSE(hub.IsShotActive());
+  }
+}
+
+TEST_F(PanelTest, a_host_that_draws_within_a_call_neither_begins_nor_ends_a_playback) {
+  Sequence* const sequence = AddSelected(2);
+  hub.onApply = [this] { board->Draw(); };
+  hub.onEndShotHook = [this](Shot*) { board->Draw(); };
+  board->PlaybackSequence(sequence);
+  EXPECT_TRUE(board->IsPlayingBack());
+  EXPECT_EQ(board->GetParts().playback.GetCurrentShot(), sequence->GetShot(0));
+  board->PausePlayback();
+  EXPECT_TRUE(board->IsPaused());
+  EXPECT_FALSE(board->IsPlayingBack());
+  board->ResumePlayback();
+  EXPECT_EQ(board->GetParts().playback.GetCurrentShot(), sequence->GetShot(0));
+  board->StopPlayback();
+  EXPECT_FALSE(board->IsPlayingBack());
+  hub.onApply = nullptr;
+  hub.onEndShotHook = nullptr;
 }
 
 }  // namespace
