@@ -132,7 +132,7 @@ RowStacks PlaceShotSlides(const PanelRoom& room, int scrollOffset,
 int LimitScrollOffset(const PanelRoom& room, int offset, std::size_t sequences) {
   if (sequences == 0) return 0;
   const double row = ROW_START + (ROW_START - ROW_OVERLAP) * (static_cast<double>(sequences) - 1.0);
-  const double space = room.viewportWidth - room.x - MARGIN;
+  const double space = static_cast<double>(room.viewportWidth) - room.x - MARGIN;
   return std::clamp(offset, Truncate(Math::Min(space - row, 0.0)), 0);
 }
 
