@@ -83,14 +83,14 @@ void PanelHand::Drag(int by) {
   } else if (now->mouse.dragInStrip) {
     ScrollShots(by);
   } else {
-    now->slides.scrollOffset += by;
+    now->slides.scrollOffset = AddPixels(now->slides.scrollOffset, by);
   }
 }
 
 // To the left as long as shots are stacked at the right edge.
 void PanelHand::ScrollShots(int by) {
   if (by < 0 && now->slides.stacks.right == 0) return;
-  now->slides.shotScrollOffset = std::min(now->slides.shotScrollOffset + by, 0);
+  now->slides.shotScrollOffset = std::min(AddPixels(now->slides.shotScrollOffset, by), 0);
 }
 
 void PanelHand::Land() {

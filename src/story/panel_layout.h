@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <vector>
 
+#include "foundation/truncate.h"
 #include "korvane/box2.h"
 #include "story/slides.h"
 
@@ -72,6 +73,10 @@ Vector2 GetSecondShotButton(const Slide& slide);
 
 /// The place where a drag lands on the slide; a little wider than the slide.
 Box2 GetDropBounds(const Slide& slide);
+
+/// Of any coordinates; the nearest int where there is none.
+inline int AddPixels(int a, int b) { return Truncate(static_cast<double>(a) + b); }
+inline int SubtractPixels(int a, int b) { return Truncate(static_cast<double>(a) - b); }
 
 /// A press has become a drag. Only the way to the side counts.
 bool IsDrag(int downX, int x);

@@ -14,7 +14,7 @@ Storyboard::~Storyboard() {
   if (ShotEditor* const editor = now->partners.editor.Get()) editor->SetStoryboard(nullptr);
   now->lifeline.Cut();
   now->playback.Close();
-  now->walk.recorder.reset();
+  if (const std::shared_ptr<WalkRecorder> gone = std::move(now->walk.recorder)) gone->Stop();
   GivePicturesBack();
   now->story.reset();
 }

@@ -233,7 +233,8 @@ bool Storyboard::BeginRecordWalk() {
   CameraOperations* const hub = now->partners.hub.Get();
   if (hub == nullptr) return false;
   if (QueryCamera(*hub).IsOrthographic()) hub->AutoSwitchToPerspectiveProjection();
-  if (!now || !CanRecordWalk() || now->partners.hub.Get() == nullptr) return false;
+  if (!now || !CanRecordWalk()) return false;
+  if (now->partners.hub.Get() == nullptr || IsRecordingWalk()) return false;  // by the host, who was asked
   const auto recorder = std::make_shared<WalkRecorder>();
   recorder->SetKorvane(now->partners.hub.Get());
   recorder->SetRenderer(now->partners.renderer.Get());

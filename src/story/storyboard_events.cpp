@@ -19,7 +19,7 @@ bool Storyboard::OnMouseMove(int x, int y) {
   const Staying now(parts);
   if (const std::shared_ptr<WalkRecorder> recorder = now->walk.recorder) return recorder->OnMouseMove(x, y);
   StoryboardParts::Mouse& mouse = now->mouse;
-  const int by = x - mouse.x;
+  const int by = SubtractPixels(x, mouse.x);
   mouse.x = x;
   mouse.y = y;
   now->menuMarked = false;
@@ -113,7 +113,7 @@ struct StoryboardKeys {
   }
   template <int BY>
   static bool Scroll(Storyboard& /*board*/, StoryboardParts& parts) {
-    parts.slides.scrollOffset += BY;
+    parts.slides.scrollOffset = AddPixels(parts.slides.scrollOffset, BY);
     parts.Refresh();
     parts.RequestUpdate();
     return true;
