@@ -92,7 +92,6 @@ class ZOVTOOLS_API WalkRecorder : public OperationObserver {
   Pixel viewport;
   bool releaseEndsHeight = false;
   bool recording = false;
-  bool moved = false;
   Pixel mouse;
   Pixel start;
   Pixel heightStart;

@@ -36,21 +36,6 @@ constexpr Vector2 TITLE_HALF{93.0, 16.0};
 constexpr double TITLE_BUTTONS[TITLE_BUTTON_COUNT] = {100.0, 121.0, 142.0, 175.0};
 constexpr double TITLE_BUTTON_HALF = 8.0;
 
-/// Where a round button lies, from the centre of its slide.
-struct RoundButton {
-  Vector2 place;
-  double radius;
-
-  Vector2 GetCenter(const Slide& slide) const { return slide.GetCenter() + place; }
-  bool IsHit(const Slide& slide, const Vector2& mouse) const {
-    return (mouse - GetCenter(slide)).Length() <= radius;
-  }
-};
-constexpr RoundButton FIRST_SEQUENCE_BUTTON{{47.0, 46.0}, 10.0};
-constexpr RoundButton SECOND_SEQUENCE_BUTTON{{47.0, -30.0}, 10.0};
-constexpr RoundButton FIRST_SHOT_BUTTON{{20.0, 20.0}, 8.0};
-constexpr RoundButton SECOND_SHOT_BUTTON{{20.0, -4.0}, 8.0};
-
 double GetStackPlace(int depth) { return STACK_STEP * std::min(depth, STACK_DEPTH - 1); }
 
 // A slide of a sequence, by its left edge.
@@ -150,25 +135,7 @@ bool IsFirstAboveSecondShot(const std::vector<Storyboard::ShotDisplayElement>& s
                                                                                    : first < second;
 }
 
-// ---- parts of a slide ----
-
-Vector2 GetFirstSequenceButton(const Slide& slide) { return FIRST_SEQUENCE_BUTTON.GetCenter(slide); }
-Vector2 GetSecondSequenceButton(const Slide& slide) { return SECOND_SEQUENCE_BUTTON.GetCenter(slide); }
-Vector2 GetFirstShotButton(const Slide& slide) { return FIRST_SHOT_BUTTON.GetCenter(slide); }
-Vector2 GetSecondShotButton(const Slide& slide) { return SECOND_SHOT_BUTTON.GetCenter(slide); }
-
-bool IsOverFirstSequenceButton(const Slide& slide, const Vector2& mouse) {
-  return FIRST_SEQUENCE_BUTTON.IsHit(slide, mouse);
-}
-bool IsOverSecondSequenceButton(const Slide& slide, const Vector2& mouse) {
-  return SECOND_SEQUENCE_BUTTON.IsHit(slide, mouse);
-}
-bool IsOverFirstShotButton(const Slide& slide, const Vector2& mouse) {
-  return FIRST_SHOT_BUTTON.IsHit(slide, mouse);
-}
-bool IsOverSecondShotButton(const Slide& slide, const Vector2& mouse) {
-  return SECOND_SHOT_BUTTON.IsHit(slide, mouse);
-}
+// ---- drags ----
 
 Box2 GetDropBounds(const Slide& slide) {
   return {slide.GetCenter(), {slide.halfWidth + DROP_MARGIN, slide.halfHeight + DROP_MARGIN}};

@@ -61,15 +61,23 @@ bool IsFirstAboveSecondSequence(int first, int second, int selected);
 /// On the left stack the later one, else the earlier.
 bool IsFirstAboveSecondShot(const std::vector<Storyboard::ShotDisplayElement>& slides, int first, int second);
 
-/// Buttons of a slide.
-bool IsOverFirstSequenceButton(const Slide& slide, const Vector2& mouse);
-bool IsOverSecondSequenceButton(const Slide& slide, const Vector2& mouse);
-bool IsOverFirstShotButton(const Slide& slide, const Vector2& mouse);
-bool IsOverSecondShotButton(const Slide& slide, const Vector2& mouse);
-Vector2 GetFirstSequenceButton(const Slide& slide);
-Vector2 GetSecondSequenceButton(const Slide& slide);
-Vector2 GetFirstShotButton(const Slide& slide);
-Vector2 GetSecondShotButton(const Slide& slide);
+/// A round button of a slide, by where it lies from the slide's centre.
+struct RoundButton {
+  Vector2 place;
+  double radius;
+
+  Vector2 GetCenter(const Slide& slide) const { return slide.GetCenter() + place; }
+  bool IsHit(const Slide& slide, const Vector2& mouse) const {
+    return (mouse - GetCenter(slide)).Length() <= radius;
+  }
+};
+/// That which plays, and that which flies to the start.
+struct SlideButtons {
+  RoundButton first;
+  RoundButton second;
+};
+constexpr SlideButtons SEQUENCE_BUTTONS = {{{47.0, 46.0}, 10.0}, {{47.0, -30.0}, 10.0}};
+constexpr SlideButtons SHOT_BUTTONS = {{{20.0, 20.0}, 8.0}, {{20.0, -4.0}, 8.0}};
 
 /// The place where a drag lands on the slide; a little wider than the slide.
 Box2 GetDropBounds(const Slide& slide);

@@ -43,6 +43,19 @@ auto FindHighlighted(const Slides& slides) -> decltype(slides.data()) {
 bool IsAdding(const Storyboard::DisplayElement& slide) { return slide.sequence == nullptr; }
 bool IsAdding(const Storyboard::ShotDisplayElement& slide) { return slide.shot == nullptr; }
 
+// False where none is under the mouse. The slide that adds one has no buttons.
+template <class Slides, class IsAbove>
+bool HighlightIn(Slides& slides, const Vector2& mouse, const SlideButtons& buttons,
+                 const IsAbove& isFirstAbove) {
+  const int found = FindTopmost(slides, mouse, isFirstAbove);
+  if (found < 0) return false;
+  auto& slide = SlideAt(slides, found);
+  slide.highlighted = true;
+  slide.overFirstButton = !IsAdding(slide) && buttons.first.IsHit(slide, mouse);
+  slide.overSecondButton = !IsAdding(slide) && buttons.second.IsHit(slide, mouse);
+  return true;
+}
+
 // The one slide on which the drag lands. The slide that adds one stands for the end of the row.
 template <class Slides, class IsDragged>
 void MarkDropIn(Slides& slides, const Vector2& mouse, double draggedBy, const IsDragged& isDragged) {
@@ -145,23 +158,13 @@ void PanelSlides::MakeShots(Sequence* sequence, bool editing) {
 
 // The shots lie above the sequences.
 void PanelSlides::Highlight(const Vector2& mouse) {
-  const int shot =
-      FindTopmost(shots, mouse, [this](int a, int b) { return IsFirstAboveSecondShot(shots, a, b); });
-  if (shot >= 0) {
-    Storyboard::ShotDisplayElement& slide = SlideAt(shots, shot);
-    slide.highlighted = true;
-    slide.overFirstButton = slide.shot != nullptr && IsOverFirstShotButton(slide, mouse);
-    slide.overSecondButton = slide.shot != nullptr && IsOverSecondShotButton(slide, mouse);
-    return;
-  }
-  const int sequence = FindTopmost(sequences, mouse, [this](int a, int b) {
+  const auto isShotAbove = [this](int a, int b) { return IsFirstAboveSecondShot(shots, a, b); };
+  const auto isSequenceAbove = [this](int a, int b) {
     return IsFirstAboveSecondSequence(a, b, selectedSequenceIndex);
-  });
-  if (sequence < 0) return;
-  Storyboard::DisplayElement& slide = SlideAt(sequences, sequence);
-  slide.highlighted = true;
-  slide.overFirstButton = slide.sequence != nullptr && IsOverFirstSequenceButton(slide, mouse);
-  slide.overSecondButton = slide.sequence != nullptr && IsOverSecondSequenceButton(slide, mouse);
+  };
+  if (!HighlightIn(shots, mouse, SHOT_BUTTONS, isShotAbove)) {
+    HighlightIn(sequences, mouse, SEQUENCE_BUTTONS, isSequenceAbove);
+  }
 }
 
 void PanelSlides::MarkDrop(const Mouse& mouse) {

@@ -1,7 +1,5 @@
 #include "story/story_playback.h"
 
-#include <utility>
-
 #include "camera/host_camera.h"
 #include "korvane/math.h"
 #include "korvane/shot_parameters.h"
@@ -161,31 +159,27 @@ bool StoryPlayback::BeginShot(ShotSpecification* shot) {
   const Borrowed<ShotSpecification> wanted(shot);
   const CameraParameters before = QueryCamera(*hub);
   if (!alive) return false;
-  StartNext(wanted.Get());
-  if (!alive || !begun) return false;
-  RewindHistory* const history = parts.partners.history.Get();
-  if (history == nullptr) return true;
-  recordingHistory = true;
-  record.Begin(history, before);
+  if (!StartNext(wanted.Get())) return false;
+  Record(before);
   return true;
 }
 
-// The camera of the shot, and its move. What the shot fades in from covers the view at first.
-FadeOverlay StoryPlayback::StartNext(ShotSpecification* shot) {
+// Until the next rest of the camera.
+void StoryPlayback::Record(const CameraParameters& before) {
+  if (RewindHistory* const history = parts.partners.history.Get()) record.Begin(history, before);
+}
+
+// The camera of the shot, and its move. False where the storyboard is gone by then.
+bool StoryPlayback::StartNext(ShotSpecification* shot) {
   const CallingOut out(callsOut);
   const Lifeline::Watch alive(parts.lifeline);
   const Borrowed<ShotSpecification> started(shot);
   currentShot.Set(shot);
-  begun = false;
   if (CameraOperations* const hub = parts.partners.hub.Get(); hub != nullptr && shot != nullptr) {
     hub->ApplyCameraParameters(CameraParameters(shot->GetCameraParameters()));
   }
   CameraOperations* const hub = alive ? parts.partners.hub.Get() : nullptr;
-  if (hub == nullptr || started.Get() == nullptr) return {};
-  const bool moves = started.Get()->BeginShot(hub);
-  if (!alive) return {};
-  begun = moves;
-  return CoverBy(GetFadeTransition(started.Get()));
+  return hub != nullptr && started.Get() != nullptr && started.Get()->BeginShot(hub) && alive;
 }
 
 bool StoryPlayback::Target(ShotSpecification* shot) {
@@ -205,10 +199,7 @@ bool StoryPlayback::Target(ShotSpecification* shot) {
   CameraOperations* const flown = alive ? parts.partners.hub.Get() : nullptr;
   const bool flies = flown != nullptr && flown->BeginShot(move);
   if (!alive || !flies) return false;
-  RewindHistory* const history = parts.partners.history.Get();
-  if (history == nullptr) return true;
-  recordingHistory = true;
-  record.Begin(history, before);
+  Record(before);
   return true;
 }
 
@@ -328,7 +319,8 @@ FadeOverlay StoryPlayback::GetOverlay(const Shot& move, const FadeTransition& fa
   return {1.0 - remaining / coming.duration, coming.level};
 }
 
-// A shot that has no move is passed over in the next frame, unless it is the only one.
+// What the shot fades in from covers the view at first. One that has no move is passed over in the next
+// frame, unless it is the only one.
 FadeOverlay StoryPlayback::GoOn() {
   const Lifeline::Watch alive(parts.lifeline);
   Place next;
@@ -339,8 +331,8 @@ FadeOverlay StoryPlayback::GoOn() {
   }
   const bool single = place.sequence.Get() == nullptr;
   place.Set(next);
-  const FadeOverlay overlay = StartNext(shot);
-  if (!alive || begun) return overlay;
+  if (StartNext(shot)) return CoverBy(GetFadeTransition(currentShot.Get()));
+  if (!alive) return {};
   if (single) {
     End();
   } else {
@@ -360,7 +352,7 @@ void StoryPlayback::End() {
 }
 
 void StoryPlayback::Close() {
-  if (!std::exchange(recordingHistory, false)) return;
+  if (!record.IsOpen()) return;
   CameraOperations* const hub = parts.partners.hub.Get();
   if (!IsShotOver(hub)) hub->EndShot();
   record.End(parts.partners.hub.Get());
@@ -368,9 +360,7 @@ void StoryPlayback::Close() {
 
 void StoryPlayback::EndHistoryRecord() {
   const CameraOperations* const hub = parts.partners.hub.Get();
-  if (!recordingHistory || playing || !IsShotOver(hub)) return;
-  recordingHistory = false;
-  record.End(hub);
+  if (!playing && IsShotOver(hub)) record.End(hub);
 }
 
 }  // namespace Korvane

@@ -52,7 +52,7 @@ class StoryPlayback {
   bool IsPlaying() const { return playing; }
   bool IsPaused() const { return paused; }
   bool IsPreviewing() const { return previewing; }
-  bool IsRecordingHistory() const { return recordingHistory; }
+  bool IsRecordingHistory() const { return record.IsOpen(); }
   ShotSpecification* GetCurrentShot() const { return currentShot.Get(); }
   /// Null where no sequence plays, or pauses.
   Sequence* GetPlayingSequence() const { return playing ? place.sequence.Get() : nullptr; }
@@ -97,7 +97,8 @@ class StoryPlayback {
   ShotSpecification* FindNext(Place& next) const;
   FadeOverlay GetOverlay(const Shot& move, const FadeTransition& fade) const;
   FadeOverlay GoOn();
-  FadeOverlay StartNext(ShotSpecification* shot);
+  bool StartNext(ShotSpecification* shot);
+  void Record(const CameraParameters& before);
   void End();
   void EndPreview();
   void EndHistoryRecord();
@@ -113,10 +114,8 @@ class StoryPlayback {
   bool previewing = false;
   CameraParameters previewStartCamera;
   bool previewLoop = false;
-  bool recordingHistory = false;
   int callsOut = 0;
   std::uint64_t runs = 0;  // counts the playbacks that have begun
-  bool begun = false;      // the move of the shot that was started last
   RewindRecord record;
 };
 

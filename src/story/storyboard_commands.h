@@ -71,19 +71,15 @@ class ElementEdit {
   /// Null for the last one, and for one that is not there.
   Element* GetNext() const { return IsThere() ? Kind::At(*list.Get(), GetIndex() + 1) : nullptr; }
 
-  /// The first time that it is handed over with; then only what has been taken out here.
+  /// The first time, when it is handed over with the command.
   void Add() {
-    if (list.Get() == nullptr || Get() == nullptr || (placed && held == nullptr)) return;
-    placed = true;
-    GiveBack();
-    Kind::Insert(*list.Get(), List::NOT_THERE, Get());
+    if (list.Get() != nullptr && Get() != nullptr) Kind::Insert(*list.Get(), List::NOT_THERE, Get());
   }
   /// Only what it has taken out itself: all else is someone else's.
   void PutBack(std::uint64_t index) {
     if (list.Get() != nullptr && held != nullptr) Kind::Insert(*list.Get(), index, held.release());
   }
   void Remove() {
-    placed = true;
     if (list.Get() == nullptr) return;
     if (Element* const removed = Kind::Remove(*list.Get(), Get())) held.reset(removed);
   }
@@ -100,7 +96,6 @@ class ElementEdit {
 
   Borrowed<List> list;
   std::unique_ptr<Element> held;
-  bool placed = false;  // it has been in the list
   Borrowed<Element> element;
 };
 using SequenceEdit = ElementEdit<SequencesOfStory>;

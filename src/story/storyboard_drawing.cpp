@@ -94,8 +94,9 @@ void Storyboard::Draw() {
   if (!now || (presents && !now->life.fadeWhilePresenting)) return;
   const bool shows = now->life.visible && !presents;
   if (!shows && !(now->overlay.alpha > 0.0)) return;
-  Update();
-  if (now && shows) now->MakePictures();
+  const bool changed = now->Refresh();
+  const bool made = shows && now->MakePictures();
+  if (now && (changed || made)) now->RequestUpdate();
   if (now) DrawOver(shows);
 }
 

@@ -1,5 +1,4 @@
 // The mouse and the keys.
-#include <iterator>
 #include <memory>
 
 #include "story/panel_hand.h"
@@ -44,7 +43,6 @@ bool Storyboard::OnLeftMouseDown(int x, int y) {
   now->menuMarked = false;
   mouse.leftDown = true;
   mouse.downX = x;
-  mouse.downY = y;
   mouse.dragging = false;
   mouse.dragInStrip = y > now->room.y + PanelLayout::STRIP_TOP;
   if (!mouse.controlDown) PanelHand(*this, parts).Press();

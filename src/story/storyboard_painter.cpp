@@ -50,8 +50,7 @@ struct StoryboardPainter::SlideKind {
   int drop;
   Vector2 thumbnail;  // from the centre of the slide
   Vector2 label;
-  Vector2 (*getFirstButton)(const Slide& slide);
-  Vector2 (*getSecondButton)(const Slide& slide);
+  SlideButtons buttons;
 };
 
 const StoryboardPainter::SlideKind StoryboardPainter::SEQUENCE = {
@@ -67,8 +66,7 @@ const StoryboardPainter::SlideKind StoryboardPainter::SEQUENCE = {
     TEXTURE_SEQUENCE_DROP,
     {0.0, 4.0},
     {0.0, -54.0},
-    GetFirstSequenceButton,
-    GetSecondSequenceButton,
+    SEQUENCE_BUTTONS,
 };
 
 const StoryboardPainter::SlideKind StoryboardPainter::SHOT = {
@@ -84,8 +82,7 @@ const StoryboardPainter::SlideKind StoryboardPainter::SHOT = {
     TEXTURE_SHOT_DROP,
     {0.0, 7.5},
     {0.0, -24.0},
-    GetFirstShotButton,
-    GetSecondShotButton,
+    SHOT_BUTTONS,
 };
 
 StoryboardPainter::StoryboardPainter() {
@@ -184,8 +181,8 @@ void StoryboardPainter::DrawKind(Renderer& target, const SlideKind& kind, bool a
 void StoryboardPainter::DrawButtons(Renderer& target, const SlideKind& kind, const Slide& slide,
                                     SlideState state) {
   const int first = state == SlideState::Playing ? kind.pause : kind.play;
-  Draw(target, OfHover(first, slide.overFirstButton), kind.getFirstButton(slide));
-  Draw(target, OfHover(kind.target, slide.overSecondButton), kind.getSecondButton(slide));
+  Draw(target, OfHover(first, slide.overFirstButton), kind.buttons.first.GetCenter(slide));
+  Draw(target, OfHover(kind.target, slide.overSecondButton), kind.buttons.second.GetCenter(slide));
 }
 
 }  // namespace Korvane

@@ -119,46 +119,44 @@ StringID StoryboardParts::FindTooltip() const {
 
 // ---- pictures ----
 
-// None in a drag, whose slides may show what is gone.
-void StoryboardParts::MakePictures() {
-  if (grab.IsDragging()) return;
+// None in a drag, whose slides may show what is gone. Whoever makes a picture may change the story: the
+// slides are brought up to date before the next one, and no more are made than there are slides.
+bool StoryboardParts::MakePictures() {
+  if (grab.IsDragging()) return false;
+  bool made = false;
+  for (std::size_t left = slides.sequences.size() + slides.shots.size(); left > 0 && MakeLabel(); --left) {
+    made = true;
+    Refresh();
+  }
+  made = MakeThumbnail() || made;
   pictures.GiveLostBack();
-  MakeLabels();
-  if (MakeThumbnail()) RequestUpdate();
+  return made;
 }
 
-// Whoever makes a picture may change the story: a slide is asked for only while what it shows is there.
-bool StoryboardParts::IsThere(const Storyboard::DisplayElement& slide) const {
-  return slide.sequence != nullptr && story != nullptr && story->ContainsSequence(slide.sequence);
-}
-
-bool StoryboardParts::IsThere(const Storyboard::ShotDisplayElement& slide) const {
-  return slide.shot != nullptr && story != nullptr && story->ContainsSequence(slide.sequence) &&
-         slide.sequence->ContainsShot(slide.shot);
-}
-
-void StoryboardParts::MakeLabels() {
-  for (std::size_t i = 0; i < slides.sequences.size(); ++i) {
-    const Storyboard::DisplayElement slide = slides.sequences[i];
-    if (!IsThere(slide) || !pictures.LacksLabel(slide.sequence, slide.sequence->GetName())) continue;
-    pictures.MakeLabel(*slide.sequence);
+// The first that is missing.
+bool StoryboardParts::MakeLabel() {
+  for (const Storyboard::DisplayElement& each : slides.sequences) {
+    if (each.sequence == nullptr || !pictures.LacksLabel(each.sequence, each.sequence->GetName())) continue;
+    pictures.MakeLabel(*each.sequence);
+    return true;
   }
-  for (std::size_t i = 0; i < slides.shots.size(); ++i) {
-    const Storyboard::ShotDisplayElement slide = slides.shots[i];
-    if (!IsThere(slide) || !pictures.LacksLabel(slide.shot, slide.shot->GetName())) continue;
-    pictures.MakeLabel(*slide.shot);
+  for (const Storyboard::ShotDisplayElement& each : slides.shots) {
+    if (each.shot == nullptr || !pictures.LacksLabel(each.shot, each.shot->GetName())) continue;
+    pictures.MakeLabel(*each.shot);
+    return true;
   }
+  return false;
 }
 
-// True when one was made: there may be more.
 bool StoryboardParts::MakeThumbnail() {
   for (const Storyboard::DisplayElement& each : slides.sequences) {
-    if (!IsThere(each) || each.sequence->IsEmpty() || !pictures.LacksThumbnail(*each.sequence)) continue;
+    if (each.sequence == nullptr || each.sequence->IsEmpty()) continue;
+    if (!pictures.LacksThumbnail(*each.sequence)) continue;
     pictures.MakeThumbnail(*each.sequence);
     return true;
   }
   for (const Storyboard::ShotDisplayElement& each : slides.shots) {
-    if (!IsThere(each) || !pictures.LacksThumbnail(*each.shot)) continue;
+    if (each.shot == nullptr || !pictures.LacksThumbnail(*each.shot)) continue;
     pictures.MakeThumbnail(*each.shot);
     return true;
   }

@@ -47,7 +47,6 @@ struct StoryboardParts {
     int y = 0;
     bool leftDown = false;
     int downX = 0;
-    int downY = 0;
     bool dragging = false;     // the press has moved far enough to the side
     bool dragInStrip = false;  // it began on the row of the shots
     bool inRegion = false;
@@ -94,8 +93,9 @@ struct StoryboardParts {
   void GiveMessagesBack();
   /// Brings the slides and what the mouse is on up to date. Whether anything has changed.
   bool Refresh();
-  /// The scene, or a label, for a slide that has none: one picture of the scene a frame.
-  void MakePictures();
+  /// For slides that are up to date, the labels that they lack, and one picture of the scene. Whether
+  /// anything was made: there may be more to make.
+  bool MakePictures();
 
   Partners partners;
   Life life;
@@ -119,9 +119,7 @@ struct StoryboardParts {
  private:
   bool UpdateMouse();
   StringID FindTooltip() const;
-  bool IsThere(const Storyboard::DisplayElement& slide) const;
-  bool IsThere(const Storyboard::ShotDisplayElement& slide) const;
-  void MakeLabels();
+  bool MakeLabel();
   bool MakeThumbnail();
 };
 

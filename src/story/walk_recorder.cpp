@@ -99,7 +99,6 @@ void WalkRecorder::EndOperation(OperationType type) {
 bool WalkRecorder::OnMouseMove(int x, int y) {
   mouse = {x, y};
   if (!recording) return false;
-  moved = true;
   const OperationType type = adjustingHeight ? OPERATION_HEIGHT : OPERATION_FLY;
   if (CameraOperations* const walked = hub.Get()) walked->UpdateOperationParams(x, FlipY(y), type);
   return false;
@@ -110,7 +109,6 @@ bool WalkRecorder::OnLeftMouseUp(int x, int y) {
   mouse = {x, y};
   const bool ends = recording && hub.Get() != nullptr;
   if (recording) {
-    moved = false;
     recording = false;
     const bool endsHeight = std::exchange(adjustingHeight, false) && releaseEndsHeight;
     if (ends) EndOperation(OPERATION_FLY);

@@ -101,9 +101,8 @@ TEST(PanelLayout, shots_past_an_edge_are_stacked_three_pixels_apart) {
 // ---- buttons ----
 
 TEST(PanelLayout, the_buttons_of_a_slide_are_round) {
-  using IsOver = bool (*)(const Slide&, const Vector2&);
   struct Row {
-    IsOver isOver;
+    RoundButton button;
     Vector2 place;
     double radius;
   };
@@ -111,13 +110,13 @@ TEST(PanelLayout, the_buttons_of_a_slide_are_round) {
   slide.x = 500;
   slide.y = 300;
   for (const Row& row :
-       {Row{IsOverFirstSequenceButton, {47, 46}, 10.0}, Row{IsOverSecondSequenceButton, {47, -30}, 10.0},
-        Row{IsOverFirstShotButton, {20, 20}, 8.0}, Row{IsOverSecondShotButton, {20, -4}, 8.0}}) {
+       {Row{SEQUENCE_BUTTONS.first, {47, 46}, 10.0}, Row{SEQUENCE_BUTTONS.second, {47, -30}, 10.0},
+        Row{SHOT_BUTTONS.first, {20, 20}, 8.0}, Row{SHOT_BUTTONS.second, {20, -4}, 8.0}}) {
     const Vector2 centre = Vector2(500, 300) + row.place;
     for (int i = 0; i < 16; ++i) {
       const Vector2 way(std::cos(i * 0.4), std::sin(i * 0.4));
-      EXPECT_TRUE(row.isOver(slide, centre + way * (row.radius - 0.01)));
-      EXPECT_FALSE(row.isOver(slide, centre + way * (row.radius + 0.01)));
+      EXPECT_TRUE(row.button.IsHit(slide, centre + way * (row.radius - 0.01)));
+      EXPECT_FALSE(row.button.IsHit(slide, centre + way * (row.radius + 0.01)));
     }
   }
 }
