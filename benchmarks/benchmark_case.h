@@ -24,6 +24,9 @@ class BenchmarkCase {
   /// What a step may take where a multiple of the bare arithmetic says nothing, since there is next to none;
   /// 0 for a multiple.
   virtual double GetAimInNanoseconds() const { return 0.0; }
+  /// What a step may take above the other side, where that is the same work without something around it; 0
+  /// for a multiple.
+  virtual double GetAimAboveBare() const { return 0.0; }
 };
 
 /// The cases of each file; each lives as long as the program.
@@ -41,3 +44,10 @@ std::vector<BenchmarkCase*> GetToolbarCases();
 /// On the way through the view manager, beside the same search in the same picture; a slide along a film
 /// strip, beside the sum of two views; a draw, beside the corners of what is drawn.
 std::vector<BenchmarkCase*> GetDiscCases();
+/// A frame of a story that plays, beside the frame of its move; a mouse move over a hundred slides, beside
+/// the same search; a draw, beside the corners of what is drawn.
+std::vector<BenchmarkCase*> GetStoryCases();
+/// Through the facade, beside the same through the classes that it stands before.
+std::vector<BenchmarkCase*> GetFacadeCases();
+/// An input of a six-axis device and its frame, beside the same arithmetic.
+std::vector<BenchmarkCase*> GetControllerCases();

@@ -95,8 +95,9 @@ int main(int argc, char** argv) {
   if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) return 2;
 
   std::vector<BenchmarkCase*> cases;
-  for (const auto& group : {GetFrameCases(), GetPickCases(), GetShotCases(), GetFitCases(), GetCubeCases(),
-                            GetViewManagerCases(), GetToolbarCases(), GetDiscCases()}) {
+  for (const auto& group :
+       {GetFrameCases(), GetPickCases(), GetShotCases(), GetFitCases(), GetCubeCases(), GetViewManagerCases(),
+        GetToolbarCases(), GetDiscCases(), GetStoryCases(), GetFacadeCases(), GetControllerCases()}) {
     cases.insert(cases.end(), group.begin(), group.end());
   }
 

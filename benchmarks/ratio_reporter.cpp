@@ -45,7 +45,10 @@ void RatioReporter::PrintRow(const BenchmarkCase& benchmarkCase, const std::stri
     std::printf(" %12s %8s", "", "");
   }
   const double aim = benchmarkCase.GetAimInNanoseconds();
-  const bool fastEnough = aim > 0.0 ? library->nanoseconds <= aim : ratio <= RATIO_AIM;
+  const double aimAbove = benchmarkCase.GetAimAboveBare();
+  const bool fastEnough = aim > 0.0        ? library->nanoseconds <= aim
+                          : aimAbove > 0.0 ? library->nanoseconds - bare->nanoseconds <= aimAbove
+                                           : ratio <= RATIO_AIM;
   std::printf(" %8.2f%s\n", library->allocations,
               fastEnough && library->allocations == 0.0 ? "" : "  past the aim");
 }
@@ -60,6 +63,8 @@ void RatioReporter::PrintTable(const std::vector<BenchmarkCase*>& cases) const {
       "move far from the cube in at most 150 ns, a mouse move with a disc and a slide of the film strip\n"
       "in at most 3000 ns, a draw of a disc in at most 1000 ns, a mouse move over a toolbar in at most\n"
       "300 ns and far from it in at most 100 ns, a layout of a toolbar in at most 1500 ns and a draw of\n"
-      "it in at most 1000 ns.\n",
+      "it in at most 1000 ns, a mouse move over a panel of 100 slides in at most 1500 ns and a draw of it\n"
+      "in at most 8000 ns. What goes through the facade: at most 100 ns above the same without it, and 4 ns\n"
+      "for each piece of geometry that is drawn.\n",
       RATIO_AIM);
 }

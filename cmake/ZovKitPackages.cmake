@@ -14,6 +14,9 @@ set(ZOV_KIT_PACKAGES
   "window|ZOV_SDL2|libsdl2-dev|sdl2"
   "window|ZOV_IMGUI|libimgui-dev|imgui"
   "window|ZOV_FONTCONFIG|libfontconfig-dev|fontconfig")
+if(ZOV_WITH_SPNAV)
+  list(APPEND ZOV_KIT_PACKAGES "window|ZOV_SPNAV|libspnav-dev|spnav")
+endif()
 
 # zov_find_kit_packages(<library> <variable>): the variable becomes a list of the Debian packages that are
 # missing.

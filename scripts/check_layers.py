@@ -65,7 +65,9 @@ ROOMS = {room: names.split() for room, names in {
     "scene_view": "projection images scene gl",
     "window": "images",
     "input": "window",
+    "devices": "",
     "bars": "",
+    "panels": "texts devices",
 }.items()}
 ROOM_OF_HEADER = {f"zovhost/{name}.h": room for room, names in {
     "projection": "projection",
@@ -82,7 +84,9 @@ ROOM_OF_HEADER = {f"zovhost/{name}.h": room for room, names in {
     "scene_view": "gl_scene_view",
     "window": "gui window",
     "input": "click_watch held_keys key_table pointer_wrap wheel_counter window_view_manager",
+    "devices": "six_axis_settings six_axis_source six_axis_hand spnav_source game_controller_source",
     "bars": "navigation_bar_host toolbar_dress tooltip_note",
+    "panels": "shot_editor_panel six_axis_panel",
 }.items() for name in names.split()}
 # What a room may know beside the standard library, by how the name of a header begins.
 FOREIGN = {room: tuple(names.split()) for room, names in {
@@ -95,7 +99,9 @@ FOREIGN = {room: tuple(names.split()) for room, names in {
     "widget_renderer": "epoxy/",
     "scene_view": "epoxy/",
     "window": "SDL backends/ fontconfig/ imgui",
+    "panels": "imgui",
     "input": "SDL_keycode.h",
+    "devices": "SDL spnav.h sys/ fcntl.h poll.h unistd.h",
 }.items()}
 PROGRAMS = ("host/sheets", "apps", "examples")
 
@@ -177,6 +183,14 @@ def program_faults_of(root, path):
             yield f"{path}: {name} is neither public nor its own"
 
 
+def umbrella_faults_of(root, umbrella):
+    """An umbrella includes every header of its folder."""
+    names = {name for _, name in INCLUDE.findall((root / umbrella).read_text())}
+    for path in sources_in(root, pathlib.PurePath(umbrella).parent):
+        if path != umbrella and path.removeprefix("include/") not in names:
+            yield f"{umbrella}: does not include {path}"
+
+
 def sources_in(root, folder):
     return [path.relative_to(root).as_posix() for path in sorted((root / folder).rglob("*"))
             if path.suffix in (".h", ".cpp")]
@@ -190,6 +204,7 @@ def main():
                for fault in host_faults_of(root, path)]
     faults += [fault for folder in PROGRAMS for path in sources_in(root, folder)
                for fault in program_faults_of(root, path)]
+    faults += [fault for umbrella in sorted(UMBRELLAS) for fault in umbrella_faults_of(root, umbrella)]
     faults += [f"the table of rooms: {room} sees {seen} below it" for place, room in enumerate(ROOMS)
                for seen in ROOMS[room] if seen not in list(ROOMS)[:place]]
     print(*faults, sep="\n", end="\n" if faults else "")

@@ -4,6 +4,7 @@
 
 #include "korvane/rewind_history.h"
 #include "korvane/shot_parameters.h"
+#include "view_story.h"
 
 namespace zovview {
 
@@ -34,6 +35,7 @@ void OpenDisc(const ViewTarget& target, DiscType type) { target.disc.SetActiveDi
 void CloseDisc(const ViewTarget& target) { target.disc.SetActiveDisc(DiscType::None); }
 
 void Dismiss(const ViewTarget& target) {
+  if (target.story != nullptr && target.story->Cancel()) return;
   if (target.disc.GetActiveDisc() != DiscType::None) return CloseDisc(target);
   ClearSelection(target);
 }

@@ -9,7 +9,7 @@ namespace zovview {
 
 void OpenDisc(const ViewTarget& target, Korvane::DiscType type);
 void CloseDisc(const ViewTarget& target);
-/// Puts the open disc away; without one selects nothing.
+/// Ends what plays or records; or puts the open disc away; or selects nothing.
 void Dismiss(const ViewTarget& target);
 /// Tells what discs are for.
 void ShowDiscHelp(const ViewTarget& target);

@@ -6,13 +6,16 @@
 #include <optional>
 #include <string>
 
+#include "korvane/story.h"
 #include "model_source.h"
 #include "progress_line.h"
 #include "recorder.h"
 #include "replay.h"
 #include "settings_file.h"
+#include "story_export.h"
 #include "tour.h"
 #include "viewer.h"
+#include "zovhost/story_file.h"
 
 namespace {
 
@@ -29,6 +32,8 @@ struct Arguments {
   std::string record;
   std::string replay;
   std::string size;
+  std::string play;
+  int rate = 6;
   zovview::TourOptions tour;
 };
 
@@ -65,18 +70,28 @@ std::optional<int> ReadArguments(int argc, char** argv, Arguments& arguments) {
          },
          "Of the window or the pictures, WxH, 1280x800 if not given")
       ->take_last();
-  app.add_option("--out", arguments.tour.directory, "Where a tour is written, out/tour if not given")
+  app.add_option("--out", arguments.tour.directory,
+                 "Where a tour or a story is written, out/tour or out/story if not given")
       ->take_last();
   CLI::Option* const split = app.add_flag("--split", arguments.split, "Two views beside each other");
   CLI::Option* const record =
       app.add_option("--record", arguments.record, "Writes what is done into a recording")->take_last();
-  app.add_option("--replay", arguments.replay, "Plays a recording without a window, and prints the cameras")
-      ->take_last()
-      ->excludes(record)
-      ->excludes(split)
-      ->excludes(model)
-      ->excludes(headless);
+  CLI::Option* const replay = app.add_option("--replay", arguments.replay,
+                                             "Plays a recording without a window, and prints the cameras")
+                                  ->take_last()
+                                  ->excludes(record)
+                                  ->excludes(split)
+                                  ->excludes(model)
+                                  ->excludes(headless);
   record->excludes(split)->excludes(headless);
+  CLI::Option* const play =
+      app.add_option("--play", arguments.play, "Opens a story and presents it; with --headless as pictures")
+          ->take_last();
+  app.add_option("--rate", arguments.rate, "Pictures for a second of the story, 6 if not given")
+      ->take_last()
+      ->needs(play)
+      ->check(CLI::IsMember({1, 2, 3, 4, 5, 6, 10, 12, 15, 20, 30, 60}));
+  play->excludes(split)->excludes(record)->excludes(replay);
   app.add_flag("--log", arguments.log,
                "A line on the error stream for each event, frame and rest of the window");
   app.add_flag("--no-settings", arguments.noSettings,
@@ -95,6 +110,21 @@ std::optional<int> ReadArguments(int argc, char** argv, Arguments& arguments) {
 
 void Note(const std::string& text) { std::fprintf(stderr, "zovview: %s\n", text.c_str()); }
 
+// Where a film goes that is given no place.
+constexpr const char* TOUR_FOLDER = "out/tour";
+constexpr const char* STORY_FOLDER = "out/story";
+
+int WriteFilm(const zovview::LoadedModel& model, const Arguments& arguments) {
+  zovview::TourOptions tour = arguments.tour;
+  if (arguments.play.empty()) {
+    if (tour.directory.empty()) tour.directory = TOUR_FOLDER;
+    return zovview::RunTour(model, tour);
+  }
+  if (tour.directory.empty()) tour.directory = STORY_FOLDER;
+  return zovview::RunStory(model, arguments.play,
+                           {tour.directory, {tour.width, tour.height, arguments.rate}});
+}
+
 int ShowTour(const zovview::ModelSource& source, const Arguments& arguments, const std::string& note) {
   zovview::LoadedModel model;
   {
@@ -107,7 +137,7 @@ int ShowTour(const zovview::ModelSource& source, const Arguments& arguments, con
     return EXIT_BAD_INPUT;
   }
   if (!note.empty()) Note(note);
-  return zovview::RunTour(model, arguments.tour);
+  return WriteFilm(model, arguments);
 }
 
 int ShowWindow(zovhost::Window& window, const zovview::ModelSource& source, const Arguments& arguments) {
@@ -124,17 +154,26 @@ int ShowWindow(zovhost::Window& window, const zovview::ModelSource& source, cons
   std::optional<zovview::SettingsFile> settings;
   if (!arguments.noSettings && recorder == nullptr) settings.emplace(zovview::SettingsFile::FindPlace());
   const zovview::Viewer::Options options = {arguments.split, recorder.get(), arguments.log,
-                                            settings.has_value() ? &*settings : nullptr};
+                                            settings.has_value() ? &*settings : nullptr, arguments.play};
   const int code = zovview::Viewer(window, options).Run(source);
   if (code != 0 || recorder == nullptr || recorder->Finish(error)) return code;
   Note(error);
   return 1;
 }
 
+// Before anything opens or loads.
+bool IsStoryGood(const std::string& path) {
+  std::string error;
+  if (path.empty() || zovhost::StoryFile().Read(path, error) != nullptr) return true;
+  Note(error);
+  return false;
+}
+
 int RunProgram(int argc, char** argv) {
   Arguments arguments;
   if (const std::optional<int> code = ReadArguments(argc, argv, arguments)) return *code;
   if (!arguments.replay.empty()) return zovview::RunReplay(arguments.replay);
+  if (!IsStoryGood(arguments.play)) return EXIT_BAD_INPUT;
   const zovview::ModelSource source =
       arguments.model.empty() ? zovview::FindDefaultModel() : zovview::ModelSource{arguments.model};
 

@@ -43,6 +43,10 @@ void Recorder::Add(const ViewCommand& command) {
   if (begun) output << FormatEvent({GetTime(), {}, &command});
 }
 
+void Recorder::Add(const DeviceEvent& event) {
+  if (begun) output << FormatEvent({GetTime(), {}, nullptr, event});
+}
+
 bool Recorder::Finish(std::string& error) {
   if (!begun) {
     error = file.string() + ": no model was shown, so there is nothing to record";

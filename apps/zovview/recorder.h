@@ -25,6 +25,7 @@ class Recorder {
   /// What comes before the begin, repetitions of a key, and what a recording has no words for are left out.
   void Add(const zovhost::WindowEvent& event);
   void Add(const ViewCommand& command);
+  void Add(const DeviceEvent& event);
   /// False when not all could be written, or nothing was ever begun; `error` then holds one line, and no file
   /// is left.
   bool Finish(std::string& error);

@@ -10,6 +10,9 @@
 #include <sstream>
 #include <string_view>
 #include <utility>
+#include <variant>
+
+#include "korvane/cam3d_controller_observer.h"
 
 namespace zovview {
 
@@ -25,14 +28,30 @@ constexpr double MOST_NOTCHES = 1000.0;
 constexpr int MOST_CLICKS = 1000;
 
 // What follows the name of an event on its line.
-enum class Form : int { Position, Button, Press, Wheel, Key, Size, Path, Command, Nothing };
+enum class Form : int {
+  Position,
+  Button,
+  Press,
+  Wheel,
+  Key,
+  Size,
+  Path,
+  Command,
+  Axes,
+  DeviceButton,
+  Setting,
+  Nothing
+};
 
+using Device = DeviceEvent::Kind;
+
+// A type of the window, a kind of the device, or a command.
 struct EventName {
   const char* name;
-  Type type;
+  std::variant<Type, Device, std::monostate> what;
   Form form;
 };
-constexpr std::array<EventName, 11> EVENT_NAMES = {{
+constexpr std::array<EventName, 15> EVENT_NAMES = {{
     {"move", Type::MouseMove, Form::Position},
     {"press", Type::MouseDown, Form::Press},
     {"release", Type::MouseUp, Form::Button},
@@ -43,16 +62,22 @@ constexpr std::array<EventName, 11> EVENT_NAMES = {{
     {"focus-lost", Type::FocusLost, Form::Nothing},
     {"resize", Type::Resized, Form::Size},
     {"open", Type::FileDropped, Form::Path},
-    {"command", Type::Closing, Form::Command},  // no event of the window
+    {"command", std::monostate(), Form::Command},
+    {"axes", Device::Axes, Form::Axes},
+    {"device-press", Device::Press, Form::DeviceButton},
+    {"device-release", Device::Release, Form::DeviceButton},
+    {"device", Device::Setting, Form::Setting},
 }};
 
 // In the order of the buttons.
 constexpr std::array<const char*, 3> BUTTON_NAMES = {"left", "middle", "right"};
 
 const EventName& FindName(const RecordedEvent& recorded) {
-  const Type type = recorded.command != nullptr ? Type::Closing : recorded.event.type;
+  decltype(EventName::what) what = recorded.event.type;
+  if (recorded.command != nullptr) what = std::monostate();
+  if (recorded.device.has_value()) what = recorded.device->kind;
   return *std::find_if(EVENT_NAMES.begin(), EVENT_NAMES.end(),
-                       [type](const EventName& name) { return name.type == type; });
+                       [&what](const EventName& name) { return name.what == what; });
 }
 
 // ---- reading ----
@@ -102,6 +127,17 @@ bool ReadKey(Words& words, WindowEvent& event) {
   return event.key != SDLK_UNKNOWN;
 }
 
+bool ReadAxes(Words& words, zovhost::SixAxes& axes) {
+  constexpr double MOST = zovhost::MOST_DEFLECTION;
+  return std::all_of(axes.begin(), axes.end(), [&](double& axis) { return words.Read(axis, -MOST, MOST); });
+}
+
+bool ReadSetting(Words& words, DeviceEvent& device) {
+  device.setting = FindDeviceSetting(words.Next());
+  return device.setting != nullptr && words.Read(device.value, device.setting->least, device.setting->most) &&
+         device.setting->Takes(device.value);
+}
+
 bool ReadForm(Form form, Words& words, RecordedEvent& recorded) {
   WindowEvent& event = recorded.event;
   switch (form) {
@@ -123,6 +159,12 @@ bool ReadForm(Form form, Words& words, RecordedEvent& recorded) {
     case Form::Command:
       recorded.command = FindViewCommand(words.Next());
       return recorded.command != nullptr;
+    case Form::Axes:
+      return ReadAxes(words, recorded.device->axes);
+    case Form::DeviceButton:
+      return words.Read(recorded.device->command, 0, Korvane::CAM3D_KEY_COUNT - 1);
+    case Form::Setting:
+      return ReadSetting(words, *recorded.device);
     case Form::Nothing:
       return true;
   }
@@ -210,7 +252,8 @@ class Reader {
     const auto* const found = std::find_if(EVENT_NAMES.begin(), EVENT_NAMES.end(),
                                            [name](const EventName& row) { return row.name == name; });
     if (found == EVENT_NAMES.end()) return Fail(line, "is no event");
-    recorded.event.type = found->type;
+    if (const Type* const type = std::get_if<Type>(&found->what)) recorded.event.type = *type;
+    if (const Device* const kind = std::get_if<Device>(&found->what)) recorded.device = DeviceEvent{*kind};
     if (!ReadForm(found->form, words, recorded) || !words.IsAtEnd()) return Fail(line, "is not understood");
     recording.events.push_back(std::move(recorded));
     return true;
@@ -229,6 +272,16 @@ class Reader {
 
 std::string FormatPosition(const WindowEvent& event) {
   return std::string(" ").append(std::to_string(event.x)).append(" ").append(std::to_string(event.y));
+}
+
+std::string FormatAxes(const zovhost::SixAxes& axes) {
+  std::string text;
+  for (const double axis : axes) text.append(" ").append(FormatNumber(axis));
+  return text;
+}
+
+std::string FormatSetting(const DeviceEvent& device) {
+  return std::string(" ").append(device.setting->name).append(" ").append(FormatNumber(device.value));
 }
 
 std::string FormatForm(Form form, const RecordedEvent& recorded) {
@@ -250,6 +303,12 @@ std::string FormatForm(Form form, const RecordedEvent& recorded) {
       return " " + event.path;
     case Form::Command:
       return std::string(" ").append(recorded.command->name);
+    case Form::Axes:
+      return FormatAxes(recorded.device->axes);
+    case Form::DeviceButton:
+      return " " + std::to_string(recorded.device->command);
+    case Form::Setting:
+      return FormatSetting(*recorded.device);
     case Form::Nothing:
       return {};
   }

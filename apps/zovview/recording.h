@@ -2,20 +2,34 @@
 
 #include <cstdint>
 #include <istream>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "device_settings.h"
 #include "view_commands.h"
+#include "zovhost/six_axis_settings.h"
 #include "zovhost/window.h"
 
 namespace zovview {
+
+/// Something that came from a six-axis device, or a setting of it.
+struct DeviceEvent {
+  enum class Kind : int { Axes, Press, Release, Setting };
+  Kind kind = Kind::Axes;
+  zovhost::SixAxes axes{};                 ///< As its settings have led them; 0 at rest.
+  int command = 0;                         ///< Korvane::Cam3DControllerKeyID, of a button.
+  const DeviceSetting* setting = nullptr;  ///< That has another value now.
+  double value = 0.0;
+};
 
 /// Something that happened to a view, in a recording.
 struct RecordedEvent {
   std::uint32_t time = 0;  ///< Milliseconds from the start of the recording.
   /// Of a window. Resized: to `x` by `y` pixels. FileDropped: the file has been opened.
   zovhost::WindowEvent event;
-  const ViewCommand* command = nullptr;  ///< Instead of an event, where it is not null.
+  const ViewCommand* command = nullptr;    ///< Instead of an event, where it is not null.
+  std::optional<DeviceEvent> device = {};  ///< Instead of both.
 };
 
 /// What a user did, and with what; docs/recordings.md tells the format of the file.

@@ -12,6 +12,8 @@
 #include "cube_commands.h"
 #include "model_source.h"
 #include "recording.h"
+#include "scripted_device.h"
+#include "story_desk.h"
 #include "tour_clock.h"
 #include "viewport.h"
 #include "zovhost/offscreen_target.h"
@@ -74,6 +76,7 @@ class Replay {
 
  private:
   bool Show(LoadedModel loaded, std::string& error);
+  bool Open(const std::string& path, std::string& error);
   bool Deliver(const RecordedEvent& recorded, std::string& error);
   void Resize(int width, int height);
   void Frame();
@@ -87,6 +90,7 @@ class Replay {
   ReplayedPointer pointer;
   std::unique_ptr<zovhost::Scene> scene;
   std::unique_ptr<Viewport> view;
+  ScriptedDevice device;
   std::uint32_t time = 0;
   unsigned modifiers = 0;
   bool frameRequested = true;
@@ -108,6 +112,7 @@ bool Replay::Prepare(std::string& error) {
     error = "there is no OpenGL 3.3 to draw with";
     return false;
   }
+  device.SetController(&view->GetDevice());
   Resize(recording.width, recording.height);
   if (!Show(LoadNamed(recording.model, folder), error)) return false;
   if (!recording.orthographic) return true;
@@ -126,6 +131,13 @@ bool Replay::Show(LoadedModel loaded, std::string& error) {
   }
   view->SetScene(*loaded.scene);
   scene = std::move(loaded.scene);
+  return true;
+}
+
+bool Replay::Open(const std::string& path, std::string& error) {
+  if (!IsStoryFile(path)) return Show(LoadNamed("file " + path, folder), error);
+  if (!view->GetStory().Read(folder / path, error)) return false;
+  view->GetStory().Show(true);
   return true;
 }
 
@@ -150,9 +162,13 @@ bool Replay::Deliver(const RecordedEvent& recorded, std::string& error) {
     view->Run(*recorded.command);
     return true;
   }
+  if (recorded.device.has_value()) {
+    device.Feed(*recorded.device, view->GetTarget());
+    return frameRequested = true;
+  }
   switch (recorded.event.type) {
     case WindowEvent::Type::FileDropped:
-      return Show(LoadNamed("file " + recorded.event.path, folder), error);
+      return Open(recorded.event.path, error);
     case WindowEvent::Type::Resized:
       Resize(recorded.event.x, recorded.event.y);
       return true;
@@ -173,7 +189,9 @@ unsigned Replay::TrackModifiers(const WindowEvent& event) {
   for (const Modifier& modifier : {Modifier{SDLK_LCTRL, WindowEvent::CONTROL},
                                    {SDLK_RCTRL, WindowEvent::CONTROL},
                                    {SDLK_LALT, WindowEvent::ALT},
-                                   {SDLK_RALT, WindowEvent::ALT}}) {
+                                   {SDLK_RALT, WindowEvent::ALT},
+                                   {SDLK_LSHIFT, WindowEvent::SHIFT},
+                                   {SDLK_RSHIFT, WindowEvent::SHIFT}}) {
     if (event.key != modifier.key) continue;
     const bool down = event.type == WindowEvent::Type::KeyDown;
     modifiers = down ? modifiers | modifier.bit : modifiers & ~modifier.bit;
@@ -190,6 +208,7 @@ void Replay::Resize(int width, int height) {
 // Drawing is part of it: tools end their moves when they are drawn.
 void Replay::Frame() {
   frameRequested = false;
+  if (device.Advance()) frameRequested = true;
   view->PerformFrame();
   target.Bind();
   view->DrawWidgets();

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "bar_places.h"
+#include "kept_devices.h"
 
 namespace Korvane {
 class HelmDisc;
@@ -12,7 +13,8 @@ class HelmDisc;
 namespace zovview {
 
 /// What outlives the program: the settings of the discs, the kind that was open last, whether their welcome
-/// screen has been seen, and where the bars stand. Kept in a file of the user's, as JSON.
+/// screen has been seen, where the bars stand, and what six-axis devices do. Kept in a file of the user's, as
+/// JSON.
 ///
 /// A file that is broken, or that cannot be read, is replaced when a setting changes; one of a newer version
 /// of the program never is.
@@ -28,8 +30,10 @@ class SettingsFile {
   bool Read(Korvane::HelmDisc& disc, std::string& error);
   /// Those that were read, or of a first start; and to be brought up to date before Keep.
   BarPlaces& GetBarPlaces() { return bars; }
-  /// Writes the file when a setting of the disc, or a place of a bar, is another than the last time. False,
-  /// with one line in `error`, when it cannot be written; it is not tried again then.
+  /// To be filled before Read as on a first start.
+  KeptDevices& GetDevices() { return devices; }
+  /// Writes the file when a setting of the disc, of the devices, or a place of a bar, is another than the
+  /// last time. False, with one line in `error`, when it cannot be written; it is not tried again then.
   bool Keep(const Korvane::HelmDisc& disc, std::string& error);
 
  private:
@@ -37,6 +41,7 @@ class SettingsFile {
 
   std::filesystem::path file;
   BarPlaces bars;
+  KeptDevices devices;
   std::string kept;  // as it was last read or written
   bool closed = false;
 };

@@ -10,10 +10,11 @@
 #include <utility>
 
 #include "disc_wedges.h"
+#include "film_output.h"
 #include "korvane/track_menu.h"
 #include "progress_line.h"
+#include "scripted_device.h"
 #include "tour_clock.h"
-#include "tour_output.h"
 #include "tour_pace.h"
 #include "tour_script.h"
 #include "view_commands.h"
@@ -24,6 +25,7 @@
 #include "zovhost/gl_scene_view.h"
 #include "zovhost/gui.h"
 #include "zovhost/offscreen_target.h"
+#include "zovhost/six_axis_panel.h"
 #include "zovhost/window.h"
 
 namespace zovview {
@@ -32,7 +34,9 @@ namespace {
 
 constexpr int SAMPLES = 4;
 constexpr int PICTURES_PER_SHEET_PICTURE = 4;
-constexpr int LOW_VIEW = 150;  // pixels
+constexpr int LOW_VIEW = 150;           // pixels
+constexpr float EDITOR_RIGHT = 220.0F;  // pixels: beside the cube
+constexpr float EDITOR_TOP = 16.0F;
 constexpr int EXIT_INTERRUPTED = 130;
 constexpr ImU32 DARK = IM_COL32(28, 30, 33, 200);
 constexpr ImU32 LIGHT = IM_COL32(255, 255, 255, 255);
@@ -95,6 +99,11 @@ bool FindOnBar(ViewBars& bars, const TourMove& move, Place& place) {
   return false;
 }
 
+bool FindOnStory(const TourMove& move, Place& place) {
+  FindStoryPart(move.storyPart, move.storyIndex, place.x, place.y);
+  return true;
+}
+
 /// Plays the tour in a context that is current.
 class Tour {
  public:
@@ -102,10 +111,10 @@ class Tour {
 
   bool Prepare(std::string& error);
   /// False when it failed, or was interrupted, which leaves `error` empty.
-  bool Play(TourOutput& output, std::string& error);
+  bool Play(FilmOutput& output, std::string& error);
 
  private:
-  bool PlayMove(const TourMove& move, TourOutput& output, std::string& error);
+  bool PlayMove(const TourMove& move, FilmOutput& output, std::string& error);
   bool FindOrigin(const TourMove& move, std::string& error);
   void MovePointer(const TourMove& move, double fraction);
   void Begin(const TourMove& move);
@@ -119,8 +128,8 @@ class Tour {
   void SetViewHeight(int value);
   void CloseMenu();
   void OpenBarMenu(ViewBars::Menu menu, const zovhost::BarMenuPlace& place);
-  bool TakePicture(const TourMove& move, bool isLast, TourOutput& output, std::string& error);
-  void DrawCaption(const TourMove& move) const;
+  bool TakePicture(const TourMove& move, bool isLast, FilmOutput& output, std::string& error);
+  void DrawCaption(const TourMove& move);
   void DrawPointer() const;
   ImVec2 ToScreen(const TourPointer& position) const;
 
@@ -134,6 +143,8 @@ class Tour {
   zovhost::Gui gui;
   zovhost::RendererHost host;  // without a pointer and menus
   Viewport view;
+  ScriptedDevice device;
+  zovhost::SixAxisPanel devicePage;
   ViewerMenus menus;
   int viewHeight;  // of the picture, from its lower edge
   ProgressLine progress;
@@ -156,7 +167,10 @@ Tour::Tour(zovhost::Window& onWindow, const zovhost::Scene& ofScene, const TourO
             [](int, int) {},
             {},
             [this](ViewBars::Menu menu, const zovhost::BarMenuPlace& place) { OpenBarMenu(menu, place); },
-            true}),
+            true,
+            {},
+            [this] { devicePage.SetVisible(!devicePage.IsVisible()); }}),
+      devicePage(device.GetHand()),
       viewHeight(options.height),
       progress(ProgressLine::OffTerminal::Quarters) {}
 
@@ -169,12 +183,14 @@ bool Tour::Prepare(std::string& error) {
       [this](const Korvane::CameraParameters& camera, int w, int h) { sceneView.Draw(camera, w, h); });
   view.SetPlace(0, 0, width, height, 1.0);
   view.SetScene(scene);
+  device.SetController(&view.GetDevice());
+  devicePage.AddSource(&device.GetSource(), "Six-axis device");
   ShowWelcome(false);
   HideBar();
   return true;
 }
 
-bool Tour::Play(TourOutput& output, std::string& error) {
+bool Tour::Play(FilmOutput& output, std::string& error) {
   for (const TourMove& move : GetTourScript()) {
     if (!PlayMove(move, output, error)) return false;
   }
@@ -182,7 +198,7 @@ bool Tour::Play(TourOutput& output, std::string& error) {
   return true;
 }
 
-bool Tour::PlayMove(const TourMove& move, TourOutput& output, std::string& error) {
+bool Tour::PlayMove(const TourMove& move, FilmOutput& output, std::string& error) {
   if (!FindOrigin(move, error)) return false;
   Begin(move);
   const int frames = CountFrames(move);
@@ -191,6 +207,8 @@ bool Tour::PlayMove(const TourMove& move, TourOutput& output, std::string& error
     clock.Advance();
     MovePointer(move, static_cast<double>(i) / frames);
     Continue(move, frames);
+    device.Feed(FindAxes(move, static_cast<double>(i) / frames));
+    device.Advance();
     view.PerformFrame();
     progress.Show(static_cast<double>(frame) / frameCount, "tour: " + std::string(move.caption));
     const bool isLastPicture = i + FRAMES_PER_PICTURE > frames;
@@ -220,10 +238,12 @@ bool Tour::FindOrigin(const TourMove& move, std::string& error) {
   const bool isOnDisc = move.wedge >= 0;
   const bool isOnWelcome = move.welcomePart >= 0;
   const bool isOnBar = move.barItem >= 0;
-  if (!isOnDisc && !isOnWelcome && !isOnBar && !move.IsOnCube()) return true;
+  const bool isOnStory = move.storyPart != StoryPart::None;
+  if (!isOnDisc && !isOnWelcome && !isOnBar && !isOnStory && !move.IsOnCube()) return true;
   Place place;
   const bool found = isOnDisc      ? FindWedge(view.GetDisc(), move.wedge, place.x, place.y)
                      : isOnBar     ? FindOnBar(view.GetBars(), move, place)
+                     : isOnStory   ? FindOnStory(move, place)
                      : isOnWelcome ? FindOnWelcome(GetWelcome(), move.welcomePart, place)
                                    : FindOnCube(view.GetCube(), move, place);
   if (!found) error = "nothing shows what \"" + std::string(move.caption) + "\" begins on";
@@ -249,6 +269,8 @@ void Tour::Begin(const TourMove& move) {
     case TourMove::Kind::Hover:
     case TourMove::Kind::Wheel:
       return;
+    case TourMove::Kind::Device:
+      return view.GetBars().ShowDevice(true);
     case TourMove::Kind::Drag:
       return Send(Type::MouseDown, move.button, 1);
     case TourMove::Kind::Click:
@@ -325,7 +347,7 @@ void Tour::DrawUnseen() {
 }
 
 // Of what goes by itself the sheet shows where it leads to.
-bool Tour::TakePicture(const TourMove& move, bool isLast, TourOutput& output, std::string& error) {
+bool Tour::TakePicture(const TourMove& move, bool isLast, FilmOutput& output, std::string& error) {
   zovhost::Image picture;
   sceneView.GetOptions().selectedPart = view.GetSelection().GetPart();
   bool taken = target.Bind();
@@ -335,6 +357,9 @@ bool Tour::TakePicture(const TourMove& move, bool isLast, TourOutput& output, st
   view.DrawWidgets();
   gui.BeginFrame();
   menus.Draw(view.GetTarget());
+  const float right = static_cast<float>(width) - EDITOR_RIGHT;
+  view.GetStory().GetEditor().Draw(right, EDITOR_TOP);
+  devicePage.Draw(view.GetDevice(), right, EDITOR_TOP);
   DrawPointer();
   DrawCaption(move);
   gui.EndFrame();
@@ -354,10 +379,11 @@ bool Tour::TakePicture(const TourMove& move, bool isLast, TourOutput& output, st
 }
 
 // In the corner where it covers least.
-void Tour::DrawCaption(const TourMove& move) const {
+void Tour::DrawCaption(const TourMove& move) {
   ImDrawList& list = *ImGui::GetForegroundDrawList();
   const ImVec2 text = ImGui::CalcTextSize(move.caption);
-  const ImVec2 corner(28.0F, static_cast<float>(height) - text.y - 22.0F);
+  const bool below = !view.GetStory().IsShown();
+  const ImVec2 corner(28.0F, below ? static_cast<float>(height) - text.y - 22.0F : 22.0F);
   list.AddRectFilled(ImVec2(corner.x - 12.0F, corner.y - 6.0F),
                      ImVec2(corner.x + text.x + 12.0F, corner.y + text.y + 6.0F), DARK, 6.0F);
   list.AddText(corner, LIGHT, move.caption);
@@ -392,7 +418,9 @@ int RunTour(const LoadedModel& model, const TourOptions& options) {
   const std::unique_ptr<zovhost::Window> window = zovhost::Window::Create(windowOptions, error);
   if (window == nullptr) return Fail(error);
 
-  TourOutput output(options.directory, model.source.GetName());
+  FilmOutput output(options.directory,
+                    {model.source.GetName(), "Moved by the library's own operations and shots", "tour.webp",
+                     MILLISECONDS_PER_PICTURE});
   {
     Tour tour(*window, *model.scene, options);
     if (!tour.Prepare(error) || !output.Begin(error)) return Fail(error);

@@ -10,7 +10,7 @@ namespace zovview {
 struct TourOptions {
   int width = 1280;  // pixels
   int height = 800;
-  std::filesystem::path directory = "out/tour";
+  std::filesystem::path directory;
 };
 
 /// Shows a model without a display: plays the tour through the hub and writes it as pictures. The exit code

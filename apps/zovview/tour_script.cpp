@@ -1,5 +1,6 @@
 #include "tour_script.h"
 
+#include <algorithm>
 #include <array>
 
 #include "korvane/math.h"
@@ -77,6 +78,26 @@ constexpr TourMove MakeBarDrag(const char* caption, double seconds, double toX, 
   TourMove move = MakeBarMove(caption, Drag, seconds, NavigationBar::TAG_GRIP);
   move.toX = toX;
   move.toY = toY;
+  return move;
+}
+
+constexpr TourMove MakeDeviceMove(const char* caption, double seconds, const zovhost::SixAxes& axes) {
+  TourMove move = {caption, Device, seconds};
+  move.axes = axes;
+  return move;
+}
+
+constexpr TourMove MakeStoryMove(const char* caption, TourMove::Kind kind, double seconds, StoryPart part,
+                                 int index = 0) {
+  TourMove move = {caption, kind, seconds, 0.0, 0.0, 0.0, 0.0};
+  move.storyPart = part;
+  move.storyIndex = index;
+  return move;
+}
+constexpr TourMove MakeStoryDrag(const char* caption, double seconds, StoryPart part, int index, double toX) {
+  TourMove move = MakeStoryMove(caption, Drag, seconds, part, index);
+  move.toX = toX;
+  move.arrival = 0.8;
   return move;
 }
 
@@ -199,7 +220,27 @@ constexpr auto SCRIPT = std::to_array<TourMove>({
     MakeCommand("A low window", 0.0, "orbit"),
     {"A low window: more controls", Low, 0.3},
     MakeBarMove("A low window: more controls", Click, 0.5, NavigationBar::TAG_MORE_CONTROLS),
-    {"The bar goes", High, 0.0},
+    {"The storyboard", High, 0.0},
+    MakeCommand("The storyboard", 0.6, "toggle-storyboard"),
+    MakeStoryMove("A sequence, and its first shot", Click, 0.6, StoryPart::Sequence, 0),
+    MakeCommand("A second shot, of another view", 0.7, "isometric"),
+    MakeStoryMove("A second shot, of another view", Click, 0.6, StoryPart::Shot, 1),
+    MakeStoryDrag("Shots are dragged into their order", 0.8, StoryPart::Shot, 1, -0.07),
+    {"Shots are dragged into their order", Rest, 0.3},
+    MakeCommand("And back, by undo", 0.6, "undo"),
+    MakeStoryMove("The sequence plays", Click, 6.6, StoryPart::SequencePlay, 0),
+    MakeCommand("The bar goes", 0.0, "toggle-storyboard"),
+    MakeCommand("Six axes: the model in the hand", 0.5, "home"),
+    MakeCommand("Six axes: the model in the hand", 0.0, "device-page"),
+    MakeDeviceMove("Six axes: the model in the hand", 1.8, {0, 0, -60, 0, 200, 0}),
+    MakeDeviceMove("Six axes: the model in the hand", 1.8, {0, 0, 60, 0, 200, 0}),
+    MakeCommand("Six axes: a walk through the door", 0.6, "front"),
+    MakeCommand("Six axes: a walk through the door", 0.0, "device-page"),
+    MakeCommand("Six axes: a walk through the door", 0.0, "device-walk"),
+    MakeDeviceMove("Six axes: a walk through the door", 0.6, {0, -110, 0, 0, 0, 0}),
+    MakeDeviceMove("Six axes: a walk through the door", 2.4, {0, 0, 250, 0, 0, 0}),
+    MakeDeviceMove("Six axes: a look around inside", 1.6, {0, 0, 0, 0, 150, 0}),
+    MakeCommand("The bar goes", 0.0, "device-object"),
     MakeCommand("The bar goes", 0.0, "toggle-bar"),
     MakeCommand("Home", 0.6, "home"),
     {"Start view", Rest, 0.3},
@@ -208,6 +249,15 @@ constexpr auto SCRIPT = std::to_array<TourMove>({
 }  // namespace
 
 std::span<const TourMove> GetTourScript() { return SCRIPT; }
+
+// A hand presses a cap and lets go of it by degrees.
+zovhost::SixAxes FindAxes(const TourMove& move, double fraction) {
+  constexpr double STEEPNESS = 4.0;
+  const double part = std::clamp(STEEPNESS * std::min(fraction, 1.0 - fraction), 0.0, 1.0);
+  zovhost::SixAxes axes = move.axes;
+  for (double& axis : axes) axis *= part;
+  return axes;
+}
 
 // Eased, as a hand moves.
 TourPointer FindPointer(const TourMove& move, double fraction) {

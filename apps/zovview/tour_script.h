@@ -5,6 +5,8 @@
 
 #include "korvane/helm_disc_observer.h"
 #include "korvane/orientor.h"
+#include "story_places.h"
+#include "zovhost/six_axis_settings.h"
 #include "zovhost/window.h"
 
 namespace zovview {
@@ -20,6 +22,7 @@ struct TourMove {
     Click,        // at the first position
     DoubleClick,  // at the first position
     Command,      // of the panel
+    Device,       // a six-axis device is held in `axes`, less so at the begin and the end
     Welcome,      // the welcome screen of the discs shows
     Low,          // the view is made as low as that bars have no room for all their items
     High,         // and as high as the picture again
@@ -49,6 +52,10 @@ struct TourMove {
   // on the arrow of that item.
   int barItem = -1;
   bool onArrow = false;
+  // Where it begins, if that is on the storyboard: a part, and which of its kind.
+  StoryPart storyPart = StoryPart::None;
+  int storyIndex = 0;
+  zovhost::SixAxes axes{};
 
   constexpr bool IsOnCube() const { return cubePart >= 0 || overlayPart >= 0; }
 };
@@ -61,5 +68,7 @@ struct TourPointer {
   double y;
 };
 TourPointer FindPointer(const TourMove& move, double fraction);
+/// As a hand holds a six-axis device then.
+zovhost::SixAxes FindAxes(const TourMove& move, double fraction);
 
 }  // namespace zovview

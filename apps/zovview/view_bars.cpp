@@ -5,6 +5,7 @@
 #include <iterator>
 #include <string>
 
+#include "device_commands.h"
 #include "disc_commands.h"
 #include "korvane/orientor.h"
 #include "view_commands.h"
@@ -44,6 +45,7 @@ constexpr Button LIBRARY_BUTTONS[] = {
     {NavigationBar::TAG_VIEW_OBJECT, "disc-view-object"},
     {NavigationBar::TAG_TOUR_BUILDING, "disc-tour-building"},
     {NavigationBar::TAG_TWO_D, "disc-2d"},
+    {NavigationBar::TAG_STORYBOARD, "toggle-storyboard"},
 };
 
 constexpr Button HOST_BUTTONS[] = {
@@ -51,6 +53,19 @@ constexpr Button HOST_BUTTONS[] = {
     {202, "fit-all", zovhost::HOST_PICTURE_FIT},
     {203, "toggle-projection", zovhost::HOST_PICTURE_PROJECTION},
 };
+
+// What a six-axis device moves, one at a time; in the order of its modes.
+constexpr Button DEVICE_BUTTONS[] = {
+    {204, "device-object", zovhost::HOST_PICTURE_DEVICE_OBJECT},
+    {205, "device-walk", zovhost::HOST_PICTURE_DEVICE_WALK},
+    {206, "device-fly", zovhost::HOST_PICTURE_DEVICE_FLY},
+    {207, "device-pan", zovhost::HOST_PICTURE_DEVICE_PAN},
+};
+
+bool IsDeviceTag(int tag) {
+  return std::any_of(std::begin(DEVICE_BUTTONS), std::end(DEVICE_BUTTONS),
+                     [tag](const Button& button) { return button.tag == tag; });
+}
 
 constexpr Button TOOL_BUTTONS[] = {
     {TOOL_ORBIT, "orbit", zovhost::HOST_PICTURE_ORBIT},
@@ -90,7 +105,7 @@ bool IsOverStrip(const Toolbar* strip, int x, int y) {
 const ViewCommand* FindBarCommand(int tag) {
   for (const std::span<const Button> buttons :
        {std::span<const Button>(LIBRARY_BUTTONS), std::span<const Button>(HOST_BUTTONS),
-        std::span<const Button>(TOOL_BUTTONS)}) {
+        std::span<const Button>(DEVICE_BUTTONS), std::span<const Button>(TOOL_BUTTONS)}) {
     const auto found = std::find_if(buttons.begin(), buttons.end(),
                                     [tag](const Button& button) { return button.tag == tag; });
     if (found != buttons.end()) return FindViewCommand(found->command);
@@ -104,10 +119,11 @@ ViewBars::ViewBars(ViewerViewManager& viewManager, const ViewTarget& viewTarget)
     : manager(viewManager),
       target(viewTarget),
       host(&bar, {[this](int tag) { Click(tag); },
-                  [this](zovhost::NavigationBarHost::Menu menu, int, int x, int y) {
-                    return bar.GetToolbar() != nullptr && Open(FindMenu(menu), *bar.GetToolbar(), x, y);
+                  [this](zovhost::NavigationBarHost::Menu menu, int tag, int x, int y) {
+                    return bar.GetToolbar() != nullptr && Open(FindMenu(menu, tag), *bar.GetToolbar(), x, y);
                   },
-                  [](ToolbarItem::List& items) { AddHostItems(items); }, [this] { HideStoryboard(); },
+                  [](ToolbarItem::List& items) { AddHostItems(items); },
+                  {},
                   [this](bool dragged) {
                     if (dragged) NoteDrag(*bar.GetToolbar());
                   }}),
@@ -151,12 +167,11 @@ void ViewBars::AddTools() {
 
 void ViewBars::AddHostItems(ToolbarItem::List& items) {
   for (const Button& button : HOST_BUTTONS) items.Append(MakeButton(button));
-}
-
-// There is none here to show, nor anything for a separator to set off.
-void ViewBars::HideStoryboard() {
-  bar.SetItemExcluded(NavigationBar::TAG_STORYBOARD, true);
-  bar.SetItemExcluded(NavigationBar::TAG_SECOND_SEPARATOR, true);
+  std::vector<ToolbarItem> modes;
+  for (const Button& button : DEVICE_BUTTONS) modes.push_back(MakeButton(button));
+  ToolbarItem device = zovhost::MakeToolbarFlyoutButton(modes);
+  device.SetHidden(true);
+  items.Append(device);
 }
 
 void ViewBars::SetScale(double value) {
@@ -173,16 +188,18 @@ void ViewBars::SetScale(double value) {
 
 // ---- what the items do ----
 
-// A disc that is open is closed by its button.
+// A disc that is open is closed by its button; that of the device stands for what is chosen already.
 void ViewBars::Click(int tag) {
   const ViewCommand* const command = FindBarCommand(tag);
   if (command == nullptr) return;
   const bool closes = command->place == ViewCommand::Place::Discs && command->isOn(target);
   if (closes) return CloseDisc(target);
+  if (command->place == ViewCommand::Place::Device) return ToggleDevicePage(target);
   command->run(target);
 }
 
-ViewBars::Menu ViewBars::FindMenu(zovhost::NavigationBarHost::Menu menu) {
+ViewBars::Menu ViewBars::FindMenu(zovhost::NavigationBarHost::Menu menu, int tag) {
+  if (menu != zovhost::NavigationBarHost::Menu::MoreControls && IsDeviceTag(tag)) return Menu::Device;
   if (menu == zovhost::NavigationBarHost::Menu::Flyout) return Menu::Discs;
   return menu == zovhost::NavigationBarHost::Menu::MoreControls ? Menu::MoreOfBar : Menu::Bar;
 }
@@ -218,10 +235,31 @@ void ViewBars::Update() {
     const ViewCommand& command = *FindViewCommand(button.command);
     if (command.isOn != nullptr) bar.SetItemSelected(button.tag, command.isOn(target));
   }
+  ShowDeviceMode();
   for (const Button& button : TOOL_BUTTONS)
     tools.SetItemSelected(button.tag, manager.GetActiveTool() == button.tag);
   tools.SetOrientorBounds(manager.GetOrientorBounds());
   tools.SetOrientorLocation(target.cube.GetParameters().screen_location);
+}
+
+// Of those that its arrow offers it stands for the one that is chosen.
+void ViewBars::ShowDeviceMode() {
+  for (const Button& button : DEVICE_BUTTONS) {
+    if (FindViewCommand(button.command)->isOn(target)) bar.ChooseFlyoutItem(button.tag);
+  }
+}
+
+int ViewBars::FindDeviceTag() {
+  for (const Button& button : DEVICE_BUTTONS) {
+    if (bar.IsFlyoutItemChosen(button.tag)) return button.tag;
+  }
+  return DEVICE_BUTTONS[0].tag;
+}
+
+void ViewBars::ShowDevice(bool shown) {
+  if (shown == deviceShown) return;
+  deviceShown = shown;
+  bar.SetItemExcluded(FindDeviceTag(), !shown);
 }
 
 // ---- places ----

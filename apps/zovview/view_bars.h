@@ -21,7 +21,7 @@ class ViewerViewManager;
 class ViewBars {
  public:
   /// The menus that a bar asks for.
-  enum class Menu : int { Bar, Discs, MoreOfBar, MoreOfTools };
+  enum class Menu : int { Bar, Discs, MoreOfBar, MoreOfTools, Device };
   using OpenMenu = std::function<void(Menu menu, const zovhost::BarMenuPlace& place)>;
 
   ViewBars(ViewerViewManager& manager, const ViewTarget& target);
@@ -51,6 +51,9 @@ class ViewBars {
   void MoveBar(Korvane::Toolbar::Position edge);
   bool IsBarAt(Korvane::Toolbar::Position edge) const;
   void SetToolsVisible(bool visible);
+  /// The button that tells what a six-axis device moves; it does not show at first.
+  void ShowDevice(bool shown);
+  bool IsDeviceShown() const { return deviceShown; }
   bool AreToolsVisible() const { return wished.tools.visible; }
   Korvane::NavigationBar& GetBar() { return bar; }
   Korvane::Toolbar& GetTools() { return tools; }
@@ -78,9 +81,10 @@ class ViewBars {
 
   void Click(int tag);
   bool Open(Menu menu, Korvane::Toolbar& strip, int x, int y) const;
-  static Menu FindMenu(zovhost::NavigationBarHost::Menu menu);
+  static Menu FindMenu(zovhost::NavigationBarHost::Menu menu, int tag);
+  int FindDeviceTag();
+  void ShowDeviceMode();
   static void AddHostItems(Korvane::ToolbarItem::List& items);
-  void HideStoryboard();
   void AddTools();
   void NoteDrag(Korvane::Toolbar& strip);
   void Stand(Korvane::Toolbar& strip, Korvane::Toolbar::Position edge, double offset);
@@ -97,6 +101,7 @@ class ViewBars {
   zovhost::NavigationBarHost host;
   ToolsHost toolsHost;
   double scale = 1.0;
+  bool deviceShown = false;
   BarPlaces wished;
 };
 

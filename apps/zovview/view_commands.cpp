@@ -6,10 +6,12 @@
 
 #include "bar_commands.h"
 #include "cube_commands.h"
+#include "device_commands.h"
 #include "disc_commands.h"
 #include "korvane/helm_disc.h"
 #include "korvane/shot_parameters.h"
 #include "korvane/view_manager.h"
+#include "story_commands.h"
 #include "view_tools.h"
 #include "zovhost/window.h"
 
@@ -27,8 +29,11 @@ using Look = Korvane::OrientorParameters;
 using DiscParameters = Korvane::HelmDiscParameters;
 
 using Strip = Korvane::Toolbar;
+using DeviceMode = Korvane::Cam3DController::NavigationMode;
 
 constexpr unsigned ALT = zovhost::WindowEvent::ALT;
+constexpr unsigned CONTROL = zovhost::WindowEvent::CONTROL;
+constexpr unsigned SHIFT = zovhost::WindowEvent::SHIFT;
 
 bool IsOrthographic(const ViewTarget& target) { return target.hub.GetView().IsOrthographic(); }
 bool IsSnapping(const ViewTarget& target) { return target.hub.GetApplicationParameters().do_snap_orbit; }
@@ -56,9 +61,15 @@ constexpr ViewCommand MakeDiscCommand(const char* name, const char* label, const
   return {Discs, name, label, keyName, key, OpenDiscOf<TYPE>, IsDiscOpen<TYPE>};
 }
 
+template <DeviceMode MODE>
+constexpr ViewCommand MakeDeviceCommand(const char* name, const char* label, const char* keyName,
+                                        SDL_Keycode key) {
+  return {Device, name, label, keyName, key, UseDeviceMode<MODE>, IsDeviceModeOf<MODE>};
+}
+
 constexpr ViewCommand COMMANDS[] = {
-    {Views, "previous-view", "Previous view", "Alt+Left", SDLK_LEFT, StepBack, nullptr, ALT},
-    {Views, "next-view", "Next view", "Alt+Right", SDLK_RIGHT, StepForward, nullptr, ALT},
+    {Views, "previous-view", "View before", "Alt+Left", SDLK_LEFT, StepBack, nullptr, ALT},
+    {Views, "next-view", "View after", "Alt+Right", SDLK_RIGHT, StepForward, nullptr, ALT},
     {Views, "home", "Home", "Home", SDLK_HOME, GoHome},
     {Views, "isometric", "Isometric", "I", SDLK_i, ShowIsometric},
     {Views, "fit-all", "Fit all", "A", SDLK_a, FitAll},
@@ -195,10 +206,41 @@ constexpr ViewCommand COMMANDS[] = {
     {WalkSpeed, "walk-speed-200", "Twice as fast", "", SDLK_UNKNOWN, UseWalkSpeed<200>, IsWalkSpeedOf<200>},
     {WalkSpeed, "walk-speed-500", "Five times as fast", "", SDLK_UNKNOWN, UseWalkSpeed<500>,
      IsWalkSpeedOf<500>},
+    {Story, "toggle-storyboard", "Storyboard", "Y", SDLK_y, ToggleStoryboard, IsStoryboardShown},
+    {Story, "play-story", "Play", "F9", SDLK_F9, PlayStory, IsStoryPlaying},
+    {Story, "present-story", "Present", "F10", SDLK_F10, PresentStory},
+    {Story, "add-sequence", "New sequence", "", SDLK_UNKNOWN, AddSequence},
+    {Story, "add-shot", "New shot", "N", SDLK_n, AddShot},
+    {Story, "undo", "Undo", "Ctrl+Z", SDLK_z, UndoEdit, nullptr, CONTROL},
+    {Story, "redo", "Redo", "Ctrl+Y", SDLK_y, RedoEdit, nullptr, CONTROL},
+    {Story, "toggle-loop", "Loop", "", SDLK_UNKNOWN, ToggleLoop, IsLooping},
+    {StoryFile, "new-story", "New story", "", SDLK_UNKNOWN, AskForStory<StoryRequest::New>},
+    {StoryFile, "open-story", "Open story...", "", SDLK_UNKNOWN, AskForStory<StoryRequest::Open>},
+    {StoryFile, "save-story", "Save story", "", SDLK_UNKNOWN, AskForStory<StoryRequest::Save>},
+    {StoryFile, "save-story-as", "Save as...", "", SDLK_UNKNOWN, AskForStory<StoryRequest::SaveAs>},
+    {StoryFile, "export-story", "Export...", "", SDLK_UNKNOWN, AskForStory<StoryRequest::Export>},
+    {Shot, "play-shot", "Play", "", SDLK_UNKNOWN, PlayShot},
+    {Shot, "preview-shot", "Preview, and back", "", SDLK_UNKNOWN, PreviewShot},
+    {Shot, "fly-to-shot", "Fly to its start", "", SDLK_UNKNOWN, FlyToShot},
+    {Shot, "edit-shot", "Edit", "", SDLK_UNKNOWN, EditShot},
+    {Shot, "record-walk", "Record a walk", "", SDLK_UNKNOWN, RecordWalk},
+    {Shot, "delete-shot", "Delete", "", SDLK_UNKNOWN, DeleteShot},
+    MakeDeviceCommand<DeviceMode::MODE_OBJECT>("device-object", "Move the model", "7", SDLK_7),
+    MakeDeviceCommand<DeviceMode::MODE_WALK>("device-walk", "Walk", "8", SDLK_8),
+    MakeDeviceCommand<DeviceMode::MODE_FLY>("device-fly", "Fly", "9", SDLK_9),
+    MakeDeviceCommand<DeviceMode::MODE_PAN>("device-pan", "Move the page", "0", SDLK_0),
+    {DeviceSettings, "device-upright", "Keep upright", "", SDLK_UNKNOWN, ToggleDeviceUpright,
+     IsDeviceUpright},
+    {DeviceSettings, "device-rotation", "Rotation", "", SDLK_UNKNOWN, ToggleDeviceRotation, DoesDeviceTurn},
+    {DeviceSettings, "device-translation", "Translation", "", SDLK_UNKNOWN, ToggleDeviceTranslation,
+     DoesDeviceMove},
+    {DeviceSettings, "device-page", "Settings...", "E", SDLK_e, ToggleDevicePage},
+    {Nowhere, "redo-by-shift", "Redo", "Ctrl+Shift+Z", SDLK_z, RedoEdit, nullptr, CONTROL | SHIFT},
+    {Nowhere, "stop-story", "Stop", "", SDLK_UNKNOWN, StopStory},
     {Nowhere, "level", "Level the view", "", SDLK_UNKNOWN, LevelView},
     {Nowhere, "disc-help", "Help", "", SDLK_UNKNOWN, ShowDiscHelp},
     {Nowhere, "close-disc", "Close the disc", "", SDLK_UNKNOWN, CloseDisc},
-    {Nowhere, "dismiss", "Close the disc, or select nothing", "Esc", SDLK_ESCAPE, Dismiss},
+    {Nowhere, "dismiss", "Cancel, close the disc, select nothing", "Esc", SDLK_ESCAPE, Dismiss},
     {Nowhere, "clear-selection", "Clear the selection", "", SDLK_UNKNOWN, ClearSelection},
 };
 
@@ -230,8 +272,12 @@ std::span<const ViewCommand> GetViewCommands() { return COMMANDS; }
 
 const ViewCommand* FindViewCommand(SDL_Keycode key, unsigned modifiers) {
   if (key == SDLK_UNKNOWN) return nullptr;
-  return Find(
-      [=](const ViewCommand& command) { return command.key == key && command.modifiers == modifiers; });
+  for (const unsigned held : {modifiers, modifiers & ~SHIFT}) {
+    const ViewCommand* const found =
+        Find([=](const ViewCommand& command) { return command.key == key && command.modifiers == held; });
+    if (found != nullptr) return found;
+  }
+  return nullptr;
 }
 
 const ViewCommand* FindViewCommand(std::string_view name) {

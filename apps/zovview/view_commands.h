@@ -7,9 +7,11 @@
 #include <string_view>
 
 #include "selection.h"
+#include "story_request.h"
 #include "zovhost/view_hub.h"
 
 namespace Korvane {
+class Cam3DController;
 class HelmDisc;
 class Orientor;
 class ViewManager;
@@ -18,6 +20,7 @@ class ViewManager;
 namespace zovview {
 
 class ViewBars;
+class ViewStory;
 
 /// What a command acts on.
 struct ViewTarget {
@@ -28,6 +31,11 @@ struct ViewTarget {
   Korvane::HelmDisc& disc;
   std::function<void()> showHelp = {};  ///< Empty: nobody can.
   ViewBars* bars = nullptr;             ///< Null: there are none.
+  ViewStory* story = nullptr;           ///< Null: there is none.
+  /// Empty: nobody can.
+  std::function<void(StoryRequest request)> askForStory = {};
+  Korvane::Cam3DController* device = nullptr;   ///< Null: there is none.
+  std::function<void()> toggleDevicePage = {};  ///< Empty: nobody can.
 };
 
 /// Something that a key does, the panel or a menu.
@@ -53,6 +61,13 @@ struct ViewCommand {
     WalkSpeed,
     Coordinates,  // the list below the cube
     Bars,         // where the navigation bar stands: of its menu, and of a list in that of the view
+    // Of the panel, and of a list in the menu of the view.
+    Story,
+    StoryFile,
+    Shot,  // of the menu of a shot
+    // Of the panel, of a list in the menu of the view, and of the menu of the device's button.
+    Device,
+    DeviceSettings,
     Nowhere,
   };
 
@@ -63,12 +78,13 @@ struct ViewCommand {
   SDL_Keycode key;
   void (*run)(const ViewTarget& target);
   bool (*isOn)(const ViewTarget& target) = nullptr;  ///< Of what is on or off, or chosen.
-  unsigned modifiers = 0;                            ///< CONTROL and ALT of WindowEvent, with the key.
+  unsigned modifiers = 0;  ///< Of WindowEvent, with the key. SHIFT counts where a command asks for it.
 };
 
 /// In the order of the panel and the menus; the panel has the views and the tools in two columns.
 std::span<const ViewCommand> GetViewCommands();
-/// Null for a key that none has, with just these of CONTROL and ALT.
+/// Null for a key that none has, with just these of CONTROL and ALT. One that asks for SHIFT as well comes
+/// before one that does not.
 const ViewCommand* FindViewCommand(SDL_Keycode key, unsigned modifiers = 0);
 /// Null for no command's name.
 const ViewCommand* FindViewCommand(std::string_view name);

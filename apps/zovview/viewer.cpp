@@ -2,6 +2,7 @@
 
 #include <SDL_keycode.h>
 #include <epoxy/gl.h>
+#include <imgui.h>
 
 #include <cstdio>
 #include <utility>
@@ -18,7 +19,19 @@ namespace {
 constexpr const char* PROGRAM = "zovview";
 constexpr double MESSAGE_SECONDS = 8.0;
 constexpr int EXIT_BAD_MODEL = 2;
-constexpr int DIVIDER = 2;  // pixels between two views
+constexpr int DIVIDER = 2;              // pixels between two views
+constexpr float EDITOR_RIGHT = 220.0F;  // points: beside the cube
+constexpr float EDITOR_TOP = 12.0F;
+
+// A pointer that is not seen.
+zovhost::Image MakeEmptyImage() {
+  constexpr int SIDE = 8;
+  constexpr std::size_t BYTES = std::size_t{4} * SIDE * SIDE;
+  zovhost::Image image;
+  image.width = image.height = SIDE;
+  image.rgba.assign(BYTES, 0);
+  return image;
+}
 
 }  // namespace
 
@@ -57,13 +70,23 @@ Viewer::Viewer(zovhost::Window& onWindow, const Options& options)
       log(options.log),
       cursorScales(Korvane::CURSOR_NONE, 0.0),
       gui(window),
+      desk({[this] { window.RequestFrame(); }, [this](const std::string& line) { ShowMessage(line); },
+            [this] { return FindModelFolder(); },
+            [this](const std::filesystem::path& file) { NoteOpened(file); },
+            [this](const Korvane::Story& story, const StoryExport::Options& wanted, std::string& error) {
+              return BeginExport(story, wanted, error);
+            }}),
+      devices(window),
+      firstStory(options.story),
       messageTimer(*this),
       progress(ProgressLine::OffTerminal::Silent) {
+  window.DefineCursor(Korvane::CURSOR_NONE, MakeEmptyImage(), 0, 0);
   AddView();
   if (options.split) AddView();
   window.SetEventHandler([this](const WindowEvent& event) { OnEvent(event); });
   window.SetFrameHandler([this] { DrawFrame(); });
-  window.SetWakeHandler([this] { LoadWaiting(); });
+  window.SetWakeHandler([this] { OnWake(); });
+  devices.SetTarget(views[active]->GetTarget());
   OnResized();
 }
 
@@ -77,7 +100,11 @@ void Viewer::AddView() {
       [this, index](ViewBars::Menu menu, const zovhost::BarMenuPlace& place) {
         OpenBarMenu(index, menu, place);
       },
-      settings != nullptr && index == 0}));
+      settings != nullptr && index == 0, [this, index](StoryRequest request) { AskForStory(index, request); },
+      [this] {
+        devices.TogglePage();
+        window.RequestFrame();
+      }}));
   Viewport& view = *views.back();
   view.GetRenderer().SetFaceShow(
       [this](const zovhost::SceneFace* face) { sceneView.SetFaceHighlight(face); });
@@ -91,9 +118,11 @@ void Viewer::AddView() {
 
 void Viewer::ReadSettings(Viewport& view) {
   std::string error;
+  if (settings != nullptr) settings->GetDevices() = devices.GetKept(view.GetTarget());
   if (settings != nullptr && !settings->Read(view.GetDisc(), error)) {
     std::fprintf(stderr, "%s: %s\n", PROGRAM, error.c_str());
   }
+  if (settings != nullptr) devices.Restore(settings->GetDevices(), view.GetTarget());
   view.GetHub().GetApplicationParameters().preserve_orbit_up_direction =
       view.GetDisc().GetParameters().keepSceneUpright;
 }
@@ -102,6 +131,7 @@ void Viewer::KeepSettings() {
   if (settings == nullptr) return;
   std::string error;
   settings->GetBarPlaces() = views[0]->GetBars().GetPlaces();
+  settings->GetDevices() = devices.GetKept(views[0]->GetTarget());
   if (!settings->Keep(views[0]->GetDisc(), error)) {
     std::fprintf(stderr, "%s: %s\n", PROGRAM, error.c_str());
   }
@@ -125,8 +155,16 @@ int Viewer::Run(const ModelSource& first) {
 // ---- models ----
 
 void Viewer::Open(const ModelSource& source) {
-  waiting = source;
-  window.Wake();
+  if (IsStoryFile(source.file)) return desk.Open(source.file, views[active]->GetStory());
+  LeaveStories([this, source] {
+    waiting = source;
+    window.Wake();
+  });
+}
+
+void Viewer::OnWake() {
+  if (devices.TakeWake() && window.IsFocused()) window.RequestFrame();
+  LoadWaiting();
 }
 
 void Viewer::LoadWaiting() {
@@ -135,7 +173,8 @@ void Viewer::LoadWaiting() {
 }
 
 // On the window's own thread, which serves its events meanwhile: the importer is contained in a forked
-// process, and a fork wants all other threads at rest. Those of the graphics driver are, after glFinish.
+// process, and a fork wants all other threads at rest. Those of the graphics driver are, after glFinish, and
+// that of the six-axis devices waits.
 void Viewer::Load(const ModelSource& source) {
   contents.loading = LoadingStatus{0.0, "", source.GetName()};
   glFinish();
@@ -157,6 +196,20 @@ void Viewer::ShowProgress(double fraction, const char* step) {
 }
 
 // What cannot be shown leaves the present model where it is; without one there is nothing to stay for.
+// The story of each view is of the model that shows.
+void Viewer::LeaveStories(const std::function<void()>& then) {
+  if (desk.IsExporting()) desk.Cancel();
+  for (const auto& view : views) {
+    ViewStory& story = view->GetStory();
+    if (!story.IsChanged()) continue;
+    return desk.Guard(story, [this, &story, then] {
+      if (story.IsChanged()) story.BeginEmpty();  // they are to be lost
+      LeaveStories(then);
+    });
+  }
+  then();
+}
+
 void Viewer::ShowModel(LoadedModel model) {
   if (model.scene != nullptr && !sceneView.SetScene(model.scene.get())) {
     model.error = model.source.GetName() + ": the graphics memory does not hold this model";
@@ -173,6 +226,8 @@ void Viewer::ShowModel(LoadedModel model) {
   for (const auto& view : views) view->SetScene(*model.scene);
   scene = std::move(model.scene);
   BeginRecording(model);
+  modelFile = model.source.file;
+  PresentFirstStory();
   contents.name = model.source.GetName();
   contents.triangleCount = scene->GetTriangleCount();
   contents.message.clear();
@@ -183,12 +238,7 @@ void Viewer::ShowModel(LoadedModel model) {
 void Viewer::BeginRecording(const LoadedModel& model) {
   if (recorder == nullptr) return;
   const std::filesystem::path& file = model.source.file;
-  if (recorder->HasBegun()) {
-    WindowEvent opened;
-    opened.type = WindowEvent::Type::FileDropped;
-    opened.path = std::filesystem::absolute(file).string();
-    return recorder->Add(opened);
-  }
+  if (recorder->HasBegun()) return NoteOpened(file);
   Recording header;
   header.model = file.empty()                      ? "building"
                  : file == FindDefaultModel().file ? "house"
@@ -196,6 +246,28 @@ void Viewer::BeginRecording(const LoadedModel& model) {
   header.width = views[0]->GetWidth();
   header.height = views[0]->GetHeight();
   recorder->Begin(header);
+}
+
+void Viewer::NoteOpened(const std::filesystem::path& file) {
+  if (recorder == nullptr) return;
+  WindowEvent opened;
+  opened.type = WindowEvent::Type::FileDropped;
+  opened.path = std::filesystem::absolute(file).string();
+  recorder->Add(opened);
+}
+
+std::filesystem::path Viewer::FindModelFolder() const {
+  std::error_code ignored;
+  return modelFile.empty() ? std::filesystem::current_path(ignored)
+                           : std::filesystem::absolute(modelFile, ignored).parent_path();
+}
+
+void Viewer::PresentFirstStory() {
+  const std::filesystem::path file = std::exchange(firstStory, {});
+  std::string error;
+  if (file.empty()) return;
+  if (!views[0]->GetStory().Read(file, error)) return ShowMessage(error);
+  views[0]->GetStory().Present();
 }
 
 void Viewer::ShowMessage(const std::string& text) {
@@ -226,7 +298,9 @@ void Viewer::OnEvent(const WindowEvent& event) {
     case WindowEvent::Type::FileDropped:
       return Open({event.path});
     case WindowEvent::Type::Closing:
-      return;
+      if (desk.GetPage() == StoryDesk::Page::Losing) return;  // who asks twice means it
+      window.KeepOpen();
+      return LeaveStories([this] { window.Close(); });
   }
 }
 
@@ -249,11 +323,13 @@ void Viewer::ActivateView(std::size_t index) {
     views[active]->OnEvent(event);
   }
   active = index;
+  devices.SetTarget(views[active]->GetTarget());
   window.RequestFrame();
 }
 
 void Viewer::OnKeyEvent(const WindowEvent& event) {
   const bool pressed = event.type == WindowEvent::Type::KeyDown && !event.repeated;
+  if (pressed && desk.IsOpen()) return OnDeskKey(event);
   if (pressed && menus.IsOpen() && event.key == SDLK_ESCAPE) {
     menus.Close();
     return window.RequestFrame();
@@ -266,6 +342,11 @@ void Viewer::OnKeyEvent(const WindowEvent& event) {
   views[active]->OnEvent(event);
 }
 
+void Viewer::OnDeskKey(const WindowEvent& event) {
+  if (event.key == SDLK_ESCAPE) desk.Cancel();
+  if (event.key == SDLK_RETURN || event.key == SDLK_KP_ENTER) desk.Confirm();
+}
+
 void Viewer::Run(const ViewCommand& command) {
   if (recorder != nullptr) recorder->Add(command);
   views[active]->Run(command);
@@ -274,6 +355,17 @@ void Viewer::Run(const ViewCommand& command) {
 void Viewer::ShowHelp() {
   panel.ShowHelp();
   window.RequestFrame();
+}
+
+void Viewer::AskForStory(std::size_t view, StoryRequest request) {
+  desk.Ask(request, views[view]->GetStory());
+}
+
+std::unique_ptr<StoryExport> Viewer::BeginExport(const Korvane::Story& story,
+                                                 const StoryExport::Options& options, std::string& error) {
+  if (scene != nullptr) return StoryExport::Begin(story, *scene, sceneView, options, error);
+  error = "there is no model to show";
+  return nullptr;
 }
 
 void Viewer::OpenMenu(std::size_t view, ViewerMenus::Kind kind, std::optional<ViewerMenus::Corner> at) {
@@ -322,13 +414,19 @@ void Viewer::OnResized() {
 
 void Viewer::DrawFrame() {
   log.AddFrame();
+  desk.Advance();
+  devices.Advance(recorder);
   glDisable(GL_SCISSOR_TEST);
   glClearColor(0.0F, 0.0F, 0.0F, 1.0F);  // what shows between two views
   glClear(GL_COLOR_BUFFER_BIT);
   DrawViews();
   // Over a panel or a menu the pointer is no tool.
   const bool ofPanels = gui.HasPointer() || menus.IsOpen();
-  if (ofPanels || !views[active]->GetManager().OnSetCursor()) ShowCursor(Korvane::CURSOR_ARROW);
+  if (views[active]->GetStory().IsPresenting()) {
+    window.SetCursor(Korvane::CURSOR_NONE);
+  } else if (ofPanels || !views[active]->GetManager().OnSetCursor()) {
+    ShowCursor(Korvane::CURSOR_ARROW);
+  }
   glViewport(0, 0, window.GetWidth(), window.GetHeight());
   gui.BeginFrame();
   DrawPanels();
@@ -348,6 +446,11 @@ void Viewer::DrawViews() {
 
 void Viewer::DrawPanels() {
   const ViewTarget& target = views[active]->GetTarget();
+  desk.Draw();
+  if (target.story->IsPresenting()) return;
+  const float right = ImGui::GetIO().DisplaySize.x - EDITOR_RIGHT;
+  target.story->GetEditor().Draw(right, EDITOR_TOP);
+  devices.DrawPage(right, EDITOR_TOP);
   const ViewCommand* const pressed = panel.Draw(contents, target);
   const bool hadMenu = menus.IsOpen();
   const ViewCommand* const chosen = menus.Draw(target);

@@ -11,6 +11,8 @@
 #include "progress_line.h"
 #include "recorder.h"
 #include "settings_file.h"
+#include "story_desk.h"
+#include "view_devices.h"
 #include "viewer_menus.h"
 #include "viewer_panel.h"
 #include "viewport.h"
@@ -32,6 +34,8 @@ class Viewer {
     /// Of the discs of the first view, which otherwise begin as they come; and these introduce themselves
     /// only where it can be kept that they have. Borrowed.
     SettingsFile* settings = nullptr;
+    /// Opened with the first model, and presented; empty for none.
+    std::filesystem::path story = {};
   };
 
   explicit Viewer(zovhost::Window& onWindow) : Viewer(onWindow, Options()) {}
@@ -53,6 +57,8 @@ class Viewer {
   /// From the left.
   Viewport& GetView(std::size_t index) { return *views[index]; }
   std::size_t GetViewCount() const { return views.size(); }
+  StoryDesk& GetDesk() { return desk; }
+  ViewDevices& GetDevices() { return devices; }
   bool IsMenuOpen() const { return menus.IsOpen(); }
   /// The one that was opened last.
   ViewerMenus::Kind GetOpenMenu() const { return menus.GetKind(); }
@@ -89,6 +95,7 @@ class Viewer {
   void OnEvent(const zovhost::WindowEvent& event);
   void OnPointerEvent(zovhost::WindowEvent event);
   void OnKeyEvent(const zovhost::WindowEvent& event);
+  void OnDeskKey(const zovhost::WindowEvent& event);
   void OnResized();
   std::size_t FindViewAt(int x) const;
   void ActivateView(std::size_t index);
@@ -97,7 +104,15 @@ class Viewer {
   void OpenMenu(std::size_t view, ViewerMenus::Kind kind, std::optional<ViewerMenus::Corner> at = {});
   void OpenBarMenu(std::size_t view, ViewBars::Menu menu, const zovhost::BarMenuPlace& place);
   void ShowHelp();
+  void AskForStory(std::size_t view, StoryRequest request);
+  void LeaveStories(const std::function<void()>& then);
+  std::unique_ptr<StoryExport> BeginExport(const Korvane::Story& story, const StoryExport::Options& options,
+                                           std::string& error);
+  void PresentFirstStory();
+  void NoteOpened(const std::filesystem::path& file);
+  std::filesystem::path FindModelFolder() const;
   void ShowCursor(Korvane::CursorID id);
+  void OnWake();
   void LoadWaiting();
   void Load(const ModelSource& source);
   void ShowProgress(double fraction, const char* step);
@@ -120,6 +135,10 @@ class Viewer {
   zovhost::Gui gui;
   ViewerPanel panel;
   ViewerMenus menus;
+  StoryDesk desk;
+  ViewDevices devices;
+  std::filesystem::path modelFile;  // of the scene that shows; empty for the generated one
+  std::filesystem::path firstStory;
   PanelContents contents;
   MessageTimer messageTimer;
   ProgressLine progress;

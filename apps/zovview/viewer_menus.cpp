@@ -48,6 +48,29 @@ const ViewCommand* DrawList(const char* name, Place place, const ViewTarget& tar
   return chosen;
 }
 
+const ViewCommand* DrawStoryList(const ViewTarget& target) {
+  if (!ImGui::BeginMenu("Storyboard")) return nullptr;
+  const ViewCommand* const story = DrawItems(Place::Story, target);
+  ImGui::Separator();
+  const ViewCommand* const file = DrawItems(Place::StoryFile, target);
+  ImGui::EndMenu();
+  return story != nullptr ? story : file;
+}
+
+const ViewCommand* DrawDeviceMenu(const ViewTarget& target) {
+  const ViewCommand* const mode = DrawItems(Place::Device, target);
+  ImGui::Separator();
+  const ViewCommand* const setting = DrawItems(Place::DeviceSettings, target);
+  return mode != nullptr ? mode : setting;
+}
+
+const ViewCommand* DrawDeviceList(const ViewTarget& target) {
+  if (!ImGui::BeginMenu("Six-axis device")) return nullptr;
+  const ViewCommand* const chosen = DrawDeviceMenu(target);
+  ImGui::EndMenu();
+  return chosen;
+}
+
 const ViewCommand* DrawViewMenu(const ViewTarget& target) {
   const ViewCommand* const tool = DrawItems(Place::Tools, target);
   ImGui::Separator();
@@ -55,10 +78,12 @@ const ViewCommand* DrawViewMenu(const ViewTarget& target) {
   ImGui::Separator();
   const ViewCommand* const disc = DrawList("Navigation disc", Place::Discs, target);
   const ViewCommand* const bar = DrawList("Navigation bar", Place::Bars, target);
-  for (const ViewCommand* chosen : {tool, view, disc}) {
+  const ViewCommand* const story = DrawStoryList(target);
+  const ViewCommand* const device = DrawDeviceList(target);
+  for (const ViewCommand* chosen : {tool, view, disc, bar, story}) {
     if (chosen != nullptr) return chosen;
   }
-  return bar;
+  return device;
 }
 
 const ViewCommand* DrawCubeMenu(const ViewTarget& target) {
@@ -78,6 +103,8 @@ const ViewCommand* DrawCubeMenu(const ViewTarget& target) {
 }
 
 const ViewCommand* DrawCoordinates(const ViewTarget& target) { return DrawItems(Place::Coordinates, target); }
+
+const ViewCommand* DrawShotMenu(const ViewTarget& target) { return DrawItems(Place::Shot, target); }
 
 // ---- the menus of the bars ----
 
@@ -146,7 +173,7 @@ const ViewCommand* DrawDiscMenu(const ViewTarget& target) {
 }
 
 // In the order of the kinds.
-constexpr std::array<const ViewCommand* (*)(const ViewTarget&), 11> MENUS = {
+constexpr std::array<const ViewCommand* (*)(const ViewTarget&), 13> MENUS = {
     DrawViewMenu,
     DrawCubeMenu,
     DrawCoordinates,
@@ -154,10 +181,12 @@ constexpr std::array<const ViewCommand* (*)(const ViewTarget&), 11> MENUS = {
     DrawDiscMenu<OBJECT_MENU>,
     DrawDiscMenu<FULL_MENU>,
     DrawDiscMenu<PLAN_MENU>,
+    DrawShotMenu,
     DrawBarMenu,
     DrawDiscs,
     DrawMore<ViewBars::Menu::MoreOfBar>,
-    DrawMore<ViewBars::Menu::MoreOfTools>};
+    DrawMore<ViewBars::Menu::MoreOfTools>,
+    DrawDeviceMenu};
 
 }  // namespace
 
@@ -173,13 +202,16 @@ std::optional<ViewerMenus::Kind> ViewerMenus::FindKind(Korvane::MenuID id) {
       return Kind::TwoD;
     case Korvane::MENU_ORIENTOR:
       return Kind::Cube;
+    case Korvane::MENU_STORYBOARD:
+      return Kind::Shot;
     default:
       return std::nullopt;
   }
 }
 
 ViewerMenus::Kind ViewerMenus::FindKind(ViewBars::Menu menu) {
-  static constexpr std::array<Kind, 4> KINDS = {Kind::Bar, Kind::Discs, Kind::MoreOfBar, Kind::MoreOfTools};
+  static constexpr std::array<Kind, 5> KINDS = {Kind::Bar, Kind::Discs, Kind::MoreOfBar, Kind::MoreOfTools,
+                                                Kind::Device};
   return KINDS[static_cast<std::size_t>(menu)];
 }
 

@@ -19,10 +19,12 @@ class ViewerMenus {
     ViewObject,
     FullNavigation,
     TwoD,
+    Shot,
     Bar,
     Discs,      // of the button of the discs
     MoreOfBar,  // what there is no room for
     MoreOfTools,
+    Device,  // of the button of the six-axis device
   };
   /// In points from the top left of the window, at a corner of the menu: fractions of its size.
   struct Corner {

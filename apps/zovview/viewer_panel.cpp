@@ -7,6 +7,8 @@
 #include <cfloat>
 #include <utility>
 
+#include "view_story.h"
+
 namespace zovview {
 
 namespace {
@@ -14,6 +16,7 @@ namespace {
 constexpr float MARGIN = 12.0F;  // points
 constexpr float BAR_WIDTH = 320.0F;
 constexpr float WIDEST_PANEL = 420.0F;
+constexpr float LOWEST_PANEL = 60.0F;
 constexpr float TITLE_BUTTON_WIDTH = 48.0F;  // of the arrow that folds the panel, with its space
 constexpr float HELP_COLUMN = 96.0F;
 constexpr float BUTTON_WIDTH = 148.0F;
@@ -115,13 +118,21 @@ const ViewCommand* DrawSettings(const ViewTarget& target) {
   return chosen;
 }
 
+// Above the storyboard, which counts in pixels.
+float GetRoomForPanel(const ViewTarget& target) {
+  const ImGuiIO& io = ImGui::GetIO();
+  const bool boardShows = target.story != nullptr && target.story->IsShown();
+  const float below = boardShows ? ViewStory::HEIGHT / std::max(1.0F, io.DisplayFramebufferScale.y) : 0.0F;
+  return std::max(LOWEST_PANEL, io.DisplaySize.y - below - 2.0F * MARGIN);
+}
+
 const ViewCommand* DrawPanel(const PanelContents& contents, const ViewTarget& target, bool unfoldHelp) {
   if (unfoldHelp) ImGui::SetNextWindowCollapsed(false);
   ImGui::SetNextWindowPos(ImVec2(MARGIN, MARGIN));
   // The size follows what is inside; the name in the title has to be asked room for.
   const float nameWidth = ImGui::CalcTextSize(contents.name.c_str()).x + TITLE_BUTTON_WIDTH;
   ImGui::SetNextWindowSizeConstraints(ImVec2(std::min(nameWidth, WIDEST_PANEL), 0.0F),
-                                      ImVec2(WIDEST_PANEL, FLT_MAX));
+                                      ImVec2(WIDEST_PANEL, GetRoomForPanel(target)));
   // The title is what changes, the rest names the panel.
   const std::string title = contents.name + "###panel";
   const ViewCommand* chosen = nullptr;
@@ -136,6 +147,14 @@ const ViewCommand* DrawPanel(const PanelContents& contents, const ViewTarget& ta
     take(DrawSettings(target));
     DrawSelection(target.selection.GetName());
     if (ImGui::CollapsingHeader("Discs")) take(DrawButtons(ViewCommand::Place::Discs, target));
+    if (ImGui::CollapsingHeader("Story")) {
+      take(DrawButtons(ViewCommand::Place::Story, target));
+      take(DrawButtons(ViewCommand::Place::StoryFile, target));
+    }
+    if (ImGui::CollapsingHeader("Six-axis device")) {
+      take(DrawButtons(ViewCommand::Place::Device, target));
+      take(DrawButtons(ViewCommand::Place::DeviceSettings, target));
+    }
     DrawHelp(unfoldHelp);
   }
   ImGui::End();

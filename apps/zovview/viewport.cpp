@@ -25,12 +25,24 @@ Viewport::Viewport(Surroundings around)
       manager(hub),
       pointer(surroundings.host, manager),
       bars(manager, target),
+      story(manager, hub),
       tooltip(surroundings.requestFrame),
-      target{hub, selection, manager, cube, disc, surroundings.showHelp, &bars} {
+      target{hub,
+             selection,
+             manager,
+             cube,
+             disc,
+             surroundings.showHelp,
+             &bars,
+             &story,
+             surroundings.askForStory,
+             &device,
+             surroundings.toggleDevicePage} {
   renderer.SetHost(&pointer);
   manager.SetRenderer(&renderer);
   manager.SetHelmDisc(&disc);
   manager.SetOrientor(&cube);
+  manager.SetCam3DController(&device);
   bars.SetOpenMenu(surroundings.openBarMenu);
   tooltip.SetRenderer(&renderer);
   manager.SetMovePointer([this](int x, int y) { surroundings.host.WarpPointer(x, y); });
@@ -46,7 +58,9 @@ Viewport::~Viewport() {
 
 bool Viewport::Create() {
   disc.GetParameters().suppressWelcome = !surroundings.welcome;
-  return manager.Create() && bars.Create(renderer);
+  if (!manager.Create() || !bars.Create(renderer)) return false;
+  story.BeginEmpty();
+  return true;
 }
 
 void Viewport::SetPlace(int x, int y, int width, int height, double scale) {
@@ -62,6 +76,7 @@ void Viewport::SetScene(const zovhost::Scene& scene) {
   manager.Cancel();
   clicks.Cancel();
   disc.GetHistory()->ClearHistory();  // of another model
+  story.BeginEmpty();
   selection.SetScene(&scene);
   renderer.SetScene(&scene);
   zovhost::EnterScene(hub, scene);
@@ -71,6 +86,7 @@ void Viewport::SetScene(const zovhost::Scene& scene) {
 // ---- events ----
 
 void Viewport::OnEvent(const WindowEvent& event) {
+  if (OnEventOfShow(event)) return;
   if (event.type == WindowEvent::Type::MouseDown) {
     clicks.OnMouseDown(event);
     bars.OnPress();
@@ -82,6 +98,19 @@ void Viewport::OnEvent(const WindowEvent& event) {
   if (event.type == WindowEvent::Type::MouseUp) OnClick(event);
   if (event.type == WindowEvent::Type::KeyDown && !used) OnKey(event);
   NotePointer(event);
+}
+
+// A show that has the view to itself is ended by a press of any button, or by Escape; no other key but the
+// space bar means anything then.
+bool Viewport::OnEventOfShow(const WindowEvent& event) {
+  if (event.type == WindowEvent::Type::MouseUp) return std::exchange(pressEndedShow, false);
+  if (!story.IsPresenting()) return false;
+  const bool pressed = event.type == WindowEvent::Type::MouseDown;
+  const bool ofKey = event.type == WindowEvent::Type::KeyDown;
+  if (pressed || (ofKey && event.key == SDLK_ESCAPE)) story.Cancel();
+  if (ofKey && event.key == SDLK_SPACE && !event.repeated) story.GetBoard().PausePlayback();
+  pressEndedShow = pressed;
+  return pressed || ofKey || event.type == WindowEvent::Type::Wheel;
 }
 
 void Viewport::NotePointer(const WindowEvent& event) {
@@ -122,8 +151,7 @@ void Viewport::OnRightClick(const WindowEvent& event, bool used) {
 void Viewport::OnKey(const WindowEvent& event) {
   tooltip.Dismiss();
   if (event.repeated) return;
-  const unsigned held = event.modifiers & (WindowEvent::CONTROL | WindowEvent::ALT);
-  if (const ViewCommand* const command = FindViewCommand(event.key, held)) Run(*command);
+  if (const ViewCommand* const command = FindViewCommand(event.key, event.modifiers)) Run(*command);
 }
 
 void Viewport::Run(const ViewCommand& command) {
@@ -141,6 +169,7 @@ void Viewport::PerformFrame() {
 }
 
 void Viewport::DrawWidgets() {
+  if (story.IsPresenting()) return story.GetBoard().Draw();
   bars.Update();
   manager.OnDraw();
   FollowTooltip();

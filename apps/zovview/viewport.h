@@ -2,11 +2,13 @@
 
 #include <functional>
 
+#include "korvane/cam3d_controller.h"
 #include "korvane/helm_disc.h"
 #include "korvane/orientor.h"
 #include "selection.h"
 #include "view_bars.h"
 #include "view_commands.h"
+#include "view_story.h"
 #include "viewer_view_manager.h"
 #include "zovhost/click_watch.h"
 #include "zovhost/gl_renderer.h"
@@ -34,6 +36,10 @@ class Viewport {
     ViewBars::OpenMenu openBarMenu = {};
     /// The discs may introduce themselves: the welcome screen shows to whoever has not seen it.
     bool welcome = false;
+    /// Files of a story; empty: nobody can.
+    std::function<void(StoryRequest request)> askForStory = {};
+    /// The page of settings of six-axis devices; empty: nobody can.
+    std::function<void()> toggleDevicePage = {};
   };
 
   explicit Viewport(Surroundings surroundings);
@@ -71,7 +77,9 @@ class Viewport {
   zovhost::GLRenderer& GetRenderer() { return renderer; }
   Korvane::Orientor& GetCube() { return cube; }
   Korvane::HelmDisc& GetDisc() { return disc; }
+  Korvane::Cam3DController& GetDevice() { return device; }
   ViewBars& GetBars() { return bars; }
+  ViewStory& GetStory() { return story; }
   const zovhost::TooltipNote& GetTooltip() const { return tooltip; }
   const ViewTarget& GetTarget() const { return target; }
 
@@ -90,6 +98,7 @@ class Viewport {
     ViewerViewManager& manager;
   };
 
+  bool OnEventOfShow(const zovhost::WindowEvent& event);
   void OnClick(const zovhost::WindowEvent& event);
   void OnKey(const zovhost::WindowEvent& event);
   void OnRightClick(const zovhost::WindowEvent& event, bool used);
@@ -102,10 +111,12 @@ class Viewport {
   zovhost::GLRenderer renderer;
   Korvane::HelmDisc disc;
   Korvane::Orientor cube;
+  Korvane::Cam3DController device;
   ViewerViewManager manager;
   Pointer pointer;
   zovhost::ClickWatch clicks;
   ViewBars bars;
+  ViewStory story;
   zovhost::TooltipNote tooltip;
   const ViewTarget target;
   int placeX = 0;
@@ -114,6 +125,7 @@ class Viewport {
   int rightX = 0;  // the last press of the right button
   int rightY = 0;
   bool rightOnBar = false;
+  bool pressEndedShow = false;  // whose release is of no use either
 };
 
 }  // namespace zovview

@@ -7,6 +7,8 @@
 #include "korvane/export.h"
 #include "korvane/vector3.h"
 
+class zovApplicationParameters;
+
 namespace Korvane {
 
 /// The settings of a view: directions and bounds of the scene, the speed of every operation, the size of
@@ -194,6 +196,8 @@ class ZOVTOOLS_API ApplicationParameters {
   }
 
  private:
+  friend class ::zovApplicationParameters;  // hands the speed out as a value that changes in time
+
   ChangingInTimeValue flyMoveMultiplier;
 };
 

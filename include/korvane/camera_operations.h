@@ -139,7 +139,7 @@ class ZOVTOOLS_API CameraOperations {
   virtual const CameraParameters& GetCameraParameters() const;
   virtual CameraParameters& GetHomeCamera();
   /// As CameraCheckEqual.
-  virtual bool CheckCamerasEqual(const CameraParameters* a, const CameraParameters* b) const;
+  [[nodiscard]] virtual bool CheckCamerasEqual(const CameraParameters* a, const CameraParameters* b) const;
   /// Null is ignored; an observer added twice is told twice.
   virtual void AddOperationObserver(OperationObserver* observer);
   /// Removes every entry of this observer.

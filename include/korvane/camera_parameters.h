@@ -51,7 +51,7 @@ struct ZOVTOOLS_API CameraParameters {
 /// Whether two cameras count as the same view. Null is unequal to anything. Positions compare by squared
 /// distance against the tolerance, so they resolve about 3.45e-4; `projection_transition` compares exactly;
 /// `perspective_with_ortho` takes no part, since it is a wish and not a view.
-ZOVTOOLS_API bool CameraCheckEqual(const CameraParameters* a, const CameraParameters* b);
+[[nodiscard]] ZOVTOOLS_API bool CameraCheckEqual(const CameraParameters* a, const CameraParameters* b);
 
 /// Straightens the camera: its up becomes the part of `up` perpendicular to the view, not normalised, on
 /// the side where the camera's up was. False, with nothing changed, when there is nothing to do: the

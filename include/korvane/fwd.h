@@ -8,6 +8,8 @@ class ApplicationParameters;
 class AspectRatioAdjuster;
 class Box3;
 class Cam3DController;
+class Cam3DControllerObserver;
+class Cam3DControllerParameters;
 class CameraOperations;
 class CenterTool;
 class ChangingInTimeBox2;
@@ -68,7 +70,6 @@ class WalkTool;
 class ZoomTool;
 
 struct Box2;
-struct Cam3DControllerParameters;
 struct CameraParameters;
 struct CenterShotParameters;
 struct ClosestViewAlignShotParameters;
@@ -91,6 +92,7 @@ struct ViewAlignShotParameters;
 struct ZoomRectShotParameters;
 struct ZoomShotParameters;
 
+enum Cam3DControllerKeyID : int;
 enum CursorID : int;
 enum InterpolationMethod : int;
 enum KeyID : int;

@@ -3,6 +3,7 @@
 #include "korvane/box2.h"
 #include "korvane/changing_in_time.h"
 #include "korvane/export.h"
+#include "korvane/lifeline.h"
 #include "korvane/resource_ids.h"
 
 namespace Korvane {
@@ -35,7 +36,10 @@ class ZOVTOOLS_API Icon2D {
 
   /// A pixel in the icon's own scale, -1 to 1 across it. False for an icon without size, whose coordinate
   /// on that axis is 0.
-  bool GetIcon2DCoords(const Vector2& point, Vector2& result) const;
+  [[nodiscard]] bool GetIcon2DCoords(const Vector2& point, Vector2& result) const;
+
+  /// For those who show the icon to a host, who may let it go meanwhile.
+  Lifeline& GetLifeline() { return lifeline; }
 
  protected:
   Icon2D();
@@ -46,6 +50,7 @@ class ZOVTOOLS_API Icon2D {
   bool visible = true;
   Box2 bounds;
   ChangingInTimeValueChain opacity = 1.0;
+  Lifeline lifeline;
 };
 
 /// A picture of the host's resources.

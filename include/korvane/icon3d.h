@@ -1,6 +1,7 @@
 #pragma once
 
 #include "korvane/export.h"
+#include "korvane/lifeline.h"
 #include "korvane/renderer.h"
 #include "korvane/resource_ids.h"
 #include "korvane/vector3.h"
@@ -24,6 +25,9 @@ class ZOVTOOLS_API Icon3D {
   double GetSize() const { return size; }
   void SetSize(double value) { size = value; }
 
+  /// For those who show the icon to a host, who may let it go meanwhile.
+  Lifeline& GetLifeline() { return lifeline; }
+
  protected:
   Icon3D();
   Icon3D(const Icon3D&) = default;
@@ -34,6 +38,7 @@ class ZOVTOOLS_API Icon3D {
   Vector3 position;
   double size = 0.0;
   Renderer::MaterialParams material;
+  Lifeline lifeline;
 };
 
 /// A model of the host's resources.

@@ -7,6 +7,7 @@
 #include "korvane/box2.h"
 #include "korvane/box3.h"
 #include "korvane/cam3d_controller.h"
+#include "korvane/cam3d_controller_observer.h"
 #include "korvane/cam3d_controller_parameters.h"
 #include "korvane/camera_operations.h"
 #include "korvane/camera_parameters.h"

@@ -151,10 +151,10 @@ class ZOVTOOLS_API Orientor {
   /// A viewport pixel, y upward, at which a part of the cube or the compass (0 to PART_COUNT - 1) is hit in
   /// the view of now, near the middle of what shows of it. False, with nothing written, for one that cannot
   /// be hit there. For tours and tests, which so need no pixels of their own.
-  bool GetPartPosition(int part, int& x, int& y);
+  [[nodiscard]] bool GetPartPosition(int part, int& x, int& y);
   /// The same for a part of the overlay, as it shows once the mouse is near the cube and, for the two arrows,
   /// the view looks along a face. False for one that the parameters leave out.
-  bool GetOverlayPartPosition(OverlayPart part, int& x, int& y) const;
+  [[nodiscard]] bool GetOverlayPartPosition(OverlayPart part, int& x, int& y) const;
 
   /// Pixels. Asks the host for a frame when the cube is visible.
   void SetViewportSize(int width, int height);

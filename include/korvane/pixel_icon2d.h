@@ -28,7 +28,7 @@ class ZOVTOOLS_API PixelIcon2D : public Icon2D {
 
   /// The colour, each part 0 to 1, under a viewport pixel. False, with `colour` untouched, outside the
   /// image and where it is transparent.
-  bool GetColor(const Vector2& point, Vector3& colour) const;
+  [[nodiscard]] bool GetColor(const Vector2& point, Vector3& colour) const;
 
  private:
   int imageWidth;

@@ -19,10 +19,11 @@ struct ZOVTOOLS_API Ray {
   /// Both faces count. False for a ray along the plane, which leaves `t` alone; otherwise `t` receives the
   /// distance to the plane even when the triangle is missed.
   /// Source: T. Möller, B. Trumbore, "Fast, minimum storage ray-triangle intersection", 1997.
-  bool IntersectTriangle(const Vector3 p[3], double& t) const {
+  [[nodiscard]] bool IntersectTriangle(const Vector3 p[3], double& t) const {
     return IntersectTriangle(p[0], p[1], p[2], t);
   }
-  bool IntersectTriangle(const Vector3& p0, const Vector3& p1, const Vector3& p2, double& t) const {
+  [[nodiscard]] bool IntersectTriangle(const Vector3& p0, const Vector3& p1, const Vector3& p2,
+                                       double& t) const {
     const Vector3 e1 = p1 - p0;
     const Vector3 e2 = p2 - p0;
     const Vector3 h = direction.Cross(e2);
@@ -39,7 +40,7 @@ struct ZOVTOOLS_API Ray {
 
   /// The triangles (q0, q1, q2) and, only if that is missed, (q2, q3, q0). `t` receives the smaller of the
   /// two distances, each Math::MAX_VALUE until written; that of a triangle that was missed counts, too.
-  bool IntersectQuad(const Vector3 q[4], double& t) const {
+  [[nodiscard]] bool IntersectQuad(const Vector3 q[4], double& t) const {
     double first = Math::MAX_VALUE;
     double second = Math::MAX_VALUE;
     const bool hit =

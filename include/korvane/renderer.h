@@ -72,12 +72,13 @@ class ZOVTOOLS_API Renderer {
 
  protected:
   /// Makes a texture available; false when it cannot be had.
-  virtual bool LoadTexture(TextureID id) = 0;
+  [[nodiscard]] virtual bool LoadTexture(TextureID id) = 0;
   virtual void ReleaseTexture(TextureID id) = 0;
 
  public:
   /// Opens a draw pass. False: the caller skips the pass and does not call EndRender.
-  virtual bool BeginRender(const Box2& viewport, const CameraParameters& camera, RenderMode mode) = 0;
+  [[nodiscard]] virtual bool BeginRender(const Box2& viewport, const CameraParameters& camera,
+                                         RenderMode mode) = 0;
   virtual bool EndRender() = 0;
   /// Quads, 4 vertices each, or, with exactly 2 vertices, one line of the material's width in pixels:
   /// 3 floats a vertex, 2 floats a texture coordinate (null without texture).
@@ -103,30 +104,35 @@ class ZOVTOOLS_API Renderer {
   /// The localised text of a StringID; empty when there is none.
   virtual std::wstring LoadStringResource(int id) = 0;
   /// The pixels of a texture, for hit maps. The caller owns the result; null when there is none.
-  virtual PixelIcon2D* CreateImageData(TextureID id) = 0;
+  [[nodiscard]] virtual PixelIcon2D* CreateImageData(TextureID id) = 0;
   /// A picture of the scene from a camera. As with all the Create... below the caller owns the result and
   /// gives it back with DestroyIcon; null when it cannot be made.
-  virtual DynamicIcon2D* CreateSceneScreenshot(int width, int height, const CameraParameters& camera) = 0;
-  virtual DynamicIcon2D* CreateTextLabel(const wchar_t* text, float size, int width, int height) = 0;
-  virtual DynamicIcon2D* CreateTooltip(const wchar_t* text) = 0;
-  virtual DynamicIcon2D* CreateTooltipHUD(const wchar_t* text) = 0;
-  virtual DynamicIcon2D* CreateMessageHUD(const wchar_t* text) = 0;
-  virtual DynamicIcon2D* CreatePivotLabel(const wchar_t* text) = 0;
-  virtual DynamicIcon2D* CreateMiniWheelLabel(const wchar_t* text) = 0;
-  virtual DynamicIcon2D* CreateUCSMenuLabel(const wchar_t* activeName, const wchar_t* defaultName,
-                                            bool highlighted, int width) = 0;
+  [[nodiscard]] virtual DynamicIcon2D* CreateSceneScreenshot(int width, int height,
+                                                             const CameraParameters& camera) = 0;
+  [[nodiscard]] virtual DynamicIcon2D* CreateTextLabel(const wchar_t* text, float size, int width,
+                                                       int height) = 0;
+  [[nodiscard]] virtual DynamicIcon2D* CreateTooltip(const wchar_t* text) = 0;
+  [[nodiscard]] virtual DynamicIcon2D* CreateTooltipHUD(const wchar_t* text) = 0;
+  [[nodiscard]] virtual DynamicIcon2D* CreateMessageHUD(const wchar_t* text) = 0;
+  [[nodiscard]] virtual DynamicIcon2D* CreatePivotLabel(const wchar_t* text) = 0;
+  [[nodiscard]] virtual DynamicIcon2D* CreateMiniWheelLabel(const wchar_t* text) = 0;
+  [[nodiscard]] virtual DynamicIcon2D* CreateUCSMenuLabel(const wchar_t* activeName,
+                                                          const wchar_t* defaultName, bool highlighted,
+                                                          int width) = 0;
   /// Destroys the icon and clears the pointer.
   virtual bool DestroyIcon(DynamicIcon2D*& icon) = 0;
 
   /// The first point of the scene along a ray. False, with `hit` untouched, when there is none.
-  virtual bool QueryRaySceneIntersection(const Vector3& origin, const Vector3& direction, Vector3& hit) = 0;
+  [[nodiscard]] virtual bool QueryRaySceneIntersection(const Vector3& origin, const Vector3& direction,
+                                                       Vector3& hit) = 0;
   /// The same for the ray of a pixel, which a host may use instead; forwards to the ray.
-  virtual bool QueryMouseRaySceneIntersection(int x, int y, const Vector3& origin, const Vector3& direction,
-                                              Vector3& hit);
+  [[nodiscard]] virtual bool QueryMouseRaySceneIntersection(int x, int y, const Vector3& origin,
+                                                            const Vector3& direction, Vector3& hit);
   /// A point of the scene seen in a screen rectangle; false unless the host can tell.
-  virtual bool QueryScreenRectRaySceneIntersection(int left, int bottom, int right, int top, Vector3& hit);
+  [[nodiscard]] virtual bool QueryScreenRectRaySceneIntersection(int left, int bottom, int right, int top,
+                                                                 Vector3& hit);
   /// The part of the model under the pointer; false unless the host can tell.
-  virtual bool BeginMouseoverComponent(bool highlightFaces);
+  [[nodiscard]] virtual bool BeginMouseoverComponent(bool highlightFaces);
   virtual bool GetMouseoverComponent(Vector2 pixel, Vector3& point, Vector3& normal);
   virtual bool EndMouseoverComponent();
 
@@ -138,7 +144,7 @@ class ZOVTOOLS_API Renderer {
   /// The host's list of coordinate systems.
   virtual bool OpenUCSMenu(int x, int y) = 0;
   /// World to viewport pixels; false unless the host can tell.
-  virtual bool ProjectToScreen(Vector3 point, Vector2& pixel);
+  [[nodiscard]] virtual bool ProjectToScreen(Vector3 point, Vector2& pixel);
 
  protected:
   /// Changes the pointer's shape at once. CURSOR_NONE asks for no change.
@@ -165,11 +171,11 @@ class ZOVTOOLS_API Renderer {
   DynamicIcon2D* WantStringTexture(StringID id, bool wanted);
 
   // Past the cache: the caller owns the result.
-  DynamicIcon2D* CreateTooltipByID(int id);
-  DynamicIcon2D* CreateTooltipHUDByID(int id);
-  DynamicIcon2D* CreateMessageHUDByID(int id);
-  DynamicIcon2D* CreatePivotLabelByID(int id);
-  DynamicIcon2D* CreateMiniWheelLabelByID(int id);
+  [[nodiscard]] DynamicIcon2D* CreateTooltipByID(int id);
+  [[nodiscard]] DynamicIcon2D* CreateTooltipHUDByID(int id);
+  [[nodiscard]] DynamicIcon2D* CreateMessageHUDByID(int id);
+  [[nodiscard]] DynamicIcon2D* CreatePivotLabelByID(int id);
+  [[nodiscard]] DynamicIcon2D* CreateMiniWheelLabelByID(int id);
 
   Lifeline& GetLifeline() { return lifeline; }
 

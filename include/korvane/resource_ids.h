@@ -125,6 +125,8 @@ enum StringID : int {
   STRING_BAR_TOUR_BUILDING = 96,
   STRING_BAR_TWO_D = 97,
   STRING_BAR_STORYBOARD = 98,
+  STRING_DEVICE_WALK_REFUSED = 99,  // a six-axis device may not walk, or fly, in this view
+  STRING_DEVICE_FLY_REFUSED = 100,
   STRING_NONE = 102,
 };
 

@@ -107,7 +107,7 @@ class ZOVTOOLS_API RewindHistory {
   void ClearHistory();
 
   int GetElementCount() const;
-  bool GetElementCamera(int index, CameraParameters& camera) const;
+  [[nodiscard]] bool GetElementCamera(int index, CameraParameters& camera) const;
   /// The history's; null while there is none, and when its renderer is gone.
   DynamicIcon2D* GetElementThumbnail(int index) const;
   /// Takes the picture over and gives the one of before back. Null takes it away.
@@ -130,7 +130,7 @@ class ZOVTOOLS_API RewindHistory {
   bool ShiftBackOneElement();
   bool ShiftForwardOneElement();
   /// The current element's camera; false when empty.
-  bool GetTransitionCamera(CameraParameters& camera) const;
+  [[nodiscard]] bool GetTransitionCamera(CameraParameters& camera) const;
 
   // ---- the film strip ----
 

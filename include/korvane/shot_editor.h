@@ -30,15 +30,16 @@ class ZOVTOOLS_API ShotEditor {
 
   // ---- the host's side ----
 
-  /// Makes the controls. For the host to call, before it hands the editor to the storyboard.
-  virtual bool Create() = 0;
+  /// Not called: a place that is kept for the library's own use.
+  virtual void OnEditorReserved() = 0;
   /// A preview of the shot begins or ends.
-  virtual void SetPreviewing(bool previewing) = 0;
+  virtual void SetPreviewState(bool previewing) = 0;
   /// A walk is going to be recorded, or that is over.
-  virtual void SetRecordingWalk(bool recording) = 0;
-  virtual void SetVisible(bool visible) = 0;
+  virtual void SetRecordingState(bool recording) = 0;
+  /// The panel opens or closes.
+  virtual void SetPanelVisible(bool visible) = 0;
   /// From the controls into the shot, or from the shot into the controls.
-  virtual void TransferData(bool fromControls) = 0;
+  virtual void TransferControls(bool toShot) = 0;
 
   // ---- what the buttons of the panel do ----
 

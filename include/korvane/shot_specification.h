@@ -62,9 +62,10 @@ class ZOVTOOLS_API ShotSpecification {
   /// zoom goes this part of the way to the centre.
   double GetInOutDistance() const { return inOutDistance; }
   void SetInOutDistance(double value);
-  /// To the right.
+  /// Of a look or an orbit: to the left, to which the view turns or the camera goes; negative to the right.
   double GetLeftRightAngle() const { return leftRightAngle; }
   void SetLeftRightAngle(double value);
+  /// To the right.
   double GetLeftRightDistance() const { return leftRightDistance; }
   void SetLeftRightDistance(double value);
   /// A track or a crane keeps looking at the same point.
@@ -83,6 +84,7 @@ class ZOVTOOLS_API ShotSpecification {
   /// Upward.
   double GetUpDownDistance() const { return upDownDistance; }
   void SetUpDownDistance(double value);
+  /// Upward.
   double GetUpDownAngle() const { return upDownAngle; }
   void SetUpDownAngle(double value);
 

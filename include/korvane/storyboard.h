@@ -92,6 +92,9 @@ class ZOVTOOLS_API Storyboard {
   void SetMode(Mode value);
   /// The lower left corner of the room that the panel may take.
   void SetPosition(int left, int bottom);
+  /// Between that corner and the panel, which else begins right at it: its shots then touch the edge of a
+  /// view. 0 at first.
+  void SetMargin(int pixels);
   /// The size of the view in pixels; the panel ends at its right edge.
   void SetViewportSize(int width, int height);
   /// The cursor is on the panel.

@@ -323,6 +323,7 @@ class ZOVTOOLS_API ViewManager {
   bool IsRightPressOnOrientor() const;
   void StoreMousePosition(int x, int y);
   void EnableCam3DController(bool enabled);
+  void GiveCam3DControllerBack();
   bool IsMouseDragNoted() const;
   /// Whether that changed it.
   bool NoteMouseDrag(bool dragging);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <vector>
 
 #include "korvane/camera_parameters.h"
@@ -13,6 +14,7 @@
 namespace Korvane {
 
 class CameraOperations;
+class HeightGauge;
 class Renderer;
 class Storyboard;
 
@@ -76,7 +78,7 @@ class ZOVTOOLS_API WalkRecorder : public OperationObserver {
   void CancelRecording();
   void LeaveHub();
   int FlipY(int y) const;
-  double GetHeightAboveMiddle(double otherwise) const;
+  double GetHeight(double otherwise) const;
   void DrawHeight(Renderer& target);
   void DrawNotes(Renderer& target);
   void ShowCursor();
@@ -102,9 +104,7 @@ class ZOVTOOLS_API WalkRecorder : public OperationObserver {
   std::vector<CameraParameters> cameras;
   RewindRecord record;
   ResourceIcon2D startCircle{TEXTURE_WALK_START};
-  ResourceIcon2D heightGauge{TEXTURE_HEIGHT_GAUGE};
-  ResourceIcon2D heightStartMark{TEXTURE_HEIGHT_START};
-  ResourceIcon2D heightMark{TEXTURE_HEIGHT_MARK};
+  std::unique_ptr<HeightGauge> heightGauge;
 };
 
 }  // namespace Korvane

@@ -14,18 +14,6 @@ namespace {
 // Perspective to orthographic takes a seventh of a second.
 constexpr double PROJECTION_BLEND_RATE = 7.0;
 
-// Too short an up cannot be normalised: such a camera shows no picture.
-bool HasUp(const CameraParameters& camera) {
-  return camera.up.LengthSquared() > Math::EPSILON_VALUE * Math::EPSILON_VALUE;
-}
-
-// What a move made of a good camera must be good, too; otherwise the camera stays where it was.
-void KeepView(const CameraParameters& before, CameraParameters& after) {
-  const bool broken = !IsCameraFinite(after) && IsCameraFinite(before);
-  const bool upVanished = !HasUp(after) && HasUp(before);
-  if (broken || upVanished) after = before;
-}
-
 }  // namespace
 
 CameraOperations::CameraOperations() = default;

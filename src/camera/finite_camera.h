@@ -21,4 +21,16 @@ inline bool IsCameraFinite(const CameraParameters& c) {
   return VanishPlace(c) + angles + sizes == 0.0;
 }
 
+/// Too short an up cannot be normalised: such a camera shows no picture.
+inline bool HasUp(const CameraParameters& camera) {
+  return camera.up.LengthSquared() > Math::EPSILON_VALUE * Math::EPSILON_VALUE;
+}
+
+/// What a move made of a good camera must be good, too; otherwise the camera stays where it was.
+inline void KeepView(const CameraParameters& before, CameraParameters& after) {
+  const bool broken = !IsCameraFinite(after) && IsCameraFinite(before);
+  const bool upVanished = !HasUp(after) && HasUp(before);
+  if (broken || upVanished) after = before;
+}
+
 }  // namespace Korvane

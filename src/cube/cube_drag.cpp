@@ -3,6 +3,7 @@
 #include <cmath>
 #include <utility>
 
+#include "camera/find_operation.h"
 #include "camera/orbit_operation.h"
 #include "foundation/truncate.h"
 #include "korvane/camera_operations.h"
@@ -80,7 +81,7 @@ void CubeDrag::BeginOrbit(CameraOperations& hub, int x, int y, int height, bool 
 
 // The orbit may have straightened its camera; the host's view follows at once.
 void CubeDrag::ApplyOrbitStart(CameraOperations& hub) {
-  const auto* const orbit = dynamic_cast<const OrbitOperation*>(hub.GetActiveOperation(OPERATION_ORBIT));
+  const auto* const orbit = FindOperation<OrbitOperation>(&hub, OPERATION_ORBIT);
   if (orbit == nullptr) return;
   const CameraParameters start = orbit->GetInitialCamera();
   if (!start.IsFinite() || hub.CheckCamerasEqual(&start, &hub.GetCameraParameters())) return;

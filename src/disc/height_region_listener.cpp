@@ -7,28 +7,8 @@
 
 namespace Korvane {
 
-namespace {
-
-// Pixels.
-constexpr double GAUGE_SIZE = 128.0;
-constexpr double MARK_SIZE = 32.0;
-constexpr double MARK_RANGE = 86.0;  // from the lowest height to the highest
-
-constexpr TextureID TEXTURES[] = {TEXTURE_HEIGHT_GAUGE, TEXTURE_HEIGHT_START, TEXTURE_HEIGHT_MARK};
-
-double AboveMiddle(HeightOperation& height) { return height.GetUnitHeight() - 0.5; }
-
-}  // namespace
-
 HeightRegionListener::HeightRegionListener(TrackMenu* menu, HelmDisc* helmDisc)
-    : OperationRegionListener(menu, helmDisc, OPERATION_HEIGHT, TEXTURES),
-      gauge(TEXTURE_HEIGHT_GAUGE),
-      startMark(TEXTURE_HEIGHT_START),
-      mark(TEXTURE_HEIGHT_MARK) {
-  gauge.SetSize(GAUGE_SIZE, GAUGE_SIZE);
-  startMark.SetSize(MARK_SIZE, MARK_SIZE);
-  mark.SetSize(MARK_SIZE, MARK_SIZE);
-}
+    : OperationRegionListener(menu, helmDisc, OPERATION_HEIGHT, HeightGauge::GetTextures()) {}
 
 void HeightRegionListener::OnLeftMouseDown(int x, int y) {
   DiscRegionListener::OnLeftMouseDown(x, y);
@@ -40,7 +20,7 @@ void HeightRegionListener::OnLeftMouseDown(int x, int y) {
 
 void HeightRegionListener::NoteStart() {
   auto* const height = operation.Get<HeightOperation>();
-  startHeight = height != nullptr ? AboveMiddle(*height) : 0.0;
+  startHeight = height != nullptr ? HeightGauge::GetHeight(*height) : 0.0;
 }
 
 void HeightRegionListener::OnLeftMouseUp(int x, int y) {
@@ -65,13 +45,9 @@ void HeightRegionListener::DrawGauge(const CameraOperations& hub) {
   const FullViewPass pass(GetRenderer(), hub);
   if (!pass) return;
   gauge.SetPosition(place);
-  pass->Render(&gauge);
+  gauge.DrawGauge(*pass.operator->());
   auto* const height = frame ? operation.Get<HeightOperation>() : nullptr;
-  if (height == nullptr) return;
-  startMark.SetPosition(place + Vector2(0.0, startHeight * MARK_RANGE));
-  mark.SetPosition(place + Vector2(0.0, AboveMiddle(*height) * MARK_RANGE));
-  pass->Render(&startMark);
-  pass->Render(&mark);
+  if (height != nullptr) gauge.DrawMarks(*pass.operator->(), startHeight, HeightGauge::GetHeight(*height));
 }
 
 }  // namespace Korvane

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "disc/operation_region_listener.h"
-#include "korvane/icon2d.h"
+#include "render/height_gauge.h"
 
 namespace Korvane {
 
@@ -20,9 +20,7 @@ class HeightRegionListener : public OperationRegionListener {
   void DrawGauge(const CameraOperations& hub);
 
   double startHeight = 0.0;  // -0.5 to 0.5
-  ResourceIcon2D gauge;
-  ResourceIcon2D startMark;
-  ResourceIcon2D mark;
+  HeightGauge gauge;
 };
 
 }  // namespace Korvane

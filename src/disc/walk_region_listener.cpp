@@ -1,5 +1,6 @@
 #include "disc/walk_region_listener.h"
 
+#include "camera/find_operation.h"
 #include "camera/fly_operation.h"
 #include "korvane/helm_disc.h"
 #include "korvane/icon2d.h"
@@ -135,9 +136,7 @@ void WalkRegionListener::ShowHUDs() {
     tool->SetViewportHUD(nullptr);
     return;
   }
-  const CameraOperations* const hub = tool->GetKorvane();
-  const auto* const fly =
-      hub != nullptr ? dynamic_cast<const FlyOperation*>(hub->GetActiveOperation(OPERATION_FLY)) : nullptr;
+  const auto* const fly = FindOperation<FlyOperation>(tool->GetKorvane(), OPERATION_FLY);
   if (fly == nullptr) return;
   if (!fly->IsInDeadZone()) {
     ShowMoving();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "camera/find_operation.h"
 #include "korvane/camera_operations.h"
 #include "korvane/operation.h"
 #include "korvane/rewind_record.h"
@@ -31,8 +32,7 @@ class WedgeOperation {
   /// Null where none is active.
   template <class Kind>
   Kind* Get() const {
-    const CameraOperations* const operated = hub.Get();
-    return operated != nullptr ? dynamic_cast<Kind*>(operated->GetActiveOperation(type)) : nullptr;
+    return FindOperation<Kind>(hub.Get(), type);
   }
 
  private:

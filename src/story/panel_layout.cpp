@@ -58,6 +58,11 @@ bool StackAt(double edge, bool beyond, double& place) {
 
 // ---- the title bar ----
 
+void MoveTo(const PanelPlace& place, PanelRoom& room) {
+  room.x = AddPixels(place.left, place.margin);
+  room.y = AddPixels(place.bottom, place.margin);
+}
+
 Box2 GetTitleBar(const PanelRoom& room) { return {{room.x + TITLE_X, room.y + TITLE_Y}, TITLE_HALF}; }
 
 Box2 GetTitleButton(const PanelRoom& room, TitleButton button) {

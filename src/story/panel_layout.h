@@ -9,6 +9,13 @@
 
 namespace Korvane {
 
+/// Where a host wants the panel: a corner, and how far from it.
+struct PanelPlace {
+  int left = 15;
+  int bottom = 15;
+  int margin = 0;
+};
+
 /// The room that the panel stands in: its lower left corner, and the size of the view.
 struct PanelRoom {
   int x = 15;
@@ -33,6 +40,9 @@ enum TitleButton : int {
   TITLE_BUTTON_CLOSE = 3,
 };
 constexpr int TITLE_BUTTON_COUNT = 4;
+
+/// Brings the corner of a room to a place.
+void MoveTo(const PanelPlace& place, PanelRoom& room);
 
 Box2 GetTitleBar(const PanelRoom& room);
 Box2 GetTitleButton(const PanelRoom& room, TitleButton button);

@@ -25,35 +25,27 @@ int FindTopmost(const Slides& slides, const Vector2& mouse, const IsAbove& isFir
 }
 
 template <class Slides>
-void ClearMouse(Slides& slides) {
+void ClearMouseIn(Slides& slides) {
   for (Slide& each : slides) {
     each.highlighted = each.overFirstButton = each.overSecondButton = false;
     each.dragging = each.dropBefore = each.dropAfter = false;
   }
 }
 
-template <class Slides>
-auto FindHighlighted(const Slides& slides) -> decltype(slides.data()) {
-  for (const auto& each : slides) {
-    if (each.highlighted) return &each;
-  }
-  return nullptr;
-}
-
 bool IsAdding(const Storyboard::DisplayElement& slide) { return slide.sequence == nullptr; }
 bool IsAdding(const Storyboard::ShotDisplayElement& slide) { return slide.shot == nullptr; }
 
-// False where none is under the mouse. The slide that adds one has no buttons.
+// The one under the mouse, -1 for none. The slide that adds one has no buttons.
 template <class Slides, class IsAbove>
-bool HighlightIn(Slides& slides, const Vector2& mouse, const SlideButtons& buttons,
-                 const IsAbove& isFirstAbove) {
+int HighlightIn(Slides& slides, const Vector2& mouse, const SlideButtons& buttons,
+                const IsAbove& isFirstAbove) {
   const int found = FindTopmost(slides, mouse, isFirstAbove);
-  if (found < 0) return false;
+  if (found < 0) return found;
   auto& slide = SlideAt(slides, found);
   slide.highlighted = true;
   slide.overFirstButton = !IsAdding(slide) && buttons.first.IsHit(slide, mouse);
   slide.overSecondButton = !IsAdding(slide) && buttons.second.IsHit(slide, mouse);
-  return true;
+  return found;
 }
 
 // The one slide on which the drag lands. The slide that adds one stands for the end of the row.
@@ -77,6 +69,7 @@ void MarkDropIn(Slides& slides, const Vector2& mouse, double draggedBy, const Is
 void PanelSlides::Forget() {
   sequences.clear();
   shots.clear();
+  ClearMouse();
 }
 
 bool PanelSlides::Refresh(Story* story, bool editing, const PanelRoom& room, const Mouse& mouse) {
@@ -92,13 +85,13 @@ bool PanelSlides::Refresh(Story* story, bool editing, const PanelRoom& room, con
   }
   PlaceSequenceSlides(room, scrollOffset, sequences);
   stacks = PlaceShotSlides(room, shotScrollOffset, shots);
-  ClearMouse(sequences);
-  ClearMouse(shots);
+  ClearMouse();
   if (dragging) {
     MarkDrop(mouse);
   } else {
     Highlight(mouse.point);
   }
+  underMouse = underMouse || (!shots.empty() && GetShotRow(room, shots).IsPointInside(mouse.point));
   return !AreSame(lastSequences, sequences) || !AreSame(lastShots, shots);
 }
 
@@ -156,15 +149,24 @@ void PanelSlides::MakeShots(Sequence* sequence, bool editing) {
 
 // ---- the mouse ----
 
+void PanelSlides::ClearMouse() {
+  ClearMouseIn(sequences);
+  ClearMouseIn(shots);
+  highlightedSequence = highlightedShot = -1;
+  underMouse = false;
+}
+
 // The shots lie above the sequences.
 void PanelSlides::Highlight(const Vector2& mouse) {
   const auto isShotAbove = [this](int a, int b) { return IsFirstAboveSecondShot(shots, a, b); };
   const auto isSequenceAbove = [this](int a, int b) {
     return IsFirstAboveSecondSequence(a, b, selectedSequenceIndex);
   };
-  if (!HighlightIn(shots, mouse, SHOT_BUTTONS, isShotAbove)) {
-    HighlightIn(sequences, mouse, SEQUENCE_BUTTONS, isSequenceAbove);
+  highlightedShot = HighlightIn(shots, mouse, SHOT_BUTTONS, isShotAbove);
+  if (highlightedShot < 0) {
+    highlightedSequence = HighlightIn(sequences, mouse, SEQUENCE_BUTTONS, isSequenceAbove);
   }
+  underMouse = highlightedShot >= 0 || highlightedSequence >= 0;
 }
 
 void PanelSlides::MarkDrop(const Mouse& mouse) {
@@ -176,20 +178,20 @@ void PanelSlides::MarkDrop(const Mouse& mouse) {
       return each.sequence == mouse.draggedSequence;
     });
   }
+  underMouse = IsAnyUnder(mouse.point);
 }
 
-bool PanelSlides::IsUnder(const PanelRoom& room, const Vector2& mouse) const {
+bool PanelSlides::IsAnyUnder(const Vector2& mouse) const {
   const auto isUnder = [&](const Slide& each) { return each.GetBounds().IsPointInside(mouse); };
   return std::any_of(sequences.begin(), sequences.end(), isUnder) ||
-         std::any_of(shots.begin(), shots.end(), isUnder) ||
-         (!shots.empty() && GetShotRow(room, shots).IsPointInside(mouse));
+         std::any_of(shots.begin(), shots.end(), isUnder);
 }
 
 const Storyboard::DisplayElement* PanelSlides::GetHighlightedSequence() const {
-  return FindHighlighted(sequences);
+  return highlightedSequence >= 0 ? &SlideAt(sequences, highlightedSequence) : nullptr;
 }
 const Storyboard::ShotDisplayElement* PanelSlides::GetHighlightedShot() const {
-  return FindHighlighted(shots);
+  return highlightedShot >= 0 ? &SlideAt(shots, highlightedShot) : nullptr;
 }
 
 // ---- the selection ----

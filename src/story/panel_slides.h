@@ -28,7 +28,7 @@ class PanelSlides {
   };
   bool Refresh(Story* story, bool editing, const PanelRoom& room, const Mouse& mouse);
   /// A slide, or the row of the shots, is under the mouse.
-  bool IsUnder(const PanelRoom& room, const Vector2& mouse) const;
+  bool IsUnderMouse() const { return underMouse; }
 
   // ---- the selection ----
 
@@ -62,11 +62,16 @@ class PanelSlides {
   void MakeSequences(Story& story, bool editing);
   void MakeShots(Sequence* sequence, bool editing);
   void Make(Story& story, bool editing);
+  void ClearMouse();
   void Highlight(const Vector2& mouse);
   void MarkDrop(const Mouse& mouse);
+  bool IsAnyUnder(const Vector2& mouse) const;
 
   Borrowed<Sequence> selectedSequence;
   int selectedSequenceIndex = -1;
+  int highlightedSequence = -1;  // of the row; -1 for none
+  int highlightedShot = -1;
+  bool underMouse = false;
   std::map<const Sequence*, Choice> selectedShots;
   Sequences lastSequences;
   Shots lastShots;

@@ -43,16 +43,16 @@ bool ShotEditor::SetShot(Sequence* inSequence, ShotSpecification* toEdit) {
   sequence.Set(nextSequence.Get());
   shot.Set(next.Get());
   if (GetSequence() != nullptr && GetShot() != nullptr) {
-    TransferData(false);
+    TransferControls(false);
   } else {
-    SetVisible(false);
+    SetPanelVisible(false);
   }
   return true;
 }
 
 bool ShotEditor::Show() {
   if (GetSequence() == nullptr || GetShot() == nullptr) return false;
-  SetVisible(true);
+  SetPanelVisible(true);
   return true;
 }
 
@@ -61,7 +61,7 @@ bool ShotEditor::Show() {
 void ShotEditor::SaveChanges() {
   const Lifeline::Watch alive(lifeline);
   CancelRecordWalk();
-  if (alive) TransferData(true);
+  if (alive) TransferControls(true);
   if (alive && GetStoryboard() != nullptr) GetStoryboard()->StopPlayback();
   if (alive && GetStoryboard() != nullptr) GetStoryboard()->RefreshThumbnail(GetSequence(), GetShot());
 }
@@ -99,7 +99,7 @@ bool ShotEditor::IsRecordingWalk() const {
 
 bool ShotEditor::ResetCamera() {
   const Lifeline::Watch alive(lifeline);
-  TransferData(true);
+  TransferControls(true);
   if (!alive || GetStoryboard() == nullptr || GetShot() == nullptr) return false;
   const CameraOperations* const hub = GetStoryboard()->GetKorvane();
   if (hub == nullptr) return false;
@@ -114,9 +114,9 @@ bool ShotEditor::ResetCamera() {
 bool ShotEditor::ResetParameters() {
   if (GetStoryboard() == nullptr) return false;
   const Lifeline::Watch alive(lifeline);
-  TransferData(true);
+  TransferControls(true);
   const bool reset = alive && GetStoryboard() != nullptr && GetStoryboard()->ResetShotToDefaults(GetShot());
-  if (alive) TransferData(false);
+  if (alive) TransferControls(false);
   return reset;
 }
 
@@ -139,7 +139,7 @@ void ShotEditor::WalkRecorded(const WalkRecorder* recorder) {
     walked->SetDuration(std::ceil(time * STEPS_A_SECOND) / STEPS_A_SECOND);
     if (GetStoryboard() != nullptr) GetStoryboard()->RefreshThumbnail(GetSequence(), walked);
   }
-  if (alive) TransferData(false);
+  if (alive) TransferControls(false);
 }
 
 }  // namespace Korvane

@@ -42,15 +42,15 @@ void StoryPictures::GiveAllBack() {
   for (auto& [subject, entry] : given) Empty(maker, entry);
 }
 
+// A host may replace the renderer while one is given back: what stands then is the next one's.
 void StoryPictures::GiveLostBack() {
-  const Borrowed<Renderer> maker(renderer.Get());
   for (auto each = entries.begin(); each != entries.end();) {
     if (each->second.subject) {
       ++each;
       continue;
     }
     Entries::node_type lost = entries.extract(each);
-    Empty(maker, lost.mapped());
+    Empty(Borrowed<Renderer>(renderer.Get()), lost.mapped());
     each = entries.begin();
   }
 }
@@ -92,22 +92,20 @@ DynamicIcon2D* StoryPictures::GetLabel(const void* subject) const {
   return entry != nullptr ? entry->label : nullptr;
 }
 
-bool StoryPictures::LacksThumbnailOf(const void* subject, const void* shot) const {
-  const Entry* const entry = Find(subject);
-  return entry == nullptr || !entry->thumbnailMade || entry->shown != shot;
+template <class Subject>
+StoryPictures::Lack StoryPictures::FindLackOf(const Subject& subject, const ShotSpecification* shot) const {
+  const Entry* const entry = Find(&subject);
+  const bool photographed = entry != nullptr && entry->thumbnailMade && entry->shown == shot;
+  const bool labelled = entry != nullptr && entry->labelMade && entry->labelText == subject.GetName();
+  return {shot != nullptr && !photographed, !labelled};
 }
 
-bool StoryPictures::LacksThumbnail(const ShotSpecification& shot) const {
-  return LacksThumbnailOf(&shot, &shot);
+StoryPictures::Lack StoryPictures::FindLack(const ShotSpecification& shot) const {
+  return FindLackOf(shot, &shot);
 }
 
-bool StoryPictures::LacksThumbnail(const Sequence& sequence) const {
-  return LacksThumbnailOf(&sequence, sequence.GetFirstShot());
-}
-
-bool StoryPictures::LacksLabel(const void* subject, const std::wstring& name) const {
-  const Entry* const entry = Find(subject);
-  return entry == nullptr || !entry->labelMade || entry->labelText != name;
+StoryPictures::Lack StoryPictures::FindLack(const Sequence& sequence) const {
+  return FindLackOf(sequence, sequence.GetFirstShot());
 }
 
 // ---- making ----

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <map>
 #include <string>
+#include <unordered_map>
 
 #include "korvane/icon2d.h"
 #include "korvane/lifeline.h"
@@ -23,6 +23,7 @@ class StoryPictures {
 
   /// Gives all pictures back to the renderer of before. None are made without one.
   void SetRenderer(Renderer* value);
+  bool CanMake() const { return renderer.Get() != nullptr; }
   void GiveAllBack();
   /// Those of objects that are gone.
   void GiveLostBack();
@@ -37,10 +38,13 @@ class StoryPictures {
   void MakeThumbnail(Sequence& sequence);
   void MakeLabel(ShotSpecification& shot);
   void MakeLabel(Sequence& sequence);
-  bool LacksThumbnail(const ShotSpecification& shot) const;
-  /// Also when another shot has become the first.
-  bool LacksThumbnail(const Sequence& sequence) const;
-  bool LacksLabel(const void* subject, const std::wstring& name) const;
+  struct Lack {
+    bool thumbnail = false;
+    bool label = false;
+  };
+  Lack FindLack(const ShotSpecification& shot) const;
+  /// Of the thumbnail also when another shot has become the first, and never without a shot.
+  Lack FindLack(const Sequence& sequence) const;
   /// To be made anew.
   void DropThumbnail(const void* subject);
 
@@ -54,7 +58,7 @@ class StoryPictures {
     const void* shown = nullptr;  // the shot on the thumbnail; only compared
     std::wstring labelText;
   };
-  using Entries = std::map<const void*, Entry>;
+  using Entries = std::unordered_map<const void*, Entry>;
 
   const Entry* Find(const void* subject) const;
   /// A stale entry of the same address is emptied.
@@ -62,7 +66,8 @@ class StoryPictures {
   Entry& Open(Subject& subject);
   template <class Subject>
   void Photograph(Subject& subject, const ShotSpecification& shot, int width, int height);
-  bool LacksThumbnailOf(const void* subject, const void* shot) const;
+  template <class Subject>
+  Lack FindLackOf(const Subject& subject, const ShotSpecification* shot) const;
   template <class Subject>
   void Write(Subject& subject, int width);
   void Keep(const Borrowed<Renderer>& maker, const Lifeline::Watch& alive, const void* subject,

@@ -110,7 +110,7 @@ bool StoryPlayback::Play(Story* story, Sequence* sequence, ShotSpecification* sh
   if (alive && first.Get() != nullptr) parts.TellObservers(tell);
   if (!alive || first.Get() == nullptr) return false;
   playing = true;
-  ++runs;
+  ++turns;
   ForgetPause();
   place.Set(begin);
   if (!BeginShot(first.Get()) && alive) parts.RequestUpdate();
@@ -120,7 +120,7 @@ bool StoryPlayback::Play(Story* story, Sequence* sequence, ShotSpecification* sh
 void StoryPlayback::EndPreviewBefore() {
   if (!previewing) return;
   previewing = false;
-  if (ShotEditor* const editor = parts.partners.editor.Get()) editor->SetPreviewing(false);
+  if (ShotEditor* const editor = parts.partners.editor.Get()) editor->SetPreviewState(false);
 }
 
 void StoryPlayback::ForgetPause() {
@@ -136,17 +136,17 @@ bool StoryPlayback::Preview(ShotSpecification* shot, bool again) {
   const CallingOut out(callsOut);
   const Borrowed<ShotSpecification> shown(shot);
   playing = previewing = true;
-  ++runs;
+  const std::uint64_t turn = ++turns;
   previewLoop = again;
   ForgetPause();
   place.Clear();
   parts.TellObservers([&](StoryboardObserver& each) { each.OnPreviewShot(shot, again); });
   if (!alive) return false;
-  if (ShotEditor* const editor = parts.partners.editor.Get()) editor->SetPreviewing(true);
+  if (ShotEditor* const editor = parts.partners.editor.Get()) editor->SetPreviewState(true);
   CameraOperations* const hub = alive ? parts.partners.hub.Get() : nullptr;
-  if (hub == nullptr || !previewing) return false;
+  if (hub == nullptr || turns != turn) return false;
   const CameraParameters before = QueryCamera(*hub);
-  if (!alive || !previewing) return false;
+  if (!alive || turns != turn) return false;
   previewStartCamera = before;
   StartNext(shown.Get());
   return true;
@@ -156,9 +156,10 @@ bool StoryPlayback::BeginShot(ShotSpecification* shot) {
   CameraOperations* const hub = parts.partners.hub.Get();
   if (hub == nullptr || shot == nullptr) return false;
   const Lifeline::Watch alive(parts.lifeline);
+  const std::uint64_t turn = turns;
   const Borrowed<ShotSpecification> wanted(shot);
   const CameraParameters before = QueryCamera(*hub);
-  if (!alive) return false;
+  if (!alive || turns != turn) return false;
   if (!StartNext(wanted.Get())) return false;
   Record(before);
   return true;
@@ -169,26 +170,30 @@ void StoryPlayback::Record(const CameraParameters& before) {
   if (RewindHistory* const history = parts.partners.history.Get()) record.Begin(history, before);
 }
 
-// The camera of the shot, and its move. False where the storyboard is gone by then.
+// The camera of the shot, and its move. False where on the way the host has halted what plays or begun
+// something else, and where the storyboard is gone by then.
 bool StoryPlayback::StartNext(ShotSpecification* shot) {
   const CallingOut out(callsOut);
+  const std::uint64_t turn = turns;
   const Lifeline::Watch alive(parts.lifeline);
   const Borrowed<ShotSpecification> started(shot);
   currentShot.Set(shot);
   if (CameraOperations* const hub = parts.partners.hub.Get(); hub != nullptr && shot != nullptr) {
     hub->ApplyCameraParameters(CameraParameters(shot->GetCameraParameters()));
   }
-  CameraOperations* const hub = alive ? parts.partners.hub.Get() : nullptr;
-  return hub != nullptr && started.Get() != nullptr && started.Get()->BeginShot(hub) && alive;
+  CameraOperations* const hub = alive && turns == turn ? parts.partners.hub.Get() : nullptr;
+  if (hub == nullptr || started.Get() == nullptr) return false;
+  return started.Get()->BeginShot(hub) && alive && turns == turn;
 }
 
 bool StoryPlayback::Target(ShotSpecification* shot) {
   if (parts.partners.hub.Get() == nullptr || shot == nullptr) return false;
   const CallingOut out(callsOut);
+  const std::uint64_t turn = turns;
   const Lifeline::Watch alive(parts.lifeline);
   const Borrowed<ShotSpecification> wanted(shot);
   parts.TellObservers([&](StoryboardObserver& each) { each.OnTargetShot(shot); });
-  CameraOperations* const hub = alive ? parts.partners.hub.Get() : nullptr;
+  CameraOperations* const hub = alive && turns == turn ? parts.partners.hub.Get() : nullptr;
   if (hub == nullptr || wanted.Get() == nullptr) return false;
   currentShot.Set(nullptr);
   TransitionShotParameters move;
@@ -196,9 +201,9 @@ bool StoryPlayback::Target(ShotSpecification* shot) {
   move.easeEnd = 1.0;
   move.duration = TARGET_TIME;
   const CameraParameters before = QueryCamera(*hub);
-  CameraOperations* const flown = alive ? parts.partners.hub.Get() : nullptr;
+  CameraOperations* const flown = alive && turns == turn ? parts.partners.hub.Get() : nullptr;
   const bool flies = flown != nullptr && flown->BeginShot(move);
-  if (!alive || !flies) return false;
+  if (!alive || turns != turn || !flies) return false;
   Record(before);
   return true;
 }
@@ -209,7 +214,7 @@ bool StoryPlayback::Pause() {
   if (!playing || paused) return false;
   if (previewing) return Stop();
   const CallingOut out(callsOut);
-  const std::uint64_t run = runs;
+  const std::uint64_t turn = ++turns;
   const Lifeline::Watch alive(parts.lifeline);
   pausedPlace.Set(place);
   paused = true;
@@ -218,10 +223,10 @@ bool StoryPlayback::Pause() {
   const Shot* const move = hub != nullptr ? hub->GetActiveShot() : nullptr;
   pausedSeconds = move != nullptr ? move->GetElapsedTime() : 0.0;
   parts.TellObservers([](StoryboardObserver& each) { each.OnPlaybackStopped(); });
-  if (!alive || runs != run) return true;  // the host has begun another
+  if (!alive || turns != turn) return true;  // the host has begun another
   CameraOperations* const halted = parts.partners.hub.Get();
   if (!IsShotOver(halted)) halted->EndShot();
-  if (!alive || runs != run) return true;
+  if (!alive || turns != turn) return true;
   playing = false;
   place.Clear();
   parts.RequestUpdate();
@@ -231,14 +236,14 @@ bool StoryPlayback::Pause() {
 bool StoryPlayback::Resume() {
   if (!paused || playing) return false;
   const CallingOut out(callsOut);
-  ++runs;
+  const std::uint64_t turn = ++turns;
   const Lifeline::Watch alive(parts.lifeline);
   place.Set(pausedPlace);
   playing = true;
   paused = false;
   const double seconds = pausedSeconds;
   parts.TellObservers([](StoryboardObserver& each) { each.OnPlaybackResumed(); });
-  if (!alive || !playing) return true;
+  if (!alive || turns != turn) return true;
   ShotSpecification* const shot = pausedShot.Get() != nullptr ? pausedShot.Get() : place.GetShot();
   ForgetPause();
   if (!BeginShot(shot)) {
@@ -257,11 +262,12 @@ bool StoryPlayback::Stop() {
   }
   if (!playing) return false;
   const CallingOut out(callsOut);
-  const std::uint64_t run = runs;
+  const std::uint64_t turn = ++turns;
   const Lifeline::Watch alive(parts.lifeline);
   CameraOperations* const hub = parts.partners.hub.Get();
   if (!IsShotOver(hub)) hub->EndShot();
-  if (!alive || !playing || runs != run) return true;  // the host has stopped it meanwhile, or begun another
+  if (!alive || !playing || turns != turn)
+    return true;  // the host has stopped it meanwhile, or begun another
   playing = false;
   place.Clear();
   currentShot.Set(nullptr);
@@ -278,7 +284,7 @@ void StoryPlayback::EndPreview() {
   if (CameraOperations* const hub = parts.partners.hub.Get()) hub->ApplyCameraParameters(before);
   if (alive) parts.RequestUpdate();
   ShotEditor* const editor = alive ? parts.partners.editor.Get() : nullptr;
-  if (editor != nullptr) editor->SetPreviewing(false);
+  if (editor != nullptr) editor->SetPreviewState(false);
 }
 
 // ---- a frame ----
@@ -323,6 +329,7 @@ FadeOverlay StoryPlayback::GetOverlay(const Shot& move, const FadeTransition& fa
 // frame, unless it is the only one.
 FadeOverlay StoryPlayback::GoOn() {
   const Lifeline::Watch alive(parts.lifeline);
+  const std::uint64_t turn = turns;
   Place next;
   ShotSpecification* const shot = FindNext(next);
   if (shot == nullptr) {
@@ -332,7 +339,7 @@ FadeOverlay StoryPlayback::GoOn() {
   const bool single = place.sequence.Get() == nullptr;
   place.Set(next);
   if (StartNext(shot)) return CoverBy(GetFadeTransition(currentShot.Get()));
-  if (!alive) return {};
+  if (!alive || turns != turn) return {};
   if (single) {
     End();
   } else {

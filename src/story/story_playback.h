@@ -58,7 +58,6 @@ class StoryPlayback {
   Sequence* GetPlayingSequence() const { return playing ? place.sequence.Get() : nullptr; }
   Sequence* GetPausedSequence() const { return paused ? pausedPlace.sequence.Get() : nullptr; }
 
-  bool playing = false;
   bool loop = false;
 
  private:
@@ -105,6 +104,7 @@ class StoryPlayback {
   void ForgetPause();
 
   StoryboardParts& parts;
+  bool playing = false;
   Place place;
   Borrowed<ShotSpecification> currentShot;
   bool paused = false;
@@ -115,7 +115,7 @@ class StoryPlayback {
   CameraParameters previewStartCamera;
   bool previewLoop = false;
   int callsOut = 0;
-  std::uint64_t runs = 0;  // counts the playbacks that have begun
+  std::uint64_t turns = 0;  // counts what begins or halts a playback
   RewindRecord record;
 };
 

@@ -153,8 +153,14 @@ void Storyboard::SetMode(Mode value) {
 }
 
 void Storyboard::SetPosition(int left, int bottom) {
-  parts->room.x = left;
-  parts->room.y = bottom;
+  parts->place.left = left;
+  parts->place.bottom = bottom;
+  MoveTo(parts->place, parts->room);
+}
+
+void Storyboard::SetMargin(int pixels) {
+  parts->place.margin = pixels;
+  MoveTo(parts->place, parts->room);
 }
 
 void Storyboard::SetViewportSize(int width, int height) {

@@ -247,7 +247,7 @@ bool Storyboard::BeginRecordWalk() {
   now->ForgetPress();
   now->mouse.inRegion = false;
   now->tooltip.clear();
-  if (ShotEditor* const editor = now->partners.editor.Get()) editor->SetRecordingWalk(true);
+  if (ShotEditor* const editor = now->partners.editor.Get()) editor->SetRecordingState(true);
   if (now) now->RequestUpdate();
   return true;
 }
@@ -256,9 +256,9 @@ bool Storyboard::CancelRecordWalk() {
   const Staying now(parts);
   const std::shared_ptr<WalkRecorder> gone = std::move(now->walk.recorder);
   if (gone == nullptr) return false;
-  StoryboardParts::TakeMessages(*gone);
+  StoryboardParts::Dismiss(*gone);
   gone->Stop();
-  if (ShotEditor* const editor = now->partners.editor.Get()) editor->SetRecordingWalk(false);
+  if (ShotEditor* const editor = now->partners.editor.Get()) editor->SetRecordingState(false);
   if (now) now->RequestUpdate();
   return true;
 }
@@ -267,8 +267,8 @@ bool Storyboard::WalkRecorded(WalkRecorder* recorder) {
   const Staying now(parts);
   if (recorder == nullptr || now->walk.recorder.get() != recorder) return false;
   const std::shared_ptr<WalkRecorder> done = std::move(now->walk.recorder);
-  StoryboardParts::TakeMessages(*done);
-  if (ShotEditor* const editor = now->partners.editor.Get()) editor->SetRecordingWalk(false);
+  StoryboardParts::Dismiss(*done);
+  if (ShotEditor* const editor = now->partners.editor.Get()) editor->SetRecordingState(false);
   if (ShotEditor* const editor = now->partners.editor.Get()) editor->WalkRecorded(done.get());
   if (now) now->RequestUpdate();
   return true;

@@ -53,6 +53,11 @@ void StoryboardParts::LendMessages(WalkRecorder& recorder) const {
   recorder.SetMoveUpDownMessageHUD(walk.upDownMessage.Get());
 }
 
+void StoryboardParts::Dismiss(WalkRecorder& recorder) {
+  TakeMessages(recorder);
+  recorder.SetStoryboard(nullptr);
+}
+
 void StoryboardParts::TakeMessages(WalkRecorder& recorder) {
   recorder.SetBeginWalkingMessageHUD(nullptr);
   recorder.SetMoveUpDownMessageHUD(nullptr);
@@ -88,7 +93,7 @@ bool StoryboardParts::UpdateMouse() {
     const bool over = life.visible && GetTitleButton(room, static_cast<TitleButton>(i)).IsPointInside(point);
     changed = std::exchange(mouse.titleButtonHovered[i], over) != over || changed;
   }
-  const bool on = life.visible && (GetTitleBar(room).IsPointInside(point) || slides.IsUnder(room, point));
+  const bool on = life.visible && (GetTitleBar(room).IsPointInside(point) || slides.IsUnderMouse());
   changed = std::exchange(mouse.inRegion, on) != on || changed;
   const StringID text = on && !mouse.leftDown ? FindTooltip() : STRING_NONE;
   if (text == STRING_NONE) {
@@ -119,45 +124,52 @@ StringID StoryboardParts::FindTooltip() const {
 
 // ---- pictures ----
 
-// None in a drag, whose slides may show what is gone. Whoever makes a picture may change the story: the
-// slides are brought up to date before the next one, and no more are made than there are slides.
+namespace {
+
+Sequence* GetSubject(const Storyboard::DisplayElement& slide) { return slide.sequence; }
+ShotSpecification* GetSubject(const Storyboard::ShotDisplayElement& slide) { return slide.shot; }
+
+}  // namespace
+
+// Whoever makes a picture may change the story: the slides are brought up to date before the next one, and it
+// ends after as many as there are slides.
 bool StoryboardParts::MakePictures() {
-  if (grab.IsDragging()) return false;
-  bool made = false;
-  for (std::size_t left = slides.sequences.size() + slides.shots.size(); left > 0 && MakeLabel(); --left) {
-    made = true;
+  std::size_t left = slides.sequences.size() + slides.shots.size();
+  Made made = MakePicture();
+  const bool any = made != Made::Nothing;
+  while (made == Made::Label && left-- > 0) {
     Refresh();
+    made = MakePicture();
   }
-  made = MakeThumbnail() || made;
   pictures.GiveLostBack();
-  return made;
+  return any;
 }
 
-// The first that is missing.
-bool StoryboardParts::MakeLabel() {
-  for (const Storyboard::DisplayElement& each : slides.sequences) {
-    if (each.sequence == nullptr || !pictures.LacksLabel(each.sequence, each.sequence->GetName())) continue;
-    pictures.MakeLabel(*each.sequence);
-    return true;
+// The first label that is missing, else the first thumbnail. None in a drag, whose slides may show what is
+// gone.
+StoryboardParts::Made StoryboardParts::MakePicture() {
+  if (grab.IsDragging() || !pictures.CanMake()) return Made::Nothing;
+  Sequence* sequence = nullptr;
+  ShotSpecification* shot = nullptr;
+  if (MakeLabel(slides.sequences, sequence) || MakeLabel(slides.shots, shot)) return Made::Label;
+  if (sequence != nullptr) {
+    pictures.MakeThumbnail(*sequence);
+  } else if (shot != nullptr) {
+    pictures.MakeThumbnail(*shot);
   }
-  for (const Storyboard::ShotDisplayElement& each : slides.shots) {
-    if (each.shot == nullptr || !pictures.LacksLabel(each.shot, each.shot->GetName())) continue;
-    pictures.MakeLabel(*each.shot);
-    return true;
-  }
-  return false;
+  return sequence != nullptr || shot != nullptr ? Made::Thumbnail : Made::Nothing;
 }
 
-bool StoryboardParts::MakeThumbnail() {
-  for (const Storyboard::DisplayElement& each : slides.sequences) {
-    if (each.sequence == nullptr || each.sequence->IsEmpty()) continue;
-    if (!pictures.LacksThumbnail(*each.sequence)) continue;
-    pictures.MakeThumbnail(*each.sequence);
-    return true;
-  }
-  for (const Storyboard::ShotDisplayElement& each : slides.shots) {
-    if (each.shot == nullptr || !pictures.LacksThumbnail(*each.shot)) continue;
-    pictures.MakeThumbnail(*each.shot);
+// Of the first slide that lacks one. Where none does, the first without a thumbnail is noted.
+template <class Slides, class Subject>
+bool StoryboardParts::MakeLabel(const Slides& row, Subject*& withoutThumbnail) {
+  for (const auto& each : row) {
+    Subject* const subject = GetSubject(each);
+    if (subject == nullptr) continue;
+    const StoryPictures::Lack lack = pictures.FindLack(*subject);
+    if (lack.thumbnail && withoutThumbnail == nullptr) withoutThumbnail = subject;
+    if (!lack.label) continue;
+    pictures.MakeLabel(*subject);
     return true;
   }
   return false;

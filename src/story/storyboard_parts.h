@@ -90,6 +90,8 @@ struct StoryboardParts {
   /// The messages of a walk, for a recorder to draw; and from it again.
   void LendMessages(WalkRecorder& recorder) const;
   static void TakeMessages(WalkRecorder& recorder);
+  /// It has none of the storyboard any more, and no storyboard.
+  static void Dismiss(WalkRecorder& recorder);
   void GiveMessagesBack();
   /// Brings the slides and what the mouse is on up to date. Whether anything has changed.
   bool Refresh();
@@ -99,6 +101,7 @@ struct StoryboardParts {
 
   Partners partners;
   Life life;
+  PanelPlace place;
   PanelRoom room;
   Mouse mouse;
   Grab grab;
@@ -119,8 +122,10 @@ struct StoryboardParts {
  private:
   bool UpdateMouse();
   StringID FindTooltip() const;
-  bool MakeLabel();
-  bool MakeThumbnail();
+  enum class Made { Nothing, Label, Thumbnail };
+  Made MakePicture();
+  template <class Slides, class Subject>
+  bool MakeLabel(const Slides& row, Subject*& withoutThumbnail);
 };
 
 }  // namespace Korvane

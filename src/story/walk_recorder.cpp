@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "camera/find_operation.h"
 #include "camera/fly_operation.h"
 #include "camera/height_operation.h"
 #include "camera/host_camera.h"
@@ -9,16 +10,12 @@
 #include "korvane/camera_operations.h"
 #include "korvane/renderer.h"
 #include "korvane/storyboard.h"
+#include "render/height_gauge.h"
 #include "render/render_pass.h"
 
 namespace Korvane {
 
 namespace {
-
-// Pixels.
-constexpr double GAUGE_SIZE = 128.0;
-constexpr double MARK_SIZE = 32.0;
-constexpr double MARK_RANGE = 86.0;  // from the lowest height to the highest
 
 // A walk sets out from the middle of the view, a fifth of its height up.
 constexpr int START_X_PART = 2;
@@ -32,20 +29,9 @@ CameraParameters AsWalked(const CameraParameters& camera) {
   return walked;
 }
 
-template <class Kind>
-Kind* FindOperation(const Borrowed<CameraOperations>& hub, OperationType type) {
-  const CameraOperations* const held = hub.Get();
-  return held != nullptr ? dynamic_cast<Kind*>(held->GetActiveOperation(type)) : nullptr;
-}
-
 }  // namespace
 
-WalkRecorder::WalkRecorder() {
-  heightGauge.SetSize(GAUGE_SIZE, GAUGE_SIZE);
-  heightStartMark.SetSize(MARK_SIZE, MARK_SIZE);
-  heightMark.SetSize(MARK_SIZE, MARK_SIZE);
-}
-
+WalkRecorder::WalkRecorder() : heightGauge(std::make_unique<HeightGauge>()) {}
 WalkRecorder::~WalkRecorder() { Stop(); }
 
 void WalkRecorder::SetKorvane(CameraOperations* value) { hub.Set(value); }
@@ -85,10 +71,10 @@ bool WalkRecorder::BeginOperation(OperationType type, Pixel at) {
   return recording && begun != nullptr;
 }
 
-// The host, who is asked for its camera, may end the recording meanwhile.
+// The host, who is asked for its camera, may end the recording meanwhile, or turn to the height or from it.
 void WalkRecorder::BeginRecord() {
   const CameraParameters camera = QueryCamera(*hub.Get());
-  if (recording) record.Begin(history.Get(), camera);
+  if (recording && !record.IsOpen()) record.Begin(history.Get(), camera);
 }
 
 void WalkRecorder::EndOperation(OperationType type) {
@@ -104,13 +90,15 @@ bool WalkRecorder::OnMouseMove(int x, int y) {
   return false;
 }
 
-// In an adjustment of the height, too, it is the walk that is ended.
+// In an adjustment of the height, too, it is the walk that is ended; the adjustment goes on until its key is
+// let go.
 bool WalkRecorder::OnLeftMouseUp(int x, int y) {
   mouse = {x, y};
   const bool ends = recording && hub.Get() != nullptr;
   if (recording) {
     recording = false;
-    const bool endsHeight = std::exchange(adjustingHeight, false) && releaseEndsHeight;
+    const bool endsHeight = adjustingHeight && releaseEndsHeight;
+    if (endsHeight) adjustingHeight = false;
     if (ends) EndOperation(OPERATION_FLY);
     if (endsHeight) EndOperation(OPERATION_HEIGHT);
   }
@@ -148,8 +136,8 @@ bool WalkRecorder::OnKeyUp(KeyID key) {
 void WalkRecorder::BeginHeightAdjustment() {
   if (!recording || adjustingHeight || hub.Get() == nullptr) return;
   EndOperation(OPERATION_FLY);
-  if (!recording || !BeginOperation(OPERATION_HEIGHT, mouse)) return;
-  startHeight = GetHeightAboveMiddle(0.0);
+  if (!recording || adjustingHeight || !BeginOperation(OPERATION_HEIGHT, mouse) || adjustingHeight) return;
+  startHeight = GetHeight(0.0);
   heightStart = mouse;
   adjustingHeight = true;
   BeginRecord();
@@ -159,9 +147,10 @@ void WalkRecorder::BeginHeightAdjustment() {
 void WalkRecorder::EndHeightAdjustment() {
   if (!std::exchange(adjustingHeight, false) || hub.Get() == nullptr) return;
   EndOperation(OPERATION_HEIGHT);
-  if (recording && BeginOperation(OPERATION_FLY, start)) BeginRecord();
+  if (recording && !adjustingHeight && BeginOperation(OPERATION_FLY, start)) BeginRecord();
 }
 
+// The storyboard may have let go of the recorder by the time it has stopped: it is none of its own then.
 void WalkRecorder::CancelRecording() {
   if (!recording) return;
   Stop();
@@ -199,13 +188,11 @@ void WalkRecorder::OnDraw() {
 }
 
 void WalkRecorder::DrawHeight(Renderer& target) {
-  const Vector2 place(WrapAround(heightStart.x, viewport.x), WrapAround(heightStart.y, viewport.y));
-  heightGauge.SetPosition(place);
-  heightStartMark.SetPosition(place + Vector2(0.0, startHeight * MARK_RANGE));
-  heightMark.SetPosition(place + Vector2(0.0, GetHeightAboveMiddle(startHeight) * MARK_RANGE));
-  target.Render(&heightGauge);
-  target.Render(&heightStartMark);
-  target.Render(&heightMark);
+  const double now = GetHeight(startHeight);
+  heightGauge->SetPosition({static_cast<double>(WrapAround(heightStart.x, viewport.x)),
+                            static_cast<double>(WrapAround(heightStart.y, viewport.y))});
+  heightGauge->DrawGauge(target);
+  heightGauge->DrawMarks(target, startHeight, now);
 }
 
 void WalkRecorder::DrawNotes(Renderer& target) {
@@ -222,15 +209,15 @@ void WalkRecorder::DrawNotes(Renderer& target) {
   target.Render(note);
 }
 
-double WalkRecorder::GetHeightAboveMiddle(double otherwise) const {
-  auto* const height = FindOperation<HeightOperation>(hub, OPERATION_HEIGHT);
-  return height != nullptr ? height->GetUnitHeight() - 0.5 : otherwise;
+double WalkRecorder::GetHeight(double otherwise) const {
+  auto* const height = FindOperation<HeightOperation>(hub.Get(), OPERATION_HEIGHT);
+  return height != nullptr ? HeightGauge::GetHeight(*height) : otherwise;
 }
 
 void WalkRecorder::ShowCursor() {
   if (!recording) return;
   if (adjustingHeight) return SetCursor(CURSOR_ORBIT_CUBE);
-  const auto* const fly = FindOperation<FlyOperation>(hub, OPERATION_FLY);
+  const auto* const fly = FindOperation<FlyOperation>(hub.Get(), OPERATION_FLY);
   if (fly != nullptr) SetCursor(fly->GetWalkCursorID());
 }
 

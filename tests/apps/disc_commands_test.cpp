@@ -283,7 +283,7 @@ TEST_F(DiscCommandsTest, upright_is_one_setting_for_the_tool_and_the_discs) {
   EXPECT_TRUE(disc.GetParameters().keepSceneUpright);
 }
 
-TEST_F(DiscCommandsTest, each_menu_of_the_discs_and_the_cube_is_known_and_no_other) {
+TEST_F(DiscCommandsTest, each_menu_that_the_library_asks_for_is_known_and_no_other) {
   using Kind = zovview::ViewerMenus::Kind;
   const auto find = [](int id) { return zovview::ViewerMenus::FindKind(static_cast<Korvane::MenuID>(id)); };
   EXPECT_EQ(find(0), Kind::TourBuilding);
@@ -291,7 +291,8 @@ TEST_F(DiscCommandsTest, each_menu_of_the_discs_and_the_cube_is_known_and_no_oth
   EXPECT_EQ(find(2), Kind::FullNavigation);
   EXPECT_EQ(find(3), Kind::TwoD);
   EXPECT_EQ(find(4), Kind::Cube);
-  for (const int id : {-1, 5, 6, 100}) EXPECT_FALSE(find(id).has_value()) << id;
+  EXPECT_EQ(find(5), Kind::Shot);
+  for (const int id : {-1, 6, 100}) EXPECT_FALSE(find(id).has_value()) << id;
 }
 
 // ---- one entry for each move ----

@@ -20,13 +20,13 @@ settle
 snapshot before
 
 # In pixels of the window, from the top left: the middle of the strip at each edge, which is 36 pixels thick and
-# 166 long, its grip at the upper or left end. A menu of the cube's size does not reach the middle of an edge.
+# 198 long, its grip at the upper or left end. A menu of the cube's size does not reach the middle of an edge.
 declare -A middle=([right]="782 299" [left]="18 299" [top]="400 17" [bottom]="400 581")
 # From the middle of an upright strip to its items, and of one that lies.
-declare -A upright=([grip]="-5 -73" [close]="9 -74" [disc]="0 -48" [arrow]="0 -29" [home]="0 -6" [fit]="0 22"
-  [projection]="0 50" [menu]="9 74")
-declare -A lying=([grip]="-73 0" [close]="74 -9" [disc]="-48 0" [arrow]="-29 0" [home]="-6 0" [fit]="22 0"
-  [projection]="50 0" [menu]="74 9")
+declare -A upright=([grip]="-5 -89" [close]="9 -90" [disc]="0 -64" [arrow]="0 -45" [home]="0 -22" [fit]="0 6"
+  [projection]="0 34" [storyboard]="0 66" [menu]="9 90")
+declare -A lying=([grip]="-89 0" [close]="90 -9" [disc]="-64 0" [arrow]="-45 0" [home]="-22 0" [fit]="6 0"
+  [projection]="34 0" [storyboard]="66 0" [menu]="90 9")
 
 # place_of EDGE ITEM: sets x and y
 place_of() {
@@ -93,16 +93,18 @@ click_all() {
   close_menu
   item_must_change "$edge" disc "a click on the disc, which opens it,"
   item_must_change "$edge" disc "a click on the disc, which closes it,"
+  item_must_change "$edge" storyboard "a click on the storyboard, which opens it,"
+  item_must_change "$edge" storyboard "a click on the storyboard, which closes it,"
 }
 
 click_all right
-drag_bar right left 20 226
+drag_bar right left 20 210
 click_all left
 drag_bar left top 395 10
 click_all top
-drag_bar top bottom 327 589
+drag_bar top bottom 311 589
 click_all bottom
-drag_bar bottom right 727 299
+drag_bar bottom right 711 299
 click_all right
 
 is_hidden() { grep -A 3 '"navigationBar"' "$kept" | grep -q '"shown": false'; }

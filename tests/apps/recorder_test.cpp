@@ -101,6 +101,37 @@ TEST_F(RecorderTest, everything_that_can_happen_is_read_back) {
   }
 }
 
+TEST_F(RecorderTest, whatever_comes_from_a_six_axis_device_is_read_back) {
+  using Kind = zovview::DeviceEvent::Kind;
+  const zovhost::SixAxes axes = {0.1, -350.0, 1.0 / 3.0, 2000.0, -2000.0, 0.0};
+  const std::unique_ptr<Recorder> recorder = Make();
+  recorder->Begin(header);
+  recorder->Add(zovview::DeviceEvent{Kind::Axes, axes});
+  for (int command = 0; command < 22; ++command) {
+    recorder->Add(zovview::DeviceEvent{Kind::Press, {}, command});
+    recorder->Add(zovview::DeviceEvent{Kind::Release, {}, command});
+  }
+  for (const zovview::DeviceSetting& setting : zovview::GetDeviceSettings()) {
+    recorder->Add(zovview::DeviceEvent{Kind::Setting, {}, 0, &setting, setting.most});
+  }
+  ASSERT_TRUE(recorder->Finish(error)) << error;
+  const Recording read = ReadBack();
+  ASSERT_EQ(read.events.size(), 45U + zovview::GetDeviceSettings().size());
+  for (const zovview::RecordedEvent& event : read.events) ASSERT_TRUE(event.device.has_value());
+  EXPECT_EQ(read.events[0].device->axes, axes) << "to the last bit";
+  for (int command = 0; command < 22; ++command) {
+    const std::size_t at = 1 + 2 * static_cast<std::size_t>(command);
+    EXPECT_EQ(read.events[at].device->kind, Kind::Press);
+    EXPECT_EQ(read.events[at + 1].device->kind, Kind::Release);
+    EXPECT_EQ(read.events[at].device->command, command);
+    EXPECT_EQ(read.events[at + 1].device->command, command);
+  }
+  for (std::size_t i = 0; i < zovview::GetDeviceSettings().size(); ++i) {
+    EXPECT_EQ(read.events[45 + i].device->setting, &zovview::GetDeviceSettings()[i]);
+    EXPECT_EQ(read.events[45 + i].device->value, zovview::GetDeviceSettings()[i].most);
+  }
+}
+
 TEST_F(RecorderTest, every_key_of_the_library_and_of_the_commands_has_a_name_that_is_read_back) {
   std::vector<SDL_Keycode> keys;
   for (const zovhost::KeyBinding& binding : zovhost::GetKeyBindings()) keys.push_back(binding.key);

@@ -12,6 +12,7 @@
 #include "tour_clock.h"
 #include "view_bars.h"
 #include "view_commands.h"
+#include "view_story.h"
 #include "viewer_view_manager.h"
 #include "zovhost/start_camera.h"
 #include "zovhost/view_hub.h"
@@ -24,7 +25,10 @@ class TravellingHub : public testing::Test {
   static constexpr int WIDTH = 1280;
   static constexpr int HEIGHT = 800;
 
-  TravellingHub() : hub([] {}), selection(hub), manager(hub) {}
+  TravellingHub() : hub([] {}), selection(hub), manager(hub) {
+    story.GetBoard().SetKorvane(&hub);
+    story.BeginEmpty();
+  }
 
   void Show(std::span<const Korvane::Box3> boxes, int width = WIDTH, int height = HEIGHT) {
     scene = MakeCuboids(boxes);
@@ -62,7 +66,8 @@ class TravellingHub : public testing::Test {
   Korvane::HelmDisc mainDisc;
   zovview::ViewerViewManager manager;
   zovview::ViewBars bars{manager, target};
-  const zovview::ViewTarget target = {hub, selection, manager, cube, mainDisc, {}, &bars};
+  zovview::ViewStory story{manager, hub};
+  const zovview::ViewTarget target = {hub, selection, manager, cube, mainDisc, {}, &bars, &story};
 };
 
 }  // namespace apps_test

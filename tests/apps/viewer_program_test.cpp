@@ -281,7 +281,7 @@ TEST_F(TourTest, shows_its_progress) { EXPECT_NE(result.error.find("50 %"), std:
 TEST_F(TourTest, has_enough_pictures_of_the_size_asked_for_none_of_them_blank) {
   const int count = CountPictures();
   EXPECT_GE(count, 48);
-  EXPECT_LE(count, 320);
+  EXPECT_LE(count, 480);
   for (const char* name : {"000.png", "017.png", "040.png"}) {
     const zovhost::Image picture = ReadPicture(name);
     EXPECT_EQ(picture.width, 320);

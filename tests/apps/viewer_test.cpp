@@ -326,12 +326,14 @@ TEST_F(SplitTest, the_views_share_the_window) {
   EXPECT_EQ(viewer->GetView(1).GetWidth(), WIDTH / 2 - 1);
 }
 
+constexpr int BELOW_PANEL = 14;  // a pixel above the lower edge
+
 TEST_F(SplitTest, a_drag_moves_the_view_in_which_it_began) {
   const std::array<Korvane::Vector3, 2> start = {EyeOf(0), EyeOf(1)};
-  Drag(WIDTH * 3 / 4, WIDTH / 4, 50);
+  Drag(WIDTH * 3 / 4, WIDTH / 4, BELOW_PANEL);
   EXPECT_EQ(EyeOf(0), start[0]);
   EXPECT_NE(EyeOf(1), start[1]);
-  Drag(WIDTH / 3, WIDTH / 3 + 40, 50);
+  Drag(WIDTH / 3, WIDTH / 3 + 40, BELOW_PANEL);
   EXPECT_NE(EyeOf(0), start[0]);
 }
 
@@ -360,17 +362,17 @@ TEST_F(SplitTest, a_key_that_is_released_over_the_other_view_is_released) {
   };
   const Korvane::Vector3 before = direction();
   const Korvane::Vector3 eye = EyeOf(0);
-  Move(300, 50);
+  Move(350, 50);
   Press(SDLK_LSHIFT);
   Move(WIDTH - 100, 50);
   SDL_Event released = {};
   released.type = SDL_KEYUP;
   released.key.keysym.sym = SDLK_LSHIFT;
   SDL_PushEvent(&released);
-  Move(300, 50);
-  PushButton(SDL_MOUSEBUTTONDOWN, 300, 50, 1, SDL_BUTTON_MIDDLE);
-  PushMotion(340, 60);
-  PushButton(SDL_MOUSEBUTTONUP, 340, 60, 1, SDL_BUTTON_MIDDLE);
+  Move(350, 50);
+  PushButton(SDL_MOUSEBUTTONDOWN, 350, 50, 1, SDL_BUTTON_MIDDLE);
+  PushMotion(390, 60);
+  PushButton(SDL_MOUSEBUTTONUP, 390, 60, 1, SDL_BUTTON_MIDDLE);
   ComeToRest();
   EXPECT_NE(EyeOf(0), eye);
   EXPECT_NEAR(direction().Dot(before), 1.0, 1e-12) << "a pan, no orbit";

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <memory>
 #include <optional>
 
 #include "camera/dolly_operation.h"
@@ -15,6 +16,7 @@
 #include "camera/slide_operation.h"
 #include "camera/zoom2d_operation.h"
 #include "camera/zoom_operation.h"
+#include "controller/cam3d_controller_operation.h"
 #include "support/cameras.h"
 #include "support/memory_hub.h"
 
@@ -35,6 +37,17 @@ class Rising : public Operation {
 };
 
 std::unique_ptr<Operation> MakeRising() { return std::make_unique<Rising>(); }
+
+// While this lives, nobody makes the kind of the controller.
+class FreeKind {
+ public:
+  FreeKind() { std::destroy_at(&cam3DControllerKind); }
+  ~FreeKind() {
+    std::construct_at(&cam3DControllerKind, OPERATION_CAM3D_CONTROLLER, &Cam3DControllerOperation::Make);
+  }
+  FreeKind(const FreeKind&) = delete;
+  FreeKind& operator=(const FreeKind&) = delete;
+};
 
 }  // namespace
 
@@ -65,6 +78,7 @@ TEST(OperationFactory, each_kind_makes_its_class) {
   EXPECT_TRUE(Makes<HeightOperation>(OPERATION_HEIGHT));
   EXPECT_TRUE(Makes<SlideOperation>(OPERATION_SLIDE));
   EXPECT_TRUE(Makes<RollOperation>(OPERATION_ROLL));
+  EXPECT_TRUE(Makes<Cam3DControllerOperation>(OPERATION_CAM3D_CONTROLLER));
 }
 
 TEST(OperationFactory, a_value_above_10_yields_null) {
@@ -79,13 +93,13 @@ TEST(OperationFactory, a_value_above_10_yields_null) {
 TEST(OperationFactory, an_operation_that_was_made_waits_for_its_init) {
   for (int value = 0; value <= 10; ++value) {
     const auto operation = Operation::CreateOperation(static_cast<OperationType>(value));
-    if (operation == nullptr) continue;
+    ASSERT_NE(operation, nullptr) << value;
     CameraParameters camera;
     camera.eye = {1, 2, 3};
     operation->PerformOperation(0.1, camera);  // without a hub it has nothing to do
     EXPECT_EQ(camera.eye, Vector3(1, 2, 3)) << value;
     EXPECT_FALSE(operation->IsCombined());
-    EXPECT_FALSE(operation->Is3DControllerOperation());
+    EXPECT_EQ(operation->Is3DControllerOperation(), value == OPERATION_CAM3D_CONTROLLER);
   }
 }
 
@@ -102,6 +116,7 @@ TEST(OperationFactory, the_hub_begins_what_the_factory_makes_and_nothing_else) {
 // ---- kinds made elsewhere ----
 
 TEST(OperationKinds, a_registered_kind_is_begun_and_performed_like_any_other) {
+  const FreeKind freed;
   const OperationKind rising(OPERATION_CAM3D_CONTROLLER, &MakeRising);
   EXPECT_TRUE(rising.IsHeld());
   EXPECT_TRUE(Makes<Rising>(OPERATION_CAM3D_CONTROLLER));
@@ -112,6 +127,7 @@ TEST(OperationKinds, a_registered_kind_is_begun_and_performed_like_any_other) {
 }
 
 TEST(OperationKinds, a_kind_is_made_no_more_once_its_registration_is_gone) {
+  const FreeKind freed;
   std::optional<OperationKind> rising;
   rising.emplace(OPERATION_CAM3D_CONTROLLER, &MakeRising);
   rising.reset();
@@ -119,6 +135,7 @@ TEST(OperationKinds, a_kind_is_made_no_more_once_its_registration_is_gone) {
 }
 
 TEST(OperationKinds, a_kind_that_is_made_already_stays_with_its_maker) {
+  const FreeKind freed;
   const OperationKind rising(OPERATION_CAM3D_CONTROLLER, &MakeRising);
   for (int value = 0; value < OPERATION_KIND_COUNT; ++value) {
     const OperationKind second(static_cast<OperationType>(value), &MakeRising);
@@ -129,6 +146,7 @@ TEST(OperationKinds, a_kind_that_is_made_already_stays_with_its_maker) {
 }
 
 TEST(OperationKinds, no_kind_out_of_range_and_no_maker_that_is_null_is_taken) {
+  const FreeKind freed;
   for (const int value : {-1, 11, 12, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()}) {
     const OperationKind outside(static_cast<OperationType>(value), &MakeRising);
     EXPECT_FALSE(outside.IsHeld()) << value;
@@ -137,4 +155,11 @@ TEST(OperationKinds, no_kind_out_of_range_and_no_maker_that_is_null_is_taken) {
   const OperationKind nothing(OPERATION_CAM3D_CONTROLLER, nullptr);
   EXPECT_FALSE(nothing.IsHeld());
   EXPECT_EQ(Operation::CreateOperation(OPERATION_CAM3D_CONTROLLER), nullptr);
+}
+
+TEST(OperationKinds, the_controller_has_its_own_for_the_life_of_the_library) {
+  EXPECT_TRUE(cam3DControllerKind.IsHeld());
+  { const FreeKind freed; }
+  EXPECT_TRUE(cam3DControllerKind.IsHeld());
+  EXPECT_TRUE(Makes<Cam3DControllerOperation>(OPERATION_CAM3D_CONTROLLER));
 }

@@ -16,6 +16,7 @@
 #include "disc/disc_scene.h"
 #include "support/counted_history.h"
 #include "support/counting_renderer.h"
+#include "support/mischief.h"
 #include "support/mischievous_hub.h"
 #include "support/open_view_manager.h"
 #include "support/random.h"
@@ -23,30 +24,6 @@
 using namespace Korvane;
 
 namespace {
-
-class View;
-
-/// Decides whether a call of the library is answered by an action of the host.
-class Mischief {
- public:
-  explicit Mischief(Random& numbers) : random(numbers) {}
-
-  /// Every call out comes here.
-  void Call();
-  /// Now and then a call of the renderer fails.
-  bool Fails(int oneOf = 64) {
-    Call();
-    return view != nullptr && random.Integer(1, oneOf) == 1;
-  }
-
-  View* view = nullptr;  // null: at rest
-  Random& random;
-  long actions = 0;
-
- private:
-  static constexpr int MAX_DEPTH = 4;
-  int depth = 0;
-};
 
 /// Of the numbers that a host may hand over by mistake.
 double MakeWild(Random& random) {
@@ -481,14 +458,6 @@ class View {
   OpenViewManager manager;
 };
 
-void Mischief::Call() {
-  if (view == nullptr || depth >= MAX_DEPTH || random.Integer(0, 39) != 0) return;
-  ++depth;
-  ++actions;
-  view->Act();
-  --depth;
-}
-
 // ZOV_TEST_DISC_STORM sets the number of events, of all streams together.
 int EventCount() {
   const char* const wanted = std::getenv("ZOV_TEST_DISC_STORM");
@@ -503,7 +472,7 @@ TEST_P(DiscStorm, leaves_nothing_behind) {
   constexpr int SPELL = 500;  // events, between two times of rest
   ManualPlatform platform;
   Random random(GetParam());
-  Mischief mischief(random);
+  Mischief mischief(random, 40);
   StormRenderer first(mischief);
   StormRenderer second(mischief);
   const int events = EventCount() / STREAMS;
@@ -512,7 +481,7 @@ TEST_P(DiscStorm, leaves_nothing_behind) {
   {
     View view(mischief, tidy, first, second);
     for (int event = 0; event < events; ++event) {
-      mischief.view = &view;
+      mischief.act = [&] { view.Act(); };
       view.Act();
       if (event % 3 == 0) {
         platform.Advance(static_cast<std::uint32_t>(random.Integer(1, event % 30 == 0 ? 2500 : 40)));
@@ -524,13 +493,13 @@ TEST_P(DiscStorm, leaves_nothing_behind) {
       first.ClearCalls();
       second.ClearCalls();
       if (event % SPELL != SPELL - 1) continue;
-      mischief.view = nullptr;
+      mischief.act = nullptr;
       view.Rest();
       ASSERT_TRUE(!tidy || view.GetOpenRecords() == 0) << "event " << event;
       for (int type = 0; type <= 10; ++type)
         ASSERT_FALSE(view.GetHub().IsOperationActive(static_cast<OperationType>(type))) << type;
     }
-    mischief.view = nullptr;
+    mischief.act = nullptr;
     const StormObserver& observer = view.GetObserver();
     EXPECT_EQ(observer.opened.size(), 7U);
     EXPECT_GT(observer.zones.size(), 8U);

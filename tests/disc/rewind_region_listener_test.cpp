@@ -207,7 +207,7 @@ TEST_F(RewindWedge, the_strip_takes_the_hosts_camera_into_the_last_element) {
   Press();
   Move(404);
   CameraParameters camera;
-  history->GetElementCamera(2, camera);
+  EXPECT_TRUE(history->GetElementCamera(2, camera));
   EXPECT_EQ(camera.eye.x, 9.0);
 }
 

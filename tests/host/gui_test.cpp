@@ -4,6 +4,7 @@
 #include <SDL.h>
 #include <gtest/gtest.h>
 #include <imgui.h>
+#include <imgui_stdlib.h>
 
 #include <memory>
 #include <string>
@@ -45,6 +46,7 @@ class GuiTest : public testing::Test {
       ImGui::Begin("panel", nullptr, ImGuiWindowFlags_NoDecoration);
       if (ImGui::Button("button", ImVec2(60, 20))) ++clicks;
       hovered = ImGui::IsItemHovered();
+      if (hasText) DrawText();
       if (overfull) {
         ImGui::Dummy(ImVec2(10, 200));
         ImGui::BeginChild("out of sight", ImVec2(50, 20));
@@ -53,6 +55,45 @@ class GuiTest : public testing::Test {
       ImGui::End();
     }
     gui->EndFrame();
+  }
+
+  // To the right of the button.
+  void DrawText() {
+    ImGui::SameLine();
+    ImGui::InputText("##text", &text);
+    if (ImGui::IsItemDeactivatedAfterEdit()) finished.push_back(text);
+  }
+
+  void PushKey(Uint32 type, SDL_Keycode key, SDL_Scancode code) {
+    SDL_Event event = {};
+    event.type = type;
+    event.key.keysym.sym = key;
+    event.key.keysym.scancode = code;
+    SDL_PushEvent(&event);
+  }
+  void Type(const char* letters) {
+    SDL_Event event = {};
+    event.type = SDL_TEXTINPUT;
+    SDL_strlcpy(event.text.text, letters, sizeof(event.text.text));
+    SDL_PushEvent(&event);
+    Rest();
+  }
+  void ClickText() {
+    hasText = true;
+    window->RequestFrame();
+    Rest();
+    Push(SDL_MOUSEBUTTONDOWN, 95, 30);
+    Rest();
+    Push(SDL_MOUSEBUTTONUP, 95, 30);
+    Rest();
+    events.clear();
+  }
+  std::vector<SDL_Keycode> GetKeysDown() const {
+    std::vector<SDL_Keycode> keys;
+    for (const WindowEvent& event : events) {
+      if (event.type == WindowEvent::Type::KeyDown) keys.push_back(event.key);
+    }
+    return keys;
   }
 
   // Until no frame is asked for any more.
@@ -82,6 +123,9 @@ class GuiTest : public testing::Test {
   std::unique_ptr<zovhost::Gui> gui;
   std::vector<WindowEvent> events;
   bool visible = true;
+  bool hasText = false;
+  std::string text;
+  std::vector<std::string> finished;
   bool overfull = false;  // with a part that is scrolled out of sight
   int frames = 0;
   int clicks = 0;
@@ -150,6 +194,49 @@ TEST_F(GuiTest, a_pointer_that_enters_and_leaves_asks_for_a_few_frames) {
   EXPECT_GT(frames, 0);
   EXPECT_FALSE(hovered);
   EXPECT_LT(frames, 10);
+}
+
+TEST_F(GuiTest, keys_go_on_while_no_text_is_typed) {
+  PushKey(SDL_KEYDOWN, SDLK_f, SDL_SCANCODE_F);
+  Type("f");
+  PushKey(SDL_KEYUP, SDLK_f, SDL_SCANCODE_F);
+  Rest();
+  EXPECT_EQ(GetKeysDown(), (std::vector<SDL_Keycode>{SDLK_f}));
+  EXPECT_EQ(events.size(), 2U);
+}
+
+TEST_F(GuiTest, a_text_that_is_typed_keeps_its_keys) {
+  ClickText();
+  PushKey(SDL_KEYDOWN, SDLK_f, SDL_SCANCODE_F);
+  Type("f");
+  PushKey(SDL_KEYUP, SDLK_f, SDL_SCANCODE_F);
+  Type("\u00fc");
+  EXPECT_EQ(text, "f\u00fc");
+  EXPECT_TRUE(GetKeysDown().empty());
+}
+
+TEST_F(GuiTest, a_key_that_goes_up_while_a_text_is_typed_is_heard_by_the_window_too) {
+  PushKey(SDL_KEYDOWN, SDLK_LSHIFT, SDL_SCANCODE_LSHIFT);
+  Rest();
+  ClickText();
+  PushKey(SDL_KEYUP, SDLK_LSHIFT, SDL_SCANCODE_LSHIFT);
+  Rest();
+  ASSERT_EQ(events.size(), 1U);
+  EXPECT_EQ(events[0].type, WindowEvent::Type::KeyUp);
+}
+
+TEST_F(GuiTest, a_press_beside_the_panels_ends_the_typing_and_goes_on) {
+  ClickText();
+  Type("house");
+  Push(SDL_MOUSEBUTTONDOWN, 200, 200);
+  Rest();
+  Push(SDL_MOUSEBUTTONUP, 200, 200);
+  Rest();
+  EXPECT_EQ(finished, (std::vector<std::string>{"house"}));
+  EXPECT_EQ(events.size(), 2U);
+  PushKey(SDL_KEYDOWN, SDLK_f, SDL_SCANCODE_F);
+  Rest();
+  EXPECT_EQ(GetKeysDown(), (std::vector<SDL_Keycode>{SDLK_f}));
 }
 
 TEST_F(GuiTest, a_panel_that_is_gone_hears_nothing) {

@@ -119,4 +119,24 @@ TEST(ToolbarDressTest, a_scale_that_is_none_counts_as_one) {
   }
 }
 
+TEST(ToolbarDressTest,
+     a_button_with_an_arrow_stands_for_the_first_of_what_it_offers_until_another_is_chosen) {
+  const ToolbarItem choices[] = {
+      zovhost::MakeToolbarButton(21, static_cast<Korvane::TextureID>(198), L"one"),
+      zovhost::MakeToolbarButton(22, static_cast<Korvane::TextureID>(199), L"two"),
+  };
+  Toolbar toolbar;
+  toolbar.GetItems().Append(zovhost::MakeToolbarFlyoutButton(choices));
+  const ToolbarItem& item = toolbar.GetItems().GetAt(0);
+  EXPECT_EQ(item.GetType(), ToolbarItem::TYPE_FLYOUT_BUTTON);
+  EXPECT_EQ(item.GetTag(), 21);
+  EXPECT_EQ(item.GetFlyoutIconSize(), 10) << "as the disc button of the navigation bar has it";
+  ASSERT_EQ(item.GetFlyoutItems().GetCount(), 2);
+  ASSERT_TRUE(toolbar.ChooseFlyoutItem(22));
+  EXPECT_EQ(item.GetTag(), 22);
+  EXPECT_EQ(item.GetIcon().GetTextureResourceID(), 199);
+  EXPECT_EQ(item.GetTooltip(), L"two");
+  EXPECT_EQ(zovhost::MakeToolbarFlyoutButton({}).GetFlyoutItems().GetCount(), 0);
+}
+
 }  // namespace

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "korvane/math.h"
 #include "support/manual_platform.h"
 
 namespace {
@@ -111,6 +112,33 @@ TEST(ViewHub, takes_cameras_for_one_that_are_closer_than_a_ten_thousandth_of_wha
   EXPECT_TRUE(hub.CheckCamerasEqual(&a, &b));
   b.eye.x = a.eye.x + 1.1e-4 * distance;
   EXPECT_FALSE(hub.CheckCamerasEqual(&a, &b));
+}
+
+// 30 degrees by 20 is what a viewport of 1.586 to 1 shows.
+TEST(ViewHub, gives_a_camera_that_was_kept_in_another_shape_the_shape_of_its_viewport) {
+  ViewHub hub([] {});
+  const CameraParameters kept = MakeView(1.0, Kind::Perspective);
+  hub.ApplyCameraParameters(kept);
+  EXPECT_EQ(hub.GetView().left_fov, kept.left_fov) << "nobody has told of a viewport";
+  hub.SetViewportSize(400, 800);
+  hub.ApplyCameraParameters(kept);
+  const CameraParameters& shaped = hub.GetView();
+  const auto tangent = [](double degrees) { return std::tan(degrees * Korvane::Math::DEG_TO_RAD); };
+  EXPECT_NEAR(shaped.GetHorizontalFOV(), kept.GetVerticalFOV(), 1e-12) << "the narrower side keeps its angle";
+  EXPECT_NEAR(tangent(shaped.GetVerticalFOV()), 2.0 * tangent(shaped.GetHorizontalFOV()), 1e-12);
+  EXPECT_EQ(shaped.ortho_height, 2.0 * shaped.ortho_width);
+  EXPECT_EQ(shaped.eye, kept.eye);
+}
+
+TEST(ViewHub, leaves_a_camera_of_its_shape_as_it_is_to_the_last_bit) {
+  ViewHub hub([] {});
+  hub.SetViewportSize(WIDTH, HEIGHT);
+  hub.ApplyCameraParameters(MakeView(1.0, Kind::Perspective));
+  const CameraParameters shaped = hub.GetView();
+  hub.ApplyCameraParameters(shaped);
+  EXPECT_EQ(hub.GetView().left_fov, shaped.left_fov);
+  EXPECT_EQ(hub.GetView().top_fov, shaped.top_fov);
+  EXPECT_EQ(hub.GetView().ortho_width, shaped.ortho_width);
 }
 
 TEST(ViewHub, measures_an_orthographic_view_by_its_size) {

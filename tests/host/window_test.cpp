@@ -71,6 +71,18 @@ class WindowTest : public testing::Test {
   std::vector<WindowEvent> events;
 };
 
+TEST_F(WindowTest, a_frame_is_asked_for_when_it_gets_the_focus) {
+  EXPECT_TRUE(window->IsFocused());  // no other has it
+  SDL_Event event = MakeEvent(SDL_WINDOWEVENT);
+  event.window.event = SDL_WINDOWEVENT_FOCUS_GAINED;
+  SDL_PushEvent(&event);
+  int frames = 0;
+  window->SetFrameHandler([&] { ++frames; });
+  Advance(1000);
+  Pump();
+  EXPECT_EQ(frames, 1);
+}
+
 TEST_F(WindowTest, offers_opengl_3_3_or_later_at_the_size_asked_for) {
   EXPECT_TRUE(window->IsOffscreen());
   EXPECT_EQ(window->GetWidth(), WIDTH);
@@ -140,6 +152,18 @@ TEST_F(WindowTest, says_that_it_closes_and_then_runs_no_more) {
   EXPECT_FALSE(window->Step(0));
   ASSERT_EQ(events.size(), 1U);
   EXPECT_EQ(events[0].type, Type::Closing);
+  EXPECT_FALSE(window->Step(0));
+}
+
+TEST_F(WindowTest, stays_when_its_handler_has_something_to_ask_first) {
+  window->SetEventHandler([this](const WindowEvent& event) {
+    if (event.type == Type::Closing) window->KeepOpen();
+  });
+  SDL_Event event = MakeEvent(SDL_QUIT);
+  SDL_PushEvent(&event);
+  EXPECT_TRUE(window->Step(0));
+  EXPECT_TRUE(window->IsOpen());
+  window->Close();
   EXPECT_FALSE(window->Step(0));
 }
 

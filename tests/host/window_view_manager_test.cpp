@@ -5,6 +5,7 @@
 
 #include <vector>
 
+#include "korvane/cam3d_controller.h"
 #include "korvane/orientor.h"
 #include "support/window_hand.h"
 
@@ -77,6 +78,14 @@ TEST_F(WindowViewManagerTest, a_press_that_nothing_takes_is_free_for_a_click) {
   EXPECT_TRUE(manager.IsClickFree());
   Send(Type::FocusLost);
   EXPECT_FALSE(manager.IsClickFree());
+}
+
+TEST_F(WindowViewManagerTest, no_push_of_its_device_turns_a_parallel_view_inside_out) {
+  Korvane::Cam3DController device;
+  EXPECT_FALSE(device.GetLimitOrthographicZoom());
+  manager.SetCam3DController(&device);
+  EXPECT_TRUE(device.GetLimitOrthographicZoom());
+  manager.SetCam3DController(nullptr);
 }
 
 TEST_F(WindowViewManagerTest, the_compass_of_its_cube_follows_the_pointer) {

@@ -23,14 +23,14 @@ class JournalEditor : public Korvane::ShotEditor {
  public:
   explicit JournalEditor(Journal& theJournal) : journal(theJournal) {}
 
-  bool Create() override { return true; }
-  void SetPreviewing(bool previewing) override { Note("editor previews ", previewing); }
-  void SetRecordingWalk(bool recording) override { Note("editor records ", recording); }
-  void SetVisible(bool isVisible) override {
+  void OnEditorReserved() override {}
+  void SetPreviewState(bool previewing) override { Note("editor previews ", previewing); }
+  void SetRecordingState(bool recording) override { Note("editor records ", recording); }
+  void SetPanelVisible(bool isVisible) override {
     visible = isVisible;
     Note("editor visible ", isVisible);
   }
-  void TransferData(bool fromControls) override { Note("editor transfers ", fromControls); }
+  void TransferControls(bool toShot) override { Note("editor transfers ", toShot); }
 
   bool visible = false;
   std::function<void()> onCall;

@@ -25,6 +25,18 @@ std::vector<double> Centres(const Slides& slides) {
   return centres;
 }
 
+// ---- the corner ----
+
+TEST(PanelLayout, a_margin_moves_the_panel_away_from_its_corner) {
+  PanelRoom room;
+  MoveTo({40, 50, 12}, room);
+  EXPECT_EQ(room.x, 52);
+  EXPECT_EQ(room.y, 62);
+  MoveTo({std::numeric_limits<int>::max(), std::numeric_limits<int>::min(), -1}, room);
+  EXPECT_EQ(room.x, std::numeric_limits<int>::max() - 1);
+  EXPECT_EQ(room.y, std::numeric_limits<int>::min());
+}
+
 // ---- the title bar ----
 
 TEST(PanelLayout, the_title_bar_is_186_by_32_about_its_middle) {

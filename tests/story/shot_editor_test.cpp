@@ -370,10 +370,10 @@ TEST(ShotEditorStages, editor_or_storyboard_may_end_in_each_call_to_the_host) {
 
 TEST(ShotEditorSlots, stand_in_their_order) {
   const std::vector<int> slots = {
-      VirtualSlot(&ShotEditor::SetShot),          VirtualSlot(&ShotEditor::Show),
-      VirtualSlot(&ShotEditor::Create),           VirtualSlot(&ShotEditor::SetPreviewing),
-      VirtualSlot(&ShotEditor::SetRecordingWalk), VirtualSlot(&ShotEditor::SetVisible),
-      VirtualSlot(&ShotEditor::TransferData)};
+      VirtualSlot(&ShotEditor::SetShot),           VirtualSlot(&ShotEditor::Show),
+      VirtualSlot(&ShotEditor::OnEditorReserved),  VirtualSlot(&ShotEditor::SetPreviewState),
+      VirtualSlot(&ShotEditor::SetRecordingState), VirtualSlot(&ShotEditor::SetPanelVisible),
+      VirtualSlot(&ShotEditor::TransferControls)};
   EXPECT_EQ(slots, (std::vector<int>{2, 3, 4, 5, 6, 7, 8}));
 }
 

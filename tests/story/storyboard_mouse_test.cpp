@@ -1,9 +1,11 @@
 #include <functional>
 #include <iterator>
+#include <utility>
 #include <vector>
 
 #include "story/open_storyboard.h"
 #include "support/allocation_counter.h"
+#include "support/virtual_slot.h"
 
 using namespace Korvane;
 
@@ -376,6 +378,52 @@ TEST_F(PanelTest, makes_one_picture_of_the_scene_a_frame_and_each_once) {
   EXPECT_EQ(renderer.CountCalls("CreateTextLabel"), 0);
 }
 
+/// A host that acts once, where it is first asked for a label.
+class LabelHost : public RecordingRenderer {
+ public:
+  DynamicIcon2D* CreateTextLabel(const wchar_t* text, float size, int width, int height) override {
+    if (const std::function<void()> once = std::exchange(act, nullptr)) once();
+    return RecordingRenderer::CreateTextLabel(text, size, width, height);
+  }
+  std::function<void()> act;
+};
+
+// The slides stay as they are until the drag is over, also those of shots that are gone.
+TEST_F(PanelTest, makes_no_more_pictures_once_a_slide_is_dragged) {
+  LabelHost host;
+  Sequence* const sequence = AddSelected(3);
+  board->SetRenderer(&host);
+  host.act = [&] {
+    Press(SHOT_X[0], SHOT_Y);
+    board->OnMouseMove(SHOT_X[0] + 20, SHOT_Y);
+    sequence->DeleteShot(sequence->GetShot(2));
+  };
+  Frame();
+  EXPECT_TRUE(board->DraggingStoryBoardItem());
+  EXPECT_EQ(host.CountCalls("CreateTextLabel"), 1);
+  EXPECT_EQ(host.CountCalls("CreateSceneScreenshot"), 0);
+  board->OnLeftMouseUp(SHOT_X[0] + 20, SHOT_Y);
+  Frame();
+  EXPECT_EQ(host.CountCalls("CreateTextLabel"), 3);  // the sequence's, and two shots'
+  board.reset();
+  EXPECT_EQ(host.GetLiveIconCount(), 0);
+}
+
+TEST_F(PanelTest, asks_for_no_frame_while_nobody_can_make_its_pictures) {
+  const std::function<void()> ends[] = {[this] { board->SetRenderer(nullptr); },
+                                        [this] { board->Destroy(); }};
+  AddSelected(3);
+  for (const auto& end : ends) {
+    board->SetRenderer(&renderer);
+    end();
+    board->OnMouseMove(SHOT_X[0], SHOT_Y);
+    Frame();
+    Forget();
+    Frame();
+    EXPECT_EQ(hub.requested, 0);
+  }
+}
+
 TEST_F(PanelTest, gives_all_pictures_back) {
   Sequence* const sequence = AddSelected(3);
   for (int i = 0; i < 6; ++i) Frame();
@@ -534,6 +582,45 @@ TEST_F(PanelTest, a_host_that_draws_within_a_call_neither_begins_nor_ends_a_play
   EXPECT_FALSE(board->IsPlayingBack());
   hub.onApply = nullptr;
   hub.onEndShotHook = nullptr;
+}
+
+// ---- the slots ----
+
+TEST(StoryboardSlots, stand_in_their_order) {
+  const std::vector<int> slots = {
+      VirtualSlot(&Storyboard::SetKorvane),       VirtualSlot(&Storyboard::SetRenderer),
+      VirtualSlot(&Storyboard::SetRewindHistory), VirtualSlot(&Storyboard::SetShotEditor),
+      VirtualSlot(&Storyboard::SetUndoQueue),     VirtualSlot(&Storyboard::Create),
+      VirtualSlot(&Storyboard::Destroy),          VirtualSlot(&Storyboard::Draw),
+      VirtualSlot(&Storyboard::OnMouseMove),      VirtualSlot(&Storyboard::OnLeftMouseDown),
+      VirtualSlot(&Storyboard::OnLeftMouseUp),    VirtualSlot(&Storyboard::OnRightMouseDown),
+      VirtualSlot(&Storyboard::OnKeyDown),        VirtualSlot(&Storyboard::OnKeyUp),
+      VirtualSlot(&Storyboard::OpenMenu)};
+  EXPECT_EQ(slots, (std::vector<int>{2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16}));
+}
+
+TEST(StoryboardObserverSlots, stand_in_their_order) {
+  using Observer = StoryboardObserver;
+  const std::vector<int> slots = {
+      VirtualSlot(&Observer::OnOpened),           VirtualSlot(&Observer::OnClosed),
+      VirtualSlot(&Observer::OnModeChanged),      VirtualSlot(&Observer::OnPartClicked),
+      VirtualSlot(&Observer::OnShotCreated),      VirtualSlot(&Observer::OnPlaybackStory),
+      VirtualSlot(&Observer::OnPlaybackSequence), VirtualSlot(&Observer::OnPlaybackSingleShot),
+      VirtualSlot(&Observer::OnPreviewShot),      VirtualSlot(&Observer::OnPlaybackStopped),
+      VirtualSlot(&Observer::OnPlaybackResumed),  VirtualSlot(&Observer::OnTargetShot)};
+  EXPECT_EQ(slots, (std::vector<int>{2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13}));
+}
+
+// The button that closes is at (175, 243) of the panel.
+TEST_F(StoryboardTest, a_margin_counts_whichever_is_set_first) {
+  board->SetMargin(12);
+  board->Draw();
+  EXPECT_FALSE(Click(175 - 8, 243 - 8));
+  EXPECT_TRUE(board->IsVisible());
+  board->SetPosition(100, 0);
+  board->Draw();
+  Click(100 + 175 + 12, 243 + 12);
+  EXPECT_FALSE(board->IsVisible());
 }
 
 }  // namespace

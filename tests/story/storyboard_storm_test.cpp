@@ -18,6 +18,7 @@
 #include "support/counted_history.h"
 #include "support/counting_renderer.h"
 #include "support/manual_platform.h"
+#include "support/mischief.h"
 #include "support/mischievous_hub.h"
 #include "support/random.h"
 
@@ -29,28 +30,6 @@ constexpr int WIDTH = 1000;
 constexpr int HEIGHT = 600;
 constexpr std::uint64_t MOST_SEQUENCES = 8;
 constexpr std::uint64_t MOST_SHOTS = 12;
-
-class Scene;
-
-/// Decides whether a call of the library is answered by an action of the host.
-class Mischief {
- public:
-  explicit Mischief(Random& numbers) : random(numbers) {}
-
-  void Call();
-  bool Fails(int oneOf = 64) {
-    Call();
-    return scene != nullptr && random.Integer(1, oneOf) == 1;
-  }
-
-  Scene* scene = nullptr;  // null: at rest
-  Random& random;
-  long actions = 0;
-
- private:
-  static constexpr int MAX_DEPTH = 4;
-  int depth = 0;
-};
 
 class StormRenderer : public CountingRenderer {
  public:
@@ -105,11 +84,11 @@ class StormEditor : public ShotEditor {
  public:
   explicit StormEditor(Mischief& host) : mischief(host) {}
 
-  bool Create() override { return true; }
-  void SetPreviewing(bool /*previewing*/) override { mischief.Call(); }
-  void SetRecordingWalk(bool /*recording*/) override { mischief.Call(); }
-  void SetVisible(bool /*visible*/) override { mischief.Call(); }
-  void TransferData(bool /*fromControls*/) override { mischief.Call(); }
+  void OnEditorReserved() override {}
+  void SetPreviewState(bool /*previewing*/) override { mischief.Call(); }
+  void SetRecordingState(bool /*recording*/) override { mischief.Call(); }
+  void SetPanelVisible(bool /*visible*/) override { mischief.Call(); }
+  void TransferControls(bool /*toShot*/) override { mischief.Call(); }
 
  private:
   Mischief& mischief;
@@ -408,14 +387,6 @@ class Scene {
   int mouseY = 0;
 };
 
-void Mischief::Call() {
-  if (scene == nullptr || depth >= MAX_DEPTH || random.Integer(0, 24) != 0) return;
-  ++depth;
-  ++actions;
-  scene->Act();
-  --depth;
-}
-
 int GetStormEvents() {
   const char* const value = std::getenv("ZOV_TEST_STORY_STORM");
   return value != nullptr ? std::atoi(value) : 20000;
@@ -426,7 +397,7 @@ class StoryboardStorm : public ::testing::TestWithParam<int> {};
 TEST_P(StoryboardStorm, leaves_nothing_open_and_nothing_behind) {
   Random random(static_cast<std::uint64_t>(GetParam()));
   ManualPlatform platform;
-  Mischief mischief(random);
+  Mischief mischief(random, 25);
   StormRenderer first(mischief);
   StormRenderer second(mischief);
   unsigned parts = 0;
@@ -434,14 +405,14 @@ TEST_P(StoryboardStorm, leaves_nothing_open_and_nothing_behind) {
     Scene scene(mischief, first, second);
     const int events = GetStormEvents();
     for (int event = 1; event <= events; ++event) {
-      mischief.scene = &scene;
+      mischief.act = [&] { scene.Act(); };
       if (event % 40 == 0) scene.Present(true);
       scene.Act();
       if (random.Integer(0, 2) == 0) {
         platform.Advance(static_cast<std::uint32_t>(random.Integer(0, 300)));
         scene.Frame();
       }
-      mischief.scene = nullptr;
+      mischief.act = nullptr;
       if (event % 500 != 0) continue;
       scene.Rest();
       ASSERT_FALSE(scene.GetBoard().IsPlayingBack()) << event;

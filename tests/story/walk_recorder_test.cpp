@@ -315,6 +315,19 @@ TEST_F(WalkRecorderTest, a_release_in_an_adjustment_ends_the_walk_that_does_not_
   EXPECT_EQ(history->GetOpenCount(), 0);
 }
 
+TEST_F(WalkRecorderTest, the_key_that_is_let_go_after_the_release_ends_the_adjustment) {
+  Press();
+  recorder->OnKeyDown(KEY_SHIFT);
+  recorder->OnLeftMouseUp(1, 1);
+  journal.Take();
+  EXPECT_TRUE(recorder->IsAdjustingHeight());
+  recorder->OnKeyUp(KEY_SHIFT);
+  EXPECT_EQ(journal.Take(), (Lines{"end 7"}));
+  EXPECT_FALSE(recorder->IsAdjustingHeight());
+  EXPECT_FALSE(IsAnyActive());
+  EXPECT_EQ(history->GetOpenCount(), 0);
+}
+
 TEST_F(WalkRecorderTest, a_release_that_ends_the_height_as_well_leaves_nothing) {
   recorder->SetReleaseEndsHeight(true);
   Press();
@@ -440,6 +453,27 @@ TEST_F(WalkRecorderTest, draws_nothing_without_a_pass) {
   EXPECT_TRUE(journal.lines.empty());
 }
 
+// ---- what a host begins meanwhile ----
+
+TEST_F(WalkRecorderTest, a_walk_that_the_host_begins_in_the_end_of_a_cancelled_one_stays) {
+  OpenBoard();
+  board->OnLeftMouseDown(30, 40);
+  Frame();
+  bool again = false;
+  history->onEnd = [&] {
+    history->onEnd = nullptr;
+    EXPECT_TRUE(board->CancelRecordWalk());
+    again = board->BeginRecordWalk();
+  };
+  board->OnKeyDown(KEY_ESCAPE);
+  EXPECT_TRUE(again);
+  EXPECT_TRUE(board->IsRecordingWalk());
+  board->OnLeftMouseDown(30, 40);
+  EXPECT_TRUE(hub->IsOperationActive(OPERATION_FLY));
+  board->CancelRecordWalk();
+  EXPECT_FALSE(IsAnyActive());
+}
+
 // ---- who is missing ----
 
 enum class Partner { Hub, Renderer, History, Board };
@@ -509,27 +543,41 @@ constexpr Ending ENDINGS[] = {
 };
 
 // In the first call to the host, in the second ... until the walk ends before the call comes.
+void TryInEveryCall(Ending act) {
+  int reached = 0;
+  for (int call = 1; call < 200; ++call) {
+    WalkStage stage;
+    stage.OpenBoard();
+    stage.board->CancelRecordWalk();
+    stage.board->SetReleaseEndsHeight(true);
+    stage.board->BeginRecordWalk();
+    stage.host.act = [&] { act(stage); };
+    stage.host.calls = 0;
+    stage.host.at = call;
+    Walk(stage);
+    EXPECT_FALSE(stage.IsAnyActive()) << "call " << call;
+    EXPECT_EQ(stage.history->GetOpenCount(), 0) << "call " << call;
+    if (stage.host.calls < call) break;
+    reached = call;
+  }
+  EXPECT_GT(reached, 20);
+  EXPECT_LT(reached, 199);
+}
+
 TEST(WalkRecorderStages, a_walk_that_ends_in_any_call_leaves_no_record_and_no_operation) {
   for (std::size_t ending = 0; ending < std::size(ENDINGS); ++ending) {
-    int reached = 0;
-    for (int call = 1; call < 200; ++call) {
-      WalkStage stage;
-      stage.OpenBoard();
-      stage.board->CancelRecordWalk();
-      stage.board->SetReleaseEndsHeight(true);
-      stage.board->BeginRecordWalk();
-      stage.host.act = [&] { ENDINGS[ending](stage); };
-      stage.host.calls = 0;
-      stage.host.at = call;
-      Walk(stage);
-      EXPECT_FALSE(stage.IsAnyActive()) << ending << ", call " << call;
-      EXPECT_EQ(stage.history->GetOpenCount(), 0) << ending << ", call " << call;
-      if (stage.host.calls < call) break;
-      reached = call;
-    }
-    EXPECT_GT(reached, 20);
-    EXPECT_LT(reached, 199);
+    SCOPED_TRACE(ending);
+    TryInEveryCall(ENDINGS[ending]);
   }
+}
+
+TEST(WalkRecorderStages, a_host_that_uses_the_key_of_the_height_in_any_call_leaves_nothing_either) {
+  TryInEveryCall([](WalkStage& stage) { stage.board->OnKeyDown(KEY_SHIFT); });
+  TryInEveryCall([](WalkStage& stage) { stage.board->OnKeyUp(KEY_SHIFT); });
+  TryInEveryCall([](WalkStage& stage) {
+    stage.board->OnKeyDown(KEY_SHIFT);
+    stage.board->OnKeyUp(KEY_SHIFT);
+  });
 }
 
 }  // namespace

@@ -9,8 +9,10 @@ class Window;
 /// Menus and panels by Dear ImGui over a window, or over a picture without any input.
 ///
 /// Between BeginFrame and EndFrame the functions of imgui.h may be called. The pointer belongs to the
-/// panels while it is over one of them, and while a menu is open; everything else goes on to the handler of
-/// the window's events. A frame is asked for only when something on a panel may have changed. One at a time.
+/// panels while it is over one of them, and while a menu is open, and the keys belong to them while a text is
+/// typed; everything else goes on to the handler of the window's events. A press beside the panels ends the
+/// typing, and is an event of the window all the same. A frame is asked for only when something on a panel
+/// may have changed. One at a time.
 class Gui {
  public:
   /// Over a window: takes the window's native event hook. The window must outlive it, with its context

@@ -18,6 +18,11 @@ enum HostPicture : int {
   HOST_PICTURE_LOOK_AT = 195,
   HOST_PICTURE_CENTRE = 196,
   HOST_PICTURE_WALK = 197,
+  // What a six-axis device moves.
+  HOST_PICTURE_DEVICE_OBJECT = 198,
+  HOST_PICTURE_DEVICE_WALK = 199,
+  HOST_PICTURE_DEVICE_FLY = 200,
+  HOST_PICTURE_DEVICE_PAN = 201,
 };
 
 }  // namespace zovhost

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 
 #include "korvane/resource_ids.h"
@@ -20,6 +21,9 @@ void DressToolbar(Korvane::Toolbar& toolbar, double scale = 1.0);
 
 /// An item of the size of the navigation bar's, with a picture of the kit or of the host's own.
 Korvane::ToolbarItem MakeToolbarButton(int tag, Korvane::TextureID picture, const std::wstring& tooltip);
+/// A button with an arrow, which opens these; it stands for the first of them until another is chosen. Of
+/// none it is a button without a tag.
+Korvane::ToolbarItem MakeToolbarFlyoutButton(std::span<const Korvane::ToolbarItem> choices);
 /// The grip by which a toolbar is dragged.
 Korvane::ToolbarItem MakeToolbarGrip(int tag, const std::wstring& tooltip);
 /// Offers what there is no room for.

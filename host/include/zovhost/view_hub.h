@@ -21,6 +21,8 @@ class ViewHub : public Korvane::CameraOperations {
   /// `requestFrame` is called whenever something moves; not empty.
   explicit ViewHub(std::function<void()> requestFrame);
 
+  /// Where the camera has not the proportions of the viewport, as one that was kept before the viewport
+  /// changed, it gets them.
   void ApplyCameraParameters(const Korvane::CameraParameters& values) override;
   void QueryCameraParameters(Korvane::CameraParameters& values) const override;
   void RequestApplicationUpdate() override;
@@ -46,6 +48,7 @@ class ViewHub : public Korvane::CameraOperations {
  private:
   std::function<void()> requestFrame;
   Korvane::CameraParameters view;
+  bool hasShape = false;  // that of a viewport that has been told
 };
 
 /// Gives a camera the proportions of a viewport, width by height: the narrower side keeps its angle and its

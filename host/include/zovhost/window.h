@@ -29,7 +29,7 @@ struct WindowEvent {
     FocusLost,  ///< Whatever is held will not be heard to be released.
     Resized,    ///< The size in pixels, or the scale, has changed.
     FileDropped,
-    Closing,  ///< The user wants to leave; the loop ends after this event.
+    Closing,  ///< The user wants to leave; the loop ends after this event, unless KeepOpen is called.
   };
   enum Modifier : unsigned { SHIFT = 1, CONTROL = 2, ALT = 4 };
 
@@ -77,6 +77,9 @@ class Window {
   Window& operator=(const Window&) = delete;
 
   bool IsOffscreen() const;
+  /// Keys go to this window. Offscreen, where there is no other, they always do. A frame is asked for when it
+  /// gets them.
+  bool IsFocused() const;
   /// The viewport in pixels.
   int GetWidth() const;
   int GetHeight() const;
@@ -105,6 +108,8 @@ class Window {
   /// An event handler that takes long may call it to keep the window alive.
   bool Step(int longestWait);
   void Close();
+  /// Within the handler of Closing: not yet, the user is asked something first.
+  void KeepOpen();
   bool IsOpen() const;
 
   /// The shape of the pointer under a number, straight alpha, `hotX` and `hotY` from the top left of the

@@ -35,6 +35,8 @@ class WindowViewManager : public Korvane::ViewManager {
   void SetViewportSize(int width, int height) override;
   /// Lets every disc open where the pointer is.
   void SetHelmDisc(Korvane::HelmDisc* disc) override;
+  /// Lets no push of a six-axis device turn a parallel view inside out.
+  void SetCam3DController(Korvane::Cam3DController* controller) override;
   /// Lets the compass of the cube follow the pointer in every view.
   void SetOrientor(Korvane::Orientor* cube) override;
   /// Lets a drawn rectangle be flown to, and no mark of a pivot stay after a release that was another's.

@@ -18,6 +18,7 @@ constexpr int gripLength = 24;
 constexpr int gripRoom = 12;
 constexpr int gripThickness = 4;
 constexpr int moreControls = 12;
+constexpr int flyoutArrow = 10;
 constexpr int buttonPicture = 32;
 constexpr double largestFactor = 16.0;
 
@@ -64,6 +65,14 @@ ToolbarItem MakeToolbarButton(int tag, Korvane::TextureID picture, const std::ws
   ToolbarItem item = MakeItem(tag, ToolbarItem::TYPE_BUTTON, tooltip);
   item.SetSize(Bar::APPLICATION_ITEM_WIDTH, Bar::APPLICATION_ITEM_HEIGHT);
   item.SetIcon(picture, buttonPicture, buttonPicture);
+  return item;
+}
+
+ToolbarItem MakeToolbarFlyoutButton(std::span<const ToolbarItem> choices) {
+  ToolbarItem item = choices.empty() ? ToolbarItem() : choices.front();
+  item.SetType(ToolbarItem::TYPE_FLYOUT_BUTTON);
+  item.SetFlyoutIconSize(flyoutArrow);
+  for (const ToolbarItem& choice : choices) item.GetFlyoutItems().Append(choice);
   return item;
 }
 

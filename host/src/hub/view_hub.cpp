@@ -13,6 +13,9 @@ using Korvane::Math;
 
 namespace {
 
+// Of proportions: what a move leaves of them.
+constexpr double SAME_SHAPE = 1e-6;
+
 // Of what the camera sees, in world units: of the narrower side where it is orthographic, in perspective the
 // distance at which it looks.
 double GetViewSize(const CameraParameters& camera) {
@@ -27,11 +30,27 @@ double GetLargestMove(const CameraParameters& a, const CameraParameters& b) {
       {points, std::abs(a.ortho_width - b.ortho_width), std::abs(a.ortho_height - b.ortho_height)});
 }
 
+bool AreProportional(double a, double b, double wantedRatio) {
+  return std::abs(a - b * wantedRatio) <= SAME_SHAPE * std::abs(a);
+}
+
+bool HasShape(const CameraParameters& camera, double width, double height) {
+  return AreProportional(std::tan(camera.GetHorizontalFOV() * Math::DEG_TO_RAD),
+                         std::tan(camera.GetVerticalFOV() * Math::DEG_TO_RAD), width / height) &&
+         AreProportional(camera.ortho_width, camera.ortho_height, width / height);
+}
+
 }  // namespace
 
 ViewHub::ViewHub(std::function<void()> request) : requestFrame(std::move(request)) {}
 
-void ViewHub::ApplyCameraParameters(const Korvane::CameraParameters& values) { view = values; }
+// A camera that was kept while the view had another shape has the shape of that.
+void ViewHub::ApplyCameraParameters(const Korvane::CameraParameters& values) {
+  view = values;
+  if (hasShape && !HasShape(view, GetViewportWidth(), GetViewportHeight())) {
+    ShapeToViewport(view, GetViewportWidth(), GetViewportHeight());
+  }
+}
 
 void ViewHub::QueryCameraParameters(Korvane::CameraParameters& values) const { values = view; }
 
@@ -62,6 +81,7 @@ void ViewHub::SetViewportSize(int width, int height) {
   Korvane::ApplicationParameters& parameters = GetApplicationParameters();
   parameters.viewport_width = std::max(1, width);
   parameters.viewport_height = std::max(1, height);
+  hasShape = true;
   ShapeToViewport(view, parameters.viewport_width, parameters.viewport_height);
   ShapeToViewport(parameters.home_camera, parameters.viewport_width, parameters.viewport_height);
   requestFrame();

@@ -5,6 +5,7 @@
 #include <optional>
 #include <utility>
 
+#include "korvane/cam3d_controller.h"
 #include "korvane/camera_operations.h"
 #include "korvane/center_tool.h"
 #include "korvane/orientor.h"
@@ -30,6 +31,11 @@ void WindowViewManager::SetViewportSize(int width, int height) {
 void WindowViewManager::SetHelmDisc(Korvane::HelmDisc* disc) {
   ViewManager::SetHelmDisc(disc);
   if (disc != nullptr) disc->SetOpensAtPointer(true);
+}
+
+void WindowViewManager::SetCam3DController(Korvane::Cam3DController* controller) {
+  ViewManager::SetCam3DController(controller);
+  if (controller != nullptr) controller->SetLimitOrthographicZoom(true);
 }
 
 void WindowViewManager::SetOrientor(Korvane::Orientor* cube) {

@@ -11,6 +11,7 @@
 #include "pictures/disc_colours.h"
 #include "pictures/glyph_painter.h"
 #include "zovhost/host_pictures.h"
+#include "zovhost/resource_pack.h"
 
 namespace zovhost {
 
@@ -58,7 +59,13 @@ constexpr Icon icons[] = {
     {HOST_PICTURE_LOOK_AT, "cursors/005-look-at.svg"},
     {HOST_PICTURE_CENTRE, "glyphs/centre.svg"},
     {HOST_PICTURE_WALK, "cursors/006-walk.svg"},
+    {HOST_PICTURE_DEVICE_OBJECT, "glyphs/device-object.svg"},
+    {HOST_PICTURE_DEVICE_WALK, "glyphs/device-walk.svg"},
+    {HOST_PICTURE_DEVICE_FLY, "glyphs/device-fly.svg"},
+    {HOST_PICTURE_DEVICE_PAN, "glyphs/device-pan.svg"},
 };
+
+static_assert(HOST_PICTURE_DEVICE_PAN + 1 == ResourcePack::pictureCount, "a picture without a number");
 
 // From the top left, clockwise, as quarter turns.
 struct Corner {

@@ -100,6 +100,10 @@ bool IsPointerEvent(Uint32 type) {
          type == SDL_MOUSEWHEEL;
 }
 
+bool IsKeyEvent(Uint32 type) {
+  return type == SDL_KEYDOWN || type == SDL_KEYUP || type == SDL_TEXTINPUT || type == SDL_TEXTEDITING;
+}
+
 }  // namespace
 
 class Gui::Impl {
@@ -117,6 +121,9 @@ class Gui::Impl {
  private:
   bool OnNativeEvent(const SDL_Event& event);
   bool OnPointerEvent(const SDL_Event& event);
+  bool OnKeyEvent(const SDL_Event& event);
+  bool IsTyping() const;
+  void EndTyping(const SDL_Event& event);
   void OnPointerLeaves();
   void TrackOwner(const SDL_MouseButtonEvent& event, bool ofPanels);
   void Settle();
@@ -210,6 +217,7 @@ bool Gui::Impl::IsOverPanel(float pointX, float pointY) const {
 
 bool Gui::Impl::OnNativeEvent(const SDL_Event& event) {
   if (IsPointerEvent(event.type)) return OnPointerEvent(event);
+  if (IsKeyEvent(event.type)) return OnKeyEvent(event);
   if (event.type == SDL_WINDOWEVENT) {
     if (event.window.event == SDL_WINDOWEVENT_FOCUS_LOST) buttonsOfPanels = buttonsOfOthers = 0;
     ImGui_ImplSDL2_ProcessEvent(&event);
@@ -240,11 +248,34 @@ bool Gui::Impl::OnPointerEvent(const SDL_Event& event) {
     TrackOwner(event.button, ofPanels);
   if (!ofPanels) {
     if (wasOver) Settle();  // what was lit up under the pointer goes out
+    EndTyping(event);
     return false;
   }
   ImGui_ImplSDL2_ProcessEvent(&event);
   Settle();
   return true;
+}
+
+// Whoever typed a text knows of the press beside it, and that it is over.
+void Gui::Impl::EndTyping(const SDL_Event& event) {
+  if (event.type != SDL_MOUSEBUTTONDOWN || !IsTyping()) return;
+  ImGui_ImplSDL2_ProcessEvent(&event);
+  Settle();
+}
+
+// A text whose panel is gone keeps what it has for two frames more.
+bool Gui::Impl::IsTyping() const {
+  const ImGuiWindow* const panel = context->ActiveIdWindow;
+  return ImGui::GetIO().WantTextInput && panel != nullptr && panel->Active;
+}
+
+// The panels know of every key, for Ctrl with a click; a key that goes up may have gone down for either.
+bool Gui::Impl::OnKeyEvent(const SDL_Event& event) {
+  const bool typing = IsTyping();
+  const bool ofKey = event.type == SDL_KEYDOWN || event.type == SDL_KEYUP;
+  if (typing || ofKey) ImGui_ImplSDL2_ProcessEvent(&event);
+  if (typing) Settle();
+  return typing && event.type != SDL_KEYUP;
 }
 
 void Gui::Impl::OnPointerLeaves() {

@@ -152,12 +152,14 @@ void Window::Impl::UpdateSize() {
 }
 
 void Window::Close() { impl->closed = true; }
+void Window::KeepOpen() { impl->closed = false; }
 bool Window::IsOpen() const { return !impl->closed; }
 void Window::Hide() { SDL_HideWindow(impl->window.get()); }
 
 // ---- properties ----
 
 bool Window::IsOffscreen() const { return impl->offscreen; }
+bool Window::IsFocused() const { return impl->offscreen || SDL_GetKeyboardFocus() == impl->window.get(); }
 int Window::GetWidth() const { return impl->width; }
 int Window::GetHeight() const { return impl->height; }
 double Window::GetScale() const {

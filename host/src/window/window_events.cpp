@@ -85,6 +85,7 @@ void Window::Impl::HandleWindowEvent(const SDL_WindowEvent& event) {
     case SDL_WINDOWEVENT_SHOWN:
     case SDL_WINDOWEVENT_EXPOSED:
     case SDL_WINDOWEVENT_RESTORED:
+    case SDL_WINDOWEVENT_FOCUS_GAINED:
       frameRequested = true;
       return;
     case SDL_WINDOWEVENT_LEAVE:

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "camera/find_operation.h"
 #include "camera/fly_operation.h"
 #include "interaction/tools/tool_gesture.h"
 #include "korvane/renderer.h"
@@ -124,8 +125,7 @@ void WalkTool::LetGoOfRunKey() {
 }
 
 FlyOperation* WalkTool::GetFlyOperation() const {
-  if (cameraOperations == nullptr) return nullptr;
-  return dynamic_cast<FlyOperation*>(cameraOperations->GetActiveOperation(OPERATION_FLY));
+  return FindOperation<FlyOperation>(cameraOperations, OPERATION_FLY);
 }
 
 CursorID WalkTool::GetWalkCursorID() const {

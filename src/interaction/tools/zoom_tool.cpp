@@ -1,6 +1,7 @@
 #include "korvane/zoom_tool.h"
 
 #include "camera/camera_frame.h"
+#include "camera/find_operation.h"
 #include "camera/view_size.h"
 #include "camera/zoom_operation.h"
 #include "interaction/tools/tool_gesture.h"
@@ -116,9 +117,7 @@ void ZoomTool::OnDraw() {
 }
 
 void ZoomTool::ChooseLimitNote() {
-  if (cameraOperations == nullptr) return;
-  const auto* const zoom =
-      dynamic_cast<const ZoomOperation*>(cameraOperations->GetActiveOperation(OPERATION_ZOOM));
+  const auto* const zoom = FindOperation<ZoomOperation>(cameraOperations, OPERATION_ZOOM);
   if (zoom == nullptr) return;
   const double amount = zoom->GetUnitAmount();
   const double back = cameraOperations->GetApplicationParameters().zoom_back_distance;

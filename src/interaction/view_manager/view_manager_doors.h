@@ -251,9 +251,13 @@ struct ViewManager::Doors {
   static void Give(const ViewManager& owner, Widget& widget) {
     (GIFTS::HandOn(owner, widget), ...);
   }
+  /// A widget that is given something may be taken away, or have another take its place.
   template <auto WIDGET, class... GIFTS>
   static void Give(ViewManager& owner) {
-    if (auto* const widget = Get<WIDGET>(owner)) Give<GIFTS...>(owner, *widget);
+    const auto give = [&](auto handOn) {
+      if (auto* const widget = Get<WIDGET>(owner)) handOn(owner, *widget);
+    };
+    (give([](const ViewManager& giver, auto& widget) { GIFTS::HandOn(giver, widget); }), ...);
   }
   /// A tool that is given something may have tools added and removed.
   template <class... GIFTS>
@@ -282,18 +286,17 @@ struct ViewManager::Doors {
 
   template <auto WIDGET, class... GIFTS>
   static bool Create(ViewManager& owner) {
+    Give<WIDGET, GIFTS...>(owner);
     auto* const widget = Get<WIDGET>(owner);
-    if (widget == nullptr) return true;
-    Give<GIFTS...>(owner, *widget);
-    return widget->Create();
+    return widget == nullptr || widget->Create();
   }
 
   /// The tools of the middle button work only with their disc.
   static bool CreateHelmDisc(ViewManager& owner) {
+    Give<&ViewManager::helmDisc, Hub, Pictures>(owner);
+    if (owner.pivotBall != nullptr) Give<&ViewManager::helmDisc, Pivot>(owner);
     HelmDisc* const disc = owner.helmDisc;
     if (disc == nullptr) return true;
-    Give<&ViewManager::helmDisc, Hub, Pictures>(owner);
-    if (owner.pivotBall != nullptr) Pivot::HandOn(owner, *disc);
     if (owner.navigationBar != nullptr) disc->GetParameters().suppressWelcome = true;
     if (!disc->Create()) return false;
     Give<Orbit, Hub, Pictures, History, Pivot>(owner);

@@ -12,8 +12,10 @@ bool ViewManager::OnMiddleMouseDown(int x, int y) {
   mouse.middleDown = true;
   StoreMousePosition(x, y);
   if (mouse.leftDown || mouse.rightDown) return false;
+  EnableCam3DController(false);
   const bool result = BeginMiddleMouseNavigation();
   if (result) wantCursorWrapping = true;
+  if (!result) EnableCam3DController(WantCam3DControllerEnabled());
   mouse.middleClickOpen = true;
   if (!mouse.middleDown) CancelGesture();  // whoever heard of the press has let go already
   return result;
@@ -22,8 +24,11 @@ bool ViewManager::OnMiddleMouseDown(int x, int y) {
 bool ViewManager::OnMiddleMouseUp(int x, int y) {
   mouse.middleDown = false;
   StoreMousePosition(x, y);
-  if (std::exchange(mouse.middleClickOpen, false)) wantCursorWrapping = false;
-  return EndMiddleMouseNavigation();
+  const bool wasTaken = std::exchange(mouse.middleClickOpen, false);
+  if (wasTaken) wantCursorWrapping = false;
+  const bool result = EndMiddleMouseNavigation();
+  if (wasTaken) EnableCam3DController(WantCam3DControllerEnabled());  // else another button is held
+  return result;
 }
 
 bool ViewManager::OnMouseWheel(int x, int y, int delta) {

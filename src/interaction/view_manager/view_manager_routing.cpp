@@ -203,7 +203,7 @@ bool ViewManager::OnLeftMouseUp(int x, int y) {
   }
   if (orientorDrag.seen) FinishOrientorDrag();
   if (NoteMouseDrag(false)) RequestApplicationUpdate();
-  EnableCam3DController(WantCam3DControllerEnabled());
+  GiveCam3DControllerBack();
   return result;
 }
 
@@ -269,8 +269,13 @@ bool ViewManager::OnRightMouseUp(int x, int y) {
   mouse.rightClickOpen = false;
   Event event{x, y};
   const bool result = D::Offer(*this, RELEASE, event);
-  EnableCam3DController(WantCam3DControllerEnabled());
+  GiveCam3DControllerBack();
   return result;
+}
+
+// A drag of the middle button holds it off until its own release.
+void ViewManager::GiveCam3DControllerBack() {
+  if (!mouse.middleClickOpen) EnableCam3DController(WantCam3DControllerEnabled());
 }
 
 // ---- keys ----

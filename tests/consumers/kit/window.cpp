@@ -1,8 +1,9 @@
-// A window without a display, and its events in a view manager.
+// A window without a display, its events in a view manager, and the devices of the system's daemon.
 #include "zovhost/window.h"
 
 #include <cstdio>
 
+#include "zovhost/spnav_source.h"
 #include "zovhost/window_view_manager.h"
 
 int main() {
@@ -22,5 +23,8 @@ int main() {
   zovhost::WindowEvent press;
   press.type = zovhost::WindowEvent::Type::MouseDown;
   manager.OnEvent(press);
+
+  zovhost::SpnavSource device;
+  device.Poll();
   return manager.IsPressed() ? 0 : 1;
 }

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "controller/cam3d_controller_parts.h"
 #include "cube/orientor_parts.h"
 #include "disc/helm_disc_parts.h"
 #include "disc/track_menu_parts.h"
@@ -259,9 +260,19 @@ class FakeStoryboard : public Korvane::Storyboard, public Fake {
     GetParts().grab.active = dragging;
     GetParts().grab.shot.Set(dragging ? &draggedShot : nullptr);
   }
+  /// In a hub of its own and without a word, so that the rest of the test stays as it is.
+  void SetPlaying(bool plays) {
+    Korvane::CameraOperations* const hub = GetKorvane();
+    std::vector<Korvane::StoryboardObserver*> told;
+    observers.Notify([&](Korvane::StoryboardObserver& each) { told.push_back(&each); });
+    for (Korvane::StoryboardObserver* const each : told) observers.Remove(each);
+    GetParts().partners.hub.Set(&playedIn);
+    plays ? PlaybackSingleShot(&draggedShot) : StopPlayback();
+    GetParts().partners.hub.Set(hub);
+    for (Korvane::StoryboardObserver* const each : told) observers.Add(each);
+  }
   bool& visible = GetParts().life.visible;
   bool& mouseInRegion = GetParts().mouse.inRegion;
-  bool& playing = GetParts().playback.playing;
   std::wstring& tooltip = GetParts().tooltip;
   Korvane::ObserverSet<Korvane::StoryboardObserver>& observers = GetParts().partners.observers;
   int& viewportWidth = GetParts().room.viewportWidth;
@@ -271,6 +282,7 @@ class FakeStoryboard : public Korvane::Storyboard, public Fake {
   Korvane::RewindHistory* GetHistory() { return GetParts().partners.history.Get(); }
 
  private:
+  MemoryHub playedIn;
   Korvane::Sequence dragged;
   Korvane::ShotSpecification draggedShot{Korvane::CameraParameters()};
 };
@@ -393,8 +405,8 @@ class FakeController : public Korvane::Cam3DController, public Fake {
     Cam3DController::SetEnabled(value);
   }
 
-  using Cam3DController::cameraOperations;
-  using Cam3DController::rewindHistory;
+  Korvane::CameraOperations* GetKorvane() { return GetParts().partners.hub.Get(); }
+  Korvane::RewindHistory* GetRewindHistory() { return GetParts().partners.history.Get(); }
 
   std::string switches;  // what it was set to, one after another
 };

@@ -71,12 +71,12 @@ TEST_F(DrawingTest, brings_the_disc_up_to_date_at_each_frame) {
   EXPECT_FALSE(disc.GetEnabled());
   EXPECT_TRUE(disc.visible);
   panel.mouseInRegion = false;
-  panel.playing = true;
+  panel.SetPlaying(true);
   manager.OnDraw();
   EXPECT_TRUE(disc.GetEnabled());
   EXPECT_FALSE(disc.visible);
   manager.SetCleanScreen(true);
-  panel.playing = false;
+  panel.SetPlaying(false);
   manager.OnDraw();
   EXPECT_FALSE(disc.visible);
 }

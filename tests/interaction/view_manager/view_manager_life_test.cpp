@@ -40,8 +40,8 @@ TEST_F(LifeTest, hands_everything_on_before_it_creates) {
   EXPECT_EQ(ball->GetKorvane(), &hub);
   EXPECT_EQ(disc.GetPivotBall(), ball);
   EXPECT_EQ(controller.GetPivotBall(), ball);
-  EXPECT_EQ(controller.rewindHistory, disc.record);
-  EXPECT_EQ(controller.cameraOperations, &hub);
+  EXPECT_EQ(controller.GetRewindHistory(), disc.record);
+  EXPECT_EQ(controller.GetKorvane(), &hub);
   EXPECT_EQ(cube.GetRewindHistory(), disc.record);
   EXPECT_EQ(panel.GetHistory(), disc.record);
   EXPECT_EQ(bar.GetKorvane(), &hub);
@@ -372,7 +372,7 @@ TEST_F(LifeTest, leaves_nobody_the_history_of_a_disc_that_is_gone) {
   EXPECT_EQ(tool->GetRewindHistory(), nullptr);
   EXPECT_EQ(cube.GetRewindHistory(), nullptr);
   EXPECT_EQ(panel.GetHistory(), nullptr);
-  EXPECT_EQ(controller.rewindHistory, nullptr);
+  EXPECT_EQ(controller.GetRewindHistory(), nullptr);
   hub.EndShot();  // tells the observer, whose history is gone
   manager.OnMiddleMouseUp(400, 300);
 }

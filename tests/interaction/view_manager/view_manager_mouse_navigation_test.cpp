@@ -43,6 +43,14 @@ class MouseNavigationTest : public ViewManagerTest {
 
 // ---- the middle button ----
 
+TEST_F(MouseNavigationTest, keeps_the_controller_off_until_the_release) {
+  controller.switches.clear();
+  EXPECT_TRUE(manager.OnMiddleMouseDown(400, 300));
+  EXPECT_EQ(controller.switches, "0");
+  manager.OnMiddleMouseUp(400, 300);
+  EXPECT_EQ(controller.switches, "01");
+}
+
 TEST_F(MouseNavigationTest, pans_with_the_middle_button) {
   EXPECT_TRUE(manager.OnMiddleMouseDown(400, 300));
   ExpectMode(PANNING);

@@ -50,6 +50,10 @@ class PredicatesTest : public ViewManagerTest {
   Obstacle Toolbars() { return Flag("second toolbar", second.mouseInRegion); }
   Obstacle Bar() { return Flag("bar", bar.strip->mouseInRegion); }
   Obstacle Panel() { return Flag("panel", panel.mouseInRegion); }
+  Obstacle PlayingPanel(bool expected = false) {
+    return {"playing panel", [this] { panel.SetPlaying(true); }, [this] { panel.SetPlaying(false); },
+            expected};
+  }
   Obstacle DraggingSequence() {
     return {"dragged sequence", [this] { panel.SetDraggingSequence(true); },
             [this] { panel.SetDraggingSequence(false); }};
@@ -92,7 +96,7 @@ TEST_F(PredicatesTest, the_controller_rests_during_a_drag_of_the_cube_and_a_play
          {Flag("drag", cube.dragging),
           {"playback", [this] { manager.OnReelshowStartPlayback(); },
            [this] { manager.OnReelshowStopPlayback(); }},
-          Flag("playing panel", panel.playing, true)});
+          PlayingPanel(true)});
   manager.OnReelshowStartPlayback();
   manager.SetStoryboard(nullptr);
   EXPECT_TRUE(manager.WantCam3DControllerEnabled());
@@ -104,7 +108,7 @@ TEST_F(PredicatesTest, the_middle_button_needs_a_disc_that_is_up) {
          {{"disabled disc", [this] { disc.menu.SetEnabled(false); }, [this] { disc.menu.SetEnabled(true); }},
           Flag("left button", manager.mouse.leftDown),
           Flag("right button", manager.mouse.rightDown),
-          Flag("playing panel", panel.playing),
+          PlayingPanel(),
           {"no disc", [this] { manager.SetHelmDisc(nullptr); }, [this] { manager.SetHelmDisc(&disc); }}});
 }
 
@@ -134,7 +138,7 @@ TEST_F(PredicatesTest, the_disc_reacts_where_nothing_else_is) {
 TEST_F(PredicatesTest, the_disc_shows_unless_something_else_goes_on) {
   Expect([this] { return manager.WantHelmDiscVisible(); },
          {Flag("drag of the cube", cube.dragging),
-          Flag("playing panel", panel.playing),
+          PlayingPanel(),
           {"walk", [this] { panel.SetRecordingWalk(true); }, [this] { panel.SetRecordingWalk(false); }},
           DraggingSequence(),
           DraggingShot(),

@@ -154,7 +154,7 @@ TEST_F(RoutingTest, right_presses_go_down_the_list) {
   ExpectOrder("a disc", Nothing, RightDown(), before, true);
   disc.menu.SetEnabled(false);
   ExpectOrder("a disc that does not react", Nothing, RightDown(), ALL_FOR_RIGHT_DOWN);
-  panel.playing = true;
+  panel.SetPlaying(true);
   ExpectOrder("a playback", Nothing, RightDown(), {}, true);
   EXPECT_EQ(cases, 5 + 4 + 6 * 4 + 5 + 1);
 }
@@ -164,7 +164,7 @@ TEST_F(RoutingTest, right_releases_go_down_the_list_and_open_menus) {
   ExpectOrder("after a press", RightDown(), RightUp(), ALL_FOR_RIGHT_UP);
   manager.SetCleanScreen(true);
   ExpectOrder("clean screen", Nothing, RightUp(), {"first", "second", "panel"});
-  panel.playing = true;
+  panel.SetPlaying(true);
   ExpectOrder("a playback", Nothing, RightUp(), {}, true);
   EXPECT_EQ(cases, 7 + 7 + 4 + 1);
 }
@@ -219,6 +219,9 @@ TEST_F(RoutingTest, a_second_button_goes_nowhere) {
       EXPECT_EQ(controller.switches, "") << held << other;
       EXPECT_TRUE(*physical[other]) << held << other;
       (manager.*ups[other])(X, Y);
+      // A drag of the middle button, and a click of it, leave a six-axis device as it is.
+      const bool ofMiddle = held == 1 || other == 1;
+      EXPECT_TRUE(!ofMiddle || controller.switches.empty()) << held << other << controller.switches;
       (manager.*ups[held])(X, Y);
       EXPECT_FALSE(*physical[other]) << held << other;
       EXPECT_FALSE(*physical[held]) << held << other;
@@ -302,6 +305,11 @@ TEST_F(RoutingTest, switches_the_controller_off_while_somebody_has_the_mouse) {
     manager.OnRightMouseUp(X, Y);
     EXPECT_EQ(controller.switches, row.switches) << "right, " << row.taker;
   }
+  journal.takers = {};
+  controller.switches.clear();
+  manager.OnMiddleMouseDown(X, Y);  // without an open disc it moves nothing
+  manager.OnMiddleMouseUp(X, Y);
+  EXPECT_EQ(controller.switches, "011");
 }
 
 TEST_F(RoutingTest, leaves_the_controller_off_during_a_playback_and_a_drag_of_the_cube) {

@@ -13,17 +13,25 @@
 
 namespace zovview {
 
-/// The files of a tour. They are written into a folder beside their place and moved there together at the
-/// end; a tour that fails leaves nothing behind. Pictures are compressed on a thread of their own while the
-/// next ones are drawn.
-class TourOutput {
+/// What a film is called in its files, and how fast it is.
+struct FilmLabels {
+  std::string title;
+  std::string subtitle;
+  std::string animation = "tour.webp";  ///< The name of the file.
+  int millisecondsPerPicture = 0;
+};
+
+/// The files of a film: its pictures, a sheet of some of them, an animation and a page that shows it. They
+/// are written into a folder beside their place and moved there together at the end; a film that fails or is
+/// broken off leaves nothing behind. Pictures are compressed on a thread of their own while the next ones are
+/// drawn.
+class FilmOutput {
  public:
-  /// `title` names the model.
-  TourOutput(const std::filesystem::path& directory, std::string title);
+  FilmOutput(const std::filesystem::path& directory, FilmLabels labels);
   /// Removes what was not published.
-  ~TourOutput();
-  TourOutput(const TourOutput&) = delete;
-  TourOutput& operator=(const TourOutput&) = delete;
+  ~FilmOutput();
+  FilmOutput(const FilmOutput&) = delete;
+  FilmOutput& operator=(const FilmOutput&) = delete;
 
   // Each of these is false on failure, with one line in `error`.
 
@@ -32,7 +40,7 @@ class TourOutput {
   /// An earlier picture's failure is told here too.
   bool Add(zovhost::Image picture, const std::string& caption, bool onSheet, std::string& error);
   /// Writes the sheet, the animation and the page, and moves everything to its place. Pictures of an
-  /// earlier, longer tour are removed there; nothing else is touched.
+  /// earlier, longer film are removed there; nothing else is touched.
   bool Publish(std::string& error);
 
   int GetPictureCount() const { return pictureCount; }
@@ -54,7 +62,7 @@ class TourOutput {
 
   std::filesystem::path directory;
   std::filesystem::path partial;
-  std::string title;
+  FilmLabels labels;
   int pictureCount = 0;
   std::vector<zovhost::LabelledImage> sheetPictures;
   zovhost::AnimationWriter animation;  // the writer's, while it runs

@@ -1,11 +1,9 @@
-#include "tour_output.h"
+#include "film_output.h"
 
 #include <array>
 #include <cstdio>
 #include <fstream>
 #include <utility>
-
-#include "tour_pace.h"
 
 namespace zovview {
 
@@ -49,19 +47,19 @@ std::string Describe(const fs::path& path, const std::error_code& failure) {
 
 }  // namespace
 
-TourOutput::TourOutput(const fs::path& place, std::string name)
-    : directory(fs::absolute(place).lexically_normal()), title(std::move(name)) {
+FilmOutput::FilmOutput(const fs::path& place, FilmLabels texts)
+    : directory(fs::absolute(place).lexically_normal()), labels(std::move(texts)) {
   if (!directory.has_filename()) directory = directory.parent_path();  // "out/" names "out"
 }
 
-TourOutput::~TourOutput() {
+FilmOutput::~FilmOutput() {
   std::string ignoredError;
   FinishPictures(ignoredError);
   std::error_code ignored;
   if (!partial.empty()) fs::remove_all(partial, ignored);
 }
 
-bool TourOutput::Begin(std::string& error) {
+bool FilmOutput::Begin(std::string& error) {
   std::error_code failure;
   if (fs::exists(directory, failure) && !fs::is_directory(directory, failure)) {
     error = directory.string() + ": is not a folder";
@@ -80,10 +78,10 @@ bool TourOutput::Begin(std::string& error) {
   return true;
 }
 
-bool TourOutput::Add(zovhost::Image picture, const std::string& caption, bool onSheet, std::string& error) {
+bool FilmOutput::Add(zovhost::Image picture, const std::string& caption, bool onSheet, std::string& error) {
   const std::string name = PictureName(pictureCount);
   if (onSheet) {
-    const int tenths = pictureCount * MILLISECONDS_PER_PICTURE / 100;
+    const int tenths = pictureCount * labels.millisecondsPerPicture / 100;
     sheetPictures.push_back({picture, name + "  " + std::to_string(tenths / 10) + "." +
                                           std::to_string(tenths % 10) + " s  " + caption});
   }
@@ -100,7 +98,7 @@ bool TourOutput::Add(zovhost::Image picture, const std::string& caption, bool on
 
 // ---- the writer's thread ----
 
-void TourOutput::WritePictures() {
+void FilmOutput::WritePictures() {
   std::unique_lock lock(mutex);
   while (writeError.empty()) {
     changed.wait(lock, [this] { return !jobs.empty() || finishing; });
@@ -117,12 +115,12 @@ void TourOutput::WritePictures() {
   }
 }
 
-bool TourOutput::WritePicture(const Job& job, std::string& error) {
+bool FilmOutput::WritePicture(const Job& job, std::string& error) {
   return zovhost::WritePng(job.path, job.picture, error) &&
-         animation.Add(job.picture, MILLISECONDS_PER_PICTURE, error);
+         animation.Add(job.picture, labels.millisecondsPerPicture, error);
 }
 
-bool TourOutput::FinishPictures(std::string& error) {
+bool FilmOutput::FinishPictures(std::string& error) {
   if (!writer.joinable()) return writeError.empty();
   {
     const std::lock_guard lock(mutex);
@@ -136,15 +134,15 @@ bool TourOutput::FinishPictures(std::string& error) {
 
 // ---- the rest ----
 
-bool TourOutput::Publish(std::string& error) {
-  return FinishPictures(error) && WriteSheet(error) && animation.Write(partial / "tour.webp", error) &&
+bool FilmOutput::Publish(std::string& error) {
+  return FinishPictures(error) && WriteSheet(error) && animation.Write(partial / labels.animation, error) &&
          WritePage(error) && MoveInPlace(error);
 }
 
-bool TourOutput::WriteSheet(std::string& error) {
+bool FilmOutput::WriteSheet(std::string& error) {
   zovhost::ContactSheetParameters parameters;
-  parameters.title = title;
-  parameters.subtitle = "Moved by the library's own operations and shots";
+  parameters.title = labels.title;
+  parameters.subtitle = labels.subtitle;
   parameters.columns = SHEET_COLUMNS;
   parameters.thumbnailWidth = THUMBNAIL_WIDTH;
   zovhost::Image sheet;
@@ -152,22 +150,22 @@ bool TourOutput::WriteSheet(std::string& error) {
          zovhost::WritePng(partial / "contact_sheet.png", sheet, error);
 }
 
-bool TourOutput::WritePage(std::string& error) {
+bool FilmOutput::WritePage(std::string& error) {
   const fs::path path = partial / "index.html";
   std::ofstream page(path);
-  page << "<!doctype html>\n<html lang=\"en\">\n<meta charset=\"utf-8\">\n<title>" << EscapeHtml(title)
+  page << "<!doctype html>\n<html lang=\"en\">\n<meta charset=\"utf-8\">\n<title>" << EscapeHtml(labels.title)
        << "</title>\n<style>body{font-family:sans-serif;margin:2rem auto;max-width:80rem;"
           "background:#f4f5f6;color:#222}img{max-width:100%}</style>\n<h1>"
-       << EscapeHtml(title)
-       << "</h1>\n<p><img src=\"tour.webp\" alt=\"The tour\"></p>\n"
-          "<p><img src=\"contact_sheet.png\" alt=\"Contact sheet of the tour\"></p>\n</html>\n";
+       << EscapeHtml(labels.title) << "</h1>\n<p><img src=\"" << EscapeHtml(labels.animation)
+       << "\" alt=\"The film\"></p>\n"
+          "<p><img src=\"contact_sheet.png\" alt=\"Contact sheet of the film\"></p>\n</html>\n";
   page.close();
   if (page) return true;
   error = path.string() + ": cannot be written";
   return false;
 }
 
-bool TourOutput::MoveInPlace(std::string& error) {
+bool FilmOutput::MoveInPlace(std::string& error) {
   std::error_code failure;
   fs::create_directories(directory, failure);
   for (const fs::directory_entry& file : fs::directory_iterator(partial, failure)) {
@@ -182,7 +180,7 @@ bool TourOutput::MoveInPlace(std::string& error) {
   return true;
 }
 
-void TourOutput::RemoveOldPictures() {
+void FilmOutput::RemoveOldPictures() {
   std::error_code failure;
   for (int number = pictureCount; fs::remove(directory / PictureName(number), failure); ++number) {
   }

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "story_export.h"
+#include "story_request.h"
+
+namespace zovview {
+
+class ViewStory;
+
+/// Where a story comes from and goes to: asks for its file, asks before changes are lost, and makes it a
+/// film. What it asks stands over the window; to be drawn within a frame of the Gui.
+class StoryDesk {
+ public:
+  /// What it shows.
+  enum class Page : int { None, Losing, Opening, Saving, Exporting, Export };
+
+  struct Surroundings {
+    std::function<void()> requestFrame;
+    /// One line for the user.
+    std::function<void(const std::string& line)> tell;
+    /// Where files of stories go at first.
+    std::function<std::filesystem::path()> findFolder;
+    /// A file has become the story of the view.
+    std::function<void(const std::filesystem::path& file)> opened;
+    /// Null with one line in `error`.
+    std::function<std::unique_ptr<StoryExport>(const Korvane::Story& story,
+                                               const StoryExport::Options& options, std::string& error)>
+        beginExport;
+  };
+
+  explicit StoryDesk(Surroundings around) : surroundings(std::move(around)) {}
+
+  /// The story is borrowed for as long as something is asked.
+  void Ask(StoryRequest request, ViewStory& of);
+  /// Runs `then` at once where no change of the story is lost by it, or else when the user has saved or
+  /// dropped the changes, and never when the user cancels.
+  void Guard(ViewStory& of, std::function<void()> then);
+  /// A file that was named outside, as by a drop on the window.
+  void Open(const std::filesystem::path& file, ViewStory& of);
+  void Draw();
+  /// A picture more of an export that goes on; before each frame.
+  void Advance();
+
+  bool IsOpen() const { return page != Page::None; }
+  Page GetPage() const { return page; }
+  bool IsExporting() const { return exported != nullptr; }
+
+  // What its buttons do.
+
+  void SetPath(const std::string& value) { path = value; }
+  const std::string& GetPath() const { return path; }
+  /// The button on the left: opens, saves, exports.
+  void Confirm();
+  /// Loses the changes.
+  void Drop();
+  void Cancel();
+  /// Why the last attempt failed; empty for none.
+  const std::string& GetProblem() const { return problem; }
+
+ private:
+  void Show(Page next, const std::string& suggestion = {});
+  void Finish();
+  bool Save(const std::filesystem::path& file);
+  void Read(const std::filesystem::path& file);
+  void BeginExport();
+  std::string SuggestFile() const;
+  void DrawPage();
+  void DrawLosing();
+  void DrawFile(const char* button);
+  void DrawExport();
+  void DrawExporting();
+
+  const Surroundings surroundings;
+  Page page = Page::None;
+  ViewStory* story = nullptr;
+  std::function<void()> then;  // after a question; empty: nothing
+  std::string path;            // UTF-8
+  std::string problem;
+  int rate = 1;  // rows of tables
+  int size = 0;
+  std::unique_ptr<StoryExport> exported;
+};
+
+/// By its name.
+bool IsStoryFile(const std::filesystem::path& file);
+
+}  // namespace zovview

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "korvane/shot_editor.h"
+#include "korvane/shot_specification.h"
+
+namespace zovhost {
+
+/// The editor of a shot as a panel of the Gui: its name, its type, its times, its distances and angles with
+/// their units, and buttons that preview it, take the view of now, record a walk, and reset what it does.
+///
+///     zovhost::ShotEditorPanel editor;
+///     storyboard.SetShotEditor(&editor);
+///     ...
+///     gui.BeginFrame();
+///     editor.Draw(right, top);
+///     gui.EndFrame();
+///
+/// Live, as it is at first, a change is taken as soon as a control is let go; else with its button "Apply".
+class ShotEditorPanel : public Korvane::ShotEditor {
+ public:
+  /// Numbers to edit; which of them show depends on the type of the shot.
+  static constexpr int NUMBER_COUNT = 11;
+
+  /// Does nothing: the library keeps it for itself.
+  void OnEditorReserved() override {}
+  void SetPreviewState(bool isPreviewing) override { previewing = isPreviewing; }
+  void SetRecordingState(bool isRecording) override { recording = isRecording; }
+  void SetPanelVisible(bool isVisible) override { visible = isVisible; }
+  void TransferControls(bool toShot) override;
+
+  /// Within a frame of the Gui. Its upper right corner stands there when it appears, in points from the top
+  /// left of the window; from there the user may move it.
+  void Draw(float right, float top);
+  bool IsPanelVisible() const { return visible; }
+  bool IsLive() const { return live; }
+  void SetLive(bool value) { live = value; }
+
+ private:
+  struct Controls {
+    std::string name;
+    int type = 0;
+    int position = 0;
+    int transition = 0;
+    bool keepsTarget = false;
+    std::array<double, NUMBER_COUNT> numbers{};
+  };
+
+  void ReadShot(const Korvane::ShotSpecification& edited);
+  void WriteShot(Korvane::ShotSpecification& edited) const;
+  void DrawControls();
+  bool DrawName();
+  bool DrawChoices();
+  bool DrawNumbers();
+  void DrawSaving();
+  void DrawActions();
+  void DrawWalk();
+
+  Controls controls;
+  double viewDistance = 1.0;  // from the eye to the centre, by which distances are dragged
+  bool visible = false;
+  bool previewing = false;
+  bool recording = false;
+  bool live = true;
+  bool loop = false;
+};
+
+}  // namespace zovhost

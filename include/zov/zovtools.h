@@ -1,0 +1,21 @@
+#pragma once
+
+// Everything of this folder.
+#include "zov/qi_iterator.h"
+#include "zov/qmcore.h"
+#include "zov/qmtext.h"
+#include "zov/qu_observer_ptr.h"
+#include "zov/zov_application_parameters.h"
+#include "zov/zov_camera_operations.h"
+#include "zov/zov_camera_parameters.h"
+#include "zov/zov_changing_in_time.h"
+#include "zov/zov_enums.h"
+#include "zov/zov_geom_utils.h"
+#include "zov/zov_icon_utils.h"
+#include "zov/zov_icons.h"
+#include "zov/zov_material_parameters.h"
+#include "zov/zov_orientor.h"
+#include "zov/zov_orientor_observer.h"
+#include "zov/zov_orientor_parameters.h"
+#include "zov/zov_renderer.h"
+#include "zov/zov_string_converter.h"

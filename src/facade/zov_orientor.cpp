@@ -1,0 +1,221 @@
+#include "zov/zov_orientor.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+#include "cube/orientor_parts.h"
+#include "facade/zov_camera_operations_p.h"
+#include "facade/zov_orientor_observer_p.h"
+#include "facade/zov_orientor_p.h"
+#include "facade/zov_renderer_p.h"
+#include "zov/zov_camera_operations.h"
+#include "zov/zov_geom_utils.h"
+#include "zov/zov_orientor_observer.h"
+#include "zov/zov_renderer.h"
+#include "zov/zov_string_converter.h"
+
+using Korvane::Orientor;
+using Utils = zovGeomUtils;
+
+// ---- inward ----
+
+bool zovOrientorP::Create() { return owner->create(); }
+bool zovOrientorP::Destroy() { return owner->destroy(); }
+void zovOrientorP::Draw() { owner->draw(); }
+bool zovOrientorP::OnMouseMove(int x, int y) { return owner->on_mouse_move(x, y); }
+bool zovOrientorP::OnLeftMouseDown(int x, int y) { return owner->on_left_mouse_down(x, y); }
+bool zovOrientorP::OnLeftMouseUp(int x, int y) { return owner->on_left_mouse_up(x, y); }
+bool zovOrientorP::OpenMenu() { return owner->open_menu(); }
+void zovOrientorP::OpenUCSMenu() { owner->open_ucs_menu(); }
+void zovOrientorP::GoToHomeView() { owner->go_to_home_view(); }
+
+bool zovOrientorP::ShowsLabelOf(const zovRendererP& maker) {
+  const Korvane::CubeLabel& label = GetParts().label;
+  return maker.HasLent(label.plain) || maker.HasLent(label.highlighted);
+}
+
+// ---- partners that are taken away ----
+
+// A stretch within which the cube calls out to its partners.
+class zovOrientor::working {
+ public:
+  explicit working(zovOrientor& called) : cube(called) { ++cube.calls; }
+  working(const working&) = delete;
+  working& operator=(const working&) = delete;
+  ~working() {
+    if (--cube.calls == 0 && !cube.former.empty()) cube.let_go_of_former();
+  }
+
+ private:
+  zovOrientor& cube;
+};
+
+bool zovOrientor::partners::are_called() const {
+  return (camera_operations != nullptr && camera_operations->inner->IsCallingOut()) ||
+         (renderer != nullptr && renderer->inner->IsCallingOut());
+}
+
+bool zovOrientor::needs(const partners& before) const {
+  return before.renderer != nullptr && before.renderer != present.renderer &&
+         inner->ShowsLabelOf(*before.renderer->inner);
+}
+
+// Who calls the cube within goes past this class, but not past the partners: while one of them is at work,
+// none goes. What goes is told last of all, since its end is the host's, who may call the cube again.
+void zovOrientor::let_go_of_former() {
+  const auto are_called = [](const partners& each) { return each.are_called(); };
+  if (present.are_called() || std::any_of(former.begin(), former.end(), are_called)) return;
+  const auto gone =
+      std::partition(former.begin(), former.end(), [this](const partners& each) { return needs(each); });
+  const std::vector<partners> leaving(std::make_move_iterator(gone), std::make_move_iterator(former.end()));
+  former.erase(gone, former.end());
+}
+
+// Ending what the mouse does may tell the host, who may give others.
+void zovOrientor::set_camera_operations(std::shared_ptr<zovCameraOperations> operations) {
+  const working here(*this);
+  inner->SetKorvane(operations != nullptr ? &operations->korvane() : nullptr);
+  present.camera_operations.swap(operations);
+  former.push_back({std::move(operations), nullptr});
+}
+
+void zovOrientor::set_renderer(std::shared_ptr<zovRenderer> value) {
+  const working here(*this);
+  inner->SetRenderer(value != nullptr ? &value->korvane() : nullptr);
+  present.renderer.swap(value);
+  former.push_back({nullptr, std::move(value)});
+}
+
+// ---- outside ----
+
+zovOrientor::zovOrientor()
+    : inner(std::make_unique<zovOrientorP>(*this)),
+      parameters(std::make_unique<zovOrientorParameters>(inner->GetParameters())) {}
+zovOrientor::~zovOrientor() = default;
+
+bool zovOrientor::create() {
+  const working here(*this);
+  return inner->Orientor::Create();
+}
+bool zovOrientor::destroy() {
+  const working here(*this);
+  return inner->Orientor::Destroy();
+}
+void zovOrientor::draw() {
+  const working here(*this);
+  inner->Orientor::Draw();
+}
+bool zovOrientor::on_mouse_move(int x, int y) {
+  const working here(*this);
+  return inner->Orientor::OnMouseMove(x, y);
+}
+bool zovOrientor::on_left_mouse_down(int x, int y) {
+  const working here(*this);
+  return inner->Orientor::OnLeftMouseDown(x, y);
+}
+bool zovOrientor::on_left_mouse_up(int x, int y) {
+  const working here(*this);
+  return inner->Orientor::OnLeftMouseUp(x, y);
+}
+bool zovOrientor::open_menu() {
+  const working here(*this);
+  return inner->Orientor::OpenMenu();
+}
+void zovOrientor::open_ucs_menu() {
+  const working here(*this);
+  inner->Orientor::OpenUCSMenu();
+}
+void zovOrientor::go_to_home_view() {
+  const working here(*this);
+  inner->Orientor::GoToHomeView();
+}
+
+bool zovOrientor::add_observer(const std::shared_ptr<zovOrientorObserver>& observer) {
+  if (observer == nullptr) return false;
+  const auto found = std::find(observers.begin(), observers.end(), observer);
+  if (found == observers.end()) {
+    observers.push_back(observer);
+  } else {
+    *found = observer;  // this pointer may own what the other one only shared
+  }
+  observer->inner->BeToldBy(*inner);
+  return inner->AddObserver(observer->inner.get());
+}
+
+void zovOrientor::remove_observer(const std::shared_ptr<zovOrientorObserver>& observer) {
+  const auto found = std::find(observers.begin(), observers.end(), observer);
+  if (found == observers.end()) return;
+  const std::shared_ptr<zovOrientorObserver> leaving = *found;
+  inner->RemoveObserver(leaving->inner.get());
+  observers.erase(found);
+}
+
+void zovOrientor::forget(const zovOrientorObserver* gone) {
+  const auto is_gone = [gone](const auto& each) { return each.get() == gone; };
+  observers.erase(std::remove_if(observers.begin(), observers.end(), is_gone), observers.end());
+}
+
+zovOrientorParameters& zovOrientor::get_parameters() { return *parameters; }
+const zovOrientorParameters& zovOrientor::get_parameters() const { return *parameters; }
+
+void zovOrientor::set_viewport_size(int width, int height) {
+  const working here(*this);
+  inner->SetViewportSize(width, height);
+}
+void zovOrientor::set_viewport_mouse_position(int x, int y) {
+  const working here(*this);
+  inner->SetViewportMousePosition(x, y);
+}
+int zovOrientor::get_screen_size() const { return inner->GetScreenSize(); }
+void zovOrientor::get_region_size(int& width, int& height) const { inner->GetRegionSize(width, height); }
+bool zovOrientor::is_point_in_bounds(int x, int y) {
+  const working here(*this);
+  return inner->IsPointInBounds(x, y);
+}
+
+int zovOrientor::get_active_geometry_part() const { return inner->GetActiveGeometryPart(); }
+int zovOrientor::get_active_overlay_part() const { return inner->GetActiveOverlayPart(); }
+qmVector3 zovOrientor::get_active_part_direction() const {
+  return Utils::kvvec_to_qmvec(inner->GetActivePartDirection());
+}
+qmString zovOrientor::get_active_part_name() const { return {inner->GetActivePartName(), qmStringUTF8}; }
+qmString zovOrientor::get_tooltip() const { return zovStringConverter::to_qmString(inner->GetTooltip()); }
+bool zovOrientor::is_drag_active() const { return inner->IsDragActive(); }
+bool zovOrientor::is_mouse_in_region() const { return inner->IsMouseInRegion(); }
+bool zovOrientor::is_mouse_on_geometry_part() const { return inner->IsMouseOnGeometryPart(); }
+bool zovOrientor::is_mouse_on_compass_part() const { return inner->IsMouseOnCompassPart(); }
+bool zovOrientor::is_mouse_on_overlay_part() const { return inner->IsMouseOnOverlayPart(); }
+bool zovOrientor::is_mouse_on_viewable_overlay_part() const { return inner->IsMouseOnViewableOverlayPart(); }
+bool zovOrientor::is_mouse_on_context_menu_part() const { return inner->IsMouseOnContextMenuPart(); }
+bool zovOrientor::is_mouse_on_ucs_menu() const { return inner->IsMouseOnUCSMenu(); }
+bool zovOrientor::is_mouse_on_part() const { return inner->IsMouseOnPart(); }
+
+int zovOrientor::get_closest_geometry_part() const { return inner->GetClosestGeometryPart(); }
+qmVector3 zovOrientor::get_closest_view_direction() const {
+  return Utils::kvvec_to_qmvec(inner->GetClosestViewDirection());
+}
+qmVector3 zovOrientor::get_geometry_part_direction(int part) const {
+  return Utils::kvvec_to_qmvec(inner->GetGeometryPartDirection(part));
+}
+int zovOrientor::get_geometry_part_index(const qmVector3& direction) const {
+  return inner->GetGeometryPartIndex(Utils::qmvec_to_kvvec(direction));
+}
+bool zovOrientor::view_on_part_axis() const { return inner->ViewOnPartAxis(); }
+bool zovOrientor::view_on_principal_axis() const { return inner->ViewOnPrincipalAxis(); }
+
+void zovOrientor::align_to_orbit_up_direction() {
+  const working here(*this);
+  inner->AlignToOrbitUpDirection();
+}
+void zovOrientor::inject_click(zovOrientorPart part) {
+  const working here(*this);
+  inner->InjectClick(part);
+}
+void zovOrientor::lock_to_current_selection(bool toggle) {
+  const working here(*this);
+  inner->LockToCurrentSelection(toggle);
+}
+
+Orientor& zovOrientor::korvane() { return *inner; }
+const Orientor& zovOrientor::korvane() const { return *inner; }

@@ -1,0 +1,74 @@
+#include "story/story_pictures.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+
+#include "korvane/shot_specification.h"
+#include "support/cameras.h"
+#include "support/counting_renderer.h"
+
+using namespace Korvane;
+
+namespace {
+
+/// Tells of each icon that it has taken back.
+class TellingRenderer : public CountingRenderer {
+ public:
+  bool DestroyIcon(DynamicIcon2D*& icon) override {
+    const bool destroyed = CountingRenderer::DestroyIcon(icon);
+    if (onDestroy) onDestroy();
+    return destroyed;
+  }
+
+  std::function<void()> onDestroy;
+};
+
+std::unique_ptr<ShotSpecification> MakeShot() {
+  return std::make_unique<ShotSpecification>(LookAt({0, 0, 10}, {0, 0, 0}, {0, 1, 0}));
+}
+
+struct StoryPicturesTest : ::testing::Test {
+  void Make(ShotSpecification& shot) {
+    pictures.MakeThumbnail(shot);
+    pictures.MakeLabel(shot);
+  }
+
+  TellingRenderer first;
+  TellingRenderer second;
+  StoryPictures pictures;
+};
+
+TEST_F(StoryPicturesTest, go_back_once_their_object_is_gone) {
+  pictures.SetRenderer(&first);
+  std::unique_ptr<ShotSpecification> shot = MakeShot();
+  Make(*shot);
+  EXPECT_EQ(first.GetLiveIconCount(), 2);
+  shot.reset();
+  pictures.GiveLostBack();
+  EXPECT_EQ(first.GetLiveIconCount(), 0);
+}
+
+// A host replaces the renderer, and has pictures made, while it takes one of the lost ones back.
+TEST_F(StoryPicturesTest, go_back_to_whoever_has_made_them_though_the_renderer_is_replaced_meanwhile) {
+  pictures.SetRenderer(&first);
+  std::unique_ptr<ShotSpecification> lost = MakeShot();
+  std::unique_ptr<ShotSpecification> next = MakeShot();
+  Make(*lost);
+  lost.reset();
+  first.onDestroy = [&] {
+    if (next == nullptr) return;
+    pictures.SetRenderer(&second);
+    Make(*next);
+    EXPECT_EQ(second.GetLiveIconCount(), 2);
+    next.reset();
+  };
+  pictures.GiveLostBack();
+  EXPECT_EQ(first.GetLiveIconCount(), 0);
+  EXPECT_EQ(second.GetLiveIconCount(), 0);
+  EXPECT_EQ(first.GetForeignDestroyCount(), 0);
+  EXPECT_EQ(second.GetForeignDestroyCount(), 0);
+}
+
+}  // namespace
