@@ -142,23 +142,15 @@ class ZOVTOOLS_API zovOrientor {
   friend class zovOrientorObserver;
   friend class zovOrientorObserverP;
 
-  // With whom the cube works, or has worked.
-  struct partners {
-    std::shared_ptr<zovCameraOperations> camera_operations;
-    std::shared_ptr<zovRenderer> renderer;
-
-    bool are_called() const;
-  };
+  struct partners;
   class working;
 
   // An observer that ends without having been removed.
   void forget(const zovOrientorObserver* gone);
   void let_go_of_former();
-  bool needs(const partners& before) const;
 
-  partners present;
-  std::vector<partners> former;  // what may still be at work
-  int calls = 0;                 // of the cube, under way
+  int calls = 0;  // of the cube, under way
+  std::unique_ptr<partners> others;
   std::vector<std::shared_ptr<zovOrientorObserver>> observers;
   std::unique_ptr<zovOrientorP> inner;  // goes before all that it borrows
   std::unique_ptr<zovOrientorParameters> parameters;

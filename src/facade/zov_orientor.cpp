@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <list>
 #include <utility>
 
 #include "cube/orientor_parts.h"
@@ -9,6 +10,7 @@
 #include "facade/zov_orientor_observer_p.h"
 #include "facade/zov_orientor_p.h"
 #include "facade/zov_renderer_p.h"
+#include "korvane/lifeline.h"
 #include "zov/zov_camera_operations.h"
 #include "zov/zov_geom_utils.h"
 #include "zov/zov_orientor_observer.h"
@@ -37,6 +39,44 @@ bool zovOrientorP::ShowsLabelOf(const zovRendererP& maker) {
 
 // ---- partners that are taken away ----
 
+// Shared by a pointer that may own nothing: then its end comes when the host wants it, and is learnt here.
+template <class Facade, class Inner>
+struct Partner {
+  std::shared_ptr<Facade> shared;
+  Korvane::Borrowed<Inner> within;
+
+  void Set(std::shared_ptr<Facade> value, Inner* of) {
+    shared = std::move(value);
+    within.Set(of);
+  }
+  bool IsCallingOut() const { return within.Get() != nullptr && within.Get()->IsCallingOut(); }
+};
+
+// With whom the cube works, and before them those that may still be at work.
+struct zovOrientor::partners {
+  using Hub = Partner<zovCameraOperations, zovCameraOperationsP>;
+  using Maker = Partner<zovRenderer, zovRendererP>;
+
+  Hub hub;
+  Maker renderer;
+  std::list<Hub> former_hubs;
+  std::list<Maker> former_renderers;
+
+  bool has_former() const { return !former_hubs.empty() || !former_renderers.empty(); }
+  bool are_called() const {
+    const auto is_called = [](const auto& each) { return each.IsCallingOut(); };
+    return is_called(hub) || is_called(renderer) || std::ranges::any_of(former_hubs, is_called) ||
+           std::ranges::any_of(former_renderers, is_called);
+  }
+
+  template <class Facade, class Inner>
+  static void replace(Partner<Facade, Inner>& present, std::list<Partner<Facade, Inner>>& former,
+                      std::shared_ptr<Facade> value, Inner* of) {
+    former.emplace_back().Set(std::move(present.shared), present.within.Get());
+    present.Set(std::move(value), of);
+  }
+};
+
 // A stretch within which the cube calls out to its partners.
 class zovOrientor::working {
  public:
@@ -44,53 +84,50 @@ class zovOrientor::working {
   working(const working&) = delete;
   working& operator=(const working&) = delete;
   ~working() {
-    if (--cube.calls == 0 && !cube.former.empty()) cube.let_go_of_former();
+    if (--cube.calls == 0 && cube.others->has_former()) cube.let_go_of_former();
   }
 
  private:
   zovOrientor& cube;
 };
 
-bool zovOrientor::partners::are_called() const {
-  return (camera_operations != nullptr && camera_operations->inner->IsCallingOut()) ||
-         (renderer != nullptr && renderer->inner->IsCallingOut());
-}
-
-bool zovOrientor::needs(const partners& before) const {
-  return before.renderer != nullptr && before.renderer != present.renderer &&
-         inner->ShowsLabelOf(*before.renderer->inner);
-}
-
 // Who calls the cube within goes past this class, but not past the partners: while one of them is at work,
 // none goes. What goes is told last of all, since its end is the host's, who may call the cube again.
 void zovOrientor::let_go_of_former() {
-  const auto are_called = [](const partners& each) { return each.are_called(); };
-  if (present.are_called() || std::any_of(former.begin(), former.end(), are_called)) return;
-  const auto gone =
-      std::partition(former.begin(), former.end(), [this](const partners& each) { return needs(each); });
-  const std::vector<partners> leaving(std::make_move_iterator(gone), std::make_move_iterator(former.end()));
-  former.erase(gone, former.end());
+  if (others->are_called()) return;
+  const std::list<partners::Hub> hubs = std::move(others->former_hubs);
+  others->former_hubs.clear();
+  std::list<partners::Maker> renderers;
+  for (auto each = others->former_renderers.begin(); each != others->former_renderers.end();) {
+    const auto next = std::next(each);
+    const zovRendererP* const maker = each->within.Get();
+    const bool has_made_the_label =
+        maker != nullptr && each->shared != others->renderer.shared && inner->ShowsLabelOf(*maker);
+    if (!has_made_the_label) renderers.splice(renderers.end(), others->former_renderers, each);
+    each = next;
+  }
 }
 
 // Ending what the mouse does may tell the host, who may give others.
 void zovOrientor::set_camera_operations(std::shared_ptr<zovCameraOperations> operations) {
   const working here(*this);
-  inner->SetKorvane(operations != nullptr ? &operations->korvane() : nullptr);
-  present.camera_operations.swap(operations);
-  former.push_back({std::move(operations), nullptr});
+  zovCameraOperationsP* const hub = operations != nullptr ? operations->inner.get() : nullptr;
+  inner->SetKorvane(hub);
+  partners::replace(others->hub, others->former_hubs, std::move(operations), hub);
 }
 
 void zovOrientor::set_renderer(std::shared_ptr<zovRenderer> value) {
   const working here(*this);
-  inner->SetRenderer(value != nullptr ? &value->korvane() : nullptr);
-  present.renderer.swap(value);
-  former.push_back({nullptr, std::move(value)});
+  zovRendererP* const renderer = value != nullptr ? value->inner.get() : nullptr;
+  inner->SetRenderer(renderer);
+  partners::replace(others->renderer, others->former_renderers, std::move(value), renderer);
 }
 
 // ---- outside ----
 
 zovOrientor::zovOrientor()
-    : inner(std::make_unique<zovOrientorP>(*this)),
+    : others(std::make_unique<partners>()),
+      inner(std::make_unique<zovOrientorP>(*this)),
       parameters(std::make_unique<zovOrientorParameters>(inner->GetParameters())) {}
 zovOrientor::~zovOrientor() = default;
 
@@ -131,24 +168,25 @@ void zovOrientor::go_to_home_view() {
   inner->Orientor::GoToHomeView();
 }
 
+// A pointer that shares the same observer in another way may be the one that owns it, so each is kept.
 bool zovOrientor::add_observer(const std::shared_ptr<zovOrientorObserver>& observer) {
   if (observer == nullptr) return false;
-  const auto found = std::find(observers.begin(), observers.end(), observer);
-  if (found == observers.end()) {
-    observers.push_back(observer);
-  } else {
-    *found = observer;  // this pointer may own what the other one only shared
-  }
+  const auto is_shared_alike = [&](const auto& each) {
+    return each == observer && !each.owner_before(observer) && !observer.owner_before(each);
+  };
+  if (std::ranges::none_of(observers, is_shared_alike)) observers.push_back(observer);
   observer->inner->BeToldBy(*inner);
   return inner->AddObserver(observer->inner.get());
 }
 
 void zovOrientor::remove_observer(const std::shared_ptr<zovOrientorObserver>& observer) {
-  const auto found = std::find(observers.begin(), observers.end(), observer);
-  if (found == observers.end()) return;
-  const std::shared_ptr<zovOrientorObserver> leaving = *found;
-  inner->RemoveObserver(leaving->inner.get());
-  observers.erase(found);
+  const auto stays = [&](const auto& each) { return each != observer; };
+  const auto gone = std::partition(observers.begin(), observers.end(), stays);
+  if (gone == observers.end()) return;
+  const std::vector<std::shared_ptr<zovOrientorObserver>> leaving(std::make_move_iterator(gone),
+                                                                  std::make_move_iterator(observers.end()));
+  observers.erase(gone, observers.end());
+  inner->RemoveObserver(leaving.front()->inner.get());
 }
 
 void zovOrientor::forget(const zovOrientorObserver* gone) {

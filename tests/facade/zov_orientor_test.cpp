@@ -537,6 +537,22 @@ TEST(ZovOrientorObserver, is_kept_once_a_pointer_is_added_that_owns_it) {
   EXPECT_EQ(Listener::alive, before + 1);
 }
 
+TEST(ZovOrientorObserver, stays_when_a_pointer_is_added_that_does_not_own_it) {
+  const int before = Listener::alive;
+  Scene<zovOrientor> scene;
+  auto listener = std::make_shared<Listener>(*scene.cube);
+  Listener* const there = listener.get();
+  EXPECT_TRUE(scene.cube->add_observer(listener));
+  listener = nullptr;
+  EXPECT_TRUE(scene.cube->add_observer({std::shared_ptr<void>(), there}));
+  EXPECT_EQ(Listener::alive, before + 1);
+  scene.PointAt(FRONT_RIGHT_TOP);
+  EXPECT_TRUE(scene.Click());
+  EXPECT_EQ(there->told.size(), 1U);
+  scene.cube->remove_observer({std::shared_ptr<void>(), there});
+  EXPECT_EQ(Listener::alive, before);
+}
+
 // One after another at the same address, of which the cube keeps the second.
 TEST(ZovOrientorObserver, is_not_taken_for_one_that_has_gone) {
   const int before = Listener::alive;
@@ -737,6 +753,36 @@ TEST(ZovOrientor, keeps_partners_that_are_taken_away_within_their_own_call) {
       }
     }
   }
+}
+
+// The pointers own nothing, so what they share ends when the host has it so: here, in the middle of a call of
+// the other one.
+TEST(ZovOrientor, asks_nothing_of_partners_that_the_host_has_ended) {
+  Scene<zovOrientor> scene;
+  auto hub = std::make_unique<FacadeHost>();
+  scene.cube->set_camera_operations({std::shared_ptr<void>(), hub.get()});
+  scene.renderer->whenCalled = [&](const std::string& called) {
+    if (called != "begin_render" || hub == nullptr) return;
+    scene.cube->set_camera_operations(nullptr);
+    hub = nullptr;
+  };
+  scene.cube->draw();
+  EXPECT_EQ(hub, nullptr);
+  scene.renderer->whenCalled = [](const std::string&) {};
+
+  const auto saying = std::make_shared<SayingHost>();
+  saying->view = scene.hub->view;
+  scene.cube->set_camera_operations(saying);
+  auto renderer = std::make_unique<FacadeRenderer>();
+  scene.cube->set_renderer({std::shared_ptr<void>(), renderer.get()});
+  saying->whenCalled = [&](const std::string&) {
+    if (renderer == nullptr) return;
+    scene.cube->set_renderer(nullptr);
+    renderer = nullptr;
+  };
+  scene.cube->go_to_home_view();
+  EXPECT_EQ(renderer, nullptr);
+  saying->whenCalled = [](const std::string&) {};
 }
 
 TEST(ZovOrientor, keeps_the_renderer_that_made_its_label) {
