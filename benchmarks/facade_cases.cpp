@@ -13,11 +13,11 @@
 #include "benchmark_hub.h"
 #include "conversions.h"
 #include "facade/facade_host.h"
-#include "facade/facade_renderer.h"
 #include "korvane/orientor.h"
 #include "support/counting_renderer.h"
 #include "support/manual_platform.h"
 #include "zov/zov_orientor.h"
+#include "zov/zov_renderer.h"
 
 using namespace Korvane;
 
@@ -25,39 +25,72 @@ namespace {
 
 constexpr int WIDTH = 1024;
 constexpr int HEIGHT = 768;
-// Nanoseconds that the facade may add: to a step, and to each piece of geometry that the step draws.
+// Nanoseconds that the facade may add to a step.
 constexpr double MOST_ABOVE = 100.0;
-constexpr double MOST_ABOVE_EACH_PIECE = 4.0;
 
-// Counts what it is asked to draw, as the renderer beside which it is timed does.
-class CountingFacadeRenderer : public FacadeRenderer {
+// Counts what it is asked to draw, as the renderer beside which it is timed does. It overrides what a host
+// must, and leaves the picks to the library.
+class CountingFacadeRenderer : public zovRenderer {
  public:
-  CountingFacadeRenderer() { counting = false; }
+  using Icon = std::shared_ptr<zovDynamicIcon2D>;
 
+  bool create() override { return true; }
+  bool destroy() override { return true; }
   bool begin_render(const qmBox2& /*viewport*/, const zovCameraParameters& /*camera*/,
                     zovRenderMode /*mode*/) override {
     return ++begun > 0;
   }
+  bool end_render() override { return ++ended > 0; }
   bool render_geometry(unsigned count, qiIterator<float> /*vertices*/, qiIterator<float> /*tex_coords*/,
                        const zovMaterialParameters& /*material*/) override {
     vertexCount += count;
     return ++drawn > 0;
   }
-  bool begin_selection(const qmPoint2& point, const qmBox2& viewport, const zovCameraParameters& camera,
-                       zovRenderMode mode) override {
-    return zovRenderer::begin_selection(point, viewport, camera, mode);
+  bool render(const std::shared_ptr<zovResourceIcon3D>& /*icon*/) override { return ++drawn > 0; }
+  bool render(const Icon& /*icon*/) override { return ++drawn > 0; }
+  bool render(const std::shared_ptr<zovResourceIcon2D>& /*icon*/) override { return ++drawn > 0; }
+  qmString load_string_resource(zovStringID /*id*/) override { return {"text", qmStringUTF8}; }
+  std::shared_ptr<zovPixelIcon2D> create_image_data(zovTextureID /*id*/) override { return nullptr; }
+  Icon create_scene_screenshot(int /*width*/, int /*height*/,
+                               const zovCameraParameters& /*camera*/) override {
+    return Make();
   }
-  bool end_selection() override { return zovRenderer::end_selection(); }
-  bool end_render() override { return ++ended > 0; }
-  bool render_selection_geometry(unsigned count, qiIterator<float> vertices, int id) override {
-    return zovRenderer::render_selection_geometry(count, vertices, id);
+  Icon create_text_label(const qmString& /*text*/, float /*size*/, int /*width*/, int /*height*/) override {
+    return Make();
   }
-  int get_selection() const override { return zovRenderer::get_selection(); }
+  Icon create_tooltip(const qmString& /*text*/) override { return Make(); }
+  Icon create_tooltip_hud(const qmString& /*text*/) override { return Make(); }
+  Icon create_message_hud(const qmString& /*text*/) override { return Make(); }
+  Icon create_pivot_label(const qmString& /*text*/) override { return Make(); }
+  Icon create_miniwheel_label(const qmString& /*text*/) override { return Make(); }
+  Icon create_ucs_menu_label(const qmString& /*active_name*/, const qmString& /*default_name*/,
+                             bool /*highlighted*/, int /*width*/) override {
+    return Make();
+  }
+  bool destroy_icon(const Icon& icon) override { return icon != nullptr; }
+  bool query_ray_scene_intersection(const qmPoint3& /*origin*/, const qmUnitVec3& /*direction*/,
+                                    qmPoint3& /*hit*/) override {
+    return false;
+  }
+  bool set_cursor_position(int /*x*/, int /*y*/) override { return true; }
+  bool open_menu(zovMenuID /*id*/) override { return false; }
+  bool open_ucs_menu(int /*x*/, int /*y*/) override { return false; }
 
   long begun = 0;
   long ended = 0;
   long drawn = 0;
   long vertexCount = 0;
+
+ protected:
+  bool load_texture(zovTextureID /*id*/) override { return true; }
+  void release_texture(zovTextureID /*id*/) override { ++released; }
+  bool set_cursor_icon(zovCursorID /*id*/) override { return true; }
+
+ private:
+  Icon Make() { return std::make_shared<zovDynamicIcon2D>(++made); }
+
+  int made = 0;
+  int released = 0;
 };
 
 // Copies what it is asked to draw, as the facade does before it hands it to a host.
@@ -181,13 +214,7 @@ class MoveOverTheCube : public FacadeCase {
 class DrawnFrame : public FacadeCase {
  public:
   DrawnFrame() : FacadeCase("facade: frame with the cube drawn") {}
-  double GetAimAboveBare() const override {
-    const double pieces = static_cast<double>(drawing->drawn) / outsideStep;
-    return MOST_ABOVE + MOST_ABOVE_EACH_PIECE * pieces;
-  }
-
   void StepLibrary() override {
-    ++outsideStep;
     outside->perform_operations();
     cube->draw();
   }

@@ -1,7 +1,7 @@
 // What a host calls, and what becomes of an operation that it does not override.
 #include "zov/zov_renderer.h"
 
-#include <algorithm>
+#include <cstddef>
 
 #include "facade/zov_renderer_p.h"
 #include "zov/zov_geom_utils.h"
@@ -27,8 +27,9 @@ bool zovRenderer::begin_selection(const qmPoint2& point, const qmBox2& viewport,
 bool zovRenderer::end_selection() { return inner->Renderer::EndSelection(); }
 
 bool zovRenderer::render_selection_geometry(unsigned vertex_count, qiIterator<float> vertices, int id) {
-  const auto there = std::min(vertex_count, static_cast<unsigned>(vertices.count()) / 3);
-  return inner->Renderer::RenderSelectionGeometry(there, vertices.data(), id);
+  const bool are_there = std::size_t{3} * vertex_count <= vertices.count();
+  const unsigned count = are_there ? vertex_count : static_cast<unsigned>(vertices.count() / 3);
+  return inner->Renderer::RenderSelectionGeometry(count, vertices.data(), id);
 }
 
 int zovRenderer::get_selection() const { return inner->Renderer::GetSelection(); }
