@@ -51,7 +51,7 @@ class PickCase : public BenchmarkCase {
   void StepLibrary() override {
     const Vector2 pixel = pixels[libraryNext++ % pixels.size()];
     const Box2 viewport(Vector2(HALF_WIDTH, HALF_HEIGHT), Vector2(HALF_WIDTH, HALF_HEIGHT));
-    renderer.BeginSelection(pixel, viewport, camera, Renderer::RENDER_PERSPECTIVE);
+    if (!renderer.BeginSelection(pixel, viewport, camera, Renderer::RENDER_PERSPECTIVE)) return;
     for (int id = 0; id < PART_COUNT; ++id) {
       renderer.RenderSelectionGeometry(4, parts[static_cast<std::size_t>(id)].data(), id);
     }

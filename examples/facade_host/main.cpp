@@ -120,5 +120,6 @@ int main(int argc, char** argv) {
     view->Run();
   }
   cube.destroy();
+  view->GetRenderer()->destroy();
   return done ? 0 : 1;
 }

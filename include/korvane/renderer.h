@@ -87,8 +87,8 @@ class ZOVTOOLS_API Renderer {
 
   /// Opens a pick at a pixel. Overlay: straight into the screen. Perspective: from the eye, through the
   /// half angles. False for any other mode, and nothing is then hit.
-  virtual bool BeginSelection(const Vector2& point, const Box2& viewport, const CameraParameters& camera,
-                              RenderMode mode);
+  [[nodiscard]] virtual bool BeginSelection(const Vector2& point, const Box2& viewport,
+                                            const CameraParameters& camera, RenderMode mode);
   /// Nothing to close in a software pick; false.
   virtual bool EndSelection();
   /// Offers quads under a number; the nearest hit of the pass wins, the earlier one on equal distance.

@@ -118,7 +118,9 @@ std::vector<Way> AllWays() {
          EXPECT_TRUE(
              f.begin_selection(qmPoint2(), OUTSIDE_VIEWPORT, zovCameraParameters(), zovRenderMode::Overlay));
        },
-       [](R& r) { r.BeginSelection(Vector2(), VIEWPORT, CameraParameters(), Renderer::RENDER_OVERLAY); }},
+       [](R& r) {
+         EXPECT_TRUE(r.BeginSelection(Vector2(), VIEWPORT, CameraParameters(), Renderer::RENDER_OVERLAY));
+       }},
       {"end_selection", [](F& f) { f.end_selection(); }, [](R& r) { r.EndSelection(); }},
       {"render_selection_geometry",
        [](F& f) {
@@ -270,8 +272,8 @@ TEST(ZovRenderer, opens_a_pass_with_corners_and_a_camera) {
 TEST(ZovRenderer, picks_in_a_box_only_when_it_has_a_size) {
   FacadeRenderer renderer;
   const auto boxOf = [&](const Vector2& half) {
-    renderer.korvane().BeginSelection(Vector2(3.0, 4.0), Box2(Vector2(50.0, 40.0), half), ACamera(),
-                                      Renderer::RENDER_OVERLAY);
+    EXPECT_TRUE(renderer.korvane().BeginSelection(Vector2(3.0, 4.0), Box2(Vector2(50.0, 40.0), half),
+                                                  ACamera(), Renderer::RENDER_OVERLAY));
     return renderer.lastBox;
   };
   const qmBox2 none(qmPoint2(0.0, 0.0), qmPoint2(0.0, 0.0));
@@ -827,7 +829,7 @@ TEST(ZovRenderer, allocates_nothing_in_a_pass) {
     within.RenderGeometry(4, QUAD, QUAD, &material);
     within.Render(icon);
     within.EndRender();
-    within.BeginSelection(Vector2(3.0, 3.0), VIEWPORT, ACamera(), Renderer::RENDER_OVERLAY);
+    ASSERT_TRUE(within.BeginSelection(Vector2(3.0, 3.0), VIEWPORT, ACamera(), Renderer::RENDER_OVERLAY));
     within.RenderSelectionGeometry(4, QUAD, 1);
     within.EndSelection();
   };

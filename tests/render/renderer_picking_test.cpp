@@ -92,7 +92,8 @@ TEST_F(PickingTest, a_pass_of_any_other_mode_fails_and_has_no_selection) {
 
 TEST_F(PickingTest, nothing_is_hit_in_a_pass_that_failed) {
   BeginOverlay(100.0, 100.0);
-  renderer.BeginSelection(Vector2(100.0, 100.0), VIEWPORT, CameraParameters(), Renderer::RENDER_SCENE);
+  EXPECT_FALSE(
+      renderer.BeginSelection(Vector2(100.0, 100.0), VIEWPORT, CameraParameters(), Renderer::RENDER_SCENE));
   Offer({OverlaySquare(100.0, 100.0, 10.0, 0.0)}, 5);
   EXPECT_EQ(renderer.GetSelection(), -1);
 }
@@ -243,7 +244,7 @@ TEST_F(PerspectivePickingTest, measures_from_the_centre_of_the_viewport) {
       WithSymmetricFrustum(LookAt(Vector3(0, 0, 10), Vector3(), Vector3(0, 1, 0)), 45.0, 45.0);
   const Box2 corner(Vector2(700.0, 500.0), Vector2(50.0, 50.0));
   // Half way to the right edge and half way to the bottom: 10 tan(45) / 2.
-  renderer.BeginSelection(Vector2(725.0, 475.0), corner, camera, Renderer::RENDER_PERSPECTIVE);
+  ASSERT_TRUE(renderer.BeginSelection(Vector2(725.0, 475.0), corner, camera, Renderer::RENDER_PERSPECTIVE));
   EXPECT_TRUE(Hits(Vector3(5.0, -5.0, 0.0), 0.001, Vector3(1, 0, 0), Vector3(0, 1, 0)));
 }
 
