@@ -65,8 +65,9 @@ struct zovOrientor::partners {
   bool has_former() const { return !former_hubs.empty() || !former_renderers.empty(); }
   bool are_called() const {
     const auto is_called = [](const auto& each) { return each.IsCallingOut(); };
-    return is_called(hub) || is_called(renderer) || std::ranges::any_of(former_hubs, is_called) ||
-           std::ranges::any_of(former_renderers, is_called);
+    return is_called(hub) || is_called(renderer) ||
+           std::any_of(former_hubs.begin(), former_hubs.end(), is_called) ||
+           std::any_of(former_renderers.begin(), former_renderers.end(), is_called);
   }
 
   template <class Facade, class Inner>
@@ -174,7 +175,7 @@ bool zovOrientor::add_observer(const std::shared_ptr<zovOrientorObserver>& obser
   const auto is_shared_alike = [&](const auto& each) {
     return each == observer && !each.owner_before(observer) && !observer.owner_before(each);
   };
-  if (std::ranges::none_of(observers, is_shared_alike)) observers.push_back(observer);
+  if (std::none_of(observers.begin(), observers.end(), is_shared_alike)) observers.push_back(observer);
   observer->inner->BeToldBy(*inner);
   return inner->AddObserver(observer->inner.get());
 }
