@@ -72,7 +72,7 @@ ROOMS = {room: names.split() for room, names in {
 ROOM_OF_HEADER = {f"zovhost/{name}.h": room for room, names in {
     "projection": "projection",
     "files": "whole_file",
-    "texts": "wide_text",
+    "texts": "languages wide_text",
     "stories": "story_file",
     "images": "accent image read_image",
     "scene": "scene",

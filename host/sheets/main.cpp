@@ -268,7 +268,8 @@ struct Command {
   std::function<int()> draw;
 };
 
-std::vector<Command> AddCommands(CLI::App& app, const ResourcePack& pack, Choices& choices) {
+// The pack is the one of the language that is asked for, known when a command is drawn.
+std::vector<Command> AddCommands(CLI::App& app, const std::shared_ptr<ResourcePack>& pack, Choices& choices) {
   Choices& c = choices;
   const auto addStates = [&](const char* name, const char* meaning, auto draw) -> Command {
     return {AddStates(app, name, meaning, c.states, c.enlarged), [&c, draw] {
@@ -277,16 +278,16 @@ std::vector<Command> AddCommands(CLI::App& app, const ResourcePack& pack, Choice
   };
   return {
       {app.add_subcommand("cursors", "All pointers, at 1x and 2x"),
-       [&] { return DrawCursors(pack, c.file); }},
-      {AddPictures(app, c.range), [&] { return DrawPictures(pack, c.range.first, c.range.last, c.file); }},
+       [&] { return DrawCursors(*pack, c.file); }},
+      {AddPictures(app, c.range), [&] { return DrawPictures(*pack, c.range.first, c.range.last, c.file); }},
       addStates("cube", "The orientation cube in its states", DrawCube),
       addStates("bars", "The navigation bar in its states", DrawBars),
       addStates("story", "The storyboard in its states", DrawStory),
       {AddStoryKinds(app, c.scale, c.enlarged),
-       [&] { return DrawStoryKinds(pack, c.scale, c.enlarged, c.file); }},
+       [&] { return DrawStoryKinds(*pack, c.scale, c.enlarged, c.file); }},
       {app.add_subcommand("notes", "Texts in the view, the pivot, the targets of a walk"),
        [&] { return InWindow([&] { return DrawNotes(c.file); }); }},
-      {AddDiscs(app, c.discs, c.enlarged), [&] { return DrawDiscs(pack, c.discs, c.enlarged, c.file); }},
+      {AddDiscs(app, c.discs, c.enlarged), [&] { return DrawDiscs(*pack, c.discs, c.enlarged, c.file); }},
   };
 }
 
@@ -296,9 +297,17 @@ std::vector<Command> AddCommands(CLI::App& app, const ResourcePack& pack, Choice
 int main(int argumentCount, char** arguments) {
   CLI::App app("Draws sheets of the kit's pictures");
   app.require_subcommand(1);
-  const auto pack = ResourcePack::GetDefault();
+  std::shared_ptr<ResourcePack> pack = ResourcePack::MakeDefault();
+  app.add_option_function<std::string>(
+      "--language",
+      [&pack](const std::string& wanted) {
+        const zovhost::Language* const language = zovhost::FindLanguage(wanted);
+        if (language == nullptr) throw CLI::ValidationError("--language", "no such language: " + wanted);
+        pack = ResourcePack::Make(*language);
+      },
+      "Of the words in pictures and discs: en, de, ja and so on");
   Choices choices;
-  const std::vector<Command> commands = AddCommands(app, *pack, choices);
+  const std::vector<Command> commands = AddCommands(app, pack, choices);
   for (const Command& command : commands) {
     command.app->add_option("file", choices.file, "The PNG to write")->required();
   }

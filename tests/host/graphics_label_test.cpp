@@ -99,15 +99,8 @@ TEST_F(LabelTest, every_kind_of_text_reads_on_white_and_on_black) {
   }
 }
 
-TEST_F(LabelTest, texts_are_set_for_the_scale_of_the_display) {
-  DynamicIcon2D* small = renderer.CreateMessageHUD(L"Scale");
-  renderer.SetDisplayScale(2.0);
-  DynamicIcon2D* large = renderer.CreateMessageHUD(L"Scale");
-  ASSERT_NE(small, nullptr);
-  ASSERT_NE(large, nullptr);
-  EXPECT_NEAR(large->GetWidth(), 2.0 * small->GetWidth(), 4.0);
-  EXPECT_NEAR(large->GetHeight(), 2.0 * small->GetHeight(), 3.0);
-  // Crisp: set anew and not stretched, so from one pixel to the next the shade changes as fast as before.
+// Crisp: set anew and not stretched, so at each scale the shade changes as fast from one pixel to the next.
+TEST_F(LabelTest, texts_are_set_for_the_scale_of_the_display_and_again_when_it_changes) {
   const auto steepest = [this](DynamicIcon2D* icon) {
     const Image image = Draw(icon, 0.0F);
     int step = 0;
@@ -116,8 +109,60 @@ TEST_F(LabelTest, texts_are_set_for_the_scale_of_the_display) {
     }
     return step;
   };
-  EXPECT_GT(steepest(small), 150);
-  EXPECT_GT(steepest(large), 150);
+  DynamicIcon2D* const icon = renderer.CreateMessageHUD(L"Scale");
+  ASSERT_NE(icon, nullptr);
+  const double width = icon->GetWidth();
+  const double height = icon->GetHeight();
+  EXPECT_GT(steepest(icon), 150);
+  for (const double scale : {1.25, 1.5, 2.0, 3.0, 1.0}) {
+    renderer.SetDisplayScale(scale);
+    EXPECT_NEAR(icon->GetWidth(), scale * width, 2.0 * scale) << scale;
+    EXPECT_NEAR(icon->GetHeight(), scale * height, 2.0 * scale) << scale;
+    EXPECT_GT(steepest(icon), 150) << scale;
+    DynamicIcon2D* another = renderer.CreateMessageHUD(L"Scale");
+    ASSERT_NE(another, nullptr);
+    EXPECT_EQ(another->GetWidth(), icon->GetWidth()) << scale;
+    EXPECT_TRUE(renderer.DestroyIcon(another));
+  }
+}
+
+TEST_F(LabelTest, a_size_that_a_widget_has_given_stays_at_another_scale) {
+  DynamicIcon2D* const icon = renderer.CreateTooltip(L"Orbit");
+  ASSERT_NE(icon, nullptr);
+  icon->SetSize(50.0, 40.0);
+  renderer.SetDisplayScale(2.0);
+  EXPECT_EQ(icon->GetWidth(), 50.0);
+  EXPECT_EQ(icon->GetHeight(), 40.0);
+}
+
+// The same picture as one that is made in that language.
+TEST_F(LabelTest, texts_of_the_pack_change_with_its_language) {
+  renderer.SetResources(nullptr);
+  DynamicIcon2D* const shared = renderer.GetStringTexture(Korvane::STRING_ORBIT);
+  DynamicIcon2D* const own = renderer.CreateTooltip(L"Model 4711");
+  DynamicIcon2D* const menu = renderer.CreateUCSMenuLabel(L"Model 4711", L"World", false, 200);
+  ASSERT_NE(shared, nullptr);
+  ASSERT_NE(own, nullptr);
+  ASSERT_NE(menu, nullptr);
+  const Image ownBefore = Draw(own, 0.5F);
+  const Image menuBefore = Draw(menu, 0.5F);
+  const Image english = Draw(shared, 0.5F);
+  for (const zovhost::Language& language : zovhost::GetLanguages()) {
+    if (language.tag == "en") continue;
+    SCOPED_TRACE(language.tag);
+    renderer.SetResources(zovhost::ResourcePack::Make(language));
+    DynamicIcon2D* fresh =
+        renderer.CreateTooltipHUD(renderer.LoadStringResource(Korvane::STRING_ORBIT).c_str());
+    ASSERT_NE(fresh, nullptr);
+    EXPECT_EQ(Draw(shared, 0.5F).rgba, Draw(fresh, 0.5F).rgba);
+    EXPECT_NE(Draw(shared, 0.5F).rgba, english.rgba);
+    EXPECT_NE(Draw(menu, 0.5F).rgba, menuBefore.rgba);
+    EXPECT_EQ(Draw(own, 0.5F).rgba, ownBefore.rgba);
+    EXPECT_TRUE(renderer.DestroyIcon(fresh));
+  }
+  renderer.SetResources(nullptr);
+  EXPECT_EQ(Draw(shared, 0.5F).rgba, english.rgba);
+  EXPECT_EQ(Draw(menu, 0.5F).rgba, menuBefore.rgba);
 }
 
 TEST_F(LabelTest, drawing_at_whole_pixels_neither_blurs_nor_shifts) {

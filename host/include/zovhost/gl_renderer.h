@@ -56,8 +56,8 @@ class GLRenderer : public Korvane::Renderer {
   void SetHost(RendererHost* host);
   /// Where the viewport lies in the framebuffer, in pixels; the default is nowhere, and nothing is drawn.
   void SetViewport(int x, int y, int width, int height);
-  /// Pixels for one point of the display, 1 (the default) to 4: texts and pictures made from now on are
-  /// drawn for it.
+  /// Pixels for one point of the display, 1 (the default) to 4. Texts and pictures are drawn for it, those
+  /// that are there already anew.
   void SetDisplayScale(double scale);
   /// The camera of the view, to be told before each frame's drawing: ProjectToScreen and the queries of
   /// screen rectangles use it.
@@ -82,8 +82,9 @@ class GLRenderer : public Korvane::Renderer {
   int GetDrawnPictureCount() const;
 
   const ResourcePack& GetResources() const;
-  /// Another pack, as after a change of language; null takes the kit's own. What is loaded is drawn anew.
-  /// Icons of texts that widgets hold stay as they are until the widgets are created again.
+  /// Another pack, as after a change of language; null takes the kit's own. What is loaded is drawn anew, and
+  /// so are the labels that widgets hold, in the words of the new pack. Texts that a widget has read for
+  /// itself, as the cube its tooltips, come with its next Create.
   void SetResources(std::shared_ptr<const ResourcePack> resources);
 
   // Korvane::Renderer. Create needs a current context of OpenGL 3.3 or OpenGL ES 3.0 and is false without.

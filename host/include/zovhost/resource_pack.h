@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "zovhost/image.h"
+#include "zovhost/languages.h"
 
 namespace zovhost {
 
@@ -40,12 +41,17 @@ class ResourcePack {
   static std::shared_ptr<const ResourcePack> GetDefault();
   /// A copy of it to change, for another language or pictures of one's own.
   static std::shared_ptr<ResourcePack> MakeDefault();
+  /// The kit's own pack with the texts of another language of GetLanguages.
+  static std::shared_ptr<ResourcePack> Make(const Language& language);
 
   // Numbers out of range are refused with false.
   bool SetPicture(int id, std::string svg);
   bool SetString(int id, std::string utf8);
   /// The hot spot counts in units of the drawing.
   bool SetCursor(int id, std::string svg, double hotX, double hotY);
+  /// The language of the texts, by which they are shaped; English unless it was told.
+  void SetLanguage(const Language& spoken);
+  const Language& GetLanguage() const;
   /// A table of texts, a line each: the number, blanks, the text to the end of the line. `\n` in a text
   /// breaks the line; lines that begin with # are remarks. Stops at the first line that is neither and
   /// tells which in `error`.
@@ -84,6 +90,7 @@ class ResourcePack {
   std::array<std::string, pictureCount> pictures;
   std::bitset<pictureCount> painted;  // by the kit, having no drawing
   std::array<std::string, stringCount> strings;
+  Language language = GetLanguages().front();
   std::array<Cursor, cursorCount> cursors;
 };
 

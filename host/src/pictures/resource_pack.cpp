@@ -10,6 +10,7 @@
 #include "pictures/embedded_files.h"
 #include "pictures/painted_pictures.h"
 #include "pictures/svg_painter.h"
+#include "pictures/text_font.h"
 #include "zovhost/accent.h"
 
 namespace zovhost {
@@ -147,8 +148,12 @@ std::shared_ptr<const ResourcePack> ResourcePack::GetDefault() {
   return pack;
 }
 
-std::shared_ptr<ResourcePack> ResourcePack::MakeDefault() {
+std::shared_ptr<ResourcePack> ResourcePack::MakeDefault() { return Make(GetLanguages().front()); }
+
+std::shared_ptr<ResourcePack> ResourcePack::Make(const Language& language) {
   auto pack = std::make_shared<ResourcePack>();
+  pack->SetLanguage(language);
+  const std::string tableName = "strings/" + std::string(language.tag) + ".txt";
   for (int id = 0; id < pictureCount; ++id) pack->painted[static_cast<std::size_t>(id)] = IsPainted(id);
   const EmbeddedFiles files = GetEmbeddedFiles();
   for (const EmbeddedFile* file = files.begin; file != files.end; ++file) {
@@ -161,7 +166,7 @@ std::shared_ptr<ResourcePack> ResourcePack::MakeDefault() {
       double hotY = 0.0;
       ReadHotSpot(file->content, hotX, hotY);
       pack->SetCursor(number, std::string(file->content), hotX, hotY);
-    } else if (file->name == "strings/en.txt") {
+    } else if (file->name == tableName) {
       pack->ReadStrings(file->content, error);
     }
   }
@@ -187,6 +192,9 @@ bool ResourcePack::SetCursor(int id, std::string svg, double hotX, double hotY) 
   return true;
 }
 
+void ResourcePack::SetLanguage(const Language& spoken) { language = spoken; }
+const Language& ResourcePack::GetLanguage() const { return language; }
+
 bool ResourcePack::ReadStrings(std::string_view table, std::string& error) {
   for (int lineNumber = 1; !table.empty(); ++lineNumber) {
     std::string_view line = TakeLine(table);
@@ -210,6 +218,7 @@ bool ResourcePack::RenderPicture(int id, double scale, Image& image) const {
   if (IsSizedPicture(id)) return RenderSizedPicture(id, GetUsualPoints(id), scale, image);
   if (HasPicture(id)) {
     const auto findText = [this](int number) -> const std::string& { return GetString(number); };
+    const LanguageInUse inUse(language.tag);
     return PaintSvg(Slot(pictures, id), scale, false, findText, image);
   }
   image = RenderPlaceholder(id, scale);
@@ -222,6 +231,7 @@ bool ResourcePack::IsSizedPicture(int id) const {
 
 bool ResourcePack::RenderSizedPicture(int id, double points, double scale, Image& image) const {
   const auto findText = [this](int number) -> const std::string& { return GetString(number); };
+  const LanguageInUse inUse(language.tag);
   return IsSizedPicture(id) && IsScale(scale) && PaintPicture(id, points, scale, findText, image);
 }
 

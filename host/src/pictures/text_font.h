@@ -3,8 +3,28 @@
 #include <pango/pangocairo.h>
 
 #include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
 
 namespace zovhost {
+
+/// The language of the texts that are set as long as this is there, on this thread: typefaces write some
+/// characters otherwise in one language than in another. Without one it is the one of the process's locale.
+class LanguageInUse {
+ public:
+  explicit LanguageInUse(std::string_view tag)
+      : before(std::exchange(now, pango_language_from_string(std::string(tag).c_str()))) {}
+  LanguageInUse(const LanguageInUse&) = delete;
+  LanguageInUse& operator=(const LanguageInUse&) = delete;
+  ~LanguageInUse() { now = before; }
+
+  static PangoLanguage* Get() { return now; }
+
+ private:
+  static inline thread_local PangoLanguage* now = nullptr;
+  PangoLanguage* before;
+};
 
 struct PangoDeleter {
   void operator()(PangoLayout* layout) const { g_object_unref(layout); }
@@ -21,6 +41,9 @@ inline void SetFont(PangoLayout* layout, double size, bool bold, bool narrow = f
   if (narrow) pango_font_description_set_stretch(font.get(), PANGO_STRETCH_CONDENSED);
   pango_font_description_set_absolute_size(font.get(), size * PANGO_SCALE);
   pango_layout_set_font_description(layout, font.get());
+  if (LanguageInUse::Get() == nullptr) return;
+  pango_context_set_language(pango_layout_get_context(layout), LanguageInUse::Get());
+  pango_layout_context_changed(layout);
 }
 
 }  // namespace zovhost

@@ -8,6 +8,7 @@
 #include "gl/gl_program.h"
 #include "korvane/icon3d.h"
 #include "korvane/pixel_icon2d.h"
+#include "pictures/text_font.h"
 #include "widget_renderer/gl_renderer_impl.h"
 #include "zovhost/offscreen_target.h"
 #include "zovhost/scene.h"
@@ -30,9 +31,8 @@ using Korvane::Vector3;
 namespace {
 
 constexpr double largestScale = 4.0;
-constexpr double mostSheets = 4.0;  // that an opacity above 1 lays over each other
-constexpr double captionGap = 1.0;  // points, between a small disc and its caption
-constexpr double largestPictureScale = 3.0;
+constexpr double mostSheets = 4.0;         // that an opacity above 1 lays over each other
+constexpr double captionGap = 1.0;         // points, between a small disc and its caption
 constexpr std::size_t longestText = 2048;  // characters; the rest could not be read on a screen
 constexpr int largestScreenshot = 4096;    // pixels
 // Screenshots are small, and drawn with finer pixels than they are shown with.
@@ -52,7 +52,17 @@ bool IsDrawable(const Icon2D& icon, double& opacity) {
   return icon.IsVisible() && placed && sized && opacity > 0.0;
 }
 
-double PictureScale(double scale) { return std::min(std::ceil(scale), largestPictureScale); }
+std::string ToUtf8(const wchar_t* wide) {
+  if (wide == nullptr) return {};
+  std::size_t length = 0;
+  while (length < longestText && wide[length] != L'\0') ++length;
+  return WideToUtf8({wide, length});
+}
+
+// The same text of another pack. One that was changed by hand, or has none there, stays.
+void Translate(int id, const ResourcePack& before, const ResourcePack& now, std::string& text) {
+  if (id >= 0 && before.GetString(id) == text && !now.GetString(id).empty()) text = now.GetString(id);
+}
 
 }  // namespace
 
@@ -79,8 +89,10 @@ void GLRenderer::SetViewport(int x, int y, int width, int height) { impl->viewpo
 void GLRenderer::SetDisplayScale(double scale) {
   const double usable = scale >= 1.0 ? std::min(scale, largestScale) : 1.0;
   if (usable == impl->scale) return;
+  const double growth = usable / impl->scale;
   impl->scale = usable;
   impl->ReloadTextures();
+  impl->RedrawLabels(*impl->resources, growth);
 }
 
 void GLRenderer::SetCamera(const CameraParameters& camera) {
@@ -115,14 +127,16 @@ int GLRenderer::GetDrawnPictureCount() const { return impl->textures.GetDrawnCou
 const ResourcePack& GLRenderer::GetResources() const { return *impl->resources; }
 
 void GLRenderer::SetResources(std::shared_ptr<const ResourcePack> resources) {
+  const std::shared_ptr<const ResourcePack> before = std::move(impl->resources);
   impl->resources = resources ? std::move(resources) : ResourcePack::GetDefault();
   impl->ReloadTextures();
+  impl->RedrawLabels(*before, 1.0);
 }
 
 void GLRenderer::Impl::ReloadTextures() {
   if (!created) return;
   const GLStateGuard guard;
-  textures.Reload(*resources, PictureScale(scale));
+  textures.Reload(*resources, scale);
 }
 
 // ---- life, textures, passes ----
@@ -141,7 +155,7 @@ bool GLRenderer::Destroy() {
 bool GLRenderer::LoadTexture(TextureID id) {
   if (!impl->created) return false;
   const GLStateGuard guard;
-  return impl->textures.Load(*impl->resources, id, PictureScale(impl->scale));
+  return impl->textures.Load(*impl->resources, id, impl->scale);
 }
 
 void GLRenderer::ReleaseTexture(TextureID id) {
@@ -205,7 +219,10 @@ bool GLRenderer::Render(ResourceIcon2D* icon) {
 
 // ---- texts and pictures ----
 
-std::wstring GLRenderer::LoadStringResource(int id) { return Utf8ToWide(impl->resources->GetString(id)); }
+std::wstring GLRenderer::LoadStringResource(int id) {
+  impl->lastText = id;
+  return Utf8ToWide(impl->resources->GetString(id));
+}
 
 PixelIcon2D* GLRenderer::CreateImageData(TextureID id) {
   Image image;
@@ -230,17 +247,39 @@ DynamicIcon2D* GLRenderer::CreateSceneScreenshot(int width, int height, const Ca
 
 DynamicIcon2D* GLRenderer::Impl::MakeLabel(const TextStyle& style, const wchar_t* text,
                                            const wchar_t* second) {
-  const auto toUtf8 = [](const wchar_t* wide) {
-    if (wide == nullptr) return std::string();
-    std::size_t length = 0;
-    while (length < longestText && wide[length] != L'\0') ++length;
-    return WideToUtf8({wide, length});
-  };
-  Image image;
-  if (!created || !PaintText(style, toUtf8(text), toUtf8(second), scale, image)) return nullptr;
+  if (!created) return nullptr;
+  LabelText label{.style = style, .text = ToUtf8(text), .second = ToUtf8(second)};
+  label.textID = FindTextID(label.text);
+  label.secondID = FindTextID(label.second);
   const GLStateGuard guard;
-  const GLuint texture = UploadTexture(image, {});
-  return texture != 0 ? icons.Add(texture, image.width, image.height) : nullptr;
+  const LabelPicture picture = PaintLabel(label);
+  return picture.texture != 0 ? icons.AddLabel(std::move(label), picture) : nullptr;
+}
+
+LabelPicture GLRenderer::Impl::PaintLabel(const LabelText& label) const {
+  Image image;
+  const LanguageInUse inUse(resources->GetLanguage().tag);
+  if (!PaintText(label.style, label.text, label.second, scale, image)) return {};
+  return {UploadTexture(image, {}), image.width, image.height};
+}
+
+// Some texts have several numbers; the one that was asked for last is meant.
+int GLRenderer::Impl::FindTextID(const std::string& text) const {
+  if (text.empty() || text == resources->GetString(lastText)) return text.empty() ? -1 : lastText;
+  int id = ResourcePack::stringCount - 1;
+  while (id >= 0 && resources->GetString(id) != text) --id;
+  return id;
+}
+
+void GLRenderer::Impl::RedrawLabels(const ResourcePack& before, double growth) {
+  if (!created) return;
+  const GLStateGuard guard;
+  const auto draw = [&](LabelText& label) {
+    Translate(label.textID, before, *resources, label.text);
+    Translate(label.secondID, before, *resources, label.second);
+    return PaintLabel(label);
+  };
+  icons.RedrawLabels(draw, growth);
 }
 
 DynamicIcon2D* GLRenderer::CreateTextLabel(const wchar_t* text, float size, int width, int height) {

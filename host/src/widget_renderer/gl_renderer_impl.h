@@ -43,8 +43,11 @@ class GLRenderer::Impl {
 
   Korvane::DynamicIcon2D* MakeLabel(const TextStyle& style, const wchar_t* text,
                                     const wchar_t* second = nullptr);
+  /// As after a change of the display or the language, with the pack of before.
+  void RedrawLabels(const ResourcePack& before, double growth);
 
   std::shared_ptr<const ResourcePack> resources;
+  int lastText = -1;  // that was asked for by its number
   RendererHost* host = nullptr;
   PixelRectangle viewport;
   double scale = 1.0;
@@ -70,6 +73,8 @@ class GLRenderer::Impl {
   GLuint discTexture = 0;
 
  private:
+  LabelPicture PaintLabel(const LabelText& label) const;
+  int FindTextID(const std::string& text) const;
   void SetOverlayView();
   void SetProjectedView(const Projection& passProjection, const PixelRectangle& area);
   void SetScissor(const PixelRectangle& area) const;

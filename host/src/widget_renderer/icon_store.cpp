@@ -1,6 +1,7 @@
 #include "widget_renderer/icon_store.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace zovhost {
 
@@ -12,7 +13,32 @@ DynamicIcon2D* IconStore::Add(GLuint texture, int width, int height) {
   auto icon = std::make_unique<DynamicIcon2D>(id);
   icon->SetSize(width, height);
   const Korvane::Vector2 half(width / 2.0, height / 2.0);
-  return entries.emplace(id, Entry{std::move(icon), texture, half}).first->second.icon.get();
+  return entries.emplace(id, Entry{.icon = std::move(icon), .texture = texture, .half = half})
+      .first->second.icon.get();
+}
+
+DynamicIcon2D* IconStore::AddLabel(LabelText label, const LabelPicture& picture) {
+  DynamicIcon2D* const icon = Add(picture.texture, picture.width, picture.height);
+  entries.at(icon->GetID()).label = std::move(label);
+  return icon;
+}
+
+void IconStore::RedrawLabels(const Draw& draw, double growth) {
+  for (auto& [id, entry] : entries) {
+    if (!entry.label) continue;
+    entry.gap *= growth;
+    const LabelPicture picture = draw(*entry.label);
+    if (picture.texture != 0) Show(entry, picture);
+  }
+}
+
+void IconStore::Show(Entry& entry, const LabelPicture& picture) {
+  const Korvane::Vector2 shown = entry.icon->GetBounds().halfExtent;
+  const bool hasItsOwnSize = shown.x == entry.half.x && shown.y == entry.half.y;
+  entry.half = {picture.width / 2.0, picture.height / 2.0};
+  if (hasItsOwnSize) entry.icon->SetSize(picture.width, picture.height);
+  if (entry.texture != 0) glDeleteTextures(1, &entry.texture);
+  entry.texture = picture.texture;
 }
 
 void IconStore::SetRiding(int id, double gap) {

@@ -2,12 +2,32 @@
 
 #include <epoxy/gl.h>
 
+#include <functional>
 #include <memory>
+#include <optional>
+#include <string>
 #include <unordered_map>
 
 #include "korvane/icon2d.h"
+#include "pictures/text_painter.h"
 
 namespace zovhost {
+
+/// What a label shows, to draw it again in another language or on another display.
+struct LabelText {
+  TextStyle style;
+  std::string text;  // UTF-8
+  std::string second;
+  int textID = -1;  // of the pack, when it is one of its texts
+  int secondID = -1;
+};
+
+/// A texture and its size in pixels; no texture when it could not be made.
+struct LabelPicture {
+  GLuint texture = 0;
+  int width = 0;
+  int height = 0;
+};
 
 /// The icons of texts and screenshots, with their pictures. An icon's number is its key, so copies of an
 /// icon draw the same picture.
@@ -15,6 +35,12 @@ class IconStore {
  public:
   /// Takes the texture over. `width` and `height` in pixels.
   Korvane::DynamicIcon2D* Add(GLuint texture, int width, int height);
+  /// The same for a text, which can be drawn again.
+  Korvane::DynamicIcon2D* AddLabel(LabelText label, const LabelPicture& picture);
+  using Draw = std::function<LabelPicture(LabelText& label)>;
+  /// Draws each label again, for a display that has `growth` times the pixels. A widget that has given its
+  /// icon a size of its own keeps that. What fails keeps its old picture.
+  void RedrawLabels(const Draw& draw, double growth);
   /// From now on the icon is the caption of a small disc: see FindPlace. `gap` in pixels.
   void SetRiding(int id, double gap);
   /// Where an icon is drawn: in its bounds. The caption of a small disc is given bounds twice as wide and
@@ -31,11 +57,14 @@ class IconStore {
  private:
   struct Entry {
     std::unique_ptr<Korvane::DynamicIcon2D> icon;
-    GLuint texture;
-    Korvane::Vector2 half;  // of its own size
+    GLuint texture = 0;
+    Korvane::Vector2 half = {};  // of its own size
     bool rides = false;
     double gap = 0.0;
+    std::optional<LabelText> label = {};
   };
+  static void Show(Entry& entry, const LabelPicture& picture);
+
   std::unordered_map<int, Entry> entries;
   int nextID = 1;
 };
