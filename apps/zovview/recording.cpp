@@ -70,7 +70,7 @@ constexpr std::array<EventName, 15> EVENT_NAMES = {{
 }};
 
 // In the order of the buttons.
-constexpr std::array<const char*, 3> BUTTON_NAMES = {"left", "middle", "right"};
+constexpr std::array<const char*, 5> BUTTON_NAMES = {"left", "middle", "right", "back", "forward"};
 
 const EventName& FindName(const RecordedEvent& recorded) {
   decltype(EventName::what) what = recorded.event.type;

@@ -244,6 +244,26 @@ constexpr ViewCommand COMMANDS[] = {
     {Nowhere, "clear-selection", "Clear the selection", "", SDLK_UNKNOWN, ClearSelection},
 };
 
+// Further keys: those of the number pad lie as the sides of a building do.
+struct OtherKey {
+  SDL_Keycode key;
+  unsigned modifiers;
+  std::string_view command;
+};
+constexpr OtherKey OTHER_KEYS[] = {
+    {SDLK_KP_1, 0, "front"},
+    {SDLK_KP_1, CONTROL, "back"},
+    {SDLK_KP_3, 0, "right"},
+    {SDLK_KP_3, CONTROL, "left"},
+    {SDLK_KP_7, 0, "top"},
+    {SDLK_KP_7, CONTROL, "bottom"},
+    {SDLK_KP_9, 0, "isometric"},
+    {SDLK_KP_5, 0, "toggle-projection"},
+    {SDLK_KP_0, 0, "home"},
+    {SDLK_KP_PERIOD, 0, "fit-selection"},
+    {SDLK_KP_MULTIPLY, 0, "fit-all"},
+};
+
 // From where the directions add up to.
 void Show(const ViewTarget& target,
           std::initializer_list<ViewAlignShotParameters::CameraDirection> directions) {
@@ -277,7 +297,10 @@ const ViewCommand* FindViewCommand(SDL_Keycode key, unsigned modifiers) {
         Find([=](const ViewCommand& command) { return command.key == key && command.modifiers == held; });
     if (found != nullptr) return found;
   }
-  return nullptr;
+  const auto* const other =
+      std::find_if(std::begin(OTHER_KEYS), std::end(OTHER_KEYS),
+                   [=](const OtherKey& each) { return each.key == key && each.modifiers == modifiers; });
+  return other != std::end(OTHER_KEYS) ? FindViewCommand(other->command) : nullptr;
 }
 
 const ViewCommand* FindViewCommand(std::string_view name) {
@@ -289,6 +312,7 @@ const ViewCommand* FindViewCommand(std::string_view name) {
 void GoHome(const ViewTarget& target) {
   Korvane::TransitionShotParameters transition;
   transition.targetCamera = target.hub.GetHomeCamera();
+  transition.targetCamera.projection_type = target.hub.GetView().projection_type;
   transition.easeEnd = 1.0;
   transition.duration = TRAVEL_SECONDS;
   Travel(target, [&transition](Korvane::CameraOperations& hub) { return hub.BeginShot(transition); });

@@ -22,6 +22,7 @@ constexpr int EXIT_BAD_MODEL = 2;
 constexpr int DIVIDER = 2;              // pixels between two views
 constexpr float EDITOR_RIGHT = 220.0F;  // points: beside the cube
 constexpr float EDITOR_TOP = 12.0F;
+constexpr SDL_Keycode SHARP_S = 0xDF;
 
 // A pointer that is not seen.
 zovhost::Image MakeEmptyImage() {
@@ -31,6 +32,12 @@ zovhost::Image MakeEmptyImage() {
   image.width = image.height = SIDE;
   image.rgba.assign(BYTES, 0);
   return image;
+}
+
+// By the key that it is on where no key is its own.
+bool IsQuestionMark(const WindowEvent& event) {
+  const bool shifted = (event.modifiers & WindowEvent::SHIFT) != 0;
+  return event.key == SDLK_QUESTION || (shifted && (event.key == SDLK_SLASH || event.key == SHARP_S));
 }
 
 }  // namespace
@@ -334,9 +341,13 @@ void Viewer::OnKeyEvent(const WindowEvent& event) {
     menus.Close();
     return window.RequestFrame();
   }
-  if (pressed && event.key == SDLK_F1) {
+  if (pressed && (event.key == SDLK_F1 || IsQuestionMark(event))) {
     panel.ToggleVisible();
     return window.RequestFrame();
+  }
+  if (pressed && event.key == SDLK_F11) {
+    window.SetFullScreen(!window.IsFullScreen());
+    return;
   }
   if (recorder != nullptr) recorder->Add(event);
   views[active]->OnEvent(event);

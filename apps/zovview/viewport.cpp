@@ -74,7 +74,7 @@ void Viewport::SetPlace(int x, int y, int width, int height, double scale) {
 
 void Viewport::SetScene(const zovhost::Scene& scene) {
   manager.Cancel();
-  clicks.Cancel();
+  CancelClicks();
   disc.GetHistory()->ClearHistory();  // of another model
   story.BeginEmpty();
   selection.SetScene(&scene);
@@ -89,13 +89,18 @@ void Viewport::OnEvent(const WindowEvent& event) {
   if (OnEventOfShow(event)) return;
   if (event.type == WindowEvent::Type::MouseDown) {
     clicks.OnMouseDown(event);
+    middleClicks.OnMouseDown(event);
     bars.OnPress();
   }
-  if (event.type == WindowEvent::Type::MouseMove) clicks.OnMouseMove(event);
-  if (event.type == WindowEvent::Type::FocusLost) clicks.Cancel();
+  if (event.type == WindowEvent::Type::MouseMove) {
+    clicks.OnMouseMove(event);
+    middleClicks.OnMouseMove(event);
+  }
+  if (event.type == WindowEvent::Type::FocusLost) CancelClicks();
   const bool used = manager.OnEvent(event);
   if (event.button == MouseButton::Right) OnRightClick(event, used);
   if (event.type == WindowEvent::Type::MouseUp) OnClick(event);
+  if (event.type == WindowEvent::Type::MouseDown) OnSideButton(event.button);
   if (event.type == WindowEvent::Type::KeyDown && !used) OnKey(event);
   NotePointer(event);
 }
@@ -127,11 +132,24 @@ void Viewport::NotePointer(const WindowEvent& event) {
 // What is under a pointer that rests may change as well.
 void Viewport::FollowTooltip() { tooltip.Follow(manager.GetTooltip(), pointerX, pointerY, IsPressed()); }
 
+void Viewport::CancelClicks() {
+  clicks.Cancel();
+  middleClicks.Cancel();
+}
+
 void Viewport::OnClick(const WindowEvent& event) {
+  const int middleCount = middleClicks.OnMouseUp(event);
+  if (middleCount == 2 && !IsPressed() && !disc.IsOverWelcome()) return Run(*FindViewCommand("fit-all"));
   const int count = clicks.OnMouseUp(event);
   if (!manager.IsClickFree() || disc.IsOverWelcome()) return;
   if (count == 1) selection.PickAt(event.x, event.y);
   if (count == 2) CentreOnPixel(target, event.x, event.y);
+}
+
+// Through the views, as a browser goes through its pages.
+void Viewport::OnSideButton(MouseButton button) {
+  if (button <= MouseButton::Right || IsPressed()) return;
+  Run(*FindViewCommand(button == MouseButton::Back ? "previous-view" : "next-view"));
 }
 
 // Where neither the cube nor a bar opens a menu of its own.
@@ -156,7 +174,7 @@ void Viewport::OnKey(const WindowEvent& event) {
 
 void Viewport::Run(const ViewCommand& command) {
   manager.Cancel();
-  clicks.Cancel();
+  CancelClicks();
   tooltip.Dismiss();
   command.run(target);
 }

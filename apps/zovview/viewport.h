@@ -100,6 +100,8 @@ class Viewport {
 
   bool OnEventOfShow(const zovhost::WindowEvent& event);
   void OnClick(const zovhost::WindowEvent& event);
+  void OnSideButton(zovhost::MouseButton button);
+  void CancelClicks();
   void OnKey(const zovhost::WindowEvent& event);
   void OnRightClick(const zovhost::WindowEvent& event, bool used);
   void NotePointer(const zovhost::WindowEvent& event);
@@ -115,6 +117,7 @@ class Viewport {
   ViewerViewManager manager;
   Pointer pointer;
   zovhost::ClickWatch clicks;
+  zovhost::ClickWatch middleClicks{zovhost::MouseButton::Middle};
   ViewBars bars;
   ViewStory story;
   zovhost::TooltipNote tooltip;

@@ -171,6 +171,30 @@ TEST_F(ViewCommandsTest, a_fit_keeps_the_direction_and_touches_the_frame_in_ever
   }
 }
 
+// ---- keys ----
+
+TEST_F(ViewCommandsTest, the_number_pad_lies_as_the_sides_do) {
+  constexpr unsigned CONTROL = zovhost::WindowEvent::CONTROL;
+  const struct {
+    SDL_Keycode key;
+    unsigned modifiers;
+    const char* name;
+  } rows[] = {{SDLK_KP_1, 0, "front"},         {SDLK_KP_1, CONTROL, "back"},
+              {SDLK_KP_3, 0, "right"},         {SDLK_KP_3, CONTROL, "left"},
+              {SDLK_KP_7, 0, "top"},           {SDLK_KP_7, CONTROL, "bottom"},
+              {SDLK_KP_9, 0, "isometric"},     {SDLK_KP_5, 0, "toggle-projection"},
+              {SDLK_KP_0, 0, "home"},          {SDLK_KP_PERIOD, 0, "fit-selection"},
+              {SDLK_KP_MULTIPLY, 0, "fit-all"}};
+  for (const auto& row : rows) {
+    const ViewCommand* const found = zovview::FindViewCommand(row.key, row.modifiers);
+    ASSERT_NE(found, nullptr) << row.name;
+    EXPECT_EQ(found->name, row.name);
+  }
+  EXPECT_EQ(zovview::FindViewCommand(SDLK_KP_9, CONTROL), nullptr);
+  EXPECT_EQ(zovview::FindViewCommand(SDLK_KP_1, zovhost::WindowEvent::ALT), nullptr);
+  EXPECT_EQ(zovview::FindViewCommand(SDLK_KP_2), nullptr);
+}
+
 // ---- travelling ----
 
 TEST_F(ViewCommandsTest, home_is_reached_by_travelling) {
@@ -186,6 +210,18 @@ TEST_F(ViewCommandsTest, home_is_reached_by_travelling) {
   EXPECT_GT((hub.GetView().eye - home.eye).Length(), 1.0);
   Arrive();
   EXPECT_LT((hub.GetView().eye - home.eye).Length(), 1e-9);
+}
+
+TEST_F(ViewCommandsTest, home_keeps_the_projection) {
+  for (const bool orthographic : {false, true}) {
+    StartAtHome(orthographic);
+    zovview::ShowTop(target);
+    Arrive();
+    zovview::GoHome(target);
+    Arrive();
+    EXPECT_EQ(hub.GetView().IsOrthographic(), orthographic);
+    EXPECT_LT((hub.GetView().eye - hub.GetHomeCamera().eye).Length(), 1e-9);
+  }
 }
 
 TEST_F(ViewCommandsTest, a_window_that_changes_its_shape_stops_a_travelling_camera) {

@@ -120,7 +120,7 @@ TEST_F(ViewerTest, keys_change_the_settings) {
   EXPECT_TRUE(GetHub().GetView().IsOrthographic());
   Press(SDLK_HOME);
   ComeToRest();
-  EXPECT_FALSE(GetHub().GetView().IsOrthographic());
+  EXPECT_TRUE(GetHub().GetView().IsOrthographic()) << "home is a place, the projection a choice";
 }
 
 TEST_F(ViewerTest, the_compass_follows_the_pointer) {
@@ -433,6 +433,89 @@ TEST_F(ViewerTest, the_menu_wedge_opens_the_menu_and_the_close_wedge_closes_the_
   ASSERT_EQ(disc.GetActiveDisc(), Korvane::DiscType::ViewObject) << "the key was the menu's";
   clickOn(Korvane::HelmDiscZone::Close);
   EXPECT_EQ(disc.GetActiveDisc(), Korvane::DiscType::None);
+}
+
+// ---- further hands ----
+
+TEST_F(ViewerTest, side_buttons_step_through_the_views) {
+  const auto side = [this](Uint8 button) {
+    PushButton(SDL_MOUSEBUTTONDOWN, 500, 300, 1, button);
+    PushButton(SDL_MOUSEBUTTONUP, 500, 300, 1, button);
+    ComeToRest();
+  };
+  const Korvane::Vector3 start = GetHub().GetView().eye;
+  Press(SDLK_5);
+  ComeToRest();
+  const Korvane::Vector3 top = GetHub().GetView().eye;
+  ASSERT_GT((top - start).Length(), 0.1);
+  side(SDL_BUTTON_X1);
+  EXPECT_LT((GetHub().GetView().eye - start).Length(), 1e-9);
+  side(SDL_BUTTON_X2);
+  EXPECT_LT((GetHub().GetView().eye - top).Length(), 1e-9);
+
+  PushButton(SDL_MOUSEBUTTONDOWN, 500, 300, 1);
+  PushButton(SDL_MOUSEBUTTONDOWN, 500, 300, 1, SDL_BUTTON_X1);
+  PushButton(SDL_MOUSEBUTTONUP, 500, 300, 1, SDL_BUTTON_X1);
+  do window->Step(0);
+  while (SDL_HasEvent(SDL_MOUSEBUTTONUP) == SDL_TRUE);
+  EXPECT_LT((GetHub().GetView().eye - top).Length(), 1e-9) << "not in the middle of a drag";
+  PushButton(SDL_MOUSEBUTTONUP, 500, 300, 1);
+  ComeToRest();
+}
+
+TEST_F(ViewerTest, the_middle_button_pressed_twice_fits_all) {
+  const double home = (GetHub().GetView().eye - GetHub().GetView().centre).Length();
+  for (int i = 0; i < 4; ++i) {
+    SDL_Event event = {};
+    event.type = SDL_MOUSEWHEEL;
+    event.wheel.y = -1;
+    event.wheel.preciseY = -1.0F;
+    event.wheel.mouseX = 500;
+    event.wheel.mouseY = 300;
+    SDL_PushEvent(&event);
+    ComeToRest();
+  }
+  const auto distance = [this] { return (GetHub().GetView().eye - GetHub().GetView().pivot).Length(); };
+  const double away = distance();
+  ASSERT_GT(away, 1.2 * home);
+  const auto middle = [this](Uint8 clicks, int toX) {
+    PushMotion(500, 300);
+    PushButton(SDL_MOUSEBUTTONDOWN, 500, 300, clicks, SDL_BUTTON_MIDDLE);
+    PushMotion(toX, 300);
+    PushButton(SDL_MOUSEBUTTONUP, toX, 300, clicks, SDL_BUTTON_MIDDLE);
+    ComeToRest();
+  };
+  middle(1, 500);
+  middle(2, 540);
+  EXPECT_GT(distance(), 0.9 * away) << "a drag is no click";
+  middle(1, 500);
+  EXPECT_GT(distance(), 0.9 * away);
+  middle(2, 500);
+  EXPECT_LT(distance(), 0.9 * away);
+}
+
+// Over the panel a button of the pointer is the panel's.
+TEST_F(ViewerTest, the_question_mark_opens_and_closes_the_panel_as_its_own_key_does) {
+  const auto isOverPanel = [this] {
+    const Korvane::Vector3 before = GetHub().GetView().eye;
+    Press(SDLK_5);
+    ComeToRest();
+    PushMotion(40, HEIGHT - 60);
+    PushButton(SDL_MOUSEBUTTONDOWN, 40, HEIGHT - 60, 1, SDL_BUTTON_X1);
+    PushButton(SDL_MOUSEBUTTONUP, 40, HEIGHT - 60, 1, SDL_BUTTON_X1);
+    ComeToRest();
+    const bool stepped = (GetHub().GetView().eye - before).Length() < 1e-9;
+    Press(SDLK_HOME);
+    ComeToRest();
+    return !stepped;
+  };
+  EXPECT_TRUE(isOverPanel());
+  Press(SDLK_QUESTION);
+  ComeToRest();
+  EXPECT_FALSE(isOverPanel());
+  Press(SDLK_F1);
+  ComeToRest();
+  EXPECT_TRUE(isOverPanel());
 }
 
 // ---- the welcome screen ----

@@ -27,6 +27,15 @@ TEST(ClickWatch, clicks_in_a_row_are_counted) {
   }
 }
 
+TEST(ClickWatch, watches_the_button_that_it_is_told) {
+  zovhost::ClickWatch watch(MouseButton::Middle);
+  watch.OnMouseDown(At(10, 20, 2));
+  EXPECT_EQ(watch.OnMouseUp(At(10, 20, 2)), 0);
+  watch.OnMouseDown(At(10, 20, 2, MouseButton::Middle));
+  EXPECT_EQ(watch.OnMouseUp(At(10, 20, 2, MouseButton::Left)), 0);
+  EXPECT_EQ(watch.OnMouseUp(At(10, 20, 2, MouseButton::Middle)), 2);
+}
+
 TEST(ClickWatch, a_hand_may_tremble) {
   zovhost::ClickWatch watch;
   watch.OnMouseDown(At(10, 20));

@@ -116,12 +116,21 @@ TEST_F(WindowTest, names_the_buttons) {
   PushButton(SDL_MOUSEBUTTONUP, SDL_BUTTON_MIDDLE, 1, 1);
   PushButton(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_RIGHT, 1, 1);
   PushButton(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_X1, 1, 1);
+  PushButton(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_X2, 1, 1);
+  PushButton(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_X2 + 1, 1, 1);
   Pump();
-  ASSERT_EQ(events.size(), 3U);  // the fourth has no use
+  ASSERT_EQ(events.size(), 5U);  // the sixth has no use
   EXPECT_EQ(events[0].type, Type::MouseDown);
   EXPECT_EQ(events[0].button, MouseButton::Middle);
   EXPECT_EQ(events[1].type, Type::MouseUp);
   EXPECT_EQ(events[2].button, MouseButton::Right);
+  EXPECT_EQ(events[3].button, MouseButton::Back);
+  EXPECT_EQ(events[4].button, MouseButton::Forward);
+}
+
+TEST_F(WindowTest, has_no_display_to_fill_offscreen) {
+  EXPECT_FALSE(window->SetFullScreen(true));
+  EXPECT_FALSE(window->IsFullScreen());
 }
 
 TEST_F(WindowTest, turns_a_flipped_wheel_round) {

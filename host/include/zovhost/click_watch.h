@@ -4,11 +4,13 @@
 
 namespace zovhost {
 
-/// Tells the clicks of the left button, a press and a release at about the same place, from its drags.
+/// Tells the clicks of a button, a press and a release at about the same place, from its drags.
 class ClickWatch {
  public:
   /// Pixels that the pointer may stray in a click.
   static constexpr int REACH = 3;
+
+  explicit ClickWatch(MouseButton watchedButton = MouseButton::Left) : watched(watchedButton) {}
 
   void OnMouseDown(const WindowEvent& event);
   void OnMouseMove(const WindowEvent& event);
@@ -18,6 +20,7 @@ class ClickWatch {
   void Cancel() { clicks = 0; }
 
  private:
+  MouseButton watched;
   int clicks = 0;  // that the release will make; 0: none
   int x = 0;
   int y = 0;

@@ -13,7 +13,8 @@ namespace zovhost {
 
 struct Image;
 
-enum class MouseButton : int { Left = 0, Middle = 1, Right = 2 };
+/// Back and Forward are the side buttons.
+enum class MouseButton : int { Left = 0, Middle = 1, Right = 2, Back = 3, Forward = 4 };
 
 /// What happened in a window. Positions are viewport pixels, origin at the bottom left, y upward; during a
 /// drag they may lie outside the viewport.
@@ -87,6 +88,10 @@ class Window {
   double GetScale() const;
   void SetTitle(const std::string& title);
   void Hide();
+  /// The whole of the display that the window is on. False, with nothing changed, where that is not to be
+  /// had, as offscreen.
+  bool SetFullScreen(bool full);
+  bool IsFullScreen() const;
 
   void SetEventHandler(EventHandler handler);
   void SetNativeEventHook(NativeEventHook hook);

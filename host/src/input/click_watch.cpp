@@ -7,7 +7,7 @@ namespace zovhost {
 
 // Another button during the press makes something else of it.
 void ClickWatch::OnMouseDown(const WindowEvent& event) {
-  clicks = event.button == MouseButton::Left ? event.clicks : 0;
+  clicks = event.button == watched ? event.clicks : 0;
   x = event.x;
   y = event.y;
 }
@@ -17,7 +17,7 @@ void ClickWatch::OnMouseMove(const WindowEvent& event) {
 }
 
 int ClickWatch::OnMouseUp(const WindowEvent& event) {
-  if (event.button != MouseButton::Left) return 0;
+  if (event.button != watched) return 0;
   OnMouseMove(event);
   return std::exchange(clicks, 0);
 }

@@ -77,7 +77,11 @@ bool WindowViewManager::WantMiddleMouseNavigation() const {
 
 // ---- events ----
 
+// The side buttons are the host's.
 bool WindowViewManager::OnEvent(const WindowEvent& event) {
+  const bool ofButton =
+      event.type == WindowEvent::Type::MouseDown || event.type == WindowEvent::Type::MouseUp;
+  if (ofButton && event.button > MouseButton::Right) return false;
   switch (event.type) {
     case WindowEvent::Type::MouseDown:
       return OnPress(event);

@@ -156,6 +156,14 @@ void Window::KeepOpen() { impl->closed = false; }
 bool Window::IsOpen() const { return !impl->closed; }
 void Window::Hide() { SDL_HideWindow(impl->window.get()); }
 
+bool Window::SetFullScreen(bool full) {
+  const Uint32 flags = full ? Uint32{SDL_WINDOW_FULLSCREEN_DESKTOP} : 0U;
+  return !impl->offscreen && SDL_SetWindowFullscreen(impl->window.get(), flags) == 0;
+}
+bool Window::IsFullScreen() const {
+  return (SDL_GetWindowFlags(impl->window.get()) & SDL_WINDOW_FULLSCREEN) != 0;
+}
+
 // ---- properties ----
 
 bool Window::IsOffscreen() const { return impl->offscreen; }

@@ -16,9 +16,11 @@ struct ButtonName {
   Uint8 native;
   MouseButton button;
 };
-constexpr std::array<ButtonName, 3> BUTTONS = {{{SDL_BUTTON_LEFT, MouseButton::Left},
+constexpr std::array<ButtonName, 5> BUTTONS = {{{SDL_BUTTON_LEFT, MouseButton::Left},
                                                 {SDL_BUTTON_MIDDLE, MouseButton::Middle},
-                                                {SDL_BUTTON_RIGHT, MouseButton::Right}}};
+                                                {SDL_BUTTON_RIGHT, MouseButton::Right},
+                                                {SDL_BUTTON_X1, MouseButton::Back},
+                                                {SDL_BUTTON_X2, MouseButton::Forward}}};
 
 const ButtonName* FindButton(Uint8 native) {
   for (const ButtonName& name : BUTTONS) {
