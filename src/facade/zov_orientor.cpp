@@ -34,7 +34,7 @@ void zovOrientorP::GoToHomeView() { owner->go_to_home_view(); }
 
 bool zovOrientorP::ShowsLabelOf(const zovRendererP& maker) {
   const Korvane::CubeLabel& label = GetParts().label;
-  return maker.HasLent(label.plain) || maker.HasLent(label.highlighted);
+  return maker.HasLent(label.plain.Get()) || maker.HasLent(label.highlighted.Get());
 }
 
 // ---- partners that are taken away ----
