@@ -63,7 +63,7 @@ class ZOVTOOLS_API Orientor {
   virtual void SetRewindHistory(RewindHistory* history);
 
   /// Takes textures and texts. False without a renderer.
-  virtual bool Create();
+  [[nodiscard]] virtual bool Create();
   /// Gives them back, and ends a press, a drag and a move that the cube has begun; it begins none meanwhile.
   /// The mouse is on nothing until it is looked at again. False without a renderer.
   virtual bool Destroy();
@@ -75,8 +75,9 @@ class ZOVTOOLS_API Orientor {
   virtual bool OnLeftMouseDown(int x, int y);
   virtual bool OnLeftMouseUp(int x, int y);
 
-  /// The host's context menu of the cube, when the mouse is on the cube. False when it was not opened.
-  virtual bool OpenMenu();
+  /// The host's context menu of the cube, when the mouse is on the cube. False when the cube
+  /// did not ask for it; what the host answers does not count.
+  [[nodiscard]] virtual bool OpenMenu();
   /// The host's list of coordinate systems, at the label that shows the active one.
   virtual void OpenUCSMenu();
   virtual void GoToHomeView();
@@ -187,7 +188,8 @@ class ZOVTOOLS_API Orientor {
   OrientorObserver::OrientorPart GetOrientorPartForObserver() const;
   /// What a click on the present part does. True when the camera has set out.
   bool StartTransition();
-  /// Presses a part from outside, by its number for observers.
+  /// Presses a part from outside, by its number for observers. The arrows to the faces and the ring press
+  /// nothing.
   void InjectClick(int part);
 
   /// For the tests of the library, which see what it is.
