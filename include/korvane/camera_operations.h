@@ -152,17 +152,17 @@ class ZOVTOOLS_API CameraOperations {
   virtual bool ConstrainPivotToViewport();
   /// Straightens the camera in an animated move. False when there is nothing to straighten, and for a
   /// duration that is not finite.
-  virtual bool AlignToSceneUpDirection(double duration);
+  [[nodiscard]] virtual bool AlignToSceneUpDirection(double duration);
   /// Leaves orthographic, where `auto_switch_projection` allows it. True when the view is perspective now.
-  virtual bool AutoSwitchToPerspectiveProjection();
+  [[nodiscard]] virtual bool AutoSwitchToPerspectiveProjection();
   /// The global bounding sphere lies wholly outside the view.
   virtual bool IsSceneOutsideView(const CameraParameters& camera);
   /// Animated moves, half a second long, that keep the direction of the view.
-  virtual bool FitAllToView();
-  virtual bool TransitionCameraToFitBoundingBox(const Vector3& centre, Box3 box);
-  virtual bool TransitionCameraToFitBoundingSphere(const Vector3& centre, double radius);
+  [[nodiscard]] virtual bool FitAllToView();
+  [[nodiscard]] virtual bool TransitionCameraToFitBoundingBox(const Vector3& centre, Box3 box);
+  [[nodiscard]] virtual bool TransitionCameraToFitBoundingSphere(const Vector3& centre, double radius);
   /// Fits the scene bounds, which follow the selection.
-  virtual bool FitSelectionToView();
+  [[nodiscard]] virtual bool FitSelectionToView();
 
   // ---- bounds recalculation ----
 
@@ -177,10 +177,10 @@ class ZOVTOOLS_API CameraOperations {
   /// on its narrower sides; no margin. All four half angles are honoured exactly, negative ones included.
   /// `centre` is where the box stands. False, with nothing changed, for a radius not above 0 and wherever
   /// the result would not be finite.
-  bool FitBoundingBoxToView(const Vector3& centre, Box3 box, Vector3 direction, const Vector3& up,
-                            CameraParameters& camera) const;
-  bool FitBoundingSphereToView(const Vector3& centre, double radius, Vector3 direction, const Vector3& up,
-                               CameraParameters& camera) const;
+  [[nodiscard]] bool FitBoundingBoxToView(const Vector3& centre, Box3 box, Vector3 direction,
+                                          const Vector3& up, CameraParameters& camera) const;
+  [[nodiscard]] bool FitBoundingSphereToView(const Vector3& centre, double radius, Vector3 direction,
+                                             const Vector3& up, CameraParameters& camera) const;
 
   /// For those that borrow the hub and may outlive it.
   Lifeline& GetLifeline() { return lifeline; }

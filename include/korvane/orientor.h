@@ -57,12 +57,13 @@ class ZOVTOOLS_API Orientor {
   /// Another hub, or none, ends what the mouse does with the cube, in the hub that was there; nothing begins
   /// meanwhile. A hub that is destroyed is forgotten by itself.
   virtual void SetKorvane(CameraOperations* hub);
-  /// Call Destroy before another renderer takes over: what this one made can be given back only to it.
+  /// Call Destroy before another renderer takes over: what this one made can be given back only to it. A
+  /// renderer that is destroyed is forgotten by itself, and a label of its making with it.
   virtual void SetRenderer(Renderer* value);
   virtual void SetRewindHistory(RewindHistory* history);
 
   /// Takes textures and texts. False without a renderer.
-  virtual bool Create();
+  [[nodiscard]] virtual bool Create();
   /// Gives them back, and ends a press, a drag and a move that the cube has begun; it begins none meanwhile.
   /// The mouse is on nothing until it is looked at again. False without a renderer.
   virtual bool Destroy();
@@ -74,8 +75,9 @@ class ZOVTOOLS_API Orientor {
   virtual bool OnLeftMouseDown(int x, int y);
   virtual bool OnLeftMouseUp(int x, int y);
 
-  /// The host's context menu of the cube, when the mouse is on the cube. False when it was not opened.
-  virtual bool OpenMenu();
+  /// The host's context menu of the cube, when the mouse is on the cube. False when the cube
+  /// did not ask for it; what the host answers does not count.
+  [[nodiscard]] virtual bool OpenMenu();
   /// The host's list of coordinate systems, at the label that shows the active one.
   virtual void OpenUCSMenu();
   virtual void GoToHomeView();
@@ -186,7 +188,8 @@ class ZOVTOOLS_API Orientor {
   OrientorObserver::OrientorPart GetOrientorPartForObserver() const;
   /// What a click on the present part does. True when the camera has set out.
   bool StartTransition();
-  /// Presses a part from outside, by its number for observers.
+  /// Presses a part from outside, by its number for observers. The arrows to the faces and the ring press
+  /// nothing.
   void InjectClick(int part);
 
   /// For the tests of the library, which see what it is.

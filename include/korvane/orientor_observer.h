@@ -15,7 +15,8 @@ class Orientor;
 /// the view manager. It must not destroy the cube or the hub.
 class ZOVTOOLS_API OrientorObserver {
  public:
-  /// What a click or a drag was on. The same numbers name a part to be pressed from outside.
+  /// What a click or a drag was on. The same numbers name a part to be pressed from outside, but for the
+  /// arrows to the faces and the ring of the compass, which are only told of.
   enum OrientorPart : int {
     PART_NONE = -1,
 

@@ -133,7 +133,7 @@ class ZOVTOOLS_API Renderer {
                                                                  Vector3& hit);
   /// The part of the model under the pointer; false unless the host can tell.
   [[nodiscard]] virtual bool BeginMouseoverComponent(bool highlightFaces);
-  virtual bool GetMouseoverComponent(Vector2 pixel, Vector3& point, Vector3& normal);
+  [[nodiscard]] virtual bool GetMouseoverComponent(Vector2 pixel, Vector3& point, Vector3& normal);
   virtual bool EndMouseoverComponent();
 
   /// Changes the cursor at once, or queues the change while the queue is open, and is then false.

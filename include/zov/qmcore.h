@@ -86,7 +86,8 @@ class qmPoint2 : public qmComponents2<qmPoint2> {
   template <qmOwnVector<2> Own>
   constexpr qmPoint2(const Own& own) : qmComponents2(own) {}  // NOLINT(google-explicit-constructor)
 
-  /// On the way to `other`: 0 is here and 1 there, both exactly; beyond them the line goes on.
+  /// On the way to `other`: 0 is here and 1 there, both exactly if both are finite; beyond them the line goes
+  /// on.
   constexpr qmPoint2 interpolate(const qmPoint2& other, double t) const {
     return {(1.0 - t) * x() + t * other.x(), (1.0 - t) * y() + t * other.y()};
   }

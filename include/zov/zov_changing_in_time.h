@@ -11,7 +11,7 @@
 /// runs on by itself. The one number that is not the host's own is the speed of a walk that
 /// zovApplicationParameters hands out by reference: what is done to it, also by assignment, is done to the
 /// settings of the view. Arithmetic moves both ends and keeps a running number in step; a comparison reads,
-/// and so advances. Times are in seconds. No operation but a copy of a chain allocates.
+/// and so advances. Times are in seconds. No operation allocates.
 class zovChangingInTimeValue {
  public:
   /// Rests at 0.
@@ -71,6 +71,7 @@ class zovChangingInTimeValue {
 ///
 /// The clock of a chain starts at its first read after `start`, however late that comes. A chain moves on
 /// whenever its current number is at rest, started or not: one that is meant to rest holds a single number.
+/// It allocates when it is made of a number, grows or is copied, and at no other time.
 class zovChangingInTimeValueChain {
  public:
   /// Empty.

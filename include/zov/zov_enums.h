@@ -276,7 +276,8 @@ enum class zovOrientorSize : int {
   Large = 4,
 };
 
-/// What a click or a drag of the cube was on. The same numbers name a part to be pressed from outside.
+/// What a click or a drag of the cube was on. The same numbers name a part to be pressed from outside, but
+/// for the arrows to the faces and the ring of the compass, which are only told of.
 enum class zovOrientorPart : int {
   NoPart = -1,
   Back = 0,

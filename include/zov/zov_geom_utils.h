@@ -11,8 +11,10 @@
 ///
 /// A box is a centre with half extents on the one side and two corners on the other. There and back again its
 /// centre c and half extent h are off by at most 2^-52 (|c| + |h|) on each axis, unless a corner is so near
-/// to zero, below 2^-1021, that half of it has lost a bit. A box of the library may be turned: its axes stay
-/// behind, and what comes back stands along those of the world.
+/// to zero, below 2^-1021, that half of it has lost a bit, or |c| + |h| is beyond the largest double, so that
+/// a corner is infinite. An axis with a corner that is not finite has no finite centre or no finite half
+/// extent, and the other way round. A box of the library may be turned: its axes stay behind, and what comes
+/// back stands along those of the world.
 class zovGeomUtils {
  public:
   static constexpr qmPoint2 kvvec_to_qmpnt(const Korvane::Vector2& v) { return {v.x, v.y}; }

@@ -29,9 +29,11 @@ class zovRenderer;
 /// A host may override any of the virtual operations; a call from outside and one from within the library
 /// both come to its override, once. Camera operations and renderer are shared: the cube keeps them until it
 /// is given others, or none; what needs one that is missing is skipped and answers false, -1 or zero. What is
-/// taken away while the cube, or itself, is being called stays until that is over. Call destroy before
-/// another renderer takes over, and before the cube ends: the renderer of before stays as long as the cube
-/// has a label of its making. All calls belong on the host's window thread.
+/// taken away while the library calls it stays until that is over: it goes at the end of the call of the cube
+/// that is under way, or else of the next one, of which mere questions are none. Call destroy before another
+/// renderer takes over, and before the cube ends: the renderer of before stays as long as the cube has a
+/// label of its making. A partner that the host shares without owning may end at any time but within a call
+/// of it, and is then forgotten. All calls belong on the host's window thread.
 class ZOVTOOLS_API zovOrientor {
  public:
   zovOrientor();
@@ -48,7 +50,8 @@ class ZOVTOOLS_API zovOrientor {
   virtual bool on_mouse_move(int x, int y);
   virtual bool on_left_mouse_down(int x, int y);
   virtual bool on_left_mouse_up(int x, int y);
-  /// The host's context menu of the cube, when the mouse is on the cube. False when it was not opened.
+  /// The host's context menu of the cube, when the mouse is on the cube. False when the cube
+  /// did not ask for it; what the host answers does not count.
   [[nodiscard]] virtual bool open_menu();
   /// The host's list of coordinate systems, at the label that shows the active one.
   virtual void open_ucs_menu();
@@ -58,7 +61,8 @@ class ZOVTOOLS_API zovOrientor {
   // ---- partners ----
 
   /// Other camera operations, or none, end what the mouse does with the cube. These two may be called from
-  /// anywhere, also from within what they take away.
+  /// anywhere, also from within what the library calls of those that they take away. A host that calls camera
+  /// operations or a renderer itself, on either layer, holds a pointer to them meanwhile.
   void set_camera_operations(std::shared_ptr<zovCameraOperations> operations);
   void set_renderer(std::shared_ptr<zovRenderer> renderer);
   /// Shares the observer, also one that was made for another cube. False for null only; one that is already
@@ -129,7 +133,8 @@ class ZOVTOOLS_API zovOrientor {
 
   /// Straightens the camera in an animated move, with `preserve_scene_up`.
   void align_to_orbit_up_direction();
-  /// Presses a part from outside. A number that names none presses nothing.
+  /// Presses a part from outside. The arrows to the faces, the ring of the compass and a
+  /// number that names none press nothing.
   void inject_click(zovOrientorPart part);
   /// True: toggles whether the bounds of the scene stay on the selection. False: turns that on.
   void lock_to_current_selection(bool toggle);
@@ -147,6 +152,7 @@ class ZOVTOOLS_API zovOrientor {
 
   // An observer that ends without having been removed.
   void forget(const zovOrientorObserver* gone);
+  std::vector<std::shared_ptr<zovOrientorObserver>> take_out(const zovOrientorObserver* observer);
   void let_go_of_former();
 
   int calls = 0;  // of the cube, under way

@@ -15,8 +15,8 @@ class zovOrientorObserverP;
 /// Is told what the user does with an orientation cube. The cube that it has been added to shares it.
 ///
 /// While it is being told it may begin and end moves, add and remove observers, itself included - then it
-/// goes, if nobody else holds it, when it has been told - change the settings and hide the cube. It must not
-/// end the cube.
+/// goes, if nobody else holds it, when it has been told, by whatever pointer it was added - change the
+/// settings and hide the cube. It must not end the cube.
 class ZOVTOOLS_API zovOrientorObserver : public std::enable_shared_from_this<zovOrientorObserver> {
  public:
   /// Only keeps the cube; zovOrientor::add_observer makes the two known to each other.
@@ -37,7 +37,7 @@ class ZOVTOOLS_API zovOrientorObserver : public std::enable_shared_from_this<zov
 
  protected:
   /// Null once the cube is gone.
-  quObserverPtr<zovOrientor> get_orientor() const;
+  [[nodiscard]] quObserverPtr<zovOrientor> get_orientor() const;
 
  private:
   friend class zovOrientor;

@@ -246,11 +246,12 @@ bool CameraOperations::TransitionTo(const CameraParameters& target, double durat
   return BeginShot(transition);
 }
 
+// What cannot be fitted leaves the target where the camera is: the move is made, and stays there.
 bool CameraOperations::TransitionCameraToFitBoundingBox(const Vector3& centre, Box3 box) {
   const CallingOut out(callsOut);
   CameraParameters target;
   QueryCameraParameters(target);
-  FitBoundingBoxToView(centre, box, ViewDirection(target), target.up.Normalized(), target);
+  (void)FitBoundingBoxToView(centre, box, ViewDirection(target), target.up.Normalized(), target);
   return TransitionTo(target, FIT_DURATION);
 }
 
@@ -258,7 +259,7 @@ bool CameraOperations::TransitionCameraToFitBoundingSphere(const Vector3& centre
   const CallingOut out(callsOut);
   CameraParameters target;
   QueryCameraParameters(target);
-  FitBoundingSphereToView(centre, radius, ViewDirection(target), target.up.Normalized(), target);
+  (void)FitBoundingSphereToView(centre, radius, ViewDirection(target), target.up.Normalized(), target);
   return TransitionTo(target, FIT_DURATION);
 }
 

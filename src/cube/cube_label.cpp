@@ -1,7 +1,5 @@
 #include "cube/cube_label.h"
 
-#include <utility>
-
 #include "korvane/icon2d.h"
 
 namespace Korvane {
@@ -9,9 +7,12 @@ namespace Korvane {
 namespace {
 
 // What is made anew meanwhile is not touched.
-void DestroyIcons(Renderer& renderer, DynamicIcon2D*& first, DynamicIcon2D*& second) {
-  DynamicIcon2D* gone[] = {std::exchange(first, nullptr), std::exchange(second, nullptr)};
-  for (DynamicIcon2D*& icon : gone) {
+void DestroyIcons(Renderer& renderer, Borrowed<DynamicIcon2D>& first, Borrowed<DynamicIcon2D>& second) {
+  const Borrowed<DynamicIcon2D> gone[] = {Borrowed(first.Get()), Borrowed(second.Get())};
+  first.Set(nullptr);
+  second.Set(nullptr);
+  for (const auto& each : gone) {
+    DynamicIcon2D* icon = each.Get();
     if (icon != nullptr) renderer.DestroyIcon(icon);
   }
 }
@@ -30,7 +31,7 @@ bool CubeLabel::ShowsSecondName(const OrientorParameters& parameters) const {
 }
 
 bool CubeLabel::IsMismatched(const OrientorParameters& parameters) const {
-  return parameters.draw_ucs_menu != (plain != nullptr);
+  return parameters.draw_ucs_menu != (plain.Get() != nullptr);
 }
 
 bool CubeLabel::IsOutdated(const OrientorParameters& parameters, const CubeLayout& layout,
@@ -50,14 +51,14 @@ void CubeLabel::Make(Renderer& renderer, const OrientorParameters& parameters, c
   const std::wstring first = activeName;
   const std::wstring second = ShowsSecondName(parameters) ? defaultName : std::wstring();
   const int width = layout.GetLabelWidth(parameters);
-  DynamicIcon2D* madePlain = renderer.CreateUCSMenuLabel(first.c_str(), second.c_str(), false, width);
-  DynamicIcon2D* madeLit = renderer.CreateUCSMenuLabel(first.c_str(), second.c_str(), true, width);
+  Borrowed<DynamicIcon2D> madePlain(renderer.CreateUCSMenuLabel(first.c_str(), second.c_str(), false, width));
+  Borrowed<DynamicIcon2D> madeLit(renderer.CreateUCSMenuLabel(first.c_str(), second.c_str(), true, width));
   if (!wanted) {
     DestroyIcons(renderer, madePlain, madeLit);
     return;
   }
-  plain = madePlain;
-  highlighted = madeLit;
+  plain.Set(madePlain.Get());
+  highlighted.Set(madeLit.Get());
 }
 
 void CubeLabel::Destroy(Renderer& renderer) {
@@ -67,7 +68,7 @@ void CubeLabel::Destroy(Renderer& renderer) {
 
 DynamicIcon2D* CubeLabel::Find(const OrientorParameters& parameters, bool lit) const {
   if (!parameters.draw_ucs_menu) return nullptr;
-  return lit ? highlighted : plain;
+  return (lit ? highlighted : plain).Get();
 }
 
 void CubeLabel::Place(DynamicIcon2D& icon, const OrientorParameters& parameters, const CubeLayout& layout,

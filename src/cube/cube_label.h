@@ -11,7 +11,8 @@ namespace Korvane {
 class DynamicIcon2D;
 
 /// The label of the coordinate system below the cube, in its two forms. The icons are made, and destroyed, by
-/// the renderer; a host may take the renderer away or give another name while it makes them.
+/// the renderer; a host may take the renderer away or give another name while it makes them. Icons that go
+/// without the cube, as with their renderer, are none.
 class CubeLabel {
  public:
   static constexpr int ID = 5;  // among the parts of the overlay
@@ -41,8 +42,8 @@ class CubeLabel {
                     double opacity);
   static void Offer(const DynamicIcon2D& icon, QuadSink& sink);
 
-  DynamicIcon2D* plain = nullptr;
-  DynamicIcon2D* highlighted = nullptr;
+  Borrowed<DynamicIcon2D> plain;
+  Borrowed<DynamicIcon2D> highlighted;
   bool madeWithCompass = false;
 
  private:

@@ -34,19 +34,19 @@ void Orientor::SetKorvane(CameraOperations* hub) {
 }
 
 void Orientor::SetRenderer(Renderer* value) {
-  if (value != parts->renderer) parts->label.ForsakeMaking();
-  parts->renderer = value;
+  if (value != parts->renderer.Get()) parts->label.ForsakeMaking();
+  parts->renderer.Set(value);
 }
 void Orientor::SetRewindHistory(RewindHistory* history) { parts->partners.history.Set(history); }
 
 bool Orientor::Create() {
-  if (parts->renderer == nullptr) return false;
-  Renderer& renderer = *parts->renderer;
+  Renderer* const renderer = parts->renderer.Get();
+  if (renderer == nullptr) return false;
   for (int id = TEXTURES_CUBE.first; id <= TEXTURES_CUBE.last; ++id)
-    renderer.IncrementTextureUsage(static_cast<TextureID>(id));
-  renderer.ApplyTextureUsage();
-  parts->tooltips.Load(renderer);
-  const std::wstring name = renderer.LoadStringResource(STRING_UCS_DEFAULT);
+    renderer->IncrementTextureUsage(static_cast<TextureID>(id));
+  renderer->ApplyTextureUsage();
+  parts->tooltips.Load(*renderer);
+  const std::wstring name = renderer->LoadStringResource(STRING_UCS_DEFAULT);
   parts->label.SetDefaultName(name);
   SetActiveUCS(name.c_str(), true);
   return true;
@@ -58,12 +58,12 @@ bool Orientor::Destroy() {
     EndGesture();
     LeaveMove();
   }
-  if (parts->renderer == nullptr) return false;
-  Renderer& renderer = *parts->renderer;
+  Renderer* const renderer = parts->renderer.Get();
+  if (renderer == nullptr) return false;
   for (int id = TEXTURES_CUBE.first; id <= TEXTURES_CUBE.last; ++id)
-    renderer.DecrementTextureUsage(static_cast<TextureID>(id));
-  parts->label.Destroy(renderer);
-  renderer.ApplyTextureUsage();
+    renderer->DecrementTextureUsage(static_cast<TextureID>(id));
+  parts->label.Destroy(*renderer);
+  renderer->ApplyTextureUsage();
   return true;
 }
 
@@ -108,8 +108,9 @@ void Orientor::GetRegionSize(int& width, int& height) const {
 // ---- the label of the coordinate system ----
 
 void Orientor::UpdateUCSMenuLabel(bool redraw) {
-  if (parts->renderer == nullptr) return;
-  parts->label.Make(*parts->renderer, parameters, parts->layout);
+  Renderer* const renderer = parts->renderer.Get();
+  if (renderer == nullptr) return;
+  parts->label.Make(*renderer, parameters, parts->layout);
   CameraOperations* const hub = parts->partners.hub.Get();
   if (redraw && hub != nullptr) hub->RequestApplicationUpdate();
 }
@@ -196,8 +197,10 @@ void Orientor::Draw() {
   Update(false);
   if (!parts->Look()) return;
   parts->arrowsVisible = false;
-  if (parts->renderer != nullptr && parameters.visible) parts->DrawGeometry(*parts->renderer);
-  if (parts->renderer != nullptr) parts->DrawOverlay(*parts->renderer);
+  Renderer* renderer = parts->renderer.Get();
+  if (renderer != nullptr && parameters.visible) parts->DrawGeometry(*renderer);
+  renderer = parts->renderer.Get();
+  if (renderer != nullptr) parts->DrawOverlay(*renderer);
 }
 
 // ---- update ----

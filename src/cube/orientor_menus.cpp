@@ -13,10 +13,11 @@ bool Orientor::OpenMenu() {
   if (hub == nullptr || hub->IsShotActive() || parameters.disabled) return false;
   if (!IsMouseOnPart() && !mouse.IsOnCompass() && !IsMouseOnUCSMenu()) return false;
   if (mouse.pressed && mouse.activeOverlayPart != OVERLAY_CONTEXT_MENU) return false;
-  if (parts->renderer == nullptr) return false;
+  Renderer* const renderer = parts->renderer.Get();
+  if (renderer == nullptr) return false;
   mouse.LeaveParts();
   mouse.menuOpen = true;
-  parts->renderer->OpenMenu(MENU_ORIENTOR);
+  renderer->OpenMenu(MENU_ORIENTOR);
   mouse.menuOpen = false;
   return true;
 }
@@ -25,12 +26,14 @@ void Orientor::OpenUCSMenu() {
   CubeMouse& mouse = parts->mouse;
   const CameraOperations* const hub = parts->partners.hub.Get();
   if (!IsMouseOnUCSMenu() || hub == nullptr || hub->IsShotActive()) return;
-  if (parameters.disabled || parts->renderer == nullptr || parts->label.plain == nullptr) return;
-  const Vector2 centre = parts->label.plain->GetPosition();
+  Renderer* const renderer = parts->renderer.Get();
+  const DynamicIcon2D* const label = parts->label.plain.Get();
+  if (parameters.disabled || renderer == nullptr || label == nullptr) return;
+  const Vector2 centre = label->GetPosition();
   const int height = hub->GetApplicationParameters().viewport_height;
   mouse.LeaveParts();
   mouse.menuOpen = true;
-  parts->renderer->OpenUCSMenu(Truncate(centre.x), Truncate(height - centre.y));
+  renderer->OpenUCSMenu(Truncate(centre.x), Truncate(height - centre.y));
   mouse.menuOpen = false;
 }
 

@@ -80,24 +80,27 @@ CubeLook OrientorParts::GetLook() const {
 
 int OrientorParts::PickGeometry(const Vector2& point) {
   mouse.arrowFaces = 0;
-  if (renderer == nullptr || partners.hub.Get() == nullptr) return -1;
+  Renderer* const target = renderer.Get();
+  if (target == nullptr || partners.hub.Get() == nullptr) return -1;
   const CubePicker::Setting setting{parameters, layout, space, AreArrowsShown(), IsMouseOnOverlay()};
-  const CubePicker::Hit hit = picker.Pick(*renderer, setting, point);
+  const CubePicker::Hit hit = picker.Pick(*target, setting, point);
   mouse.arrowFaces = hit.arrowFaces;
   arrowsVisible = arrowsVisible || hit.arrowFaces != 0;
   return hit.part;
 }
 
 int OrientorParts::PickOverlay(const Vector2& point, bool arrows) const {
-  if (renderer == nullptr) return -1;
-  return CubePicker::PickOverlay(*renderer, {parameters, layout, space}, GetOverlayState(arrows), label,
+  Renderer* const target = renderer.Get();
+  if (target == nullptr) return -1;
+  return CubePicker::PickOverlay(*target, {parameters, layout, space}, GetOverlayState(arrows), label,
                                  fade.opacity, point);
 }
 
 // In the middle of a quad, or else, where others lie over that, on the way to one of its corners.
 bool OrientorParts::FindGeometry(int part, Vector2& point) {
   static constexpr double WAYS[] = {0.0, 0.5, 0.8};
-  if (renderer == nullptr || partners.hub.Get() == nullptr) return false;
+  Renderer* const target = renderer.Get();
+  if (target == nullptr || partners.hub.Get() == nullptr) return false;
   const CubePicker::Setting setting{parameters, layout, space, AreArrowsShown()};
   const Box2 box = layout.GetPassBox(parameters);
   const PassView pass(MakeCubeCamera(parameters, space));
@@ -106,7 +109,7 @@ bool OrientorParts::FindGeometry(int part, Vector2& point) {
     if (!pass.Project(place, local)) return false;
     point = Vector2(std::floor(box.center.x + local.x * box.halfExtent.x),
                     std::floor(box.center.y + local.y * box.halfExtent.y));
-    return picker.Pick(*renderer, setting, point).part == part;
+    return picker.Pick(*target, setting, point).part == part;
   };
   const std::vector<Vector3> corners = picker.GetCorners(setting, part);
   for (const double way : WAYS) {

@@ -12,6 +12,7 @@
 #include "cube/cube_space.h"
 #include "cube/cube_tooltips.h"
 #include "cube/orientor_transition_shot_observer.h"
+#include "korvane/lifeline.h"
 
 namespace Korvane {
 
@@ -59,7 +60,7 @@ struct OrientorParts {
 
   const OrientorParameters& parameters;
   CubeDrag::Partners partners;
-  Renderer* renderer = nullptr;
+  Borrowed<Renderer> renderer;
   OrientorTransitionShotObserver transitionObserver;
   RewindRecord transitionRecord;
 

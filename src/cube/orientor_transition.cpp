@@ -45,7 +45,7 @@ bool Orientor::StartTransition() {
       LockToCurrentSelection(true);
       break;
     case OVERLAY_CONTEXT_MENU:
-      OpenMenu();
+      (void)OpenMenu();  // opened or not, no camera has set out
       break;
     default:
       if (!parameters.draw_ucs_menu || parts->mouse.activeOverlayPart != OVERLAY_UCS_MENU) return false;
@@ -139,7 +139,7 @@ void Orientor::OnTransitionEnded() {
 void Orientor::AlignToOrbitUpDirection() {
   CameraOperations* const hub = parts->partners.hub.Get();
   if (!parameters.preserve_scene_up || hub == nullptr) return;
-  hub->AlignToSceneUpDirection(parameters.transition_duration);
+  (void)hub->AlignToSceneUpDirection(parameters.transition_duration);  // or nothing to straighten
 }
 
 void Orientor::InjectClick(int part) {

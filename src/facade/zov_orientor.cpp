@@ -34,7 +34,7 @@ void zovOrientorP::GoToHomeView() { owner->go_to_home_view(); }
 
 bool zovOrientorP::ShowsLabelOf(const zovRendererP& maker) {
   const Korvane::CubeLabel& label = GetParts().label;
-  return maker.HasLent(label.plain) || maker.HasLent(label.highlighted);
+  return maker.HasLent(label.plain.Get()) || maker.HasLent(label.highlighted.Get());
 }
 
 // ---- partners that are taken away ----
@@ -181,18 +181,23 @@ bool zovOrientor::add_observer(const std::shared_ptr<zovOrientorObserver>& obser
 }
 
 void zovOrientor::remove_observer(const std::shared_ptr<zovOrientorObserver>& observer) {
-  const auto stays = [&](const auto& each) { return each != observer; };
-  const auto gone = std::partition(observers.begin(), observers.end(), stays);
-  if (gone == observers.end()) return;
-  const std::vector<std::shared_ptr<zovOrientorObserver>> leaving(std::make_move_iterator(gone),
-                                                                  std::make_move_iterator(observers.end()));
-  observers.erase(gone, observers.end());
-  inner->RemoveObserver(leaving.front()->inner.get());
+  std::vector<std::shared_ptr<zovOrientorObserver>> leaving = take_out(observer.get());
+  if (leaving.empty()) return;
+  zovOrientorObserverP& within = *leaving.front()->inner;
+  inner->RemoveObserver(&within);
+  within.KeepWhileTold(leaving);
 }
 
-void zovOrientor::forget(const zovOrientorObserver* gone) {
-  const auto is_gone = [gone](const auto& each) { return each.get() == gone; };
-  observers.erase(std::remove_if(observers.begin(), observers.end(), is_gone), observers.end());
+void zovOrientor::forget(const zovOrientorObserver* gone) { take_out(gone); }
+
+// Out of the list before they end: their end is the host's, who may change the list in it.
+std::vector<std::shared_ptr<zovOrientorObserver>> zovOrientor::take_out(const zovOrientorObserver* observer) {
+  const auto stays = [observer](const auto& each) { return each.get() != observer; };
+  const auto gone = std::partition(observers.begin(), observers.end(), stays);
+  std::vector<std::shared_ptr<zovOrientorObserver>> taken(std::make_move_iterator(gone),
+                                                          std::make_move_iterator(observers.end()));
+  observers.erase(gone, observers.end());
+  return taken;
 }
 
 zovOrientorParameters& zovOrientor::get_parameters() { return *parameters; }

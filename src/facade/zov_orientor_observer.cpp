@@ -1,5 +1,8 @@
 #include "zov/zov_orientor_observer.h"
 
+#include <iterator>
+#include <utility>
+
 #include "facade/zov_orientor_observer_p.h"
 #include "zov/zov_orientor.h"
 
@@ -24,23 +27,51 @@ void zovOrientorObserverP::BeToldBy(zovOrientorP& teller) {
   tellers.emplace_back(&teller);
 }
 
+void zovOrientorObserverP::KeepWhileTold(std::vector<std::shared_ptr<zovOrientorObserver>>& pointers) {
+  if (tellings == 0) return;
+  std::move(pointers.begin(), pointers.end(), std::back_inserter(kept));
+  pointers.clear();
+}
+
+// A stretch within which the owner is told something. It stays meanwhile by a pointer of its own, and by
+// those that its cubes give up, which may own it through another object. One that the host ends all the same,
+// since nothing but the host owns it, is not touched any more.
+class zovOrientorObserverP::Telling {
+ public:
+  explicit Telling(zovOrientorObserverP& observer)
+      : told(observer), stays(observer.lifeline), shared(observer.owner->weak_from_this().lock()) {
+    ++told.tellings;
+  }
+  Telling(const Telling&) = delete;
+  Telling& operator=(const Telling&) = delete;
+  ~Telling() {
+    if (stays && --told.tellings == 0) leaving.swap(told.kept);
+  }
+
+ private:
+  zovOrientorObserverP& told;
+  const Korvane::Lifeline::Watch stays;
+  const std::shared_ptr<zovOrientorObserver> shared;
+  std::vector<std::shared_ptr<zovOrientorObserver>> leaving;
+};
+
 void zovOrientorObserverP::OnClicked(OrientorPart part) {
-  const auto kept = owner->weak_from_this().lock();
+  const Telling here(*this);
   owner->on_clicked(static_cast<zovOrientorPart>(part));
 }
 
 void zovOrientorObserverP::OnDragBegin(OrientorPart part) {
-  const auto kept = owner->weak_from_this().lock();
+  const Telling here(*this);
   owner->on_drag_begin(static_cast<zovOrientorPart>(part));
 }
 
 void zovOrientorObserverP::OnDragEnd() {
-  const auto kept = owner->weak_from_this().lock();
+  const Telling here(*this);
   owner->on_drag_end();
 }
 
 void zovOrientorObserverP::OnPositionChange(OrientorParameters::Location location) {
-  const auto kept = owner->weak_from_this().lock();
+  const Telling here(*this);
   owner->on_position_change(static_cast<zovOrientorLocation>(location));
 }
 

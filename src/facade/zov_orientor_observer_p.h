@@ -1,6 +1,8 @@
 #pragma once
 
 #include <list>
+#include <memory>
+#include <vector>
 
 #include "facade/zov_orientor_p.h"
 #include "korvane/lifeline.h"
@@ -23,10 +25,19 @@ class zovOrientorObserverP : public Korvane::OrientorObserver {
   void OnDragEnd() override;
   void OnPositionChange(Korvane::OrientorParameters::Location location) override;
 
+  /// Takes over pointers to the owner that a cube gives up while it is being told, until it has been told;
+  /// leaves them where they are while it is not.
+  void KeepWhileTold(std::vector<std::shared_ptr<zovOrientorObserver>>& pointers);
+
   zovOrientorP* GetCube() const { return cube.Get(); }
 
  private:
+  class Telling;
+
   quObserverPtr<zovOrientorObserver> owner;
   Korvane::Borrowed<zovOrientorP> cube;
   std::list<Korvane::Borrowed<zovOrientorP>> tellers;
+  int tellings = 0;  // under way
+  std::vector<std::shared_ptr<zovOrientorObserver>> kept;
+  Korvane::Lifeline lifeline;
 };

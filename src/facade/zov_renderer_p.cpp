@@ -68,7 +68,8 @@ std::wstring zovRendererP::LoadStringResource(int id) {
 }
 
 PixelIcon2D* zovRendererP::CreateImageData(TextureID id) {
-  const std::shared_ptr<zovPixelIcon2D> image = owner->create_image_data(static_cast<zovTextureID>(id));
+  const auto asked = owner.operator->();  // until the picture has gone
+  const std::shared_ptr<zovPixelIcon2D> image = asked->create_image_data(static_cast<zovTextureID>(id));
   return image != nullptr ? CopyImage(*zovIconUtils::unwrap_icon(image)) : nullptr;
 }
 
@@ -185,30 +186,35 @@ bool zovRendererP::Render(DynamicIcon2D* icon) {
 DynamicIcon2D* zovRendererP::Hold(const std::shared_ptr<zovDynamicIcon2D>& icon) {
   DynamicIcon2D* const within = zovIconUtils::unwrap_icon(icon);
   if (within == nullptr) return nullptr;
-  Lent& held = lent[within];
-  held.outside = icon;
-  ++held.times;
+  lent[within].push_back(icon);
   return within;
 }
 
 std::shared_ptr<zovDynamicIcon2D> zovRendererP::FindOutside(DynamicIcon2D* icon) const {
   const auto held = lent.find(icon);
-  return held != lent.end() ? held->second.outside : nullptr;
+  return held != lent.end() ? held->second.back() : nullptr;
 }
 
+// Pointers that own nothing go first: who owns the icon keeps it as long as the library has it.
 std::shared_ptr<zovDynamicIcon2D> zovRendererP::GiveAway(DynamicIcon2D* icon) {
   const auto held = lent.find(icon);
   if (held == lent.end()) return nullptr;
-  std::shared_ptr<zovDynamicIcon2D> outside = held->second.outside;
-  if (--held->second.times == 0) lent.erase(held);
+  Lent& answers = held->second;
+  const auto ownsNothing = [](const auto& each) { return each.use_count() == 0; };
+  auto given = std::ranges::find_if(answers, ownsNothing);
+  if (given == answers.end()) --given;
+  std::shared_ptr<zovDynamicIcon2D> outside = std::move(*given);
+  answers.erase(given);
+  if (answers.empty()) lent.erase(held);
   return outside;
 }
 
 bool zovRendererP::DestroyIcon(DynamicIcon2D*& icon) {
+  const auto asked = owner.operator->();  // until the icon has gone
   const std::shared_ptr<zovDynamicIcon2D> outside = GiveAway(icon);
   if (outside == nullptr) return false;
   icon = nullptr;
-  return owner->destroy_icon(outside);
+  return asked->destroy_icon(outside);
 }
 
 DynamicIcon2D* zovRendererP::CreateSceneScreenshot(int width, int height, const CameraParameters& camera) {

@@ -4,6 +4,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "facade/zov_counted_owner.h"
 #include "korvane/camera_parameters.h"
@@ -76,11 +77,8 @@ class zovRendererP : public Korvane::Renderer {
   bool IsCallingOut() const { return owner.IsCalled() || openPasses > 0 || roomTaken; }
 
  private:
-  // What the library has of the host, as often as it was answered.
-  struct Lent {
-    std::shared_ptr<zovDynamicIcon2D> outside;
-    int times = 0;
-  };
+  // What the library has of the host: each answer, since one pointer may own an icon that another one shares.
+  using Lent = std::vector<std::shared_ptr<zovDynamicIcon2D>>;
   // Grows, and is used again whatever it holds.
   struct Room {
     std::unique_ptr<float[]> numbers;

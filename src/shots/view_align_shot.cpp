@@ -103,16 +103,18 @@ bool ViewAlignShot::KeepsPresentUp(const Axes& axes, const Vector3& direction) c
 }
 
 // The fit of a box squares the up of the target, or finds another for one along the view. The target's frame
-// squares its up, too: what it can square is left to it, so that it is rounded once.
+// squares its up, too: what it can square is left to it, so that it is rounded once. What cannot be fitted
+// leaves the target where it is, which is then the end of the move.
 void ViewAlignShot::FitTarget(const CameraOperations& hub, const Vector3& direction) {
   const Vector3 up = targetCamera.up;
   RecalculateSceneBoundsOf(hub);
   const ApplicationParameters& scene = hub.GetApplicationParameters();
   if (scene.global_bound_geometry == ApplicationParameters::BoundGeometryType::Box) {
-    hub.FitBoundingBoxToView(scene.scene_bound_centre, scene.scene_bound_box, -direction, up, targetCamera);
+    (void)hub.FitBoundingBoxToView(scene.scene_bound_centre, scene.scene_bound_box, -direction, up,
+                                   targetCamera);
   } else {
-    hub.FitBoundingSphereToView(scene.scene_bound_centre, scene.scene_bound_radius, -direction, up,
-                                targetCamera);
+    (void)hub.FitBoundingSphereToView(scene.scene_bound_centre, scene.scene_bound_radius, -direction, up,
+                                      targetCamera);
   }
   if (direction.Normalized().Cross(up).Normalized() != Vector3::Zero) targetCamera.up = up;
   startDistance = ViewingDistance(startCamera);

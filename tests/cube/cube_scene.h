@@ -1,5 +1,7 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <vector>
 
 #include "cube/orientor_parts.h"
@@ -47,8 +49,8 @@ class OpenOrientor : public Korvane::Orientor {
   Korvane::CubeLayout::Mirror& mirror = open.layout.mirror;
   int& screenSize = open.layout.screenSize;
   int& lastLocation = open.layout.lastLocation;
-  Korvane::DynamicIcon2D*& ucsLabel = open.label.plain;
-  Korvane::DynamicIcon2D*& highlightedUCSLabel = open.label.highlighted;
+  Korvane::Borrowed<Korvane::DynamicIcon2D>& ucsLabel = open.label.plain;
+  Korvane::Borrowed<Korvane::DynamicIcon2D>& highlightedUCSLabel = open.label.highlighted;
   bool& labelCompassState = open.label.madeWithCompass;
   bool& arrowsVisible = open.arrowsVisible;
 
@@ -122,7 +124,7 @@ struct CountingScene {
   CountingScene() : hub(LookAlong(Korvane::Vector3(-1.0, 0.0, 0.0))) {
     cube.SetKorvane(&hub);
     cube.SetRenderer(&renderer);
-    cube.Create();
+    EXPECT_TRUE(cube.Create());
   }
 
   MemoryHub hub;

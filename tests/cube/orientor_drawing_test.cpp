@@ -23,7 +23,7 @@ constexpr float HALF = 0.095F;  // of the cube: face, rim and no gap
 // A draw with the mouse at rest far away, where the opacity is 0.5, unless it is moved.
 class DrawScene : public CubeScene {
  public:
-  DrawScene() { cube.Create(); }
+  DrawScene() { EXPECT_TRUE(cube.Create()); }
 
   const std::vector<Geometry>& Draw() {
     renderer.ClearCalls();
@@ -878,17 +878,18 @@ TEST(OrientorOverlay, places_the_label_below_or_above_the_cube) {
     scene.Parameters().draw_compass = row.compass;
     scene.Parameters().screen_location = static_cast<OrientorParameters::Location>(row.location);
     scene.SetViewport(CubeScene::WIDTH, CubeScene::HEIGHT);
-    ASSERT_NE(scene.cube.ucsLabel, nullptr);
-    scene.cube.ucsLabel->SetSize(90.0, 32.0);
+    ASSERT_NE(scene.cube.ucsLabel.Get(), nullptr);
+    scene.cube.ucsLabel.Get()->SetSize(90.0, 32.0);
     scene.Point(512, 384);
     scene.Draw();
-    EXPECT_NEAR(scene.cube.ucsLabel->GetPosition().x, row.x, 1e-4);
-    EXPECT_NEAR(scene.cube.ucsLabel->GetPosition().y, row.y, 1e-4);
-    EXPECT_EQ(scene.cube.ucsLabel->GetOpacity(), 0.5);
-    EXPECT_EQ(scene.cube.ucsLabel->GetWidth(), 90.0);
+    EXPECT_NEAR(scene.cube.ucsLabel.Get()->GetPosition().x, row.x, 1e-4);
+    EXPECT_NEAR(scene.cube.ucsLabel.Get()->GetPosition().y, row.y, 1e-4);
+    EXPECT_EQ(scene.cube.ucsLabel.Get()->GetOpacity(), 0.5);
+    EXPECT_EQ(scene.cube.ucsLabel.Get()->GetWidth(), 90.0);
     EXPECT_EQ(scene.renderer.CountCalls("RenderDynamic"), 1);
     const std::vector<std::string>& calls = scene.renderer.GetCalls();
-    EXPECT_EQ(calls[calls.size() - 2], "RenderDynamic(" + std::to_string(scene.cube.ucsLabel->GetID()) + ")");
+    EXPECT_EQ(calls[calls.size() - 2],
+              "RenderDynamic(" + std::to_string(scene.cube.ucsLabel.Get()->GetID()) + ")");
   }
 }
 
@@ -900,7 +901,7 @@ TEST(OrientorOverlay, shows_the_other_label_under_the_mouse_and_none_when_unwant
   scene.renderer.ClearCalls();
   scene.DrawOverlay();
   EXPECT_EQ(scene.renderer.GetCalls()[1],
-            "RenderDynamic(" + std::to_string(scene.cube.highlightedUCSLabel->GetID()) + ")");
+            "RenderDynamic(" + std::to_string(scene.cube.highlightedUCSLabel.Get()->GetID()) + ")");
   scene.Parameters().draw_ucs_menu = false;
   scene.renderer.ClearCalls();
   scene.DrawOverlay();

@@ -123,7 +123,7 @@ TEST_F(OrientorMenusTest, a_host_may_take_everything_away_while_a_menu_is_open) 
 
 TEST_F(OrientorMenusTest, the_menu_of_coordinate_systems_opens_at_the_middle_of_the_label) {
   ShowLabel();
-  cube.ucsLabel->SetPosition(Vector2(900.9, 600.4));
+  cube.ucsLabel.Get()->SetPosition(Vector2(900.9, 600.4));
   cube.activePart = cube.highlightedPart = 3;
   cube.activeOverlayPart = 5;
   bool open = false;
@@ -161,9 +161,10 @@ TEST_F(OrientorMenusTest, the_menu_of_coordinate_systems_needs_all_that_it_works
   hub.BeginShot(TransitionShotParameters{LookAlong(Vector3(0, 0, -1)), 1.0, 1.0});
   EXPECT_FALSE(opens());
   hub.EndShot();
-  DynamicIcon2D* const label = std::exchange(cube.ucsLabel, nullptr);
+  DynamicIcon2D* const label = cube.ucsLabel.Get();
+  cube.ucsLabel.Set(nullptr);
   EXPECT_FALSE(opens());
-  cube.ucsLabel = label;
+  cube.ucsLabel.Set(label);
   EXPECT_EQ(cube.activeOverlayPart, 5);
   EXPECT_TRUE(opens());
 }
@@ -259,8 +260,8 @@ TEST_F(OrientorMenusTest, another_name_given_while_the_labels_are_made_anew_is_t
     EXPECT_STREQ(cube.GetActiveUCS(), L"Cellar");
     EXPECT_EQ(renderer.GetLiveIconCount(), 2);
     EXPECT_EQ(renderer.GetForeignDestroyCount(), 0);
-    EXPECT_NE(cube.ucsLabel, nullptr);
-    EXPECT_NE(cube.highlightedUCSLabel, nullptr);
+    EXPECT_NE(cube.ucsLabel.Get(), nullptr);
+    EXPECT_NE(cube.highlightedUCSLabel.Get(), nullptr);
     cube.Destroy();
     EXPECT_EQ(renderer.GetLiveIconCount(), 0);
     EXPECT_EQ(renderer.GetForeignDestroyCount(), 0);
@@ -278,8 +279,8 @@ TEST_F(OrientorMenusTest, a_label_that_is_no_longer_wanted_while_it_is_made_does
       ShowLabel();
       *hook = end;
       cube.SetActiveUCS(L"Roof", false);
-      EXPECT_EQ(cube.ucsLabel, nullptr);
-      EXPECT_EQ(cube.highlightedUCSLabel, nullptr);
+      EXPECT_EQ(cube.ucsLabel.Get(), nullptr);
+      EXPECT_EQ(cube.highlightedUCSLabel.Get(), nullptr);
       EXPECT_EQ(renderer.GetLiveIconCount(), 0);
       EXPECT_EQ(renderer.GetForeignDestroyCount(), 0);
     }

@@ -32,7 +32,7 @@ class PickScene : public CubeScene {
     Parameters().screen_location = static_cast<OrientorParameters::Location>(location);
     Parameters().size = static_cast<OrientorParameters::Size>(size);
     SetViewport(WIDTH, HEIGHT);
-    if (cube.ucsLabel != nullptr) cube.ucsLabel->SetSize(80.0, 24.0);
+    if (cube.ucsLabel.Get() != nullptr) cube.ucsLabel.Get()->SetSize(80.0, 24.0);
   }
 
   PickOracle MakeOracle() {
@@ -47,7 +47,7 @@ class PickScene : public CubeScene {
     setup.sceneIsWorld = Scene().scene_is_world;
     setup.worldFront = ToStandard(Scene().world_front_direction);
     setup.worldUp = ToStandard(Scene().world_up_direction);
-    if (cube.ucsLabel != nullptr) {
+    if (cube.ucsLabel.Get() != nullptr) {
       setup.labelWidth = 80.0;
       setup.labelHeight = 24.0;
     }
@@ -145,7 +145,7 @@ TEST(OrientorPicking, finds_what_brute_force_finds_at_every_size_and_in_every_co
     for (int location = 0; location < 4; ++location) {
       for (int size = 0; size <= 4; ++size) {
         PickScene scene;
-        scene.cube.Create();
+        ASSERT_TRUE(scene.cube.Create());
         scene.Look(view);
         OrientorParameters& parameters = scene.Parameters();
         parameters.draw_compass = random.Coin();
@@ -204,7 +204,7 @@ void ForEachPlace(const Vector3& view, Each each) {
       SCOPED_TRACE(::testing::Message() << "view " << view.x << " " << view.y << " " << view.z << ", corner "
                                         << location << ", size " << size);
       PickScene scene;
-      scene.cube.Create();
+      ASSERT_TRUE(scene.cube.Create());
       scene.Look(view);
       each(scene, location, size);
     }

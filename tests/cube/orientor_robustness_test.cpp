@@ -225,8 +225,8 @@ TEST(OrientorRobustness, stands_a_label_of_any_size) {
     RobustScene scene;
     scene.cube.GetParameters().draw_ucs_menu = true;
     scene.cube.SetViewportSize(1024, 768);
-    ASSERT_NE(scene.cube.ucsLabel, nullptr);
-    scene.cube.ucsLabel->SetSize(size, size);
+    ASSERT_NE(scene.cube.ucsLabel.Get(), nullptr);
+    scene.cube.ucsLabel.Get()->SetSize(size, size);
     scene.Exercise(964, 120);
     scene.cube.activeOverlayPart = Orientor::OVERLAY_UCS_MENU;
     scene.cube.OpenUCSMenu();

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -119,7 +120,7 @@ TEST(Orientor, takes_sixteen_textures_and_then_its_texts_when_it_is_created) {
 TEST(Orientor, gives_its_textures_and_labels_back_when_it_is_destroyed) {
   CubeScene scene;
   scene.Parameters().draw_ucs_menu = true;
-  scene.cube.Create();
+  ASSERT_TRUE(scene.cube.Create());
   EXPECT_EQ(scene.renderer.GetLiveIconCount(), 2);
   scene.renderer.ClearCalls();
   EXPECT_TRUE(scene.cube.Destroy());
@@ -127,8 +128,8 @@ TEST(Orientor, gives_its_textures_and_labels_back_when_it_is_destroyed) {
   for (int id = 0; id < 16; ++id) expected.push_back("ReleaseTexture(" + std::to_string(id) + ")");
   EXPECT_EQ(scene.renderer.GetCalls(), expected);
   EXPECT_EQ(scene.renderer.GetLiveIconCount(), 0);
-  EXPECT_EQ(scene.cube.ucsLabel, nullptr);
-  EXPECT_EQ(scene.cube.highlightedUCSLabel, nullptr);
+  EXPECT_EQ(scene.cube.ucsLabel.Get(), nullptr);
+  EXPECT_EQ(scene.cube.highlightedUCSLabel.Get(), nullptr);
 }
 
 TEST(Orientor, may_be_destroyed_twice_and_created_again) {
@@ -319,7 +320,7 @@ TEST(OrientorQueries, find_the_view_on_an_axis_by_the_closest_cosine) {
 TEST(OrientorTooltip, is_that_of_the_first_thing_that_fits) {
   CubeScene scene;
   OpenOrientor& cube = scene.cube;
-  cube.Create();
+  ASSERT_TRUE(cube.Create());
   EXPECT_EQ(cube.GetTooltip(), L"");
   cube.activeOverlayPart = 4;
   EXPECT_EQ(cube.GetTooltip(), L"text 72");
@@ -338,14 +339,14 @@ TEST(OrientorTooltip, is_that_of_the_first_thing_that_fits) {
 
 TEST(OrientorTooltip, of_a_letter_is_that_of_a_part) {
   CubeScene scene;
-  scene.cube.Create();
+  ASSERT_TRUE(scene.cube.Create());
   scene.cube.activePart = 27;
   EXPECT_EQ(scene.cube.GetTooltip(), L"text 70");
 }
 
 TEST(OrientorTooltip, is_none_while_invisible_or_disabled) {
   CubeScene scene;
-  scene.cube.Create();
+  ASSERT_TRUE(scene.cube.Create());
   scene.cube.activePart = 3;
   scene.Parameters().visible = false;
   EXPECT_EQ(scene.cube.GetTooltip(), L"");
@@ -358,7 +359,7 @@ TEST(OrientorTooltip, is_none_while_invisible_or_disabled) {
 
 TEST(OrientorLabel, is_made_in_two_forms_when_it_is_wanted) {
   CubeScene scene;
-  scene.cube.Create();
+  ASSERT_TRUE(scene.cube.Create());
   scene.renderer.ClearCalls();
   scene.Parameters().draw_ucs_menu = true;
   scene.cube.SetSize(OrientorParameters::SIZE_TINY);
@@ -371,12 +372,12 @@ TEST(OrientorLabel, is_made_in_two_forms_when_it_is_wanted) {
   scene.Parameters().draw_ucs_menu = false;
   scene.cube.SetSize(OrientorParameters::SIZE_TINY);
   EXPECT_EQ(scene.renderer.GetCalls(), Calls({"DestroyIcon(1)", "DestroyIcon(2)"}));
-  EXPECT_EQ(scene.cube.ucsLabel, nullptr);
+  EXPECT_EQ(scene.cube.ucsLabel.Get(), nullptr);
 }
 
 TEST(OrientorLabel, is_made_anew_with_another_size_or_compass) {
   CubeScene scene;
-  scene.cube.Create();
+  ASSERT_TRUE(scene.cube.Create());
   scene.Parameters().draw_ucs_menu = true;
   scene.cube.SetSize(OrientorParameters::SIZE_AUTOMATIC);
   scene.renderer.ClearCalls();
@@ -406,7 +407,7 @@ TEST(OrientorLabel, remembers_the_compass_also_without_a_label) {
 
 TEST(OrientorLabel, has_the_default_name_below_another_when_the_cube_does_not_follow_it) {
   CubeScene scene;
-  scene.cube.Create();
+  ASSERT_TRUE(scene.cube.Create());
   scene.Parameters().draw_ucs_menu = true;
   scene.Parameters().orient_to_ucs = false;
   scene.renderer.ClearCalls();
@@ -417,7 +418,7 @@ TEST(OrientorLabel, has_the_default_name_below_another_when_the_cube_does_not_fo
 
 TEST(OrientorLabel, asks_for_a_frame_only_when_told_to) {
   CubeScene scene;
-  scene.cube.Create();
+  ASSERT_TRUE(scene.cube.Create());
   const int before = scene.hub.requested;
   scene.cube.SetActiveUCS(L"Roof", false);
   EXPECT_EQ(scene.hub.requested, before);
@@ -436,7 +437,7 @@ TEST(OrientorLabel, asks_for_a_frame_only_when_told_to) {
 
 TEST(OrientorLabel, takes_null_for_an_empty_name_and_its_own_name_again) {
   CubeScene scene;
-  scene.cube.Create();
+  ASSERT_TRUE(scene.cube.Create());
   scene.cube.SetActiveUCS(scene.cube.GetActiveUCS(), true);
   EXPECT_STREQ(scene.cube.GetActiveUCS(), L"text 67");
   scene.cube.SetActiveUCS(nullptr, true);
@@ -447,11 +448,56 @@ TEST(OrientorLabel, is_done_without_when_the_renderer_makes_none) {
   CubeScene scene;
   scene.Parameters().draw_ucs_menu = true;
   scene.renderer.FailAlways("CreateUCSMenuLabel");
-  scene.cube.Create();
+  ASSERT_TRUE(scene.cube.Create());
   scene.cube.Draw();
   scene.Point(960, 64);
-  EXPECT_EQ(scene.cube.ucsLabel, nullptr);
+  EXPECT_EQ(scene.cube.ucsLabel.Get(), nullptr);
   EXPECT_TRUE(scene.cube.Destroy());
+  EXPECT_EQ(scene.renderer.GetForeignDestroyCount(), 0);
+}
+
+TEST(OrientorLabel, goes_with_the_renderer_that_made_it) {
+  CubeScene scene;
+  scene.Parameters().draw_ucs_menu = true;
+  auto ending = std::make_unique<RecordingRenderer>();
+  scene.cube.SetRenderer(ending.get());
+  EXPECT_TRUE(scene.cube.Create());
+  ASSERT_NE(scene.cube.ucsLabel.Get(), nullptr);
+  ending = nullptr;  // while the cube has it
+  EXPECT_EQ(scene.cube.ucsLabel.Get(), nullptr);
+  EXPECT_EQ(scene.cube.highlightedUCSLabel.Get(), nullptr);
+  scene.cube.Draw();
+  scene.Point(960, 60);
+  scene.cube.activeOverlayPart = 5;
+  scene.cube.OpenUCSMenu();
+  scene.cube.SetActiveUCS(L"Roof", true);
+  int x = 0;
+  int y = 0;
+  EXPECT_FALSE(scene.cube.GetPartPosition(1, x, y));
+  EXPECT_FALSE(scene.cube.IsPointInBounds(960, 700));
+  EXPECT_FALSE(scene.cube.Create());
+  EXPECT_FALSE(scene.cube.Destroy());
+
+  scene.cube.SetRenderer(&scene.renderer);
+  scene.cube.Draw();
+  EXPECT_EQ(scene.renderer.GetLiveIconCount(), 2);
+  EXPECT_EQ(scene.renderer.GetForeignDestroyCount(), 0);
+}
+
+TEST(OrientorLabel, goes_with_a_renderer_that_was_taken_away_before) {
+  CubeScene scene;
+  scene.Parameters().draw_ucs_menu = true;
+  auto ending = std::make_unique<RecordingRenderer>();
+  scene.cube.SetRenderer(ending.get());
+  EXPECT_TRUE(scene.cube.Create());
+  scene.cube.SetRenderer(nullptr);
+  ASSERT_NE(scene.cube.ucsLabel.Get(), nullptr);
+  ending = nullptr;
+  scene.cube.SetRenderer(&scene.renderer);
+  scene.cube.Draw();
+  EXPECT_EQ(scene.renderer.GetLiveIconCount(), 2);
+  EXPECT_TRUE(scene.cube.Destroy());
+  EXPECT_EQ(scene.renderer.GetLiveIconCount(), 0);
   EXPECT_EQ(scene.renderer.GetForeignDestroyCount(), 0);
 }
 
@@ -460,7 +506,7 @@ TEST(OrientorLabel, needs_a_renderer) {
   cube.GetParameters().draw_ucs_menu = true;
   cube.SetActiveUCS(L"Roof", true);
   EXPECT_STREQ(cube.GetActiveUCS(), L"Roof");
-  EXPECT_EQ(cube.ucsLabel, nullptr);
+  EXPECT_EQ(cube.ucsLabel.Get(), nullptr);
 }
 
 // ---- the corner ----
@@ -591,7 +637,7 @@ TEST(OrientorRegion, has_the_size_of_what_is_drawn) {
   for (const RegionRow& row : rows) {
     SCOPED_TRACE(index++);
     CubeScene scene;
-    scene.cube.Create();
+    ASSERT_TRUE(scene.cube.Create());
     OrientorParameters& parameters = scene.Parameters();
     parameters.size = row.size;
     parameters.draw_compass = row.compass;
@@ -609,7 +655,7 @@ TEST(OrientorRegion, has_the_size_of_what_is_drawn) {
 
 TEST(OrientorRegion, has_no_second_line_for_the_default_name) {
   CubeScene scene;
-  scene.cube.Create();
+  ASSERT_TRUE(scene.cube.Create());
   scene.Parameters().draw_ucs_menu = true;
   scene.Parameters().orient_to_ucs = false;
   int width = 0;

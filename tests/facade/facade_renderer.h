@@ -80,7 +80,7 @@ class FacadeRenderer : public zovRenderer {
   }
   std::shared_ptr<zovPixelIcon2D> create_image_data(zovTextureID) override {
     Count("create_image_data");
-    return image;
+    return makeImage ? makeImage() : image;
   }
   Icon create_scene_screenshot(int width, int height, const zovCameraParameters& camera) override {
     lastCamera = camera;
@@ -209,6 +209,7 @@ class FacadeRenderer : public zovRenderer {
   std::vector<Icon> own;     // what the host keeps of what it made, while it keeps
   bool keepsOwn = false;
   std::shared_ptr<zovPixelIcon2D> image;
+  std::function<std::shared_ptr<zovPixelIcon2D>()> makeImage;
   bool hasScene = false;
   qmPoint3 sceneHit = qmPoint3(1.0, 2.0, 3.0);
 

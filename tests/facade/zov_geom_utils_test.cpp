@@ -149,11 +149,85 @@ TEST(ZovGeomUtils, reaches_as_far_as_doubles_do) {
   EXPECT_EQ(box.halfExtent, Vector2(most, most / 2.0));
 }
 
-TEST(ZovGeomUtils, lets_a_box_without_numbers_have_none) {
-  const double nan = std::numeric_limits<double>::quiet_NaN();
-  const Box2 box = Utils::qmbox_to_kvbox(qmBox2(qmPoint2(nan, 0.0), qmPoint2(1.0, 1.0)));
-  EXPECT_TRUE(std::isnan(box.center.x) && std::isnan(box.halfExtent.x));
-  EXPECT_EQ(box.center.y, 0.5);
+constexpr double NOT_A_NUMBER = std::numeric_limits<double>::quiet_NaN();
+constexpr double ENDLESS = std::numeric_limits<double>::infinity();
+
+::testing::AssertionResult IsLike(double value, double expected) {
+  if (value == expected || (std::isnan(value) && std::isnan(expected))) return ::testing::AssertionSuccess();
+  return ::testing::AssertionFailure() << value << " and not " << expected;
+}
+
+// The other axes hear nothing of it.
+TEST(ZovGeomUtils, makes_of_corners_that_are_not_finite_no_finite_box) {
+  const struct {
+    double low, high;
+    double centre, half;
+  } rows[] = {
+      {NOT_A_NUMBER, 1.0, NOT_A_NUMBER, NOT_A_NUMBER},
+      {0.0, NOT_A_NUMBER, NOT_A_NUMBER, NOT_A_NUMBER},
+      {-ENDLESS, 1.0, -ENDLESS, ENDLESS},
+      {0.0, ENDLESS, ENDLESS, ENDLESS},
+      {-ENDLESS, ENDLESS, NOT_A_NUMBER, ENDLESS},
+      {ENDLESS, ENDLESS, ENDLESS, NOT_A_NUMBER},
+      {ENDLESS, -ENDLESS, NOT_A_NUMBER, -ENDLESS},
+  };
+  for (const auto& row : rows) {
+    for (int axis = 0; axis < 3; ++axis) {
+      Vector3 low(3.0, 2.0, -5.0);
+      Vector3 high(7.0, 4.0, 3.0);
+      low[axis] = row.low;
+      high[axis] = row.high;
+      const Box3 box = Utils::qmbox_to_kvbox(qmBox3(Utils::kvvec_to_qmpnt(low), Utils::kvvec_to_qmpnt(high)));
+      const Vector3 centre(5.0, 3.0, -1.0);
+      const Vector3 half(2.0, 1.0, 4.0);
+      for (int each = 0; each < 3; ++each) {
+        EXPECT_TRUE(IsLike(box.GetCenter()[each], each == axis ? row.centre : centre[each]));
+        EXPECT_TRUE(IsLike(box.GetExtent()[each], each == axis ? row.half : half[each]));
+      }
+      const Box2 flat = Utils::qmbox_to_kvbox(qmBox2(qmPoint2(low.x, low.y), qmPoint2(high.x, high.y)));
+      EXPECT_TRUE(IsLike(flat.center.x, box.GetCenter().x));
+      EXPECT_TRUE(IsLike(flat.center.y, box.GetCenter().y));
+      EXPECT_TRUE(IsLike(flat.halfExtent.x, box.GetExtent().x));
+      EXPECT_TRUE(IsLike(flat.halfExtent.y, box.GetExtent().y));
+    }
+  }
+}
+
+TEST(ZovGeomUtils, makes_of_a_box_that_is_not_finite_no_finite_corners) {
+  const struct {
+    double centre, half;
+    double low, high;
+  } rows[] = {
+      {NOT_A_NUMBER, 1.0, NOT_A_NUMBER, NOT_A_NUMBER},
+      {0.0, NOT_A_NUMBER, NOT_A_NUMBER, NOT_A_NUMBER},
+      {ENDLESS, 1.0, ENDLESS, ENDLESS},
+      {0.0, ENDLESS, -ENDLESS, ENDLESS},
+      {ENDLESS, ENDLESS, NOT_A_NUMBER, ENDLESS},
+      {-ENDLESS, ENDLESS, -ENDLESS, NOT_A_NUMBER},
+      {1.2e308, 1e308, 1.2e308 - 1e308, ENDLESS},  // further out than doubles go
+  };
+  for (const auto& row : rows) {
+    for (int axis = 0; axis < 3; ++axis) {
+      Vector3 centre(5.0, 3.0, -1.0);
+      Vector3 half(2.0, 1.0, 4.0);
+      centre[axis] = row.centre;
+      half[axis] = row.half;
+      const qmBox3 box = Utils::kvbox_to_qmbox(Box3(centre, half));
+      const Vector3 low = Utils::qmpnt_to_kvvec(box.low());
+      const Vector3 high = Utils::qmpnt_to_kvvec(box.high());
+      const Vector3 usualLow(3.0, 2.0, -5.0);
+      const Vector3 usualHigh(7.0, 4.0, 3.0);
+      for (int each = 0; each < 3; ++each) {
+        EXPECT_TRUE(IsLike(low[each], each == axis ? row.low : usualLow[each]));
+        EXPECT_TRUE(IsLike(high[each], each == axis ? row.high : usualHigh[each]));
+      }
+      const qmBox2 flat = Utils::kvbox_to_qmbox(Box2(Vector2(centre.x, centre.y), Vector2(half.x, half.y)));
+      EXPECT_TRUE(IsLike(flat.low().x(), low.x));
+      EXPECT_TRUE(IsLike(flat.low().y(), low.y));
+      EXPECT_TRUE(IsLike(flat.high().x(), high.x));
+      EXPECT_TRUE(IsLike(flat.high().y(), high.y));
+    }
+  }
 }
 
 }  // namespace

@@ -197,7 +197,7 @@ std::vector<Way> AllWays() {
        [](R& r) {
          Vector3 point;
          Vector3 normal;
-         r.GetMouseoverComponent(Vector2(), point, normal);
+         EXPECT_FALSE(r.GetMouseoverComponent(Vector2(), point, normal));
        }},
       {"end_mouseover_component", [](F& f) { f.end_mouseover_component(); },
        [](R& r) { r.EndMouseoverComponent(); }},
@@ -641,6 +641,51 @@ TEST(ZovRenderer, holds_an_icon_as_often_as_it_was_answered) {
   EXPECT_TRUE(renderer.korvane().DestroyIcon(second));
   EXPECT_EQ(OwnIcon::alive, before);
   EXPECT_EQ(renderer.destroyed, (std::vector<int>{77, 77}));
+}
+
+// One icon by pointers of which only one owns it, in either order.
+TEST(ZovRenderer, holds_an_icon_by_each_pointer_that_was_answered) {
+  const int before = OwnIcon::alive;
+  for (const bool ownerFirst : {true, false}) {
+    FacadeRenderer renderer;
+    auto owner = std::make_shared<OwnIcon>(77, qmString());
+    const std::shared_ptr<zovDynamicIcon2D> other(std::shared_ptr<void>(), owner.get());
+    renderer.answersAlways = ownerFirst ? owner : other;
+    DynamicIcon2D* first = renderer.korvane().CreateTooltip(L"a");
+    renderer.answersAlways = ownerFirst ? other : owner;
+    DynamicIcon2D* second = renderer.korvane().CreateTooltip(L"b");
+    renderer.answersAlways = nullptr;
+    owner = nullptr;
+    ASSERT_EQ(OwnIcon::alive, before + 1);
+    EXPECT_EQ(first->GetID(), 77);
+    EXPECT_TRUE(renderer.korvane().DestroyIcon(first));
+    ASSERT_EQ(OwnIcon::alive, before + 1);
+    EXPECT_EQ(second->GetID(), 77);
+    EXPECT_TRUE(renderer.korvane().DestroyIcon(second));
+    EXPECT_EQ(OwnIcon::alive, before);
+    EXPECT_EQ(renderer.destroyed, (std::vector<int>{77, 77}));
+  }
+}
+
+// A second object of the host's stands for the icon within the first.
+TEST(ZovRenderer, holds_an_icon_that_a_second_object_borrows) {
+  const int before = OwnIcon::alive;
+  FacadeRenderer renderer;
+  auto owner = std::make_shared<OwnIcon>(77, qmString());
+  auto borrower = std::make_shared<zovDynamicIcon2D>(*zovIconUtils::unwrap_icon(owner));
+  renderer.answersAlways = owner;
+  DynamicIcon2D* first = renderer.korvane().CreateTooltip(L"a");
+  renderer.answersAlways = borrower;
+  DynamicIcon2D* second = renderer.korvane().CreateTooltip(L"b");
+  EXPECT_EQ(first, second);
+  renderer.answersAlways = owner = nullptr;
+  borrower = nullptr;
+  EXPECT_EQ(OwnIcon::alive, before + 1);
+  EXPECT_EQ(first->GetID(), 77);
+  EXPECT_TRUE(renderer.korvane().DestroyIcon(first));
+  EXPECT_EQ(second->GetID(), 77);
+  EXPECT_TRUE(renderer.korvane().DestroyIcon(second));
+  EXPECT_EQ(OwnIcon::alive, before);
 }
 
 // The same, for texts that are shared by their numbers.

@@ -542,9 +542,11 @@ TEST(ViewAlignShot, a_fit_moves_the_centre_and_the_distance_on_lines) {
     CameraParameters target = hub.view;
     const Vector3 up = To(ChosenUp(hub.view, record, USUAL_AXES, towardsEye));
     if (p.global_bound_geometry == BoundGeometryType::Box) {
-      hub.FitBoundingBoxToView(p.global_bound_centre, p.global_bound_box, To(-towardsEye), up, target);
+      ASSERT_TRUE(
+          hub.FitBoundingBoxToView(p.global_bound_centre, p.global_bound_box, To(-towardsEye), up, target));
     } else {
-      hub.FitBoundingSphereToView(p.global_bound_centre, p.global_bound_radius, To(-towardsEye), up, target);
+      ASSERT_TRUE(hub.FitBoundingSphereToView(p.global_bound_centre, p.global_bound_radius, To(-towardsEye),
+                                              up, target));
     }
     const double fraction = random.Uniform(0.0, 1.0);
     const double t = oracle::Ease(fraction);

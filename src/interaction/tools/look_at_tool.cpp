@@ -64,7 +64,7 @@ bool LookAtTool::OnMouseMove(int x, int y) {
   if (faceHighlighting && opened != nullptr) {
     Vector3 point;
     Vector3 normal;
-    opened->GetMouseoverComponent(PixelAt(x, y), point, normal);
+    (void)opened->GetMouseoverComponent(PixelAt(x, y), point, normal);  // for the highlight that it leaves
   }
   steps.Then([&] { cameraOperations->RequestApplicationUpdate(); });
   return true;
