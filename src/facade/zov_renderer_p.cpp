@@ -201,7 +201,7 @@ std::shared_ptr<zovDynamicIcon2D> zovRendererP::GiveAway(DynamicIcon2D* icon) {
   if (held == lent.end()) return nullptr;
   Lent& answers = held->second;
   const auto ownsNothing = [](const auto& each) { return each.use_count() == 0; };
-  auto given = std::ranges::find_if(answers, ownsNothing);
+  auto given = std::find_if(answers.begin(), answers.end(), ownsNothing);
   if (given == answers.end()) --given;
   std::shared_ptr<zovDynamicIcon2D> outside = std::move(*given);
   answers.erase(given);
