@@ -74,8 +74,9 @@ void ForwardRegionListener::OnLeftMouseDown(int x, int y) {
   CameraParameters camera;
   Sight sight;
   Press press(*this);
+  // A view that may not switch stays as it is.
   press.HideMenu()
-      .ThenWithHub([](CameraOperations& hub) { hub.AutoSwitchToPerspectiveProjection(); })
+      .ThenWithHub([](CameraOperations& hub) { (void)hub.AutoSwitchToPerspectiveProjection(); })
       .ThenWithHub([](CameraOperations& hub) { hub.RecalculateSceneBounds(); })
       .ThenWithHub([&](CameraOperations& hub) {
         BorrowSettings(hub);

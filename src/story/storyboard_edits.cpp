@@ -232,7 +232,8 @@ bool Storyboard::BeginRecordWalk() {
   if (!CanRecordWalk()) return false;
   CameraOperations* const hub = now->partners.hub.Get();
   if (hub == nullptr) return false;
-  if (QueryCamera(*hub).IsOrthographic()) hub->AutoSwitchToPerspectiveProjection();
+  // A view that may not switch stays as it is.
+  if (QueryCamera(*hub).IsOrthographic()) (void)hub->AutoSwitchToPerspectiveProjection();
   if (!now || !CanRecordWalk()) return false;
   if (now->partners.hub.Get() == nullptr || IsRecordingWalk()) return false;  // by the host, who was asked
   const auto recorder = std::make_shared<WalkRecorder>();

@@ -283,7 +283,7 @@ TEST_F(HubReentry, a_frame_within_a_call_of_the_hub_does_nothing) {
   hub.onRecalculateGlobal = askForFrame;
   hub.onApply = askForFrame;
   const std::function<void()> calls[] = {
-      [&] { hub.FitAllToView(); },
+      [&] { EXPECT_TRUE(hub.FitAllToView()); },
       [&] { hub.RecalculateSceneBounds(); },
       [&] { hub.ResetUCSBoundingBox(); },
       [&] { hub.SetSceneBoundingSphere(0.0, {}); },

@@ -114,7 +114,7 @@ class FakeOrientor : public Korvane::Orientor, public Fake {
   int& viewportHeight = open.layout.viewportHeight;
   Korvane::RewindHistory* GetRewindHistory() const { return open.partners.history.Get(); }
   Korvane::ObserverSet<Korvane::OrientorObserver>& observers = open.partners.observers;
-  Korvane::Renderer*& renderer = open.renderer;
+  Korvane::Borrowed<Korvane::Renderer>& renderer = open.renderer;
 
   bool disabledWhileDrawn = false;
 };
