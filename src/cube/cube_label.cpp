@@ -6,18 +6,22 @@ namespace Korvane {
 
 namespace {
 
-// What is made anew meanwhile is not touched.
-void DestroyIcons(Renderer& renderer, Borrowed<DynamicIcon2D>& first, Borrowed<DynamicIcon2D>& second) {
-  const Borrowed<DynamicIcon2D> gone[] = {Borrowed(first.Get()), Borrowed(second.Get())};
-  first.Set(nullptr);
-  second.Set(nullptr);
-  for (const auto& each : gone) {
-    DynamicIcon2D* icon = each.Get();
-    if (icon != nullptr) renderer.DestroyIcon(icon);
-  }
+void GiveBack(Renderer& renderer, const Borrowed<DynamicIcon2D>& borrowed) {
+  DynamicIcon2D* icon = borrowed.Get();
+  if (icon != nullptr) renderer.DestroyIcon(icon);
 }
 
 }  // namespace
+
+// What is made anew meanwhile is not touched.
+void CubeLabel::DestroyIcons(Renderer& renderer) {
+  const Borrowed<DynamicIcon2D> first(GetPlain());
+  const Borrowed<DynamicIcon2D> second(GetHighlighted());
+  plain.Set(nullptr);
+  highlighted.Set(nullptr);
+  GiveBack(renderer, first);
+  GiveBack(renderer, second);
+}
 
 bool CubeLabel::SetName(const wchar_t* name) {
   const std::wstring given = name != nullptr ? name : L"";
@@ -31,7 +35,7 @@ bool CubeLabel::ShowsSecondName(const OrientorParameters& parameters) const {
 }
 
 bool CubeLabel::IsMismatched(const OrientorParameters& parameters) const {
-  return parameters.draw_ucs_menu != (plain.Get() != nullptr);
+  return parameters.draw_ucs_menu != (GetPlain() != nullptr);
 }
 
 bool CubeLabel::IsOutdated(const OrientorParameters& parameters, const CubeLayout& layout,
@@ -46,29 +50,33 @@ bool CubeLabel::IsOutdated(const OrientorParameters& parameters, const CubeLayou
 void CubeLabel::Make(Renderer& renderer, const OrientorParameters& parameters, const CubeLayout& layout) {
   ForsakeMaking();
   const Lifeline::Watch wanted(making);
-  DestroyIcons(renderer, plain, highlighted);
+  DestroyIcons(renderer);
   if (!wanted || !parameters.draw_ucs_menu) return;
   const std::wstring first = activeName;
   const std::wstring second = ShowsSecondName(parameters) ? defaultName : std::wstring();
   const int width = layout.GetLabelWidth(parameters);
-  Borrowed<DynamicIcon2D> madePlain(renderer.CreateUCSMenuLabel(first.c_str(), second.c_str(), false, width));
-  Borrowed<DynamicIcon2D> madeLit(renderer.CreateUCSMenuLabel(first.c_str(), second.c_str(), true, width));
+  const Borrowed<DynamicIcon2D> madePlain(
+      renderer.CreateUCSMenuLabel(first.c_str(), second.c_str(), false, width));
+  const Borrowed<DynamicIcon2D> madeLit(
+      renderer.CreateUCSMenuLabel(first.c_str(), second.c_str(), true, width));
   if (!wanted) {
-    DestroyIcons(renderer, madePlain, madeLit);
+    GiveBack(renderer, madePlain);
+    GiveBack(renderer, madeLit);
     return;
   }
+  maker.Set(&renderer);
   plain.Set(madePlain.Get());
   highlighted.Set(madeLit.Get());
 }
 
 void CubeLabel::Destroy(Renderer& renderer) {
   ForsakeMaking();
-  DestroyIcons(renderer, plain, highlighted);
+  DestroyIcons(renderer);
 }
 
 DynamicIcon2D* CubeLabel::Find(const OrientorParameters& parameters, bool lit) const {
   if (!parameters.draw_ucs_menu) return nullptr;
-  return (lit ? highlighted : plain).Get();
+  return lit ? GetHighlighted() : GetPlain();
 }
 
 void CubeLabel::Place(DynamicIcon2D& icon, const OrientorParameters& parameters, const CubeLayout& layout,

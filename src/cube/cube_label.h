@@ -12,7 +12,7 @@ class DynamicIcon2D;
 
 /// The label of the coordinate system below the cube, in its two forms. The icons are made, and destroyed, by
 /// the renderer; a host may take the renderer away or give another name while it makes them. Icons that go
-/// without the cube, as with their renderer, are none.
+/// without the cube are none, nor are those whose renderer has gone.
 class CubeLabel {
  public:
   static constexpr int ID = 5;  // among the parts of the overlay
@@ -42,11 +42,19 @@ class CubeLabel {
                     double opacity);
   static void Offer(const DynamicIcon2D& icon, QuadSink& sink);
 
+  /// Whether or not it shows; null when there is none.
+  DynamicIcon2D* GetPlain() const { return maker.Get() != nullptr ? plain.Get() : nullptr; }
+  DynamicIcon2D* GetHighlighted() const { return maker.Get() != nullptr ? highlighted.Get() : nullptr; }
+
+  // As they were made; asked for by the two above.
   Borrowed<DynamicIcon2D> plain;
   Borrowed<DynamicIcon2D> highlighted;
   bool madeWithCompass = false;
 
  private:
+  void DestroyIcons(Renderer& renderer);
+
+  Borrowed<Renderer> maker;
   Lifeline making;  // cut when what is being made is no longer wanted
   std::wstring activeName;
   std::wstring defaultName;

@@ -27,7 +27,7 @@ void Orientor::OpenUCSMenu() {
   const CameraOperations* const hub = parts->partners.hub.Get();
   if (!IsMouseOnUCSMenu() || hub == nullptr || hub->IsShotActive()) return;
   Renderer* const renderer = parts->renderer.Get();
-  const DynamicIcon2D* const label = parts->label.plain.Get();
+  const DynamicIcon2D* const label = parts->label.GetPlain();
   if (parameters.disabled || renderer == nullptr || label == nullptr) return;
   const Vector2 centre = label->GetPosition();
   const int height = hub->GetApplicationParameters().viewport_height;

@@ -34,7 +34,7 @@ void zovOrientorP::GoToHomeView() { owner->go_to_home_view(); }
 
 bool zovOrientorP::ShowsLabelOf(const zovRendererP& maker) {
   const Korvane::CubeLabel& label = GetParts().label;
-  return maker.HasLent(label.plain.Get()) || maker.HasLent(label.highlighted.Get());
+  return maker.HasLent(label.GetPlain()) || maker.HasLent(label.GetHighlighted());
 }
 
 // ---- partners that are taken away ----

@@ -186,27 +186,33 @@ bool zovRendererP::Render(DynamicIcon2D* icon) {
 DynamicIcon2D* zovRendererP::Hold(const std::shared_ptr<zovDynamicIcon2D>& icon) {
   DynamicIcon2D* const within = zovIconUtils::unwrap_icon(icon);
   if (within == nullptr) return nullptr;
-  lent[within].push_back(icon);
+  Lent& held = lent[within];
+  const auto isSharedAlike = [&](const auto& each) {
+    return !each.owner_before(icon) && !icon.owner_before(each) && each == icon;
+  };
+  const auto alike = std::find_if(held.answers.begin(), held.answers.end(), isSharedAlike);
+  if (alike == held.answers.end()) {
+    held.answers.push_back(icon);
+  } else {
+    std::rotate(alike, alike + 1, held.answers.end());
+  }
+  ++held.times;
   return within;
 }
 
 std::shared_ptr<zovDynamicIcon2D> zovRendererP::FindOutside(DynamicIcon2D* icon) const {
   const auto held = lent.find(icon);
-  return held != lent.end() ? held->second.back() : nullptr;
+  return held != lent.end() ? held->second.answers.back() : nullptr;
 }
 
-// Pointers that own nothing go first: who owns the icon keeps it as long as the library has it.
 std::shared_ptr<zovDynamicIcon2D> zovRendererP::GiveAway(DynamicIcon2D* icon) {
   const auto held = lent.find(icon);
   if (held == lent.end()) return nullptr;
-  Lent& answers = held->second;
-  const auto ownsNothing = [](const auto& each) { return each.use_count() == 0; };
-  auto given = std::find_if(answers.begin(), answers.end(), ownsNothing);
-  if (given == answers.end()) --given;
-  std::shared_ptr<zovDynamicIcon2D> outside = std::move(*given);
-  answers.erase(given);
-  if (answers.empty()) lent.erase(held);
-  return outside;
+  std::shared_ptr<zovDynamicIcon2D> newest = held->second.answers.back();
+  if (--held->second.times > 0) return newest;
+  const Lent leaving = std::move(held->second);  // what ends with it may call the host
+  lent.erase(held);
+  return newest;
 }
 
 bool zovRendererP::DestroyIcon(DynamicIcon2D*& icon) {

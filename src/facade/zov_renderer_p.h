@@ -77,8 +77,12 @@ class zovRendererP : public Korvane::Renderer {
   bool IsCallingOut() const { return owner.IsCalled() || openPasses > 0 || roomTaken; }
 
  private:
-  // What the library has of the host: each answer, since one pointer may own an icon that another one shares.
-  using Lent = std::vector<std::shared_ptr<zovDynamicIcon2D>>;
+  // What the library has of the host, as often as it was answered. Of two pointers to one icon either may be
+  // the one that owns it, so each stays until the last was given back; the newest stands last.
+  struct Lent {
+    std::vector<std::shared_ptr<zovDynamicIcon2D>> answers;
+    int times = 0;
+  };
   // Grows, and is used again whatever it holds.
   struct Room {
     std::unique_ptr<float[]> numbers;

@@ -271,6 +271,29 @@ TEST(ZovOrientorPartners, forgets_the_label_of_a_renderer_that_ends_after_it_was
   EXPECT_EQ(OwnIcon::alive, before);
 }
 
+// The host keeps the icons, which nobody can be asked to destroy any more: another renderer makes its own.
+TEST(ZovOrientorPartners, forgets_a_label_whose_icons_outlive_their_renderer) {
+  for (const bool takenAwayBefore : {false, true}) {
+    FacadeScene<zovOrientor> scene;
+    scene.cube->get_parameters().set_draw_ucs_menu(true);
+    auto own = std::make_unique<FacadeRenderer>();
+    own->keepsOwn = true;
+    scene.cube->set_renderer({std::shared_ptr<void>(), own.get()});
+    EXPECT_TRUE(scene.cube->create());
+    const std::vector<FacadeRenderer::Icon> kept = own->own;
+    ASSERT_EQ(kept.size(), 2U);
+    if (takenAwayBefore) scene.cube->set_renderer(nullptr);
+    own = nullptr;
+    scene.cube->set_renderer(scene.renderer);
+    scene.cube->draw();
+    EXPECT_EQ(scene.renderer->CountOf("create_ucs_menu_label"), 2);
+    EXPECT_EQ(scene.renderer->CountOf("render dynamic"), 1);
+    for (const FacadeRenderer::Icon& icon : kept) EXPECT_NE(scene.renderer->lastAddress, icon.get());
+    EXPECT_TRUE(scene.cube->destroy());
+    EXPECT_EQ(scene.renderer->destroyed.size(), 2U);
+  }
+}
+
 // An icon, or a picture, of the host's own class takes away the renderer that alone the cube holds, as it
 // goes in a call that the host has begun.
 TEST(ZovOrientorPartners, keeps_a_renderer_that_an_icon_of_it_takes_away_as_it_goes) {

@@ -667,25 +667,61 @@ TEST(ZovRenderer, holds_an_icon_by_each_pointer_that_was_answered) {
   }
 }
 
-// A second object of the host's stands for the icon within the first.
-TEST(ZovRenderer, holds_an_icon_that_a_second_object_borrows) {
+// A second object of the host's stands for the icon within the first, or another's pointer owns it.
+TEST(ZovRenderer, holds_an_icon_that_is_answered_in_two_ways_until_the_last_is_given_back) {
   const int before = OwnIcon::alive;
+  struct Holder {
+    OwnIcon icon = OwnIcon(77, qmString());
+  };
+  const auto inHolder = [] {
+    const auto holder = std::make_shared<Holder>();
+    return std::shared_ptr<zovDynamicIcon2D>(holder, &holder->icon);
+  };
+  const auto byItself = [] { return std::make_shared<OwnIcon>(77, qmString()); };
+  const auto borrow = [](const std::shared_ptr<zovDynamicIcon2D>& owner) {
+    return std::make_shared<zovDynamicIcon2D>(*zovIconUtils::unwrap_icon(owner));
+  };
+  const auto shareAlone = [](const std::shared_ptr<zovDynamicIcon2D>& owner) {
+    return std::shared_ptr<zovDynamicIcon2D>(std::shared_ptr<void>(), owner.get());
+  };
+  using Shared = std::shared_ptr<zovDynamicIcon2D>;
+  for (const std::function<Shared()>& make : {std::function<Shared()>(inHolder), {byItself}}) {
+    for (const std::function<Shared(const Shared&)>& another :
+         {std::function<Shared(const Shared&)>(borrow), {shareAlone}}) {
+      for (const bool ownerFirst : {true, false}) {
+        FacadeRenderer renderer;
+        Shared owner = make();
+        Shared second = another(owner);
+        renderer.answersAlways = ownerFirst ? owner : second;
+        DynamicIcon2D* a = renderer.korvane().CreateTooltip(L"a");
+        renderer.answersAlways = ownerFirst ? second : owner;
+        DynamicIcon2D* b = renderer.korvane().CreateTooltip(L"b");
+        EXPECT_EQ(a, b);
+        renderer.answersAlways = owner = second = nullptr;
+        ASSERT_EQ(OwnIcon::alive, before + 1);
+        EXPECT_TRUE(renderer.korvane().DestroyIcon(a));
+        ASSERT_EQ(OwnIcon::alive, before + 1);
+        EXPECT_EQ(b->GetID(), 77);
+        EXPECT_TRUE(renderer.korvane().DestroyIcon(b));
+        EXPECT_EQ(OwnIcon::alive, before);
+      }
+    }
+  }
+}
+
+// What the caller gets is what was answered to it.
+TEST(ZovRenderer, gives_the_caller_of_a_number_the_pointer_that_was_answered_to_it) {
   FacadeRenderer renderer;
   auto owner = std::make_shared<OwnIcon>(77, qmString());
-  auto borrower = std::make_shared<zovDynamicIcon2D>(*zovIconUtils::unwrap_icon(owner));
+  renderer.answersAlways = {std::shared_ptr<void>(), owner.get()};
+  DynamicIcon2D* held = renderer.korvane().CreateTooltip(L"a");
   renderer.answersAlways = owner;
-  DynamicIcon2D* first = renderer.korvane().CreateTooltip(L"a");
-  renderer.answersAlways = borrower;
-  DynamicIcon2D* second = renderer.korvane().CreateTooltip(L"b");
-  EXPECT_EQ(first, second);
+  const std::shared_ptr<zovDynamicIcon2D> mine = renderer.create_tooltip_by_id(zovStringID::Pivot);
   renderer.answersAlways = owner = nullptr;
-  borrower = nullptr;
-  EXPECT_EQ(OwnIcon::alive, before + 1);
-  EXPECT_EQ(first->GetID(), 77);
-  EXPECT_TRUE(renderer.korvane().DestroyIcon(first));
-  EXPECT_EQ(second->GetID(), 77);
-  EXPECT_TRUE(renderer.korvane().DestroyIcon(second));
-  EXPECT_EQ(OwnIcon::alive, before);
+  ASSERT_EQ(mine.use_count(), 2);  // with what the renderer keeps for the first
+  EXPECT_TRUE(renderer.korvane().DestroyIcon(held));
+  EXPECT_EQ(mine.use_count(), 1);
+  EXPECT_EQ(mine->id(), 77);
 }
 
 // The same, for texts that are shared by their numbers.
