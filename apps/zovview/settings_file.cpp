@@ -36,6 +36,7 @@ constexpr std::array<const char*, 7> DISC_NAMES = {
 
 constexpr const char* BAR_NAME = "navigationBar";
 constexpr const char* TOOLS_NAME = "toolbar";
+constexpr const char* MOTION_NAME = "reducedMotion";
 constexpr const char* DEVICE_NAME = "sixAxisDevice";
 constexpr const char* LINKED_NAME = "cube";
 // In the order of Toolbar::Position.
@@ -136,6 +137,7 @@ struct Kept {
   DiscType lastDisc;
   BarPlaces bars;
   KeptDevices devices;
+  ViewChoices choices;
 };
 
 // The name of the first value that is wrong; null for none.
@@ -145,12 +147,15 @@ const char* TakeAll(const Json& settings, Kept& kept) {
   }
   if (!TakePlace(settings, BAR_NAME, kept.bars.navigation)) return BAR_NAME;
   if (!TakePlace(settings, TOOLS_NAME, kept.bars.tools) || kept.bars.tools.linked) return TOOLS_NAME;
+  const auto motion = settings.find(MOTION_NAME);
+  if (motion != settings.end() && !Take(*motion, {}, kept.choices.reducedMotion)) return MOTION_NAME;
   const auto device = settings.find(DEVICE_NAME);
   if (device != settings.end() && !kept.devices.Take(*device)) return DEVICE_NAME;
   return TakeLastDisc(settings, kept.lastDisc) ? nullptr : LAST_DISC_NAME;
 }
 
-std::string Format(const HelmDisc& disc, const BarPlaces& bars, const KeptDevices& devices) {
+std::string Format(const HelmDisc& disc, const BarPlaces& bars, const ViewChoices& choices,
+                   const KeptDevices& devices) {
   Json settings;
   settings[VERSION_NAME] = VERSION;
   settings[LAST_DISC_NAME] = DISC_NAMES[static_cast<std::size_t>(disc.GetDefaultDiscType())];
@@ -159,6 +164,7 @@ std::string Format(const HelmDisc& disc, const BarPlaces& bars, const KeptDevice
   }
   settings[BAR_NAME] = FormatPlace(bars.navigation);
   settings[TOOLS_NAME] = FormatPlace(bars.tools);
+  settings[MOTION_NAME] = choices.reducedMotion;
   if (!devices.values.empty()) settings[DEVICE_NAME] = devices.Format();
   return settings.dump(2) + "\n";
 }
@@ -207,7 +213,7 @@ fs::path SettingsFile::FindPlace() {
 }
 
 bool SettingsFile::Read(HelmDisc& disc, std::string& error) {
-  kept = Format(disc, bars, devices);
+  kept = Format(disc, bars, choices, devices);
   std::error_code failure;
   if (file.empty() || fs::symlink_status(file, failure).type() == fs::file_type::not_found) return true;
   const auto fail = [&](const std::string& what) {
@@ -219,7 +225,7 @@ bool SettingsFile::Read(HelmDisc& disc, std::string& error) {
   if (settings.is_null()) return fail(reason);
   closed = settings[VERSION_NAME] > VERSION;
   if (closed) return fail("is of a newer version, and stays as it is");
-  Kept read = {disc.GetParameters(), disc.GetDefaultDiscType(), bars, devices};
+  Kept read = {disc.GetParameters(), disc.GetDefaultDiscType(), bars, devices, choices};
   if (const char* const wrong = TakeAll(settings, read)) {
     return fail(std::string("has a wrong value for \"") + wrong + "\"");
   }
@@ -227,13 +233,14 @@ bool SettingsFile::Read(HelmDisc& disc, std::string& error) {
   disc.SetDefaultDiscType(read.lastDisc);
   bars = read.bars;
   devices = read.devices;
-  kept = Format(disc, bars, devices);
+  choices = read.choices;
+  kept = Format(disc, bars, choices, devices);
   return true;
 }
 
 bool SettingsFile::Keep(const HelmDisc& disc, std::string& error) {
   if (closed || file.empty()) return true;
-  std::string text = Format(disc, bars, devices);
+  std::string text = Format(disc, bars, choices, devices);
   if (text == kept) return true;
   kept = std::move(text);
   closed = !WriteText(kept, error);

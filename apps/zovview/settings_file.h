@@ -12,9 +12,14 @@ class HelmDisc;
 
 namespace zovview {
 
+/// What the user has chosen for the view as a whole.
+struct ViewChoices {
+  bool reducedMotion = false;
+};
+
 /// What outlives the program: the settings of the discs, the kind that was open last, whether their welcome
-/// screen has been seen, where the bars stand, and what six-axis devices do. Kept in a file of the user's, as
-/// JSON.
+/// screen has been seen, where the bars stand, whether the camera travels, and what six-axis devices do. Kept
+/// in a file of the user's, as JSON.
 ///
 /// A file that is broken, or that cannot be read, is replaced when a setting changes; one of a newer version
 /// of the program never is.
@@ -32,6 +37,8 @@ class SettingsFile {
   BarPlaces& GetBarPlaces() { return bars; }
   /// To be filled before Read as on a first start.
   KeptDevices& GetDevices() { return devices; }
+  /// Those that were read, or of a first start; and to be brought up to date before Keep.
+  ViewChoices& GetChoices() { return choices; }
   /// Writes the file when a setting of the disc, of the devices, or a place of a bar, is another than the
   /// last time. False, with one line in `error`, when it cannot be written; it is not tried again then.
   bool Keep(const Korvane::HelmDisc& disc, std::string& error);
@@ -42,6 +49,7 @@ class SettingsFile {
   std::filesystem::path file;
   BarPlaces bars;
   KeptDevices devices;
+  ViewChoices choices;
   std::string kept;  // as it was last read or written
   bool closed = false;
 };

@@ -41,6 +41,9 @@ bool KeepsUp(const ViewTarget& target) {
   return target.hub.GetApplicationParameters().preserve_orbit_up_direction;
 }
 
+bool IsMotionReduced(const ViewTarget& target) { return target.hub.IsMotionReduced(); }
+void ToggleMotion(const ViewTarget& target) { target.hub.SetReducedMotion(!target.hub.IsMotionReduced()); }
+
 template <ToolID ID>
 void ChooseTool(const ViewTarget& target) {
   target.manager.SetActiveTool(ID);
@@ -92,6 +95,7 @@ constexpr ViewCommand COMMANDS[] = {
     {Settings, "toggle-projection", "Orthographic", "P", SDLK_p, ToggleProjection, IsOrthographic},
     {Settings, "toggle-snapping", "Snap to views", "S", SDLK_s, ToggleSnapping, IsSnapping},
     {Settings, "toggle-upright", "Keep upright", "U", SDLK_u, ToggleKeepUp, KeepsUp},
+    {Settings, "toggle-motion", "Reduced motion", "", SDLK_UNKNOWN, ToggleMotion, IsMotionReduced},
     {Settings, "toggle-bar", "Navigation bar", "B", SDLK_b, ToggleBar, IsBarShown},
     {Settings, "toggle-tools", "Toolbar", "K", SDLK_k, ToggleTools, AreToolsShown},
     {Cube, "cube-home", "Home view", "", SDLK_UNKNOWN, GoHomeByCube},

@@ -129,6 +129,10 @@ void Viewer::ReadSettings(Viewport& view) {
   if (settings != nullptr && !settings->Read(view.GetDisc(), error)) {
     std::fprintf(stderr, "%s: %s\n", PROGRAM, error.c_str());
   }
+  // What the environment says holds for the session, and is not kept; a recording is played without it.
+  const bool isWanted = zovhost::ViewHub::WantsReducedMotion() && recorder == nullptr;
+  const bool isKept = settings != nullptr && settings->GetChoices().reducedMotion;
+  view.GetHub().SetReducedMotion(isWanted || isKept);
   if (settings != nullptr) devices.Restore(settings->GetDevices(), view.GetTarget());
   view.GetHub().GetApplicationParameters().preserve_orbit_up_direction =
       view.GetDisc().GetParameters().keepSceneUpright;
@@ -138,6 +142,9 @@ void Viewer::KeepSettings() {
   if (settings == nullptr) return;
   std::string error;
   settings->GetBarPlaces() = views[0]->GetBars().GetPlaces();
+  if (!zovhost::ViewHub::WantsReducedMotion()) {
+    settings->GetChoices().reducedMotion = views[0]->GetHub().IsMotionReduced();
+  }
   settings->GetDevices() = devices.GetKept(views[0]->GetTarget());
   if (!settings->Keep(views[0]->GetDisc(), error)) {
     std::fprintf(stderr, "%s: %s\n", PROGRAM, error.c_str());

@@ -84,6 +84,22 @@ TEST_F(SettingsFileTest, every_setting_is_read_as_it_was_kept) {
   EXPECT_EQ(other.GetDefaultDiscType(), DiscType::MiniTourBuilding);
 }
 
+TEST_F(SettingsFileTest, reduced_motion_is_read_as_it_was_kept) {
+  ASSERT_TRUE(Read());
+  EXPECT_FALSE(settings.GetChoices().reducedMotion);
+  settings.GetChoices().reducedMotion = true;
+  ASSERT_TRUE(Keep()) << error;
+  SettingsFile again(file);
+  ASSERT_TRUE(again.Read(disc, error)) << error;
+  EXPECT_TRUE(again.GetChoices().reducedMotion);
+}
+
+TEST_F(SettingsFileTest, reduced_motion_that_is_no_switch_is_refused) {
+  EXPECT_FALSE(ReadFrom(R"({"version": 1, "reducedMotion": 1})"));
+  EXPECT_NE(error.find("reducedMotion"), std::string::npos) << error;
+  EXPECT_FALSE(settings.GetChoices().reducedMotion);
+}
+
 TEST_F(SettingsFileTest, places_of_bars_are_read_as_they_were_kept) {
   using Korvane::Toolbar;
   for (const Toolbar::Position edge :

@@ -224,6 +224,27 @@ TEST_F(ViewCommandsTest, home_keeps_the_projection) {
   }
 }
 
+TEST_F(ViewCommandsTest, with_reduced_motion_the_camera_is_there_in_the_next_frame) {
+  StartAtHome(false);
+  for (const char* const name : {"top", "isometric", "home", "fit-all", "toggle-projection"}) {
+    const ViewCommand* const command = zovview::FindViewCommand(name);
+    ASSERT_NE(command, nullptr) << name;
+    hub.SetReducedMotion(false);
+    const CameraParameters start = hub.GetView();
+    command->run(target);
+    Arrive();
+    const CameraParameters expected = hub.GetView();
+    hub.SetView(start);
+    hub.SetReducedMotion(true);
+    command->run(target);
+    Frame();
+    Frame();
+    EXPECT_FALSE(hub.IsShotActive()) << name;
+    EXPECT_TRUE(CameraCheckEqual(&hub.GetView(), &expected)) << name;
+    EXPECT_EQ(hub.GetView().IsOrthographic(), expected.IsOrthographic()) << name;
+  }
+}
+
 TEST_F(ViewCommandsTest, a_window_that_changes_its_shape_stops_a_travelling_camera) {
   zovview::FitAll(target);
   Frame();

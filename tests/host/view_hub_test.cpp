@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -161,6 +162,79 @@ TEST(ViewHub, is_as_fine_as_the_library_in_a_wide_view) {
   }
   EXPECT_FALSE(hub.CheckCamerasEqual(&a, nullptr));
   EXPECT_FALSE(hub.CheckCamerasEqual(nullptr, &a));
+}
+
+// ---- reduced motion ----
+
+// How many frames a shot of one second takes, of a sixtieth each.
+template <class Parameters>
+int CountFrames(Parameters parameters, bool reduced) {
+  ManualPlatform clock;
+  ViewHub hub([] {});
+  hub.SetView(MakeView(10.0, Kind::Perspective));
+  hub.SetReducedMotion(reduced);
+  hub.GetApplicationParameters().use_projection_transitions = true;
+  parameters.duration = 1.0;
+  EXPECT_TRUE(hub.BeginShot(parameters));
+  int count = 0;
+  while (hub.IsShotActive() && count < 1000) {
+    clock.Advance(16);
+    hub.PerformOperations();
+    ++count;
+  }
+  return count;
+}
+
+template <class Parameters>
+void ExpectCut(const Parameters& parameters, const char* name) {
+  EXPECT_GT(CountFrames(parameters, false), 50) << name;
+  EXPECT_LE(CountFrames(parameters, true), 2) << name;
+}
+
+TEST(ReducedMotion, arrives_at_once_wherever_a_move_leads) {
+  Korvane::TransitionShotParameters transition;
+  transition.targetCamera = MakeView(5.0, Kind::Perspective);
+  ExpectCut(transition, "transition");
+  Korvane::CenterShotParameters centre;
+  centre.point = Vector3(2.0, 1.0, 0.0);
+  ExpectCut(centre, "centre");
+  Korvane::LookAtShotParameters face;
+  face.point = Vector3(2.0, 1.0, 0.0);
+  face.direction = Vector3(0.0, -1.0, 0.0);
+  face.distance = 4.0;
+  ExpectCut(face, "a face");
+  Korvane::ZoomRectShotParameters rectangle;
+  rectangle.sidewaysOffset = 1.0;
+  rectangle.forwardOffset = 5.0;
+  ExpectCut(rectangle, "a rectangle");
+  Korvane::ViewAlignShotParameters align;
+  align.directionFlags[Korvane::ViewAlignShotParameters::CAMERA_TOP] = true;
+  ExpectCut(align, "align");
+  Korvane::ProjectionTransitionShotParameters blend;
+  blend.targetProjection = Korvane::ProjectionTransitionShotParameters::PROJECTION_ORTHOGRAPHIC;
+  ExpectCut(blend, "projection");
+}
+
+TEST(ReducedMotion, lets_the_shots_of_a_story_run) {
+  Korvane::OrbitShotParameters orbit;
+  EXPECT_EQ(CountFrames(orbit, true), CountFrames(orbit, false));
+  EXPECT_GT(CountFrames(orbit, true), 50);
+}
+
+TEST(ReducedMotion, is_wanted_by_the_environment) {
+  const struct {
+    const char* value;
+    bool wanted;
+  } rows[] = {{nullptr, false}, {"", false}, {"0", false}, {"1", true}, {"yes", true}};
+  for (const auto& row : rows) {
+    if (row.value != nullptr) {
+      setenv("ZOV_REDUCED_MOTION", row.value, 1);  // NOLINT(concurrency-mt-unsafe)
+    } else {
+      unsetenv("ZOV_REDUCED_MOTION");  // NOLINT(concurrency-mt-unsafe)
+    }
+    EXPECT_EQ(ViewHub::WantsReducedMotion(), row.wanted) << (row.value != nullptr ? row.value : "none");
+  }
+  unsetenv("ZOV_REDUCED_MOTION");  // NOLINT(concurrency-mt-unsafe)
 }
 
 }  // namespace

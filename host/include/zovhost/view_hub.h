@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "korvane/camera_operations.h"
+#include "korvane/shot_parameters.h"
 #include "zovhost/projection.h"
 
 namespace zovhost {
@@ -29,6 +30,20 @@ class ViewHub : public Korvane::CameraOperations {
   bool CheckCamerasEqual(const Korvane::CameraParameters* a,
                          const Korvane::CameraParameters* b) const override;
 
+  /// For who is made sick by a picture that moves by itself: the camera arrives in the first frame of a move
+  /// that leads somewhere. What the hand moves, and the shots of a story, which are what is to be seen, go
+  /// on. Off by default.
+  void SetReducedMotion(bool reduced) { reducedMotion = reduced; }
+  bool IsMotionReduced() const { return reducedMotion; }
+
+  using CameraOperations::BeginShot;
+  bool BeginShot(const Korvane::LookAtShotParameters& parameters) override;
+  bool BeginShot(const Korvane::ZoomRectShotParameters& parameters) override;
+  bool BeginShot(const Korvane::ProjectionTransitionShotParameters& parameters) override;
+  bool BeginShot(const Korvane::CenterShotParameters& parameters) override;
+  bool BeginShot(const Korvane::TransitionShotParameters& parameters) override;
+  bool BeginShot(const Korvane::ViewAlignShotParameters& parameters) override;
+
   const Korvane::CameraParameters& GetView() const { return view; }
   /// The host's own change of the camera; asks for a frame.
   void SetView(const Korvane::CameraParameters& values);
@@ -45,8 +60,15 @@ class ViewHub : public Korvane::CameraOperations {
   int GetViewportWidth() const { return GetApplicationParameters().viewport_width; }
   int GetViewportHeight() const { return GetApplicationParameters().viewport_height; }
 
+  /// Whether the user asks for it: ZOV_REDUCED_MOTION is set, and to something else than 0.
+  static bool WantsReducedMotion();
+
  private:
+  template <class Parameters>
+  bool BeginMove(const Parameters& parameters);
+
   std::function<void()> requestFrame;
+  bool reducedMotion = false;
   Korvane::CameraParameters view;
   bool hasShape = false;  // that of a viewport that has been told
 };

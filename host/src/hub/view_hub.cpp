@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
+#include <string_view>
 #include <utility>
 
 #include "korvane/math.h"
@@ -60,6 +62,32 @@ bool ViewHub::CheckCamerasEqual(const CameraParameters* a, const CameraParameter
   if (!CameraOperations::CheckCamerasEqual(a, b)) return false;
   return !(GetLargestMove(*a, *b) > SAME_VIEW * std::min(GetViewSize(*a), GetViewSize(*b)));
 }
+
+// ---- moves that lead somewhere ----
+
+// Without a duration the first step is the last.
+template <class Parameters>
+bool ViewHub::BeginMove(const Parameters& parameters) {
+  Parameters move = parameters;
+  if (reducedMotion) move.duration = 0.0;
+  return CameraOperations::BeginShot(move);
+}
+
+bool ViewHub::BeginShot(const Korvane::LookAtShotParameters& parameters) { return BeginMove(parameters); }
+bool ViewHub::BeginShot(const Korvane::ZoomRectShotParameters& parameters) { return BeginMove(parameters); }
+bool ViewHub::BeginShot(const Korvane::ProjectionTransitionShotParameters& parameters) {
+  return BeginMove(parameters);
+}
+bool ViewHub::BeginShot(const Korvane::CenterShotParameters& parameters) { return BeginMove(parameters); }
+bool ViewHub::BeginShot(const Korvane::TransitionShotParameters& parameters) { return BeginMove(parameters); }
+bool ViewHub::BeginShot(const Korvane::ViewAlignShotParameters& parameters) { return BeginMove(parameters); }
+
+bool ViewHub::WantsReducedMotion() {
+  const char* const wish = std::getenv("ZOV_REDUCED_MOTION");  // NOLINT(concurrency-mt-unsafe)
+  return wish != nullptr && *wish != '\0' && std::string_view(wish) != "0";
+}
+
+// ---- the view ----
 
 void ViewHub::SetView(const Korvane::CameraParameters& values) {
   view = values;
