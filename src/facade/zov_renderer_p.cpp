@@ -205,22 +205,27 @@ std::shared_ptr<zovDynamicIcon2D> zovRendererP::FindOutside(DynamicIcon2D* icon)
   return held != lent.end() ? held->second.answers.back() : nullptr;
 }
 
-std::shared_ptr<zovDynamicIcon2D> zovRendererP::GiveAway(DynamicIcon2D* icon) {
+// The last one takes all along that was kept with it.
+zovRendererP::Lent zovRendererP::TakeBack(DynamicIcon2D* icon) {
   const auto held = lent.find(icon);
-  if (held == lent.end()) return nullptr;
-  std::shared_ptr<zovDynamicIcon2D> newest = held->second.answers.back();
-  if (--held->second.times > 0) return newest;
-  const Lent leaving = std::move(held->second);  // what ends with it may call the host
+  if (held == lent.end()) return {};
+  if (--held->second.times > 0) return {{held->second.answers.back()}, 1};
+  Lent leaving = std::move(held->second);
   lent.erase(held);
-  return newest;
+  return leaving;
+}
+
+std::shared_ptr<zovDynamicIcon2D> zovRendererP::GiveAway(DynamicIcon2D* icon) {
+  const Lent taken = TakeBack(icon);
+  return !taken.answers.empty() ? taken.answers.back() : nullptr;
 }
 
 bool zovRendererP::DestroyIcon(DynamicIcon2D*& icon) {
   const auto asked = owner.operator->();  // until the icon has gone
-  const std::shared_ptr<zovDynamicIcon2D> outside = GiveAway(icon);
-  if (outside == nullptr) return false;
+  const Lent taken = TakeBack(icon);
+  if (taken.answers.empty()) return false;
   icon = nullptr;
-  return asked->destroy_icon(outside);
+  return asked->destroy_icon(taken.answers.back());
 }
 
 DynamicIcon2D* zovRendererP::CreateSceneScreenshot(int width, int height, const CameraParameters& camera) {

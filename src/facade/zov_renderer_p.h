@@ -96,6 +96,7 @@ class zovRendererP : public Korvane::Renderer {
   // The many calls within a pass are counted as one.
   bool OpenPass(bool isOpen);
   void ClosePass();
+  Lent TakeBack(Korvane::DynamicIcon2D* icon);
   Korvane::DynamicIcon2D* Hold(const std::shared_ptr<zovDynamicIcon2D>& icon);
   template <std::size_t perVertex>
   static qiIterator<float> CopyInto(Room& room, const float* values, unsigned vertexCount);
