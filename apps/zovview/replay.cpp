@@ -88,6 +88,7 @@ class Replay {
   std::unique_ptr<zovhost::Window> window;
   zovhost::OffscreenTarget target;
   ReplayedPointer pointer;
+  Preferences preferences;
   std::unique_ptr<zovhost::Scene> scene;
   std::unique_ptr<Viewport> view;
   ScriptedDevice device;
@@ -106,8 +107,10 @@ bool Replay::Prepare(std::string& error) {
   options.offscreen = true;
   window = zovhost::Window::Create(options, error);
   if (window == nullptr) return false;
-  view = std::make_unique<Viewport>(
-      Viewport::Surroundings{[this] { frameRequested = true; }, pointer, [](int, int) {}});
+  Viewport::Surroundings surroundings = {[this] { frameRequested = true; }, pointer, [](int, int) {}};
+  surroundings.preferences = &preferences;
+  view = std::make_unique<Viewport>(surroundings);
+  preferences.SetObserver([this] { view->ApplyPreferences(); });
   if (!view->Create()) {
     error = "there is no OpenGL 3.3 to draw with";
     return false;

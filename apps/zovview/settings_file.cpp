@@ -25,7 +25,8 @@ using Parameters = Korvane::HelmDiscParameters;
 namespace {
 
 constexpr int VERSION = 1;
-constexpr std::uintmax_t LARGEST_FILE = 65'536;  // bytes; what the program writes is a hundredth of it
+constexpr std::uintmax_t LARGEST_FILE =
+    262'144;  // bytes; what the program writes is mostly a hundredth of it
 constexpr const char* VERSION_NAME = "version";
 constexpr const char* LAST_DISC_NAME = "lastDisc";
 
@@ -36,7 +37,6 @@ constexpr std::array<const char*, 7> DISC_NAMES = {
 
 constexpr const char* BAR_NAME = "navigationBar";
 constexpr const char* TOOLS_NAME = "toolbar";
-constexpr const char* MOTION_NAME = "reducedMotion";
 constexpr const char* DEVICE_NAME = "sixAxisDevice";
 constexpr const char* LINKED_NAME = "cube";
 // In the order of Toolbar::Position.
@@ -65,6 +65,21 @@ const auto SETTINGS = std::to_array<Setting>({
     {"keepSceneUpright", &Parameters::keepSceneUpright},
 });
 
+struct Choice {
+  const char* name;
+  std::variant<bool Choices::*, std::string Choices::*, std::vector<std::string> Choices::*> field;
+};
+
+const auto CHOICES = std::to_array<Choice>({
+    {"reducedMotion", &Choices::reducedMotion},
+    {"language", &Choices::language},
+    {"ground", &Choices::ground},
+    {"navigationStyle", &Choices::navigationStyle},
+    {"recentFiles", &Choices::recentFiles},
+});
+constexpr std::size_t MOST_TEXTS = 32;       // of a list
+constexpr std::size_t LONGEST_TEXT = 4'096;  // bytes
+
 // ---- values ----
 
 bool Take(const Json& value, const Setting& /*setting*/, bool& field) {
@@ -80,6 +95,37 @@ bool Take(const Json& value, const Setting& setting, Number& field) {
   if (!(number >= setting.least && number <= setting.most)) return false;
   field = static_cast<Number>(number);
   return true;
+}
+
+bool TakeText(const Json& value, std::string& field) {
+  const auto* const text = value.get_ptr<const std::string*>();
+  if (text == nullptr || text->size() > LONGEST_TEXT) return false;
+  field = *text;
+  return true;
+}
+
+bool TakeTexts(const Json& value, std::vector<std::string>& field) {
+  if (!value.is_array() || value.size() > MOST_TEXTS) return false;
+  std::vector<std::string> texts(value.size());
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    if (!TakeText(value[i], texts[i])) return false;
+  }
+  field = std::move(texts);
+  return true;
+}
+
+// What is missing stays as it is.
+bool TakeChoice(const Json& settings, const Choice& choice, Choices& into) {
+  const auto value = settings.find(choice.name);
+  if (value == settings.end()) return true;
+  struct Taker {
+    const Json& value;
+    Choices& into;
+    bool operator()(bool Choices::*field) const { return Take(value, {}, into.*field); }
+    bool operator()(std::string Choices::*field) const { return TakeText(value, into.*field); }
+    bool operator()(std::vector<std::string> Choices::*field) const { return TakeTexts(value, into.*field); }
+  };
+  return std::visit(Taker{*value, into}, choice.field);
 }
 
 // What is missing stays as it is.
@@ -137,7 +183,7 @@ struct Kept {
   DiscType lastDisc;
   BarPlaces bars;
   KeptDevices devices;
-  ViewChoices choices;
+  Choices choices;
 };
 
 // The name of the first value that is wrong; null for none.
@@ -147,14 +193,15 @@ const char* TakeAll(const Json& settings, Kept& kept) {
   }
   if (!TakePlace(settings, BAR_NAME, kept.bars.navigation)) return BAR_NAME;
   if (!TakePlace(settings, TOOLS_NAME, kept.bars.tools) || kept.bars.tools.linked) return TOOLS_NAME;
-  const auto motion = settings.find(MOTION_NAME);
-  if (motion != settings.end() && !Take(*motion, {}, kept.choices.reducedMotion)) return MOTION_NAME;
+  for (const Choice& choice : CHOICES) {
+    if (!TakeChoice(settings, choice, kept.choices)) return choice.name;
+  }
   const auto device = settings.find(DEVICE_NAME);
   if (device != settings.end() && !kept.devices.Take(*device)) return DEVICE_NAME;
   return TakeLastDisc(settings, kept.lastDisc) ? nullptr : LAST_DISC_NAME;
 }
 
-std::string Format(const HelmDisc& disc, const BarPlaces& bars, const ViewChoices& choices,
+std::string Format(const HelmDisc& disc, const BarPlaces& bars, const Choices& choices,
                    const KeptDevices& devices) {
   Json settings;
   settings[VERSION_NAME] = VERSION;
@@ -164,9 +211,11 @@ std::string Format(const HelmDisc& disc, const BarPlaces& bars, const ViewChoice
   }
   settings[BAR_NAME] = FormatPlace(bars.navigation);
   settings[TOOLS_NAME] = FormatPlace(bars.tools);
-  settings[MOTION_NAME] = choices.reducedMotion;
+  for (const Choice& choice : CHOICES) {
+    std::visit([&](auto field) { settings[choice.name] = choices.*field; }, choice.field);
+  }
   if (!devices.values.empty()) settings[DEVICE_NAME] = devices.Format();
-  return settings.dump(2) + "\n";
+  return settings.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
 // ---- the file ----
@@ -212,11 +261,18 @@ fs::path SettingsFile::FindPlace() {
   return folder.empty() ? folder : folder / "zovview" / "settings.json";
 }
 
+fs::path SettingsFile::FindAside(const fs::path& file) {
+  fs::path aside = file;
+  return aside += ".broken";
+}
+
 bool SettingsFile::Read(HelmDisc& disc, std::string& error) {
   kept = Format(disc, bars, choices, devices);
+  broken = false;
   std::error_code failure;
   if (file.empty() || fs::symlink_status(file, failure).type() == fs::file_type::not_found) return true;
   const auto fail = [&](const std::string& what) {
+    broken = !closed;
     error = file.string() + " " + what + "; the settings are those of a first start";
     return false;
   };
@@ -243,8 +299,15 @@ bool SettingsFile::Keep(const HelmDisc& disc, std::string& error) {
   std::string text = Format(disc, bars, choices, devices);
   if (text == kept) return true;
   kept = std::move(text);
+  if (std::exchange(broken, false)) SetAside();
   closed = !WriteText(kept, error);
   return !closed;
+}
+
+// The new one is written whether this succeeds or not: what is broken may be a folder that nobody may change.
+void SettingsFile::SetAside() const {
+  std::error_code ignored;
+  if (fs::is_regular_file(file, ignored)) fs::rename(file, FindAside(file), ignored);
 }
 
 bool SettingsFile::WriteText(const std::string& text, std::string& error) const {

@@ -5,6 +5,7 @@
 
 #include "bar_places.h"
 #include "kept_devices.h"
+#include "preferences.h"
 
 namespace Korvane {
 class HelmDisc;
@@ -12,21 +13,19 @@ class HelmDisc;
 
 namespace zovview {
 
-/// What the user has chosen for the view as a whole.
-struct ViewChoices {
-  bool reducedMotion = false;
-};
-
 /// What outlives the program: the settings of the discs, the kind that was open last, whether their welcome
-/// screen has been seen, where the bars stand, whether the camera travels, and what six-axis devices do. Kept
-/// in a file of the user's, as JSON.
+/// screen has been seen, where the bars stand, what six-axis devices do, and what was chosen for the program
+/// as a whole. Kept in a file of the user's, as JSON.
 ///
-/// A file that is broken, or that cannot be read, is replaced when a setting changes; one of a newer version
-/// of the program never is.
+/// A file that is broken is set aside under the name FindAside gives when a setting changes; one of a newer
+/// version of the program stays, and nothing is kept then.
 class SettingsFile {
  public:
   /// In the folder of the user's configurations; empty where there is none.
   static std::filesystem::path FindPlace();
+
+  /// Where a broken file goes, in place of one that went there before.
+  static std::filesystem::path FindAside(const std::filesystem::path& file);
 
   explicit SettingsFile(std::filesystem::path place) : file(std::move(place)) {}
 
@@ -38,19 +37,21 @@ class SettingsFile {
   /// To be filled before Read as on a first start.
   KeptDevices& GetDevices() { return devices; }
   /// Those that were read, or of a first start; and to be brought up to date before Keep.
-  ViewChoices& GetChoices() { return choices; }
+  Choices& GetChoices() { return choices; }
   /// Writes the file when a setting of the disc, of the devices, or a place of a bar, is another than the
   /// last time. False, with one line in `error`, when it cannot be written; it is not tried again then.
   bool Keep(const Korvane::HelmDisc& disc, std::string& error);
 
  private:
+  void SetAside() const;
   bool WriteText(const std::string& text, std::string& error) const;
 
   std::filesystem::path file;
   BarPlaces bars;
   KeptDevices devices;
-  ViewChoices choices;
+  Choices choices;
   std::string kept;  // as it was last read or written
+  bool broken = false;
   bool closed = false;
 };
 

@@ -11,6 +11,7 @@
 #include "korvane/helm_disc.h"
 #include "korvane/shot_parameters.h"
 #include "korvane/view_manager.h"
+#include "preferences.h"
 #include "story_commands.h"
 #include "view_tools.h"
 #include "zovhost/window.h"
@@ -42,7 +43,10 @@ bool KeepsUp(const ViewTarget& target) {
 }
 
 bool IsMotionReduced(const ViewTarget& target) { return target.hub.IsMotionReduced(); }
-void ToggleMotion(const ViewTarget& target) { target.hub.SetReducedMotion(!target.hub.IsMotionReduced()); }
+void ToggleMotion(const ViewTarget& target) {
+  if (target.preferences == nullptr) return;
+  target.preferences->Edit([](Choices& choices) { choices.reducedMotion = !choices.reducedMotion; });
+}
 
 template <ToolID ID>
 void ChooseTool(const ViewTarget& target) {

@@ -19,6 +19,7 @@ class ViewManager;
 
 namespace zovview {
 
+class Preferences;
 class ViewBars;
 class ViewStory;
 
@@ -36,6 +37,7 @@ struct ViewTarget {
   std::function<void(StoryRequest request)> askForStory = {};
   Korvane::Cam3DController* device = nullptr;   ///< Null: there is none.
   std::function<void()> toggleDevicePage = {};  ///< Empty: nobody can.
+  Preferences* preferences = nullptr;           ///< Null: there are none.
 };
 
 /// Something that a key does, the panel or a menu.

@@ -111,7 +111,8 @@ void Viewer::AddView() {
       [this] {
         devices.TogglePage();
         window.RequestFrame();
-      }}));
+      },
+      &preferences}));
   Viewport& view = *views.back();
   view.GetRenderer().SetFaceShow(
       [this](const zovhost::SceneFace* face) { sceneView.SetFaceHighlight(face); });
@@ -119,32 +120,41 @@ void Viewer::AddView() {
     sceneView.Draw(camera, width, height);
   });
   if (index == 0) ReadSettings(view);
+  view.ApplyPreferences();
   if (!view.Create()) std::fprintf(stderr, "%s: the tools and the cube cannot be drawn\n", PROGRAM);
   if (index == 0 && settings != nullptr) view.GetBars().SetPlaces(settings->GetBarPlaces());
 }
 
+// What the environment says holds for the session, and is not kept; a recording is played without it.
 void Viewer::ReadSettings(Viewport& view) {
-  std::string error;
-  if (settings != nullptr) settings->GetDevices() = devices.GetKept(view.GetTarget());
-  if (settings != nullptr && !settings->Read(view.GetDisc(), error)) {
-    std::fprintf(stderr, "%s: %s\n", PROGRAM, error.c_str());
-  }
-  // What the environment says holds for the session, and is not kept; a recording is played without it.
-  const bool isWanted = zovhost::ViewHub::WantsReducedMotion() && recorder == nullptr;
-  const bool isKept = settings != nullptr && settings->GetChoices().reducedMotion;
-  view.GetHub().SetReducedMotion(isWanted || isKept);
-  if (settings != nullptr) devices.Restore(settings->GetDevices(), view.GetTarget());
+  if (settings != nullptr) ReadKept(view);
+  Choices choices = settings != nullptr ? settings->GetChoices() : Choices();
+  if (zovhost::ViewHub::WantsReducedMotion() && recorder == nullptr) choices.reducedMotion = true;
+  preferences.Set(std::move(choices));
+  preferences.SetObserver([this] { ApplyPreferences(); });
   view.GetHub().GetApplicationParameters().preserve_orbit_up_direction =
       view.GetDisc().GetParameters().keepSceneUpright;
+}
+
+void Viewer::ReadKept(Viewport& view) {
+  std::string error;
+  settings->GetDevices() = devices.GetKept(view.GetTarget());
+  if (!settings->Read(view.GetDisc(), error)) std::fprintf(stderr, "%s: %s\n", PROGRAM, error.c_str());
+  devices.Restore(settings->GetDevices(), view.GetTarget());
+}
+
+void Viewer::ApplyPreferences() {
+  for (const auto& view : views) view->ApplyPreferences();
+  window.RequestFrame();
 }
 
 void Viewer::KeepSettings() {
   if (settings == nullptr) return;
   std::string error;
+  const bool keptMotion = settings->GetChoices().reducedMotion;
   settings->GetBarPlaces() = views[0]->GetBars().GetPlaces();
-  if (!zovhost::ViewHub::WantsReducedMotion()) {
-    settings->GetChoices().reducedMotion = views[0]->GetHub().IsMotionReduced();
-  }
+  settings->GetChoices() = preferences.Get();
+  if (zovhost::ViewHub::WantsReducedMotion()) settings->GetChoices().reducedMotion = keptMotion;
   settings->GetDevices() = devices.GetKept(views[0]->GetTarget());
   if (!settings->Keep(views[0]->GetDisc(), error)) {
     std::fprintf(stderr, "%s: %s\n", PROGRAM, error.c_str());
@@ -209,7 +219,6 @@ void Viewer::ShowProgress(double fraction, const char* step) {
   if (!window.Step(0)) window.Hide();
 }
 
-// What cannot be shown leaves the present model where it is; without one there is nothing to stay for.
 // The story of each view is of the model that shows.
 void Viewer::LeaveStories(const std::function<void()>& then) {
   if (desk.IsExporting()) desk.Cancel();
@@ -224,6 +233,7 @@ void Viewer::LeaveStories(const std::function<void()>& then) {
   then();
 }
 
+// What cannot be shown leaves the present model where it is; without one there is nothing to stay for.
 void Viewer::ShowModel(LoadedModel model) {
   if (model.scene != nullptr && !sceneView.SetScene(model.scene.get())) {
     model.error = model.source.GetName() + ": the graphics memory does not hold this model";

@@ -56,6 +56,7 @@ class Viewer {
   const zovhost::Scene* GetScene() const { return scene.get(); }
   /// From the left.
   Viewport& GetView(std::size_t index) { return *views[index]; }
+  Preferences& GetPreferences() { return preferences; }
   std::size_t GetViewCount() const { return views.size(); }
   StoryDesk& GetDesk() { return desk; }
   ViewDevices& GetDevices() { return devices; }
@@ -91,6 +92,8 @@ class Viewer {
 
   void AddView();
   void ReadSettings(Viewport& view);
+  void ReadKept(Viewport& view);
+  void ApplyPreferences();
   void KeepSettings();
   void OnEvent(const zovhost::WindowEvent& event);
   void OnPointerEvent(zovhost::WindowEvent event);
@@ -125,6 +128,7 @@ class Viewer {
   zovhost::Window& window;
   Recorder* const recorder;
   SettingsFile* const settings;
+  Preferences preferences;
   EventLog log;
   std::unique_ptr<zovhost::Scene> scene;
   zovhost::GLSceneView sceneView;

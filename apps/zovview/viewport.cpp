@@ -37,7 +37,8 @@ Viewport::Viewport(Surroundings around)
              &story,
              surroundings.askForStory,
              &device,
-             surroundings.toggleDevicePage} {
+             surroundings.toggleDevicePage,
+             surroundings.preferences} {
   renderer.SetHost(&pointer);
   manager.SetRenderer(&renderer);
   manager.SetHelmDisc(&disc);
@@ -70,6 +71,11 @@ void Viewport::SetPlace(int x, int y, int width, int height, double scale) {
   bars.SetScale(scale);
   manager.SetViewportSize(width, height);
   hub.SetViewportSize(width, height);
+}
+
+void Viewport::ApplyPreferences() {
+  if (surroundings.preferences == nullptr) return;
+  hub.SetReducedMotion(surroundings.preferences->Get().reducedMotion);
 }
 
 void Viewport::SetScene(const zovhost::Scene& scene) {

@@ -5,6 +5,7 @@
 #include "korvane/cam3d_controller.h"
 #include "korvane/helm_disc.h"
 #include "korvane/orientor.h"
+#include "preferences.h"
 #include "selection.h"
 #include "view_bars.h"
 #include "view_commands.h"
@@ -40,6 +41,8 @@ class Viewport {
     std::function<void(StoryRequest request)> askForStory = {};
     /// The page of settings of six-axis devices; empty: nobody can.
     std::function<void()> toggleDevicePage = {};
+    /// To be applied by ApplyPreferences when they change; null: those of a first start. Borrowed.
+    Preferences* preferences = nullptr;
   };
 
   explicit Viewport(Surroundings surroundings);
@@ -55,6 +58,8 @@ class Viewport {
   int GetX() const { return placeX; }
   int GetWidth() const { return hub.GetViewportWidth(); }
   int GetHeight() const { return hub.GetViewportHeight(); }
+
+  void ApplyPreferences();
 
   /// Borrowed. What was going on ends, nothing is selected, and the view is the start view of the scene.
   void SetScene(const zovhost::Scene& scene);

@@ -100,6 +100,28 @@ TEST_F(SettingsFileTest, reduced_motion_that_is_no_switch_is_refused) {
   EXPECT_FALSE(settings.GetChoices().reducedMotion);
 }
 
+TEST_F(SettingsFileTest, choices_for_the_program_are_read_as_they_were_kept) {
+  ASSERT_TRUE(Read());
+  settings.GetChoices() = {false, "pl", "white", "cad", {"/a/house.glb", "\xC3\xA4.obj"}};
+  ASSERT_TRUE(Keep()) << error;
+  SettingsFile again(file);
+  ASSERT_TRUE(again.Read(disc, error)) << error;
+  const zovview::Choices& read = again.GetChoices();
+  EXPECT_EQ(read.language, "pl");
+  EXPECT_EQ(read.ground, "white");
+  EXPECT_EQ(read.navigationStyle, "cad");
+  EXPECT_EQ(read.recentFiles, (std::vector<std::string>{"/a/house.glb", "\xC3\xA4.obj"}));
+}
+
+TEST_F(SettingsFileTest, a_file_name_that_is_no_text_harms_nobody) {
+  ASSERT_TRUE(Read());
+  settings.GetChoices().recentFiles = {"/a/\xFF\xFE.obj", "/a/house.glb"};
+  ASSERT_TRUE(Keep()) << error;
+  SettingsFile again(file);
+  ASSERT_TRUE(again.Read(disc, error)) << error;
+  EXPECT_EQ(again.GetChoices().recentFiles.at(1), "/a/house.glb");
+}
+
 TEST_F(SettingsFileTest, places_of_bars_are_read_as_they_were_kept) {
   using Korvane::Toolbar;
   for (const Toolbar::Position edge :
@@ -165,6 +187,12 @@ TEST_F(SettingsFileTest, what_is_missing_and_what_is_unknown_does_no_harm) {
   EXPECT_EQ(disc.GetParameters().miniDiscSize, 128);
 }
 
+std::string Repeat(const std::string& text, int count) {
+  std::string all;
+  for (int i = 0; i < count; ++i) all += text;
+  return all;
+}
+
 std::string OneNumber(const char* name, double value) {
   std::ostringstream text;
   text << "{\"version\": 1, \"" << name << "\": " << value << "}";
@@ -214,6 +242,7 @@ TEST_P(BrokenSettings, are_told_in_one_line_change_nothing_and_are_replaced_when
   HelmDisc other;
   EXPECT_TRUE(SettingsFile(file).Read(other, error)) << error;
   EXPECT_TRUE(other.GetParameters().welcomeSeen);
+  EXPECT_EQ(ReadText(SettingsFile::FindAside(file)), GetParam().text) << "it is set aside";
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -223,7 +252,7 @@ INSTANTIATE_TEST_SUITE_P(
         BrokenFile{"no_object", "[1, 2]"}, BrokenFile{"no_version", "{\"welcomeSeen\": true}"},
         BrokenFile{"version_0", "{\"version\": 0}"}, BrokenFile{"version_in_words", "{\"version\": \"one\"}"},
         BrokenFile{"bytes", std::string("\0\xFF\xFE{\x80", 5)}, BrokenFile{"deep", std::string(2000, '[')},
-        BrokenFile{"huge", "{\"version\": 1}" + std::string(70'000, ' ')},
+        BrokenFile{"huge", "{\"version\": 1}" + std::string(270'000, ' ')},
         BrokenFile{"a_number_for_a_switch", "{\"version\": 1, \"welcomeSeen\": 1}"},
         BrokenFile{"a_fraction_for_a_size", "{\"version\": 1, \"largeDiscSize\": 64.5}"},
         BrokenFile{"a_size_of_0", "{\"version\": 1, \"largeDiscSize\": 0}"},
@@ -237,6 +266,13 @@ INSTANTIATE_TEST_SUITE_P(
         BrokenFile{"an_offset_beyond_any_view", "{\"version\": 1, \"toolbar\": {\"offset\": 1e300}}"},
         BrokenFile{"tools_under_the_cube", "{\"version\": 1, \"toolbar\": {\"at\": \"cube\"}}"},
         BrokenFile{"shown_as_a_number", "{\"version\": 1, \"toolbar\": {\"shown\": 1}}"},
+        BrokenFile{"a_language_as_a_number", "{\"version\": 1, \"language\": 7}"},
+        BrokenFile{"a_ground_of_endless_words",
+                   "{\"version\": 1, \"ground\": \"" + std::string(5'000, 'a') + "\"}"},
+        BrokenFile{"recent_files_in_words", "{\"version\": 1, \"recentFiles\": \"all\"}"},
+        BrokenFile{"a_recent_file_as_a_switch", "{\"version\": 1, \"recentFiles\": [true]}"},
+        BrokenFile{"endless_recent_files",
+                   "{\"version\": 1, \"recentFiles\": [\"a\"" + Repeat(", \"a\"", 40) + "]}"},
         BrokenFile{"no_such_disc", "{\"version\": 1, \"lastDisc\": \"round\"}"},
         BrokenFile{"one_wrong_spoils_all", "{\"version\": 1, \"largeDiscSize\": 64, \"lastDisc\": 2}"}),
     [](const testing::TestParamInfo<BrokenFile>& file) { return file.param.name; });

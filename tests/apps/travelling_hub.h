@@ -8,6 +8,7 @@
 #include "cuboids.h"
 #include "korvane/helm_disc.h"
 #include "korvane/orientor.h"
+#include "preferences.h"
 #include "selection.h"
 #include "tour_clock.h"
 #include "view_bars.h"
@@ -28,6 +29,7 @@ class TravellingHub : public testing::Test {
   TravellingHub() : hub([] {}), selection(hub), manager(hub) {
     story.GetBoard().SetKorvane(&hub);
     story.BeginEmpty();
+    preferences.SetObserver([this] { hub.SetReducedMotion(preferences.Get().reducedMotion); });
   }
 
   void Show(std::span<const Korvane::Box3> boxes, int width = WIDTH, int height = HEIGHT) {
@@ -67,7 +69,9 @@ class TravellingHub : public testing::Test {
   zovview::ViewerViewManager manager;
   zovview::ViewBars bars{manager, target};
   zovview::ViewStory story{manager, hub};
-  const zovview::ViewTarget target = {hub, selection, manager, cube, mainDisc, {}, &bars, &story};
+  zovview::Preferences preferences;
+  const zovview::ViewTarget target = {hub,   selection, manager, cube,    mainDisc, {},
+                                      &bars, &story,    {},      nullptr, {},       &preferences};
 };
 
 }  // namespace apps_test

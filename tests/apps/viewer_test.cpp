@@ -343,6 +343,15 @@ TEST_F(SplitTest, a_key_goes_to_the_view_under_the_pointer) {
   EXPECT_EQ(viewer->GetView(1).GetManager().GetActiveTool(), zovview::TOOL_WALK);
 }
 
+TEST_F(SplitTest, reduced_motion_is_of_both_views) {
+  const zovview::ViewCommand& toggle = *zovview::FindViewCommand("toggle-motion");
+  for (const bool reduced : {true, false}) {
+    viewer->GetView(1).Run(toggle);
+    EXPECT_EQ(viewer->GetView(0).GetHub().IsMotionReduced(), reduced);
+    EXPECT_EQ(viewer->GetView(1).GetHub().IsMotionReduced(), reduced);
+  }
+}
+
 TEST_F(SplitTest, each_has_a_cube_that_the_pointer_leaves) {
   const auto isOnCube = [this](std::size_t view) {
     return viewer->GetView(view).GetCube().IsMouseInRegion();

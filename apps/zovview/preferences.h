@@ -1,0 +1,42 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace zovview {
+
+/// What the user has chosen for the viewer as a whole. A name that the program does not know, of a language
+/// for instance, counts as none.
+struct Choices {
+  bool reducedMotion = false;
+  std::string language;                  ///< As in zovhost/languages.h; empty: that of the environment.
+  std::string ground;                    ///< Behind the model; empty: the program's own.
+  std::string navigationStyle;           ///< Of buttons and keys; empty: the program's own.
+  std::vector<std::string> recentFiles;  ///< The latest first.
+};
+
+/// The choices, and who is to apply them when one has changed.
+class Preferences {
+ public:
+  const Choices& Get() const { return choices; }
+  /// Tells the observer.
+  void Set(Choices wanted) {
+    choices = std::move(wanted);
+    if (observer) observer();
+  }
+  template <class Change>
+  void Edit(Change change) {
+    Choices wanted = choices;
+    change(wanted);
+    Set(std::move(wanted));
+  }
+  void SetObserver(std::function<void()> told) { observer = std::move(told); }
+
+ private:
+  Choices choices;
+  std::function<void()> observer;
+};
+
+}  // namespace zovview
