@@ -72,7 +72,7 @@ ROOMS = {room: names.split() for room, names in {
 ROOM_OF_HEADER = {f"zovhost/{name}.h": room for room, names in {
     "projection": "projection",
     "files": "whole_file",
-    "texts": "languages wide_text",
+    "texts": "languages phrases wide_text",
     "stories": "story_file",
     "images": "accent image read_image",
     "scene": "scene",
@@ -90,6 +90,7 @@ ROOM_OF_HEADER = {f"zovhost/{name}.h": room for room, names in {
 }.items() for name in names.split()}
 # What a room may know beside the standard library, by how the name of a header begins.
 FOREIGN = {room: tuple(names.split()) for room, names in {
+    "texts": "fribidi.h",
     "stories": "nlohmann/",
     "images": "gdk-pixbuf/",
     "scene": "assimp/ embree3/ sys/ fcntl.h poll.h signal.h unistd.h",

@@ -1,5 +1,6 @@
 # Writes a C++ source that holds the given files. Run as a script:
-#   cmake -DFOLDER=<folder> -DFILES=<paths within it, separated by |> -DOUTPUT=<source> -P embed.cmake
+#   cmake -DFOLDER=<folder> -DFILES=<paths within it, separated by |> -DFUNCTION=<name> -DOUTPUT=<source>
+#     -P embed.cmake
 string(REPLACE "|" ";" files "${FILES}")
 set(arrays "")
 set(rows "")
@@ -11,7 +12,7 @@ foreach(file IN LISTS files)
   string(APPEND rows "    {\"${file}\", {file${index}, sizeof file${index} - 1}},\n")
   math(EXPR index "${index} + 1")
 endforeach()
-file(WRITE "${OUTPUT}.new" "#include \"pictures/embedded_files.h\"
+file(WRITE "${OUTPUT}.new" "#include \"texts/embedded_files.h\"
 
 namespace zovhost {
 
@@ -23,7 +24,7 @@ ${rows}};
 
 }  // namespace
 
-EmbeddedFiles GetEmbeddedFiles() { return {files, files + sizeof files / sizeof *files}; }
+EmbeddedFiles ${FUNCTION}() { return {files, files + sizeof files / sizeof *files}; }
 
 }  // namespace zovhost
 ")

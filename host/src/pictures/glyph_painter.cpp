@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <string>
 
-#include "pictures/embedded_files.h"
+#include "texts/embedded_files.h"
 #include "pictures/svg_painter.h"
 
 namespace zovhost {

@@ -7,7 +7,7 @@
 
 #include "korvane/resource_ids.h"
 #include "pictures/canvas.h"
-#include "pictures/embedded_files.h"
+#include "texts/embedded_files.h"
 #include "pictures/painted_pictures.h"
 #include "pictures/svg_painter.h"
 #include "pictures/text_font.h"

@@ -5,7 +5,7 @@
 
 namespace zovhost {
 
-/// A file of host/resources, built into the library.
+/// A file of host/resources, built into a library.
 struct EmbeddedFile {
   std::string_view name;  // its path within that folder, with slashes
   std::string_view content;
@@ -16,7 +16,11 @@ struct EmbeddedFiles {
   const EmbeddedFile* end;
 };
 
-/// Generated at build time from the folder.
+// Generated at build time from the folder.
+
+/// The tables of phrases.
+EmbeddedFiles GetEmbeddedPhrases();
+/// Pictures, texts and cursors.
 EmbeddedFiles GetEmbeddedFiles();
 
 }  // namespace zovhost
