@@ -5,8 +5,8 @@
 #include <cstdio>
 #include <string>
 
-#include "texts/embedded_files.h"
 #include "pictures/svg_painter.h"
+#include "texts/embedded_files.h"
 
 namespace zovhost {
 

@@ -7,10 +7,10 @@
 
 #include "korvane/resource_ids.h"
 #include "pictures/canvas.h"
-#include "texts/embedded_files.h"
 #include "pictures/painted_pictures.h"
 #include "pictures/svg_painter.h"
 #include "pictures/text_font.h"
+#include "texts/embedded_files.h"
 #include "zovhost/accent.h"
 
 namespace zovhost {
