@@ -14,7 +14,8 @@ set(ZOV_KIT_PACKAGES
   "gl|ZOV_WEBP|libwebp-dev|libwebp libwebpmux"
   "window|ZOV_SDL2|libsdl2-dev|sdl2"
   "window|ZOV_IMGUI|libimgui-dev|imgui"
-  "window|ZOV_FONTCONFIG|libfontconfig-dev|fontconfig")
+  "window|ZOV_FONTCONFIG|libfontconfig-dev|fontconfig"
+  "window|ZOV_FREETYPE|libfreetype-dev|freetype2")
 if(ZOV_WITH_SPNAV)
   list(APPEND ZOV_KIT_PACKAGES "window|ZOV_SPNAV|libspnav-dev|spnav")
 endif()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 namespace zovhost {
 
@@ -13,6 +14,9 @@ class Window;
 /// typed; everything else goes on to the handler of the window's events. A press beside the panels ends the
 /// typing, and is an event of the window all the same. A frame is asked for only when something on a panel
 /// may have changed. One at a time.
+///
+/// The panels speak the language of the process (see phrases.h), from the next frame on when it changes.
+/// Their font has what its phrases need; see panel_texts.h for other texts.
 class Gui {
  public:
   /// Over a window: takes the window's native event hook. The window must outlive it, with its context
@@ -27,6 +31,9 @@ class Gui {
   void BeginFrame();
   /// Draws what was put together into the bound framebuffer, and leaves the state of OpenGL as it was.
   void EndFrame();
+
+  /// One line when the system has no typeface for the language of the panels, told once; else empty.
+  std::string TakeProblem();
 
   /// Whether a viewport pixel, origin at the bottom left, lies on a panel of the last frame.
   bool IsOverPanel(int x, int y) const;

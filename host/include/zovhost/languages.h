@@ -10,6 +10,7 @@ struct Language {
   std::string_view tag;      // BCP 47: "de", "zh"
   std::string_view ownName;  // in the language itself, as a list of languages shows it; UTF-8
   bool rightToLeft = false;
+  std::string_view englishName = {};
 };
 
 /// English first, then by their tags. They live as long as the process.

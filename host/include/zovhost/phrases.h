@@ -17,9 +17,9 @@ namespace zovhost {
 /// may have places, `{}`, that are filled when it is said; a table may set them in another order by `{1}`,
 /// `{2}` and so on. Names of keys stand in brackets: `[Home] = Pos1`.
 ///
-/// Panels draw characters from the left to the right, as they come. What is read from the right is therefore
-/// there twice: as it is written, and as it is drawn, with its letters joined and in the order in which they
-/// stand on the screen.
+/// A phrase is there twice: as it is written, and as the typefaces of panels, which know nothing of joined
+/// letters, draw it: each letter in the form that it takes between its neighbours. Both stand in the order in
+/// which they are read; the Gui puts them into that of the screen.
 class Phrases {
  public:
   /// A language of GetLanguages; any other gives English. Made when first asked for, and there as long as the
@@ -54,10 +54,6 @@ class Phrases {
   /// known of it is said, as it is written.
   std::string TranslateLine(std::string_view line) const;
 
-  /// A text of the user's as a panel draws it: what is read from the right has its letters joined and stands
-  /// in the order of the screen, line by line.
-  std::string Draw(std::string_view text) const;
-
   /// Each character that the phrases are drawn with, once.
   std::wstring_view GetCharacters() const;
   /// The English phrases of the table, in its order.
@@ -69,6 +65,9 @@ class Phrases {
 
   std::unique_ptr<Table> table;
 };
+
+/// A text of the user's with its letters joined, as panels draw it.
+std::string JoinLetters(std::string_view text);
 
 // The language that this process speaks: one for all its panels, as there is one of them at a time, and like
 // the locale of the C library. English until it is told; to be told between two frames, on their thread.

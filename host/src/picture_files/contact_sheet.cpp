@@ -7,6 +7,7 @@
 
 #include "picture_files/image_check.h"
 #include "zovhost/picture.h"
+#include "zovhost/typefaces.h"
 
 namespace zovhost {
 
@@ -90,7 +91,7 @@ void DrawText(cairo_t* context, const std::string& text, int size, PangoWeight w
               const Rectangle& place) {
   const Owned<PangoLayout> layout(pango_cairo_create_layout(context));
   const Owned<PangoFontDescription> font(pango_font_description_new());
-  pango_font_description_set_family(font.get(), "Inter, Noto Sans, DejaVu Sans, sans-serif");
+  pango_font_description_set_family(font.get(), TYPEFACE_LIST);
   pango_font_description_set_absolute_size(font.get(), size * PANGO_SCALE);
   pango_font_description_set_weight(font.get(), weight);
   pango_layout_set_font_description(layout.get(), font.get());

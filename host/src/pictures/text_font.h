@@ -7,6 +7,8 @@
 #include <string_view>
 #include <utility>
 
+#include "zovhost/typefaces.h"
+
 namespace zovhost {
 
 /// The language of the texts that are set as long as this is there, on this thread: typefaces write some
@@ -36,7 +38,7 @@ using TextLayout = std::unique_ptr<PangoLayout, PangoDeleter>;
 /// where there is one.
 inline void SetFont(PangoLayout* layout, double size, bool bold, bool narrow = false) {
   const std::unique_ptr<PangoFontDescription, PangoDeleter> font(pango_font_description_new());
-  pango_font_description_set_family_static(font.get(), "Inter, Noto Sans, DejaVu Sans, Sans");
+  pango_font_description_set_family_static(font.get(), TYPEFACE_LIST);
   pango_font_description_set_weight(font.get(), bold ? PANGO_WEIGHT_SEMIBOLD : PANGO_WEIGHT_NORMAL);
   if (narrow) pango_font_description_set_stretch(font.get(), PANGO_STRETCH_CONDENSED);
   pango_font_description_set_absolute_size(font.get(), size * PANGO_SCALE);

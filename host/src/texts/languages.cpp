@@ -10,8 +10,10 @@ namespace zovhost {
 namespace {
 
 constexpr Language languages[] = {
-    {"en", "English"},  {"ar", "العربية", true}, {"de", "Deutsch"}, {"es", "Español"},
-    {"fr", "Français"}, {"ja", "日本語"},        {"pl", "Polski"},  {"zh", "简体中文"},
+    {"en", "English", false, "English"}, {"ar", "العربية", true, "Arabic"},
+    {"de", "Deutsch", false, "German"},  {"es", "Español", false, "Spanish"},
+    {"fr", "Français", false, "French"}, {"ja", "日本語", false, "Japanese"},
+    {"pl", "Polski", false, "Polish"},   {"zh", "简体中文", false, "Chinese"},
 };
 
 // Of Chinese, whose two ways of writing have one tag.

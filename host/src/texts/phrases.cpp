@@ -4,8 +4,8 @@
 #include <unordered_map>
 #include <vector>
 
-#include "texts/display_order.h"
 #include "texts/embedded_files.h"
+#include "texts/reading_order.h"
 #include "zovhost/wide_text.h"
 
 namespace zovhost {
@@ -15,7 +15,7 @@ namespace {
 constexpr std::string_view equals = " = ";
 constexpr std::string_view nameEnds = ": ";
 constexpr std::string_view digits = "0123456789";
-constexpr std::string_view anyNumber = "7";  // for a number that is yet to come
+constexpr std::string_view anyPlace = "\x01";  // for a number that is yet to come
 constexpr std::size_t unknown = std::string_view::npos;
 
 std::string_view TakeLine(std::string_view& text) {
@@ -103,9 +103,7 @@ struct Phrases::Table {
 void Phrases::Table::Add(std::string_view english, std::string_view other) {
   Entry entry;
   entry.plain = other;
-  entry.drawn = language->rightToLeft
-                    ? WideToUtf8(ToDisplayOrder(Utf8ToWide(other), Reading::FromRightAlways))
-                    : entry.plain;
+  entry.drawn = JoinLetters(other);
   entry.label = entry.drawn + "###" + std::string(english);
   if (entries.emplace(english, std::move(entry)).second) keys.push_back(english);
 }
@@ -172,16 +170,13 @@ std::string Phrases::SayPlain(const char* english, std::initializer_list<std::st
 }
 
 std::string Phrases::Say(const char* english, std::initializer_list<std::string_view> values) const {
-  const std::string plain = SayPlain(english, values);
-  const Reading reading = table->language->rightToLeft ? Reading::FromRightAlways : Reading::FromLeft;
-  return WideToUtf8(ToDisplayOrder(Utf8ToWide(plain), reading));
+  return JoinLetters(SayPlain(english, values));
 }
 
-// It is put into the order of the screen as the number that it will be.
 std::string Phrases::SayFormat(const char* english, const char* number) const {
-  std::string format = DoubleSigns(Say(english, {anyNumber}));
-  const std::size_t place = format.find(anyNumber);
-  return place != unknown ? format.replace(place, anyNumber.size(), number) : format;
+  std::string format = DoubleSigns(Say(english, {anyPlace}));
+  const std::size_t place = format.find(anyPlace);
+  return place != unknown ? format.replace(place, anyPlace.size(), number) : format;
 }
 
 std::string Phrases::SayKey(std::string_view names) const {
@@ -233,10 +228,7 @@ std::string Phrases::TranslateLine(std::string_view line) const {
   return std::string(line);
 }
 
-std::string Phrases::Draw(std::string_view text) const {
-  const Reading reading = table->language->rightToLeft ? Reading::FromRight : Reading::FromLeft;
-  return WideToUtf8(ToDisplayOrder(Utf8ToWide(text), reading));
-}
+std::string JoinLetters(std::string_view text) { return WideToUtf8(JoinLetters(Utf8ToWide(text))); }
 
 // ---- the language of the process ----
 

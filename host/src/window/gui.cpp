@@ -3,49 +3,24 @@
 #include <SDL.h>
 #include <backends/imgui_impl_opengl3.h>
 #include <backends/imgui_impl_sdl.h>
-#include <fontconfig/fontconfig.h>
 #include <imgui.h>
 #include <imgui_internal.h>
 
 #include <cfloat>
-#include <filesystem>
 #include <string>
 #include <utility>
 
+#include "window/panel_state.h"
 #include "zovhost/accent.h"
+#include "zovhost/phrases.h"
 #include "zovhost/window.h"
 
 namespace zovhost {
 
 namespace {
 
-constexpr float FONT_SIZE = 15.0F;  // points
 // A click takes effect in the frame after it, and a panel that changes its size settles in one more.
 constexpr int FRAMES_TO_SETTLE = 3;
-
-struct FontconfigDeleter {
-  void operator()(FcPattern* pattern) const { FcPatternDestroy(pattern); }
-};
-using FontPattern = std::unique_ptr<FcPattern, FontconfigDeleter>;
-
-/// The file of the system's plain font; empty when there is none.
-std::string FindFontFile() {
-  const FontPattern wanted(FcPatternCreate());
-  if (wanted == nullptr) return {};
-  static const FcChar8 family[] = "sans-serif";
-  FcPatternAddString(wanted.get(), FC_FAMILY, family);
-  FcPatternAddBool(wanted.get(), FC_SCALABLE, FcTrue);
-  FcConfigSubstitute(nullptr, wanted.get(), FcMatchPattern);
-  FcDefaultSubstitute(wanted.get());
-
-  FcResult result = FcResultNoMatch;
-  const FontPattern found(FcFontMatch(nullptr, wanted.get(), &result));
-  FcChar8* file = nullptr;
-  if (found == nullptr || FcPatternGetString(found.get(), FC_FILE, 0, &file) != FcResultMatch) return {};
-  const std::string path(reinterpret_cast<const char*>(file));
-  std::error_code failure;
-  return std::filesystem::is_regular_file(path, failure) ? path : std::string();
-}
 
 // Neutral and translucent, with the one accent of the kit.
 void SetLook() {
@@ -83,18 +58,6 @@ void SetLook() {
   style.Colors[ImGuiCol_PlotHistogram] = accent;
 }
 
-// The font is rasterised for the density of the display and measured in points.
-void LoadFont(float scale) {
-  ImGuiIO& io = ImGui::GetIO();
-  const std::string file = FindFontFile();
-  if (!file.empty()) {
-    io.Fonts->AddFontFromFileTTF(file.c_str(), FONT_SIZE * scale);
-  } else {
-    io.Fonts->AddFontDefault();
-  }
-  io.FontGlobalScale = file.empty() ? 1.0F : 1.0F / scale;
-}
-
 bool IsPointerEvent(Uint32 type) {
   return type == SDL_MOUSEMOTION || type == SDL_MOUSEBUTTONDOWN || type == SDL_MOUSEBUTTONUP ||
          type == SDL_MOUSEWHEEL;
@@ -117,8 +80,10 @@ class Gui::Impl {
   bool HasPointer() const { return pointerWasOver; }
   float GetPointsPerPixel() const;
   int GetHeight() const { return window != nullptr ? window->GetHeight() : height; }
+  std::string TakeProblem() { return panels.font.TakeProblem(); }
 
  private:
+  float GetPanelX(float x) const;
   bool OnNativeEvent(const SDL_Event& event);
   bool OnPointerEvent(const SDL_Event& event);
   bool OnKeyEvent(const SDL_Event& event);
@@ -128,8 +93,11 @@ class Gui::Impl {
   void TrackOwner(const SDL_MouseButtonEvent& event, bool ofPanels);
   void Settle();
   bool IsPanelAppearing() const;
+  void LoadFont();
 
   ImGuiContext* context;
+  PanelState panels;
+  bool hasTexture = false;  // of the font
   Window* window;
   int width;
   int height;
@@ -147,7 +115,7 @@ Gui::Impl::Impl(Window* overWindow, int pictureWidth, int pictureHeight)
   // The cursor is the window's business.
   io.ConfigFlags |= ImGuiConfigFlags_NoMouseCursorChange;
   SetLook();
-  LoadFont(1.0F / GetPointsPerPixel());
+  io.UserData = &panels;
   ImGui_ImplOpenGL3_Init("#version 330 core");
   if (window == nullptr) return;
   ImGui_ImplSDL2_InitForOpenGL(window->GetNativeWindow(), window->GetNativeContext());
@@ -167,12 +135,32 @@ float Gui::Impl::GetPointsPerPixel() const {
   return window != nullptr ? static_cast<float>(1.0 / window->GetScale()) : 1.0F;
 }
 
+// The font is rasterised for the density of the display and measured in points.
+void Gui::Impl::LoadFont() {
+  ImGuiIO& io = ImGui::GetIO();
+  const float density = 1.0F / GetPointsPerPixel();
+  if (!panels.font.Update(*io.Fonts, GetPhrases(), density)) return;
+  if (hasTexture) {
+    ImGui_ImplOpenGL3_DestroyFontsTexture();
+    ImGui_ImplOpenGL3_CreateFontsTexture();
+  } else {
+    ImGui_ImplOpenGL3_CreateDeviceObjects();
+  }
+  hasTexture = true;
+  io.FontGlobalScale = panels.font.GetPointSize() / io.Fonts->Fonts[0]->FontSize;
+  io.Fonts->ClearInputData();
+  io.Fonts->ClearTexData();
+  panels.order.SetFont(*io.Fonts->Fonts[0]);
+}
+
 void Gui::Impl::BeginFrame() {
+  panels.mirrored = GetPhrases().GetLanguage().rightToLeft;
+  LoadFont();
   ImGui_ImplOpenGL3_NewFrame();
   if (window != nullptr) {
     ImGui_ImplSDL2_NewFrame();
     // The backend asks for the pointer on the whole desktop, which SDL knows only after it has moved a while.
-    ImGui::GetIO().MousePos = pointer;
+    ImGui::GetIO().MousePos = ImVec2(GetPanelX(pointer.x), pointer.y);
   } else {
     ImGui::GetIO().DisplaySize = ImVec2(static_cast<float>(width), static_cast<float>(height));
   }
@@ -181,8 +169,9 @@ void Gui::Impl::BeginFrame() {
 
 void Gui::Impl::EndFrame() {
   ImGui::Render();
+  panels.order.Apply(*ImGui::GetDrawData(), panels.mirrored, ImGui::GetIO().FontGlobalScale);
   ImGui_ImplOpenGL3_RenderDrawData(ImGui::GetDrawData());
-  if (window == nullptr || (framesToSettle == 0 && !IsPanelAppearing())) return;
+  if (window == nullptr || (framesToSettle == 0 && !IsPanelAppearing() && !panels.font.IsOutdated())) return;
   if (framesToSettle > 0) --framesToSettle;
   window->RequestFrame();
 }
@@ -203,8 +192,13 @@ void Gui::Impl::Settle() {
   window->RequestFrame();
 }
 
+// Mirrored panels are drawn from the right. A pointer that is nowhere stays there.
+float Gui::Impl::GetPanelX(float x) const {
+  return panels.mirrored && x > -FLT_MAX ? ImGui::GetIO().DisplaySize.x - x : x;
+}
+
 bool Gui::Impl::IsOverPanel(float pointX, float pointY) const {
-  const ImVec2 point(pointX, pointY);
+  const ImVec2 point(GetPanelX(pointX), pointY);
   for (const ImGuiWindow* const panel : context->Windows) {
     // What belongs to another window lies within it, but for the menus.
     const bool stands = panel->ParentWindow == nullptr || (panel->Flags & ImGuiWindowFlags_Popup) != 0;
@@ -273,6 +267,7 @@ bool Gui::Impl::IsTyping() const {
 bool Gui::Impl::OnKeyEvent(const SDL_Event& event) {
   const bool typing = IsTyping();
   const bool ofKey = event.type == SDL_KEYDOWN || event.type == SDL_KEYUP;
+  if (event.type == SDL_TEXTINPUT) panels.font.Add(event.text.text);
   if (typing || ofKey) ImGui_ImplSDL2_ProcessEvent(&event);
   if (typing) Settle();
   return typing && event.type != SDL_KEYUP;
@@ -301,6 +296,7 @@ Gui::~Gui() = default;
 void Gui::BeginFrame() { impl->BeginFrame(); }
 void Gui::EndFrame() { impl->EndFrame(); }
 
+std::string Gui::TakeProblem() { return impl->TakeProblem(); }
 bool Gui::HasPointer() const { return impl->HasPointer(); }
 
 bool Gui::IsOverPanel(int x, int y) const {

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace zovhost {
+
+// What a panel needs beside imgui.h to show texts of any language. All within a frame of the Gui, which
+// mirrors its panels in a language that is read from the right: panels are put together as if they were read
+// from the left, and so are the places that imgui.h tells.
+
+/// A text that is no phrase, as the name of a file, ready to be drawn: with its letters joined, and its
+/// characters in the font from the next frame on.
+std::string ToPanelText(std::string_view text);
+
+/// Whether the panels are mirrored in this frame: for what shows a direction in the room.
+bool ArePanelsMirrored();
+
+/// The horizontal place on the panels of a point of the window, in points from its left; and back.
+float MirrorPlace(float x);
+
+/// Where the next panel stands, in points from the top left of the window: that fraction of its width and
+/// height from its left and its top lies there. `always`, or else when it appears.
+void PlaceNextPanel(float x, float y, float fractionX, float fractionY, bool always);
+
+/// An item of imgui.h that is not mirrored in itself: what is typed, and what is dragged to the right for
+/// more. To live just around the call that draws it, when its width is known: SetNextItemWidth.
+class UprightItem {
+ public:
+  UprightItem();
+  ~UprightItem();
+  UprightItem(const UprightItem&) = delete;
+  UprightItem& operator=(const UprightItem&) = delete;
+
+ private:
+  void TurnPointer() const;
+
+  bool mirrored;
+  float left = 0.0F;
+  float right = 0.0F;
+  int firstVertex = 0;
+};
+
+}  // namespace zovhost

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace zovhost {
+
+/// Each letter in the form in which it is joined to its neighbours, in the order in which it is written.
+std::wstring JoinLetters(const std::wstring& text);
+
+/// Whether anything in it is read from the right.
+bool IsReadFromRight(const std::wstring& text);
+
+/// For each place of a line, from left to right on the screen, what stands there: an index into the text.
+/// `fromRight`: the line begins at the right.
+struct PlacedCharacter {
+  std::size_t index = 0;
+  wchar_t drawn = 0;  // a bracket that is read from the right is the opposite one
+};
+std::vector<PlacedCharacter> FindScreenOrder(const std::wstring& line, bool fromRight);
+
+}  // namespace zovhost

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "window/panel_font.h"
+#include "window/screen_order.h"
+
+namespace zovhost {
+
+/// What the Gui keeps for the texts of its panels, which find it by the user data of the library that draws
+/// them.
+struct PanelState {
+  PanelFont font;
+  ScreenOrder order;
+  bool mirrored = false;
+};
+
+}  // namespace zovhost

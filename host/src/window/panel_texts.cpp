@@ -1,0 +1,62 @@
+#include "zovhost/panel_texts.h"
+
+#include <imgui.h>
+
+#include "window/panel_state.h"
+#include "zovhost/phrases.h"
+
+namespace zovhost {
+
+namespace {
+
+// Null without a Gui.
+PanelState* FindState() {
+  return ImGui::GetCurrentContext() != nullptr ? static_cast<PanelState*>(ImGui::GetIO().UserData) : nullptr;
+}
+
+}  // namespace
+
+std::string ToPanelText(std::string_view text) {
+  std::string joined = JoinLetters(text);
+  if (PanelState* const state = FindState()) state->font.Add(joined);
+  return joined;
+}
+
+bool ArePanelsMirrored() {
+  const PanelState* const state = FindState();
+  return state != nullptr && state->mirrored;
+}
+
+float MirrorPlace(float x) { return ArePanelsMirrored() ? ImGui::GetIO().DisplaySize.x - x : x; }
+
+void PlaceNextPanel(float x, float y, float fractionX, float fractionY, bool always) {
+  const float fraction = ArePanelsMirrored() ? 1.0F - fractionX : fractionX;
+  ImGui::SetNextWindowPos(ImVec2(MirrorPlace(x), y), always ? ImGuiCond_Always : ImGuiCond_Appearing,
+                          ImVec2(fraction, fractionY));
+}
+
+// ---- items ----
+
+UprightItem::UprightItem() : mirrored(ArePanelsMirrored()) {
+  if (!mirrored) return;
+  left = ImGui::GetCursorScreenPos().x;
+  right = left + ImGui::CalcItemWidth();
+  firstVertex = ImGui::GetWindowDrawList()->VtxBuffer.Size;
+  TurnPointer();
+}
+
+UprightItem::~UprightItem() {
+  if (!mirrored) return;
+  TurnPointer();
+  const ImDrawList* const list = ImGui::GetWindowDrawList();
+  FindState()->order.AddUpright(list, firstVertex, list->VtxBuffer.Size, left, right);
+}
+
+// Twice is as before.
+void UprightItem::TurnPointer() const {
+  ImGuiIO& io = ImGui::GetIO();
+  if (ImGui::IsMousePosValid()) io.MousePos.x = left + right - io.MousePos.x;
+  io.MouseDelta.x = -io.MouseDelta.x;
+}
+
+}  // namespace zovhost
