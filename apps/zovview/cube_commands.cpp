@@ -7,8 +7,10 @@
 #include "korvane/orientor.h"
 #include "korvane/shot_parameters.h"
 #include "korvane/view_manager.h"
+#include "zovhost/phrases.h"
 #include "zovhost/scene.h"
 #include "zovhost/start_camera.h"
+#include "zovhost/wide_text.h"
 
 namespace zovview {
 
@@ -22,7 +24,11 @@ namespace {
 constexpr double BLEND_SECONDS = 0.4;
 
 // As the label below the cube shows them.
-constexpr std::array<const wchar_t*, 3> COORDINATE_NAMES = {L"Model", L"Y up", L"Z up"};
+constexpr std::array<const char*, 3> COORDINATE_NAMES = {"Model", "Y up", "Z up"};
+
+std::wstring NameCoordinates(const zovhost::Phrases& phrases, CoordinateSystem system) {
+  return zovhost::Utf8ToWide(phrases.SayPlain(COORDINATE_NAMES[static_cast<std::size_t>(system)]));
+}
 
 void Toggle(const ViewTarget& target, bool& setting) {
   setting = !setting;
@@ -33,7 +39,7 @@ void Toggle(const ViewTarget& target, bool& setting) {
 void SetCoordinates(const ViewTarget& target, CoordinateSystem system, const Vector3& up) {
   target.hub.EndShot();
   zovhost::SetUpDirection(target.hub, up);
-  target.cube.SetActiveUCS(COORDINATE_NAMES[static_cast<std::size_t>(system)], true);
+  target.cube.SetActiveUCS(NameCoordinates(zovhost::GetPhrases(), system).c_str(), true);
   target.hub.RequestApplicationUpdate();
 }
 
@@ -152,7 +158,19 @@ void UseZUpward(const ViewTarget& target) {
 }
 
 bool IsCoordinateSystem(const ViewTarget& target, CoordinateSystem system) {
-  return target.cube.GetActiveUCS() == std::wstring(COORDINATE_NAMES[static_cast<std::size_t>(system)]);
+  return target.cube.GetActiveUCS() == NameCoordinates(zovhost::GetPhrases(), system);
+}
+
+void RenewCubeWords(const ViewTarget& target, const zovhost::Phrases& before) {
+  const std::wstring active = target.cube.GetActiveUCS();
+  target.cube.Destroy();
+  if (!target.cube.Create()) return;
+  for (std::size_t i = 0; i < COORDINATE_NAMES.size(); ++i) {
+    const auto system = static_cast<CoordinateSystem>(i);
+    if (active == NameCoordinates(before, system)) {
+      target.cube.SetActiveUCS(NameCoordinates(zovhost::GetPhrases(), system).c_str(), true);
+    }
+  }
 }
 
 }  // namespace zovview

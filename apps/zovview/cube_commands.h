@@ -3,6 +3,10 @@
 #include "korvane/orientor_parameters.h"
 #include "view_commands.h"
 
+namespace zovhost {
+class Phrases;
+}
+
 namespace zovview {
 
 // What the menu of the cube and the list of coordinate systems below it offer.
@@ -70,6 +74,8 @@ void UseModelCoordinates(const ViewTarget& target);
 void UseYUpward(const ViewTarget& target);
 void UseZUpward(const ViewTarget& target);
 bool IsCoordinateSystem(const ViewTarget& target, CoordinateSystem system);
+/// The process has come to speak another language: the cube reads its texts again. `before`: what it spoke.
+void RenewCubeWords(const ViewTarget& target, const zovhost::Phrases& before);
 template <CoordinateSystem SYSTEM>
 bool HasCoordinatesOf(const ViewTarget& target) {
   return IsCoordinateSystem(target, SYSTEM);

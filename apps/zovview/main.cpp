@@ -15,6 +15,7 @@
 #include "story_export.h"
 #include "tour.h"
 #include "viewer.h"
+#include "zovhost/languages.h"
 #include "zovhost/story_file.h"
 
 namespace {
@@ -33,6 +34,7 @@ struct Arguments {
   std::string replay;
   std::string size;
   std::string play;
+  std::string language;
   int rate = 6;
   zovview::TourOptions tour;
 };
@@ -92,6 +94,12 @@ std::optional<int> ReadArguments(int argc, char** argv, Arguments& arguments) {
       ->needs(play)
       ->check(CLI::IsMember({1, 2, 3, 4, 5, 6, 10, 12, 15, 20, 30, 60}));
   play->excludes(split)->excludes(record)->excludes(replay);
+  app.add_option("--language", arguments.language,
+                 "That the program speaks, for instance de; that of the settings or the system if not given")
+      ->take_last()
+      ->check([](const std::string& tag) {
+        return zovhost::FindLanguage(tag) != nullptr ? std::string() : "there is no language " + tag;
+      });
   app.add_flag("--log", arguments.log,
                "A line on the error stream for each event, frame and rest of the window");
   app.add_flag("--no-settings", arguments.noSettings,
@@ -153,8 +161,9 @@ int ShowWindow(zovhost::Window& window, const zovview::ModelSource& source, cons
   // What is recorded is played with the settings of a first start.
   std::optional<zovview::SettingsFile> settings;
   if (!arguments.noSettings && recorder == nullptr) settings.emplace(zovview::SettingsFile::FindPlace());
-  const zovview::Viewer::Options options = {arguments.split, recorder.get(), arguments.log,
-                                            settings.has_value() ? &*settings : nullptr, arguments.play};
+  const zovview::Viewer::Options options = {arguments.split, recorder.get(),
+                                            arguments.log,   settings.has_value() ? &*settings : nullptr,
+                                            arguments.play,  arguments.language};
   const int code = zovview::Viewer(window, options).Run(source);
   if (code != 0 || recorder == nullptr || recorder->Finish(error)) return code;
   Note(error);

@@ -32,10 +32,14 @@ class Preferences {
     change(wanted);
     Set(std::move(wanted));
   }
+  /// In the place of the choice as long as the program runs, or until another is made; empty: none.
+  void SetSessionLanguage(std::string tag) { sessionLanguage = std::move(tag); }
+  const std::string& GetSessionLanguage() const { return sessionLanguage; }
   void SetObserver(std::function<void()> told) { observer = std::move(told); }
 
  private:
   Choices choices;
+  std::string sessionLanguage;
   std::function<void()> observer;
 };
 

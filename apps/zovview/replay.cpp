@@ -16,7 +16,9 @@
 #include "story_desk.h"
 #include "tour_clock.h"
 #include "viewport.h"
+#include "zovhost/languages.h"
 #include "zovhost/offscreen_target.h"
+#include "zovhost/phrases.h"
 #include "zovhost/window.h"
 
 namespace zovview {
@@ -103,6 +105,7 @@ Replay::Replay(const Recording& toPlay, fs::path inFolder)
     : recording(toPlay), folder(std::move(inFolder)), output(HEADING) {}
 
 bool Replay::Prepare(std::string& error) {
+  zovhost::SpeakLanguage(zovhost::GetLanguages().front());  // as what is recorded
   zovhost::Window::Options options;
   options.offscreen = true;
   window = zovhost::Window::Create(options, error);

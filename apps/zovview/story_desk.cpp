@@ -3,12 +3,15 @@
 #include <imgui.h>
 #include <imgui_stdlib.h>
 
+#include <algorithm>
 #include <array>
 #include <cfloat>
 #include <system_error>
 #include <utility>
 
 #include "view_story.h"
+#include "zovhost/panel_texts.h"
+#include "zovhost/phrases.h"
 
 namespace zovview {
 
@@ -16,37 +19,61 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr float WIDTH = 440.0F;  // points
+constexpr float LEAST_WIDTH = 440.0F;  // points
+constexpr float LEAST_BUTTON = 110.0F;
+constexpr std::array<const char*, 5> BUTTONS = {"Open", "Save", "Export", "Lose them", "Cancel"};
+constexpr int BUTTONS_OF_LINE = 3;
+constexpr std::array<const char*, 2> FIELDS = {"Pictures", "Pixels"};
 constexpr const char* POPUP = "##story";
 constexpr const char* FILE_NAME = "story.json";
 constexpr const char* FOLDER_NAME = "story-film";
-const ImVec2 BUTTON(110.0F, 0.0F);
 
-struct Rate {
-  const char* name;
-  int picturesPerSecond;
-};
-constexpr std::array<Rate, 4> RATES = {
-    {{"6 a second", 6}, {"12 a second", 12}, {"30 a second", 30}, {"60 a second", 60}}};
+constexpr std::array<int, 4> RATES = {6, 12, 30, 60};  // pictures for a second
 
 struct Size {
-  const char* name;
   int width;
   int height;
 };
-constexpr std::array<Size, 4> SIZES = {{{"1280 x 800", 1280, 800},
-                                        {"1280 x 720", 1280, 720},
-                                        {"1920 x 1080", 1920, 1080},
-                                        {"640 x 400", 640, 400}}};
+constexpr std::array<Size, 4> SIZES = {{{1280, 800}, {1280, 720}, {1920, 1080}, {640, 400}}};
+
+std::string Describe(int rate) { return zovhost::Say("{} a second", {std::to_string(rate)}); }
+std::string Describe(const Size& size) {
+  return std::to_string(size.width) + " \u00d7 " + std::to_string(size.height);
+}
 
 template <class Row, std::size_t COUNT>
-void Choose(const char* label, const std::array<Row, COUNT>& rows, int& row) {
+void Choose(const char* name, const std::array<Row, COUNT>& rows, int& row) {
   const auto at = static_cast<std::size_t>(row);
-  if (!ImGui::BeginCombo(label, rows[at].name)) return;
-  for (std::size_t i = 0; i < COUNT; ++i) {
-    if (ImGui::Selectable(rows[i].name, i == at)) row = static_cast<int>(i);
+  zovhost::DrawFieldName(name, zovhost::FindFieldColumn(FIELDS, 0.0F));
+  ImGui::PushID(name);
+  if (ImGui::BeginCombo("##row", Describe(rows[at]).c_str())) {
+    for (std::size_t i = 0; i < COUNT; ++i) {
+      if (ImGui::Selectable(Describe(rows[i]).c_str(), i == at)) row = static_cast<int>(i);
+    }
+    ImGui::EndCombo();
   }
-  ImGui::EndCombo();
+  ImGui::PopID();
+}
+
+ImVec2 GetButtonSize() {
+  const float words = zovhost::MeasureWidest(BUTTONS) + 2.0F * ImGui::GetStyle().FramePadding.x;
+  return ImVec2(std::max(LEAST_BUTTON, words), 0.0F);
+}
+
+float GetWidth() {
+  const ImGuiStyle& style = ImGui::GetStyle();
+  const float buttons = BUTTONS_OF_LINE * GetButtonSize().x + (BUTTONS_OF_LINE - 1) * style.ItemSpacing.x;
+  return std::max(LEAST_WIDTH, buttons + 2.0F * style.WindowPadding.x);
+}
+
+bool DrawButton(const char* name) { return ImGui::Button(zovhost::SayLabel(name), GetButtonSize()); }
+
+// A path is typed as it is, also where others read from the right.
+bool DrawPath(const char* id, std::string& path, ImGuiInputTextFlags flags) {
+  zovhost::ToPanelText(path);
+  ImGui::SetNextItemWidth(-FLT_MIN);
+  const zovhost::UprightItem upright;
+  return ImGui::InputText(id, &path, flags);
 }
 
 // Texts of the panels are UTF-8 on every system.
@@ -165,7 +192,7 @@ void StoryDesk::BeginExport() {
   StoryExport::Options options;
   const Size& wanted = SIZES[static_cast<std::size_t>(size)];
   options.directory = ToPath(path);
-  options.film = {wanted.width, wanted.height, RATES[static_cast<std::size_t>(rate)].picturesPerSecond};
+  options.film = {wanted.width, wanted.height, RATES[static_cast<std::size_t>(rate)]};
   problem.clear();
   exported = surroundings.beginExport(*story->GetBoard().GetStory(), options, problem);
   if (exported != nullptr) Show(Page::Exporting);
@@ -186,13 +213,14 @@ void StoryDesk::Advance() {
 void StoryDesk::Draw() {
   if (IsOpen() && !ImGui::IsPopupOpen(POPUP)) ImGui::OpenPopup(POPUP);
   const ImVec2 screen = ImGui::GetIO().DisplaySize;
-  ImGui::SetNextWindowPos(ImVec2(screen.x * 0.5F, screen.y * 0.4F), ImGuiCond_Always, ImVec2(0.5F, 0.5F));
-  ImGui::SetNextWindowSize(ImVec2(WIDTH, 0.0F));
+  zovhost::PlaceNextPanel(screen.x * 0.5F, screen.y * 0.4F, 0.5F, 0.5F, true);
+  ImGui::SetNextWindowSize(ImVec2(GetWidth(), 0.0F));
   constexpr ImGuiWindowFlags STYLE = ImGuiWindowFlags_NoTitleBar | ImGuiWindowFlags_NoResize |
                                      ImGuiWindowFlags_NoMove | ImGuiWindowFlags_NoSavedSettings;
   if (!ImGui::BeginPopupModal(POPUP, nullptr, STYLE)) return;
   DrawPage();
-  if (!problem.empty()) ImGui::TextWrapped("%s", problem.c_str());
+  if (!problem.empty())
+    ImGui::TextWrapped("%s", zovhost::ToPanelText(zovhost::GetPhrases().TranslateLine(problem)).c_str());
   if (!IsOpen()) {
     ImGui::CloseCurrentPopup();
     surroundings.requestFrame();  // without it
@@ -218,46 +246,44 @@ void StoryDesk::DrawPage() {
 }
 
 void StoryDesk::DrawLosing() {
-  ImGui::TextWrapped("The story has changes that are in no file.");
-  if (ImGui::Button("Save", BUTTON)) return Confirm();
+  ImGui::TextWrapped("%s", zovhost::Say("The story has changes that are in no file."));
+  if (DrawButton("Save")) return Confirm();
   ImGui::SameLine();
-  if (ImGui::Button("Lose them", BUTTON)) return Drop();
+  if (DrawButton("Lose them")) return Drop();
   ImGui::SameLine();
-  if (ImGui::Button("Cancel", BUTTON)) Cancel();
+  if (DrawButton("Cancel")) Cancel();
 }
 
 void StoryDesk::DrawFile(const char* button) {
   const bool saves = page == Page::Saving;
-  ImGui::TextUnformatted(saves ? "Save the story as" : "Open the story");
+  ImGui::TextUnformatted(zovhost::Say(saves ? "Save the story as" : "Open the story"));
   if (ImGui::IsWindowAppearing()) ImGui::SetKeyboardFocusHere();
-  ImGui::SetNextItemWidth(-FLT_MIN);
-  bool confirmed = ImGui::InputText("##path", &path, ImGuiInputTextFlags_EnterReturnsTrue);
+  bool confirmed = DrawPath("##path", path, ImGuiInputTextFlags_EnterReturnsTrue);
   std::error_code ignored;
   if (saves && ToPath(path) != story->GetPath() && fs::exists(ToPath(path), ignored)) {
-    ImGui::TextDisabled("There is such a file: it will be replaced.");
+    ImGui::TextDisabled("%s", zovhost::Say("There is such a file: it will be replaced."));
   }
-  confirmed = ImGui::Button(button, BUTTON) || confirmed;
+  confirmed = DrawButton(button) || confirmed;
   ImGui::SameLine();
-  if (ImGui::Button("Cancel", BUTTON)) return Cancel();
+  if (DrawButton("Cancel")) return Cancel();
   if (confirmed) Confirm();
 }
 
 void StoryDesk::DrawExport() {
-  ImGui::TextUnformatted("Export pictures and an animation into the folder");
-  ImGui::SetNextItemWidth(-FLT_MIN);
-  ImGui::InputText("##folder", &path);
-  Choose("pictures", RATES, rate);
-  Choose("pixels", SIZES, size);
-  if (ImGui::Button("Export", BUTTON)) return Confirm();
+  ImGui::TextUnformatted(zovhost::Say("Export pictures and an animation into the folder"));
+  DrawPath("##folder", path, 0);
+  Choose(FIELDS[0], RATES, rate);
+  Choose(FIELDS[1], SIZES, size);
+  if (DrawButton("Export")) return Confirm();
   ImGui::SameLine();
-  if (ImGui::Button("Cancel", BUTTON)) Cancel();
+  if (DrawButton("Cancel")) Cancel();
 }
 
 void StoryDesk::DrawExporting() {
-  ImGui::TextUnformatted("The story is exported");
+  ImGui::TextUnformatted(zovhost::Say("The story is exported"));
   ImGui::ProgressBar(exported != nullptr ? static_cast<float>(exported->GetProgress()) : 1.0F,
                      ImVec2(-FLT_MIN, 0.0F), "");
-  if (ImGui::Button("Cancel", BUTTON)) Cancel();
+  if (DrawButton("Cancel")) Cancel();
 }
 
 }  // namespace zovview

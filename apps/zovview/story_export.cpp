@@ -7,6 +7,7 @@
 
 #include "korvane/story.h"
 #include "progress_line.h"
+#include "zovhost/phrases.h"
 #include "zovhost/story_file.h"
 #include "zovhost/wide_text.h"
 #include "zovhost/window.h"
@@ -69,8 +70,9 @@ StoryExport::State StoryExport::TakeNext(std::string& error) {
 }
 
 std::string StoryExport::Describe() const {
-  return "The story is in " + output.GetDirectory().string() + ": " +
-         std::to_string(output.GetPictureCount()) + " pictures, contact_sheet.png, story.webp and index.html";
+  return zovhost::GetPhrases().SayPlain(
+      "The story is in {}: {} pictures, contact_sheet.png, story.webp and index.html",
+      {output.GetDirectory().string(), std::to_string(output.GetPictureCount())});
 }
 
 int RunStory(const LoadedModel& model, const std::filesystem::path& file,

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <map>
 #include <string>
 
 #include "device_commands.h"
@@ -12,6 +13,7 @@
 #include "view_tools.h"
 #include "viewer_view_manager.h"
 #include "zovhost/host_pictures.h"
+#include "zovhost/phrases.h"
 #include "zovhost/resource_pack.h"
 #include "zovhost/toolbar_dress.h"
 #include "zovhost/wide_text.h"
@@ -81,10 +83,35 @@ constexpr Button TOOL_BUTTONS[] = {
 
 ToolbarItem MakeButton(const Button& button) {
   const ViewCommand& command = *FindViewCommand(button.command);
-  std::string text = command.label;
-  if (*command.keyName != '\0') text += " (" + std::string(command.keyName) + ")";
+  const zovhost::Phrases& phrases = zovhost::GetPhrases();
+  const std::string key = phrases.SayKey(command.keyName);
+  const std::string label = phrases.SayPlain(command.label);
+  const std::string text = key.empty() ? label : phrases.SayPlain("{} ({})", {label, key});
   return zovhost::MakeToolbarButton(button.tag, static_cast<Korvane::TextureID>(button.picture),
                                     zovhost::Utf8ToWide(text));
+}
+
+std::wstring SayWide(const char* phrase) {
+  return zovhost::Utf8ToWide(zovhost::GetPhrases().SayPlain(phrase));
+}
+
+// ---- words of items ----
+
+using Words = std::map<int, std::wstring>;  // by tag
+
+void CollectWords(const ToolbarItem::List& items, Words& words) {
+  for (int i = 0; i < items.GetCount(); ++i) {
+    words.emplace(items.GetAt(i).GetTag(), items.GetAt(i).GetTooltip());
+    CollectWords(items.GetAt(i).GetFlyoutItems(), words);
+  }
+}
+
+void RenewWords(ToolbarItem::List& items, const Words& words) {
+  for (int i = 0; i < items.GetCount(); ++i) {
+    ToolbarItem& item = items.GetAt(i);
+    if (const auto found = words.find(item.GetTag()); found != words.end()) item.SetTooltip(found->second);
+    RenewWords(item.GetFlyoutItems(), words);
+  }
 }
 
 // Across an edge lies the one with the number two higher or lower.
@@ -159,10 +186,30 @@ void ViewBars::AddTools() {
   zovhost::DressToolbar(tools);
   tools.SetPosition(Toolbar::POSITION_BOTTOM);
   tools.SetKeepInView(true);
-  ToolbarItem::List& items = tools.GetItems();
-  items.Append(zovhost::MakeToolbarGrip(GRIP, L"Drag to another edge of the view"));
+  AppendTools(tools.GetItems());
+}
+
+void ViewBars::AppendTools(ToolbarItem::List& items) {
+  items.Append(zovhost::MakeToolbarGrip(GRIP, SayWide("Drag to another edge of the view")));
   for (const Button& button : TOOL_BUTTONS) items.Append(MakeButton(button));
-  items.Append(zovhost::MakeToolbarMoreControls(MORE, L"More tools"));
+  items.Append(zovhost::MakeToolbarMoreControls(MORE, SayWide("More tools")));
+}
+
+// Those of the library's own items are in a bar that is made anew.
+void ViewBars::RenewWords(Korvane::Renderer& renderer) {
+  Words words;
+  ToolbarItem::List items;
+  AppendTools(items);
+  AddHostItems(items);
+  CollectWords(items, words);
+  zovview::RenewWords(tools.GetItems(), words);
+  NavigationBar fresh;
+  fresh.SetKorvane(&target.hub);
+  fresh.SetRenderer(&renderer);
+  if (bar.GetToolbar() == nullptr || !fresh.Create()) return;
+  CollectWords(fresh.GetToolbar()->GetItems(), words);
+  zovview::RenewWords(bar.GetToolbar()->GetItems(), words);
+  fresh.Destroy();
 }
 
 void ViewBars::AddHostItems(ToolbarItem::List& items) {

@@ -32,6 +32,8 @@ class ViewBars {
   void SetOpenMenu(OpenMenu open) { openMenu = std::move(open); }
   /// Pixels for one point of the display.
   void SetScale(double value);
+  /// In the present language, which the renderer has the texts of.
+  void RenewWords(Korvane::Renderer& renderer);
 
   /// When the view manager has been created. False without the pictures.
   bool Create(Korvane::Renderer& renderer);
@@ -86,6 +88,7 @@ class ViewBars {
   void ShowDeviceMode();
   static void AddHostItems(Korvane::ToolbarItem::List& items);
   void AddTools();
+  static void AppendTools(Korvane::ToolbarItem::List& items);
   void NoteDrag(Korvane::Toolbar& strip);
   void Stand(Korvane::Toolbar& strip, Korvane::Toolbar::Position edge, double offset);
   void MakeRoom(const Korvane::Toolbar& moved, Korvane::Toolbar& other);

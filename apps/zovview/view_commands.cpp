@@ -11,6 +11,7 @@
 #include "korvane/helm_disc.h"
 #include "korvane/shot_parameters.h"
 #include "korvane/view_manager.h"
+#include "language_commands.h"
 #include "preferences.h"
 #include "story_commands.h"
 #include "view_tools.h"
@@ -72,6 +73,11 @@ template <DeviceMode MODE>
 constexpr ViewCommand MakeDeviceCommand(const char* name, const char* label, const char* keyName,
                                         SDL_Keycode key) {
   return {Device, name, label, keyName, key, UseDeviceMode<MODE>, IsDeviceModeOf<MODE>};
+}
+
+template <std::size_t INDEX>
+constexpr ViewCommand MakeLanguageCommand(const char* name, const char* label) {
+  return {Languages, name, label, "", SDLK_UNKNOWN, UseLanguage<INDEX>, IsLanguage<INDEX>};
 }
 
 constexpr ViewCommand COMMANDS[] = {
@@ -243,6 +249,15 @@ constexpr ViewCommand COMMANDS[] = {
     {DeviceSettings, "device-translation", "Translation", "", SDLK_UNKNOWN, ToggleDeviceTranslation,
      DoesDeviceMove},
     {DeviceSettings, "device-page", "Settings...", "E", SDLK_e, ToggleDevicePage},
+    MakeLanguageCommand<0>("language-system", "As the system"),
+    MakeLanguageCommand<1>("language-en", "English"),
+    MakeLanguageCommand<2>("language-de", "Deutsch"),
+    MakeLanguageCommand<3>("language-fr", "Français"),
+    MakeLanguageCommand<4>("language-es", "Español"),
+    MakeLanguageCommand<5>("language-pl", "Polski"),
+    MakeLanguageCommand<6>("language-ar", "العربية"),
+    MakeLanguageCommand<7>("language-ja", "日本語"),
+    MakeLanguageCommand<8>("language-zh", "简体中文"),
     {Nowhere, "redo-by-shift", "Redo", "Ctrl+Shift+Z", SDLK_z, RedoEdit, nullptr, CONTROL | SHIFT},
     {Nowhere, "stop-story", "Stop", "", SDLK_UNKNOWN, StopStory},
     {Nowhere, "level", "Level the view", "", SDLK_UNKNOWN, LevelView},

@@ -70,12 +70,13 @@ struct ViewCommand {
     // Of the panel, of a list in the menu of the view, and of the menu of the device's button.
     Device,
     DeviceSettings,
+    Languages,  // of a list in the panel and in the menu of the view
     Nowhere,
   };
 
   Place place;
   std::string_view name;  ///< In recordings and scripts: unique, and stays when the label changes.
-  const char* label;      ///< On the button or the item.
+  const char* label;      ///< On the button or the item: a phrase, or the own name of a language.
   const char* keyName;    ///< Empty for none, as SDLK_UNKNOWN is.
   SDL_Keycode key;
   void (*run)(const ViewTarget& target);

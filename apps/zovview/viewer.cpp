@@ -7,7 +7,10 @@
 #include <cstdio>
 #include <utility>
 
+#include "language_commands.h"
 #include "view_commands.h"
+#include "zovhost/panel_texts.h"
+#include "zovhost/phrases.h"
 #include "zovhost/resource_pack.h"
 
 namespace zovview {
@@ -88,6 +91,8 @@ Viewer::Viewer(zovhost::Window& onWindow, const Options& options)
       messageTimer(*this),
       progress(ProgressLine::OffTerminal::Silent) {
   window.DefineCursor(Korvane::CURSOR_NONE, MakeEmptyImage(), 0, 0);
+  // A recording is played in English, and made so unless another is asked for.
+  preferences.SetSessionLanguage(options.language.empty() && recorder != nullptr ? "en" : options.language);
   AddView();
   if (options.split) AddView();
   window.SetEventHandler([this](const WindowEvent& event) { OnEvent(event); });
@@ -120,6 +125,7 @@ void Viewer::AddView() {
     sceneView.Draw(camera, width, height);
   });
   if (index == 0) ReadSettings(view);
+  SpeakLanguage();
   view.ApplyPreferences();
   if (!view.Create()) std::fprintf(stderr, "%s: the tools and the cube cannot be drawn\n", PROGRAM);
   if (index == 0 && settings != nullptr) view.GetBars().SetPlaces(settings->GetBarPlaces());
@@ -141,6 +147,20 @@ void Viewer::ReadKept(Viewport& view) {
   settings->GetDevices() = devices.GetKept(view.GetTarget());
   if (!settings->Read(view.GetDisc(), error)) std::fprintf(stderr, "%s: %s\n", PROGRAM, error.c_str());
   devices.Restore(settings->GetDevices(), view.GetTarget());
+}
+
+// Between two frames, as the panels speak it too.
+void Viewer::SpeakLanguage() {
+  const zovhost::Phrases& before = zovhost::GetPhrases();
+  spoken = &FindLanguage(preferences);
+  zovhost::SpeakLanguage(*spoken);
+  const std::shared_ptr<const zovhost::ResourcePack> texts = zovhost::ResourcePack::Make(*spoken);
+  for (const auto& view : views) view->SetLanguage(texts, before);
+}
+
+void Viewer::TellFontProblem() {
+  const std::string problem = gui.TakeProblem();
+  if (!problem.empty()) std::fprintf(stderr, "%s: %s\n", PROGRAM, problem.c_str());
 }
 
 void Viewer::ApplyPreferences() {
@@ -442,6 +462,7 @@ void Viewer::OnResized() {
 
 void Viewer::DrawFrame() {
   log.AddFrame();
+  if (spoken != &FindLanguage(preferences)) SpeakLanguage();
   desk.Advance();
   devices.Advance(recorder);
   glDisable(GL_SCISSOR_TEST);
@@ -457,6 +478,7 @@ void Viewer::DrawFrame() {
   }
   glViewport(0, 0, window.GetWidth(), window.GetHeight());
   gui.BeginFrame();
+  TellFontProblem();
   DrawPanels();
   gui.EndFrame();
   if (!window.IsFrameRequested()) KeepSettings();  // what has changed was drawn

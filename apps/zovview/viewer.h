@@ -18,6 +18,7 @@
 #include "viewport.h"
 #include "zovhost/gl_scene_view.h"
 #include "zovhost/gui.h"
+#include "zovhost/languages.h"
 #include "zovhost/window.h"
 
 namespace zovview {
@@ -36,6 +37,9 @@ class Viewer {
     SettingsFile* settings = nullptr;
     /// Opened with the first model, and presented; empty for none.
     std::filesystem::path story = {};
+    /// Spoken until the user chooses another, and not kept: a tag or a locale's name. Empty, or of no
+    /// language that there is: the one of the settings or of the environment.
+    std::string language = {};
   };
 
   explicit Viewer(zovhost::Window& onWindow) : Viewer(onWindow, Options()) {}
@@ -94,6 +98,8 @@ class Viewer {
   void ReadSettings(Viewport& view);
   void ReadKept(Viewport& view);
   void ApplyPreferences();
+  void SpeakLanguage();
+  void TellFontProblem();
   void KeepSettings();
   void OnEvent(const zovhost::WindowEvent& event);
   void OnPointerEvent(zovhost::WindowEvent event);
@@ -135,6 +141,7 @@ class Viewer {
   std::vector<std::unique_ptr<Surface>> surfaces;
   std::vector<std::unique_ptr<Viewport>> views;
   std::size_t active = 0;  // the view where the pointer was last, which the keys and the panel go to
+  const zovhost::Language* spoken = nullptr;
   std::vector<double> cursorScales;  // by cursor: for which scale it is drawn
   zovhost::Gui gui;
   ViewerPanel panel;

@@ -4,10 +4,13 @@
 
 #include <array>
 #include <span>
+#include <string>
 #include <string_view>
 #include <utility>
 
 #include "korvane/helm_disc.h"
+#include "zovhost/panel_texts.h"
+#include "zovhost/phrases.h"
 
 namespace zovview {
 
@@ -17,10 +20,29 @@ namespace {
 
 constexpr const char* POPUP = "##menu";
 
+// At the end of the last item, in the colour by which the Gui knows a tick.
+void DrawTick() {
+  const float size = ImGui::GetFontSize();
+  const ImVec2 low = ImGui::GetItemRectMin();
+  const float right = ImGui::GetItemRectMax().x - ImGui::GetStyle().ItemSpacing.x * 0.5F;
+  const float middle = (low.y + ImGui::GetItemRectMax().y) * 0.5F;
+  ImDrawList& list = *ImGui::GetWindowDrawList();
+  list.PathLineTo(ImVec2(right - 0.80F * size, middle));
+  list.PathLineTo(ImVec2(right - 0.53F * size, middle + 0.27F * size));
+  list.PathLineTo(ImVec2(right, middle - 0.27F * size));
+  list.PathStroke(ImGui::GetColorU32(ImGuiCol_CheckMark), 0, size * 0.13F);
+}
+
 bool DrawItem(const ViewCommand& command, const ViewTarget& target) {
-  const char* const key = *command.keyName != '\0' ? command.keyName : nullptr;
+  const std::string key = zovhost::GetPhrases().SayKey(command.keyName);
   const bool on = command.isOn != nullptr && command.isOn(target);
-  return ImGui::MenuItem(command.label, key, on);
+  const bool named = zovhost::GetPhrases().Has(command.label);  // else it is a name by itself
+  const std::string label = named ? zovhost::Say(command.label) : zovhost::ToPanelText(command.label);
+  ImGui::PushID(command.name.data());
+  const bool chosen = ImGui::MenuItem((label + "###item").c_str(), key.empty() ? nullptr : key.c_str());
+  ImGui::PopID();
+  if (on) DrawTick();
+  return chosen;
 }
 
 // The items of one place; the one that was chosen, null for none.
@@ -42,14 +64,14 @@ const ViewCommand* DrawItems(std::span<const std::string_view> names, const View
 }
 
 const ViewCommand* DrawList(const char* name, Place place, const ViewTarget& target) {
-  if (!ImGui::BeginMenu(name)) return nullptr;
+  if (!ImGui::BeginMenu(zovhost::SayLabel(name))) return nullptr;
   const ViewCommand* const chosen = DrawItems(place, target);
   ImGui::EndMenu();
   return chosen;
 }
 
 const ViewCommand* DrawStoryList(const ViewTarget& target) {
-  if (!ImGui::BeginMenu("Storyboard")) return nullptr;
+  if (!ImGui::BeginMenu(zovhost::SayLabel("Storyboard"))) return nullptr;
   const ViewCommand* const story = DrawItems(Place::Story, target);
   ImGui::Separator();
   const ViewCommand* const file = DrawItems(Place::StoryFile, target);
@@ -65,7 +87,7 @@ const ViewCommand* DrawDeviceMenu(const ViewTarget& target) {
 }
 
 const ViewCommand* DrawDeviceList(const ViewTarget& target) {
-  if (!ImGui::BeginMenu("Six-axis device")) return nullptr;
+  if (!ImGui::BeginMenu(zovhost::SayLabel("Six-axis device"))) return nullptr;
   const ViewCommand* const chosen = DrawDeviceMenu(target);
   ImGui::EndMenu();
   return chosen;
@@ -80,10 +102,11 @@ const ViewCommand* DrawViewMenu(const ViewTarget& target) {
   const ViewCommand* const bar = DrawList("Navigation bar", Place::Bars, target);
   const ViewCommand* const story = DrawStoryList(target);
   const ViewCommand* const device = DrawDeviceList(target);
-  for (const ViewCommand* chosen : {tool, view, disc, bar, story}) {
+  const ViewCommand* const language = DrawList("Language", Place::Languages, target);
+  for (const ViewCommand* chosen : {tool, view, disc, bar, story, device}) {
     if (chosen != nullptr) return chosen;
   }
-  return device;
+  return language;
 }
 
 const ViewCommand* DrawCubeMenu(const ViewTarget& target) {
@@ -226,8 +249,8 @@ const ViewCommand* ViewerMenus::Draw(const ViewTarget& target) {
   const bool closes = std::exchange(closing, false);
   if (opens) ImGui::OpenPopup(POPUP);
   if (place.has_value() && (opens || isOpen)) {
-    const auto at = [](double x, double y) { return ImVec2(static_cast<float>(x), static_cast<float>(y)); };
-    ImGui::SetNextWindowPos(at(place->x, place->y), ImGuiCond_Always, at(place->pivotX, place->pivotY));
+    zovhost::PlaceNextPanel(static_cast<float>(place->x), static_cast<float>(place->y),
+                            static_cast<float>(place->pivotX), static_cast<float>(place->pivotY), true);
   }
   isOpen = ImGui::BeginPopup(POPUP, ImGuiWindowFlags_NoMove | ImGuiWindowFlags_NoNav);
   if (!isOpen) return nullptr;

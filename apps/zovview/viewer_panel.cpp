@@ -5,9 +5,12 @@
 #include <algorithm>
 #include <array>
 #include <cfloat>
+#include <cmath>
 #include <utility>
 
 #include "view_story.h"
+#include "zovhost/panel_texts.h"
+#include "zovhost/phrases.h"
 
 namespace zovview {
 
@@ -18,8 +21,9 @@ constexpr float BAR_WIDTH = 320.0F;
 constexpr float WIDEST_PANEL = 420.0F;
 constexpr float LOWEST_PANEL = 60.0F;
 constexpr float TITLE_BUTTON_WIDTH = 48.0F;  // of the arrow that folds the panel, with its space
-constexpr float HELP_COLUMN = 96.0F;
-constexpr float BUTTON_WIDTH = 148.0F;
+constexpr float LEAST_BUTTON = 148.0F;
+constexpr float LEAST_HELP_COLUMN = 96.0F;
+constexpr float KEY_GAP = 8.0F;  // between a label and its key
 constexpr int COLUMNS = 2;
 constexpr ImGuiWindowFlags STILL = ImGuiWindowFlags_NoMove | ImGuiWindowFlags_NoResize |
                                    ImGuiWindowFlags_AlwaysAutoResize | ImGuiWindowFlags_NoSavedSettings |
@@ -53,51 +57,98 @@ constexpr auto HELP = std::to_array<HelpLine>({
     {"Drop a file", "open it"},
 });
 
-// 1234567 as "1 234 567".
+// 1234567 as "1 234 567", with narrow spaces that keep a number together whichever way is read.
 std::string GroupDigits(std::size_t number) {
+  constexpr const char* NARROW_SPACE = "\u202f";
   std::string digits = std::to_string(number);
-  for (std::size_t end = digits.size(); end > 3; end -= 3) digits.insert(end - 3, 1, ' ');
+  for (std::size_t end = digits.size(); end > 3; end -= 3) digits.insert(end - 3, NARROW_SPACE);
   return digits;
 }
 
 // Quietly, flush right, on the line of the last item.
-void DrawKeyOfItem(const char* name, float right) {
-  const ImVec2 size = ImGui::CalcTextSize(name);
+void DrawKeyOfItem(const char* keyName, float right) {
+  const std::string name = zovhost::GetPhrases().SayKey(keyName);
+  const ImVec2 size = ImGui::CalcTextSize(name.c_str());
   const ImVec2 low = ImGui::GetItemRectMin();
   const ImVec2 high = ImGui::GetItemRectMax();
   ImGui::GetWindowDrawList()->AddText(ImVec2(right - size.x, (low.y + high.y - size.y) * 0.5F),
-                                      ImGui::GetColorU32(ImGuiCol_TextDisabled), name);
+                                      ImGui::GetColorU32(ImGuiCol_TextDisabled), name.c_str());
+}
+
+// ---- how wide it is, in the present language ----
+
+constexpr std::array PLACES = {ViewCommand::Place::Views,         ViewCommand::Place::Tools,
+                               ViewCommand::Place::Discs,         ViewCommand::Place::Story,
+                               ViewCommand::Place::StoryFile,     ViewCommand::Place::Device,
+                               ViewCommand::Place::DeviceSettings};
+
+float MeasureCommand(const ViewCommand& command) {
+  const std::string key = zovhost::GetPhrases().SayKey(command.keyName);
+  const float label = ImGui::CalcTextSize(zovhost::Say(command.label)).x;
+  return key.empty() ? label : label + KEY_GAP + ImGui::CalcTextSize(key.c_str()).x;
+}
+
+// One for all buttons: of two columns, in which each fits, and wide enough for the settings, which are one.
+float FindButtonWidth() {
+  const ImGuiStyle& style = ImGui::GetStyle();
+  const float edges = 3.0F * style.FramePadding.x;  // a key stands two from the right
+  const float box = ImGui::GetFrameHeight() + style.ItemInnerSpacing.x;
+  float width = LEAST_BUTTON;
+  for (const ViewCommand& command : GetViewCommands()) {
+    const float words = MeasureCommand(command);
+    if (std::ranges::find(PLACES, command.place) != PLACES.end()) width = std::max(width, words + edges);
+    if (command.place == ViewCommand::Place::Settings)
+      width = std::max(width, (box + words + edges) / COLUMNS);
+  }
+  return std::ceil(width);
+}
+
+// Of what stands in the columns of buttons.
+float FindContentWidth() {
+  return COLUMNS * FindButtonWidth() + (COLUMNS - 1) * ImGui::GetStyle().ItemSpacing.x;
 }
 
 float GetRightOfKeys() {
   const ImGuiStyle& style = ImGui::GetStyle();
-  const float left = ImGui::GetWindowPos().x + style.WindowPadding.x;
-  const float width = COLUMNS * BUTTON_WIDTH + (COLUMNS - 1) * style.ItemSpacing.x;
-  return left + width - style.FramePadding.x * 2.0F;
+  return ImGui::GetWindowPos().x + style.WindowPadding.x + FindContentWidth() - style.FramePadding.x * 2.0F;
 }
 
 void DrawSelection(const std::string& name) {
   if (name.empty()) return;
-  ImGui::TextDisabled("Selected:");
+  ImGui::TextDisabled("%s", zovhost::Say("Selected:"));
   ImGui::SameLine();
   ImGui::PushTextWrapPos(GetRightOfKeys() - ImGui::GetWindowPos().x);
-  ImGui::TextUnformatted(name.c_str());
+  ImGui::TextUnformatted(zovhost::ToPanelText(name).c_str());
   ImGui::PopTextWrapPos();
+}
+
+bool DrawHeader(const char* name) { return ImGui::CollapsingHeader(zovhost::SayLabel(name)); }
+
+// What is done by them, or the name of one.
+std::string SayKeys(const char* keys) {
+  const zovhost::Phrases& phrases = zovhost::GetPhrases();
+  return phrases.Has(keys) ? phrases.Say(keys) : phrases.SayKey(keys);
 }
 
 void DrawHelp(bool unfold) {
   if (unfold) ImGui::SetNextItemOpen(true);
-  if (!ImGui::CollapsingHeader("Help")) return;
+  if (!DrawHeader("Help")) return;
+  std::array<const char*, HELP.size()> keys{};
+  std::ranges::transform(HELP, keys.begin(), &HelpLine::keys);
+  const float column = zovhost::FindFieldColumn(keys, LEAST_HELP_COLUMN);
+  ImGui::PushTextWrapPos(std::max(GetRightOfKeys() - ImGui::GetWindowPos().x, 2.0F * column));
   for (const HelpLine& line : HELP) {
-    ImGui::TextDisabled("%s", line.keys);
-    ImGui::SameLine(HELP_COLUMN);
-    ImGui::TextUnformatted(line.action);
+    ImGui::TextDisabled("%s", SayKeys(line.keys).c_str());
+    ImGui::SameLine(column);
+    ImGui::TextUnformatted(zovhost::Say(line.action));
   }
+  ImGui::PopTextWrapPos();
 }
 
 // In two columns; what is chosen is lit.
 const ViewCommand* DrawButtons(ViewCommand::Place place, const ViewTarget& target) {
   const ViewCommand* chosen = nullptr;
+  const ImVec2 size(FindButtonWidth(), 0.0F);
   int count = 0;
   ImGui::PushStyleVar(ImGuiStyleVar_ButtonTextAlign, ImVec2(0.0F, 0.5F));
   for (const ViewCommand& command : GetViewCommands()) {
@@ -105,7 +156,9 @@ const ViewCommand* DrawButtons(ViewCommand::Place place, const ViewTarget& targe
     if (count++ % COLUMNS != 0) ImGui::SameLine();
     const bool lit = command.isOn != nullptr && command.isOn(target);
     if (lit) ImGui::PushStyleColor(ImGuiCol_Button, ImGui::GetStyleColorVec4(ImGuiCol_ButtonActive));
-    if (ImGui::Button(command.label, ImVec2(BUTTON_WIDTH, 0.0F))) chosen = &command;
+    ImGui::PushID(command.name.data());
+    if (ImGui::Button(zovhost::SayLabel(command.label), size)) chosen = &command;
+    ImGui::PopID();
     if (lit) ImGui::PopStyleColor();
     DrawKeyOfItem(command.keyName, ImGui::GetItemRectMax().x - ImGui::GetStyle().FramePadding.x * 2.0F);
   }
@@ -118,9 +171,35 @@ const ViewCommand* DrawSettings(const ViewTarget& target) {
   for (const ViewCommand& command : GetViewCommands()) {
     if (command.place != ViewCommand::Place::Settings) continue;
     bool on = command.isOn(target);
-    if (ImGui::Checkbox(command.label, &on)) chosen = &command;
+    if (ImGui::Checkbox(zovhost::SayLabel(command.label), &on)) chosen = &command;
     DrawKeyOfItem(command.keyName, GetRightOfKeys());
   }
+  return chosen;
+}
+
+// Each language by its own name.
+const ViewCommand* DrawLanguages(const ViewTarget& target) {
+  const ViewCommand* chosen = nullptr;
+  const auto name = [](const ViewCommand& command) {
+    const bool named = zovhost::GetPhrases().Has(command.label);
+    return named ? std::string(zovhost::Say(command.label)) : zovhost::ToPanelText(command.label);
+  };
+  std::string present;
+  for (const ViewCommand& command : GetViewCommands()) {
+    if (command.place == ViewCommand::Place::Languages && command.isOn(target)) present = name(command);
+  }
+  constexpr std::array FIELD = {"Language"};
+  zovhost::DrawFieldName(FIELD[0], zovhost::FindFieldColumn(FIELD, 0.0F));
+  ImGui::SetNextItemWidth(GetRightOfKeys() + ImGui::GetStyle().FramePadding.x * 2.0F -
+                          ImGui::GetCursorScreenPos().x);
+  if (!ImGui::BeginCombo("##language", present.c_str(), ImGuiComboFlags_HeightLarge)) return nullptr;
+  for (const ViewCommand& command : GetViewCommands()) {
+    if (command.place != ViewCommand::Place::Languages) continue;
+    ImGui::PushID(command.name.data());
+    if (ImGui::Selectable((name(command) + "###language").c_str(), command.isOn(target))) chosen = &command;
+    ImGui::PopID();
+  }
+  ImGui::EndCombo();
   return chosen;
 }
 
@@ -132,32 +211,43 @@ float GetRoomForPanel(const ViewTarget& target) {
   return std::max(LOWEST_PANEL, io.DisplaySize.y - below - 2.0F * MARGIN);
 }
 
+// The one that no file has is named by a phrase.
+std::string NameModel(const std::string& name) {
+  return zovhost::ToPanelText(zovhost::GetPhrases().SayPlain(name.c_str()));
+}
+
 const ViewCommand* DrawPanel(const PanelContents& contents, const ViewTarget& target, bool unfoldHelp) {
   if (unfoldHelp) ImGui::SetNextWindowCollapsed(false);
-  ImGui::SetNextWindowPos(ImVec2(MARGIN, MARGIN));
+  zovhost::PlaceNextPanel(MARGIN, MARGIN, 0.0F, 0.0F, true);  // at the left, where the cube never is at first
   // The size follows what is inside; the name in the title has to be asked room for.
-  const float nameWidth = ImGui::CalcTextSize(contents.name.c_str()).x + TITLE_BUTTON_WIDTH;
-  ImGui::SetNextWindowSizeConstraints(ImVec2(std::min(nameWidth, WIDEST_PANEL), 0.0F),
-                                      ImVec2(WIDEST_PANEL, GetRoomForPanel(target)));
+  const std::string name = NameModel(contents.name);
+  const float nameWidth = ImGui::CalcTextSize(name.c_str()).x + TITLE_BUTTON_WIDTH;
+  const ImGuiStyle& style = ImGui::GetStyle();
+  const float widest =
+      std::max(WIDEST_PANEL, FindContentWidth() + 2.0F * style.WindowPadding.x + style.ScrollbarSize);
+  ImGui::SetNextWindowSizeConstraints(ImVec2(std::min(nameWidth, widest), 0.0F),
+                                      ImVec2(widest, GetRoomForPanel(target)));
   // The title is what changes, the rest names the panel.
-  const std::string title = contents.name + "###panel";
+  const std::string title = name + "###panel";
   const ViewCommand* chosen = nullptr;
   const auto take = [&chosen](const ViewCommand* command) {
     if (command != nullptr) chosen = command;
   };
   if (ImGui::Begin(title.c_str(), nullptr, STILL)) {
-    ImGui::TextDisabled("%s triangles", GroupDigits(contents.triangleCount).c_str());
+    const std::string count = GroupDigits(contents.triangleCount);
+    ImGui::TextDisabled("%s", zovhost::Say("{} triangles", {count}).c_str());
     take(DrawButtons(ViewCommand::Place::Tools, target));
     ImGui::Separator();
     take(DrawButtons(ViewCommand::Place::Views, target));
     take(DrawSettings(target));
+    take(DrawLanguages(target));
     DrawSelection(target.selection.GetName());
-    if (ImGui::CollapsingHeader("Discs")) take(DrawButtons(ViewCommand::Place::Discs, target));
-    if (ImGui::CollapsingHeader("Story")) {
+    if (DrawHeader("Discs")) take(DrawButtons(ViewCommand::Place::Discs, target));
+    if (DrawHeader("Story")) {
       take(DrawButtons(ViewCommand::Place::Story, target));
       take(DrawButtons(ViewCommand::Place::StoryFile, target));
     }
-    if (ImGui::CollapsingHeader("Six-axis device")) {
+    if (DrawHeader("Six-axis device")) {
       take(DrawButtons(ViewCommand::Place::Device, target));
       take(DrawButtons(ViewCommand::Place::DeviceSettings, target));
     }
@@ -169,21 +259,24 @@ const ViewCommand* DrawPanel(const PanelContents& contents, const ViewTarget& ta
 
 void DrawProgress(const LoadingStatus& status) {
   const ImVec2 size = ImGui::GetIO().DisplaySize;
-  ImGui::SetNextWindowPos(ImVec2(size.x * 0.5F, size.y * 0.5F), ImGuiCond_Always, ImVec2(0.5F, 0.5F));
+  zovhost::PlaceNextPanel(size.x * 0.5F, size.y * 0.5F, 0.5F, 0.5F, true);
   if (ImGui::Begin("##progress", nullptr, NOTICE)) {
-    ImGui::Text("Opening %s", status.name.c_str());
+    const zovhost::Phrases& phrases = zovhost::GetPhrases();
+    const std::string opening = phrases.SayPlain("Opening {}", {phrases.SayPlain(status.name.c_str())});
+    ImGui::TextUnformatted(zovhost::ToPanelText(opening).c_str());
     ImGui::ProgressBar(static_cast<float>(status.fraction), ImVec2(BAR_WIDTH, 0.0F), "");
-    ImGui::TextDisabled("%s", status.step.c_str());
+    ImGui::TextDisabled("%s", zovhost::Say(status.step.c_str()));
   }
   ImGui::End();
 }
 
 void DrawMessage(const std::string& message) {
   const ImVec2 size = ImGui::GetIO().DisplaySize;
-  ImGui::SetNextWindowPos(ImVec2(size.x * 0.5F, size.y - MARGIN), ImGuiCond_Always, ImVec2(0.5F, 1.0F));
+  zovhost::PlaceNextPanel(size.x * 0.5F, size.y - MARGIN, 0.5F, 1.0F, true);
   if (ImGui::Begin("##message", nullptr, NOTICE)) {
     ImGui::PushTextWrapPos(size.x - 4.0F * MARGIN);
-    ImGui::TextUnformatted(message.c_str());
+    const std::string told = zovhost::GetPhrases().TranslateLine(message);
+    ImGui::TextUnformatted(zovhost::ToPanelText(told).c_str());
     ImGui::PopTextWrapPos();
   }
   ImGui::End();

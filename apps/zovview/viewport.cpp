@@ -60,6 +60,7 @@ Viewport::~Viewport() {
 bool Viewport::Create() {
   disc.GetParameters().suppressWelcome = !surroundings.welcome;
   if (!manager.Create() || !bars.Create(renderer)) return false;
+  created = true;
   story.BeginEmpty();
   return true;
 }
@@ -76,6 +77,19 @@ void Viewport::SetPlace(int x, int y, int width, int height, double scale) {
 void Viewport::ApplyPreferences() {
   if (surroundings.preferences == nullptr) return;
   hub.SetReducedMotion(surroundings.preferences->Get().reducedMotion);
+}
+
+// What a widget has read for itself it reads again.
+void Viewport::SetLanguage(const std::shared_ptr<const zovhost::ResourcePack>& texts,
+                           const zovhost::Phrases& before) {
+  tooltip.Dismiss();
+  renderer.SetResources(texts);
+  bars.RenewWords(renderer);
+  if (!created) return;
+  RenewCubeWords(target, before);
+  story.GetBoard().SetRenderer(nullptr);
+  story.GetBoard().SetRenderer(&renderer);
+  hub.RequestApplicationUpdate();
 }
 
 void Viewport::SetScene(const zovhost::Scene& scene) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 
 #include "korvane/cam3d_controller.h"
 #include "korvane/helm_disc.h"
@@ -16,6 +17,11 @@
 #include "zovhost/tooltip_note.h"
 #include "zovhost/view_hub.h"
 #include "zovhost/window.h"
+
+namespace zovhost {
+class Phrases;
+class ResourcePack;
+}  // namespace zovhost
 
 namespace zovview {
 
@@ -60,6 +66,8 @@ class Viewport {
   int GetHeight() const { return hub.GetViewportHeight(); }
 
   void ApplyPreferences();
+  /// The language that the process has come to speak; `before`: what it spoke until now.
+  void SetLanguage(const std::shared_ptr<const zovhost::ResourcePack>& texts, const zovhost::Phrases& before);
 
   /// Borrowed. What was going on ends, nothing is selected, and the view is the start view of the scene.
   void SetScene(const zovhost::Scene& scene);
@@ -133,6 +141,7 @@ class Viewport {
   int rightX = 0;  // the last press of the right button
   int rightY = 0;
   bool rightOnBar = false;
+  bool created = false;
   bool pressEndedShow = false;  // whose release is of no use either
 };
 

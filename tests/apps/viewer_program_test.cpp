@@ -99,6 +99,13 @@ TEST(viewer_program, a_directory_is_no_model) {
   EXPECT_EQ(CountLines(result.error), 1) << result.error;
 }
 
+TEST(viewer_program, refuses_a_language_that_there_is_none_of) {
+  const ProgramResult result = RunViewer({"--language", "xx"});
+  EXPECT_EQ(result.exitCode, 2);
+  EXPECT_EQ(CountLines(result.error), 1) << result.error;
+  EXPECT_NE(result.error.find("there is no language xx"), std::string::npos) << result.error;
+}
+
 TEST(viewer_program, bad_input_is_the_only_line_even_without_a_display) {
   const ProgramResult result = RunViewer({"missing.obj"});
   EXPECT_EQ(result.exitCode, 2);

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "../../host/src/texts/reading_order.h"
 #include "zovhost/wide_text.h"
 
 namespace {
@@ -81,6 +82,58 @@ TEST(Phrases, of_the_process_are_english_until_it_is_told) {
   EXPECT_EQ(zovhost::Say("{} triangles", {"1"}), "1 Dreiecke");
   zovhost::SpeakLanguage({"xx", "no language"});
   EXPECT_STREQ(zovhost::Say("Save"), "Save");
+}
+
+// ---- what is read from the right ----
+
+// Letters join: alone, at the end, in the middle and at the beginning of a word a letter is four characters.
+TEST(Phrases, that_are_read_from_the_right_are_drawn_with_joined_letters) {
+  const std::wstring drawn = zovhost::Utf8ToWide(zovhost::JoinLetters("ببب ب"));
+  EXPECT_EQ(drawn, L"\ufe91\ufe92\ufe90 \ufe8f");
+  EXPECT_EQ(zovhost::Utf8ToWide(zovhost::JoinLetters("لا")), L"\ufefb");  // two that become one
+  EXPECT_EQ(zovhost::JoinLetters("house.ifc\n(2)"), "house.ifc\n(2)");
+  EXPECT_EQ(zovhost::JoinLetters(""), "");
+  EXPECT_STREQ(In("ar").SayPlain("Save"), "حفظ");
+  EXPECT_EQ(In("ar").Say("Save"), zovhost::JoinLetters("حفظ"));
+  EXPECT_EQ(In("ar").SayFormat("{} units", "%.2f"), "%.2f " + zovhost::JoinLetters("وحدة"));
+}
+
+TEST(ReadingOrder, begins_where_the_line_begins) {
+  const auto screen = [](const std::wstring& text, bool fromRight) {
+    std::wstring drawn;
+    for (const zovhost::PlacedCharacter& place : zovhost::FindScreenOrder(text, fromRight))
+      drawn += place.drawn;
+    return drawn;
+  };
+  EXPECT_EQ(screen(L"\u05d0\u05d1 12", true), L"12 \u05d1\u05d0");
+  EXPECT_EQ(screen(L"\u05d0\u05d1 12", false), L"12 \u05d1\u05d0");
+  EXPECT_EQ(screen(L"ab \u05d0\u05d1", true), L"\u05d1\u05d0 ab");
+  EXPECT_EQ(screen(L"ab \u05d0\u05d1", false), L"ab \u05d1\u05d0");
+  EXPECT_EQ(screen(L"(\u05d0)", true), L"(\u05d0)");  // brackets turn with their text
+  EXPECT_EQ(screen(L"1\u202f234", true), L"1\u202f234");
+  EXPECT_EQ(screen(L"", true), L"");
+}
+
+// ---- the tables ----
+
+int CountPlaces(std::string_view text) { return static_cast<int>(std::ranges::count(text, '{')); }
+
+TEST(PhraseTables, of_all_languages_have_the_same_phrases_and_places) {
+  const auto english = In("en").GetKeys();
+  const std::set<std::string_view> keys(english.begin(), english.end());
+  EXPECT_EQ(keys.size(), english.size());
+  for (const Language& language : GetLanguages()) {
+    const Phrases& phrases = Phrases::Find(language);
+    const auto own = phrases.GetKeys();
+    EXPECT_EQ(std::set<std::string_view>(own.begin(), own.end()), keys) << language.tag;
+    for (const std::string_view key : own) {
+      const std::string spoken = phrases.SayPlain(std::string(key).c_str());
+      EXPECT_FALSE(spoken.empty()) << language.tag << ": " << key;
+      EXPECT_EQ(CountPlaces(spoken), CountPlaces(key)) << language.tag << ": " << key;
+      EXPECT_EQ(spoken.find_first_of("\t\r"), std::string::npos) << language.tag << ": " << key;
+      EXPECT_NE(spoken.back(), ' ') << language.tag << ": " << key;
+    }
+  }
 }
 
 }  // namespace

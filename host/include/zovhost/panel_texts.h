@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -22,6 +23,16 @@ float MirrorPlace(float x);
 /// Where the next panel stands, in points from the top left of the window: that fraction of its width and
 /// height from its left and its top lies there. `always`, or else when it appears.
 void PlaceNextPanel(float x, float y, float fractionX, float fractionY, bool always);
+
+// English phrases are drawn in the language of the process.
+
+/// The width of the widest of these phrases, in points.
+float MeasureWidest(std::span<const char* const> phrases);
+/// The column of what stands beside these names of fields, from the left of the panel, with the least one
+/// that looks well.
+float FindFieldColumn(std::span<const char* const> names, float least);
+/// The name of a field; the next item follows to the right of it, and fills the line.
+void DrawFieldName(const char* name, float column);
 
 /// An item of imgui.h that is not mirrored in itself: what is typed, and what is dragged to the right for
 /// more. To live just around the call that draws it, when its width is known: SetNextItemWidth.

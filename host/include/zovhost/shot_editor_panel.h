@@ -50,12 +50,14 @@ class ShotEditorPanel : public Korvane::ShotEditor {
 
   void ReadShot(const Korvane::ShotSpecification& edited);
   void WriteShot(Korvane::ShotSpecification& edited) const;
-  void DrawControls();
-  bool DrawName();
-  bool DrawChoices();
-  bool DrawNumbers();
-  void DrawSaving();
-  void DrawActions();
+  struct Layout;
+  static Layout MakeLayout();
+  void DrawControls(const Layout& layout);
+  bool DrawName(const Layout& layout);
+  bool DrawChoices(const Layout& layout);
+  bool DrawNumbers(const Layout& layout);
+  void DrawSaving(const Layout& layout);
+  void DrawActions(const Layout& layout);
   void DrawWalk();
 
   Controls controls;

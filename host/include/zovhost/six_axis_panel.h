@@ -21,7 +21,7 @@ class SixAxisPanel {
  public:
   explicit SixAxisPanel(SixAxisHand& ofHand) : hand(ofHand) {}
 
-  /// With a name that users know. Nothing for null.
+  /// With a name that users know, a phrase. Nothing for null.
   void AddSource(SixAxisSource* source, const char* name);
 
   /// Within a frame of the Gui; its upper right corner stands there when it appears, in points from the top

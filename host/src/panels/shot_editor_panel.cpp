@@ -3,10 +3,15 @@
 #include <imgui.h>
 #include <imgui_stdlib.h>
 
+#include <algorithm>
+#include <array>
 #include <cfloat>
 #include <cstddef>
 
 #include "korvane/storyboard.h"
+#include "panels/choice_list.h"
+#include "zovhost/panel_texts.h"
+#include "zovhost/phrases.h"
 #include "zovhost/wide_text.h"
 
 namespace zovhost {
@@ -15,9 +20,9 @@ using Shot = Korvane::ShotSpecification;
 
 namespace {
 
-constexpr float WIDTH = 316.0F;  // points
-constexpr float LABEL_COLUMN = 116.0F;
-const ImVec2 BUTTON(90.0F, 0.0F);
+constexpr float LEAST_COLUMN = 116.0F;  // points
+constexpr float LEAST_FIELD = 188.0F;
+constexpr float LEAST_BUTTON = 90.0F;
 constexpr double DISTANCE_OF_PIXEL = 0.005;  // of a drag, as a fraction of the distance that is viewed
 
 // By their numbers.
@@ -43,9 +48,15 @@ bool IsIn(unsigned types, int type) {
   return type >= 0 && type < Shot::SHOT_TYPE_COUNT && (types >> type & 1U) != 0;
 }
 
+// A phrase with a place for the number, and what stands there.
+struct Format {
+  const char* phrase;
+  const char* number;
+};
+
 struct Number {
   const char* label;
-  const char* format;
+  Format format;
   double (Shot::*get)() const;
   void (Shot::*set)(double);
   double step;  // for a pixel of a drag; 0: by the distance that is viewed
@@ -59,9 +70,10 @@ constexpr double SHORTEST_SHOT = 0.1;
 constexpr double LONGEST_SHOT = 3600.0;
 constexpr double LONGEST_FADE = 60.0;
 constexpr double MOST_TURN = 3600.0;
-constexpr const char* SECONDS = "%.1f s";
-constexpr const char* UNITS = "%.2f units";
-constexpr const char* DEGREES = "%.1f\u00b0";
+constexpr Format SECONDS = {"{} s", "%.1f"};
+constexpr Format UNITS = {"{} units", "%.2f"};
+constexpr Format DEGREES = {"{}\u00b0", "%.1f"};
+constexpr Format OF_THE_WAY = {"{} of the way", "%.2f"};
 
 constexpr Number NUMBERS[ShotEditorPanel::NUMBER_COUNT] = {
     {"Duration", SECONDS, &Shot::GetDuration, &Shot::SetDuration, 0.05, SHORTEST_SHOT, LONGEST_SHOT, ALL},
@@ -75,29 +87,47 @@ constexpr Number NUMBERS[ShotEditorPanel::NUMBER_COUNT] = {
     {"Sideways", UNITS, &Shot::GetLeftRightDistance, &Shot::SetLeftRightDistance, 0.0, -FURTHEST, FURTHEST,
      CRANE | PAN_ZOOM},
     {"Upward", UNITS, &Shot::GetUpDownDistance, &Shot::SetUpDownDistance, 0.0, -FURTHEST, FURTHEST, PAN_ZOOM},
-    {"Closer by", "%.2f of the way", &Shot::GetInOutDistance, &Shot::SetInOutDistance, 0.005, -FURTHEST, 0.99,
+    {"Closer by", OF_THE_WAY, &Shot::GetInOutDistance, &Shot::SetInOutDistance, 0.005, -FURTHEST, 0.99,
      PAN_ZOOM},
     {"To the left", DEGREES, &Shot::GetLeftRightAngle, &Shot::SetLeftRightAngle, 0.5, -MOST_TURN, MOST_TURN,
      TURN},
     {"Upward", DEGREES, &Shot::GetUpDownAngle, &Shot::SetUpDownAngle, 0.5, -MOST_TURN, MOST_TURN, TURN},
 };
 
-// The next item follows to the right of it, and fills the line.
-void Label(const char* text) {
-  ImGui::AlignTextToFramePadding();
-  ImGui::TextUnformatted(text);
-  ImGui::SameLine(LABEL_COLUMN);
-  ImGui::SetNextItemWidth(-FLT_MIN);
-}
+// ---- how wide it is ----
 
-template <std::size_t COUNT>
-bool Choose(const char* label, const char* id, int& choice, const char* const (&names)[COUNT]) {
-  Label(label);
-  const int before = choice;
-  return ImGui::Combo(id, &choice, names, static_cast<int>(COUNT)) && choice != before;
-}
+constexpr std::array<const char*, 5> FIELDS = {"Name", "Move", "Its view is", "Keep looking", "Fade in"};
+constexpr std::array<const char*, 2> SWITCHES = {"Live", "Loop"};  // in the column of the names of fields
+constexpr std::array<const char*, 5> BUTTONS = {"Apply", "Reset", "Stop", "Preview", "This view"};
+constexpr std::array<const char*, 2> WIDE_ITEMS = {"Record a walk", "at the same point"};
 
 }  // namespace
+
+// Points, in the present language.
+struct ShotEditorPanel::Layout {
+  float column;  // where the fields begin
+  float field;
+  float button;
+};
+
+ShotEditorPanel::Layout ShotEditorPanel::MakeLayout() {
+  const ImGuiStyle& style = ImGui::GetStyle();
+  std::array<const char*, FIELDS.size() + ShotEditorPanel::NUMBER_COUNT> names{};
+  auto* const end = std::copy(FIELDS.begin(), FIELDS.end(), names.begin());
+  std::transform(std::begin(NUMBERS), std::end(NUMBERS), end,
+                 [](const Number& number) { return number.label; });
+  const float box = ImGui::GetFrameHeight() + style.ItemInnerSpacing.x;
+  const float frame = 2.0F * style.FramePadding.x;
+
+  Layout layout{};
+  layout.column = std::max(FindFieldColumn(names, LEAST_COLUMN), FindFieldColumn(SWITCHES, 0.0F) + box);
+  layout.button = std::max(LEAST_BUTTON, MeasureWidest(BUTTONS) + frame);
+  const float choice =
+      std::max(MeasureWidest(TYPES), std::max(MeasureWidest(POSITIONS), MeasureWidest(TRANSITIONS)));
+  layout.field = std::max({LEAST_FIELD, 2.0F * layout.button + style.ItemSpacing.x,
+                           MeasureWidest(WIDE_ITEMS) + box, choice + ImGui::GetFrameHeight() + frame});
+  return layout;
+}
 
 // ---- between the controls and the shot ----
 
@@ -138,12 +168,13 @@ void ShotEditorPanel::WriteShot(Shot& edited) const {
 
 void ShotEditorPanel::Draw(float right, float top) {
   if (!visible || GetShot() == nullptr) return;
-  ImGui::SetNextWindowPos(ImVec2(right, top), ImGuiCond_Appearing, ImVec2(1.0F, 0.0F));
-  ImGui::SetNextWindowSize(ImVec2(WIDTH, 0.0F));
+  const Layout layout = MakeLayout();
+  PlaceNextPanel(right, top, 1.0F, 0.0F, false);
+  ImGui::SetNextWindowSize(ImVec2(layout.column + layout.field + ImGui::GetStyle().WindowPadding.x, 0.0F));
   bool open = true;
   constexpr ImGuiWindowFlags STYLE = ImGuiWindowFlags_NoResize | ImGuiWindowFlags_NoSavedSettings |
                                      ImGuiWindowFlags_NoCollapse | ImGuiWindowFlags_NoFocusOnAppearing;
-  if (ImGui::Begin("Shot", &open, STYLE)) DrawControls();
+  if (ImGui::Begin(SayLabel("Shot"), &open, STYLE)) DrawControls(layout);
   ImGui::End();
   if (open) return;
   if (GetStoryboard() != nullptr) {
@@ -154,81 +185,89 @@ void ShotEditorPanel::Draw(float right, float top) {
 }
 
 // A walk that is to be recorded is all that goes on.
-void ShotEditorPanel::DrawControls() {
+void ShotEditorPanel::DrawControls(const Layout& layout) {
   if (recording) return DrawWalk();
-  bool changed = DrawName();
-  changed = DrawChoices() || changed;
-  changed = DrawNumbers() || changed;
+  bool changed = DrawName(layout);
+  changed = DrawChoices(layout) || changed;
+  changed = DrawNumbers(layout) || changed;
   if (changed && live) SaveChanges();
-  DrawSaving();
-  DrawActions();
+  DrawSaving(layout);
+  DrawActions(layout);
 }
 
 // These tell whether something has changed and was let go of.
 
-bool ShotEditorPanel::DrawName() {
-  Label("Name");
+bool ShotEditorPanel::DrawName(const Layout& layout) {
+  DrawFieldName("Name", layout.column);
+  const UprightItem upright;
   ImGui::InputText("##name", &controls.name);
   return ImGui::IsItemDeactivatedAfterEdit();
 }
 
-bool ShotEditorPanel::DrawChoices() {
+bool ShotEditorPanel::DrawChoices(const Layout& layout) {
+  DrawFieldName("Move", layout.column);
   // Another type begins with what suits it.
-  bool changed = Choose("Move", "##type", controls.type, TYPES);
+  bool changed = ChoosePhrase("##type", controls.type, TYPES);
   if (changed && live) ResetParameters();
   if (IsIn(MOVING, controls.type)) {
-    changed = Choose("Its view is", "##position", controls.position, POSITIONS) || changed;
+    DrawFieldName("Its view is", layout.column);
+    changed = ChoosePhrase("##position", controls.position, POSITIONS) || changed;
   }
   if (IsIn(KEEPING, controls.type)) {
-    Label("Keep looking");
-    changed = ImGui::Checkbox("at the same point", &controls.keepsTarget) || changed;
+    DrawFieldName("Keep looking", layout.column);
+    changed = ImGui::Checkbox(SayLabel("at the same point"), &controls.keepsTarget) || changed;
   }
-  return Choose("Fade in", "##transition", controls.transition, TRANSITIONS) || changed;
+  DrawFieldName("Fade in", layout.column);
+  return ChoosePhrase("##transition", controls.transition, TRANSITIONS) || changed;
 }
 
-bool ShotEditorPanel::DrawNumbers() {
+bool ShotEditorPanel::DrawNumbers(const Layout& layout) {
   bool changed = false;
   for (std::size_t i = 0; i < NUMBER_COUNT; ++i) {
     const Number& number = NUMBERS[i];
     if (!IsIn(number.types, controls.type)) continue;
-    Label(number.label);
+    DrawFieldName(number.label, layout.column);
     ImGui::PushID(static_cast<int>(i));
     const double step = number.step > 0.0 ? number.step : viewDistance * DISTANCE_OF_PIXEL;
+    const std::string format = GetPhrases().SayFormat(number.format.phrase, number.format.number);
+    const UprightItem upright;
     ImGui::DragScalar("##number", ImGuiDataType_Double, &controls.numbers[i], static_cast<float>(step),
-                      &number.least, &number.most, number.format, ImGuiSliderFlags_AlwaysClamp);
+                      &number.least, &number.most, format.c_str(), ImGuiSliderFlags_AlwaysClamp);
     changed = ImGui::IsItemDeactivatedAfterEdit() || changed;
     ImGui::PopID();
   }
   return changed;
 }
 
-void ShotEditorPanel::DrawSaving() {
+void ShotEditorPanel::DrawSaving(const Layout& layout) {
+  const ImVec2 button(layout.button, 0.0F);
   ImGui::Separator();
-  ImGui::Checkbox("Live", &live);
-  ImGui::SameLine(LABEL_COLUMN);
+  ImGui::Checkbox(SayLabel("Live"), &live);
+  ImGui::SameLine(layout.column);
   ImGui::BeginDisabled(live);
-  if (ImGui::Button("Apply", BUTTON)) SaveChanges();
+  if (ImGui::Button(SayLabel("Apply"), button)) SaveChanges();
   ImGui::EndDisabled();
   ImGui::SameLine();
-  if (ImGui::Button("Reset", BUTTON)) ResetParameters();
+  if (ImGui::Button(SayLabel("Reset"), button)) ResetParameters();
 }
 
-void ShotEditorPanel::DrawActions() {
-  ImGui::Checkbox("Loop", &loop);
-  ImGui::SameLine(LABEL_COLUMN);
-  if (ImGui::Button(previewing ? "Stop" : "Preview", BUTTON)) PreviewShot(loop);
+void ShotEditorPanel::DrawActions(const Layout& layout) {
+  const ImVec2 button(layout.button, 0.0F);
+  ImGui::Checkbox(SayLabel("Loop"), &loop);
+  ImGui::SameLine(layout.column);
+  if (ImGui::Button(SayLabel(previewing ? "Stop" : "Preview"), button)) PreviewShot(loop);
   ImGui::SameLine();
-  if (ImGui::Button("This view", BUTTON)) ResetCamera();
+  if (ImGui::Button(SayLabel("This view"), button)) ResetCamera();
   ImGui::Dummy(ImVec2(0.0F, 0.0F));
-  ImGui::SameLine(LABEL_COLUMN);
+  ImGui::SameLine(layout.column);
   ImGui::BeginDisabled(!CanRecordWalk());
-  if (ImGui::Button("Record a walk", ImVec2(-FLT_MIN, 0.0F))) RecordWalk();
+  if (ImGui::Button(SayLabel("Record a walk"), ImVec2(-FLT_MIN, 0.0F))) RecordWalk();
   ImGui::EndDisabled();
 }
 
 void ShotEditorPanel::DrawWalk() {
-  ImGui::TextWrapped("Press in the view and walk; the walk ends as the button is let go.");
-  if (ImGui::Button("Cancel the walk")) CancelRecordWalk();
+  ImGui::TextWrapped("%s", Say("Press in the view and walk; the walk ends as the button is let go."));
+  if (ImGui::Button(SayLabel("Cancel the walk"))) CancelRecordWalk();
 }
 
 }  // namespace zovhost

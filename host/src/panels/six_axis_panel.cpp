@@ -3,11 +3,15 @@
 #include <imgui.h>
 
 #include <algorithm>
+#include <array>
 #include <cfloat>
 #include <string>
 
 #include "korvane/cam3d_controller.h"
 #include "korvane/cam3d_controller_observer.h"
+#include "panels/choice_list.h"
+#include "zovhost/panel_texts.h"
+#include "zovhost/phrases.h"
 
 namespace zovhost {
 
@@ -15,8 +19,10 @@ using Korvane::Cam3DController;
 
 namespace {
 
-constexpr float WIDTH = 420.0F;  // points
-constexpr float LABEL_COLUMN = 116.0F;
+constexpr float LEAST_WIDTH = 420.0F;  // points
+constexpr float LEAST_COLUMN = 116.0F;
+constexpr float LEAST_LOCK = 100.0F;
+constexpr int LOCKS_OF_LINE = 3;
 constexpr float LOWEST_LIST = 150.0F;
 constexpr float MARGIN = 12.0F;
 
@@ -46,20 +52,43 @@ constexpr Command COMMANDS[] = {
     {Korvane::CAM3D_KEY_PAN_MODE, "Move the page, and back"},
 };
 
-// The next item follows to the right of it, and fills the line.
-void Label(const char* text) {
-  ImGui::AlignTextToFramePadding();
-  ImGui::TextUnformatted(text);
-  ImGui::SameLine(LABEL_COLUMN);
-  ImGui::SetNextItemWidth(-FLT_MIN);
+// ---- how wide it is ----
+
+constexpr std::array<const char*, 5> FIELDS = {"What it moves", "Speed", "Felt from", "Locked", "Dead zone"};
+constexpr std::array<const char*, 3> SWITCH_NAMES = {"Translation", "Rotation", "Keep upright"};
+
+float GetBoxWidth() { return ImGui::GetFrameHeight() + ImGui::GetStyle().ItemInnerSpacing.x; }
+
+float FindColumn() { return std::max(FindFieldColumn(FIELDS, LEAST_COLUMN), FindFieldColumn(AXES, 0.0F)); }
+
+float FindLockWidth() { return MeasureWidest(AXES) + GetBoxWidth(); }
+
+// From one lock to the next.
+float FindLockStep() { return std::max(LEAST_LOCK, FindLockWidth() + ImGui::GetStyle().ItemSpacing.x); }
+
+float FindSwitchesWidth() {
+  float width = 0.0F;
+  for (const char* const name : SWITCH_NAMES) {
+    width += ImGui::CalcTextSize(Say(name)).x + GetBoxWidth() + ImGui::GetStyle().ItemSpacing.x;
+  }
+  return width;
 }
+
+float FindWidth() {
+  const ImGuiStyle& style = ImGui::GetStyle();
+  const float locks = FindColumn() + (LOCKS_OF_LINE - 1) * FindLockStep() + FindLockWidth();
+  const float switches = style.WindowPadding.x + FindSwitchesWidth();
+  return std::max(LEAST_WIDTH, std::max(locks, switches) + style.WindowPadding.x + style.ScrollbarSize);
+}
+
+void Label(const char* name) { DrawFieldName(name, FindColumn()); }
 
 // ---- what they do ----
 
 void DrawMode(Cam3DController& controller) {
   int mode = controller.GetNavigationMode();
   Label("What it moves");
-  if (ImGui::Combo("##mode", &mode, MODES, IM_ARRAYSIZE(MODES))) {
+  if (ChoosePhrase("##mode", mode, MODES)) {
     controller.SetNavigationMode(static_cast<Cam3DController::NavigationMode>(mode));
   }
 }
@@ -70,7 +99,9 @@ void DrawSpeed(Cam3DController& controller) {
   auto speed = static_cast<float>(controller.GetSensitivity() / normal);
   Label("Speed");
   constexpr ImGuiSliderFlags STYLE = ImGuiSliderFlags_Logarithmic | ImGuiSliderFlags_AlwaysClamp;
-  if (ImGui::SliderFloat("##speed", &speed, 0.1F, 10.0F, "%.2f times", STYLE)) {
+  const std::string format = GetPhrases().SayFormat("{} times", "%.2f");
+  const UprightItem upright;
+  if (ImGui::SliderFloat("##speed", &speed, 0.1F, 10.0F, format.c_str(), STYLE)) {
     controller.SetSensitivity(static_cast<double>(speed) * normal);
   }
 }
@@ -78,6 +109,7 @@ void DrawSpeed(Cam3DController& controller) {
 void DrawThreshold(Cam3DController& controller) {
   auto threshold = static_cast<float>(controller.GetInputThreshold());
   Label("Felt from");
+  const UprightItem upright;
   if (ImGui::SliderFloat("##threshold", &threshold, 0.0F, 100.0F, "%.0f", ImGuiSliderFlags_AlwaysClamp)) {
     controller.SetInputThreshold(static_cast<double>(threshold));
   }
@@ -89,16 +121,16 @@ struct Switch {
   void (Cam3DController::*set)(bool);
 };
 constexpr Switch SWITCHES[] = {
-    {"Translation", &Cam3DController::GetEnableTranslation, &Cam3DController::SetEnableTranslation},
-    {"Rotation", &Cam3DController::GetEnableRotation, &Cam3DController::SetEnableRotation},
-    {"Keep upright", &Cam3DController::GetKeepSceneUpright, &Cam3DController::SetKeepSceneUpright},
+    {SWITCH_NAMES[0], &Cam3DController::GetEnableTranslation, &Cam3DController::SetEnableTranslation},
+    {SWITCH_NAMES[1], &Cam3DController::GetEnableRotation, &Cam3DController::SetEnableRotation},
+    {SWITCH_NAMES[2], &Cam3DController::GetKeepSceneUpright, &Cam3DController::SetKeepSceneUpright},
 };
 
 void DrawSwitches(Cam3DController& controller) {
   for (const Switch& row : SWITCHES) {
     bool on = (controller.*row.get)();
     if (&row != SWITCHES) ImGui::SameLine();
-    if (ImGui::Checkbox(row.label, &on)) (controller.*row.set)(on);
+    if (ImGui::Checkbox(SayLabel(row.label), &on)) (controller.*row.set)(on);
   }
 }
 
@@ -106,15 +138,16 @@ void DrawSwitches(Cam3DController& controller) {
 
 constexpr float FULL_DEFLECTION = 400.0F;
 
-// A bar from the middle, on the place of the next item.
+// A bar from the middle, on the place of the next item; to the right of the room, whichever way is read.
 void DrawDeflection(double value) {
   const ImVec2 low = ImGui::GetCursorScreenPos();
   const float width = ImGui::GetContentRegionAvail().x;
   const float height = ImGui::GetFrameHeight();
   const ImVec2 high(low.x + width, low.y + height);
   const float middle = low.x + width * 0.5F;
+  const float side = ArePanelsMirrored() ? -1.0F : 1.0F;
   const float end =
-      middle + std::clamp(static_cast<float>(value) / FULL_DEFLECTION, -1.0F, 1.0F) * width * 0.5F;
+      middle + side * std::clamp(static_cast<float>(value) / FULL_DEFLECTION, -1.0F, 1.0F) * width * 0.5F;
   ImDrawList& list = *ImGui::GetWindowDrawList();
   list.AddRectFilled(low, high, ImGui::GetColorU32(ImGuiCol_FrameBg), ImGui::GetStyle().FrameRounding);
   list.AddRectFilled(ImVec2(std::min(middle, end), low.y + 3.0F),
@@ -148,27 +181,34 @@ bool DrawAxis(int number, SixAxisSettings& settings) {
   ImGui::Text("%d", number + 1);
   ImGui::TableNextColumn();
   ImGui::SetNextItemWidth(-FLT_MIN);
-  bool changed = ImGui::Combo("##to", &target, TARGETS, IM_ARRAYSIZE(TARGETS));
+  bool changed = ChoosePhrase("##to", target, TARGETS);
   axis.to = target - 1;
   ImGui::TableNextColumn();
   changed = ImGui::Checkbox("##inverted", &axis.inverted) || changed;
   ImGui::TableNextColumn();
   ImGui::SetNextItemWidth(-FLT_MIN);
   constexpr double LEAST = 0.0;
-  changed = ImGui::DragScalar("##scale", ImGuiDataType_Double, &axis.scale, 0.01F, &LEAST,
-                              &SixAxisSettings::MOST_SCALE, "%.2f", ImGuiSliderFlags_AlwaysClamp) ||
-            changed;
+  {
+    const UprightItem upright;
+    changed = ImGui::DragScalar("##scale", ImGuiDataType_Double, &axis.scale, 0.01F, &LEAST,
+                                &SixAxisSettings::MOST_SCALE, "%.2f", ImGuiSliderFlags_AlwaysClamp) ||
+              changed;
+  }
   ImGui::PopID();
   return changed;
 }
 
 bool DrawAxisTable(SixAxisSettings& settings) {
   constexpr float NARROW = 44.0F;
+  const auto addNarrow = [](const char* name, float least) {
+    const float width = std::max(least, ImGui::CalcTextSize(Say(name)).x);
+    ImGui::TableSetupColumn(SayLabel(name), ImGuiTableColumnFlags_WidthFixed, width);
+  };
   if (!ImGui::BeginTable("##axes", 4, ImGuiTableFlags_SizingStretchProp)) return false;
-  ImGui::TableSetupColumn("Axis", ImGuiTableColumnFlags_WidthFixed, NARROW);
-  ImGui::TableSetupColumn("Goes to");
-  ImGui::TableSetupColumn("Reversed", ImGuiTableColumnFlags_WidthFixed, NARROW * 1.5F);
-  ImGui::TableSetupColumn("Times", ImGuiTableColumnFlags_WidthFixed, NARROW * 1.5F);
+  addNarrow("Axis", NARROW);
+  ImGui::TableSetupColumn(SayLabel("Goes to"));
+  addNarrow("Reversed", NARROW * 1.5F);
+  addNarrow("Times", NARROW * 1.5F);
   ImGui::TableHeadersRow();
   bool changed = false;
   for (int i = 0; i < SIX_AXIS_COUNT; ++i) changed = DrawAxis(i, settings) || changed;
@@ -176,17 +216,20 @@ bool DrawAxisTable(SixAxisSettings& settings) {
   return changed;
 }
 
-// In two lines of three.
+// In two lines.
 bool DrawLocks(SixAxisSettings& settings) {
+  const float column = FindColumn();
+  const float step = FindLockStep();
   bool changed = false;
   for (std::size_t i = 0; i < settings.locked.size(); ++i) {
     ImGui::PushID(static_cast<int>(i));
-    if (i == 0 || i == 3) {
-      Label(i == 0 ? "Locked" : "");
+    const std::size_t place = i % LOCKS_OF_LINE;
+    if (place == 0) {
+      DrawFieldName(i == 0 ? "Locked" : "", column);
     } else {
-      ImGui::SameLine(LABEL_COLUMN + static_cast<float>(i % 3) * 100.0F);
+      ImGui::SameLine(column + static_cast<float>(place) * step);
     }
-    changed = ImGui::Checkbox(AXES[i], &settings.locked[i]) || changed;
+    changed = ImGui::Checkbox(SayLabel(AXES[i]), &settings.locked[i]) || changed;
     ImGui::PopID();
   }
   return changed;
@@ -195,6 +238,7 @@ bool DrawLocks(SixAxisSettings& settings) {
 bool DrawDeadZone(SixAxisSettings& settings) {
   constexpr double LEAST = 0.0;
   Label("Dead zone");
+  const UprightItem upright;
   return ImGui::DragScalar("##dead", ImGuiDataType_Double, &settings.deadZone, 0.5F, &LEAST,
                            &SixAxisSettings::MOST_DEAD_ZONE, "%.0f", ImGuiSliderFlags_AlwaysClamp);
 }
@@ -202,7 +246,7 @@ bool DrawDeadZone(SixAxisSettings& settings) {
 const char* GetName(int id) {
   const Command* const found = std::find_if(std::begin(COMMANDS), std::end(COMMANDS),
                                             [id](const Command& command) { return command.id == id; });
-  return found != std::end(COMMANDS) ? found->name : "of the program";
+  return Say(found != std::end(COMMANDS) ? found->name : "of the program");
 }
 
 bool DrawButton(std::size_t number, int& id) {
@@ -214,7 +258,7 @@ bool DrawButton(std::size_t number, int& id) {
   ImGui::SetNextItemWidth(-FLT_MIN);
   if (ImGui::BeginCombo("##command", GetName(id))) {
     for (const Command& command : COMMANDS) {
-      if (!ImGui::Selectable(command.name, command.id == id)) continue;
+      if (!ImGui::Selectable(SayLabel(command.name), command.id == id)) continue;
       id = command.id;
       changed = true;
     }
@@ -225,7 +269,7 @@ bool DrawButton(std::size_t number, int& id) {
 }
 
 bool DrawButtons(SixAxisSettings& settings) {
-  ImGui::TextDisabled("Buttons");
+  ImGui::TextDisabled("%s", Say("Buttons"));
   bool changed = false;
   if (ImGui::BeginChild("##buttons", ImVec2(0.0F, LOWEST_LIST))) {
     for (std::size_t i = 0; i < settings.commands.size(); ++i) {
@@ -244,12 +288,13 @@ void SixAxisPanel::AddSource(SixAxisSource* source, const char* name) {
 
 void SixAxisPanel::Draw(Cam3DController& controller, float right, float top) {
   if (!visible) return;
-  ImGui::SetNextWindowPos(ImVec2(right, top), ImGuiCond_Appearing, ImVec2(1.0F, 0.0F));
+  PlaceNextPanel(right, top, 1.0F, 0.0F, false);
   const float highest = std::max(LOWEST_LIST, ImGui::GetIO().DisplaySize.y - 2.0F * MARGIN);
-  ImGui::SetNextWindowSizeConstraints(ImVec2(WIDTH, 0.0F), ImVec2(WIDTH, highest));
+  const float width = FindWidth();
+  ImGui::SetNextWindowSizeConstraints(ImVec2(width, 0.0F), ImVec2(width, highest));
   constexpr ImGuiWindowFlags STYLE = ImGuiWindowFlags_AlwaysAutoResize | ImGuiWindowFlags_NoSavedSettings |
                                      ImGuiWindowFlags_NoCollapse | ImGuiWindowFlags_NoFocusOnAppearing;
-  if (ImGui::Begin("Six-axis devices", &visible, STYLE)) {
+  if (ImGui::Begin(SayLabel("Six-axis devices"), &visible, STYLE)) {
     DrawMode(controller);
     DrawSpeed(controller);
     DrawThreshold(controller);
@@ -263,8 +308,9 @@ void SixAxisPanel::Draw(Cam3DController& controller, float right, float top) {
 
 void SixAxisPanel::DrawSource(const Source& source) {
   const bool there = source.from->HasDevice();
-  const std::string title =
-      std::string(source.name) + (there ? "" : ": none is connected") + "###" + source.name;
+  const std::string name =
+      there ? Say(source.name) : Say("{}: none is connected", {GetPhrases().SayPlain(source.name)});
+  const std::string title = name + "###" + source.name;
   if (!ImGui::CollapsingHeader(title.c_str())) return;
   ImGui::PushID(source.from);
   SixAxisSettings settings = hand.GetSettings(source.from);
@@ -272,7 +318,7 @@ void SixAxisPanel::DrawSource(const Source& source) {
   changed = DrawLocks(settings) || changed;
   changed = DrawDeadZone(settings) || changed;
   changed = DrawButtons(settings) || changed;
-  if (ImGui::Button("As at first")) {
+  if (ImGui::Button(SayLabel("As at first"))) {
     settings = source.from->GetDefaults();
     changed = true;
   }

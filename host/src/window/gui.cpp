@@ -71,7 +71,7 @@ bool IsKeyEvent(Uint32 type) {
 
 class Gui::Impl {
  public:
-  Impl(Window* overWindow, int pictureWidth, int pictureHeight);
+  Impl(Window* overWindow, int pictureWidth, int pictureHeight, double pictureDensity);
   ~Impl();
 
   void BeginFrame();
@@ -101,6 +101,7 @@ class Gui::Impl {
   Window* window;
   int width;
   int height;
+  double density;  // of a picture
   int framesToSettle = 0;
   ImVec2 pointer = ImVec2(-FLT_MAX, -FLT_MAX);  // points from the top left; this value: not in the window
   bool pointerWasOver = false;
@@ -108,8 +109,12 @@ class Gui::Impl {
   unsigned buttonsOfOthers = 0;
 };
 
-Gui::Impl::Impl(Window* overWindow, int pictureWidth, int pictureHeight)
-    : context(ImGui::CreateContext()), window(overWindow), width(pictureWidth), height(pictureHeight) {
+Gui::Impl::Impl(Window* overWindow, int pictureWidth, int pictureHeight, double pictureDensity)
+    : context(ImGui::CreateContext()),
+      window(overWindow),
+      width(pictureWidth),
+      height(pictureHeight),
+      density(pictureDensity > 0.0 ? pictureDensity : 1.0) {
   ImGuiIO& io = ImGui::GetIO();
   io.IniFilename = nullptr;  // nothing is left behind on the disk
   // The cursor is the window's business.
@@ -132,14 +137,14 @@ Gui::Impl::~Impl() {
 }
 
 float Gui::Impl::GetPointsPerPixel() const {
-  return window != nullptr ? static_cast<float>(1.0 / window->GetScale()) : 1.0F;
+  return static_cast<float>(1.0 / (window != nullptr ? window->GetScale() : density));
 }
 
 // The font is rasterised for the density of the display and measured in points.
 void Gui::Impl::LoadFont() {
   ImGuiIO& io = ImGui::GetIO();
-  const float density = 1.0F / GetPointsPerPixel();
-  if (!panels.font.Update(*io.Fonts, GetPhrases(), density)) return;
+  const float pixels = 1.0F / GetPointsPerPixel();
+  if (!panels.font.Update(*io.Fonts, GetPhrases(), pixels)) return;
   if (hasTexture) {
     ImGui_ImplOpenGL3_DestroyFontsTexture();
     ImGui_ImplOpenGL3_CreateFontsTexture();
@@ -162,7 +167,10 @@ void Gui::Impl::BeginFrame() {
     // The backend asks for the pointer on the whole desktop, which SDL knows only after it has moved a while.
     ImGui::GetIO().MousePos = ImVec2(GetPanelX(pointer.x), pointer.y);
   } else {
-    ImGui::GetIO().DisplaySize = ImVec2(static_cast<float>(width), static_cast<float>(height));
+    const float points = GetPointsPerPixel();
+    ImGuiIO& io = ImGui::GetIO();
+    io.DisplaySize = ImVec2(static_cast<float>(width) * points, static_cast<float>(height) * points);
+    io.DisplayFramebufferScale = ImVec2(1.0F / points, 1.0F / points);
   }
   ImGui::NewFrame();
 }
@@ -290,8 +298,9 @@ void Gui::Impl::TrackOwner(const SDL_MouseButtonEvent& event, bool ofPanels) {
 
 // ---- the public face ----
 
-Gui::Gui(Window& window) : impl(std::make_unique<Impl>(&window, 0, 0)) {}
-Gui::Gui(int width, int height) : impl(std::make_unique<Impl>(nullptr, width, height)) {}
+Gui::Gui(Window& window) : impl(std::make_unique<Impl>(&window, 0, 0, 1.0)) {}
+Gui::Gui(int width, int height, double density)
+    : impl(std::make_unique<Impl>(nullptr, width, height, density)) {}
 Gui::~Gui() = default;
 void Gui::BeginFrame() { impl->BeginFrame(); }
 void Gui::EndFrame() { impl->EndFrame(); }

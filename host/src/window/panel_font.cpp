@@ -16,9 +16,9 @@ namespace {
 constexpr float FONT_SIZE = 15.0F;      // points, the height of a line
 constexpr float BUILT_IN_SIZE = 13.0F;  // of a font of dots, for a system without any
 constexpr wchar_t FIRST_CHARACTER = 0x20;
-constexpr wchar_t LAST_LATIN = 0xFF;             // that are there in any case
-constexpr wchar_t FURTHER[] = {0x2026, 0xFFFD};  // an ellipsis, and what stands for what cannot be shown
-constexpr std::size_t MANY_GLYPHS = 128;         // of a script whose glyphs take much room in the texture
+constexpr wchar_t LAST_LATIN = 0xFF;                     // that are there in any case
+constexpr wchar_t FURTHER[] = {0x202F, 0x2026, 0xFFFD};  // a narrow space, an ellipsis, what cannot be shown
+constexpr std::size_t MANY_GLYPHS = 128;  // of a script whose glyphs take much room in the texture
 
 // Pairs of the first and the last of each range, and 0.
 std::vector<ImWchar> MakeRanges(const std::vector<wchar_t>& characters) {

@@ -2,6 +2,9 @@
 
 #include <imgui.h>
 
+#include <algorithm>
+#include <cfloat>
+
 #include "window/panel_state.h"
 #include "zovhost/phrases.h"
 
@@ -33,6 +36,26 @@ void PlaceNextPanel(float x, float y, float fractionX, float fractionY, bool alw
   const float fraction = ArePanelsMirrored() ? 1.0F - fractionX : fractionX;
   ImGui::SetNextWindowPos(ImVec2(MirrorPlace(x), y), always ? ImGuiCond_Always : ImGuiCond_Appearing,
                           ImVec2(fraction, fractionY));
+}
+
+// ---- phrases ----
+
+float MeasureWidest(std::span<const char* const> phrases) {
+  float widest = 0.0F;
+  for (const char* const phrase : phrases) widest = std::max(widest, ImGui::CalcTextSize(Say(phrase)).x);
+  return widest;
+}
+
+float FindFieldColumn(std::span<const char* const> names, float least) {
+  const ImGuiStyle& style = ImGui::GetStyle();
+  return std::max(least, style.WindowPadding.x + MeasureWidest(names) + 2.0F * style.ItemSpacing.x);
+}
+
+void DrawFieldName(const char* name, float column) {
+  ImGui::AlignTextToFramePadding();
+  ImGui::TextUnformatted(Say(name));
+  ImGui::SameLine(column);
+  ImGui::SetNextItemWidth(-FLT_MIN);
 }
 
 // ---- items ----

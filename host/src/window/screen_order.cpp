@@ -14,8 +14,9 @@ namespace {
 constexpr int CELL = 16;  // pixels of the atlas
 constexpr int QUAD_INDICES = 6;
 constexpr int QUAD_VERTICES = 4;
-constexpr int MOST_SPACES = 4;   // within a text
-constexpr float NEARLY = 0.05F;  // points
+constexpr int MOST_BLANKS = 4;                   // within a text
+constexpr wchar_t BLANKS[] = {L' ', L'\u202f'};  // which draw nothing
+constexpr float NEARLY = 0.05F;                  // points
 
 // As a character is drawn: two triangles from the corner at the top left round.
 bool IsQuad(const ImDrawIdx* index) {
@@ -125,19 +126,43 @@ void ScreenOrder::Mirror(ImDrawList& list) const {
   }
 }
 
+// A tick has one shape, whichever way is read. It is known by its colour, and by not being a character.
+void ScreenOrder::MirrorTicks(ImDrawList& list) const {
+  const ImU32 colour = ImGui::GetColorU32(ImGuiCol_CheckMark);
+  constexpr ImU32 HUE = ~IM_COL32_A_MASK;  // its edges are transparent
+  for (int first = 0; first < list.VtxBuffer.Size;) {
+    float low = width;
+    float high = 0.0F;
+    int end = first;
+    for (; end < list.VtxBuffer.Size && ((list.VtxBuffer[end].col ^ colour) & HUE) == 0; ++end) {
+      low = std::min(low, list.VtxBuffer[end].pos.x);
+      high = std::max(high, list.VtxBuffer[end].pos.x);
+    }
+    for (int i = first; i < end; ++i) list.VtxBuffer[i].pos.x = low + high - list.VtxBuffer[i].pos.x;
+    first = std::max(end, first + 1);
+  }
+}
+
 // ---- texts ----
 
-bool ScreenOrder::Follows(const Quad& quad, int& spaces) const {
+bool ScreenOrder::Follows(const Quad& quad, std::wstring& blanks) const {
   if (run.quads.empty()) return false;
   const Quad& last = quads[static_cast<std::size_t>(run.quads.back())];
   if (std::abs(last.line - quad.line) > NEARLY || last.upright != quad.upright) return false;
-  const float space = font->GetCharAdvance(' ') * scale;
   const float gap = quad.pen - run.end;
-  spaces = static_cast<int>(std::lround(gap / space));
-  return spaces >= 0 && spaces <= MOST_SPACES && std::abs(gap - static_cast<float>(spaces) * space) < NEARLY;
+  if (std::abs(gap) < NEARLY) return true;
+  for (const wchar_t blank : BLANKS) {
+    const float advance = font->GetCharAdvance(static_cast<ImWchar>(blank)) * scale;
+    const auto count = static_cast<int>(std::lround(gap / advance));
+    if (count < 1 || count > MOST_BLANKS || std::abs(gap - static_cast<float>(count) * advance) > NEARLY)
+      continue;
+    blanks.assign(static_cast<std::size_t>(count), blank);
+    return true;
+  }
+  return false;
 }
 
-void ScreenOrder::AddToRun(int quad, int spaces) {
+void ScreenOrder::AddToRun(int quad, const std::wstring& blanks) {
   const Quad& added = quads[static_cast<std::size_t>(quad)];
   if (run.quads.empty()) run.start = run.end = added.pen;
   const auto add = [this](wchar_t character, int of, float advance) {
@@ -146,20 +171,19 @@ void ScreenOrder::AddToRun(int quad, int spaces) {
     run.advances.push_back(advance * scale);
     run.end += run.advances.back();
   };
-  for (int i = 0; i < spaces; ++i) add(L' ', -1, font->GetCharAdvance(' '));
+  for (const wchar_t blank : blanks) add(blank, -1, font->GetCharAdvance(static_cast<ImWchar>(blank)));
   add(static_cast<wchar_t>(added.glyph->Codepoint), quad, added.glyph->AdvanceX);
 }
 
 void ScreenOrder::PlaceRuns(ImDrawList& list) {
   run = {};
   for (std::size_t i = 0; i < quads.size(); ++i) {
-    int spaces = 0;
-    if (!run.quads.empty() && !Follows(quads[i], spaces)) {
+    std::wstring blanks;
+    if (!run.quads.empty() && !Follows(quads[i], blanks)) {
       PlaceRun(list);
       run = {};
-      spaces = 0;
     }
-    AddToRun(static_cast<int>(i), spaces);
+    AddToRun(static_cast<int>(i), blanks);
   }
   if (!run.quads.empty()) PlaceRun(list);
 }
@@ -207,6 +231,7 @@ void ScreenOrder::Apply(ImDrawData& drawn, bool isMirrored, float fontScale) {
     ImDrawList& list = *drawn.CmdLists[i];
     CollectQuads(list);
     if (mirrored) Mirror(list);
+    if (mirrored) MirrorTicks(list);
     PlaceRuns(list);
   }
   uprights.clear();

@@ -57,11 +57,12 @@ class ScreenOrder {
   void CollectQuads(const ImDrawList& list);
   void Mirror(ImDrawList& list) const;
   void PlaceRuns(ImDrawList& list);
-  bool Follows(const Quad& quad, int& spaces) const;
-  void AddToRun(int quad, int spaces);
+  bool Follows(const Quad& quad, std::wstring& blanks) const;
+  void AddToRun(int quad, const std::wstring& blanks);
   void PlaceRun(ImDrawList& list);
   void PlaceQuad(ImDrawList& list, const Quad& quad, wchar_t drawn, float pen) const;
   const Upright* FindUpright(const ImDrawList* list, int vertex) const;
+  void MirrorTicks(ImDrawList& list) const;
 
   const ImFont* font = nullptr;
   int columns = 0;  // of the cells of the atlas
