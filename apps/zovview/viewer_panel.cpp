@@ -23,7 +23,7 @@ constexpr float LOWEST_PANEL = 60.0F;
 constexpr float TITLE_BUTTON_WIDTH = 48.0F;  // of the arrow that folds the panel, with its space
 constexpr float LEAST_BUTTON = 148.0F;
 constexpr float LEAST_HELP_COLUMN = 96.0F;
-constexpr float KEY_GAP = 8.0F;  // between a label and its key
+constexpr float KEY_GAP = 6.0F;  // between a label and its key
 constexpr int COLUMNS = 2;
 constexpr ImGuiWindowFlags STILL = ImGuiWindowFlags_NoMove | ImGuiWindowFlags_NoResize |
                                    ImGuiWindowFlags_AlwaysAutoResize | ImGuiWindowFlags_NoSavedSettings |

@@ -5,11 +5,11 @@
 #include <array>
 #include <filesystem>
 
-#include "drawn_texts.h"
 #include "korvane/story.h"
 #include "korvane/storyboard.h"
 #include "panel_stage.h"
 #include "story_desk.h"
+#include "support/drawn_texts.h"
 #include "viewer_menus.h"
 #include "viewer_panel.h"
 #include "zovhost/six_axis_panel.h"
@@ -17,7 +17,6 @@
 
 namespace {
 
-using apps_test::DrawnTexts;
 using apps_test::PanelStage;
 using zovhost::Language;
 

@@ -98,6 +98,13 @@ TEST(Phrases, that_are_read_from_the_right_are_drawn_with_joined_letters) {
   EXPECT_EQ(In("ar").SayFormat("{} units", "%.2f"), "%.2f " + zovhost::JoinLetters("وحدة"));
 }
 
+TEST(ReadingOrder, of_a_name_is_that_of_its_first_letter) {
+  EXPECT_TRUE(zovhost::BeginsFromRight(L"12 \u05d0 a"));
+  EXPECT_FALSE(zovhost::BeginsFromRight(L"12 a \u05d0"));
+  EXPECT_FALSE(zovhost::BeginsFromRight(L"12"));
+  EXPECT_FALSE(zovhost::BeginsFromRight(L""));
+}
+
 TEST(ReadingOrder, begins_where_the_line_begins) {
   const auto screen = [](const std::wstring& text, bool fromRight) {
     std::wstring drawn;

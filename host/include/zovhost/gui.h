@@ -22,7 +22,8 @@ class Gui {
   /// Over a window: takes the window's native event hook. The window must outlive it, with its context
   /// current here, in EndFrame and in the destructor.
   explicit Gui(Window& window);
-  /// Over a picture of this size in pixels, `density` of which are a point, with the context current likewise.
+  /// Over a picture of this size in pixels, `density` of which are a point, with the context current
+  /// likewise.
   Gui(int width, int height, double density = 1.0);
   ~Gui();
   Gui(const Gui&) = delete;

@@ -11,7 +11,8 @@ namespace zovhost {
 // from the left, and so are the places that imgui.h tells.
 
 /// A text that is no phrase, as the name of a file, ready to be drawn: with its letters joined, and its
-/// characters in the font from the next frame on.
+/// characters in the font from the next frame on. A field that a text is typed in shows the text itself,
+/// whose characters are there as well.
 std::string ToPanelText(std::string_view text);
 
 /// Whether the panels are mirrored in this frame: for what shows a direction in the room.

@@ -199,6 +199,7 @@ void ShotEditorPanel::DrawControls(const Layout& layout) {
 
 bool ShotEditorPanel::DrawName(const Layout& layout) {
   DrawFieldName("Name", layout.column);
+  ToPanelText(controls.name);
   const UprightItem upright;
   ImGui::InputText("##name", &controls.name);
   return ImGui::IsItemDeactivatedAfterEdit();

@@ -111,8 +111,7 @@ void Phrases::Table::Add(std::string_view english, std::string_view other) {
 void Phrases::Table::CollectCharacters() {
   for (const auto& [english, entry] : entries) characters += Utf8ToWide(entry.drawn);
   std::ranges::sort(characters);
-  const auto rest = std::ranges::unique(characters);
-  characters.erase(rest.begin(), rest.end());
+  characters.erase(std::unique(characters.begin(), characters.end()), characters.end());
 }
 
 Phrases::Phrases(const Language& language) : table(std::make_unique<Table>()) {
@@ -219,7 +218,7 @@ std::string Phrases::Table::Translate(std::string_view line) const {
 }
 
 std::string Phrases::TranslateLine(std::string_view line) const {
-  if (const std::string whole = table->Translate(line); !whole.empty()) return whole;
+  if (std::string whole = table->Translate(line); !whole.empty()) return whole;
   for (std::size_t end = line.find(nameEnds); end != unknown; end = line.find(nameEnds, end + 1)) {
     const std::string reason = table->Translate(line.substr(end + nameEnds.size()));
     const std::string_view values[] = {line.substr(0, end), reason};

@@ -51,6 +51,14 @@ std::wstring JoinLine(const std::wstring& text) {
 
 bool IsReadFromRight(const std::wstring& text) { return std::any_of(text.begin(), text.end(), IsFromRight); }
 
+bool BeginsFromRight(const std::wstring& text) {
+  const auto isLetter = [](wchar_t character) {
+    return FRIBIDI_IS_STRONG(fribidi_get_bidi_type(static_cast<FriBidiChar>(character))) != 0;
+  };
+  const auto first = std::find_if(text.begin(), text.end(), isLetter);
+  return first != text.end() && IsFromRight(*first);
+}
+
 std::wstring JoinLetters(const std::wstring& text) {
   if (!IsReadFromRight(text)) return text;
   std::wstring result;

@@ -12,6 +12,9 @@ std::wstring JoinLetters(const std::wstring& text);
 /// Whether anything in it is read from the right.
 bool IsReadFromRight(const std::wstring& text);
 
+/// Whether its first letter is; signs and digits are none.
+bool BeginsFromRight(const std::wstring& text);
+
 /// For each place of a line, from left to right on the screen, what stands there: an index into the text.
 /// `fromRight`: the line begins at the right.
 struct PlacedCharacter {

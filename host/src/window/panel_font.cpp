@@ -3,6 +3,7 @@
 #include <imgui.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <iterator>
 #include <utility>
 
@@ -20,11 +21,13 @@ constexpr wchar_t LAST_LATIN = 0xFF;                     // that are there in an
 constexpr wchar_t FURTHER[] = {0x202F, 0x2026, 0xFFFD};  // a narrow space, an ellipsis, what cannot be shown
 constexpr std::size_t MANY_GLYPHS = 128;  // of a script whose glyphs take much room in the texture
 
+std::size_t CodeOf(wchar_t character) { return static_cast<std::uint32_t>(character) & 0xFFFFFFFFU; }
+
 // Pairs of the first and the last of each range, and 0.
 std::vector<ImWchar> MakeRanges(const std::vector<wchar_t>& characters) {
   std::vector<ImWchar> ranges;
   for (const wchar_t character : characters) {
-    const auto code = static_cast<ImWchar>(character);
+    const auto code = static_cast<ImWchar>(CodeOf(character));
     if (ranges.empty() || ranges.back() + 1 != code) ranges.insert(ranges.end(), {code, code});
     ranges.back() = code;
   }
@@ -37,7 +40,7 @@ std::vector<ImWchar> MakeRanges(const std::vector<wchar_t>& characters) {
 bool PanelFont::Add(std::string_view text) {
   const std::size_t before = wantedCount;
   for (const wchar_t character : Utf8ToWide(text)) {
-    const auto code = static_cast<std::size_t>(character);
+    const std::size_t code = CodeOf(character);
     if (code < FIRST_CHARACTER || code >= wanted.size() || wanted[code]) continue;
     if (wantedCount >= MOST_CHARACTERS) break;
     wanted.set(code);
@@ -61,7 +64,7 @@ std::string PanelFont::TakeProblem() { return std::exchange(problem, {}); }
 std::vector<wchar_t> PanelFont::CollectCharacters() const {
   std::bitset<CHARACTER_COUNT> all = wanted;
   const auto add = [&all](wchar_t character) {
-    const auto code = static_cast<std::size_t>(character);
+    const std::size_t code = CodeOf(character);
     if (character >= FIRST_CHARACTER && code < all.size()) all.set(code);
   };
   for (wchar_t character = FIRST_CHARACTER; character <= LAST_LATIN; ++character) add(character);

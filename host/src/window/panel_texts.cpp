@@ -21,7 +21,10 @@ PanelState* FindState() {
 
 std::string ToPanelText(std::string_view text) {
   std::string joined = JoinLetters(text);
-  if (PanelState* const state = FindState()) state->font.Add(joined);
+  PanelState* const state = FindState();
+  if (state == nullptr) return joined;
+  state->font.Add(joined);
+  state->font.Add(text);  // which is what a field shows that it is typed in
   return joined;
 }
 
@@ -48,7 +51,7 @@ float MeasureWidest(std::span<const char* const> phrases) {
 
 float FindFieldColumn(std::span<const char* const> names, float least) {
   const ImGuiStyle& style = ImGui::GetStyle();
-  return std::max(least, style.WindowPadding.x + MeasureWidest(names) + 2.0F * style.ItemSpacing.x);
+  return std::max(least, style.WindowPadding.x + MeasureWidest(names) + style.ItemSpacing.x);
 }
 
 void DrawFieldName(const char* name, float column) {

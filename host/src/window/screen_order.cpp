@@ -36,7 +36,8 @@ void ScreenOrder::SetFont(const ImFont& used) {
   font = &used;
   const ImFontAtlas& atlas = *used.ContainerAtlas;
   columns = atlas.TexWidth / CELL + 1;
-  cells.assign(static_cast<std::size_t>(columns) * static_cast<std::size_t>(atlas.TexHeight / CELL + 1), {});
+  const int rows = atlas.TexHeight / CELL + 1;
+  cells.assign(static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows), {});
   const auto cellOf = [](float part, int size) {
     return static_cast<int>(part * static_cast<float>(size)) / CELL;
   };
@@ -44,10 +45,14 @@ void ScreenOrder::SetFont(const ImFont& used) {
     if (glyph.Visible == 0) continue;
     for (int y = cellOf(glyph.V0, atlas.TexHeight); y <= cellOf(glyph.V1, atlas.TexHeight); ++y) {
       for (int x = cellOf(glyph.U0, atlas.TexWidth); x <= cellOf(glyph.U1, atlas.TexWidth); ++x) {
-        cells[static_cast<std::size_t>(y * columns + x)].push_back(&glyph);
+        cells[FindCell(x, y)].push_back(&glyph);
       }
     }
   }
+}
+
+std::size_t ScreenOrder::FindCell(int x, int y) const {
+  return static_cast<std::size_t>(y) * static_cast<std::size_t>(columns) + static_cast<std::size_t>(x);
 }
 
 const ImFontGlyph* ScreenOrder::FindGlyph(float u, float v) const {
@@ -55,7 +60,7 @@ const ImFontGlyph* ScreenOrder::FindGlyph(float u, float v) const {
   if (!(u > 0.0F && u < 1.0F && v > 0.0F && v < 1.0F)) return nullptr;
   const int x = static_cast<int>(u * static_cast<float>(atlas.TexWidth)) / CELL;
   const int y = static_cast<int>(v * static_cast<float>(atlas.TexHeight)) / CELL;
-  for (const ImFontGlyph* const glyph : cells[static_cast<std::size_t>(y * columns + x)]) {
+  for (const ImFontGlyph* const glyph : cells[FindCell(x, y)]) {
     if (u >= glyph->U0 && u <= glyph->U1 && v >= glyph->V0 && v <= glyph->V1) return glyph;
   }
   return nullptr;
@@ -195,8 +200,8 @@ void ScreenOrder::PlaceRun(ImDrawList& list) {
   if (!mirrored && !fromRight) return;
   float pen = run.start;
   if (mirrored) pen = upright != nullptr ? run.start + upright->shift : width - run.end;
-  for (const PlacedCharacter& place :
-       FindScreenOrder(run.text, mirrored && fromRight && upright == nullptr)) {
+  const bool beginsThere = upright != nullptr ? BeginsFromRight(run.text) : fromRight;
+  for (const PlacedCharacter& place : FindScreenOrder(run.text, mirrored && beginsThere)) {
     const int quad = run.quads[place.index];
     if (quad >= 0) PlaceQuad(list, quads[static_cast<std::size_t>(quad)], place.drawn, pen);
     pen += run.advances[place.index];

@@ -52,6 +52,7 @@ class ScreenOrder {
     float end = 0.0F;
   };
 
+  std::size_t FindCell(int x, int y) const;
   const ImFontGlyph* FindGlyph(float u, float v) const;
   bool ReadQuad(const ImDrawList& list, int vertex, Quad& quad) const;
   void CollectQuads(const ImDrawList& list);

@@ -7,8 +7,6 @@
 #include <string>
 #include <vector>
 
-namespace apps_test {
-
 /// The characters that panels have drawn, as they lie on the screen.
 class DrawnTexts {
  public:
@@ -25,6 +23,11 @@ class DrawnTexts {
   }
 
   std::size_t GetCount() const { return characters.size(); }
+  /// The first of this kind; null for none.
+  const Character* Find(wchar_t code) const {
+    const auto found = std::ranges::find(characters, code, &Character::code);
+    return found != characters.end() ? &*found : nullptr;
+  }
 
   /// One line about the first that is cut off, lies upon another or is unknown to the font; empty for none.
   std::string FindFault() const {
@@ -93,5 +96,3 @@ class DrawnTexts {
   const ImFont& font;
   std::vector<Character> characters;
 };
-
-}  // namespace apps_test
