@@ -136,6 +136,9 @@ TEST_F(PanelTextsTest, upright_items_are_used_as_ever) {
     EXPECT_LT(FindPlace(L'1'), FindPlace(L'2')) << tag;
     EXPECT_LT(FindPlace(L'2'), FindPlace(0x5D0)) << tag;
     EXPECT_LT(FindPlace(0x5D0), 90.0F) << tag << ": at the left of its room";
+    typed = "\u05d0 1";
+    Rest();
+    EXPECT_LT(FindPlace(L'1'), FindPlace(0x5D0)) << tag;
   }
 }
 

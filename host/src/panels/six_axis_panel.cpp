@@ -55,16 +55,17 @@ constexpr Command COMMANDS[] = {
 // ---- how wide it is ----
 
 constexpr std::array<const char*, 5> FIELDS = {"What it moves", "Speed", "Felt from", "Locked", "Dead zone"};
+constexpr std::array<const char*, 2> LAST_OF_LINE = {AXES[2], AXES[5]};
 constexpr std::array<const char*, 3> SWITCH_NAMES = {"Translation", "Rotation", "Keep upright"};
 
 float GetBoxWidth() { return ImGui::GetFrameHeight() + ImGui::GetStyle().ItemInnerSpacing.x; }
 
 float FindColumn() { return std::max(FindFieldColumn(FIELDS, LEAST_COLUMN), FindFieldColumn(AXES, 0.0F)); }
 
-float FindLockWidth() { return MeasureWidest(AXES) + GetBoxWidth(); }
-
 // From one lock to the next.
-float FindLockStep() { return std::max(LEAST_LOCK, FindLockWidth() + ImGui::GetStyle().ItemSpacing.x); }
+float FindLockStep() {
+  return std::max(LEAST_LOCK, MeasureWidest(AXES) + GetBoxWidth() + ImGui::GetStyle().ItemInnerSpacing.x);
+}
 
 float FindSwitchesWidth() {
   float width = 0.0F;
@@ -76,7 +77,8 @@ float FindSwitchesWidth() {
 
 float FindWidth() {
   const ImGuiStyle& style = ImGui::GetStyle();
-  const float locks = FindColumn() + (LOCKS_OF_LINE - 1) * FindLockStep() + FindLockWidth();
+  const float locks =
+      FindColumn() + (LOCKS_OF_LINE - 1) * FindLockStep() + MeasureWidest(LAST_OF_LINE) + GetBoxWidth();
   const float switches = style.WindowPadding.x + FindSwitchesWidth();
   return std::max(LEAST_WIDTH, std::max(locks, switches) + style.WindowPadding.x + style.ScrollbarSize);
 }

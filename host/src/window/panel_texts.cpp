@@ -51,7 +51,7 @@ float MeasureWidest(std::span<const char* const> phrases) {
 
 float FindFieldColumn(std::span<const char* const> names, float least) {
   const ImGuiStyle& style = ImGui::GetStyle();
-  return std::max(least, style.WindowPadding.x + MeasureWidest(names) + style.ItemSpacing.x);
+  return std::max(least, style.WindowPadding.x + MeasureWidest(names) + style.ItemInnerSpacing.x);
 }
 
 void DrawFieldName(const char* name, float column) {
