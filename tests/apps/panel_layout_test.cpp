@@ -141,32 +141,37 @@ TEST_F(PanelLayoutTest, the_questions_about_a_story) {
   TryAll([&] { desk.Draw(); });
 }
 
-// With each of its lists, which unfolds below the pointer.
-TEST_F(PanelLayoutTest, the_menus) {
-  using Kind = zovview::ViewerMenus::Kind;
-  constexpr float X = 300.0F;
-  constexpr float LINE = 8.0F;
-  for (const Kind kind : {Kind::View, Kind::Cube, Kind::Coordinates, Kind::FullNavigation, Kind::Shot,
-                          Kind::Bar, Kind::Device}) {
-    for (const Language& language : zovhost::GetLanguages()) {
-      const bool hasLists = kind == Kind::View || kind == Kind::Cube || kind == Kind::FullNavigation;
-      for (const double density : DENSITIES) {
-        Begin(language, density);
-        zovview::ViewerMenus menus;
-        const auto draw = [&] { menus.Draw(view->GetTarget()); };
-        menus.Open(kind, zovview::ViewerMenus::Corner{X, 0.0, 0.0, 0.0});
-        Draw(draw);
-        Look(language, density);
-        if (!hasLists) continue;
-        const ImGuiWindow* const menu = ImGui::GetCurrentContext()->OpenPopupStack[0].Window;
-        for (float y = menu->Pos.y + LINE; y < menu->Pos.y + menu->Size.y; y += LINE) {
-          ImGui::GetIO().MousePos = ImVec2(menu->Pos.x + LINE, y);
-          Draw(draw);
-          Look(language, density);
-        }
-      }
+using Kind = zovview::ViewerMenus::Kind;
+
+class MenuLayoutTest : public PanelLayoutTest, public testing::WithParamInterface<Kind> {
+ protected:
+  static constexpr float LINE = 8.0F;  // less than one has
+
+  // With each of its lists, which unfolds below the pointer.
+  void TryMenu(const Language& language, double density) {
+    Begin(language, density);
+    zovview::ViewerMenus menus;
+    const auto draw = [&] { menus.Draw(view->GetTarget()); };
+    menus.Open(GetParam(), zovview::ViewerMenus::Corner{300.0, 0.0, 0.0, 0.0});
+    Draw(draw);
+    Look(language, density);
+    const ImGuiWindow* const menu = ImGui::GetCurrentContext()->OpenPopupStack[0].Window;
+    for (float y = menu->Pos.y + LINE; y < menu->Pos.y + menu->Size.y; y += LINE) {
+      ImGui::GetIO().MousePos = ImVec2(menu->Pos.x + LINE, y);
+      Draw(draw);
+      Look(language, density);
     }
   }
+};
+
+TEST_P(MenuLayoutTest, has_room_for_its_words) {
+  for (const Language& language : zovhost::GetLanguages()) {
+    for (const double density : DENSITIES) TryMenu(language, density);
+  }
 }
+
+INSTANTIATE_TEST_SUITE_P(EachMenu, MenuLayoutTest,
+                         testing::Values(Kind::View, Kind::Cube, Kind::Coordinates, Kind::FullNavigation,
+                                         Kind::Shot, Kind::Bar, Kind::Discs, Kind::Device));
 
 }  // namespace

@@ -40,7 +40,7 @@ class ViewerLanguageTest : public ViewerTest {
     for (int i = 0; i < items.GetCount(); ++i) {
       const Korvane::ToolbarItem& item = items.GetAt(i);
       if (item.GetTag() == tag) return zovhost::WideToUtf8(item.GetTooltip());
-      const std::string found = FindWords(item.GetFlyoutItems(), tag);
+      std::string found = FindWords(item.GetFlyoutItems(), tag);
       if (!found.empty()) return found;
     }
     return {};

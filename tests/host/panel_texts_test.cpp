@@ -105,7 +105,7 @@ TEST_F(PanelTextsTest, every_language_has_a_typeface) {
     Speak(std::string(language.tag).c_str());
     EXPECT_EQ(gui->TakeProblem(), "");
     for (const wchar_t character : zovhost::GetPhrases().GetCharacters()) {
-      const auto code = static_cast<ImWchar>(character);
+      const auto code = static_cast<ImWchar>(static_cast<unsigned>(character) & 0xFFFFU);
       EXPECT_NE(ImGui::GetIO().Fonts->Fonts[0]->FindGlyphNoFallback(code), nullptr)
           << language.tag << ": " << code;
     }
