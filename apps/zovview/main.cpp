@@ -14,6 +14,7 @@
 #include "settings_file.h"
 #include "story_export.h"
 #include "tour.h"
+#include "view_grid.h"
 #include "viewer.h"
 #include "zovhost/story_file.h"
 
@@ -27,6 +28,7 @@ struct Arguments {
   std::string model;
   bool headless = false;
   bool split = false;
+  int views = 1;
   bool log = false;
   bool noSettings = false;
   std::string record;
@@ -73,7 +75,11 @@ std::optional<int> ReadArguments(int argc, char** argv, Arguments& arguments) {
   app.add_option("--out", arguments.tour.directory,
                  "Where a tour or a story is written, out/tour or out/story if not given")
       ->take_last();
-  CLI::Option* const split = app.add_flag("--split", arguments.split, "Two views beside each other");
+  CLI::Option* const views = app.add_option("--views", arguments.views,
+                                            "Views of the model beside each other, 1 to 4, 1 if not given")
+                                 ->take_last()
+                                 ->check(CLI::Range(1, zovview::MOST_VIEWS));
+  CLI::Option* const split = app.add_flag("--split", arguments.split, "As --views 2")->excludes(views);
   CLI::Option* const record =
       app.add_option("--record", arguments.record, "Writes what is done into a recording")->take_last();
   CLI::Option* const replay = app.add_option("--replay", arguments.replay,
@@ -81,9 +87,10 @@ std::optional<int> ReadArguments(int argc, char** argv, Arguments& arguments) {
                                   ->take_last()
                                   ->excludes(record)
                                   ->excludes(split)
+                                  ->excludes(views)
                                   ->excludes(model)
                                   ->excludes(headless);
-  record->excludes(split)->excludes(headless);
+  record->excludes(split)->excludes(views)->excludes(headless);
   CLI::Option* const play =
       app.add_option("--play", arguments.play, "Opens a story and presents it; with --headless as pictures")
           ->take_last();
@@ -91,7 +98,7 @@ std::optional<int> ReadArguments(int argc, char** argv, Arguments& arguments) {
       ->take_last()
       ->needs(play)
       ->check(CLI::IsMember({1, 2, 3, 4, 5, 6, 10, 12, 15, 20, 30, 60}));
-  play->excludes(split)->excludes(record)->excludes(replay);
+  play->excludes(split)->excludes(views)->excludes(record)->excludes(replay);
   app.add_flag("--log", arguments.log,
                "A line on the error stream for each event, frame and rest of the window");
   app.add_flag("--no-settings", arguments.noSettings,
@@ -153,8 +160,9 @@ int ShowWindow(zovhost::Window& window, const zovview::ModelSource& source, cons
   // What is recorded is played with the settings of a first start.
   std::optional<zovview::SettingsFile> settings;
   if (!arguments.noSettings && recorder == nullptr) settings.emplace(zovview::SettingsFile::FindPlace());
-  const zovview::Viewer::Options options = {arguments.split, recorder.get(), arguments.log,
-                                            settings.has_value() ? &*settings : nullptr, arguments.play};
+  const zovview::Viewer::Options options = {arguments.split ? 2 : arguments.views, recorder.get(),
+                                            arguments.log, settings.has_value() ? &*settings : nullptr,
+                                            arguments.play};
   const int code = zovview::Viewer(window, options).Run(source);
   if (code != 0 || recorder == nullptr || recorder->Finish(error)) return code;
   Note(error);

@@ -40,18 +40,21 @@ enum class Form : int {
   Axes,
   DeviceButton,
   Setting,
+  Margins,
   Nothing
 };
 
 using Device = DeviceEvent::Kind;
 
-// A type of the window, a kind of the device, or a command.
+// What is no event of the window or the device.
+enum class Other : int { Command, Margins };
+
 struct EventName {
   const char* name;
-  std::variant<Type, Device, std::monostate> what;
+  std::variant<Type, Device, Other> what;
   Form form;
 };
-constexpr std::array<EventName, 15> EVENT_NAMES = {{
+constexpr std::array<EventName, 16> EVENT_NAMES = {{
     {"move", Type::MouseMove, Form::Position},
     {"press", Type::MouseDown, Form::Press},
     {"release", Type::MouseUp, Form::Button},
@@ -62,11 +65,12 @@ constexpr std::array<EventName, 15> EVENT_NAMES = {{
     {"focus-lost", Type::FocusLost, Form::Nothing},
     {"resize", Type::Resized, Form::Size},
     {"open", Type::FileDropped, Form::Path},
-    {"command", std::monostate(), Form::Command},
+    {"command", Other::Command, Form::Command},
     {"axes", Device::Axes, Form::Axes},
     {"device-press", Device::Press, Form::DeviceButton},
     {"device-release", Device::Release, Form::DeviceButton},
     {"device", Device::Setting, Form::Setting},
+    {"margins", Other::Margins, Form::Margins},
 }};
 
 // In the order of the buttons.
@@ -74,8 +78,9 @@ constexpr std::array<const char*, 5> BUTTON_NAMES = {"left", "middle", "right", 
 
 const EventName& FindName(const RecordedEvent& recorded) {
   decltype(EventName::what) what = recorded.event.type;
-  if (recorded.command != nullptr) what = std::monostate();
+  if (recorded.command != nullptr) what = Other::Command;
   if (recorded.device.has_value()) what = recorded.device->kind;
+  if (recorded.margins.has_value()) what = Other::Margins;
   return *std::find_if(EVENT_NAMES.begin(), EVENT_NAMES.end(),
                        [&what](const EventName& name) { return name.what == what; });
 }
@@ -138,6 +143,15 @@ bool ReadSetting(Words& words, DeviceEvent& device) {
          device.setting->Takes(device.value);
 }
 
+bool ReadMargins(Words& words, std::optional<Korvane::FitMargins>& margins) {
+  Korvane::FitMargins read;
+  for (double* const side : {&read.left, &read.right, &read.bottom, &read.top}) {
+    if (!words.Read(*side, 0.0, 1.0)) return false;
+  }
+  margins = read;
+  return read.IsUsable();
+}
+
 bool ReadForm(Form form, Words& words, RecordedEvent& recorded) {
   WindowEvent& event = recorded.event;
   switch (form) {
@@ -165,6 +179,8 @@ bool ReadForm(Form form, Words& words, RecordedEvent& recorded) {
       return words.Read(recorded.device->command, 0, Korvane::CAM3D_KEY_COUNT - 1);
     case Form::Setting:
       return ReadSetting(words, *recorded.device);
+    case Form::Margins:
+      return ReadMargins(words, recorded.margins);
     case Form::Nothing:
       return true;
   }
@@ -280,6 +296,14 @@ std::string FormatAxes(const zovhost::SixAxes& axes) {
   return text;
 }
 
+std::string FormatMargins(const Korvane::FitMargins& margins) {
+  std::string text;
+  for (const double side : {margins.left, margins.right, margins.bottom, margins.top}) {
+    text.append(" ").append(FormatNumber(side));
+  }
+  return text;
+}
+
 std::string FormatSetting(const DeviceEvent& device) {
   return std::string(" ").append(device.setting->name).append(" ").append(FormatNumber(device.value));
 }
@@ -309,6 +333,8 @@ std::string FormatForm(Form form, const RecordedEvent& recorded) {
       return " " + std::to_string(recorded.device->command);
     case Form::Setting:
       return FormatSetting(*recorded.device);
+    case Form::Margins:
+      return FormatMargins(*recorded.margins);
     case Form::Nothing:
       return {};
   }

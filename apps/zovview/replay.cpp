@@ -118,12 +118,7 @@ bool Replay::Prepare(std::string& error) {
   device.SetController(&view->GetDevice());
   Resize(recording.width, recording.height);
   if (!Show(LoadNamed(recording.model, folder), error)) return false;
-  if (!recording.orthographic) return true;
-  // As a view that has always been so.
-  CameraParameters camera = view->GetHub().GetView();
-  camera.projection_type = CameraParameters::ProjectionType::Orthographic;
-  camera.projection_transition = 1.0;
-  view->GetHub().SetView(camera);
+  if (recording.orthographic) view->ShowParallel();
   return true;
 }
 
@@ -169,6 +164,7 @@ bool Replay::Deliver(const RecordedEvent& recorded, std::string& error) {
     device.Feed(*recorded.device, view->GetTarget());
     return frameRequested = true;
   }
+  if (recorded.margins.has_value()) return view->GetHub().SetFitMargins(*recorded.margins);
   switch (recorded.event.type) {
     case WindowEvent::Type::FileDropped:
       return Open(recorded.event.path, error);

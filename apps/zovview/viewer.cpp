@@ -4,10 +4,13 @@
 #include <epoxy/gl.h>
 #include <imgui.h>
 
+#include <algorithm>
+#include <array>
 #include <cstdio>
 #include <utility>
 
 #include "view_commands.h"
+#include "zovhost/accent.h"
 #include "zovhost/resource_pack.h"
 
 namespace zovview {
@@ -19,9 +22,11 @@ namespace {
 constexpr const char* PROGRAM = "zovview";
 constexpr double MESSAGE_SECONDS = 8.0;
 constexpr int EXIT_BAD_MODEL = 2;
-constexpr int DIVIDER = 2;              // pixels between two views
+constexpr double FIT_MARGIN = 0.05;     // of the view, at each side
+constexpr double MOST_COVERED = 0.5;    // of a view by the panel: beyond that a fit does not mind it
 constexpr float EDITOR_RIGHT = 220.0F;  // points: beside the cube
 constexpr float EDITOR_TOP = 12.0F;
+constexpr double MARK_WIDTH = 2.0;  // points
 constexpr SDL_Keycode SHARP_S = 0xDF;
 
 // A pointer that is not seen.
@@ -55,7 +60,8 @@ bool Viewer::Surface::ApplyCursor(Korvane::CursorID id) {
 }
 
 bool Viewer::Surface::WarpPointer(int x, int y) {
-  viewer.window.WarpPointer(viewer.views[view]->GetX() + x, y);
+  const Viewport& place = *viewer.views[view];
+  viewer.window.WarpPointer(place.GetX() + x, place.GetY() + y);
   return true;
 }
 
@@ -88,8 +94,7 @@ Viewer::Viewer(zovhost::Window& onWindow, const Options& options)
       messageTimer(*this),
       progress(ProgressLine::OffTerminal::Silent) {
   window.DefineCursor(Korvane::CURSOR_NONE, MakeEmptyImage(), 0, 0);
-  AddView();
-  if (options.split) AddView();
+  for (int i = 0; i < std::clamp(options.views, 1, MOST_VIEWS); ++i) AddView();
   window.SetEventHandler([this](const WindowEvent& event) { OnEvent(event); });
   window.SetFrameHandler([this] { DrawFrame(); });
   window.SetWakeHandler([this] { OnWake(); });
@@ -247,7 +252,7 @@ void Viewer::ShowModel(LoadedModel model) {
     window.Close();
     return;
   }
-  for (const auto& view : views) view->SetScene(*model.scene);
+  for (std::size_t i = 0; i < views.size(); ++i) Enter(i, *model.scene);
   scene = std::move(model.scene);
   BeginRecording(model);
   modelFile = model.source.file;
@@ -256,6 +261,15 @@ void Viewer::ShowModel(LoadedModel model) {
   contents.triangleCount = scene->GetTriangleCount();
   contents.message.clear();
   window.SetTitle(contents.name + " - " + PROGRAM);
+}
+
+// Three and more are those of a drawing: the others show it from its sides.
+void Viewer::Enter(std::size_t view, const zovhost::Scene& entered) {
+  static constexpr std::array<std::string_view, MOST_VIEWS> SIDES = {"home", "top", "front", "right"};
+  views[view]->SetScene(entered);
+  if (views.size() < 3 || view == 0) return;
+  views[view]->ShowParallel();
+  views[view]->ShowAtOnce(*FindViewCommand(SIDES[view]));
 }
 
 // The first model begins it, others happen in it.
@@ -330,13 +344,12 @@ void Viewer::OnEvent(const WindowEvent& event) {
 
 // A drag belongs to the view in which it began.
 void Viewer::OnPointerEvent(WindowEvent event) {
-  if (!views[active]->IsPressed()) ActivateView(FindViewAt(event.x));
+  if (!views[active]->IsPressed()) ActivateView(FindViewAt(places, event.x, event.y));
   event.x -= views[active]->GetX();
+  event.y -= views[active]->GetY();
   if (recorder != nullptr) recorder->Add(event);
   views[active]->OnEvent(event);
 }
-
-std::size_t Viewer::FindViewAt(int x) const { return views.size() > 1 && x >= views[1]->GetX() ? 1 : 0; }
 
 // The pointer has left the other one, and so have the keys.
 void Viewer::ActivateView(std::size_t index) {
@@ -405,7 +418,7 @@ void Viewer::OpenMenu(std::size_t view, ViewerMenus::Kind kind, std::optional<Vi
 void Viewer::OpenBarMenu(std::size_t view, ViewBars::Menu menu, const zovhost::BarMenuPlace& place) {
   const double points = 1.0 / window.GetScale();
   const double x = (views[view]->GetX() + place.x) * points;
-  const double y = (window.GetHeight() - place.y) * points;
+  const double y = (window.GetHeight() - views[view]->GetY() - place.y) * points;
   OpenMenu(view, ViewerMenus::FindKind(menu),
            ViewerMenus::Corner{x, y, place.atRight ? 1.0 : 0.0, place.atBottom ? 1.0 : 0.0});
 }
@@ -424,18 +437,36 @@ void Viewer::ShowCursor(Korvane::CursorID id) {
 }
 
 void Viewer::OnResized() {
-  const int width = window.GetWidth();
-  const int height = window.GetHeight();
-  const int half = (width - DIVIDER) / 2;
-  const bool split = views.size() > 1;
-  views[0]->SetPlace(0, 0, split ? half : width, height, window.GetScale());
-  if (split) views[1]->SetPlace(width - half, 0, half, height, window.GetScale());
+  PlaceViews();
   if (recorder == nullptr) return;
   WindowEvent resized;
   resized.type = WindowEvent::Type::Resized;
   resized.x = views[0]->GetWidth();
   resized.y = views[0]->GetHeight();
   recorder->Add(resized);
+}
+
+void Viewer::PlaceViews() {
+  places = zovview::PlaceViews(static_cast<int>(views.size()), window.GetWidth(), window.GetHeight());
+  for (std::size_t i = 0; i < views.size(); ++i) {
+    const ViewPlace& place = places[i];
+    views[i]->SetPlace(place.x, place.y, place.width, place.height, window.GetScale());
+  }
+}
+
+// The panel stands at the left, over the views that begin there.
+void Viewer::NoteMargins() {
+  const double reach = panel.GetReach() * window.GetScale();
+  for (const auto& view : views) {
+    Korvane::FitMargins margins = {FIT_MARGIN, FIT_MARGIN, FIT_MARGIN, FIT_MARGIN};
+    const double covered = view->GetX() == 0 ? reach / view->GetWidth() : 0.0;
+    if (covered < MOST_COVERED) margins.left += covered;
+    view->SetFitMargins(margins);
+  }
+  const Korvane::FitMargins& first = views[0]->GetHub().GetFitMargins();
+  if (recorder == nullptr || !recorder->HasBegun() || first.left == recordedMargin) return;
+  recordedMargin = first.left;
+  recorder->Add(first);
 }
 
 // ---- the frame ----
@@ -458,7 +489,9 @@ void Viewer::DrawFrame() {
   glViewport(0, 0, window.GetWidth(), window.GetHeight());
   gui.BeginFrame();
   DrawPanels();
+  MarkActiveView();
   gui.EndFrame();
+  NoteMargins();
   if (!window.IsFrameRequested()) KeepSettings();  // what has changed was drawn
 }
 
@@ -466,10 +499,27 @@ void Viewer::DrawViews() {
   for (const auto& view : views) {
     view->PerformFrame();
     sceneView.GetOptions().selectedPart = view->GetSelection().GetPart();
-    sceneView.Draw(view->GetHub().GetView(), view->GetX(), 0, view->GetWidth(), view->GetHeight(),
+    sceneView.Draw(view->GetHub().GetView(), view->GetX(), view->GetY(), view->GetWidth(), view->GetHeight(),
                    window.GetScale());
     view->DrawWidgets();
   }
+}
+
+// That the keys go to; one alone needs no mark.
+void Viewer::MarkActiveView() const {
+  if (views.size() < 2) return;
+  const double points = 1.0 / window.GetScale();
+  const ViewPlace& place = places[active];
+  const double inset = (MARK_WIDTH - 1.0) / 2.0;  // a line is drawn through the middles of pixels
+  const auto at = [points, this](int x, int y, double in) {
+    return ImVec2(static_cast<float>(x * points + in),
+                  static_cast<float>((window.GetHeight() - y) * points + in));
+  };
+  const auto& [red, green, blue] = zovhost::ACCENT_COLOUR;
+  const ImVec4 accent(static_cast<float>(red), static_cast<float>(green), static_cast<float>(blue), 1.0F);
+  ImGui::GetBackgroundDrawList()->AddRect(
+      at(place.x, place.y + place.height, inset), at(place.x + place.width, place.y, -inset),
+      ImGui::GetColorU32(accent), 0.0F, 0, static_cast<float>(MARK_WIDTH));
 }
 
 void Viewer::DrawPanels() {

@@ -13,6 +13,7 @@
 #include "settings_file.h"
 #include "story_desk.h"
 #include "view_devices.h"
+#include "view_grid.h"
 #include "viewer_menus.h"
 #include "viewer_panel.h"
 #include "viewport.h"
@@ -22,11 +23,11 @@
 
 namespace zovview {
 
-/// The viewer in a window: one view of the model, or two beside each other.
+/// The viewer in a window: one view of the model, or up to four beside each other.
 class Viewer {
  public:
   struct Options {
-    bool split = false;
+    int views = 1;  ///< To MOST_VIEWS.
     /// Hears what happens to the first view; null: nobody does. Borrowed.
     Recorder* recorder = nullptr;
     /// Events, frames and rests are told on the error stream.
@@ -54,7 +55,7 @@ class Viewer {
   /// Of the last failure, for a while; empty for none.
   const std::string& GetMessage() const { return contents.message; }
   const zovhost::Scene* GetScene() const { return scene.get(); }
-  /// From the left.
+  /// In the order of PlaceViews.
   Viewport& GetView(std::size_t index) { return *views[index]; }
   Preferences& GetPreferences() { return preferences; }
   std::size_t GetViewCount() const { return views.size(); }
@@ -100,7 +101,8 @@ class Viewer {
   void OnKeyEvent(const zovhost::WindowEvent& event);
   void OnDeskKey(const zovhost::WindowEvent& event);
   void OnResized();
-  std::size_t FindViewAt(int x) const;
+  void PlaceViews();
+  void NoteMargins();
   void ActivateView(std::size_t index);
   void BeginRecording(const LoadedModel& model);
   void Run(const ViewCommand& command);
@@ -120,9 +122,11 @@ class Viewer {
   void Load(const ModelSource& source);
   void ShowProgress(double fraction, const char* step);
   void ShowModel(LoadedModel model);
+  void Enter(std::size_t view, const zovhost::Scene& entered);
   void ShowMessage(const std::string& text);
   void DrawFrame();
   void DrawViews();
+  void MarkActiveView() const;
   void DrawPanels();
 
   zovhost::Window& window;
@@ -134,7 +138,9 @@ class Viewer {
   zovhost::GLSceneView sceneView;
   std::vector<std::unique_ptr<Surface>> surfaces;
   std::vector<std::unique_ptr<Viewport>> views;
-  std::size_t active = 0;  // the view where the pointer was last, which the keys and the panel go to
+  std::vector<ViewPlace> places;  // of the views
+  std::size_t active = 0;         // the view where the pointer was last, which the keys and the panel go to
+  double recordedMargin = 0.0;    // at the left
   std::vector<double> cursorScales;  // by cursor: for which scale it is drawn
   zovhost::Gui gui;
   ViewerPanel panel;

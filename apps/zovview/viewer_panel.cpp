@@ -132,7 +132,8 @@ float GetRoomForPanel(const ViewTarget& target) {
   return std::max(LOWEST_PANEL, io.DisplaySize.y - below - 2.0F * MARGIN);
 }
 
-const ViewCommand* DrawPanel(const PanelContents& contents, const ViewTarget& target, bool unfoldHelp) {
+const ViewCommand* DrawPanel(const PanelContents& contents, const ViewTarget& target, bool unfoldHelp,
+                             float& reach) {
   if (unfoldHelp) ImGui::SetNextWindowCollapsed(false);
   ImGui::SetNextWindowPos(ImVec2(MARGIN, MARGIN));
   // The size follows what is inside; the name in the title has to be asked room for.
@@ -146,6 +147,7 @@ const ViewCommand* DrawPanel(const PanelContents& contents, const ViewTarget& ta
     if (command != nullptr) chosen = command;
   };
   if (ImGui::Begin(title.c_str(), nullptr, STILL)) {
+    reach = ImGui::GetWindowPos().x + ImGui::GetWindowSize().x;
     ImGui::TextDisabled("%s triangles", GroupDigits(contents.triangleCount).c_str());
     take(DrawButtons(ViewCommand::Place::Tools, target));
     ImGui::Separator();
@@ -194,7 +196,8 @@ void DrawMessage(const std::string& message) {
 const ViewCommand* ViewerPanel::Draw(const PanelContents& contents, const ViewTarget& target) {
   const bool shown = visible && !contents.name.empty();
   const bool unfoldHelp = shown && std::exchange(helpWanted, false);
-  const ViewCommand* const chosen = shown ? DrawPanel(contents, target, unfoldHelp) : nullptr;
+  reach = 0.0F;
+  const ViewCommand* const chosen = shown ? DrawPanel(contents, target, unfoldHelp, reach) : nullptr;
   if (contents.loading.has_value()) DrawProgress(*contents.loading);
   if (!contents.message.empty()) DrawMessage(contents.message);
   return chosen;

@@ -29,6 +29,8 @@ class ViewerPanel {
  public:
   /// The command that was chosen; null for none. `target` is what the panel shows the settings of.
   const ViewCommand* Draw(const PanelContents& contents, const ViewTarget& target);
+  /// How far it reaches into the window from the left, in points; 0 while it shows no more than its title.
+  float GetReach() const { return reach; }
   void ToggleVisible() { visible = !visible; }
   /// The panel, with its help unfolded.
   void ShowHelp() { visible = helpWanted = true; }
@@ -36,6 +38,7 @@ class ViewerPanel {
  private:
   bool visible = true;
   bool helpWanted = false;
+  float reach = 0.0F;
 };
 
 }  // namespace zovview

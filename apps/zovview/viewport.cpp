@@ -66,6 +66,7 @@ bool Viewport::Create() {
 
 void Viewport::SetPlace(int x, int y, int width, int height, double scale) {
   placeX = x;
+  placeY = y;
   renderer.SetViewport(x, y, width, height);
   renderer.SetDisplayScale(scale);
   bars.SetScale(scale);
@@ -87,6 +88,22 @@ void Viewport::SetScene(const zovhost::Scene& scene) {
   renderer.SetScene(&scene);
   zovhost::EnterScene(hub, scene);
   UseModelCoordinates(target);
+}
+
+void Viewport::ShowParallel() {
+  Korvane::CameraParameters camera = hub.GetView();
+  camera.projection_type = Korvane::CameraParameters::ProjectionType::Orthographic;
+  camera.projection_transition = 1.0;
+  hub.SetView(camera);
+}
+
+void Viewport::ShowAtOnce(const ViewCommand& command) {
+  const bool reduced = hub.IsMotionReduced();
+  hub.SetReducedMotion(true);
+  Run(command);
+  for (int frame = 0; frame < 2; ++frame) hub.PerformOperations();  // the begin of a move, and its end
+  hub.SetReducedMotion(reduced);
+  disc.GetHistory()->ClearHistory();
 }
 
 // ---- events ----

@@ -56,6 +56,7 @@ class Viewport {
   /// Its place in the framebuffer, and the pixels for one point of the display.
   void SetPlace(int x, int y, int width, int height, double scale);
   int GetX() const { return placeX; }
+  int GetY() const { return placeY; }
   int GetWidth() const { return hub.GetViewportWidth(); }
   int GetHeight() const { return hub.GetViewportHeight(); }
 
@@ -63,6 +64,13 @@ class Viewport {
 
   /// Borrowed. What was going on ends, nothing is selected, and the view is the start view of the scene.
   void SetScene(const zovhost::Scene& scene);
+
+  /// In parallel projection, as a view that has always been so.
+  void ShowParallel();
+  /// What a command leads to, at once and as a view that has always been so.
+  void ShowAtOnce(const ViewCommand& command);
+  /// Of fits; those that are not usable change nothing.
+  void SetFitMargins(const Korvane::FitMargins& margins) { hub.SetFitMargins(margins); }
 
   /// An event of the window: of the pointer or the keys, or the loss of the focus. A click that nobody
   /// needs selects, the second one of a double click brings what is under it to the middle.
@@ -128,6 +136,7 @@ class Viewport {
   zovhost::TooltipNote tooltip;
   const ViewTarget target;
   int placeX = 0;
+  int placeY = 0;
   int pointerX = -1;
   int pointerY = -1;
   int rightX = 0;  // the last press of the right button
