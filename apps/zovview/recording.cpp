@@ -6,6 +6,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <limits>
 #include <optional>
 #include <sstream>
 #include <string_view>
@@ -13,6 +14,7 @@
 #include <variant>
 
 #include "korvane/cam3d_controller_observer.h"
+#include "zovhost/named_views.h"
 
 namespace zovview {
 
@@ -40,18 +42,23 @@ enum class Form : int {
   Axes,
   DeviceButton,
   Setting,
+  Camera,
   Nothing
 };
 
 using Device = DeviceEvent::Kind;
 
-// A type of the window, a kind of the device, or a command.
+struct Flight {
+  friend bool operator==(Flight /*a*/, Flight /*b*/) { return true; }
+};
+
+// A type of the window, a kind of the device, a flight, or a command.
 struct EventName {
   const char* name;
-  std::variant<Type, Device, std::monostate> what;
+  std::variant<Type, Device, Flight, std::monostate> what;
   Form form;
 };
-constexpr std::array<EventName, 15> EVENT_NAMES = {{
+constexpr std::array<EventName, 16> EVENT_NAMES = {{
     {"move", Type::MouseMove, Form::Position},
     {"press", Type::MouseDown, Form::Press},
     {"release", Type::MouseUp, Form::Button},
@@ -67,6 +74,7 @@ constexpr std::array<EventName, 15> EVENT_NAMES = {{
     {"device-press", Device::Press, Form::DeviceButton},
     {"device-release", Device::Release, Form::DeviceButton},
     {"device", Device::Setting, Form::Setting},
+    {"fly", Flight(), Form::Camera},
 }};
 
 // In the order of the buttons.
@@ -76,6 +84,7 @@ const EventName& FindName(const RecordedEvent& recorded) {
   decltype(EventName::what) what = recorded.event.type;
   if (recorded.command != nullptr) what = std::monostate();
   if (recorded.device.has_value()) what = recorded.device->kind;
+  if (recorded.flight.has_value()) what = Flight();
   return *std::find_if(EVENT_NAMES.begin(), EVENT_NAMES.end(),
                        [&what](const EventName& name) { return name.what == what; });
 }
@@ -138,6 +147,31 @@ bool ReadSetting(Words& words, DeviceEvent& device) {
          device.setting->Takes(device.value);
 }
 
+// In the order of a stream of cameras.
+using Camera = Korvane::CameraParameters;
+constexpr std::array<Korvane::Vector3 Camera::*, 4> CAMERA_POINTS = {&Camera::eye, &Camera::centre,
+                                                                     &Camera::up, &Camera::pivot};
+constexpr std::array<double Camera::*, 6> CAMERA_NUMBERS = {&Camera::left_fov,    &Camera::right_fov,
+                                                            &Camera::top_fov,     &Camera::bottom_fov,
+                                                            &Camera::ortho_width, &Camera::ortho_height};
+constexpr std::array<const char*, 2> PROJECTION_NAMES = {"perspective", "orthographic"};
+
+bool ReadCamera(Words& words, Camera& camera) {
+  constexpr double MOST = std::numeric_limits<double>::max();
+  for (const auto point : CAMERA_POINTS) {
+    for (int axis = 0; axis < 3; ++axis) {
+      if (!words.Read((camera.*point)[axis], -MOST, MOST)) return false;
+    }
+  }
+  for (const auto number : CAMERA_NUMBERS) {
+    if (!words.Read(camera.*number, -MOST, MOST)) return false;
+  }
+  const auto* const found = std::find(PROJECTION_NAMES.begin(), PROJECTION_NAMES.end(), words.Next());
+  camera.projection_type = static_cast<Camera::ProjectionType>(found - PROJECTION_NAMES.begin());
+  camera.projection_transition = camera.IsOrthographic() ? 1.0 : 0.0;
+  return found != PROJECTION_NAMES.end() && zovhost::CanShowView(camera);
+}
+
 bool ReadForm(Form form, Words& words, RecordedEvent& recorded) {
   WindowEvent& event = recorded.event;
   switch (form) {
@@ -165,6 +199,8 @@ bool ReadForm(Form form, Words& words, RecordedEvent& recorded) {
       return words.Read(recorded.device->command, 0, Korvane::CAM3D_KEY_COUNT - 1);
     case Form::Setting:
       return ReadSetting(words, *recorded.device);
+    case Form::Camera:
+      return ReadCamera(words, *recorded.flight);
     case Form::Nothing:
       return true;
   }
@@ -254,6 +290,7 @@ class Reader {
     if (found == EVENT_NAMES.end()) return Fail(line, "is no event");
     if (const Type* const type = std::get_if<Type>(&found->what)) recorded.event.type = *type;
     if (const Device* const kind = std::get_if<Device>(&found->what)) recorded.device = DeviceEvent{*kind};
+    if (std::holds_alternative<Flight>(found->what)) recorded.flight.emplace();
     if (!ReadForm(found->form, words, recorded) || !words.IsAtEnd()) return Fail(line, "is not understood");
     recording.events.push_back(std::move(recorded));
     return true;
@@ -284,6 +321,15 @@ std::string FormatSetting(const DeviceEvent& device) {
   return std::string(" ").append(device.setting->name).append(" ").append(FormatNumber(device.value));
 }
 
+std::string FormatCamera(const Camera& camera) {
+  std::string text;
+  for (const auto point : CAMERA_POINTS) {
+    for (int axis = 0; axis < 3; ++axis) text.append(" ").append(FormatNumber((camera.*point)[axis]));
+  }
+  for (const auto number : CAMERA_NUMBERS) text.append(" ").append(FormatNumber(camera.*number));
+  return text.append(" ").append(PROJECTION_NAMES[camera.IsOrthographic() ? 1 : 0]);
+}
+
 std::string FormatForm(Form form, const RecordedEvent& recorded) {
   const WindowEvent& event = recorded.event;
   const std::string button = std::string(" ") + BUTTON_NAMES[static_cast<std::size_t>(event.button)];
@@ -309,6 +355,8 @@ std::string FormatForm(Form form, const RecordedEvent& recorded) {
       return " " + std::to_string(recorded.device->command);
     case Form::Setting:
       return FormatSetting(*recorded.device);
+    case Form::Camera:
+      return FormatCamera(*recorded.flight);
     case Form::Nothing:
       return {};
   }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "device_settings.h"
+#include "korvane/camera_parameters.h"
 #include "view_commands.h"
 #include "zovhost/six_axis_settings.h"
 #include "zovhost/window.h"
@@ -30,6 +31,8 @@ struct RecordedEvent {
   zovhost::WindowEvent event;
   const ViewCommand* command = nullptr;    ///< Instead of an event, where it is not null.
   std::optional<DeviceEvent> device = {};  ///< Instead of both.
+  /// Instead of all: the view travels to this camera.
+  std::optional<Korvane::CameraParameters> flight = {};
 };
 
 /// What a user did, and with what; docs/recordings.md tells the format of the file.

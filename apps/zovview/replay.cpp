@@ -166,6 +166,10 @@ bool Replay::Deliver(const RecordedEvent& recorded, std::string& error) {
     device.Feed(*recorded.device, view->GetTarget());
     return frameRequested = true;
   }
+  if (recorded.flight.has_value()) {
+    view->Fly(*recorded.flight);
+    return true;
+  }
   switch (recorded.event.type) {
     case WindowEvent::Type::FileDropped:
       return Open(recorded.event.path, error);

@@ -212,6 +212,8 @@ fs::path SettingsFile::FindPlace() {
   return folder.empty() ? folder : folder / "zovview" / "settings.json";
 }
 
+fs::path SettingsFile::GetModelFolder() const { return file.empty() ? file : file.parent_path() / "models"; }
+
 bool SettingsFile::Read(HelmDisc& disc, std::string& error) {
   kept = Format(disc, bars, choices, devices);
   std::error_code failure;

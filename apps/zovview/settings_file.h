@@ -27,6 +27,8 @@ class SettingsFile {
  public:
   /// In the folder of the user's configurations; empty where there is none.
   static std::filesystem::path FindPlace();
+  /// Where what is kept of one model goes, if not beside it; empty where there is none.
+  std::filesystem::path GetModelFolder() const;
 
   explicit SettingsFile(std::filesystem::path place) : file(std::move(place)) {}
 

@@ -20,6 +20,7 @@ class ViewManager;
 namespace zovview {
 
 class ViewBars;
+class ViewList;
 class ViewStory;
 
 /// What a command acts on.
@@ -36,6 +37,7 @@ struct ViewTarget {
   std::function<void(StoryRequest request)> askForStory = {};
   Korvane::Cam3DController* device = nullptr;   ///< Null: there is none.
   std::function<void()> toggleDevicePage = {};  ///< Empty: nobody can.
+  ViewList* views = nullptr;                    ///< Null: none are kept.
 };
 
 /// Something that a key does, the panel or a menu.
@@ -62,6 +64,7 @@ struct ViewCommand {
     Coordinates,  // the list below the cube
     Bars,         // where the navigation bar stands: of its menu, and of a list in that of the view
     // Of the panel, and of a list in the menu of the view.
+    KeptViews,
     Story,
     StoryFile,
     Shot,  // of the menu of a shot

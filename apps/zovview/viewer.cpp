@@ -75,6 +75,15 @@ Viewer::Viewer(zovhost::Window& onWindow, const Options& options)
       recorder(options.recorder),
       settings(options.settings),
       log(options.log),
+      namedViews({[this] { window.RequestFrame(); },
+                  [this](const std::string& line) {
+                    std::fprintf(stderr, "%s: %s\n", PROGRAM, line.c_str());
+                    ShowMessage(line);
+                  },
+                  [this] { return FindModelFolder(); },
+                  [this](FileQuestion question) { desk.AskForFile(std::move(question)); },
+                  [this](const Korvane::CameraParameters& camera) { Fly(camera); }},
+                 sceneView),
       cursorScales(Korvane::CURSOR_NONE, 0.0),
       gui(window),
       desk({[this] { window.RequestFrame(); }, [this](const std::string& line) { ShowMessage(line); },
@@ -85,6 +94,7 @@ Viewer::Viewer(zovhost::Window& onWindow, const Options& options)
             }}),
       devices(window),
       firstStory(options.story),
+      firstView(options.view),
       messageTimer(*this),
       progress(ProgressLine::OffTerminal::Silent) {
   window.DefineCursor(Korvane::CURSOR_NONE, MakeEmptyImage(), 0, 0);
@@ -111,7 +121,8 @@ void Viewer::AddView() {
       [this] {
         devices.TogglePage();
         window.RequestFrame();
-      }}));
+      },
+      &namedViews}));
   Viewport& view = *views.back();
   view.GetRenderer().SetFaceShow(
       [this](const zovhost::SceneFace* face) { sceneView.SetFaceHighlight(face); });
@@ -153,6 +164,7 @@ void Viewer::KeepSettings() {
 
 Viewer::~Viewer() {
   KeepSettings();
+  namedViews.Save();
   window.SetEventHandler(nullptr);
   window.SetFrameHandler(nullptr);
   window.SetWakeHandler(nullptr);
@@ -169,6 +181,7 @@ int Viewer::Run(const ModelSource& first) {
 // ---- models ----
 
 void Viewer::Open(const ModelSource& source) {
+  if (ViewList::IsViewsFile(source.file)) return namedViews.Open(source.file);
   if (IsStoryFile(source.file)) return desk.Open(source.file, views[active]->GetStory());
   LeaveStories([this, source] {
     waiting = source;
@@ -246,6 +259,9 @@ void Viewer::ShowModel(LoadedModel model) {
   contents.triangleCount = scene->GetTriangleCount();
   contents.message.clear();
   window.SetTitle(contents.name + " - " + PROGRAM);
+  namedViews.SetModel(scene.get(), modelFile,
+                      settings != nullptr ? settings->GetModelFolder() : std::filesystem::path());
+  ShowFirstView();
 }
 
 // The first model begins it, others happen in it.
@@ -282,6 +298,31 @@ void Viewer::PresentFirstStory() {
   if (file.empty()) return;
   if (!views[0]->GetStory().Read(file, error)) return ShowMessage(error);
   views[0]->GetStory().Present();
+}
+
+// At once: there is nothing to travel from.
+void Viewer::ShowFirstView() {
+  const std::string wanted = std::exchange(firstView, {});
+  if (wanted.empty()) return;
+  std::size_t index = 0;
+  std::string error = wanted + ": no view of this model has that name";
+  if (ViewList::IsViewsFile(wanted)) {
+    if (!namedViews.Import(wanted, index, error)) return ShowMessage(error);
+  } else if (const auto found = namedViews.GetViews().FindName(wanted)) {
+    index = *found;
+  } else {
+    std::fprintf(stderr, "%s: %s\n", PROGRAM, error.c_str());
+    return ShowMessage(error);
+  }
+  Korvane::CameraParameters camera = namedViews.GetViews().Get()[index].camera;
+  zovhost::ViewHub& hub = views[0]->GetHub();
+  zovhost::ShapeToViewport(camera, hub.GetViewportWidth(), hub.GetViewportHeight());
+  hub.SetView(camera);
+}
+
+void Viewer::Fly(const Korvane::CameraParameters& camera) {
+  if (recorder != nullptr) recorder->Add(camera);
+  views[active]->Fly(camera);
 }
 
 void Viewer::ShowMessage(const std::string& text) {
@@ -433,6 +474,7 @@ void Viewer::OnResized() {
 void Viewer::DrawFrame() {
   log.AddFrame();
   desk.Advance();
+  namedViews.Advance();
   devices.Advance(recorder);
   glDisable(GL_SCISSOR_TEST);
   glClearColor(0.0F, 0.0F, 0.0F, 1.0F);  // what shows between two views
@@ -449,7 +491,9 @@ void Viewer::DrawFrame() {
   gui.BeginFrame();
   DrawPanels();
   gui.EndFrame();
-  if (!window.IsFrameRequested()) KeepSettings();  // what has changed was drawn
+  if (window.IsFrameRequested()) return;  // what has changed is drawn first
+  KeepSettings();
+  namedViews.Save();
 }
 
 void Viewer::DrawViews() {

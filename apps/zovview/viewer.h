@@ -13,6 +13,7 @@
 #include "settings_file.h"
 #include "story_desk.h"
 #include "view_devices.h"
+#include "view_list.h"
 #include "viewer_menus.h"
 #include "viewer_panel.h"
 #include "viewport.h"
@@ -36,6 +37,9 @@ class Viewer {
     SettingsFile* settings = nullptr;
     /// Opened with the first model, and presented; empty for none.
     std::filesystem::path story = {};
+    /// Shown first of the first model: the name of a view that is kept of it, or a file of views; empty for
+    /// the start view.
+    std::string view = {};
   };
 
   explicit Viewer(zovhost::Window& onWindow) : Viewer(onWindow, Options()) {}
@@ -58,6 +62,8 @@ class Viewer {
   Viewport& GetView(std::size_t index) { return *views[index]; }
   std::size_t GetViewCount() const { return views.size(); }
   StoryDesk& GetDesk() { return desk; }
+  ViewList& GetNamedViews() { return namedViews; }
+  const NamedViewsPanel& GetNamedViewsPanel() const { return panel.GetNamedViews(); }
   ViewDevices& GetDevices() { return devices; }
   bool IsMenuOpen() const { return menus.IsOpen(); }
   /// The one that was opened last.
@@ -109,6 +115,8 @@ class Viewer {
   std::unique_ptr<StoryExport> BeginExport(const Korvane::Story& story, const StoryExport::Options& options,
                                            std::string& error);
   void PresentFirstStory();
+  void ShowFirstView();
+  void Fly(const Korvane::CameraParameters& camera);
   void NoteOpened(const std::filesystem::path& file);
   std::filesystem::path FindModelFolder() const;
   void ShowCursor(Korvane::CursorID id);
@@ -128,6 +136,7 @@ class Viewer {
   EventLog log;
   std::unique_ptr<zovhost::Scene> scene;
   zovhost::GLSceneView sceneView;
+  ViewList namedViews;
   std::vector<std::unique_ptr<Surface>> surfaces;
   std::vector<std::unique_ptr<Viewport>> views;
   std::size_t active = 0;  // the view where the pointer was last, which the keys and the panel go to
@@ -139,6 +148,7 @@ class Viewer {
   ViewDevices devices;
   std::filesystem::path modelFile;  // of the scene that shows; empty for the generated one
   std::filesystem::path firstStory;
+  std::string firstView;
   PanelContents contents;
   MessageTimer messageTimer;
   ProgressLine progress;
