@@ -61,7 +61,8 @@ void DrawPicture(ViewList& list, const zovhost::NamedView& view, const ImVec2& a
       list.GetPictures().Find(view.guid, view.camera, static_cast<int>(PICTURE_WIDTH * scale));
   ImDrawList& drawing = *ImGui::GetWindowDrawList();
   if (texture != 0) {
-    // Its rows run from the bottom.
+    // Its rows run from the bottom. The number of a texture is its handle here.
+    // NOLINTNEXTLINE(performance-no-int-to-ptr)
     drawing.AddImageRounded(reinterpret_cast<ImTextureID>(static_cast<std::uintptr_t>(texture)), at, end,
                             ImVec2(0.0F, 1.0F), ImVec2(1.0F, 0.0F), IM_COL32_WHITE, ROUNDING);
   } else {

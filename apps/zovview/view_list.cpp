@@ -53,7 +53,10 @@ void ViewList::NoteChange() { surroundings.requestFrame(); }
 
 bool ViewList::Add(const CameraParameters& camera) {
   const std::optional<std::size_t> added = views.Add({}, AtRest(camera));
-  if (!added.has_value()) return false;
+  if (!added.has_value()) {
+    surroundings.tell("there are as many views as a list holds");
+    return false;
+  }
   news = added;
   NoteChange();
   return true;
@@ -163,6 +166,16 @@ void ViewList::Open(const fs::path& from) {
   std::string error;
   if (Import(from, first, error)) return Fly(first);
   surroundings.tell(error);
+}
+
+std::optional<CameraParameters> ViewList::FindCamera(const std::string& nameOrFile) {
+  std::size_t first = 0;
+  std::string error = nameOrFile + ": no view of this model has that name";
+  const std::optional<std::size_t> named = views.FindName(nameOrFile);
+  if (named.has_value()) return views.Get()[*named].camera;
+  if (IsViewsFile(nameOrFile) && Import(nameOrFile, first, error)) return views.Get()[first].camera;
+  surroundings.tell(error);
+  return std::nullopt;
 }
 
 void ViewList::AskImport() {

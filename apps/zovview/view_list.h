@@ -43,7 +43,7 @@ class ViewList {
 
   // ---- edits; the file follows with Save ----
 
-  /// Under a name of its own, at the end. False when there are too many.
+  /// Under a name of its own, at the end. False, which is told, when there are too many.
   bool Add(const Korvane::CameraParameters& camera);
   bool Rename(std::size_t index, const std::string& name);
   bool Move(std::size_t from, std::size_t to);
@@ -67,6 +67,9 @@ class ViewList {
   bool Import(const std::filesystem::path& file, std::size_t& first, std::string& error);
   /// Import, and a flight to the first. What fails is told.
   void Open(const std::filesystem::path& file);
+  /// That of a view by its name, or the first of a file that is imported. Nothing where there is none, which
+  /// is told.
+  std::optional<Korvane::CameraParameters> FindCamera(const std::string& nameOrFile);
   /// All views. Containers have pictures of them. False with one line in `error`.
   bool Export(const std::filesystem::path& file, std::string& error);
   /// Into the files that the user names.

@@ -75,11 +75,7 @@ Viewer::Viewer(zovhost::Window& onWindow, const Options& options)
       recorder(options.recorder),
       settings(options.settings),
       log(options.log),
-      namedViews({[this] { window.RequestFrame(); },
-                  [this](const std::string& line) {
-                    std::fprintf(stderr, "%s: %s\n", PROGRAM, line.c_str());
-                    ShowMessage(line);
-                  },
+      namedViews({[this] { window.RequestFrame(); }, [this](const std::string& line) { Tell(line); },
                   [this] { return FindModelFolder(); },
                   [this](FileQuestion question) { desk.AskForFile(std::move(question)); },
                   [this](const Korvane::CameraParameters& camera) { Fly(camera); }},
@@ -244,8 +240,8 @@ void Viewer::ShowModel(LoadedModel model) {
     model.scene.reset();
   }
   if (model.scene == nullptr) {
+    if (scene != nullptr) return Tell(model.error);
     std::fprintf(stderr, "%s: %s\n", PROGRAM, model.error.c_str());
-    if (scene != nullptr) return ShowMessage(model.error);
     exitCode = EXIT_BAD_MODEL;
     window.Close();
     return;
@@ -304,25 +300,18 @@ void Viewer::PresentFirstStory() {
 void Viewer::ShowFirstView() {
   const std::string wanted = std::exchange(firstView, {});
   if (wanted.empty()) return;
-  std::size_t index = 0;
-  std::string error = wanted + ": no view of this model has that name";
-  if (ViewList::IsViewsFile(wanted)) {
-    if (!namedViews.Import(wanted, index, error)) return ShowMessage(error);
-  } else if (const auto found = namedViews.GetViews().FindName(wanted)) {
-    index = *found;
-  } else {
-    std::fprintf(stderr, "%s: %s\n", PROGRAM, error.c_str());
-    return ShowMessage(error);
-  }
-  Korvane::CameraParameters camera = namedViews.GetViews().Get()[index].camera;
-  zovhost::ViewHub& hub = views[0]->GetHub();
-  zovhost::ShapeToViewport(camera, hub.GetViewportWidth(), hub.GetViewportHeight());
-  hub.SetView(camera);
+  const std::optional<Korvane::CameraParameters> camera = namedViews.FindCamera(wanted);
+  if (camera.has_value()) views[0]->GetHub().ApplyCameraParameters(*camera);
 }
 
 void Viewer::Fly(const Korvane::CameraParameters& camera) {
   if (recorder != nullptr) recorder->Add(camera);
   views[active]->Fly(camera);
+}
+
+void Viewer::Tell(const std::string& failure) {
+  std::fprintf(stderr, "%s: %s\n", PROGRAM, failure.c_str());
+  ShowMessage(failure);
 }
 
 void Viewer::ShowMessage(const std::string& text) {

@@ -125,6 +125,7 @@ class Viewer {
   void Load(const ModelSource& source);
   void ShowProgress(double fraction, const char* step);
   void ShowModel(LoadedModel model);
+  void Tell(const std::string& failure);
   void ShowMessage(const std::string& text);
   void DrawFrame();
   void DrawViews();

@@ -302,6 +302,16 @@ TEST_F(NamedViewsInViewerTest, a_view_may_be_shown_first) {
   }
 }
 
+TEST(ViewOfProgramTest, a_broken_file_ends_it_in_one_line_before_anything_opens) {
+  const TemporaryFolder folder;
+  const ProgramResult result =
+      RunViewer({"--view", folder.Write("door.bcfv", "<Door/>").string(), "missing.obj"});
+  EXPECT_EQ(result.exitCode, 2);
+  EXPECT_EQ(CountLines(result.error), 1) << result.error;
+  EXPECT_NE(result.error.find("door.bcfv: it is no viewpoint, but \"Door\""), std::string::npos)
+      << result.error;
+}
+
 // ---- recordings ----
 
 TEST_F(NamedViewsInViewerTest, a_flight_is_recorded) {

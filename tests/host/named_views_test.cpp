@@ -248,6 +248,20 @@ INSTANTIATE_TEST_SUITE_P(
                   "views[0].camera: it shows nothing"}),
     [](const testing::TestParamInfo<WrongText>& row) { return row.param.name; });
 
+TEST(NamedViewsPageTest, its_example_is_read) {
+  std::ifstream input(fs::path(ZOV_DOCS) / "named-views.md");
+  const std::string page{std::istreambuf_iterator<char>(input), std::istreambuf_iterator<char>()};
+  const std::string fence = "```json\n";
+  const std::size_t begin = page.find(fence) + fence.size();
+  NamedViews views;
+  std::string error;
+  ASSERT_TRUE(ParseNamedViews(page.substr(begin, page.find("```", begin) - begin), views, error)) << error;
+  EXPECT_EQ(NamesOf(views), (Names{"The door", "From above"}));
+  EXPECT_EQ(views.Get()[0].guid, "0f4c2b6a-8d1e-4f37-9a52-6c3b1d7e8f90");
+  EXPECT_EQ(views.Get()[0].camera.right_fov, 25.0);
+  EXPECT_TRUE(views.Get()[1].camera.IsOrthographic());
+}
+
 // ---- files ----
 
 std::string ReadText(const fs::path& file) {
