@@ -71,16 +71,14 @@ std::string FormatWhole(const BcfViewpoint& viewpoint) {
   return xml;
 }
 
-void ExpectSame(const BcfViewpoint& a, const BcfViewpoint& b) {
-  EXPECT_EQ(a.guid, b.guid);
-  EXPECT_EQ(a.camera, b.camera);
-  EXPECT_EQ(a.cameraViewPoint, b.cameraViewPoint);
-  EXPECT_EQ(a.cameraDirection, b.cameraDirection);
-  EXPECT_EQ(a.cameraUpVector, b.cameraUpVector);
-  EXPECT_EQ(a.fieldOfView, b.fieldOfView);
-  EXPECT_EQ(a.viewToWorldScale, b.viewToWorldScale);
-  EXPECT_EQ(a.aspectRatio, b.aspectRatio);
+bool IsSame(const BcfViewpoint& a, const BcfViewpoint& b) {
+  return a.guid == b.guid && a.camera == b.camera && a.cameraViewPoint == b.cameraViewPoint &&
+         a.cameraDirection == b.cameraDirection && a.cameraUpVector == b.cameraUpVector &&
+         a.fieldOfView == b.fieldOfView && a.viewToWorldScale == b.viewToWorldScale &&
+         a.aspectRatio == b.aspectRatio;
 }
+
+void ExpectSame(const BcfViewpoint& a, const BcfViewpoint& b) { EXPECT_TRUE(IsSame(a, b)); }
 
 // ---- what is read ----
 
@@ -126,7 +124,9 @@ TEST(BcfViewpointTest, what_stands_around_the_camera_is_passed_over) {
   const BcfViewpoint plain = ParseWhole(InRoot(Perspective()));
   for (const char* const bitmaps :
        {"", "<Bitmap><Bitmap>PNG</Bitmap></Bitmap><Bitmap/>", "<Bitmaps><Bitmap/></Bitmaps>"}) {
-    ExpectSame(ParseWhole(InRoot(components + Perspective() + lines + planes + bitmaps)), plain);
+    std::string content = components + Perspective() + lines;
+    content.append(planes).append(bitmaps);
+    ExpectSame(ParseWhole(InRoot(content)), plain);
   }
 }
 
@@ -534,7 +534,7 @@ TEST(BcfCameraTest, what_would_not_be_read_is_not_written) {
   BcfViewpoint good = ParseWhole(InRoot(Perspective(ANGLE + ASPECT)));
   std::string xml = "before";
   std::string error;
-  const auto expectRefused = [&](BcfViewpoint broken) {
+  const auto expectRefused = [&](const BcfViewpoint& broken) {
     error.clear();
     EXPECT_FALSE(FormatBcfViewpoint(broken, xml, error));
     EXPECT_FALSE(error.empty());
