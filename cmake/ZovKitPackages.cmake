@@ -4,6 +4,8 @@ find_package(PkgConfig QUIET)
 
 # A row: the library of the kit, the name here, the Debian package, and the modules of pkg-config.
 set(ZOV_KIT_PACKAGES
+  "views|ZOV_PUGIXML|libpugixml-dev|pugixml"
+  "views|ZOV_ZIP|libzip-dev|libzip"
   "scene|ZOV_ASSIMP|libassimp-dev|assimp"
   "scene|ZOV_PIXBUF|libgdk-pixbuf-2.0-dev|gdk-pixbuf-2.0"
   "gl|ZOV_EPOXY|libepoxy-dev|epoxy"

@@ -54,6 +54,7 @@ ROOMS = {room: names.split() for room, names in {
     "files": "",
     "texts": "",
     "stories": "files texts",
+    "views": "files texts stories",
     "projection": "",
     "images": "",
     "scene": "projection images",
@@ -74,6 +75,7 @@ ROOM_OF_HEADER = {f"zovhost/{name}.h": room for room, names in {
     "files": "whole_file",
     "texts": "languages wide_text",
     "stories": "story_file",
+    "views": "bcf_file bcf_viewpoint named_views named_views_file",
     "images": "accent image read_image",
     "scene": "scene",
     "hub": "start_camera view_hub",
@@ -91,6 +93,7 @@ ROOM_OF_HEADER = {f"zovhost/{name}.h": room for room, names in {
 # What a room may know beside the standard library, by how the name of a header begins.
 FOREIGN = {room: tuple(names.split()) for room, names in {
     "stories": "nlohmann/",
+    "views": "pugixml.hpp zip.h",
     "images": "gdk-pixbuf/",
     "scene": "assimp/ embree3/ sys/ fcntl.h poll.h signal.h unistd.h",
     "gl": "epoxy/",

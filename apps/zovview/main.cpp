@@ -16,6 +16,7 @@
 #include "tour.h"
 #include "view_grid.h"
 #include "viewer.h"
+#include "zovhost/bcf_file.h"
 #include "zovhost/story_file.h"
 
 namespace {
@@ -35,6 +36,7 @@ struct Arguments {
   std::string replay;
   std::string size;
   std::string play;
+  std::string view;
   int rate = 6;
   zovview::TourOptions tour;
 };
@@ -94,6 +96,13 @@ std::optional<int> ReadArguments(int argc, char** argv, Arguments& arguments) {
   CLI::Option* const play =
       app.add_option("--play", arguments.play, "Opens a story and presents it; with --headless as pictures")
           ->take_last();
+  app.add_option("--view", arguments.view,
+                 "Shows a view first: the name of one that is kept, or a .bcfv or .bcf file")
+      ->take_last()
+      ->excludes(record)
+      ->excludes(replay)
+      ->excludes(headless)
+      ->excludes(play);
   app.add_option("--rate", arguments.rate, "Pictures for a second of the story, 6 if not given")
       ->take_last()
       ->needs(play)
@@ -160,9 +169,9 @@ int ShowWindow(zovhost::Window& window, const zovview::ModelSource& source, cons
   // What is recorded is played with the settings of a first start.
   std::optional<zovview::SettingsFile> settings;
   if (!arguments.noSettings && recorder == nullptr) settings.emplace(zovview::SettingsFile::FindPlace());
-  const zovview::Viewer::Options options = {arguments.split ? 2 : arguments.views, recorder.get(),
-                                            arguments.log, settings.has_value() ? &*settings : nullptr,
-                                            arguments.play};
+  const zovview::Viewer::Options options = {
+      arguments.split ? 2 : arguments.views,       recorder.get(), arguments.log,
+      settings.has_value() ? &*settings : nullptr, arguments.play, arguments.view};
   const int code = zovview::Viewer(window, options).Run(source);
   if (code != 0 || recorder == nullptr || recorder->Finish(error)) return code;
   Note(error);
@@ -177,11 +186,20 @@ bool IsStoryGood(const std::string& path) {
   return false;
 }
 
+// Likewise; a name can only be looked for later.
+bool IsViewGood(const std::string& view) {
+  std::string error;
+  std::vector<zovhost::BcfView> ignored;
+  if (!zovhost::IsBcfFile(view) || zovhost::ReadBcfFile(view, ignored, error)) return true;
+  Note(error);
+  return false;
+}
+
 int RunProgram(int argc, char** argv) {
   Arguments arguments;
   if (const std::optional<int> code = ReadArguments(argc, argv, arguments)) return *code;
   if (!arguments.replay.empty()) return zovview::RunReplay(arguments.replay);
-  if (!IsStoryGood(arguments.play)) return EXIT_BAD_INPUT;
+  if (!IsStoryGood(arguments.play) || !IsViewGood(arguments.view)) return EXIT_BAD_INPUT;
   const zovview::ModelSource source =
       arguments.model.empty() ? zovview::FindDefaultModel() : zovview::ModelSource{arguments.model};
 

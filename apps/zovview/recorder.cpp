@@ -51,6 +51,10 @@ void Recorder::Add(const Korvane::FitMargins& margins) {
   if (begun) output << FormatEvent({GetTime(), {}, nullptr, {}, margins});
 }
 
+void Recorder::Add(const Korvane::CameraParameters& camera) {
+  if (begun) output << FormatEvent({GetTime(), {}, nullptr, {}, {}, camera});
+}
+
 bool Recorder::Finish(std::string& error) {
   if (!begun) {
     error = file.string() + ": no model was shown, so there is nothing to record";

@@ -6,6 +6,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <limits>
 #include <optional>
 #include <sstream>
 #include <string_view>
@@ -13,6 +14,7 @@
 #include <variant>
 
 #include "korvane/cam3d_controller_observer.h"
+#include "zovhost/named_views.h"
 
 namespace zovview {
 
@@ -41,20 +43,21 @@ enum class Form : int {
   DeviceButton,
   Setting,
   Margins,
+  Camera,
   Nothing
 };
 
 using Device = DeviceEvent::Kind;
 
 // What is no event of the window or the device.
-enum class Other : int { Command, Margins };
+enum class Other : int { Command, Margins, Flight };
 
 struct EventName {
   const char* name;
   std::variant<Type, Device, Other> what;
   Form form;
 };
-constexpr std::array<EventName, 16> EVENT_NAMES = {{
+constexpr std::array<EventName, 17> EVENT_NAMES = {{
     {"move", Type::MouseMove, Form::Position},
     {"press", Type::MouseDown, Form::Press},
     {"release", Type::MouseUp, Form::Button},
@@ -71,6 +74,7 @@ constexpr std::array<EventName, 16> EVENT_NAMES = {{
     {"device-release", Device::Release, Form::DeviceButton},
     {"device", Device::Setting, Form::Setting},
     {"margins", Other::Margins, Form::Margins},
+    {"fly", Other::Flight, Form::Camera},
 }};
 
 // In the order of the buttons.
@@ -81,6 +85,7 @@ const EventName& FindName(const RecordedEvent& recorded) {
   if (recorded.command != nullptr) what = Other::Command;
   if (recorded.device.has_value()) what = recorded.device->kind;
   if (recorded.margins.has_value()) what = Other::Margins;
+  if (recorded.flight.has_value()) what = Other::Flight;
   return *std::find_if(EVENT_NAMES.begin(), EVENT_NAMES.end(),
                        [&what](const EventName& name) { return name.what == what; });
 }
@@ -152,6 +157,31 @@ bool ReadMargins(Words& words, std::optional<Korvane::FitMargins>& margins) {
   return read.IsUsable();
 }
 
+// In the order of a stream of cameras.
+using Camera = Korvane::CameraParameters;
+constexpr std::array<Korvane::Vector3 Camera::*, 4> CAMERA_POINTS = {&Camera::eye, &Camera::centre,
+                                                                     &Camera::up, &Camera::pivot};
+constexpr std::array<double Camera::*, 6> CAMERA_NUMBERS = {&Camera::left_fov,    &Camera::right_fov,
+                                                            &Camera::top_fov,     &Camera::bottom_fov,
+                                                            &Camera::ortho_width, &Camera::ortho_height};
+constexpr std::array<const char*, 2> PROJECTION_NAMES = {"perspective", "orthographic"};
+
+bool ReadCamera(Words& words, Camera& camera) {
+  constexpr double MOST = std::numeric_limits<double>::max();
+  for (const auto point : CAMERA_POINTS) {
+    for (int axis = 0; axis < 3; ++axis) {
+      if (!words.Read((camera.*point)[axis], -MOST, MOST)) return false;
+    }
+  }
+  for (const auto number : CAMERA_NUMBERS) {
+    if (!words.Read(camera.*number, -MOST, MOST)) return false;
+  }
+  const auto* const found = std::find(PROJECTION_NAMES.begin(), PROJECTION_NAMES.end(), words.Next());
+  camera.projection_type = static_cast<Camera::ProjectionType>(found - PROJECTION_NAMES.begin());
+  camera.projection_transition = camera.IsOrthographic() ? 1.0 : 0.0;
+  return found != PROJECTION_NAMES.end() && zovhost::CanShowView(camera);
+}
+
 bool ReadForm(Form form, Words& words, RecordedEvent& recorded) {
   WindowEvent& event = recorded.event;
   switch (form) {
@@ -181,6 +211,8 @@ bool ReadForm(Form form, Words& words, RecordedEvent& recorded) {
       return ReadSetting(words, *recorded.device);
     case Form::Margins:
       return ReadMargins(words, recorded.margins);
+    case Form::Camera:
+      return ReadCamera(words, *recorded.flight);
     case Form::Nothing:
       return true;
   }
@@ -270,6 +302,7 @@ class Reader {
     if (found == EVENT_NAMES.end()) return Fail(line, "is no event");
     if (const Type* const type = std::get_if<Type>(&found->what)) recorded.event.type = *type;
     if (const Device* const kind = std::get_if<Device>(&found->what)) recorded.device = DeviceEvent{*kind};
+    if (found->form == Form::Camera) recorded.flight.emplace();
     if (!ReadForm(found->form, words, recorded) || !words.IsAtEnd()) return Fail(line, "is not understood");
     recording.events.push_back(std::move(recorded));
     return true;
@@ -308,6 +341,15 @@ std::string FormatSetting(const DeviceEvent& device) {
   return std::string(" ").append(device.setting->name).append(" ").append(FormatNumber(device.value));
 }
 
+std::string FormatCamera(const Camera& camera) {
+  std::string text;
+  for (const auto point : CAMERA_POINTS) {
+    for (int axis = 0; axis < 3; ++axis) text.append(" ").append(FormatNumber((camera.*point)[axis]));
+  }
+  for (const auto number : CAMERA_NUMBERS) text.append(" ").append(FormatNumber(camera.*number));
+  return text.append(" ").append(PROJECTION_NAMES[camera.IsOrthographic() ? 1 : 0]);
+}
+
 std::string FormatForm(Form form, const RecordedEvent& recorded) {
   const WindowEvent& event = recorded.event;
   const std::string button = std::string(" ") + BUTTON_NAMES[static_cast<std::size_t>(event.button)];
@@ -335,6 +377,8 @@ std::string FormatForm(Form form, const RecordedEvent& recorded) {
       return FormatSetting(*recorded.device);
     case Form::Margins:
       return FormatMargins(*recorded.margins);
+    case Form::Camera:
+      return FormatCamera(*recorded.flight);
     case Form::Nothing:
       return {};
   }

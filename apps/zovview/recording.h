@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "device_settings.h"
+#include "korvane/camera_parameters.h"
 #include "korvane/fit_margins.h"
 #include "view_commands.h"
 #include "zovhost/six_axis_settings.h"
@@ -33,6 +34,8 @@ struct RecordedEvent {
   std::optional<DeviceEvent> device = {};  ///< Instead of both.
   /// Instead of all: what fits leave free from now on, beside a panel for instance.
   std::optional<Korvane::FitMargins> margins = {};
+  /// Instead of all: the view travels to this camera.
+  std::optional<Korvane::CameraParameters> flight = {};
 };
 
 /// What a user did, and with what; docs/recordings.md tells the format of the file.

@@ -165,6 +165,10 @@ bool Replay::Deliver(const RecordedEvent& recorded, std::string& error) {
     return frameRequested = true;
   }
   if (recorded.margins.has_value()) return view->GetHub().SetFitMargins(*recorded.margins);
+  if (recorded.flight.has_value()) {
+    view->Fly(*recorded.flight);
+    return true;
+  }
   switch (recorded.event.type) {
     case WindowEvent::Type::FileDropped:
       return Open(recorded.event.path, error);

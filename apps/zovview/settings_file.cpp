@@ -266,6 +266,8 @@ fs::path SettingsFile::FindAside(const fs::path& file) {
   return aside += ".broken";
 }
 
+fs::path SettingsFile::GetModelFolder() const { return file.empty() ? file : file.parent_path() / "models"; }
+
 bool SettingsFile::Read(HelmDisc& disc, std::string& error) {
   kept = Format(disc, bars, choices, devices);
   broken = false;

@@ -23,6 +23,8 @@ class SettingsFile {
  public:
   /// In the folder of the user's configurations; empty where there is none.
   static std::filesystem::path FindPlace();
+  /// Where what is kept of one model goes, if not beside it; empty where there is none.
+  std::filesystem::path GetModelFolder() const;
 
   /// Where a broken file goes, in place of one that went there before.
   static std::filesystem::path FindAside(const std::filesystem::path& file);

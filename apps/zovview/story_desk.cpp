@@ -96,6 +96,12 @@ void StoryDesk::Open(const fs::path& file, ViewStory& of) {
   });
 }
 
+void StoryDesk::AskForFile(FileQuestion wanted) {
+  if (IsOpen()) return;
+  question = std::move(wanted);
+  Show(Page::File, ToText(question.suggestion));
+}
+
 // ---- what is answered ----
 
 void StoryDesk::Confirm() {
@@ -116,6 +122,10 @@ void StoryDesk::Confirm() {
       return;
     case Page::Export:
       return BeginExport();
+    case Page::File:
+      problem.clear();
+      if (question.take(ToPath(path), problem)) Finish();
+      return;
   }
 }
 
@@ -207,9 +217,11 @@ void StoryDesk::DrawPage() {
     case Page::Losing:
       return DrawLosing();
     case Page::Opening:
-      return DrawFile("Open");
+      return DrawFile("Open the story", "Open", {});
     case Page::Saving:
-      return DrawFile("Save");
+      return DrawFile("Save the story as", "Save", story->GetPath());
+    case Page::File:
+      return DrawFile(question.text, question.button, {});
     case Page::Export:
       return DrawExport();
     case Page::Exporting:
@@ -226,14 +238,15 @@ void StoryDesk::DrawLosing() {
   if (ImGui::Button("Cancel", BUTTON)) Cancel();
 }
 
-void StoryDesk::DrawFile(const char* button) {
-  const bool saves = page == Page::Saving;
-  ImGui::TextUnformatted(saves ? "Save the story as" : "Open the story");
+// What is `present` may be written over without a word.
+void StoryDesk::DrawFile(const char* text, const char* button, const fs::path& present) {
+  const bool saves = page == Page::Saving || (page == Page::File && question.saves);
+  ImGui::TextUnformatted(text);
   if (ImGui::IsWindowAppearing()) ImGui::SetKeyboardFocusHere();
   ImGui::SetNextItemWidth(-FLT_MIN);
   bool confirmed = ImGui::InputText("##path", &path, ImGuiInputTextFlags_EnterReturnsTrue);
   std::error_code ignored;
-  if (saves && ToPath(path) != story->GetPath() && fs::exists(ToPath(path), ignored)) {
+  if (saves && ToPath(path) != present && fs::exists(ToPath(path), ignored)) {
     ImGui::TextDisabled("There is such a file: it will be replaced.");
   }
   confirmed = ImGui::Button(button, BUTTON) || confirmed;

@@ -11,6 +11,7 @@
 #include "korvane/helm_disc.h"
 #include "korvane/shot_parameters.h"
 #include "korvane/view_manager.h"
+#include "named_view_commands.h"
 #include "preferences.h"
 #include "story_commands.h"
 #include "view_tools.h"
@@ -214,6 +215,9 @@ constexpr ViewCommand COMMANDS[] = {
     {WalkSpeed, "walk-speed-200", "Twice as fast", "", SDLK_UNKNOWN, UseWalkSpeed<200>, IsWalkSpeedOf<200>},
     {WalkSpeed, "walk-speed-500", "Five times as fast", "", SDLK_UNKNOWN, UseWalkSpeed<500>,
      IsWalkSpeedOf<500>},
+    {KeptViews, "keep-view", "Keep this view", "V", SDLK_v, KeepView},
+    {KeptViews, "import-views", "Import...", "", SDLK_UNKNOWN, ImportViews},
+    {KeptViews, "export-views", "Export...", "", SDLK_UNKNOWN, ExportViews},
     {Story, "toggle-storyboard", "Storyboard", "Y", SDLK_y, ToggleStoryboard, IsStoryboardShown},
     {Story, "play-story", "Play", "F9", SDLK_F9, PlayStory, IsStoryPlaying},
     {Story, "present-story", "Present", "F10", SDLK_F10, PresentStory},

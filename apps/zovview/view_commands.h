@@ -21,6 +21,7 @@ namespace zovview {
 
 class Preferences;
 class ViewBars;
+class ViewList;
 class ViewStory;
 
 /// What a command acts on.
@@ -38,6 +39,7 @@ struct ViewTarget {
   Korvane::Cam3DController* device = nullptr;   ///< Null: there is none.
   std::function<void()> toggleDevicePage = {};  ///< Empty: nobody can.
   Preferences* preferences = nullptr;           ///< Null: there are none.
+  ViewList* views = nullptr;                    ///< Null: none are kept.
 };
 
 /// Something that a key does, the panel or a menu.
@@ -64,6 +66,7 @@ struct ViewCommand {
     Coordinates,  // the list below the cube
     Bars,         // where the navigation bar stands: of its menu, and of a list in that of the view
     // Of the panel, and of a list in the menu of the view.
+    KeptViews,
     Story,
     StoryFile,
     Shot,  // of the menu of a shot

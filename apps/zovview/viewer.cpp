@@ -81,6 +81,11 @@ Viewer::Viewer(zovhost::Window& onWindow, const Options& options)
       recorder(options.recorder),
       settings(options.settings),
       log(options.log),
+      namedViews({[this] { window.RequestFrame(); }, [this](const std::string& line) { Tell(line); },
+                  [this] { return FindModelFolder(); },
+                  [this](FileQuestion question) { desk.AskForFile(std::move(question)); },
+                  [this](const Korvane::CameraParameters& camera) { Fly(camera); }},
+                 sceneView),
       cursorScales(Korvane::CURSOR_NONE, 0.0),
       gui(window),
       desk({[this] { window.RequestFrame(); }, [this](const std::string& line) { ShowMessage(line); },
@@ -91,6 +96,7 @@ Viewer::Viewer(zovhost::Window& onWindow, const Options& options)
             }}),
       devices(window),
       firstStory(options.story),
+      firstView(options.view),
       messageTimer(*this),
       progress(ProgressLine::OffTerminal::Silent) {
   window.DefineCursor(Korvane::CURSOR_NONE, MakeEmptyImage(), 0, 0);
@@ -117,7 +123,7 @@ void Viewer::AddView() {
         devices.TogglePage();
         window.RequestFrame();
       },
-      &preferences}));
+      &preferences, &namedViews}));
   Viewport& view = *views.back();
   view.GetRenderer().SetFaceShow(
       [this](const zovhost::SceneFace* face) { sceneView.SetFaceHighlight(face); });
@@ -168,6 +174,7 @@ void Viewer::KeepSettings() {
 
 Viewer::~Viewer() {
   KeepSettings();
+  namedViews.Save();
   window.SetEventHandler(nullptr);
   window.SetFrameHandler(nullptr);
   window.SetWakeHandler(nullptr);
@@ -184,6 +191,7 @@ int Viewer::Run(const ModelSource& first) {
 // ---- models ----
 
 void Viewer::Open(const ModelSource& source) {
+  if (ViewList::IsViewsFile(source.file)) return namedViews.Open(source.file);
   if (IsStoryFile(source.file)) return desk.Open(source.file, views[active]->GetStory());
   LeaveStories([this, source] {
     waiting = source;
@@ -246,8 +254,8 @@ void Viewer::ShowModel(LoadedModel model) {
     model.scene.reset();
   }
   if (model.scene == nullptr) {
+    if (scene != nullptr) return Tell(model.error);
     std::fprintf(stderr, "%s: %s\n", PROGRAM, model.error.c_str());
-    if (scene != nullptr) return ShowMessage(model.error);
     exitCode = EXIT_BAD_MODEL;
     window.Close();
     return;
@@ -261,6 +269,9 @@ void Viewer::ShowModel(LoadedModel model) {
   contents.triangleCount = scene->GetTriangleCount();
   contents.message.clear();
   window.SetTitle(contents.name + " - " + PROGRAM);
+  namedViews.SetModel(scene.get(), modelFile,
+                      settings != nullptr ? settings->GetModelFolder() : std::filesystem::path());
+  ShowFirstView();
 }
 
 // Three and more are those of a drawing: the others show it from its sides.
@@ -306,6 +317,24 @@ void Viewer::PresentFirstStory() {
   if (file.empty()) return;
   if (!views[0]->GetStory().Read(file, error)) return ShowMessage(error);
   views[0]->GetStory().Present();
+}
+
+// At once: there is nothing to travel from.
+void Viewer::ShowFirstView() {
+  const std::string wanted = std::exchange(firstView, {});
+  if (wanted.empty()) return;
+  const std::optional<Korvane::CameraParameters> camera = namedViews.FindCamera(wanted);
+  if (camera.has_value()) views[0]->GetHub().ApplyCameraParameters(*camera);
+}
+
+void Viewer::Fly(const Korvane::CameraParameters& camera) {
+  if (recorder != nullptr) recorder->Add(camera);
+  views[active]->Fly(camera);
+}
+
+void Viewer::Tell(const std::string& failure) {
+  std::fprintf(stderr, "%s: %s\n", PROGRAM, failure.c_str());
+  ShowMessage(failure);
 }
 
 void Viewer::ShowMessage(const std::string& text) {
@@ -474,6 +503,7 @@ void Viewer::NoteMargins() {
 void Viewer::DrawFrame() {
   log.AddFrame();
   desk.Advance();
+  namedViews.Advance();
   devices.Advance(recorder);
   glDisable(GL_SCISSOR_TEST);
   glClearColor(0.0F, 0.0F, 0.0F, 1.0F);  // what shows between two views
@@ -492,7 +522,9 @@ void Viewer::DrawFrame() {
   MarkActiveView();
   gui.EndFrame();
   NoteMargins();
-  if (!window.IsFrameRequested()) KeepSettings();  // what has changed was drawn
+  if (window.IsFrameRequested()) return;  // what has changed is drawn first
+  KeepSettings();
+  namedViews.Save();
 }
 
 void Viewer::DrawViews() {

@@ -14,6 +14,7 @@
 #include "story_desk.h"
 #include "view_devices.h"
 #include "view_grid.h"
+#include "view_list.h"
 #include "viewer_menus.h"
 #include "viewer_panel.h"
 #include "viewport.h"
@@ -37,6 +38,9 @@ class Viewer {
     SettingsFile* settings = nullptr;
     /// Opened with the first model, and presented; empty for none.
     std::filesystem::path story = {};
+    /// Shown first of the first model: the name of a view that is kept of it, or a file of views; empty for
+    /// the start view.
+    std::string view = {};
   };
 
   explicit Viewer(zovhost::Window& onWindow) : Viewer(onWindow, Options()) {}
@@ -60,6 +64,8 @@ class Viewer {
   Preferences& GetPreferences() { return preferences; }
   std::size_t GetViewCount() const { return views.size(); }
   StoryDesk& GetDesk() { return desk; }
+  ViewList& GetNamedViews() { return namedViews; }
+  const NamedViewsPanel& GetNamedViewsPanel() const { return panel.GetNamedViews(); }
   ViewDevices& GetDevices() { return devices; }
   bool IsMenuOpen() const { return menus.IsOpen(); }
   /// The one that was opened last.
@@ -114,6 +120,8 @@ class Viewer {
   std::unique_ptr<StoryExport> BeginExport(const Korvane::Story& story, const StoryExport::Options& options,
                                            std::string& error);
   void PresentFirstStory();
+  void ShowFirstView();
+  void Fly(const Korvane::CameraParameters& camera);
   void NoteOpened(const std::filesystem::path& file);
   std::filesystem::path FindModelFolder() const;
   void ShowCursor(Korvane::CursorID id);
@@ -123,6 +131,7 @@ class Viewer {
   void ShowProgress(double fraction, const char* step);
   void ShowModel(LoadedModel model);
   void Enter(std::size_t view, const zovhost::Scene& entered);
+  void Tell(const std::string& failure);
   void ShowMessage(const std::string& text);
   void DrawFrame();
   void DrawViews();
@@ -136,6 +145,7 @@ class Viewer {
   EventLog log;
   std::unique_ptr<zovhost::Scene> scene;
   zovhost::GLSceneView sceneView;
+  ViewList namedViews;
   std::vector<std::unique_ptr<Surface>> surfaces;
   std::vector<std::unique_ptr<Viewport>> views;
   std::vector<ViewPlace> places;  // of the views
@@ -149,6 +159,7 @@ class Viewer {
   ViewDevices devices;
   std::filesystem::path modelFile;  // of the scene that shows; empty for the generated one
   std::filesystem::path firstStory;
+  std::string firstView;
   PanelContents contents;
   MessageTimer messageTimer;
   ProgressLine progress;

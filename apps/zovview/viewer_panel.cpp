@@ -7,6 +7,7 @@
 #include <cfloat>
 #include <utility>
 
+#include "view_list.h"
 #include "view_story.h"
 
 namespace zovview {
@@ -132,8 +133,18 @@ float GetRoomForPanel(const ViewTarget& target) {
   return std::max(LOWEST_PANEL, io.DisplaySize.y - below - 2.0F * MARGIN);
 }
 
-const ViewCommand* DrawPanel(const PanelContents& contents, const ViewTarget& target, bool unfoldHelp,
-                             float& reach) {
+const ViewCommand* DrawNamedViews(NamedViewsPanel& panel, const ViewTarget& target) {
+  if (target.views == nullptr) return nullptr;
+  if (panel.TakeNews(*target.views)) ImGui::SetNextItemOpen(true);
+  if (!ImGui::CollapsingHeader("Named views")) return nullptr;
+  panel.Draw(*target.views, target, COLUMNS * BUTTON_WIDTH + (COLUMNS - 1) * ImGui::GetStyle().ItemSpacing.x);
+  const ViewCommand* const chosen = DrawButtons(ViewCommand::Place::KeptViews, target);
+  panel.ScrollToNews();
+  return chosen;
+}
+
+const ViewCommand* DrawPanel(const PanelContents& contents, const ViewTarget& target,
+                             NamedViewsPanel& namedViews, bool unfoldHelp, float& reach) {
   if (unfoldHelp) ImGui::SetNextWindowCollapsed(false);
   ImGui::SetNextWindowPos(ImVec2(MARGIN, MARGIN));
   // The size follows what is inside; the name in the title has to be asked room for.
@@ -154,6 +165,7 @@ const ViewCommand* DrawPanel(const PanelContents& contents, const ViewTarget& ta
     take(DrawButtons(ViewCommand::Place::Views, target));
     take(DrawSettings(target));
     DrawSelection(target.selection.GetName());
+    take(DrawNamedViews(namedViews, target));
     if (ImGui::CollapsingHeader("Discs")) take(DrawButtons(ViewCommand::Place::Discs, target));
     if (ImGui::CollapsingHeader("Story")) {
       take(DrawButtons(ViewCommand::Place::Story, target));
@@ -197,7 +209,8 @@ const ViewCommand* ViewerPanel::Draw(const PanelContents& contents, const ViewTa
   const bool shown = visible && !contents.name.empty();
   const bool unfoldHelp = shown && std::exchange(helpWanted, false);
   reach = 0.0F;
-  const ViewCommand* const chosen = shown ? DrawPanel(contents, target, unfoldHelp, reach) : nullptr;
+  const ViewCommand* const chosen =
+      shown ? DrawPanel(contents, target, namedViews, unfoldHelp, reach) : nullptr;
   if (contents.loading.has_value()) DrawProgress(*contents.loading);
   if (!contents.message.empty()) DrawMessage(contents.message);
   return chosen;

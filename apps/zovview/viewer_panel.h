@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "named_views_panel.h"
 #include "view_commands.h"
 
 namespace zovview {
@@ -34,8 +35,10 @@ class ViewerPanel {
   void ToggleVisible() { visible = !visible; }
   /// The panel, with its help unfolded.
   void ShowHelp() { visible = helpWanted = true; }
+  const NamedViewsPanel& GetNamedViews() const { return namedViews; }
 
  private:
+  NamedViewsPanel namedViews;
   bool visible = true;
   bool helpWanted = false;
   float reach = 0.0F;

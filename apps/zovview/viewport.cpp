@@ -5,6 +5,7 @@
 
 #include "cube_commands.h"
 #include "korvane/rewind_history.h"
+#include "named_view_commands.h"
 #include "zovhost/start_camera.h"
 
 namespace zovview {
@@ -38,7 +39,8 @@ Viewport::Viewport(Surroundings around)
              surroundings.askForStory,
              &device,
              surroundings.toggleDevicePage,
-             surroundings.preferences} {
+             surroundings.preferences,
+             surroundings.views} {
   renderer.SetHost(&pointer);
   manager.SetRenderer(&renderer);
   manager.SetHelmDisc(&disc);
@@ -195,11 +197,21 @@ void Viewport::OnKey(const WindowEvent& event) {
   if (const ViewCommand* const command = FindViewCommand(event.key, event.modifiers)) Run(*command);
 }
 
-void Viewport::Run(const ViewCommand& command) {
+// Of whatever the hand is doing.
+void Viewport::LetGo() {
   manager.Cancel();
   CancelClicks();
   tooltip.Dismiss();
+}
+
+void Viewport::Run(const ViewCommand& command) {
+  LetGo();
   command.run(target);
+}
+
+void Viewport::Fly(const Korvane::CameraParameters& camera) {
+  LetGo();
+  FlyTo(target, camera);
 }
 
 // ---- the frame ----

@@ -43,6 +43,8 @@ class Viewport {
     std::function<void()> toggleDevicePage = {};
     /// To be applied by ApplyPreferences when they change; null: those of a first start. Borrowed.
     Preferences* preferences = nullptr;
+    /// The views that the user keeps. Borrowed; null: none are kept.
+    ViewList* views = nullptr;
   };
 
   explicit Viewport(Surroundings surroundings);
@@ -77,6 +79,8 @@ class Viewport {
   void OnEvent(const zovhost::WindowEvent& event);
   /// Ends what the hand is doing.
   void Run(const ViewCommand& command);
+  /// Likewise. The camera travels, in one entry of the rewind history.
+  void Fly(const Korvane::CameraParameters& camera);
   bool IsPressed() const { return manager.IsPressed(); }
 
   /// One step of whatever moves; the drawing follows.
@@ -115,6 +119,7 @@ class Viewport {
   void OnClick(const zovhost::WindowEvent& event);
   void OnSideButton(zovhost::MouseButton button);
   void CancelClicks();
+  void LetGo();
   void OnKey(const zovhost::WindowEvent& event);
   void OnRightClick(const zovhost::WindowEvent& event, bool used);
   void NotePointer(const zovhost::WindowEvent& event);
