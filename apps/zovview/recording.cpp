@@ -26,6 +26,8 @@ constexpr const char* FIRST_LINE = "zovview recording 1";
 constexpr int FURTHEST_POSITION = 1'000'000;  // pixels
 constexpr double MOST_NOTCHES = 1000.0;
 constexpr int MOST_CLICKS = 1000;
+constexpr int MOST_FINGERS = 16;
+constexpr std::string_view PEN = "pen";
 
 // What follows the name of an event on its line.
 enum class Form : int {
@@ -33,6 +35,7 @@ enum class Form : int {
   Button,
   Press,
   Wheel,
+  Finger,
   Key,
   Size,
   Path,
@@ -51,12 +54,16 @@ struct EventName {
   std::variant<Type, Device, std::monostate> what;
   Form form;
 };
-constexpr std::array<EventName, 15> EVENT_NAMES = {{
+constexpr std::array<EventName, 19> EVENT_NAMES = {{
     {"move", Type::MouseMove, Form::Position},
     {"press", Type::MouseDown, Form::Press},
     {"release", Type::MouseUp, Form::Button},
     {"wheel", Type::Wheel, Form::Wheel},
     {"leave", Type::MouseLeave, Form::Nothing},
+    {"finger-down", Type::FingerDown, Form::Finger},
+    {"finger-move", Type::FingerMove, Form::Finger},
+    {"finger-up", Type::FingerUp, Form::Finger},
+    {"fingers-lost", Type::FingersLost, Form::Nothing},
     {"key-down", Type::KeyDown, Form::Key},
     {"key-up", Type::KeyUp, Form::Key},
     {"focus-lost", Type::FocusLost, Form::Nothing},
@@ -122,6 +129,13 @@ bool ReadButton(Words& words, WindowEvent& event) {
   return ReadPosition(words, event);
 }
 
+// A pen says so.
+bool ReadFinger(Words& words, WindowEvent& event) {
+  if (!words.Read(event.finger, 0, MOST_FINGERS - 1) || !ReadPosition(words, event)) return false;
+  event.pen = !words.IsAtEnd();
+  return !event.pen || words.Next() == PEN;
+}
+
 bool ReadKey(Words& words, WindowEvent& event) {
   event.key = SDL_GetKeyFromName(std::string(words.Rest()).c_str());
   return event.key != SDLK_UNKNOWN;
@@ -149,6 +163,8 @@ bool ReadForm(Form form, Words& words, RecordedEvent& recorded) {
       return ReadButton(words, event) && words.Read(event.clicks, 1, MOST_CLICKS);
     case Form::Wheel:
       return ReadPosition(words, event) && words.Read(event.wheel, -MOST_NOTCHES, MOST_NOTCHES);
+    case Form::Finger:
+      return ReadFinger(words, event);
     case Form::Key:
       return ReadKey(words, event);
     case Form::Size:
@@ -274,6 +290,11 @@ std::string FormatPosition(const WindowEvent& event) {
   return std::string(" ").append(std::to_string(event.x)).append(" ").append(std::to_string(event.y));
 }
 
+std::string FormatFinger(const WindowEvent& event) {
+  const std::string text = " " + std::to_string(event.finger) + FormatPosition(event);
+  return event.pen ? text + " " + std::string(PEN) : text;
+}
+
 std::string FormatAxes(const zovhost::SixAxes& axes) {
   std::string text;
   for (const double axis : axes) text.append(" ").append(FormatNumber(axis));
@@ -297,6 +318,8 @@ std::string FormatForm(Form form, const RecordedEvent& recorded) {
       return button + FormatPosition(event) + " " + std::to_string(event.clicks);
     case Form::Wheel:
       return FormatPosition(event) + " " + FormatNumber(event.wheel);
+    case Form::Finger:
+      return FormatFinger(event);
     case Form::Key:
       return std::string(" ") + SDL_GetKeyName(event.key);
     case Form::Path:

@@ -299,12 +299,16 @@ void Viewer::OnEvent(const WindowEvent& event) {
     case WindowEvent::Type::MouseMove:
     case WindowEvent::Type::MouseUp:
     case WindowEvent::Type::Wheel:
+    case WindowEvent::Type::FingerDown:
+    case WindowEvent::Type::FingerMove:
+    case WindowEvent::Type::FingerUp:
       return OnPointerEvent(event);
     case WindowEvent::Type::KeyDown:
     case WindowEvent::Type::KeyUp:
       return OnKeyEvent(event);
     case WindowEvent::Type::MouseLeave:
     case WindowEvent::Type::FocusLost:
+    case WindowEvent::Type::FingersLost:
       if (recorder != nullptr) recorder->Add(event);
       return views[active]->OnEvent(event);
     case WindowEvent::Type::Resized:

@@ -5,6 +5,7 @@
 
 #include "cube_commands.h"
 #include "korvane/rewind_history.h"
+#include "view_tools.h"
 #include "zovhost/start_camera.h"
 
 namespace zovview {
@@ -13,8 +14,9 @@ using zovhost::MouseButton;
 using zovhost::WindowEvent;
 
 bool Viewport::Pointer::WarpPointer(int x, int y) {
+  if (viewport.touch.OnPointerSet(x, y)) return true;
   if (!host.WarpPointer(x, y)) return false;
-  manager.OnPointerSet(x, y);
+  viewport.manager.OnPointerSet(x, y);
   return true;
 }
 
@@ -23,7 +25,8 @@ Viewport::Viewport(Surroundings around)
       hub(surroundings.requestFrame),
       selection(hub),
       manager(hub),
-      pointer(surroundings.host, manager),
+      pointer(*this),
+      touch(manager, hub, renderer, [this](const WindowEvent& event) { OnPointer(event); }),
       bars(manager, target),
       story(manager, hub),
       tooltip(surroundings.requestFrame),
@@ -49,6 +52,7 @@ Viewport::Viewport(Surroundings around)
 }
 
 Viewport::~Viewport() {
+  touch.Cancel();
   tooltip.SetRenderer(nullptr);
   manager.Destroy();
   manager.SetNavigationBar(nullptr);
@@ -68,11 +72,13 @@ void Viewport::SetPlace(int x, int y, int width, int height, double scale) {
   renderer.SetViewport(x, y, width, height);
   renderer.SetDisplayScale(scale);
   bars.SetScale(scale);
+  touch.SetScale(scale);
   manager.SetViewportSize(width, height);
   hub.SetViewportSize(width, height);
 }
 
 void Viewport::SetScene(const zovhost::Scene& scene) {
+  touch.Cancel();
   manager.Cancel();
   CancelClicks();
   disc.GetHistory()->ClearHistory();  // of another model
@@ -86,7 +92,25 @@ void Viewport::SetScene(const zovhost::Scene& scene) {
 // ---- events ----
 
 void Viewport::OnEvent(const WindowEvent& event) {
-  if (OnEventOfShow(event)) return;
+  if (!OnEventOfShow(event) && !OnTouch(event)) OnPointer(event);
+}
+
+// Three fingers look about while that is the tool. A key that cancels is the fingers' while they do
+// something.
+bool Viewport::OnTouch(const WindowEvent& event) {
+  const int tool = manager.GetActiveTool();
+  const bool looks = tool == TOOL_LOOK || tool == TOOL_LOOK_MOVE;
+  touch.SetThreeFingers(looks ? zovhost::TouchCamera::ThreeFingers::Look
+                              : zovhost::TouchCamera::ThreeFingers::Walk);
+  if (event.type == WindowEvent::Type::KeyDown && event.key == SDLK_ESCAPE && touch.IsActive()) {
+    touch.Cancel();
+    return true;
+  }
+  return touch.OnEvent(event);
+}
+
+// Of the mouse, or of what is one, and of the keys.
+void Viewport::OnPointer(const WindowEvent& event) {
   if (event.type == WindowEvent::Type::MouseDown) {
     clicks.OnMouseDown(event);
     middleClicks.OnMouseDown(event);
@@ -110,11 +134,12 @@ void Viewport::OnEvent(const WindowEvent& event) {
 bool Viewport::OnEventOfShow(const WindowEvent& event) {
   if (event.type == WindowEvent::Type::MouseUp) return std::exchange(pressEndedShow, false);
   if (!story.IsPresenting()) return false;
-  const bool pressed = event.type == WindowEvent::Type::MouseDown;
+  const bool touched = event.type == WindowEvent::Type::FingerDown;
+  const bool pressed = touched || event.type == WindowEvent::Type::MouseDown;
   const bool ofKey = event.type == WindowEvent::Type::KeyDown;
   if (pressed || (ofKey && event.key == SDLK_ESCAPE)) story.Cancel();
   if (ofKey && event.key == SDLK_SPACE && !event.repeated) story.GetBoard().PausePlayback();
-  pressEndedShow = pressed;
+  pressEndedShow = pressed && !touched;
   return pressed || ofKey || event.type == WindowEvent::Type::Wheel;
 }
 
@@ -173,6 +198,7 @@ void Viewport::OnKey(const WindowEvent& event) {
 }
 
 void Viewport::Run(const ViewCommand& command) {
+  touch.Cancel();
   manager.Cancel();
   CancelClicks();
   tooltip.Dismiss();
@@ -192,6 +218,7 @@ void Viewport::DrawWidgets() {
   manager.OnDraw();
   FollowTooltip();
   tooltip.Draw(hub, GetWidth(), GetHeight());
+  touch.OnFrame();
 }
 
 }  // namespace zovview

@@ -13,6 +13,7 @@
 #include "zovhost/click_watch.h"
 #include "zovhost/gl_renderer.h"
 #include "zovhost/tooltip_note.h"
+#include "zovhost/touch_navigation.h"
 #include "zovhost/view_hub.h"
 #include "zovhost/window.h"
 
@@ -64,7 +65,7 @@ class Viewport {
   void OnEvent(const zovhost::WindowEvent& event);
   /// Ends what the hand is doing.
   void Run(const ViewCommand& command);
-  bool IsPressed() const { return manager.IsPressed(); }
+  bool IsPressed() const { return manager.IsPressed() || touch.IsActive(); }
 
   /// One step of whatever moves; the drawing follows.
   void PerformFrame();
@@ -87,17 +88,19 @@ class Viewport {
   // The host, but that the view manager hears where the pointer is set.
   class Pointer : public zovhost::RendererHost {
    public:
-    Pointer(zovhost::RendererHost& around, ViewerViewManager& told) : host(around), manager(told) {}
+    explicit Pointer(Viewport& whose) : viewport(whose), host(whose.surroundings.host) {}
     bool ApplyCursor(Korvane::CursorID id) override { return host.ApplyCursor(id); }
     bool WarpPointer(int x, int y) override;
     bool OpenMenu(Korvane::MenuID id) override { return host.OpenMenu(id); }
     bool OpenUCSMenu(int x, int y) override { return host.OpenUCSMenu(x, y); }
 
    private:
+    Viewport& viewport;
     zovhost::RendererHost& host;
-    ViewerViewManager& manager;
   };
 
+  bool OnTouch(const zovhost::WindowEvent& event);
+  void OnPointer(const zovhost::WindowEvent& event);
   bool OnEventOfShow(const zovhost::WindowEvent& event);
   void OnClick(const zovhost::WindowEvent& event);
   void OnSideButton(zovhost::MouseButton button);
@@ -116,6 +119,7 @@ class Viewport {
   Korvane::Cam3DController device;
   ViewerViewManager manager;
   Pointer pointer;
+  zovhost::TouchNavigation touch;
   zovhost::ClickWatch clicks;
   zovhost::ClickWatch middleClicks{zovhost::MouseButton::Middle};
   ViewBars bars;
