@@ -3,8 +3,10 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "view_commands.h"
+#include "zovhost/keyboard_focus.h"
 
 namespace zovview {
 
@@ -30,12 +32,28 @@ class ViewerPanel {
   /// The command that was chosen; null for none. `target` is what the panel shows the settings of.
   const ViewCommand* Draw(const PanelContents& contents, const ViewTarget& target);
   void ToggleVisible() { visible = !visible; }
+  /// Its buttons, settings and headings, as they were drawn last; points from the bottom left. Their presses
+  /// count with the next drawing.
+  const std::vector<zovhost::FocusThing>& GetThings() const { return things; }
+  /// What is under the focus is marked, and brought into sight; null: nothing is.
+  void ShowFocus(const zovhost::FocusThing* thing);
   /// The panel, with its help unfolded.
   void ShowHelp() { visible = helpWanted = true; }
 
  private:
+  const ViewCommand* DrawPanel(const PanelContents& contents, const ViewTarget& target, bool unfoldHelp);
+  const ViewCommand* DrawButtons(ViewCommand::Place place, const ViewTarget& target);
+  const ViewCommand* DrawSettings(const ViewTarget& target);
+  void DrawHelp(bool unfold);
+  bool DrawHeading(const char* label, bool unfold = false);
+  bool NoteItem(int id, const char* name, zovhost::FocusRole role, bool on);
+
   bool visible = true;
   bool helpWanted = false;
+  std::vector<zovhost::FocusThing> things;
+  std::optional<int> pressed;  // by the identifier of a thing
+  std::optional<int> focused;
+  bool broughtIntoSight = false;
 };
 
 }  // namespace zovview

@@ -29,6 +29,8 @@ Viewport::Viewport(Surroundings around)
       touch(manager, hub, renderer, [this](const WindowEvent& event) { OnPointer(event); }),
       bars(manager, target),
       story(manager, hub),
+      focus({hub, renderer, cube, disc, bars.GetBar(), {&bars.GetTools()}},
+            [this](const WindowEvent& event) { OnPointer(event); }),
       tooltip(surroundings.requestFrame),
       target{hub,
              selection,
@@ -73,6 +75,7 @@ void Viewport::SetPlace(int x, int y, int width, int height, double scale) {
   renderer.SetDisplayScale(scale);
   bars.SetScale(scale);
   touch.SetScale(scale);
+  focus.SetScale(scale);
   manager.SetViewportSize(width, height);
   hub.SetViewportSize(width, height);
 }
@@ -91,8 +94,13 @@ void Viewport::SetScene(const zovhost::Scene& scene) {
 
 // ---- events ----
 
-void Viewport::OnEvent(const WindowEvent& event) {
-  if (!OnEventOfShow(event) && !OnTouch(event)) OnPointer(event);
+bool Viewport::OnEvent(const WindowEvent& event) {
+  if (OnEventOfShow(event)) return true;
+  const bool hadFocus = focus.GetFocus().IsActive();
+  if (focus.OnEvent(event)) return true;
+  if (!OnTouch(event)) OnPointer(event);
+  const bool isTab = event.type == WindowEvent::Type::KeyDown && event.key == SDLK_TAB;
+  return !isTab || !hadFocus;
 }
 
 // Three fingers look about while that is the tool. A key that cancels is the fingers' while they do
@@ -218,6 +226,7 @@ void Viewport::DrawWidgets() {
   manager.OnDraw();
   FollowTooltip();
   tooltip.Draw(hub, GetWidth(), GetHeight());
+  focus.Draw(GetWidth(), GetHeight());
   touch.OnFrame();
 }
 

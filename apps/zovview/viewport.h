@@ -14,6 +14,7 @@
 #include "zovhost/gl_renderer.h"
 #include "zovhost/tooltip_note.h"
 #include "zovhost/touch_navigation.h"
+#include "zovhost/view_focus.h"
 #include "zovhost/view_hub.h"
 #include "zovhost/window.h"
 
@@ -62,7 +63,8 @@ class Viewport {
 
   /// An event of the window: of the pointer or the keys, or the loss of the focus. A click that nobody
   /// needs selects, the second one of a double click brings what is under it to the middle.
-  void OnEvent(const zovhost::WindowEvent& event);
+  /// False for a key by which the focus has left the view.
+  bool OnEvent(const zovhost::WindowEvent& event);
   /// Ends what the hand is doing.
   void Run(const ViewCommand& command);
   bool IsPressed() const { return manager.IsPressed() || touch.IsActive(); }
@@ -76,6 +78,8 @@ class Viewport {
   Selection& GetSelection() { return selection; }
   ViewerViewManager& GetManager() { return manager; }
   zovhost::GLRenderer& GetRenderer() { return renderer; }
+  /// What keys lead without a mouse; a key that is the focus's is no one else's.
+  zovhost::ViewFocus& GetFocus() { return focus; }
   Korvane::Orientor& GetCube() { return cube; }
   Korvane::HelmDisc& GetDisc() { return disc; }
   Korvane::Cam3DController& GetDevice() { return device; }
@@ -115,7 +119,7 @@ class Viewport {
   Selection selection;
   zovhost::GLRenderer renderer;
   Korvane::HelmDisc disc;
-  Korvane::Orientor cube;
+  zovhost::PressableOrientor cube;
   Korvane::Cam3DController device;
   ViewerViewManager manager;
   Pointer pointer;
@@ -124,6 +128,7 @@ class Viewport {
   zovhost::ClickWatch middleClicks{zovhost::MouseButton::Middle};
   ViewBars bars;
   ViewStory story;
+  zovhost::ViewFocus focus;
   zovhost::TooltipNote tooltip;
   const ViewTarget target;
   int placeX = 0;
