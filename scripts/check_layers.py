@@ -66,6 +66,7 @@ ROOMS = {room: names.split() for room, names in {
     "scene_view": "projection images scene gl",
     "window": "images",
     "input": "window",
+    "focus": "texts images pictures window input",
     "devices": "",
     "bars": "",
     "panels": "texts devices",
@@ -85,7 +86,9 @@ ROOM_OF_HEADER = {f"zovhost/{name}.h": room for room, names in {
     "widget_renderer": "gl_renderer",
     "scene_view": "gl_scene_view",
     "window": "gui window",
-    "input": "click_watch held_keys key_table pointer_wrap wheel_counter window_view_manager",
+    "input": """click_watch held_keys key_table pointer_wrap touch_camera touch_gestures touch_navigation
+        wheel_counter window_view_manager""",
+    "focus": "keyboard_focus view_focus",
     "devices": "six_axis_settings six_axis_source six_axis_hand spnav_source game_controller_source",
     "bars": "navigation_bar_host toolbar_dress tooltip_note",
     "panels": "shot_editor_panel six_axis_panel",
@@ -104,6 +107,7 @@ FOREIGN = {room: tuple(names.split()) for room, names in {
     "window": "SDL backends/ fontconfig/ imgui",
     "panels": "imgui",
     "input": "SDL_keycode.h",
+    "focus": "SDL_keycode.h",
     "devices": "SDL spnav.h sys/ fcntl.h poll.h unistd.h",
 }.items()}
 PROGRAMS = ("host/sheets", "apps", "examples")

@@ -28,6 +28,8 @@ constexpr const char* FIRST_LINE = "zovview recording 1";
 constexpr int FURTHEST_POSITION = 1'000'000;  // pixels
 constexpr double MOST_NOTCHES = 1000.0;
 constexpr int MOST_CLICKS = 1000;
+constexpr int MOST_FINGERS = 16;
+constexpr std::string_view PEN = "pen";
 
 // What follows the name of an event on its line.
 enum class Form : int {
@@ -35,6 +37,7 @@ enum class Form : int {
   Button,
   Press,
   Wheel,
+  Finger,
   Key,
   Size,
   Path,
@@ -57,12 +60,16 @@ struct EventName {
   std::variant<Type, Device, Other> what;
   Form form;
 };
-constexpr std::array<EventName, 17> EVENT_NAMES = {{
+constexpr std::array<EventName, 21> EVENT_NAMES = {{
     {"move", Type::MouseMove, Form::Position},
     {"press", Type::MouseDown, Form::Press},
     {"release", Type::MouseUp, Form::Button},
     {"wheel", Type::Wheel, Form::Wheel},
     {"leave", Type::MouseLeave, Form::Nothing},
+    {"finger-down", Type::FingerDown, Form::Finger},
+    {"finger-move", Type::FingerMove, Form::Finger},
+    {"finger-up", Type::FingerUp, Form::Finger},
+    {"fingers-lost", Type::FingersLost, Form::Nothing},
     {"key-down", Type::KeyDown, Form::Key},
     {"key-up", Type::KeyUp, Form::Key},
     {"focus-lost", Type::FocusLost, Form::Nothing},
@@ -132,6 +139,13 @@ bool ReadButton(Words& words, WindowEvent& event) {
   return ReadPosition(words, event);
 }
 
+// A pen says so.
+bool ReadFinger(Words& words, WindowEvent& event) {
+  if (!words.Read(event.finger, 0, MOST_FINGERS - 1) || !ReadPosition(words, event)) return false;
+  event.pen = !words.IsAtEnd();
+  return !event.pen || words.Next() == PEN;
+}
+
 bool ReadKey(Words& words, WindowEvent& event) {
   event.key = SDL_GetKeyFromName(std::string(words.Rest()).c_str());
   return event.key != SDLK_UNKNOWN;
@@ -193,6 +207,8 @@ bool ReadForm(Form form, Words& words, RecordedEvent& recorded) {
       return ReadButton(words, event) && words.Read(event.clicks, 1, MOST_CLICKS);
     case Form::Wheel:
       return ReadPosition(words, event) && words.Read(event.wheel, -MOST_NOTCHES, MOST_NOTCHES);
+    case Form::Finger:
+      return ReadFinger(words, event);
     case Form::Key:
       return ReadKey(words, event);
     case Form::Size:
@@ -323,6 +339,11 @@ std::string FormatPosition(const WindowEvent& event) {
   return std::string(" ").append(std::to_string(event.x)).append(" ").append(std::to_string(event.y));
 }
 
+std::string FormatFinger(const WindowEvent& event) {
+  const std::string text = " " + std::to_string(event.finger) + FormatPosition(event);
+  return event.pen ? text + " " + std::string(PEN) : text;
+}
+
 std::string FormatAxes(const zovhost::SixAxes& axes) {
   std::string text;
   for (const double axis : axes) text.append(" ").append(FormatNumber(axis));
@@ -363,6 +384,8 @@ std::string FormatForm(Form form, const RecordedEvent& recorded) {
       return button + FormatPosition(event) + " " + std::to_string(event.clicks);
     case Form::Wheel:
       return FormatPosition(event) + " " + FormatNumber(event.wheel);
+    case Form::Finger:
+      return FormatFinger(event);
     case Form::Key:
       return std::string(" ") + SDL_GetKeyName(event.key);
     case Form::Path:

@@ -100,6 +100,7 @@ Viewer::Viewer(zovhost::Window& onWindow, const Options& options)
       messageTimer(*this),
       progress(ProgressLine::OffTerminal::Silent) {
   window.DefineCursor(Korvane::CURSOR_NONE, MakeEmptyImage(), 0, 0);
+  panelFocus.AddGroup([this] { return panel.GetThings(); });
   for (int i = 0; i < std::clamp(options.views, 1, MOST_VIEWS); ++i) AddView();
   window.SetEventHandler([this](const WindowEvent& event) { OnEvent(event); });
   window.SetFrameHandler([this] { DrawFrame(); });
@@ -352,14 +353,20 @@ void Viewer::OnEvent(const WindowEvent& event) {
     case WindowEvent::Type::MouseMove:
     case WindowEvent::Type::MouseUp:
     case WindowEvent::Type::Wheel:
+    case WindowEvent::Type::FingerDown:
+    case WindowEvent::Type::FingerMove:
+    case WindowEvent::Type::FingerUp:
       return OnPointerEvent(event);
     case WindowEvent::Type::KeyDown:
     case WindowEvent::Type::KeyUp:
       return OnKeyEvent(event);
     case WindowEvent::Type::MouseLeave:
     case WindowEvent::Type::FocusLost:
+    case WindowEvent::Type::FingersLost:
       if (recorder != nullptr) recorder->Add(event);
-      return views[active]->OnEvent(event);
+      panelFocus.OnEvent(event);
+      views[active]->OnEvent(event);
+      return;
     case WindowEvent::Type::Resized:
       return OnResized();
     case WindowEvent::Type::FileDropped:
@@ -374,6 +381,7 @@ void Viewer::OnEvent(const WindowEvent& event) {
 // A drag belongs to the view in which it began.
 void Viewer::OnPointerEvent(WindowEvent event) {
   if (!views[active]->IsPressed()) ActivateView(FindViewAt(places, event.x, event.y));
+  panelFocus.OnEvent(event);
   event.x -= views[active]->GetX();
   event.y -= views[active]->GetY();
   if (recorder != nullptr) recorder->Add(event);
@@ -408,8 +416,18 @@ void Viewer::OnKeyEvent(const WindowEvent& event) {
     window.SetFullScreen(!window.IsFullScreen());
     return;
   }
+  if (OnPanelKey(event)) return;
   if (recorder != nullptr) recorder->Add(event);
-  views[active]->OnEvent(event);
+  const bool back = (event.modifiers & WindowEvent::SHIFT) != 0;
+  if (!views[active]->OnEvent(event) && panelFocus.Enter(back)) window.RequestFrame();
+}
+
+// What a recording holds of it is the command that comes of it.
+bool Viewer::OnPanelKey(const WindowEvent& event) {
+  const bool wasActive = panelFocus.IsActive();
+  const bool used = wasActive && panelFocus.OnEvent(event);
+  if (wasActive) window.RequestFrame();
+  return used;
 }
 
 void Viewer::OnDeskKey(const WindowEvent& event) {
@@ -561,11 +579,14 @@ void Viewer::DrawPanels() {
   const float right = ImGui::GetIO().DisplaySize.x - EDITOR_RIGHT;
   target.story->GetEditor().Draw(right, EDITOR_TOP);
   devices.DrawPage(right, EDITOR_TOP);
+  panel.ShowFocus(panelFocus.Get());
   const ViewCommand* const pressed = panel.Draw(contents, target);
   const bool hadMenu = menus.IsOpen();
   const ViewCommand* const chosen = menus.Draw(target);
   if (menus.IsOpen() != hadMenu) window.RequestFrame();  // the pointer changes with it
+  panelFocus.Get();                                      // tells of a state that has changed
   if (pressed != nullptr) Run(*pressed);
+  if (pressed != nullptr && panelFocus.IsActive()) window.RequestFrame();
   if (chosen != nullptr) Run(*chosen);
 }
 

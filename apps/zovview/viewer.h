@@ -70,6 +70,8 @@ class Viewer {
   bool IsMenuOpen() const { return menus.IsOpen(); }
   /// The one that was opened last.
   ViewerMenus::Kind GetOpenMenu() const { return menus.GetKind(); }
+  /// Of the panel, which follows on those of the views.
+  zovhost::KeyboardFocus& GetPanelFocus() { return panelFocus; }
   int GetExitCode() const { return exitCode; }
 
  private:
@@ -105,6 +107,7 @@ class Viewer {
   void OnEvent(const zovhost::WindowEvent& event);
   void OnPointerEvent(zovhost::WindowEvent event);
   void OnKeyEvent(const zovhost::WindowEvent& event);
+  bool OnPanelKey(const zovhost::WindowEvent& event);
   void OnDeskKey(const zovhost::WindowEvent& event);
   void OnResized();
   void PlaceViews();
@@ -154,6 +157,7 @@ class Viewer {
   std::vector<double> cursorScales;  // by cursor: for which scale it is drawn
   zovhost::Gui gui;
   ViewerPanel panel;
+  zovhost::KeyboardFocus panelFocus;
   ViewerMenus menus;
   StoryDesk desk;
   ViewDevices devices;

@@ -9,6 +9,7 @@
 
 #include "view_list.h"
 #include "view_story.h"
+#include "zovhost/accent.h"
 
 namespace zovview {
 
@@ -22,6 +23,7 @@ constexpr float TITLE_BUTTON_WIDTH = 48.0F;  // of the arrow that folds the pane
 constexpr float HELP_COLUMN = 96.0F;
 constexpr float BUTTON_WIDTH = 148.0F;
 constexpr int COLUMNS = 2;
+constexpr int HEADINGS = 1'000'000;  // above the numbers of all commands
 constexpr ImGuiWindowFlags STILL = ImGuiWindowFlags_NoMove | ImGuiWindowFlags_NoResize |
                                    ImGuiWindowFlags_AlwaysAutoResize | ImGuiWindowFlags_NoSavedSettings |
                                    ImGuiWindowFlags_NoFocusOnAppearing | ImGuiWindowFlags_NoNav;
@@ -49,6 +51,9 @@ constexpr auto HELP = std::to_array<HelpLine>({
     {"D", "the disc of last time, or away with it"},
     {"On a disc", "press a wedge, and drag"},
     {"Shift, Ctrl", "other wedges of the disc"},
+    {"Tab", "to the cube, disc, bars, panel"},
+    {"then arrows", "from one to the next, Enter presses"},
+    {"Fingers", "one orbits, two pan and zoom, three walk"},
     {"F1, ?", "this panel"},
     {"F11", "full screen"},
     {"Drop a file", "open it"},
@@ -86,99 +91,12 @@ void DrawSelection(const std::string& name) {
   ImGui::PopTextWrapPos();
 }
 
-void DrawHelp(bool unfold) {
-  if (unfold) ImGui::SetNextItemOpen(true);
-  if (!ImGui::CollapsingHeader("Help")) return;
-  for (const HelpLine& line : HELP) {
-    ImGui::TextDisabled("%s", line.keys);
-    ImGui::SameLine(HELP_COLUMN);
-    ImGui::TextUnformatted(line.action);
-  }
-}
-
-// In two columns; what is chosen is lit.
-const ViewCommand* DrawButtons(ViewCommand::Place place, const ViewTarget& target) {
-  const ViewCommand* chosen = nullptr;
-  int count = 0;
-  ImGui::PushStyleVar(ImGuiStyleVar_ButtonTextAlign, ImVec2(0.0F, 0.5F));
-  for (const ViewCommand& command : GetViewCommands()) {
-    if (command.place != place) continue;
-    if (count++ % COLUMNS != 0) ImGui::SameLine();
-    const bool lit = command.isOn != nullptr && command.isOn(target);
-    if (lit) ImGui::PushStyleColor(ImGuiCol_Button, ImGui::GetStyleColorVec4(ImGuiCol_ButtonActive));
-    if (ImGui::Button(command.label, ImVec2(BUTTON_WIDTH, 0.0F))) chosen = &command;
-    if (lit) ImGui::PopStyleColor();
-    DrawKeyOfItem(command.keyName, ImGui::GetItemRectMax().x - ImGui::GetStyle().FramePadding.x * 2.0F);
-  }
-  ImGui::PopStyleVar();
-  return chosen;
-}
-
-const ViewCommand* DrawSettings(const ViewTarget& target) {
-  const ViewCommand* chosen = nullptr;
-  for (const ViewCommand& command : GetViewCommands()) {
-    if (command.place != ViewCommand::Place::Settings) continue;
-    bool on = command.isOn(target);
-    if (ImGui::Checkbox(command.label, &on)) chosen = &command;
-    DrawKeyOfItem(command.keyName, GetRightOfKeys());
-  }
-  return chosen;
-}
-
 // Above the storyboard, which counts in pixels.
 float GetRoomForPanel(const ViewTarget& target) {
   const ImGuiIO& io = ImGui::GetIO();
   const bool boardShows = target.story != nullptr && target.story->IsShown();
   const float below = boardShows ? ViewStory::HEIGHT / std::max(1.0F, io.DisplayFramebufferScale.y) : 0.0F;
   return std::max(LOWEST_PANEL, io.DisplaySize.y - below - 2.0F * MARGIN);
-}
-
-const ViewCommand* DrawNamedViews(NamedViewsPanel& panel, const ViewTarget& target) {
-  if (target.views == nullptr) return nullptr;
-  if (panel.TakeNews(*target.views)) ImGui::SetNextItemOpen(true);
-  if (!ImGui::CollapsingHeader("Named views")) return nullptr;
-  panel.Draw(*target.views, target, COLUMNS * BUTTON_WIDTH + (COLUMNS - 1) * ImGui::GetStyle().ItemSpacing.x);
-  const ViewCommand* const chosen = DrawButtons(ViewCommand::Place::KeptViews, target);
-  panel.ScrollToNews();
-  return chosen;
-}
-
-const ViewCommand* DrawPanel(const PanelContents& contents, const ViewTarget& target,
-                             NamedViewsPanel& namedViews, bool unfoldHelp, float& reach) {
-  if (unfoldHelp) ImGui::SetNextWindowCollapsed(false);
-  ImGui::SetNextWindowPos(ImVec2(MARGIN, MARGIN));
-  // The size follows what is inside; the name in the title has to be asked room for.
-  const float nameWidth = ImGui::CalcTextSize(contents.name.c_str()).x + TITLE_BUTTON_WIDTH;
-  ImGui::SetNextWindowSizeConstraints(ImVec2(std::min(nameWidth, WIDEST_PANEL), 0.0F),
-                                      ImVec2(WIDEST_PANEL, GetRoomForPanel(target)));
-  // The title is what changes, the rest names the panel.
-  const std::string title = contents.name + "###panel";
-  const ViewCommand* chosen = nullptr;
-  const auto take = [&chosen](const ViewCommand* command) {
-    if (command != nullptr) chosen = command;
-  };
-  if (ImGui::Begin(title.c_str(), nullptr, STILL)) {
-    reach = ImGui::GetWindowPos().x + ImGui::GetWindowSize().x;
-    ImGui::TextDisabled("%s triangles", GroupDigits(contents.triangleCount).c_str());
-    take(DrawButtons(ViewCommand::Place::Tools, target));
-    ImGui::Separator();
-    take(DrawButtons(ViewCommand::Place::Views, target));
-    take(DrawSettings(target));
-    DrawSelection(target.selection.GetName());
-    take(DrawNamedViews(namedViews, target));
-    if (ImGui::CollapsingHeader("Discs")) take(DrawButtons(ViewCommand::Place::Discs, target));
-    if (ImGui::CollapsingHeader("Story")) {
-      take(DrawButtons(ViewCommand::Place::Story, target));
-      take(DrawButtons(ViewCommand::Place::StoryFile, target));
-    }
-    if (ImGui::CollapsingHeader("Six-axis device")) {
-      take(DrawButtons(ViewCommand::Place::Device, target));
-      take(DrawButtons(ViewCommand::Place::DeviceSettings, target));
-    }
-    DrawHelp(unfoldHelp);
-  }
-  ImGui::End();
-  return chosen;
 }
 
 void DrawProgress(const LoadingStatus& status) {
@@ -203,14 +121,164 @@ void DrawMessage(const std::string& message) {
   ImGui::End();
 }
 
+// By the place in the list of the commands.
+int GetNumber(const ViewCommand& command) { return static_cast<int>(&command - GetViewCommands().data()); }
+
+zovhost::FocusRole GetRole(const ViewCommand& command) {
+  return command.isOn != nullptr ? zovhost::FocusRole::ToggleButton : zovhost::FocusRole::Button;
+}
+
+// Accent within white, as the focus of the view.
+void DrawMark(const ImVec2& low, const ImVec2& high) {
+  constexpr float OUTSIDE = 2.0F;
+  const auto [red, green, blue] = zovhost::ACCENT_COLOUR;
+  const ImVec4 accent(static_cast<float>(red), static_cast<float>(green), static_cast<float>(blue), 1.0F);
+  const ImVec2 from(low.x - OUTSIDE, low.y - OUTSIDE);
+  const ImVec2 to(high.x + OUTSIDE, high.y + OUTSIDE);
+  ImDrawList& list = *ImGui::GetForegroundDrawList();
+  const float rounding = ImGui::GetStyle().FrameRounding + OUTSIDE;
+  list.AddRect(from, to, IM_COL32_WHITE, rounding, ImDrawFlags_None, 4.0F);
+  list.AddRect(from, to, ImGui::GetColorU32(accent), rounding, ImDrawFlags_None, 2.0F);
+}
+
 }  // namespace
 
+// In two columns; what is chosen is lit.
+const ViewCommand* ViewerPanel::DrawButtons(ViewCommand::Place place, const ViewTarget& target) {
+  const ViewCommand* chosen = nullptr;
+  int count = 0;
+  ImGui::PushStyleVar(ImGuiStyleVar_ButtonTextAlign, ImVec2(0.0F, 0.5F));
+  for (const ViewCommand& command : GetViewCommands()) {
+    if (command.place != place) continue;
+    if (count++ % COLUMNS != 0) ImGui::SameLine();
+    const bool lit = command.isOn != nullptr && command.isOn(target);
+    if (lit) ImGui::PushStyleColor(ImGuiCol_Button, ImGui::GetStyleColorVec4(ImGuiCol_ButtonActive));
+    if (ImGui::Button(command.label, ImVec2(BUTTON_WIDTH, 0.0F))) chosen = &command;
+    if (NoteItem(GetNumber(command), command.label, GetRole(command), lit)) chosen = &command;
+    if (lit) ImGui::PopStyleColor();
+    DrawKeyOfItem(command.keyName, ImGui::GetItemRectMax().x - ImGui::GetStyle().FramePadding.x * 2.0F);
+  }
+  ImGui::PopStyleVar();
+  return chosen;
+}
+
+const ViewCommand* ViewerPanel::DrawSettings(const ViewTarget& target) {
+  const ViewCommand* chosen = nullptr;
+  for (const ViewCommand& command : GetViewCommands()) {
+    if (command.place != ViewCommand::Place::Settings) continue;
+    bool on = command.isOn(target);
+    if (ImGui::Checkbox(command.label, &on)) chosen = &command;
+    if (NoteItem(GetNumber(command), command.label, GetRole(command), on)) chosen = &command;
+    DrawKeyOfItem(command.keyName, GetRightOfKeys());
+  }
+  return chosen;
+}
+
+void ViewerPanel::DrawHelp(bool unfold) {
+  if (!DrawHeading("Help", unfold)) return;
+  for (const HelpLine& line : HELP) {
+    ImGui::TextDisabled("%s", line.keys);
+    ImGui::SameLine(HELP_COLUMN);
+    ImGui::TextUnformatted(line.action);
+  }
+}
+
+bool ViewerPanel::DrawHeading(const char* label, bool unfold) {
+  const int id = HEADINGS + static_cast<int>(ImGui::GetID(label) % HEADINGS);
+  const bool isOpen = ImGui::GetStateStorage()->GetInt(ImGui::GetID(label), 0) != 0;
+  if (unfold) ImGui::SetNextItemOpen(true);
+  if (pressed == id) ImGui::SetNextItemOpen(!isOpen);
+  const bool open = ImGui::CollapsingHeader(label);
+  NoteItem(id, label, zovhost::FocusRole::Heading, open);
+  return open;
+}
+
+// The last item. True when keys have pressed it.
+bool ViewerPanel::NoteItem(int id, const char* name, zovhost::FocusRole role, bool on) {
+  const ImVec2 low = ImGui::GetItemRectMin();
+  const ImVec2 high = ImGui::GetItemRectMax();
+  const double height = ImGui::GetIO().DisplaySize.y;
+  zovhost::FocusThing thing;
+  thing.id = id;
+  thing.group = "Panel";
+  thing.name = name;
+  thing.role = role;
+  thing.on = on;
+  thing.bounds = Korvane::Box2({(low.x + high.x) * 0.5, height - (low.y + high.y) * 0.5},
+                               {(high.x - low.x) * 0.5, (high.y - low.y) * 0.5});
+  thing.press = [this, id](bool down) {
+    if (down) pressed = id;
+  };
+  if (focused == id) {
+    if (!std::exchange(broughtIntoSight, true)) ImGui::SetScrollHereY(0.5F);
+    DrawMark(low, high);
+  }
+  things.push_back(std::move(thing));
+  if (pressed != id) return false;
+  pressed.reset();
+  return true;
+}
+
+void ViewerPanel::ShowFocus(const zovhost::FocusThing* thing) {
+  const std::optional<int> now = thing != nullptr ? std::optional(thing->id) : std::nullopt;
+  if (now != focused) broughtIntoSight = false;
+  focused = now;
+}
+
+const ViewCommand* ViewerPanel::DrawNamedViews(const ViewTarget& target) {
+  if (target.views == nullptr) return nullptr;
+  if (!DrawHeading("Named views", namedViews.TakeNews(*target.views))) return nullptr;
+  namedViews.Draw(*target.views, target,
+                  COLUMNS * BUTTON_WIDTH + (COLUMNS - 1) * ImGui::GetStyle().ItemSpacing.x);
+  const ViewCommand* const chosen = DrawButtons(ViewCommand::Place::KeptViews, target);
+  namedViews.ScrollToNews();
+  return chosen;
+}
+
+const ViewCommand* ViewerPanel::DrawPanel(const PanelContents& contents, const ViewTarget& target,
+                                          bool unfoldHelp) {
+  if (unfoldHelp) ImGui::SetNextWindowCollapsed(false);
+  ImGui::SetNextWindowPos(ImVec2(MARGIN, MARGIN));
+  // The size follows what is inside; the name in the title has to be asked room for.
+  const float nameWidth = ImGui::CalcTextSize(contents.name.c_str()).x + TITLE_BUTTON_WIDTH;
+  ImGui::SetNextWindowSizeConstraints(ImVec2(std::min(nameWidth, WIDEST_PANEL), 0.0F),
+                                      ImVec2(WIDEST_PANEL, GetRoomForPanel(target)));
+  // The title is what changes, the rest names the panel.
+  const std::string title = contents.name + "###panel";
+  const ViewCommand* chosen = nullptr;
+  const auto take = [&chosen](const ViewCommand* command) {
+    if (command != nullptr) chosen = command;
+  };
+  if (ImGui::Begin(title.c_str(), nullptr, STILL)) {
+    reach = ImGui::GetWindowPos().x + ImGui::GetWindowSize().x;
+    ImGui::TextDisabled("%s triangles", GroupDigits(contents.triangleCount).c_str());
+    take(DrawButtons(ViewCommand::Place::Tools, target));
+    ImGui::Separator();
+    take(DrawButtons(ViewCommand::Place::Views, target));
+    take(DrawSettings(target));
+    DrawSelection(target.selection.GetName());
+    take(DrawNamedViews(target));
+    if (DrawHeading("Discs")) take(DrawButtons(ViewCommand::Place::Discs, target));
+    if (DrawHeading("Story")) {
+      take(DrawButtons(ViewCommand::Place::Story, target));
+      take(DrawButtons(ViewCommand::Place::StoryFile, target));
+    }
+    if (DrawHeading("Six-axis device")) {
+      take(DrawButtons(ViewCommand::Place::Device, target));
+      take(DrawButtons(ViewCommand::Place::DeviceSettings, target));
+    }
+    DrawHelp(unfoldHelp);
+  }
+  ImGui::End();
+  return chosen;
+}
+
 const ViewCommand* ViewerPanel::Draw(const PanelContents& contents, const ViewTarget& target) {
+  things.clear();
   const bool shown = visible && !contents.name.empty();
   const bool unfoldHelp = shown && std::exchange(helpWanted, false);
   reach = 0.0F;
-  const ViewCommand* const chosen =
-      shown ? DrawPanel(contents, target, namedViews, unfoldHelp, reach) : nullptr;
+  const ViewCommand* const chosen = shown ? DrawPanel(contents, target, unfoldHelp) : nullptr;
   if (contents.loading.has_value()) DrawProgress(*contents.loading);
   if (!contents.message.empty()) DrawMessage(contents.message);
   return chosen;

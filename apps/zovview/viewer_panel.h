@@ -3,9 +3,11 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "named_views_panel.h"
 #include "view_commands.h"
+#include "zovhost/keyboard_focus.h"
 
 namespace zovview {
 
@@ -33,15 +35,32 @@ class ViewerPanel {
   /// How far it reaches into the window from the left, in points; 0 while it shows no more than its title.
   float GetReach() const { return reach; }
   void ToggleVisible() { visible = !visible; }
+  /// Its buttons, settings and headings, as they were drawn last; points from the bottom left. Their presses
+  /// count with the next drawing.
+  const std::vector<zovhost::FocusThing>& GetThings() const { return things; }
+  /// What is under the focus is marked, and brought into sight; null: nothing is.
+  void ShowFocus(const zovhost::FocusThing* thing);
   /// The panel, with its help unfolded.
   void ShowHelp() { visible = helpWanted = true; }
   const NamedViewsPanel& GetNamedViews() const { return namedViews; }
 
  private:
-  NamedViewsPanel namedViews;
+  const ViewCommand* DrawPanel(const PanelContents& contents, const ViewTarget& target, bool unfoldHelp);
+  const ViewCommand* DrawButtons(ViewCommand::Place place, const ViewTarget& target);
+  const ViewCommand* DrawSettings(const ViewTarget& target);
+  const ViewCommand* DrawNamedViews(const ViewTarget& target);
+  void DrawHelp(bool unfold);
+  bool DrawHeading(const char* label, bool unfold = false);
+  bool NoteItem(int id, const char* name, zovhost::FocusRole role, bool on);
+
   bool visible = true;
   bool helpWanted = false;
   float reach = 0.0F;
+  NamedViewsPanel namedViews;
+  std::vector<zovhost::FocusThing> things;
+  std::optional<int> pressed;  // by the identifier of a thing
+  std::optional<int> focused;
+  bool broughtIntoSight = false;
 };
 
 }  // namespace zovview

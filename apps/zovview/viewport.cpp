@@ -6,6 +6,7 @@
 #include "cube_commands.h"
 #include "korvane/rewind_history.h"
 #include "named_view_commands.h"
+#include "view_tools.h"
 #include "zovhost/start_camera.h"
 
 namespace zovview {
@@ -14,8 +15,9 @@ using zovhost::MouseButton;
 using zovhost::WindowEvent;
 
 bool Viewport::Pointer::WarpPointer(int x, int y) {
+  if (viewport.touch.OnPointerSet(x, y)) return true;
   if (!host.WarpPointer(x, y)) return false;
-  manager.OnPointerSet(x, y);
+  viewport.manager.OnPointerSet(x, y);
   return true;
 }
 
@@ -24,9 +26,12 @@ Viewport::Viewport(Surroundings around)
       hub(surroundings.requestFrame),
       selection(hub),
       manager(hub),
-      pointer(surroundings.host, manager),
+      pointer(*this),
+      touch(manager, hub, renderer, [this](const WindowEvent& event) { OnPointer(event); }),
       bars(manager, target),
       story(manager, hub),
+      focus({hub, renderer, cube, disc, bars.GetBar(), {&bars.GetTools()}},
+            [this](const WindowEvent& event) { OnPointer(event); }),
       tooltip(surroundings.requestFrame),
       target{hub,
              selection,
@@ -52,6 +57,7 @@ Viewport::Viewport(Surroundings around)
 }
 
 Viewport::~Viewport() {
+  touch.Cancel();
   tooltip.SetRenderer(nullptr);
   manager.Destroy();
   manager.SetNavigationBar(nullptr);
@@ -72,6 +78,8 @@ void Viewport::SetPlace(int x, int y, int width, int height, double scale) {
   renderer.SetViewport(x, y, width, height);
   renderer.SetDisplayScale(scale);
   bars.SetScale(scale);
+  touch.SetScale(scale);
+  focus.SetScale(scale);
   manager.SetViewportSize(width, height);
   hub.SetViewportSize(width, height);
 }
@@ -82,6 +90,7 @@ void Viewport::ApplyPreferences() {
 }
 
 void Viewport::SetScene(const zovhost::Scene& scene) {
+  touch.Cancel();
   manager.Cancel();
   CancelClicks();
   disc.GetHistory()->ClearHistory();  // of another model
@@ -110,8 +119,31 @@ void Viewport::ShowAtOnce(const ViewCommand& command) {
 
 // ---- events ----
 
-void Viewport::OnEvent(const WindowEvent& event) {
-  if (OnEventOfShow(event)) return;
+bool Viewport::OnEvent(const WindowEvent& event) {
+  if (OnEventOfShow(event)) return true;
+  const bool hadFocus = focus.GetFocus().IsActive();
+  if (focus.OnEvent(event)) return true;
+  if (!OnTouch(event)) OnPointer(event);
+  const bool isTab = event.type == WindowEvent::Type::KeyDown && event.key == SDLK_TAB;
+  return !isTab || !hadFocus;
+}
+
+// Three fingers look about while that is the tool. A key that cancels is the fingers' while they do
+// something.
+bool Viewport::OnTouch(const WindowEvent& event) {
+  const int tool = manager.GetActiveTool();
+  const bool looks = tool == TOOL_LOOK || tool == TOOL_LOOK_MOVE;
+  touch.SetThreeFingers(looks ? zovhost::TouchCamera::ThreeFingers::Look
+                              : zovhost::TouchCamera::ThreeFingers::Walk);
+  if (event.type == WindowEvent::Type::KeyDown && event.key == SDLK_ESCAPE && touch.IsActive()) {
+    touch.Cancel();
+    return true;
+  }
+  return touch.OnEvent(event);
+}
+
+// Of the mouse, or of what is one, and of the keys.
+void Viewport::OnPointer(const WindowEvent& event) {
   if (event.type == WindowEvent::Type::MouseDown) {
     clicks.OnMouseDown(event);
     middleClicks.OnMouseDown(event);
@@ -135,11 +167,12 @@ void Viewport::OnEvent(const WindowEvent& event) {
 bool Viewport::OnEventOfShow(const WindowEvent& event) {
   if (event.type == WindowEvent::Type::MouseUp) return std::exchange(pressEndedShow, false);
   if (!story.IsPresenting()) return false;
-  const bool pressed = event.type == WindowEvent::Type::MouseDown;
+  const bool touched = event.type == WindowEvent::Type::FingerDown;
+  const bool pressed = touched || event.type == WindowEvent::Type::MouseDown;
   const bool ofKey = event.type == WindowEvent::Type::KeyDown;
   if (pressed || (ofKey && event.key == SDLK_ESCAPE)) story.Cancel();
   if (ofKey && event.key == SDLK_SPACE && !event.repeated) story.GetBoard().PausePlayback();
-  pressEndedShow = pressed;
+  pressEndedShow = pressed && !touched;
   return pressed || ofKey || event.type == WindowEvent::Type::Wheel;
 }
 
@@ -199,6 +232,7 @@ void Viewport::OnKey(const WindowEvent& event) {
 
 // Of whatever the hand is doing.
 void Viewport::LetGo() {
+  touch.Cancel();
   manager.Cancel();
   CancelClicks();
   tooltip.Dismiss();
@@ -227,6 +261,8 @@ void Viewport::DrawWidgets() {
   manager.OnDraw();
   FollowTooltip();
   tooltip.Draw(hub, GetWidth(), GetHeight());
+  focus.Draw(GetWidth(), GetHeight());
+  touch.OnFrame();
 }
 
 }  // namespace zovview

@@ -14,6 +14,8 @@
 #include "zovhost/click_watch.h"
 #include "zovhost/gl_renderer.h"
 #include "zovhost/tooltip_note.h"
+#include "zovhost/touch_navigation.h"
+#include "zovhost/view_focus.h"
 #include "zovhost/view_hub.h"
 #include "zovhost/window.h"
 
@@ -76,12 +78,13 @@ class Viewport {
 
   /// An event of the window: of the pointer or the keys, or the loss of the focus. A click that nobody
   /// needs selects, the second one of a double click brings what is under it to the middle.
-  void OnEvent(const zovhost::WindowEvent& event);
+  /// False for a key by which the focus has left the view.
+  bool OnEvent(const zovhost::WindowEvent& event);
   /// Ends what the hand is doing.
   void Run(const ViewCommand& command);
   /// Likewise. The camera travels, in one entry of the rewind history.
   void Fly(const Korvane::CameraParameters& camera);
-  bool IsPressed() const { return manager.IsPressed(); }
+  bool IsPressed() const { return manager.IsPressed() || touch.IsActive(); }
 
   /// One step of whatever moves; the drawing follows.
   void PerformFrame();
@@ -92,6 +95,8 @@ class Viewport {
   Selection& GetSelection() { return selection; }
   ViewerViewManager& GetManager() { return manager; }
   zovhost::GLRenderer& GetRenderer() { return renderer; }
+  /// What keys lead without a mouse; a key that is the focus's is no one else's.
+  zovhost::ViewFocus& GetFocus() { return focus; }
   Korvane::Orientor& GetCube() { return cube; }
   Korvane::HelmDisc& GetDisc() { return disc; }
   Korvane::Cam3DController& GetDevice() { return device; }
@@ -104,17 +109,19 @@ class Viewport {
   // The host, but that the view manager hears where the pointer is set.
   class Pointer : public zovhost::RendererHost {
    public:
-    Pointer(zovhost::RendererHost& around, ViewerViewManager& told) : host(around), manager(told) {}
+    explicit Pointer(Viewport& whose) : viewport(whose), host(whose.surroundings.host) {}
     bool ApplyCursor(Korvane::CursorID id) override { return host.ApplyCursor(id); }
     bool WarpPointer(int x, int y) override;
     bool OpenMenu(Korvane::MenuID id) override { return host.OpenMenu(id); }
     bool OpenUCSMenu(int x, int y) override { return host.OpenUCSMenu(x, y); }
 
    private:
+    Viewport& viewport;
     zovhost::RendererHost& host;
-    ViewerViewManager& manager;
   };
 
+  bool OnTouch(const zovhost::WindowEvent& event);
+  void OnPointer(const zovhost::WindowEvent& event);
   bool OnEventOfShow(const zovhost::WindowEvent& event);
   void OnClick(const zovhost::WindowEvent& event);
   void OnSideButton(zovhost::MouseButton button);
@@ -130,14 +137,16 @@ class Viewport {
   Selection selection;
   zovhost::GLRenderer renderer;
   Korvane::HelmDisc disc;
-  Korvane::Orientor cube;
+  zovhost::PressableOrientor cube;
   Korvane::Cam3DController device;
   ViewerViewManager manager;
   Pointer pointer;
+  zovhost::TouchNavigation touch;
   zovhost::ClickWatch clicks;
   zovhost::ClickWatch middleClicks{zovhost::MouseButton::Middle};
   ViewBars bars;
   ViewStory story;
+  zovhost::ViewFocus focus;
   zovhost::TooltipNote tooltip;
   const ViewTarget target;
   int placeX = 0;

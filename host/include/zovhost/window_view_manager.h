@@ -52,6 +52,18 @@ class WindowViewManager : public Korvane::ViewManager {
   void Cancel();
   /// A button that was pressed here is held.
   bool IsPressed() const { return mouse.leftDown || mouse.middleDown || mouse.rightDown; }
+  /// Nothing that stands on the view would have a press of the left button at this pixel. The pointer goes
+  /// there, but beside a large disc, which would follow it.
+  bool IsFreeAt(int x, int y);
+  /// The open disc would have the press, once it has followed the pointer there in a frame. A mini disc has
+  /// it anywhere.
+  bool IsDiscAt(int x, int y) const;
+  bool IsDiscOpen() const {
+    return helmDisc != nullptr && helmDisc->GetActiveDisc() != Korvane::DiscType::None;
+  }
+  /// For a move of the host's own: what the mouse is doing ends, and a move that runs. False, with nothing
+  /// ended, while a story has the view.
+  bool TakeView();
   /// The last left press was of use to no one unless it becomes a drag.
   bool IsClickFree() const { return clickFree; }
 
@@ -74,7 +86,9 @@ class WindowViewManager : public Korvane::ViewManager {
   bool OnKey(const WindowEvent& event);
   void EndRunningShot();
   bool IsPressForDisc() const;
-  PixelPosition FollowPointer(int x, int y);
+  void PutPointer(int x, int y);
+  bool IsFreeBesideDisc(int x, int y);
+  PixelPosition FollowPointer(const WindowEvent& event);
 
   MovePointer movePointer;
   PointerWrap pointer;

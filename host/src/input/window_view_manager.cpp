@@ -8,7 +8,9 @@
 #include "korvane/cam3d_controller.h"
 #include "korvane/camera_operations.h"
 #include "korvane/center_tool.h"
+#include "korvane/navigation_bar.h"
 #include "korvane/orientor.h"
+#include "korvane/pixel_icon2d.h"
 #include "korvane/rect_zoom_tool.h"
 #include "korvane/storyboard.h"
 #include "korvane/tool.h"
@@ -52,7 +54,7 @@ bool WindowViewManager::AddTool(int id, Korvane::Tool* tool) {
 // ---- the tool behind a disc ----
 
 bool WindowViewManager::SetActiveTool(int id) {
-  const bool forDisc = id == 0 && helmDisc != nullptr && helmDisc->GetActiveDisc() != Korvane::DiscType::None;
+  const bool forDisc = id == 0 && IsDiscOpen();
   if (forDisc) {
     if (activeToolID != 0) toolBehindDisc = activeToolID;
     return ViewManager::SetActiveTool(0);
@@ -67,8 +69,7 @@ bool WindowViewManager::SetActiveTool(int id) {
 // Comes when a disc has opened or closed, among others.
 void WindowViewManager::Refresh() {
   ViewManager::Refresh();
-  const bool closed = helmDisc == nullptr || helmDisc->GetActiveDisc() == Korvane::DiscType::None;
-  if (closed && toolBehindDisc != 0) SetActiveTool(toolBehindDisc);
+  if (!IsDiscOpen() && toolBehindDisc != 0) SetActiveTool(toolBehindDisc);
 }
 
 bool WindowViewManager::WantMiddleMouseNavigation() const {
@@ -99,6 +100,10 @@ bool WindowViewManager::OnEvent(const WindowEvent& event) {
     case WindowEvent::Type::FocusLost:
       Cancel();
       return true;
+    case WindowEvent::Type::FingerDown:
+    case WindowEvent::Type::FingerMove:
+    case WindowEvent::Type::FingerUp:
+    case WindowEvent::Type::FingersLost:
     case WindowEvent::Type::Resized:
     case WindowEvent::Type::FileDropped:
     case WindowEvent::Type::Closing:
@@ -126,7 +131,7 @@ bool WindowViewManager::OnPress(const WindowEvent& event) {
     OnMove(event);
     pointer.Restart({event.x, event.y});
   }
-  const PixelPosition position = FollowPointer(event.x, event.y);
+  const PixelPosition position = FollowPointer(event);
   // The wheel would hold on to the pointer.
   if (isFirst && navigation.present == Navigation::Zooming) EndMiddleMouseNavigation();
   if (isFirst && event.button != MouseButton::Right) EndRunningShot();
@@ -138,7 +143,7 @@ bool WindowViewManager::OnPress(const WindowEvent& event) {
 }
 
 bool WindowViewManager::OnMove(const WindowEvent& event) {
-  const PixelPosition position = FollowPointer(event.x, event.y);
+  const PixelPosition position = FollowPointer(event);
   return OnMouseMove(position.x, position.y);
 }
 
@@ -161,7 +166,7 @@ bool WindowViewManager::OnWheel(const WindowEvent& event) {
   const std::optional<int> counts = wheel.Turn(event.wheel);
   if (!counts.has_value()) return false;
   if (!IsPressed()) EndRunningShot();
-  const PixelPosition position = FollowPointer(event.x, event.y);
+  const PixelPosition position = FollowPointer(event);
   return OnMouseWheel(position.x, position.y, *counts);
 }
 
@@ -174,9 +179,10 @@ bool WindowViewManager::OnLeave() {
 
 void WindowViewManager::OnPointerSet(int x, int y) { pointer.Restart({x, y}); }
 
-PixelPosition WindowViewManager::FollowPointer(int x, int y) {
+PixelPosition WindowViewManager::FollowPointer(const WindowEvent& event) {
   std::optional<PixelPosition> jump;
-  const PixelPosition position = pointer.Follow({x, y}, wantCursorWrapping, jump);
+  const bool wraps = wantCursorWrapping && !event.ofTouch;
+  const PixelPosition position = pointer.Follow({event.x, event.y}, wraps, jump);
   if (jump.has_value() && movePointer) movePointer(jump->x, jump->y);
   return position;
 }
@@ -194,6 +200,63 @@ bool WindowViewManager::IsPressForDisc() const {
   if (helmDisc == nullptr || !helmDisc->GetEnabled()) return false;
   const Korvane::TrackMenu* const menu = helmDisc->GetActiveTrackMenu();
   return menu != nullptr && menu->GetVisible();
+}
+
+// ---- whose the view is ----
+
+void WindowViewManager::PutPointer(int x, int y) {
+  WindowEvent move;
+  move.x = x;
+  move.y = y;
+  move.ofTouch = true;
+  OnMove(move);
+}
+
+// Of the cube, what lies beside its parts as well.
+bool WindowViewManager::IsFreeAt(int x, int y) {
+  const auto isOnCube = [&] {
+    return orientor != nullptr && orientor->GetParameters().visible && !cleanScreen &&
+           orientor->IsPointInBounds(x, y);
+  };
+  if (IsDiscAt(x, y)) return false;
+  const bool besideDisc = IsDiscOpen() && helmDisc->GetActiveTrackMenu() != nullptr;
+  if (besideDisc) return IsFreeBesideDisc(x, y) && !isOnCube();
+  PutPointer(x, y);
+  return WantActiveToolEnabled() && !isOnCube();
+}
+
+// The disc is held where it is while the others look at the pointer.
+bool WindowViewManager::IsFreeBesideDisc(int x, int y) {
+  Korvane::TrackMenu* const menu = helmDisc->GetActiveTrackMenu();
+  const bool wasLocked = menu->GetLocked();
+  const PixelPosition before = {mouse.x, mouse.y};
+  menu->SetLocked(true);
+  PutPointer(x, y);
+  const bool onBar = (navigationBar != nullptr && navigationBar->IsMouseInRegion()) ||
+                     IsMouseInToolbarRegion() || IsMouseInRibbonRegion();
+  const bool onStory = reelshowPlaying || (storyboard != nullptr && storyboard->IsMouseInRegion());
+  const bool isFree = !onBar && !onStory && !helmDisc->IsOverWelcome();
+  if (isFree) PutPointer(before.x, before.y);
+  menu->SetLocked(wasLocked);
+  return isFree;
+}
+
+bool WindowViewManager::IsDiscAt(int x, int y) const {
+  Korvane::TrackMenu* const menu = IsDiscOpen() ? helmDisc->GetActiveTrackMenu() : nullptr;
+  if (menu == nullptr) return false;
+  if (!Korvane::HelmDisc::IsLargeDisc(helmDisc->GetActiveDisc())) return true;
+  const Korvane::PixelIcon2D* const map = menu->GetRegionMap();
+  Korvane::Vector3 colour;
+  return map != nullptr && map->GetColor({static_cast<double>(x), static_cast<double>(y)}, colour);
+}
+
+bool WindowViewManager::TakeView() {
+  if (cameraOperations == nullptr || reelshowPlaying) return false;
+  if (storyboard != nullptr && storyboard->IsPlayingBack()) return false;
+  if (IsPressed()) Cancel();
+  EndMiddleMouseNavigation();
+  cameraOperations->EndShot();
+  return true;
 }
 
 // ---- keys ----

@@ -8,7 +8,9 @@
 #include <imgui_internal.h>
 
 #include <cfloat>
+#include <cmath>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -100,6 +102,10 @@ bool IsPointerEvent(Uint32 type) {
          type == SDL_MOUSEWHEEL;
 }
 
+bool IsFingerEvent(Uint32 type) {
+  return type == SDL_FINGERDOWN || type == SDL_FINGERMOTION || type == SDL_FINGERUP;
+}
+
 bool IsKeyEvent(Uint32 type) {
   return type == SDL_KEYDOWN || type == SDL_KEYUP || type == SDL_TEXTINPUT || type == SDL_TEXTEDITING;
 }
@@ -121,6 +127,11 @@ class Gui::Impl {
  private:
   bool OnNativeEvent(const SDL_Event& event);
   bool OnPointerEvent(const SDL_Event& event);
+  bool OnFingerEvent(const SDL_TouchFingerEvent& event);
+  void PressFinger(const SDL_TouchFingerEvent& event);
+  void LiftFinger();
+  void SendPointer(Uint32 type, ImVec2 point);
+  ImVec2 GetFingerPoint(const SDL_TouchFingerEvent& event) const;
   bool OnKeyEvent(const SDL_Event& event);
   bool IsTyping() const;
   void EndTyping(const SDL_Event& event);
@@ -138,6 +149,12 @@ class Gui::Impl {
   bool pointerWasOver = false;
   unsigned buttonsOfPanels = 0;  // pressed over a panel and still held; one bit a button
   unsigned buttonsOfOthers = 0;
+  struct Finger {
+    SDL_TouchID device;
+    SDL_FingerID id;
+  };
+  std::optional<Finger> finger;  // that came down on a panel, and is its mouse
+  int framesToLeave = 0;         // until the pointer goes with the finger that was lifted
 };
 
 Gui::Impl::Impl(Window* overWindow, int pictureWidth, int pictureHeight)
@@ -173,6 +190,8 @@ void Gui::Impl::BeginFrame() {
     ImGui_ImplSDL2_NewFrame();
     // The backend asks for the pointer on the whole desktop, which SDL knows only after it has moved a while.
     ImGui::GetIO().MousePos = pointer;
+    // It takes the buttons from the system's mouse, which no finger presses.
+    if (finger.has_value()) ImGui::GetIO().MouseDown[0] = true;
   } else {
     ImGui::GetIO().DisplaySize = ImVec2(static_cast<float>(width), static_cast<float>(height));
   }
@@ -182,6 +201,7 @@ void Gui::Impl::BeginFrame() {
 void Gui::Impl::EndFrame() {
   ImGui::Render();
   ImGui_ImplOpenGL3_RenderDrawData(ImGui::GetDrawData());
+  if (framesToLeave > 0 && --framesToLeave == 0) OnPointerLeaves();
   if (window == nullptr || (framesToSettle == 0 && !IsPanelAppearing())) return;
   if (framesToSettle > 0) --framesToSettle;
   window->RequestFrame();
@@ -217,9 +237,13 @@ bool Gui::Impl::IsOverPanel(float pointX, float pointY) const {
 
 bool Gui::Impl::OnNativeEvent(const SDL_Event& event) {
   if (IsPointerEvent(event.type)) return OnPointerEvent(event);
+  if (IsFingerEvent(event.type)) return OnFingerEvent(event.tfinger);
   if (IsKeyEvent(event.type)) return OnKeyEvent(event);
   if (event.type == SDL_WINDOWEVENT) {
-    if (event.window.event == SDL_WINDOWEVENT_FOCUS_LOST) buttonsOfPanels = buttonsOfOthers = 0;
+    if (event.window.event == SDL_WINDOWEVENT_FOCUS_LOST) {
+      LiftFinger();
+      buttonsOfPanels = buttonsOfOthers = 0;
+    }
     ImGui_ImplSDL2_ProcessEvent(&event);
     if (event.window.event == SDL_WINDOWEVENT_LEAVE) OnPointerLeaves();
   }
@@ -238,6 +262,7 @@ bool Gui::Impl::OnPointerEvent(const SDL_Event& event) {
     y = event.type == SDL_MOUSEMOTION ? event.motion.y : event.button.y;
   }
   pointer = ImVec2(static_cast<float>(x), static_cast<float>(y));
+  framesToLeave = 0;
   // Beside an open menu a press closes it and does no more.
   const bool over = !context->OpenPopupStack.empty() || IsOverPanel(pointer.x, pointer.y);
   const bool ofPanels = buttonsOfPanels != 0 || (over && buttonsOfOthers == 0);
@@ -254,6 +279,63 @@ bool Gui::Impl::OnPointerEvent(const SDL_Event& event) {
   ImGui_ImplSDL2_ProcessEvent(&event);
   Settle();
   return true;
+}
+
+// The first finger on a panel is its mouse until it is lifted, others there do nothing.
+bool Gui::Impl::OnFingerEvent(const SDL_TouchFingerEvent& event) {
+  const ImVec2 point = GetFingerPoint(event);
+  if (!std::isfinite(point.x) || !std::isfinite(point.y)) return true;
+  const bool isOwn = finger.has_value() && finger->device == event.touchId && finger->id == event.fingerId;
+  if (event.type == SDL_FINGERDOWN && !isOwn) {
+    const bool over = !context->OpenPopupStack.empty() || IsOverPanel(point.x, point.y);
+    if (over && !finger.has_value()) PressFinger(event);
+    if (!over && IsTyping()) SendPointer(SDL_MOUSEBUTTONDOWN, point);
+    return over;
+  }
+  if (!isOwn) return false;
+  SendPointer(SDL_MOUSEMOTION, point);
+  if (event.type == SDL_FINGERUP) LiftFinger();
+  return true;
+}
+
+void Gui::Impl::PressFinger(const SDL_TouchFingerEvent& event) {
+  const ImVec2 point = GetFingerPoint(event);
+  finger = Finger{event.touchId, event.fingerId};
+  SendPointer(SDL_MOUSEMOTION, point);
+  SendPointer(SDL_MOUSEBUTTONDOWN, point);
+}
+
+// It leaves no pointer behind, once what it has clicked on knows of it.
+void Gui::Impl::LiftFinger() {
+  if (!finger.has_value()) return;
+  finger.reset();
+  SendPointer(SDL_MOUSEBUTTONUP, pointer);
+  framesToLeave = FRAMES_TO_SETTLE - 1;
+}
+
+ImVec2 Gui::Impl::GetFingerPoint(const SDL_TouchFingerEvent& event) const {
+  const float points = GetPointsPerPixel();
+  return {std::floor(event.x * static_cast<float>(window->GetWidth()) * points),
+          std::floor(event.y * static_cast<float>(window->GetHeight()) * points)};
+}
+
+// As the mouse would.
+void Gui::Impl::SendPointer(Uint32 type, ImVec2 point) {
+  SDL_Event event = {};
+  event.type = type;
+  if (type == SDL_MOUSEMOTION) {
+    event.motion.windowID = SDL_GetWindowID(window->GetNativeWindow());
+    event.motion.x = static_cast<int>(point.x);
+    event.motion.y = static_cast<int>(point.y);
+  } else {
+    event.button.windowID = SDL_GetWindowID(window->GetNativeWindow());
+    event.button.button = SDL_BUTTON_LEFT;
+    event.button.clicks = 1;
+    event.button.state = type == SDL_MOUSEBUTTONDOWN ? SDL_PRESSED : SDL_RELEASED;
+    event.button.x = static_cast<int>(point.x);
+    event.button.y = static_cast<int>(point.y);
+  }
+  OnPointerEvent(event);
 }
 
 // Whoever typed a text knows of the press beside it, and that it is over.

@@ -115,6 +115,7 @@ bool Window::Impl::Open(const Options& options, std::string& error) {
   }
   offscreen = options.offscreen;
   clock = options.clock;
+  touchDevice = options.touchDevice;
   video = std::make_unique<SdlVideo>();
   if (!video->IsReady()) {
     error = std::string("cannot open a display: ") + SDL_GetError();
@@ -127,6 +128,7 @@ bool Window::Impl::Open(const Options& options, std::string& error) {
   SDL_EnableScreenSaver();
   // A first click on a window that is not in front counts as a click.
   SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
+  SDL_SetHint(SDL_HINT_TOUCH_MOUSE_EVENTS, "0");
 
   // Not every driver smooths the edges of a window; one that does not is still good.
   const std::array<int, 2> attempts = {offscreen ? 0 : MULTISAMPLES, 0};

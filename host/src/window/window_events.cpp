@@ -50,6 +50,8 @@ void Window::Impl::Handle(const SDL_Event& event) {
     return;
   }
   if (event.type == SDL_WINDOWEVENT) HandleWindowEvent(event.window);
+  LoseFingersOfGoneDevices();
+  if (IsMadeUp(event)) return;
   if (nativeHook && nativeHook(event)) return;
   switch (event.type) {
     case SDL_MOUSEMOTION:
@@ -59,6 +61,10 @@ void Window::Impl::Handle(const SDL_Event& event) {
       return HandleButton(event.button);
     case SDL_MOUSEWHEEL:
       return HandleWheel(event.wheel);
+    case SDL_FINGERDOWN:
+    case SDL_FINGERMOTION:
+    case SDL_FINGERUP:
+      return HandleFinger(event.tfinger);
     case SDL_KEYDOWN:
     case SDL_KEYUP:
       return HandleKey(event.key);
@@ -95,6 +101,7 @@ void Window::Impl::HandleWindowEvent(const SDL_WindowEvent& event) {
       return;
     case SDL_WINDOWEVENT_FOCUS_LOST:
       heldButtons = 0;
+      fingers.clear();
       SDL_CaptureMouse(SDL_FALSE);
       return Send(MakeEvent(WindowEvent::Type::FocusLost));
     default:
@@ -134,7 +141,9 @@ void Window::Impl::HandleButton(const SDL_MouseButtonEvent& event) {
 
 void Window::Impl::HandleWheel(const SDL_MouseWheelEvent& event) {
   WindowEvent wheel = MakeEvent(WindowEvent::Type::Wheel);
-  wheel.wheel = static_cast<double>(event.preciseY);
+  // With Shift held, some window systems turn an upright wheel into a level one.
+  const bool isLaidOver = event.preciseY == 0.0F && (SDL_GetModState() & KMOD_SHIFT) != 0;
+  wheel.wheel = static_cast<double>(isLaidOver ? event.preciseX : event.preciseY);
   if (event.direction == SDL_MOUSEWHEEL_FLIPPED) wheel.wheel = -wheel.wheel;
   SetPosition(wheel, event.mouseX, event.mouseY);
   if (wheel.wheel != 0.0) Send(wheel);

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <map>
 #include <memory>
+#include <vector>
 
 #include "zovhost/window.h"
 
@@ -60,6 +61,11 @@ class Window::Impl {
   void HandleWheel(const SDL_MouseWheelEvent& event);
   void HandleKey(const SDL_KeyboardEvent& event);
   void HandleDrop(const SDL_DropEvent& event);
+  void HandleFinger(const SDL_TouchFingerEvent& event);
+  void LoseFingers();
+  void LoseFingersOfGoneDevices();
+  TouchDevice GetTouchDevice(SDL_TouchID id) const;
+  bool IsMadeUp(const SDL_Event& event) const;
   void Send(WindowEvent event);
   void SetPosition(WindowEvent& event, int pointX, int pointY) const;
   void WarpPointer(int x, int y);
@@ -79,6 +85,19 @@ class Window::Impl {
   bool frameRequested = true;
   Clock::time_point lastFrame;
   std::chrono::milliseconds framePeriod{0};
+
+  // A finger that is down; its place in the list is its number.
+  struct Finger {
+    SDL_TouchID device;
+    SDL_FingerID id;
+    bool known;  // the device was there
+    bool down;
+  };
+  Finger* FindFinger(const SDL_TouchFingerEvent& event);
+  Finger* TakeFinger(const SDL_TouchFingerEvent& event);
+
+  std::function<TouchDevice(std::int64_t)> touchDevice;
+  std::vector<Finger> fingers;
 
   unsigned heldButtons = 0;  // one bit a MouseButton
   bool warping = false;
