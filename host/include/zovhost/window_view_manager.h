@@ -73,6 +73,7 @@ class WindowViewManager : public Korvane::ViewManager {
   bool OnLeave();
   bool OnKey(const WindowEvent& event);
   void EndRunningShot();
+  void GiveSnappingBack();
   bool IsPressForDisc() const;
   PixelPosition FollowPointer(int x, int y);
 
@@ -81,6 +82,7 @@ class WindowViewManager : public Korvane::ViewManager {
   HeldKeys keys;
   WheelCounter wheel;
   bool clickFree = false;
+  bool snapping = false;   // at the last press
   int toolBehindDisc = 0;  // 0: none
 };
 

@@ -125,6 +125,7 @@ bool WindowViewManager::OnPress(const WindowEvent& event) {
   if (isFirst) {
     OnMove(event);
     pointer.Restart({event.x, event.y});
+    snapping = cameraOperations != nullptr && cameraOperations->GetApplicationParameters().do_snap_orbit;
   }
   const PixelPosition position = FollowPointer(event.x, event.y);
   // The wheel would hold on to the pointer.
@@ -149,7 +150,9 @@ bool WindowViewManager::OnRelease(const WindowEvent& event) {
   if (cameraOperations != nullptr && cameraOperations->IsOperationActive(Korvane::OPERATION_ALL)) {
     cameraOperations->PerformOperations();
   }
+  const bool ofCube = orientorDrag.seen;
   const bool used = (this->*GetRelease(event.button))(mouse.x, mouse.y);
+  if (ofCube) GiveSnappingBack();
   if (IsPressed()) return used;
   const PixelPosition shown = pointer.GetPosition();
   pointer.Restart(shown);
@@ -189,6 +192,11 @@ void WindowViewManager::EndRunningShot() {
   if (cameraOperations != nullptr) cameraOperations->EndShot();
 }
 
+// The cube, which pulls to its views by a setting of its own, leaves the hub's off.
+void WindowViewManager::GiveSnappingBack() {
+  if (cameraOperations != nullptr) cameraOperations->GetApplicationParameters().do_snap_orbit = snapping;
+}
+
 // A disc hides while its own move runs, which is the disc's to end.
 bool WindowViewManager::IsPressForDisc() const {
   if (helmDisc == nullptr || !helmDisc->GetEnabled()) return false;
@@ -212,7 +220,9 @@ bool WindowViewManager::OnKey(const WindowEvent& event) {
 void WindowViewManager::Cancel() {
   while (const std::optional<Korvane::KeyID> key = keys.ReleaseNext()) OnKeyUp(*key);
   const PixelPosition shown = pointer.GetPosition();
+  const bool ofCube = orientorDrag.seen;
   CancelGesture();
+  if (ofCube) GiveSnappingBack();
   pointer.Restart(shown);
   clickFree = false;
   wheel.Restart();
