@@ -83,7 +83,7 @@ ROOM_OF_HEADER = {f"zovhost/{name}.h": room for room, names in {
     "widget_renderer": "gl_renderer",
     "scene_view": "gl_scene_view",
     "window": "gui window",
-    "input": "click_watch held_keys key_table pointer_wrap wheel_counter window_view_manager",
+    "input": "click_watch held_keys key_table navigation_style pointer_wrap wheel_counter window_view_manager",
     "devices": "six_axis_settings six_axis_source six_axis_hand spnav_source game_controller_source",
     "bars": "navigation_bar_host toolbar_dress tooltip_note",
     "panels": "shot_editor_panel six_axis_panel",

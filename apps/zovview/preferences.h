@@ -13,7 +13,7 @@ struct Choices {
   bool reducedMotion = false;
   std::string language;                  ///< As in zovhost/languages.h; empty: that of the environment.
   std::string ground;                    ///< Behind the model; empty: the program's own.
-  std::string navigationStyle;           ///< Of buttons and keys; empty: the program's own.
+  std::string navigationStyle;           ///< As in zovhost/navigation_style.h; empty: the program's own.
   std::vector<std::string> recentFiles;  ///< The latest first.
 };
 

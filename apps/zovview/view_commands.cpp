@@ -14,6 +14,7 @@
 #include "preferences.h"
 #include "story_commands.h"
 #include "view_tools.h"
+#include "zovhost/navigation_style.h"
 #include "zovhost/window.h"
 
 namespace zovview {
@@ -72,6 +73,26 @@ template <DeviceMode MODE>
 constexpr ViewCommand MakeDeviceCommand(const char* name, const char* label, const char* keyName,
                                         SDL_Keycode key) {
   return {Device, name, label, keyName, key, UseDeviceMode<MODE>, IsDeviceModeOf<MODE>};
+}
+
+const zovhost::NavigationStyle& GetStyle(const ViewTarget& target) {
+  return zovhost::FindNavigationStyle(
+      target.preferences != nullptr ? target.preferences->Get().navigationStyle : std::string());
+}
+template <std::size_t INDEX>
+void UseStyle(const ViewTarget& target) {
+  if (target.preferences == nullptr) return;
+  const std::string name(zovhost::GetNavigationStyles()[INDEX].name);
+  target.preferences->Edit([&name](Choices& choices) { choices.navigationStyle = name; });
+}
+template <std::size_t INDEX>
+bool IsStyle(const ViewTarget& target) {
+  return &GetStyle(target) == &zovhost::GetNavigationStyles()[INDEX];
+}
+// By the row of the kit's table.
+template <std::size_t INDEX>
+constexpr ViewCommand MakeStyleCommand(const char* name, const char* label) {
+  return {Styles, name, label, "", SDLK_UNKNOWN, UseStyle<INDEX>, IsStyle<INDEX>};
 }
 
 constexpr ViewCommand COMMANDS[] = {
@@ -243,6 +264,13 @@ constexpr ViewCommand COMMANDS[] = {
     {DeviceSettings, "device-translation", "Translation", "", SDLK_UNKNOWN, ToggleDeviceTranslation,
      DoesDeviceMove},
     {DeviceSettings, "device-page", "Settings...", "E", SDLK_e, ToggleDevicePage},
+    MakeStyleCommand<0>("style-own", "Middle pans, Shift orbits"),
+    MakeStyleCommand<1>("style-middle-orbits", "Middle orbits, Shift pans"),
+    MakeStyleCommand<2>("style-middle-turns", "Middle orbits, Ctrl pans"),
+    MakeStyleCommand<3>("style-control-orbits", "Middle pans, Ctrl orbits"),
+    MakeStyleCommand<4>("style-right-orbits", "Right orbits, middle pans"),
+    MakeStyleCommand<5>("style-alt-drags", "Alt and left, middle, right"),
+    MakeStyleCommand<6>("style-right-looks", "Right looks, W A S D move"),
     {Nowhere, "redo-by-shift", "Redo", "Ctrl+Shift+Z", SDLK_z, RedoEdit, nullptr, CONTROL | SHIFT},
     {Nowhere, "stop-story", "Stop", "", SDLK_UNKNOWN, StopStory},
     {Nowhere, "level", "Level the view", "", SDLK_UNKNOWN, LevelView},

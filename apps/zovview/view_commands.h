@@ -70,6 +70,7 @@ struct ViewCommand {
     // Of the panel, of a list in the menu of the view, and of the menu of the device's button.
     Device,
     DeviceSettings,
+    Styles,  // of navigation: of the panel, and of a list in the menu of the view
     Nowhere,
   };
 

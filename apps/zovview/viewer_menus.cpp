@@ -80,7 +80,8 @@ const ViewCommand* DrawViewMenu(const ViewTarget& target) {
   const ViewCommand* const bar = DrawList("Navigation bar", Place::Bars, target);
   const ViewCommand* const story = DrawStoryList(target);
   const ViewCommand* const device = DrawDeviceList(target);
-  for (const ViewCommand* chosen : {tool, view, disc, bar, story}) {
+  const ViewCommand* const style = DrawList("Mouse and keys", Place::Styles, target);
+  for (const ViewCommand* chosen : {tool, view, disc, bar, story, style}) {
     if (chosen != nullptr) return chosen;
   }
   return device;

@@ -124,6 +124,15 @@ const ViewCommand* DrawSettings(const ViewTarget& target) {
   return chosen;
 }
 
+const ViewCommand* DrawChoices(ViewCommand::Place place, const ViewTarget& target) {
+  const ViewCommand* chosen = nullptr;
+  for (const ViewCommand& command : GetViewCommands()) {
+    if (command.place != place) continue;
+    if (ImGui::RadioButton(command.label, command.isOn(target))) chosen = &command;
+  }
+  return chosen;
+}
+
 // Above the storyboard, which counts in pixels.
 float GetRoomForPanel(const ViewTarget& target) {
   const ImGuiIO& io = ImGui::GetIO();
@@ -161,6 +170,7 @@ const ViewCommand* DrawPanel(const PanelContents& contents, const ViewTarget& ta
       take(DrawButtons(ViewCommand::Place::Device, target));
       take(DrawButtons(ViewCommand::Place::DeviceSettings, target));
     }
+    if (ImGui::CollapsingHeader("Mouse and keys")) take(DrawChoices(ViewCommand::Place::Styles, target));
     DrawHelp(unfoldHelp);
   }
   ImGui::End();

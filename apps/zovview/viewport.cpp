@@ -75,7 +75,9 @@ void Viewport::SetPlace(int x, int y, int width, int height, double scale) {
 
 void Viewport::ApplyPreferences() {
   if (surroundings.preferences == nullptr) return;
-  hub.SetReducedMotion(surroundings.preferences->Get().reducedMotion);
+  const Choices& choices = surroundings.preferences->Get();
+  hub.SetReducedMotion(choices.reducedMotion);
+  manager.SetNavigationStyle(zovhost::FindNavigationStyle(choices.navigationStyle));
 }
 
 void Viewport::SetScene(const zovhost::Scene& scene) {
