@@ -76,7 +76,7 @@ ROOM_OF_HEADER = {f"zovhost/{name}.h": room for room, names in {
     "stories": "story_file",
     "images": "accent image read_image",
     "scene": "scene",
-    "hub": "start_camera view_hub",
+    "hub": "pivot_policy start_camera view_hub",
     "gl": "gl_state_guard offscreen_target",
     "pictures": "resource_pack host_pictures host_texts",
     "picture_files": "picture",

@@ -81,7 +81,8 @@ const ViewCommand* DrawViewMenu(const ViewTarget& target) {
   const ViewCommand* const story = DrawStoryList(target);
   const ViewCommand* const device = DrawDeviceList(target);
   const ViewCommand* const style = DrawList("Mouse and keys", Place::Styles, target);
-  for (const ViewCommand* chosen : {tool, view, disc, bar, story, style}) {
+  const ViewCommand* const pivot = DrawList("Orbit", Place::Pivots, target);
+  for (const ViewCommand* chosen : {tool, view, disc, bar, story, style, pivot}) {
     if (chosen != nullptr) return chosen;
   }
   return device;

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <functional>
+#include <optional>
+#include <vector>
 
 #include "korvane/cam3d_controller.h"
 #include "korvane/helm_disc.h"
@@ -67,7 +69,7 @@ class Viewport {
   /// An event of the window: of the pointer or the keys, or the loss of the focus. A click that nobody
   /// needs selects, the second one of a double click brings what is under it to the middle.
   void OnEvent(const zovhost::WindowEvent& event);
-  /// Ends what the hand is doing.
+  /// Ends what the hand is doing. What goes by the view that it finds waits while the camera travels.
   void Run(const ViewCommand& command);
   bool IsPressed() const { return manager.IsPressed(); }
 
@@ -107,10 +109,12 @@ class Viewport {
   void OnClick(const zovhost::WindowEvent& event);
   void OnSideButton(zovhost::MouseButton button);
   void CancelClicks();
+  void RunWaiting();
   void OnKey(const zovhost::WindowEvent& event);
   void OnRightClick(const zovhost::WindowEvent& event, bool used);
   void NotePointer(const zovhost::WindowEvent& event);
   void FollowTooltip();
+  std::optional<Korvane::Vector3> PickPivot() const;
 
   Surroundings surroundings;
   zovhost::ViewHub hub;
@@ -127,6 +131,7 @@ class Viewport {
   ViewStory story;
   zovhost::TooltipNote tooltip;
   const ViewTarget target;
+  std::vector<const ViewCommand*> waiting;  // for the camera to arrive, the first to be run first
   int placeX = 0;
   int pointerX = -1;
   int pointerY = -1;

@@ -350,6 +350,44 @@ TEST_F(ViewerViewManagerTest, the_keys_of_look_and_move_take_the_same_share_of_e
   }
 }
 
+// ---- the note that names a tool ----
+
+TEST_F(ViewerViewManagerTest, the_note_names_a_tool_when_it_is_chosen_and_in_its_first_drag) {
+  const auto countNotes = [this] {
+    renderer.ClearCalls();
+    Draw();
+    return renderer.CountCalls("RenderDynamic");
+  };
+  const auto drag = [this, &countNotes] {
+    Send(Type::MouseDown, 300, 300);
+    Send(Type::MouseMove, 340, 300);
+    const int notes = countNotes();
+    Send(Type::MouseUp, 340, 300);
+    Draw();
+    return notes;
+  };
+  Send(Type::MouseMove, 300, 300);
+  EXPECT_EQ(countNotes(), 0) << "nobody has chosen the first";
+  const int first = drag();
+  EXPECT_EQ(drag(), first - 1) << "that of the pivot stays";
+
+  events.SetActiveTool(zovview::TOOL_PAN);
+  EXPECT_EQ(countNotes(), 1);
+  Send(Type::MouseLeave);
+  EXPECT_EQ(countNotes(), 0) << "there is no pointer";
+  Send(Type::MouseMove, 300, 300);
+  EXPECT_EQ(drag(), 1);
+  EXPECT_EQ(countNotes(), 0);
+  EXPECT_EQ(drag(), 0);
+
+  events.SetActiveTool(zovview::TOOL_PAN);
+  EXPECT_EQ(countNotes(), 0) << "the same";
+  disc.SetActiveDisc(Korvane::DiscType::FullNavigation);
+  disc.SetActiveDisc(Korvane::DiscType::None);
+  EXPECT_EQ(events.GetActiveTool(), zovview::TOOL_PAN);
+  EXPECT_FALSE(events.GetToolNote().IsShown()) << "a disc has come and gone";
+}
+
 // The window system may tell of it also where it has given the pointer to the window.
 TEST_F(ViewerViewManagerTest, a_pointer_that_leaves_in_a_drag_is_no_motion) {
   const CameraParameters before = hub.GetView();

@@ -44,6 +44,10 @@ class WindowViewManager : public Korvane::ViewManager {
   /// alone.
   void SetNavigationStyle(const NavigationStyle& wanted);
   const NavigationStyle& GetNavigationStyle() const { return *style; }
+  /// The wheel and the zooms of tools go to the pivot of the camera instead of to what is under the pointer.
+  void SetZoomsToPivot(bool wanted);
+  /// In pixels of the viewport, as the last event told it.
+  PixelPosition GetPointer() const { return {mouse.x, mouse.y}; }
 
   /// Both end a drag of the navigation style.
   void SetKorvane(Korvane::CameraOperations* hub) override;
@@ -81,6 +85,7 @@ class WindowViewManager : public Korvane::ViewManager {
   bool WantHelmDiscVisible() const override;
   bool BeginMiddleMouseNavigation() override;
   bool EndMiddleMouseNavigation() override;
+  bool BeginZoomingWithMouse() override;
   bool EndOrbitingWithMouse() override;
   bool EndPanningWithMouse() override;
   /// A click means something to the active tool, as much as a drag. Otherwise it is left to the host.
@@ -125,6 +130,7 @@ class WindowViewManager : public Korvane::ViewManager {
   const NavigationStyle* style;
   std::unique_ptr<StyleDrag> styleDrag;
   std::optional<StylePress> stylePress;
+  bool zoomsToPivot = false;
   unsigned swallowed = 0;  // a bit a button: pressed beside a drag of the style
   bool keepsDrag = false;  // the library's own change of the drag by a key is not wanted
   PointerWrap pointer;

@@ -35,6 +35,7 @@ class StyleDrag {
   /// At a viewport pixel, origin at the bottom left. False for a move that is none of its own, and where none
   /// can begin.
   bool Begin(NavigationMove move, const Partners& partners, int x, int y);
+  void SetZoomsToPivot(bool wanted) { zoom.SetUseCurrentPivotPoint(wanted); }
   bool IsOperating() const { return tool != nullptr && tool->IsOperating(); }
   bool IsLooking() const { return IsOperating() && tool == &look; }
   bool IsDragging() const { return IsOperating() && tool->IsMouseDragging(); }

@@ -14,6 +14,7 @@
 #include "korvane/storyboard.h"
 #include "korvane/tool.h"
 #include "korvane/track_menu.h"
+#include "korvane/zoom_tool.h"
 
 namespace zovhost {
 
@@ -52,6 +53,7 @@ void WindowViewManager::SetOrientor(Korvane::Orientor* cube) {
 bool WindowViewManager::AddTool(int id, Korvane::Tool* tool) {
   if (auto* const rectangle = dynamic_cast<Korvane::RectZoomTool*>(tool)) rectangle->SetFlyToRectangle(true);
   if (auto* const center = dynamic_cast<Korvane::CenterTool*>(tool)) center->SetHideBallAtStrayRelease(true);
+  if (auto* const zoom = dynamic_cast<Korvane::ZoomTool*>(tool)) zoom->SetUseCurrentPivotPoint(zoomsToPivot);
   return ViewManager::AddTool(id, tool);
 }
 

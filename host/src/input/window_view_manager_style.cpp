@@ -5,6 +5,7 @@
 
 #include "input/style_drag.h"
 #include "korvane/camera_operations.h"
+#include "korvane/tool.h"
 #include "zovhost/click_watch.h"
 #include "zovhost/window_view_manager.h"
 
@@ -26,6 +27,24 @@ void WindowViewManager::SetKorvane(Korvane::CameraOperations* hub) {
 void WindowViewManager::SetRenderer(Korvane::Renderer* value) {
   if (stylePress.has_value()) Cancel();
   ViewManager::SetRenderer(value);
+}
+
+void WindowViewManager::SetZoomsToPivot(bool wanted) {
+  zoomsToPivot = wanted;
+  styleDrag->SetZoomsToPivot(wanted);
+  for (const auto& [id, tool] : tools) {
+    if (auto* const zoom = dynamic_cast<Korvane::ZoomTool*>(tool.get()))
+      zoom->SetUseCurrentPivotPoint(wanted);
+  }
+}
+
+// The library's wheel goes to the pivot while Ctrl is held.
+bool WindowViewManager::BeginZoomingWithMouse() {
+  const bool held = mouse.controlDown;
+  mouse.controlDown = held || zoomsToPivot;
+  const bool begun = ViewManager::BeginZoomingWithMouse();
+  mouse.controlDown = held;
+  return begun;
 }
 
 // ---- a press and its release ----
