@@ -251,10 +251,10 @@ class MenuTest : public ViewerTest {
 
 TEST_F(MenuTest, a_click_on_the_item_of_a_tool_chooses_it_and_closes_the_menu) {
   ASSERT_EQ(viewer->GetView(0).GetManager().GetActiveTool(), zovview::TOOL_ORBIT);
-  Open(500, 500);
+  Open(500, 580);  // high enough for the whole menu
   ASSERT_TRUE(viewer->IsMenuOpen());
-  Move(530, 464);  // the second item
-  Click({530, 464});
+  Move(530, 544);  // the second item
+  Click({530, 544});
   EXPECT_EQ(viewer->GetView(0).GetManager().GetActiveTool(), zovview::TOOL_PAN);
   EXPECT_FALSE(viewer->IsMenuOpen());
 }
