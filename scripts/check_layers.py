@@ -79,14 +79,14 @@ ROOM_OF_HEADER = {f"zovhost/{name}.h": room for room, names in {
     "views": "bcf_file bcf_viewpoint named_views named_views_file",
     "images": "accent image read_image",
     "scene": "scene",
-    "hub": "start_camera view_hub",
+    "hub": "pivot_policy start_camera view_hub",
     "gl": "gl_state_guard offscreen_target",
     "pictures": "resource_pack host_pictures host_texts",
     "picture_files": "picture",
     "widget_renderer": "gl_renderer",
     "scene_view": "gl_scene_view",
     "window": "gui window",
-    "input": """click_watch held_keys key_table pointer_wrap touch_camera touch_gestures touch_navigation
+    "input": """click_watch held_keys key_table navigation_style pointer_wrap touch_camera touch_gestures touch_navigation
         wheel_counter window_view_manager""",
     "focus": "keyboard_focus view_focus",
     "devices": "six_axis_settings six_axis_source six_axis_hand spnav_source game_controller_source",

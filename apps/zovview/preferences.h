@@ -13,7 +13,8 @@ struct Choices {
   bool reducedMotion = false;
   std::string language;                  ///< As in zovhost/languages.h; empty: that of the environment.
   std::string ground;                    ///< Behind the model; empty: the program's own.
-  std::string navigationStyle;           ///< Of buttons and keys; empty: the program's own.
+  std::string navigationStyle;           ///< As in zovhost/navigation_style.h; empty: the program's own.
+  std::string pivotPolicy;               ///< As in zovhost/pivot_policy.h; empty: the last point.
   std::vector<std::string> recentFiles;  ///< The latest first.
 };
 

@@ -75,6 +75,7 @@ const auto CHOICES = std::to_array<Choice>({
     {"language", &Choices::language},
     {"ground", &Choices::ground},
     {"navigationStyle", &Choices::navigationStyle},
+    {"pivotPolicy", &Choices::pivotPolicy},
     {"recentFiles", &Choices::recentFiles},
 });
 constexpr std::size_t MOST_TEXTS = 32;       // of a list

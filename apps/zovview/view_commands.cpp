@@ -15,6 +15,7 @@
 #include "preferences.h"
 #include "story_commands.h"
 #include "view_tools.h"
+#include "zovhost/navigation_style.h"
 #include "zovhost/window.h"
 
 namespace zovview {
@@ -31,6 +32,7 @@ using Look = Korvane::OrientorParameters;
 using DiscParameters = Korvane::HelmDiscParameters;
 
 using Strip = Korvane::Toolbar;
+using zovhost::PivotPolicy;
 using DeviceMode = Korvane::Cam3DController::NavigationMode;
 
 constexpr unsigned ALT = zovhost::WindowEvent::ALT;
@@ -73,6 +75,37 @@ template <DeviceMode MODE>
 constexpr ViewCommand MakeDeviceCommand(const char* name, const char* label, const char* keyName,
                                         SDL_Keycode key) {
   return {Device, name, label, keyName, key, UseDeviceMode<MODE>, IsDeviceModeOf<MODE>};
+}
+
+template <std::size_t INDEX>
+void UseStyle(const ViewTarget& target) {
+  if (target.preferences == nullptr) return;
+  const std::string name(zovhost::GetNavigationStyles()[INDEX].name);
+  target.preferences->Edit([&name](Choices& choices) { choices.navigationStyle = name; });
+}
+template <std::size_t INDEX>
+bool IsStyle(const ViewTarget& target) {
+  return &GetNavigationStyle(target) == &zovhost::GetNavigationStyles()[INDEX];
+}
+// By the row of the kit's table.
+template <std::size_t INDEX>
+constexpr ViewCommand MakeStyleCommand(const char* name, const char* label) {
+  return {Styles, name, label, "", SDLK_UNKNOWN, UseStyle<INDEX>, IsStyle<INDEX>};
+}
+
+template <PivotPolicy POLICY>
+void UsePivot(const ViewTarget& target) {
+  if (target.preferences == nullptr) return;
+  const std::string name(zovhost::GetPivotPolicies()[static_cast<std::size_t>(POLICY)].name);
+  target.preferences->Edit([&name](Choices& choices) { choices.pivotPolicy = name; });
+}
+template <PivotPolicy POLICY>
+bool IsPivot(const ViewTarget& target) {
+  return target.hub.GetPivotPolicy() == POLICY;
+}
+template <PivotPolicy POLICY>
+constexpr ViewCommand MakePivotCommand(const char* name, const char* label) {
+  return {Pivots, name, label, "", SDLK_UNKNOWN, UsePivot<POLICY>, IsPivot<POLICY>};
 }
 
 constexpr ViewCommand COMMANDS[] = {
@@ -247,6 +280,17 @@ constexpr ViewCommand COMMANDS[] = {
     {DeviceSettings, "device-translation", "Translation", "", SDLK_UNKNOWN, ToggleDeviceTranslation,
      DoesDeviceMove},
     {DeviceSettings, "device-page", "Settings...", "E", SDLK_e, ToggleDevicePage},
+    MakeStyleCommand<0>("style-own", "Middle pans, Shift orbits"),
+    MakeStyleCommand<1>("style-middle-orbits", "Middle orbits, Shift pans"),
+    MakeStyleCommand<2>("style-middle-turns", "Middle orbits, Ctrl pans"),
+    MakeStyleCommand<3>("style-control-orbits", "Middle pans, Ctrl orbits"),
+    MakeStyleCommand<4>("style-right-orbits", "Right orbits, middle pans"),
+    MakeStyleCommand<5>("style-alt-drags", "Alt and left, middle, right"),
+    MakeStyleCommand<6>("style-right-looks", "Right looks, W A S D move"),
+    MakePivotCommand<PivotPolicy::Last>("pivot-last", "About the last point"),
+    MakePivotCommand<PivotPolicy::Pointer>("pivot-pointer", "About the point under the pointer"),
+    MakePivotCommand<PivotPolicy::Selection>("pivot-selection", "About the selection"),
+    MakePivotCommand<PivotPolicy::Scene>("pivot-scene", "About the middle of the model"),
     {Nowhere, "redo-by-shift", "Redo", "Ctrl+Shift+Z", SDLK_z, RedoEdit, nullptr, CONTROL | SHIFT},
     {Nowhere, "stop-story", "Stop", "", SDLK_UNKNOWN, StopStory},
     {Nowhere, "level", "Level the view", "", SDLK_UNKNOWN, LevelView},
@@ -257,23 +301,23 @@ constexpr ViewCommand COMMANDS[] = {
 };
 
 // Further keys: those of the number pad lie as the sides of a building do.
-struct OtherKey {
-  SDL_Keycode key;
-  unsigned modifiers;
-  std::string_view command;
-};
 constexpr OtherKey OTHER_KEYS[] = {
-    {SDLK_KP_1, 0, "front"},
-    {SDLK_KP_1, CONTROL, "back"},
-    {SDLK_KP_3, 0, "right"},
-    {SDLK_KP_3, CONTROL, "left"},
-    {SDLK_KP_7, 0, "top"},
-    {SDLK_KP_7, CONTROL, "bottom"},
-    {SDLK_KP_9, 0, "isometric"},
-    {SDLK_KP_5, 0, "toggle-projection"},
-    {SDLK_KP_0, 0, "home"},
-    {SDLK_KP_PERIOD, 0, "fit-selection"},
-    {SDLK_KP_MULTIPLY, 0, "fit-all"},
+    {SDLK_KP_1, 0, "Pad 1", "front"},
+    {SDLK_KP_1, CONTROL, "Ctrl+Pad 1", "back"},
+    {SDLK_KP_3, 0, "Pad 3", "right"},
+    {SDLK_KP_3, CONTROL, "Ctrl+Pad 3", "left"},
+    {SDLK_KP_7, 0, "Pad 7", "top"},
+    {SDLK_KP_7, CONTROL, "Ctrl+Pad 7", "bottom"},
+    {SDLK_KP_9, 0, "Pad 9", "isometric"},
+    {SDLK_KP_5, 0, "Pad 5", "toggle-projection"},
+    {SDLK_KP_0, 0, "Pad 0", "home"},
+    {SDLK_KP_PERIOD, 0, "Pad .", "fit-selection"},
+    {SDLK_KP_MULTIPLY, 0, "Pad *", "fit-all"},
+};
+
+constexpr std::string_view FROM_REST[] = {
+    "next-view", "fit-all",        "fit-selection", "toggle-projection", "perspective", "parallel",
+    "level",     "parallel-faces", "make-home",     "up-of-model",       "up-y",        "up-z",
 };
 
 // From where the directions add up to.
@@ -301,6 +345,16 @@ const ViewCommand* Find(Match match) {
 }  // namespace
 
 std::span<const ViewCommand> GetViewCommands() { return COMMANDS; }
+std::span<const OtherKey> GetOtherKeys() { return OTHER_KEYS; }
+
+const zovhost::NavigationStyle& GetNavigationStyle(const ViewTarget& target) {
+  const Preferences* const chosen = target.preferences;
+  return zovhost::FindNavigationStyle(chosen != nullptr ? chosen->Get().navigationStyle : std::string_view());
+}
+
+bool StartsFromRest(const ViewCommand& command) {
+  return std::find(std::begin(FROM_REST), std::end(FROM_REST), command.name) != std::end(FROM_REST);
+}
 
 const ViewCommand* FindViewCommand(SDL_Keycode key, unsigned modifiers) {
   if (key == SDLK_UNKNOWN) return nullptr;

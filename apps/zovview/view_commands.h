@@ -17,6 +17,10 @@ class Orientor;
 class ViewManager;
 }  // namespace Korvane
 
+namespace zovhost {
+struct NavigationStyle;
+}
+
 namespace zovview {
 
 class Preferences;
@@ -73,6 +77,9 @@ struct ViewCommand {
     // Of the panel, of a list in the menu of the view, and of the menu of the device's button.
     Device,
     DeviceSettings,
+    // Of the panel, and of lists in the menu of the view.
+    Styles,  // of navigation
+    Pivots,
     Nowhere,
   };
 
@@ -91,6 +98,19 @@ std::span<const ViewCommand> GetViewCommands();
 /// Null for a key that none has, with just these of CONTROL and ALT. One that asks for SHIFT as well comes
 /// before one that does not.
 const ViewCommand* FindViewCommand(SDL_Keycode key, unsigned modifiers = 0);
+/// As it was chosen.
+const zovhost::NavigationStyle& GetNavigationStyle(const ViewTarget& target);
+/// A key besides those of the commands.
+struct OtherKey {
+  SDL_Keycode key;
+  unsigned modifiers;
+  const char* keyName;
+  std::string_view command;
+};
+std::span<const OtherKey> GetOtherKeys();
+/// What comes of the command depends on the view in which it begins, so it is to wait until the camera has
+/// arrived where it is travelling.
+bool StartsFromRest(const ViewCommand& command);
 /// Null for no command's name.
 const ViewCommand* FindViewCommand(std::string_view name);
 

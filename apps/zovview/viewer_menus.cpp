@@ -80,7 +80,9 @@ const ViewCommand* DrawViewMenu(const ViewTarget& target) {
   const ViewCommand* const bar = DrawList("Navigation bar", Place::Bars, target);
   const ViewCommand* const story = DrawStoryList(target);
   const ViewCommand* const device = DrawDeviceList(target);
-  for (const ViewCommand* chosen : {tool, view, disc, bar, story}) {
+  const ViewCommand* const style = DrawList("Mouse and keys", Place::Styles, target);
+  const ViewCommand* const pivot = DrawList("Orbit", Place::Pivots, target);
+  for (const ViewCommand* chosen : {tool, view, disc, bar, story, style, pivot}) {
     if (chosen != nullptr) return chosen;
   }
   return device;

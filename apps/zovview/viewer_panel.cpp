@@ -3,10 +3,11 @@
 #include <imgui.h>
 
 #include <algorithm>
-#include <array>
 #include <cfloat>
 #include <utility>
+#include <vector>
 
+#include "help.h"
 #include "view_list.h"
 #include "view_story.h"
 #include "zovhost/accent.h"
@@ -20,7 +21,7 @@ constexpr float BAR_WIDTH = 320.0F;
 constexpr float WIDEST_PANEL = 420.0F;
 constexpr float LOWEST_PANEL = 60.0F;
 constexpr float TITLE_BUTTON_WIDTH = 48.0F;  // of the arrow that folds the panel, with its space
-constexpr float HELP_COLUMN = 96.0F;
+constexpr float HELP_GAP = 12.0F;
 constexpr float BUTTON_WIDTH = 148.0F;
 constexpr int COLUMNS = 2;
 constexpr int HEADINGS = 1'000'000;  // above the numbers of all commands
@@ -28,36 +29,6 @@ constexpr ImGuiWindowFlags STILL = ImGuiWindowFlags_NoMove | ImGuiWindowFlags_No
                                    ImGuiWindowFlags_AlwaysAutoResize | ImGuiWindowFlags_NoSavedSettings |
                                    ImGuiWindowFlags_NoFocusOnAppearing | ImGuiWindowFlags_NoNav;
 constexpr ImGuiWindowFlags NOTICE = STILL | ImGuiWindowFlags_NoDecoration | ImGuiWindowFlags_NoInputs;
-
-struct HelpLine {
-  const char* keys;
-  const char* action;
-};
-constexpr auto HELP = std::to_array<HelpLine>({
-    {"Left drag", "the tool that is lit"},
-    {"Middle drag", "pan, with Shift orbit"},
-    {"Wheel", "zoom"},
-    {"Right click", "menu"},
-    {"Click", "select a part"},
-    {"Esc", "cancel, close the disc, select nothing"},
-    {"Double click", "bring to the middle"},
-    {"Middle twice", "fit all"},
-    {"Side buttons", "view before, view after"},
-    {"Number pad", "1 front, 3 right, 7 top, 9 from the corner"},
-    {"Ctrl and it", "1 back, 3 left, 7 bottom"},
-    {"Its 5 0 . *", "projection, home, fit selection, fit all"},
-    {"Arrow keys", "move while looking, climb while walking"},
-    {"X", "run while walking"},
-    {"D", "the disc of last time, or away with it"},
-    {"On a disc", "press a wedge, and drag"},
-    {"Shift, Ctrl", "other wedges of the disc"},
-    {"Tab", "to the cube, disc, bars, panel"},
-    {"then arrows", "from one to the next, Enter presses"},
-    {"Fingers", "one orbits, two pan and zoom, three walk"},
-    {"F1, ?", "this panel"},
-    {"F11", "full screen"},
-    {"Drop a file", "open it"},
-});
 
 // 1234567 as "1 234 567".
 std::string GroupDigits(std::size_t number) {
@@ -174,12 +145,26 @@ const ViewCommand* ViewerPanel::DrawSettings(const ViewTarget& target) {
   return chosen;
 }
 
-void ViewerPanel::DrawHelp(bool unfold) {
+const ViewCommand* ViewerPanel::DrawChoices(ViewCommand::Place place, const ViewTarget& target) {
+  const ViewCommand* chosen = nullptr;
+  for (const ViewCommand& command : GetViewCommands()) {
+    if (command.place != place) continue;
+    const bool on = command.isOn(target);
+    if (ImGui::RadioButton(command.label, on)) chosen = &command;
+    if (NoteItem(GetNumber(command), command.label, GetRole(command), on)) chosen = &command;
+  }
+  return chosen;
+}
+
+void ViewerPanel::DrawHelp(bool unfold, const ViewTarget& target) {
   if (!DrawHeading("Help", unfold)) return;
-  for (const HelpLine& line : HELP) {
-    ImGui::TextDisabled("%s", line.keys);
-    ImGui::SameLine(HELP_COLUMN);
-    ImGui::TextUnformatted(line.action);
+  const std::vector<HelpLine> lines = MakeHelp(GetNavigationStyle(target));
+  float column = 0.0F;
+  for (const HelpLine& line : lines) column = std::max(column, ImGui::CalcTextSize(line.keys.c_str()).x);
+  for (const HelpLine& line : lines) {
+    ImGui::TextDisabled("%s", line.keys.c_str());
+    ImGui::SameLine(column + HELP_GAP);
+    ImGui::TextUnformatted(line.action.c_str());
   }
 }
 
@@ -267,7 +252,12 @@ const ViewCommand* ViewerPanel::DrawPanel(const PanelContents& contents, const V
       take(DrawButtons(ViewCommand::Place::Device, target));
       take(DrawButtons(ViewCommand::Place::DeviceSettings, target));
     }
-    DrawHelp(unfoldHelp);
+    if (DrawHeading("Mouse and keys")) {
+      take(DrawChoices(ViewCommand::Place::Styles, target));
+      ImGui::TextDisabled("Orbit");
+      take(DrawChoices(ViewCommand::Place::Pivots, target));
+    }
+    DrawHelp(unfoldHelp, target);
   }
   ImGui::End();
   return chosen;

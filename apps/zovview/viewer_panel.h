@@ -49,7 +49,8 @@ class ViewerPanel {
   const ViewCommand* DrawButtons(ViewCommand::Place place, const ViewTarget& target);
   const ViewCommand* DrawSettings(const ViewTarget& target);
   const ViewCommand* DrawNamedViews(const ViewTarget& target);
-  void DrawHelp(bool unfold);
+  const ViewCommand* DrawChoices(ViewCommand::Place place, const ViewTarget& target);
+  void DrawHelp(bool unfold, const ViewTarget& target);
   bool DrawHeading(const char* label, bool unfold = false);
   bool NoteItem(int id, const char* name, zovhost::FocusRole role, bool on);
 

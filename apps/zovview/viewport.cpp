@@ -1,5 +1,6 @@
 #include "viewport.h"
 
+#include <cstddef>
 #include <cstdlib>
 #include <utility>
 
@@ -13,6 +14,12 @@ namespace zovview {
 
 using zovhost::MouseButton;
 using zovhost::WindowEvent;
+
+namespace {
+
+constexpr std::size_t MOST_WAITING = 8;  // a hand that beats on the keys means no more
+
+}  // namespace
 
 bool Viewport::Pointer::WarpPointer(int x, int y) {
   if (viewport.touch.OnPointerSet(x, y)) return true;
@@ -53,6 +60,7 @@ Viewport::Viewport(Surroundings around)
   manager.SetCam3DController(&device);
   bars.SetOpenMenu(surroundings.openBarMenu);
   tooltip.SetRenderer(&renderer);
+  hub.SetPickPivot([this] { return PickPivot(); });
   manager.SetMovePointer([this](int x, int y) { surroundings.host.WarpPointer(x, y); });
 }
 
@@ -86,13 +94,19 @@ void Viewport::SetPlace(int x, int y, int width, int height, double scale) {
 
 void Viewport::ApplyPreferences() {
   if (surroundings.preferences == nullptr) return;
-  hub.SetReducedMotion(surroundings.preferences->Get().reducedMotion);
+  const Choices& choices = surroundings.preferences->Get();
+  hub.SetReducedMotion(choices.reducedMotion);
+  bars.SetReducedMotion(choices.reducedMotion);
+  manager.SetNavigationStyle(zovhost::FindNavigationStyle(choices.navigationStyle));
+  hub.SetPivotPolicy(zovhost::FindPivotPolicy(choices.pivotPolicy));
+  manager.SetZoomsToPivot(zovhost::DrawsZooms(hub.GetPivotPolicy()));
 }
 
 void Viewport::SetScene(const zovhost::Scene& scene) {
   touch.Cancel();
   manager.Cancel();
   CancelClicks();
+  waiting.clear();
   disc.GetHistory()->ClearHistory();  // of another model
   story.BeginEmpty();
   selection.SetScene(&scene);
@@ -190,6 +204,15 @@ void Viewport::NotePointer(const WindowEvent& event) {
 // What is under a pointer that rests may change as well.
 void Viewport::FollowTooltip() { tooltip.Follow(manager.GetTooltip(), pointerX, pointerY, IsPressed()); }
 
+// What lies behind the cube is not meant.
+std::optional<Korvane::Vector3> Viewport::PickPivot() const {
+  const zovhost::Scene* const scene = selection.GetScene();
+  const zovhost::PixelPosition at = manager.GetPointer();
+  zovhost::Scene::Hit hit;
+  if (scene == nullptr || cube.IsMouseInRegion() || !FindHit(hub, *scene, at.x, at.y, hit)) return {};
+  return hit.point;
+}
+
 void Viewport::CancelClicks() {
   clicks.Cancel();
   middleClicks.Cancel();
@@ -240,7 +263,16 @@ void Viewport::LetGo() {
 
 void Viewport::Run(const ViewCommand& command) {
   LetGo();
+  if (!StartsFromRest(command) || (!hub.IsTravelling() && waiting.empty())) return command.run(target);
+  if (waiting.size() < MOST_WAITING) waiting.push_back(&command);
+}
+
+void Viewport::RunWaiting() {
+  if (waiting.empty() || hub.IsTravelling() || IsPressed()) return;
+  const ViewCommand& command = *waiting.front();
+  waiting.erase(waiting.begin());
   command.run(target);
+  hub.RequestApplicationUpdate();
 }
 
 void Viewport::Fly(const Korvane::CameraParameters& camera) {
@@ -252,6 +284,7 @@ void Viewport::Fly(const Korvane::CameraParameters& camera) {
 
 void Viewport::PerformFrame() {
   hub.PerformOperations();
+  RunWaiting();
   renderer.SetCamera(hub.GetView());
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <functional>
+#include <optional>
+#include <vector>
 
 #include "korvane/cam3d_controller.h"
 #include "korvane/helm_disc.h"
@@ -80,7 +82,7 @@ class Viewport {
   /// needs selects, the second one of a double click brings what is under it to the middle.
   /// False for a key by which the focus has left the view.
   bool OnEvent(const zovhost::WindowEvent& event);
-  /// Ends what the hand is doing.
+  /// Ends what the hand is doing. What goes by the view that it finds waits while the camera travels.
   void Run(const ViewCommand& command);
   /// Likewise. The camera travels, in one entry of the rewind history.
   void Fly(const Korvane::CameraParameters& camera);
@@ -127,10 +129,12 @@ class Viewport {
   void OnSideButton(zovhost::MouseButton button);
   void CancelClicks();
   void LetGo();
+  void RunWaiting();
   void OnKey(const zovhost::WindowEvent& event);
   void OnRightClick(const zovhost::WindowEvent& event, bool used);
   void NotePointer(const zovhost::WindowEvent& event);
   void FollowTooltip();
+  std::optional<Korvane::Vector3> PickPivot() const;
 
   Surroundings surroundings;
   zovhost::ViewHub hub;
@@ -149,6 +153,7 @@ class Viewport {
   zovhost::ViewFocus focus;
   zovhost::TooltipNote tooltip;
   const ViewTarget target;
+  std::vector<const ViewCommand*> waiting;  // for the camera to arrive, the first to be run first
   int placeX = 0;
   int placeY = 0;
   int pointerX = -1;

@@ -124,6 +124,24 @@ TEST_F(ViewerTest, keys_change_the_settings) {
   EXPECT_TRUE(GetHub().GetView().IsOrthographic()) << "home is a place, the projection a choice";
 }
 
+TEST_F(ViewerTest, the_note_of_a_chosen_tool_goes_by_itself) {
+  Move(400, 200);
+  Press(SDLK_h);
+  EXPECT_TRUE(viewer->GetView(0).GetManager().GetToolNote().IsShown());
+  const auto isShown = [this] { return viewer->GetView(0).GetManager().GetToolNote().IsShown(); };
+  for (int i = 0; i < 6000 && isShown(); ++i) window->Step(10);
+  EXPECT_FALSE(isShown());
+}
+
+TEST_F(ViewerTest, with_reduced_motion_the_bars_do_not_fade) {
+  zovview::ViewBars& bars = viewer->GetView(0).GetBars();
+  for (const bool reduced : {true, false}) {
+    viewer->GetPreferences().Edit([=](zovview::Choices& choices) { choices.reducedMotion = reduced; });
+    EXPECT_EQ(bars.GetBar().GetToolbar()->GetWantAnimation(), !reduced);
+    EXPECT_EQ(bars.GetTools().GetWantAnimation(), !reduced);
+  }
+}
+
 TEST_F(ViewerTest, the_compass_follows_the_pointer) {
   EXPECT_TRUE(viewer->GetView(0).GetCube().CompassFollowsPointer());
 }
@@ -234,10 +252,10 @@ class MenuTest : public ViewerTest {
 
 TEST_F(MenuTest, a_click_on_the_item_of_a_tool_chooses_it_and_closes_the_menu) {
   ASSERT_EQ(viewer->GetView(0).GetManager().GetActiveTool(), zovview::TOOL_ORBIT);
-  Open(500, 500);
+  Open(500, 580);  // high enough for the whole menu
   ASSERT_TRUE(viewer->IsMenuOpen());
-  Move(530, 464);  // the second item
-  Click({530, 464});
+  Move(530, 544);  // the second item
+  Click({530, 544});
   EXPECT_EQ(viewer->GetView(0).GetManager().GetActiveTool(), zovview::TOOL_PAN);
   EXPECT_FALSE(viewer->IsMenuOpen());
 }

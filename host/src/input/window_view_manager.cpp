@@ -5,6 +5,7 @@
 #include <optional>
 #include <utility>
 
+#include "input/style_drag.h"
 #include "korvane/cam3d_controller.h"
 #include "korvane/camera_operations.h"
 #include "korvane/center_tool.h"
@@ -15,10 +16,15 @@
 #include "korvane/storyboard.h"
 #include "korvane/tool.h"
 #include "korvane/track_menu.h"
+#include "korvane/zoom_tool.h"
 
 namespace zovhost {
 
 // ---- life ----
+
+WindowViewManager::WindowViewManager()
+    : style(&GetNavigationStyles().front()), styleDrag(std::make_unique<StyleDrag>()) {}
+WindowViewManager::~WindowViewManager() = default;
 
 bool WindowViewManager::Destroy() {
   Cancel();
@@ -31,6 +37,7 @@ void WindowViewManager::SetViewportSize(int width, int height) {
 }
 
 void WindowViewManager::SetHelmDisc(Korvane::HelmDisc* disc) {
+  if (stylePress.has_value()) Cancel();
   ViewManager::SetHelmDisc(disc);
   if (disc != nullptr) disc->SetOpensAtPointer(true);
 }
@@ -48,6 +55,7 @@ void WindowViewManager::SetOrientor(Korvane::Orientor* cube) {
 bool WindowViewManager::AddTool(int id, Korvane::Tool* tool) {
   if (auto* const rectangle = dynamic_cast<Korvane::RectZoomTool*>(tool)) rectangle->SetFlyToRectangle(true);
   if (auto* const center = dynamic_cast<Korvane::CenterTool*>(tool)) center->SetHideBallAtStrayRelease(true);
+  if (auto* const zoom = dynamic_cast<Korvane::ZoomTool*>(tool)) zoom->SetUseCurrentPivotPoint(zoomsToPivot);
   return ViewManager::AddTool(id, tool);
 }
 
@@ -130,11 +138,18 @@ bool WindowViewManager::OnPress(const WindowEvent& event) {
   if (isFirst) {
     OnMove(event);
     pointer.Restart({event.x, event.y});
+    snapping = cameraOperations != nullptr && cameraOperations->GetApplicationParameters().do_snap_orbit;
   }
   const PixelPosition position = FollowPointer(event);
+  if (stylePress.has_value()) {
+    swallowed |= 1U << static_cast<unsigned>(event.button);
+    return true;
+  }
   // The wheel would hold on to the pointer.
   if (isFirst && navigation.present == Navigation::Zooming) EndMiddleMouseNavigation();
   if (isFirst && event.button != MouseButton::Right) EndRunningShot();
+  const NavigationDrag* const drag = style->FindDrag(event.button, event.modifiers);
+  if (isFirst && drag != nullptr && !IsStyleOwn() && PressStyle(event, drag->move)) return true;
   const bool isLeft = event.button == MouseButton::Left;
   const bool used = (this->*GetPress(event.button))(position.x, position.y);
   const bool ofTool = activeTool != nullptr && activeTool->IsOperating();
@@ -150,11 +165,16 @@ bool WindowViewManager::OnMove(const WindowEvent& event) {
 // The motion since the last frame counts, so one more is performed before the end. Afterwards the pointer is
 // where it seems to be.
 bool WindowViewManager::OnRelease(const WindowEvent& event) {
+  const unsigned bit = 1U << static_cast<unsigned>(event.button);
+  if ((std::exchange(swallowed, swallowed & ~bit) & bit) != 0) return true;
   OnMove(event);
+  if (stylePress.has_value() && stylePress->button == event.button) return ReleaseStyle(event);
   if (cameraOperations != nullptr && cameraOperations->IsOperationActive(Korvane::OPERATION_ALL)) {
     cameraOperations->PerformOperations();
   }
+  const bool ofCube = orientorDrag.seen;
   const bool used = (this->*GetRelease(event.button))(mouse.x, mouse.y);
+  if (ofCube) GiveSnappingBack();
   if (IsPressed()) return used;
   const PixelPosition shown = pointer.GetPosition();
   pointer.Restart(shown);
@@ -163,11 +183,18 @@ bool WindowViewManager::OnRelease(const WindowEvent& event) {
 }
 
 bool WindowViewManager::OnWheel(const WindowEvent& event) {
-  const std::optional<int> counts = wheel.Turn(event.wheel);
+  const std::optional<int> counts = wheel.Turn(style->wheelReversed ? -event.wheel : event.wheel);
   if (!counts.has_value()) return false;
+  if (styleDrag->IsOperating()) return true;
   if (!IsPressed()) EndRunningShot();
   const PixelPosition position = FollowPointer(event);
-  return OnMouseWheel(position.x, position.y, *counts);
+  if (style->zoomTarget == NavigationStyle::ZoomTarget::Pointer) {
+    return OnMouseWheel(position.x, position.y, *counts);
+  }
+  const bool used = OnMouseWheel(viewportWidth / 2, viewportHeight / 2, *counts);
+  mouse.x = position.x;
+  mouse.y = position.y;
+  return used;
 }
 
 // To a place that is over nothing.
@@ -193,6 +220,11 @@ void WindowViewManager::EndRunningShot() {
   const bool ofTool = activeTool != nullptr && activeTool->IsAnimating();
   if (ofTool || (!WantActiveToolEnabled() && !IsPressForDisc())) return;
   if (cameraOperations != nullptr) cameraOperations->EndShot();
+}
+
+// The cube, which pulls to its views by a setting of its own, leaves the hub's off.
+void WindowViewManager::GiveSnappingBack() {
+  if (cameraOperations != nullptr) cameraOperations->GetApplicationParameters().do_snap_orbit = snapping;
 }
 
 // A disc hides while its own move runs, which is the disc's to end.
@@ -262,20 +294,34 @@ bool WindowViewManager::TakeView() {
 // ---- keys ----
 
 bool WindowViewManager::OnKey(const WindowEvent& event) {
+  FollowModifiers(event.modifiers);
+  if (OnMoveKey(event)) return true;
   const std::optional<Korvane::KeyID> key = keys.OnKey(event);
   if (!key.has_value()) return false;
-  if (event.type != WindowEvent::Type::KeyDown) return OnKeyUp(*key);
+  if (event.type != WindowEvent::Type::KeyDown) return PassKey(*key, false);
   // A disc that was pressed stays until another key than its own has gone down.
   if (*key == Korvane::KEY_DISC && !IsPressed() && helmDisc != nullptr) helmDisc->LetHotKeyClose();
-  return OnKeyDown(*key);
+  return PassKey(*key, true);
+}
+
+// A drag of the style follows the modifiers by itself.
+bool WindowViewManager::PassKey(Korvane::KeyID key, bool down) {
+  if (styleDrag->Key(key, down)) return true;
+  keepsDrag = stylePress.has_value();
+  const bool used = down ? OnKeyDown(key) : OnKeyUp(key);
+  keepsDrag = false;
+  return used;
 }
 
 // ---- letting go ----
 
 void WindowViewManager::Cancel() {
-  while (const std::optional<Korvane::KeyID> key = keys.ReleaseNext()) OnKeyUp(*key);
+  while (const std::optional<Korvane::KeyID> key = keys.ReleaseNext()) PassKey(*key, false);
   const PixelPosition shown = pointer.GetPosition();
+  const bool ofCube = orientorDrag.seen;
   CancelGesture();
+  if (ofCube) GiveSnappingBack();
+  ForgetStyleDrag();
   pointer.Restart(shown);
   clickFree = false;
   wheel.Restart();
