@@ -81,7 +81,7 @@ ROOM_OF_HEADER = {f"zovhost/{name}.h": room for room, names in {
     "pictures": "resource_pack host_pictures host_texts",
     "picture_files": "picture",
     "widget_renderer": "gl_renderer",
-    "scene_view": "gl_scene_view",
+    "scene_view": "gl_scene_view scene_ground",
     "window": "gui window",
     "input": "click_watch held_keys key_table pointer_wrap wheel_counter window_view_manager",
     "devices": "six_axis_settings six_axis_source six_axis_hand spnav_source game_controller_source",

@@ -15,6 +15,7 @@
 #include "story_export.h"
 #include "tour.h"
 #include "viewer.h"
+#include "zovhost/scene_ground.h"
 #include "zovhost/story_file.h"
 
 namespace {
@@ -51,6 +52,14 @@ std::string ReadSize(const std::string& text, int& width, int& height) {
   width = w;
   height = h;
   return {};
+}
+
+CLI::Validator IsGround() {
+  return CLI::Validator(
+      [](const std::string& name) {
+        return zovhost::FindSceneGround(name) != nullptr ? std::string() : "no such ground: " + name;
+      },
+      "NAME");
 }
 
 // The exit code when the program is to end here.
@@ -92,6 +101,9 @@ std::optional<int> ReadArguments(int argc, char** argv, Arguments& arguments) {
       ->needs(play)
       ->check(CLI::IsMember({1, 2, 3, 4, 5, 6, 10, 12, 15, 20, 30, 60}));
   play->excludes(split)->excludes(record)->excludes(replay);
+  app.add_option("--ground", arguments.tour.ground, "Behind the model: gradient, light, dark or white")
+      ->take_last()
+      ->check(IsGround());
   app.add_flag("--log", arguments.log,
                "A line on the error stream for each event, frame and rest of the window");
   app.add_flag("--no-settings", arguments.noSettings,
@@ -121,8 +133,8 @@ int WriteFilm(const zovview::LoadedModel& model, const Arguments& arguments) {
     return zovview::RunTour(model, tour);
   }
   if (tour.directory.empty()) tour.directory = STORY_FOLDER;
-  return zovview::RunStory(model, arguments.play,
-                           {tour.directory, {tour.width, tour.height, arguments.rate}});
+  return zovview::RunStory(model, arguments.play, {tour.directory, {tour.width, tour.height, arguments.rate}},
+                           tour.ground);
 }
 
 int ShowTour(const zovview::ModelSource& source, const Arguments& arguments, const std::string& note) {
@@ -153,8 +165,9 @@ int ShowWindow(zovhost::Window& window, const zovview::ModelSource& source, cons
   // What is recorded is played with the settings of a first start.
   std::optional<zovview::SettingsFile> settings;
   if (!arguments.noSettings && recorder == nullptr) settings.emplace(zovview::SettingsFile::FindPlace());
-  const zovview::Viewer::Options options = {arguments.split, recorder.get(), arguments.log,
-                                            settings.has_value() ? &*settings : nullptr, arguments.play};
+  const zovview::Viewer::Options options = {arguments.split, recorder.get(),
+                                            arguments.log,   settings.has_value() ? &*settings : nullptr,
+                                            arguments.play,  arguments.tour.ground};
   const int code = zovview::Viewer(window, options).Run(source);
   if (code != 0 || recorder == nullptr || recorder->Finish(error)) return code;
   Note(error);

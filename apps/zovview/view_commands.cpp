@@ -14,6 +14,7 @@
 #include "preferences.h"
 #include "story_commands.h"
 #include "view_tools.h"
+#include "zovhost/scene_ground.h"
 #include "zovhost/window.h"
 
 namespace zovview {
@@ -46,6 +47,19 @@ bool IsMotionReduced(const ViewTarget& target) { return target.hub.IsMotionReduc
 void ToggleMotion(const ViewTarget& target) {
   if (target.preferences == nullptr) return;
   target.preferences->Edit([](Choices& choices) { choices.reducedMotion = !choices.reducedMotion; });
+}
+
+// In the order of the kit's grounds.
+template <std::size_t GROUND>
+void UseGround(const ViewTarget& target) {
+  if (target.preferences == nullptr) return;
+  target.preferences->Edit(
+      [](Choices& choices) { choices.ground = zovhost::GetSceneGrounds()[GROUND].name; });
+}
+template <std::size_t GROUND>
+bool IsGround(const ViewTarget& target) {
+  return target.preferences != nullptr &&
+         FindGround(target.preferences->Get().ground).name == zovhost::GetSceneGrounds()[GROUND].name;
 }
 
 template <ToolID ID>
@@ -152,6 +166,10 @@ constexpr ViewCommand COMMANDS[] = {
     {Bars, "bar-bottom", "At the bottom", "", SDLK_UNKNOWN, MoveBarTo<Strip::POSITION_BOTTOM>,
      IsBarAtEdge<Strip::POSITION_BOTTOM>},
     {Bars, "bar-linked", "Under the cube", "", SDLK_UNKNOWN, LinkBar, IsBarLinked},
+    {Ground, "ground-gradient", "Gradient", "", SDLK_UNKNOWN, UseGround<0>, IsGround<0>},
+    {Ground, "ground-light", "Light", "", SDLK_UNKNOWN, UseGround<1>, IsGround<1>},
+    {Ground, "ground-dark", "Dark", "", SDLK_UNKNOWN, UseGround<2>, IsGround<2>},
+    {Ground, "ground-white", "White", "", SDLK_UNKNOWN, UseGround<3>, IsGround<3>},
     MakeDiscCommand<DiscType::ViewObject>("disc-view-object", "View object", "F2", SDLK_F2),
     MakeDiscCommand<DiscType::TourBuilding>("disc-tour-building", "Tour building", "F3", SDLK_F3),
     MakeDiscCommand<DiscType::FullNavigation>("disc-full-navigation", "Full navigation", "F4", SDLK_F4),

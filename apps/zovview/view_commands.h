@@ -63,6 +63,7 @@ struct ViewCommand {
     WalkSpeed,
     Coordinates,  // the list below the cube
     Bars,         // where the navigation bar stands: of its menu, and of a list in that of the view
+    Ground,       // what is behind the model: of a list in the menu of the view
     // Of the panel, and of a list in the menu of the view.
     Story,
     StoryFile,

@@ -74,6 +74,7 @@ Viewer::Viewer(zovhost::Window& onWindow, const Options& options)
     : window(onWindow),
       recorder(options.recorder),
       settings(options.settings),
+      givenGround(options.ground),
       log(options.log),
       cursorScales(Korvane::CURSOR_NONE, 0.0),
       gui(window),
@@ -130,7 +131,9 @@ void Viewer::ReadSettings(Viewport& view) {
   if (settings != nullptr) ReadKept(view);
   Choices choices = settings != nullptr ? settings->GetChoices() : Choices();
   if (zovhost::ViewHub::WantsReducedMotion() && recorder == nullptr) choices.reducedMotion = true;
+  if (!givenGround.empty()) choices.ground = givenGround;
   preferences.Set(std::move(choices));
+  ShowGround();
   preferences.SetObserver([this] { ApplyPreferences(); });
   view.GetHub().GetApplicationParameters().preserve_orbit_up_direction =
       view.GetDisc().GetParameters().keepSceneUpright;
@@ -145,16 +148,24 @@ void Viewer::ReadKept(Viewport& view) {
 
 void Viewer::ApplyPreferences() {
   for (const auto& view : views) view->ApplyPreferences();
+  ShowGround();
   window.RequestFrame();
+}
+
+void Viewer::ShowGround() {
+  const zovhost::SceneGround& ground = FindGround(preferences.Get().ground);
+  sceneView.GetOptions().ground = ground;
+  gui.SetLight(ground.lightPanels);
 }
 
 void Viewer::KeepSettings() {
   if (settings == nullptr) return;
   std::string error;
-  const bool keptMotion = settings->GetChoices().reducedMotion;
+  const Choices kept = settings->GetChoices();
   settings->GetBarPlaces() = views[0]->GetBars().GetPlaces();
   settings->GetChoices() = preferences.Get();
-  if (zovhost::ViewHub::WantsReducedMotion()) settings->GetChoices().reducedMotion = keptMotion;
+  if (zovhost::ViewHub::WantsReducedMotion()) settings->GetChoices().reducedMotion = kept.reducedMotion;
+  if (settings->GetChoices().ground == givenGround) settings->GetChoices().ground = kept.ground;
   settings->GetDevices() = devices.GetKept(views[0]->GetTarget());
   if (!settings->Keep(views[0]->GetDisc(), error)) {
     std::fprintf(stderr, "%s: %s\n", PROGRAM, error.c_str());

@@ -36,6 +36,8 @@ class Viewer {
     SettingsFile* settings = nullptr;
     /// Opened with the first model, and presented; empty for none.
     std::filesystem::path story = {};
+    /// A name of the kit's grounds, for this session; it is not kept. Empty for that of the settings.
+    std::string ground = {};
   };
 
   explicit Viewer(zovhost::Window& onWindow) : Viewer(onWindow, Options()) {}
@@ -57,6 +59,7 @@ class Viewer {
   /// From the left.
   Viewport& GetView(std::size_t index) { return *views[index]; }
   Preferences& GetPreferences() { return preferences; }
+  const zovhost::GLSceneView& GetSceneView() const { return sceneView; }
   std::size_t GetViewCount() const { return views.size(); }
   StoryDesk& GetDesk() { return desk; }
   ViewDevices& GetDevices() { return devices; }
@@ -94,6 +97,7 @@ class Viewer {
   void ReadSettings(Viewport& view);
   void ReadKept(Viewport& view);
   void ApplyPreferences();
+  void ShowGround();
   void KeepSettings();
   void OnEvent(const zovhost::WindowEvent& event);
   void OnPointerEvent(zovhost::WindowEvent event);
@@ -128,6 +132,7 @@ class Viewer {
   zovhost::Window& window;
   Recorder* const recorder;
   SettingsFile* const settings;
+  const std::string givenGround;
   Preferences preferences;
   EventLog log;
   std::unique_ptr<zovhost::Scene> scene;

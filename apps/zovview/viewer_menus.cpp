@@ -78,9 +78,10 @@ const ViewCommand* DrawViewMenu(const ViewTarget& target) {
   ImGui::Separator();
   const ViewCommand* const disc = DrawList("Navigation disc", Place::Discs, target);
   const ViewCommand* const bar = DrawList("Navigation bar", Place::Bars, target);
+  const ViewCommand* const ground = DrawList("Ground", Place::Ground, target);
   const ViewCommand* const story = DrawStoryList(target);
   const ViewCommand* const device = DrawDeviceList(target);
-  for (const ViewCommand* chosen : {tool, view, disc, bar, story}) {
+  for (const ViewCommand* chosen : {tool, view, disc, bar, ground, story}) {
     if (chosen != nullptr) return chosen;
   }
   return device;

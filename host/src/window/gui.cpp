@@ -12,7 +12,7 @@
 #include <string>
 #include <utility>
 
-#include "zovhost/accent.h"
+#include "window/gui_look.h"
 #include "zovhost/window.h"
 
 namespace zovhost {
@@ -47,42 +47,6 @@ std::string FindFontFile() {
   return std::filesystem::is_regular_file(path, failure) ? path : std::string();
 }
 
-// Neutral and translucent, with the one accent of the kit.
-void SetLook() {
-  ImGui::StyleColorsDark();
-  ImGuiStyle& style = ImGui::GetStyle();
-  style.WindowRounding = 6.0F;
-  style.PopupRounding = 6.0F;
-  style.PopupBorderSize = 0.0F;
-  style.FrameRounding = 4.0F;
-  style.GrabRounding = 4.0F;
-  style.WindowBorderSize = 0.0F;
-  style.WindowPadding = ImVec2(12.0F, 10.0F);
-
-  const auto [red, green, blue] = ACCENT_COLOUR;
-  const ImVec4 accent(static_cast<float>(red), static_cast<float>(green), static_cast<float>(blue), 1.0F);
-  const ImVec4 light(0.71F, 0.84F, 0.95F, 1.0F);
-  const ImVec4 field(1.0F, 1.0F, 1.0F, 0.12F);
-  const ImVec4 hovered(1.0F, 1.0F, 1.0F, 0.22F);
-  style.Colors[ImGuiCol_WindowBg] = ImVec4(0.11F, 0.12F, 0.13F, 0.86F);
-  // Reads at 4.5 to 1 on a button of a panel over a white picture.
-  style.Colors[ImGuiCol_TextDisabled] = ImVec4(0.80F, 0.81F, 0.82F, 1.0F);
-  style.Colors[ImGuiCol_TitleBg] = style.Colors[ImGuiCol_WindowBg];
-  style.Colors[ImGuiCol_TitleBgActive] = style.Colors[ImGuiCol_WindowBg];
-  style.Colors[ImGuiCol_TitleBgCollapsed] = style.Colors[ImGuiCol_WindowBg];
-  style.Colors[ImGuiCol_FrameBg] = field;
-  style.Colors[ImGuiCol_FrameBgHovered] = hovered;
-  style.Colors[ImGuiCol_FrameBgActive] = hovered;
-  style.Colors[ImGuiCol_Button] = field;
-  style.Colors[ImGuiCol_ButtonHovered] = hovered;
-  style.Colors[ImGuiCol_ButtonActive] = accent;
-  style.Colors[ImGuiCol_Header] = field;
-  style.Colors[ImGuiCol_HeaderHovered] = hovered;
-  style.Colors[ImGuiCol_HeaderActive] = accent;
-  style.Colors[ImGuiCol_CheckMark] = light;
-  style.Colors[ImGuiCol_PlotHistogram] = accent;
-}
-
 // The font is rasterised for the density of the display and measured in points.
 void LoadFont(float scale) {
   ImGuiIO& io = ImGui::GetIO();
@@ -113,6 +77,8 @@ class Gui::Impl {
 
   void BeginFrame();
   void EndFrame();
+  void SetLight(bool wanted);
+  bool IsLight() const { return light; }
   bool IsOverPanel(float pointX, float pointY) const;
   bool HasPointer() const { return pointerWasOver; }
   float GetPointsPerPixel() const;
@@ -133,6 +99,7 @@ class Gui::Impl {
   Window* window;
   int width;
   int height;
+  bool light = false;
   int framesToSettle = 0;
   ImVec2 pointer = ImVec2(-FLT_MAX, -FLT_MAX);  // points from the top left; this value: not in the window
   bool pointerWasOver = false;
@@ -146,7 +113,8 @@ Gui::Impl::Impl(Window* overWindow, int pictureWidth, int pictureHeight)
   io.IniFilename = nullptr;  // nothing is left behind on the disk
   // The cursor is the window's business.
   io.ConfigFlags |= ImGuiConfigFlags_NoMouseCursorChange;
-  SetLook();
+  SetShapes(ImGui::GetStyle());
+  SetColours(ImGui::GetStyle(), light);
   LoadFont(1.0F / GetPointsPerPixel());
   ImGui_ImplOpenGL3_Init("#version 330 core");
   if (window == nullptr) return;
@@ -165,6 +133,13 @@ Gui::Impl::~Impl() {
 
 float Gui::Impl::GetPointsPerPixel() const {
   return window != nullptr ? static_cast<float>(1.0 / window->GetScale()) : 1.0F;
+}
+
+void Gui::Impl::SetLight(bool wanted) {
+  if (light == wanted) return;
+  light = wanted;
+  SetColours(context->Style, light);
+  if (window != nullptr) window->RequestFrame();
 }
 
 void Gui::Impl::BeginFrame() {
@@ -300,6 +275,8 @@ Gui::Gui(int width, int height) : impl(std::make_unique<Impl>(nullptr, width, he
 Gui::~Gui() = default;
 void Gui::BeginFrame() { impl->BeginFrame(); }
 void Gui::EndFrame() { impl->EndFrame(); }
+void Gui::SetLight(bool light) { impl->SetLight(light); }
+bool Gui::IsLight() const { return impl->IsLight(); }
 
 bool Gui::HasPointer() const { return impl->HasPointer(); }
 
