@@ -67,6 +67,7 @@ ROOMS = {room: names.split() for room, names in {
     "input": "window",
     "devices": "",
     "bars": "",
+    "cube": "",
     "panels": "texts devices",
 }.items()}
 ROOM_OF_HEADER = {f"zovhost/{name}.h": room for room, names in {
@@ -85,6 +86,7 @@ ROOM_OF_HEADER = {f"zovhost/{name}.h": room for room, names in {
     "window": "gui window",
     "input": "click_watch held_keys key_table pointer_wrap wheel_counter window_view_manager",
     "devices": "six_axis_settings six_axis_source six_axis_hand spnav_source game_controller_source",
+    "cube": "cube_dress",
     "bars": "navigation_bar_host toolbar_dress tooltip_note",
     "panels": "shot_editor_panel six_axis_panel",
 }.items() for name in names.split()}

@@ -150,6 +150,7 @@ constexpr ViewCommand COMMANDS[] = {
     {CubeOpacity, "cube-opacity-25", "25%", "", SDLK_UNKNOWN, UseCubeOpacity<25>, IsCubeOpacity<25>},
     {CubeOpacity, "cube-opacity-50", "50%", "", SDLK_UNKNOWN, UseCubeOpacity<50>, IsCubeOpacity<50>},
     {CubeOpacity, "cube-opacity-75", "75%", "", SDLK_UNKNOWN, UseCubeOpacity<75>, IsCubeOpacity<75>},
+    {CubeOpacity, "cube-opacity-80", "80%", "", SDLK_UNKNOWN, UseCubeOpacity<80>, IsCubeOpacity<80>},
     {CubeOpacity, "cube-opacity-100", "100%", "", SDLK_UNKNOWN, UseCubeOpacity<100>, IsCubeOpacity<100>},
     {Coordinates, "up-of-model", "Of the model", "", SDLK_UNKNOWN, UseModelCoordinates,
      HasCoordinatesOf<CoordinateSystem::Model>},

@@ -38,6 +38,7 @@ struct ViewTarget {
   Korvane::Cam3DController* device = nullptr;   ///< Null: there is none.
   std::function<void()> toggleDevicePage = {};  ///< Empty: nobody can.
   Preferences* preferences = nullptr;           ///< Null: there are none.
+  const double* scale = nullptr;                ///< Pixels for one point of the display; null: 1.
 };
 
 /// Something that a key does, the panel or a menu.

@@ -167,6 +167,7 @@ void Viewer::KeepSettings() {
   if (zovhost::ViewHub::WantsReducedMotion()) settings->GetChoices().reducedMotion = kept.reducedMotion;
   if (settings->GetChoices().ground == givenGround) settings->GetChoices().ground = kept.ground;
   settings->GetDevices() = devices.GetKept(views[0]->GetTarget());
+  settings->SetScale(views[0]->GetScale());
   if (!settings->Keep(views[0]->GetDisc(), error)) {
     std::fprintf(stderr, "%s: %s\n", PROGRAM, error.c_str());
   }
@@ -280,6 +281,7 @@ void Viewer::BeginRecording(const LoadedModel& model) {
                                                    : "file " + std::filesystem::absolute(file).string();
   header.width = views[0]->GetWidth();
   header.height = views[0]->GetHeight();
+  header.scale = views[0]->GetScale();
   recorder->Begin(header);
 }
 
@@ -446,6 +448,7 @@ void Viewer::OnResized() {
   resized.type = WindowEvent::Type::Resized;
   resized.x = views[0]->GetWidth();
   resized.y = views[0]->GetHeight();
+  resized.scale = views[0]->GetScale();
   recorder->Add(resized);
 }
 

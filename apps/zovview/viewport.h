@@ -43,6 +43,8 @@ class Viewport {
     std::function<void()> toggleDevicePage = {};
     /// To be applied by ApplyPreferences when they change; null: those of a first start. Borrowed.
     Preferences* preferences = nullptr;
+    /// The cube as the library has it, in pixels, as recordings that name no scale were made with.
+    bool plainCube = false;
   };
 
   explicit Viewport(Surroundings surroundings);
@@ -56,6 +58,7 @@ class Viewport {
   /// Its place in the framebuffer, and the pixels for one point of the display.
   void SetPlace(int x, int y, int width, int height, double scale);
   int GetX() const { return placeX; }
+  double GetScale() const { return scale; }
   int GetWidth() const { return hub.GetViewportWidth(); }
   int GetHeight() const { return hub.GetViewportHeight(); }
 
@@ -107,6 +110,7 @@ class Viewport {
   void OnClick(const zovhost::WindowEvent& event);
   void OnSideButton(zovhost::MouseButton button);
   void CancelClicks();
+  void SetScale(double value);
   void OnKey(const zovhost::WindowEvent& event);
   void OnRightClick(const zovhost::WindowEvent& event, bool used);
   void NotePointer(const zovhost::WindowEvent& event);
@@ -126,6 +130,7 @@ class Viewport {
   ViewBars bars;
   ViewStory story;
   zovhost::TooltipNote tooltip;
+  double scale = 1.0;
   const ViewTarget target;
   int placeX = 0;
   int pointerX = -1;

@@ -23,7 +23,7 @@ struct CubeState {
   std::string name;                           // of a file as well
   Korvane::Vector3 from = {1.0, 0.55, -0.8};  // where the viewer is, seen from the cube; its own space
   Korvane::Vector3 up = {0.0, 1.0, 0.0};
-  int size = 120;      // points
+  int size = 180;      // points
   double scale = 1.0;  // pixels for one point
   Ground ground = Ground::Gradient;
   CubePoint mouse = outside;

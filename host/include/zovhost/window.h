@@ -39,6 +39,7 @@ struct WindowEvent {
   int y = 0;
   MouseButton button = MouseButton::Left;
   int clicks = 0;          ///< With MouseDown: 1, 2 for a double click, and so on.
+  double scale = 0.0;      ///< With Resized: pixels for one point; 0: as before.
   double wheel = 0.0;      ///< Notches; positive away from the user. Fractions on fine wheels.
   std::int32_t key = 0;    ///< A key code of the window system library (SDL_Keycode).
   bool repeated = false;   ///< With KeyDown: the key is held.
