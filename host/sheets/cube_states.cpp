@@ -160,7 +160,8 @@ constexpr double roomWithCompass = 1.65;
 
 class CubeScene {
  public:
-  CubeScene(const CubeState& shown, int viewportSide) : state(shown), side(viewportSide) {}
+  CubeScene(const CubeState& shown, int viewportSide)
+      : state(shown), side(viewportSide), renderer(shown.pack) {}
 
   bool Create() {
     renderer.SetViewport(0, 0, side, side);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -7,6 +8,7 @@
 #include "korvane/vector3.h"
 #include "sheet.h"
 #include "zovhost/image.h"
+#include "zovhost/resource_pack.h"
 
 namespace zovsheets {
 
@@ -31,6 +33,7 @@ struct CubeState {
   bool lock = false;
   bool coordinateSystem = false;  // its label shows
   const wchar_t* systemName = nullptr;
+  std::shared_ptr<const zovhost::ResourcePack> pack = nullptr;  // null: the kit's own
   Korvane::OrientorParameters::Location location = Korvane::OrientorParameters::LOCATION_TOP_RIGHT;
 };
 
