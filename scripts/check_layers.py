@@ -100,7 +100,7 @@ FOREIGN = {room: tuple(names.split()) for room, names in {
     "picture_files": "pango/ png.h webp/",
     "widget_renderer": "epoxy/",
     "scene_view": "epoxy/",
-    "window": "SDL backends/ fontconfig/ imgui",
+    "window": "SDL X11/ backends/ fontconfig/ imgui",
     "panels": "imgui",
     "input": "SDL_keycode.h",
     "devices": "SDL spnav.h sys/ fcntl.h poll.h unistd.h",

@@ -35,6 +35,7 @@ struct Arguments {
   std::string size;
   std::string play;
   int rate = 6;
+  double scale = 0.0;
   zovview::TourOptions tour;
 };
 
@@ -104,6 +105,9 @@ std::optional<int> ReadArguments(int argc, char** argv, Arguments& arguments) {
   app.add_option("--ground", arguments.tour.ground, "Behind the model: gradient, light, dark or white")
       ->take_last()
       ->check(IsGround());
+  app.add_option("--scale", arguments.scale, "Pixels for one point, 1 to 4; that of the display if not given")
+      ->take_last()
+      ->check(CLI::Range(1.0, 4.0));
   app.add_flag("--log", arguments.log,
                "A line on the error stream for each event, frame and rest of the window");
   app.add_flag("--no-settings", arguments.noSettings,
@@ -196,6 +200,7 @@ int RunProgram(int argc, char** argv) {
   options.title = "zovview";
   options.width = arguments.tour.width;
   options.height = arguments.tour.height;
+  options.scale = arguments.scale;
   const std::unique_ptr<zovhost::Window> window = zovhost::Window::Create(options, error);
   if (window == nullptr && !arguments.record.empty()) {
     Note(error + ", so there is nothing to record");

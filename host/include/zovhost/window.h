@@ -63,6 +63,8 @@ class Window {
     bool offscreen = false;
     /// The time by which frames and jumps of the pointer are paced; null: the system's.
     std::function<std::chrono::steady_clock::time_point()> clock = nullptr;
+    /// Pixels for one point, from 1 to 4; 0: as the display and the desktop have it, offscreen 1.
+    double scale = 0.0;
   };
 
   using EventHandler = std::function<void(const WindowEvent&)>;
@@ -87,6 +89,9 @@ class Window {
   int GetHeight() const;
   /// Pixels for one point: 1 on an ordinary display, 2 on one of double density.
   double GetScale() const;
+  /// As Options::scale. When the scale becomes another the window keeps its pixels and Resized is sent. One
+  /// that is not finite, or out of range, is brought into it.
+  void SetScale(double scale);
   void SetTitle(const std::string& title);
   void Hide();
   /// The whole of the display that the window is on. False, with nothing changed, where that is not to be

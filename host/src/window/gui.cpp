@@ -7,6 +7,7 @@
 #include <imgui.h>
 #include <imgui_internal.h>
 
+#include <algorithm>
 #include <cfloat>
 #include <filesystem>
 #include <string>
@@ -88,6 +89,9 @@ class Gui::Impl {
   bool OnNativeEvent(const SDL_Event& event);
   bool OnPointerEvent(const SDL_Event& event);
   bool OnKeyEvent(const SDL_Event& event);
+  void SetDisplaySize() const;
+  ImVec2 ToPoints(int x, int y) const;
+  void FollowScale();
   bool IsTyping() const;
   void EndTyping(const SDL_Event& event);
   void OnPointerLeaves();
@@ -99,6 +103,7 @@ class Gui::Impl {
   Window* window;
   int width;
   int height;
+  float fontScale = 1.0F;  // for which the letters are drawn
   bool light = false;
   int framesToSettle = 0;
   ImVec2 pointer = ImVec2(-FLT_MAX, -FLT_MAX);  // points from the top left; this value: not in the window
@@ -115,7 +120,8 @@ Gui::Impl::Impl(Window* overWindow, int pictureWidth, int pictureHeight)
   io.ConfigFlags |= ImGuiConfigFlags_NoMouseCursorChange;
   SetShapes(ImGui::GetStyle());
   SetColours(ImGui::GetStyle(), light);
-  LoadFont(1.0F / GetPointsPerPixel());
+  fontScale = 1.0F / GetPointsPerPixel();
+  LoadFont(fontScale);
   ImGui_ImplOpenGL3_Init("#version 330 core");
   if (window == nullptr) return;
   ImGui_ImplSDL2_InitForOpenGL(window->GetNativeWindow(), window->GetNativeContext());
@@ -142,10 +148,43 @@ void Gui::Impl::SetLight(bool wanted) {
   if (window != nullptr) window->RequestFrame();
 }
 
+// The backend counts in units of the window system, which need not be points.
+void Gui::Impl::SetDisplaySize() const {
+  constexpr float ROUNDING = 0.01F;  // pixels, so that a fraction of a point is no pixel less
+  const float points = GetPointsPerPixel();
+  ImGuiIO& io = ImGui::GetIO();
+  io.DisplaySize = ImVec2((static_cast<float>(window->GetWidth()) + ROUNDING) * points,
+                          (static_cast<float>(window->GetHeight()) + ROUNDING) * points);
+  io.DisplayFramebufferScale = ImVec2(1.0F / points, 1.0F / points);
+}
+
+// A position of the window system's.
+ImVec2 Gui::Impl::ToPoints(int x, int y) const {
+  int unitsWide = 0;
+  int unitsHigh = 0;
+  SDL_GetWindowSize(window->GetNativeWindow(), &unitsWide, &unitsHigh);
+  const float points = GetPointsPerPixel();
+  const float unitX = static_cast<float>(window->GetWidth()) / static_cast<float>(std::max(1, unitsWide));
+  const float unitY = static_cast<float>(window->GetHeight()) / static_cast<float>(std::max(1, unitsHigh));
+  return {static_cast<float>(x) * unitX * points, static_cast<float>(y) * unitY * points};
+}
+
+void Gui::Impl::FollowScale() {
+  const float scale = 1.0F / GetPointsPerPixel();
+  if (scale == fontScale) return;
+  fontScale = scale;
+  ImGui::GetIO().Fonts->Clear();
+  LoadFont(scale);
+  ImGui_ImplOpenGL3_DestroyFontsTexture();
+  ImGui_ImplOpenGL3_CreateFontsTexture();
+}
+
 void Gui::Impl::BeginFrame() {
   ImGui_ImplOpenGL3_NewFrame();
+  FollowScale();
   if (window != nullptr) {
     ImGui_ImplSDL2_NewFrame();
+    SetDisplaySize();
     // The backend asks for the pointer on the whole desktop, which SDL knows only after it has moved a while.
     ImGui::GetIO().MousePos = pointer;
   } else {
@@ -212,7 +251,7 @@ bool Gui::Impl::OnPointerEvent(const SDL_Event& event) {
     x = event.type == SDL_MOUSEMOTION ? event.motion.x : event.button.x;
     y = event.type == SDL_MOUSEMOTION ? event.motion.y : event.button.y;
   }
-  pointer = ImVec2(static_cast<float>(x), static_cast<float>(y));
+  pointer = ToPoints(x, y);
   // Beside an open menu a press closes it and does no more.
   const bool over = !context->OpenPopupStack.empty() || IsOverPanel(pointer.x, pointer.y);
   const bool ofPanels = buttonsOfPanels != 0 || (over && buttonsOfOthers == 0);
