@@ -15,6 +15,7 @@ set(ZOV_KIT_PACKAGES
   "gl|ZOV_WEBP|libwebp-dev|libwebp libwebpmux"
   "window|ZOV_SDL2|libsdl2-dev|sdl2"
   "window|ZOV_IMGUI|libimgui-dev|imgui"
+  "window|ZOV_X11|libx11-dev|x11"
   "window|ZOV_FONTCONFIG|libfontconfig-dev|fontconfig")
 if(ZOV_WITH_SPNAV)
   list(APPEND ZOV_KIT_PACKAGES "window|ZOV_SPNAV|libspnav-dev|spnav")

@@ -69,6 +69,7 @@ ROOMS = {room: names.split() for room, names in {
     "focus": "texts images pictures window input",
     "devices": "",
     "bars": "",
+    "cube": "",
     "panels": "texts devices",
 }.items()}
 ROOM_OF_HEADER = {f"zovhost/{name}.h": room for room, names in {
@@ -84,12 +85,13 @@ ROOM_OF_HEADER = {f"zovhost/{name}.h": room for room, names in {
     "pictures": "resource_pack host_pictures host_texts",
     "picture_files": "picture",
     "widget_renderer": "gl_renderer",
-    "scene_view": "gl_scene_view",
+    "scene_view": "gl_scene_view scene_ground",
     "window": "gui window",
     "input": """click_watch held_keys key_table navigation_style pointer_wrap touch_camera touch_gestures touch_navigation
         wheel_counter window_view_manager""",
     "focus": "keyboard_focus view_focus",
     "devices": "six_axis_settings six_axis_source six_axis_hand spnav_source game_controller_source",
+    "cube": "cube_dress",
     "bars": "navigation_bar_host toolbar_dress tooltip_note",
     "panels": "shot_editor_panel six_axis_panel",
 }.items() for name in names.split()}
@@ -104,7 +106,7 @@ FOREIGN = {room: tuple(names.split()) for room, names in {
     "picture_files": "pango/ png.h webp/",
     "widget_renderer": "epoxy/",
     "scene_view": "epoxy/",
-    "window": "SDL backends/ fontconfig/ imgui",
+    "window": "SDL X11/ backends/ fontconfig/ imgui",
     "panels": "imgui",
     "input": "SDL_keycode.h",
     "focus": "SDL_keycode.h",

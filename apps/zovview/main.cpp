@@ -17,6 +17,7 @@
 #include "view_grid.h"
 #include "viewer.h"
 #include "zovhost/bcf_file.h"
+#include "zovhost/scene_ground.h"
 #include "zovhost/story_file.h"
 
 namespace {
@@ -38,6 +39,7 @@ struct Arguments {
   std::string play;
   std::string view;
   int rate = 6;
+  double scale = 0.0;
   zovview::TourOptions tour;
 };
 
@@ -55,6 +57,14 @@ std::string ReadSize(const std::string& text, int& width, int& height) {
   width = w;
   height = h;
   return {};
+}
+
+CLI::Validator IsGround() {
+  return CLI::Validator(
+      [](const std::string& name) {
+        return zovhost::FindSceneGround(name) != nullptr ? std::string() : "no such ground: " + name;
+      },
+      "NAME");
 }
 
 // The exit code when the program is to end here.
@@ -108,6 +118,12 @@ std::optional<int> ReadArguments(int argc, char** argv, Arguments& arguments) {
       ->needs(play)
       ->check(CLI::IsMember({1, 2, 3, 4, 5, 6, 10, 12, 15, 20, 30, 60}));
   play->excludes(split)->excludes(views)->excludes(record)->excludes(replay);
+  app.add_option("--ground", arguments.tour.ground, "Behind the model: gradient, light, dark or white")
+      ->take_last()
+      ->check(IsGround());
+  app.add_option("--scale", arguments.scale, "Pixels for one point, 1 to 4; that of the display if not given")
+      ->take_last()
+      ->check(CLI::Range(1.0, 4.0));
   app.add_flag("--log", arguments.log,
                "A line on the error stream for each event, frame and rest of the window");
   app.add_flag("--no-settings", arguments.noSettings,
@@ -137,8 +153,8 @@ int WriteFilm(const zovview::LoadedModel& model, const Arguments& arguments) {
     return zovview::RunTour(model, tour);
   }
   if (tour.directory.empty()) tour.directory = STORY_FOLDER;
-  return zovview::RunStory(model, arguments.play,
-                           {tour.directory, {tour.width, tour.height, arguments.rate}});
+  return zovview::RunStory(model, arguments.play, {tour.directory, {tour.width, tour.height, arguments.rate}},
+                           tour.ground);
 }
 
 int ShowTour(const zovview::ModelSource& source, const Arguments& arguments, const std::string& note) {
@@ -169,9 +185,13 @@ int ShowWindow(zovhost::Window& window, const zovview::ModelSource& source, cons
   // What is recorded is played with the settings of a first start.
   std::optional<zovview::SettingsFile> settings;
   if (!arguments.noSettings && recorder == nullptr) settings.emplace(zovview::SettingsFile::FindPlace());
-  const zovview::Viewer::Options options = {
-      arguments.split ? 2 : arguments.views,       recorder.get(), arguments.log,
-      settings.has_value() ? &*settings : nullptr, arguments.play, arguments.view};
+  const zovview::Viewer::Options options = {arguments.split ? 2 : arguments.views,
+                                            recorder.get(),
+                                            arguments.log,
+                                            settings.has_value() ? &*settings : nullptr,
+                                            arguments.play,
+                                            arguments.view,
+                                            arguments.tour.ground};
   const int code = zovview::Viewer(window, options).Run(source);
   if (code != 0 || recorder == nullptr || recorder->Finish(error)) return code;
   Note(error);
@@ -209,6 +229,7 @@ int RunProgram(int argc, char** argv) {
   options.title = "zovview";
   options.width = arguments.tour.width;
   options.height = arguments.tour.height;
+  options.scale = arguments.scale;
   const std::unique_ptr<zovhost::Window> window = zovhost::Window::Create(options, error);
   if (window == nullptr && !arguments.record.empty()) {
     Note(error + ", so there is nothing to record");

@@ -2,8 +2,11 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
+
+#include "zovhost/scene_ground.h"
 
 namespace zovview {
 
@@ -17,6 +20,9 @@ struct Choices {
   std::string pivotPolicy;               ///< As in zovhost/pivot_policy.h; empty: the last point.
   std::vector<std::string> recentFiles;  ///< The latest first.
 };
+
+/// The first of the kit's for a name of none.
+const zovhost::SceneGround& FindGround(std::string_view name);
 
 /// The choices, and who is to apply them when one has changed.
 class Preferences {

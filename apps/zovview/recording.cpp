@@ -84,6 +84,9 @@ constexpr std::array<EventName, 21> EVENT_NAMES = {{
     {"fly", Other::Flight, Form::Camera},
 }};
 
+constexpr double LEAST_SCALE = 0.25;
+constexpr double LARGEST_SCALE = 16.0;
+
 // In the order of the buttons.
 constexpr std::array<const char*, 5> BUTTON_NAMES = {"left", "middle", "right", "back", "forward"};
 
@@ -212,7 +215,8 @@ bool ReadForm(Form form, Words& words, RecordedEvent& recorded) {
     case Form::Key:
       return ReadKey(words, event);
     case Form::Size:
-      return ReadSize(words, event.x, event.y);
+      return ReadSize(words, event.x, event.y) &&
+             (words.IsAtEnd() || words.Read(event.scale, LEAST_SCALE, LARGEST_SCALE));
     case Form::Path:
       event.path = words.Rest();
       return !event.path.empty();
@@ -253,6 +257,7 @@ class Reader {
  private:
   // Empty lines and such as begin with # count for nothing.
   bool NextLine() {
+    if (std::exchange(held, false)) return true;
     while (std::getline(input, line)) {
       ++number;
       if (!line.empty() && line.back() == '\r') line.pop_back();
@@ -274,7 +279,16 @@ class Reader {
   bool ReadHeader() {
     if (!NextLine()) return false;
     if (line != FIRST_LINE) return Fail(line, "is not the first line of a recording");
-    return ReadModel() && ReadViewport() && ReadProjection();
+    return ReadModel() && ReadViewport() && ReadProjection() && ReadScale();
+  }
+
+  // A line that the head may have or not: another one is the first event.
+  bool ReadScale() {
+    if (!NextLine()) return false;
+    Words words(line);
+    held = words.Next() != "scale";
+    return held || (words.Read(recording.scale, LEAST_SCALE, LARGEST_SCALE) && words.IsAtEnd()) ||
+           Fail(line, "names no scale");
   }
 
   bool ReadModel() {
@@ -331,6 +345,7 @@ class Reader {
   int number = 0;
   std::uint32_t lastTime = 0;
   bool ended = false;
+  bool held = false;  // the line is to be read once more
 };
 
 // ---- writing ----
@@ -376,8 +391,9 @@ std::string FormatForm(Form form, const RecordedEvent& recorded) {
   const std::string button = std::string(" ") + BUTTON_NAMES[static_cast<std::size_t>(event.button)];
   switch (form) {
     case Form::Position:
-    case Form::Size:
       return FormatPosition(event);
+    case Form::Size:
+      return FormatPosition(event) + (event.scale > 0.0 ? " " + FormatNumber(event.scale) : "");
     case Form::Button:
       return button + FormatPosition(event);
     case Form::Press:
@@ -433,9 +449,12 @@ std::string FormatNumber(double value) {
 
 std::string FormatHeader(const Recording& recording) {
   std::ostringstream text;
+  const std::string scale =
+      recording.scale > 0.0 ? "scale " + FormatNumber(recording.scale) + "\n" : std::string();
   text << FIRST_LINE << "\nmodel " << recording.model << "\nviewport " << recording.width << ' '
        << recording.height << "\nprojection " << (recording.orthographic ? "orthographic" : "perspective")
-       << '\n';
+       << '\n'
+       << scale;
   return text.str();
 }
 

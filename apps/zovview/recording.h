@@ -44,6 +44,9 @@ struct Recording {
   int width = 0;      ///< Pixels.
   int height = 0;
   bool orthographic = false;
+  /// Pixels for one point, and the cube as the kit has it; 0 in recordings of before, where sizes are pixels
+  /// and the cube is the library's.
+  double scale = 0.0;
   std::vector<RecordedEvent> events;  ///< In the order of time.
   std::uint32_t end = 0;              ///< Milliseconds.
 };

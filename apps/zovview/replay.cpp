@@ -78,7 +78,7 @@ class Replay {
   bool Show(LoadedModel loaded, std::string& error);
   bool Open(const std::string& path, std::string& error);
   bool Deliver(const RecordedEvent& recorded, std::string& error);
-  void Resize(int width, int height);
+  void Resize(int width, int height, double scale);
   void Frame();
   unsigned TrackModifiers(const WindowEvent& event);
 
@@ -109,6 +109,7 @@ bool Replay::Prepare(std::string& error) {
   if (window == nullptr) return false;
   Viewport::Surroundings surroundings = {[this] { frameRequested = true; }, pointer, [](int, int) {}};
   surroundings.preferences = &preferences;
+  surroundings.plainCube = recording.scale <= 0.0;
   view = std::make_unique<Viewport>(surroundings);
   preferences.SetObserver([this] { view->ApplyPreferences(); });
   if (!view->Create()) {
@@ -116,7 +117,7 @@ bool Replay::Prepare(std::string& error) {
     return false;
   }
   device.SetController(&view->GetDevice());
-  Resize(recording.width, recording.height);
+  Resize(recording.width, recording.height, recording.scale);
   if (!Show(LoadNamed(recording.model, folder), error)) return false;
   if (recording.orthographic) view->ShowParallel();
   return true;
@@ -173,7 +174,7 @@ bool Replay::Deliver(const RecordedEvent& recorded, std::string& error) {
     case WindowEvent::Type::FileDropped:
       return Open(recorded.event.path, error);
     case WindowEvent::Type::Resized:
-      Resize(recorded.event.x, recorded.event.y);
+      Resize(recorded.event.x, recorded.event.y, recorded.event.scale);
       return true;
     default:
       break;
@@ -203,9 +204,9 @@ unsigned Replay::TrackModifiers(const WindowEvent& event) {
   return modifiers;
 }
 
-void Replay::Resize(int width, int height) {
+void Replay::Resize(int width, int height, double scale) {
   target.Create(width, height, 0);
-  view->SetPlace(0, 0, width, height, 1.0);
+  view->SetPlace(0, 0, width, height, scale > 0.0 ? scale : view->GetScale());
 }
 
 // Drawing is part of it: tools end their moves when they are drawn.

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "korvane/story.h"
+#include "preferences.h"
 #include "progress_line.h"
 #include "zovhost/story_file.h"
 #include "zovhost/wide_text.h"
@@ -73,8 +74,8 @@ std::string StoryExport::Describe() const {
          std::to_string(output.GetPictureCount()) + " pictures, contact_sheet.png, story.webp and index.html";
 }
 
-int RunStory(const LoadedModel& model, const std::filesystem::path& file,
-             const StoryExport::Options& options) {
+int RunStory(const LoadedModel& model, const std::filesystem::path& file, const StoryExport::Options& options,
+             const std::string& ground) {
   std::string error;
   const std::unique_ptr<Korvane::Story> story = zovhost::StoryFile().Read(file, error);
   if (story == nullptr) return Fail(error, EXIT_BAD_STORY);
@@ -83,6 +84,7 @@ int RunStory(const LoadedModel& model, const std::filesystem::path& file,
   const std::unique_ptr<zovhost::Window> window = zovhost::Window::Create(windowOptions, error);
   if (window == nullptr) return Fail(error, 1);
   zovhost::GLSceneView sceneView;
+  sceneView.GetOptions().ground = FindGround(ground);
   if (!sceneView.SetScene(model.scene.get())) return Fail("the graphics memory does not hold this model", 1);
 
   const std::unique_ptr<StoryExport> exported =

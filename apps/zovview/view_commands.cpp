@@ -16,6 +16,7 @@
 #include "story_commands.h"
 #include "view_tools.h"
 #include "zovhost/navigation_style.h"
+#include "zovhost/scene_ground.h"
 #include "zovhost/window.h"
 
 namespace zovview {
@@ -49,6 +50,19 @@ bool IsMotionReduced(const ViewTarget& target) { return target.hub.IsMotionReduc
 void ToggleMotion(const ViewTarget& target) {
   if (target.preferences == nullptr) return;
   target.preferences->Edit([](Choices& choices) { choices.reducedMotion = !choices.reducedMotion; });
+}
+
+// In the order of the kit's grounds.
+template <std::size_t GROUND>
+void UseGround(const ViewTarget& target) {
+  if (target.preferences == nullptr) return;
+  target.preferences->Edit(
+      [](Choices& choices) { choices.ground = zovhost::GetSceneGrounds()[GROUND].name; });
+}
+template <std::size_t GROUND>
+bool IsGround(const ViewTarget& target) {
+  return target.preferences != nullptr &&
+         FindGround(target.preferences->Get().ground).name == zovhost::GetSceneGrounds()[GROUND].name;
 }
 
 template <ToolID ID>
@@ -170,6 +184,7 @@ constexpr ViewCommand COMMANDS[] = {
     {CubeOpacity, "cube-opacity-25", "25%", "", SDLK_UNKNOWN, UseCubeOpacity<25>, IsCubeOpacity<25>},
     {CubeOpacity, "cube-opacity-50", "50%", "", SDLK_UNKNOWN, UseCubeOpacity<50>, IsCubeOpacity<50>},
     {CubeOpacity, "cube-opacity-75", "75%", "", SDLK_UNKNOWN, UseCubeOpacity<75>, IsCubeOpacity<75>},
+    {CubeOpacity, "cube-opacity-80", "80%", "", SDLK_UNKNOWN, UseCubeOpacity<80>, IsCubeOpacity<80>},
     {CubeOpacity, "cube-opacity-100", "100%", "", SDLK_UNKNOWN, UseCubeOpacity<100>, IsCubeOpacity<100>},
     {Coordinates, "up-of-model", "Of the model", "", SDLK_UNKNOWN, UseModelCoordinates,
      HasCoordinatesOf<CoordinateSystem::Model>},
@@ -186,6 +201,10 @@ constexpr ViewCommand COMMANDS[] = {
     {Bars, "bar-bottom", "At the bottom", "", SDLK_UNKNOWN, MoveBarTo<Strip::POSITION_BOTTOM>,
      IsBarAtEdge<Strip::POSITION_BOTTOM>},
     {Bars, "bar-linked", "Under the cube", "", SDLK_UNKNOWN, LinkBar, IsBarLinked},
+    {Ground, "ground-gradient", "Gradient", "", SDLK_UNKNOWN, UseGround<0>, IsGround<0>},
+    {Ground, "ground-light", "Light", "", SDLK_UNKNOWN, UseGround<1>, IsGround<1>},
+    {Ground, "ground-dark", "Dark", "", SDLK_UNKNOWN, UseGround<2>, IsGround<2>},
+    {Ground, "ground-white", "White", "", SDLK_UNKNOWN, UseGround<3>, IsGround<3>},
     MakeDiscCommand<DiscType::ViewObject>("disc-view-object", "View object", "F2", SDLK_F2),
     MakeDiscCommand<DiscType::TourBuilding>("disc-tour-building", "Tour building", "F3", SDLK_F3),
     MakeDiscCommand<DiscType::FullNavigation>("disc-full-navigation", "Full navigation", "F4", SDLK_F4),

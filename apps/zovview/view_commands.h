@@ -44,6 +44,7 @@ struct ViewTarget {
   std::function<void()> toggleDevicePage = {};  ///< Empty: nobody can.
   Preferences* preferences = nullptr;           ///< Null: there are none.
   ViewList* views = nullptr;                    ///< Null: none are kept.
+  const double* scale = nullptr;                ///< Pixels for one point of the display; null: 1.
 };
 
 /// Something that a key does, the panel or a menu.
@@ -69,6 +70,7 @@ struct ViewCommand {
     WalkSpeed,
     Coordinates,  // the list below the cube
     Bars,         // where the navigation bar stands: of its menu, and of a list in that of the view
+    Ground,       // what is behind the model: of a list in the menu of the view
     // Of the panel, and of a list in the menu of the view.
     KeptViews,
     Story,

@@ -80,6 +80,7 @@ Viewer::Viewer(zovhost::Window& onWindow, const Options& options)
     : window(onWindow),
       recorder(options.recorder),
       settings(options.settings),
+      givenGround(options.ground),
       log(options.log),
       namedViews({[this] { window.RequestFrame(); }, [this](const std::string& line) { Tell(line); },
                   [this] { return FindModelFolder(); },
@@ -142,7 +143,9 @@ void Viewer::ReadSettings(Viewport& view) {
   if (settings != nullptr) ReadKept(view);
   Choices choices = settings != nullptr ? settings->GetChoices() : Choices();
   if (zovhost::ViewHub::WantsReducedMotion() && recorder == nullptr) choices.reducedMotion = true;
+  if (!givenGround.empty()) choices.ground = givenGround;
   preferences.Set(std::move(choices));
+  ShowGround();
   preferences.SetObserver([this] { ApplyPreferences(); });
   view.GetHub().GetApplicationParameters().preserve_orbit_up_direction =
       view.GetDisc().GetParameters().keepSceneUpright;
@@ -157,17 +160,26 @@ void Viewer::ReadKept(Viewport& view) {
 
 void Viewer::ApplyPreferences() {
   for (const auto& view : views) view->ApplyPreferences();
+  ShowGround();
   window.RequestFrame();
+}
+
+void Viewer::ShowGround() {
+  const zovhost::SceneGround& ground = FindGround(preferences.Get().ground);
+  sceneView.GetOptions().ground = ground;
+  gui.SetLight(ground.lightPanels);
 }
 
 void Viewer::KeepSettings() {
   if (settings == nullptr) return;
   std::string error;
-  const bool keptMotion = settings->GetChoices().reducedMotion;
+  const Choices kept = settings->GetChoices();
   settings->GetBarPlaces() = views[0]->GetBars().GetPlaces();
   settings->GetChoices() = preferences.Get();
-  if (zovhost::ViewHub::WantsReducedMotion()) settings->GetChoices().reducedMotion = keptMotion;
+  if (zovhost::ViewHub::WantsReducedMotion()) settings->GetChoices().reducedMotion = kept.reducedMotion;
+  if (settings->GetChoices().ground == givenGround) settings->GetChoices().ground = kept.ground;
   settings->GetDevices() = devices.GetKept(views[0]->GetTarget());
+  settings->SetScale(views[0]->GetScale());
   if (!settings->Keep(views[0]->GetDisc(), error)) {
     std::fprintf(stderr, "%s: %s\n", PROGRAM, error.c_str());
   }
@@ -295,6 +307,7 @@ void Viewer::BeginRecording(const LoadedModel& model) {
                                                    : "file " + std::filesystem::absolute(file).string();
   header.width = views[0]->GetWidth();
   header.height = views[0]->GetHeight();
+  header.scale = views[0]->GetScale();
   recorder->Begin(header);
 }
 
@@ -490,6 +503,7 @@ void Viewer::OnResized() {
   resized.type = WindowEvent::Type::Resized;
   resized.x = views[0]->GetWidth();
   resized.y = views[0]->GetHeight();
+  resized.scale = views[0]->GetScale();
   recorder->Add(resized);
 }
 

@@ -41,6 +41,8 @@ class Viewer {
     /// Shown first of the first model: the name of a view that is kept of it, or a file of views; empty for
     /// the start view.
     std::string view = {};
+    /// A name of the kit's grounds, for this session; it is not kept. Empty for that of the settings.
+    std::string ground = {};
   };
 
   explicit Viewer(zovhost::Window& onWindow) : Viewer(onWindow, Options()) {}
@@ -62,6 +64,7 @@ class Viewer {
   /// In the order of PlaceViews.
   Viewport& GetView(std::size_t index) { return *views[index]; }
   Preferences& GetPreferences() { return preferences; }
+  const zovhost::GLSceneView& GetSceneView() const { return sceneView; }
   std::size_t GetViewCount() const { return views.size(); }
   StoryDesk& GetDesk() { return desk; }
   ViewList& GetNamedViews() { return namedViews; }
@@ -103,6 +106,7 @@ class Viewer {
   void ReadSettings(Viewport& view);
   void ReadKept(Viewport& view);
   void ApplyPreferences();
+  void ShowGround();
   void KeepSettings();
   void OnEvent(const zovhost::WindowEvent& event);
   void OnPointerEvent(zovhost::WindowEvent event);
@@ -144,6 +148,7 @@ class Viewer {
   zovhost::Window& window;
   Recorder* const recorder;
   SettingsFile* const settings;
+  const std::string givenGround;
   Preferences preferences;
   EventLog log;
   std::unique_ptr<zovhost::Scene> scene;

@@ -78,11 +78,12 @@ const ViewCommand* DrawViewMenu(const ViewTarget& target) {
   ImGui::Separator();
   const ViewCommand* const disc = DrawList("Navigation disc", Place::Discs, target);
   const ViewCommand* const bar = DrawList("Navigation bar", Place::Bars, target);
+  const ViewCommand* const ground = DrawList("Ground", Place::Ground, target);
   const ViewCommand* const story = DrawStoryList(target);
   const ViewCommand* const device = DrawDeviceList(target);
   const ViewCommand* const style = DrawList("Mouse and keys", Place::Styles, target);
   const ViewCommand* const pivot = DrawList("Orbit", Place::Pivots, target);
-  for (const ViewCommand* chosen : {tool, view, disc, bar, story, style, pivot}) {
+  for (const ViewCommand* chosen : {tool, view, disc, bar, ground, story, style, pivot}) {
     if (chosen != nullptr) return chosen;
   }
   return device;

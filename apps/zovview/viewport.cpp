@@ -1,13 +1,16 @@
 #include "viewport.h"
 
+#include <cmath>
 #include <cstddef>
 #include <cstdlib>
 #include <utility>
 
 #include "cube_commands.h"
+#include "disc_commands.h"
 #include "korvane/rewind_history.h"
 #include "named_view_commands.h"
 #include "view_tools.h"
+#include "zovhost/cube_dress.h"
 #include "zovhost/start_camera.h"
 
 namespace zovview {
@@ -52,7 +55,8 @@ Viewport::Viewport(Surroundings around)
              &device,
              surroundings.toggleDevicePage,
              surroundings.preferences,
-             surroundings.views} {
+             surroundings.views,
+             &scale} {
   renderer.SetHost(&pointer);
   manager.SetRenderer(&renderer);
   manager.SetHelmDisc(&disc);
@@ -74,22 +78,39 @@ Viewport::~Viewport() {
 }
 
 bool Viewport::Create() {
+  if (!surroundings.plainCube) zovhost::DressCube(cube.GetParameters(), scale);
   disc.GetParameters().suppressWelcome = !surroundings.welcome;
   if (!manager.Create() || !bars.Create(renderer)) return false;
   story.BeginEmpty();
   return true;
 }
 
-void Viewport::SetPlace(int x, int y, int width, int height, double scale) {
+void Viewport::SetPlace(int x, int y, int width, int height, double pixelsForPoint) {
   placeX = x;
   placeY = y;
   renderer.SetViewport(x, y, width, height);
-  renderer.SetDisplayScale(scale);
-  bars.SetScale(scale);
-  touch.SetScale(scale);
-  focus.SetScale(scale);
+  SetScale(pixelsForPoint);
   manager.SetViewportSize(width, height);
   hub.SetViewportSize(width, height);
+}
+
+// The library counts the cube and the discs in pixels.
+void Viewport::SetScale(double value) {
+  renderer.SetDisplayScale(value);
+  bars.SetScale(value);
+  touch.SetScale(value);
+  focus.SetScale(value);
+  if (value == scale) return;
+  const int largeDisc = GetDiscSize(target, true);
+  const int miniDisc = GetDiscSize(target, false);
+  scale = value;
+  SetDiscSize(target, true, largeDisc);
+  SetDiscSize(target, false, miniDisc);
+  if (!surroundings.plainCube) zovhost::ResizeCube(cube.GetParameters(), scale);
+  const auto reach = static_cast<int>(std::lround(zovhost::ClickWatch::REACH * scale));
+  clicks.SetReach(reach);
+  middleClicks.SetReach(reach);
+  hub.RequestApplicationUpdate();
 }
 
 void Viewport::ApplyPreferences() {
@@ -240,8 +261,8 @@ void Viewport::OnRightClick(const WindowEvent& event, bool used) {
     rightY = event.y;
     rightOnBar = bars.IsOver(event.x, event.y);
   }
-  const bool isStill = std::abs(event.x - rightX) <= zovhost::ClickWatch::REACH &&
-                       std::abs(event.y - rightY) <= zovhost::ClickWatch::REACH;
+  const bool isStill =
+      std::abs(event.x - rightX) <= clicks.GetReach() && std::abs(event.y - rightY) <= clicks.GetReach();
   if (event.type == WindowEvent::Type::MouseUp && !used && isStill && !rightOnBar && !IsPressed()) {
     surroundings.openMenu(event.x, event.y);
   }

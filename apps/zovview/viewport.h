@@ -49,6 +49,8 @@ class Viewport {
     Preferences* preferences = nullptr;
     /// The views that the user keeps. Borrowed; null: none are kept.
     ViewList* views = nullptr;
+    /// The cube as the library has it, in pixels, as recordings that name no scale were made with.
+    bool plainCube = false;
   };
 
   explicit Viewport(Surroundings surroundings);
@@ -63,6 +65,7 @@ class Viewport {
   void SetPlace(int x, int y, int width, int height, double scale);
   int GetX() const { return placeX; }
   int GetY() const { return placeY; }
+  double GetScale() const { return scale; }
   int GetWidth() const { return hub.GetViewportWidth(); }
   int GetHeight() const { return hub.GetViewportHeight(); }
 
@@ -130,6 +133,7 @@ class Viewport {
   void CancelClicks();
   void LetGo();
   void RunWaiting();
+  void SetScale(double value);
   void OnKey(const zovhost::WindowEvent& event);
   void OnRightClick(const zovhost::WindowEvent& event, bool used);
   void NotePointer(const zovhost::WindowEvent& event);
@@ -152,6 +156,7 @@ class Viewport {
   ViewStory story;
   zovhost::ViewFocus focus;
   zovhost::TooltipNote tooltip;
+  double scale = 1.0;
   const ViewTarget target;
   std::vector<const ViewCommand*> waiting;  // for the camera to arrive, the first to be run first
   int placeX = 0;

@@ -4,6 +4,7 @@
 
 #include "korvane/camera_parameters.h"
 #include "zovhost/projection.h"
+#include "zovhost/scene_ground.h"
 
 namespace zovhost {
 
@@ -18,8 +19,7 @@ struct SceneFace;
 class GLSceneView {
  public:
   struct Options {
-    float backgroundTop[3] = {0.80F, 0.85F, 0.90F};  // sRGB
-    float backgroundBottom[3] = {0.95F, 0.955F, 0.96F};
+    SceneGround ground = {};
     bool drawBackground = true;
     bool drawEdges = true;
     bool drawGroundShadow = true;

@@ -28,6 +28,10 @@ class Gui {
   /// Draws what was put together into the bound framebuffer, and leaves the state of OpenGL as it was.
   void EndFrame();
 
+  /// Light panels with dark words, for light grounds; at first they are dark ones. Between two frames.
+  void SetLight(bool light);
+  bool IsLight() const;
+
   /// Whether a viewport pixel, origin at the bottom left, lies on a panel of the last frame.
   bool IsOverPanel(int x, int y) const;
   /// Whether the last motion of the pointer belonged to the panels. A frame is drawn when that changes.

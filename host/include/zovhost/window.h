@@ -55,6 +55,7 @@ struct WindowEvent {
   int y = 0;
   MouseButton button = MouseButton::Left;
   int clicks = 0;          ///< With MouseDown: 1, 2 for a double click, and so on.
+  double scale = 0.0;      ///< With Resized: pixels for one point; 0: as before.
   double wheel = 0.0;      ///< Notches; positive away from the user. Fractions on fine wheels.
   std::int32_t key = 0;    ///< A key code of the window system library (SDL_Keycode).
   bool repeated = false;   ///< With KeyDown: the key is held.
@@ -85,6 +86,8 @@ class Window {
     /// What the touch device of a number is; null: as the window system library says, and a screen where that
     /// knows nothing of it.
     std::function<TouchDevice(std::int64_t device)> touchDevice = nullptr;
+    /// Pixels for one point, from 1 to 4; 0: as the display and the desktop have it, offscreen 1.
+    double scale = 0.0;
   };
 
   using EventHandler = std::function<void(const WindowEvent&)>;
@@ -110,6 +113,9 @@ class Window {
   int GetHeight() const;
   /// Pixels for one point: 1 on an ordinary display, 2 on one of double density.
   double GetScale() const;
+  /// As Options::scale. When the scale becomes another the window keeps its pixels and Resized is sent. One
+  /// that is not finite, or out of range, is brought into it.
+  void SetScale(double scale);
   void SetTitle(const std::string& title);
   void Hide();
   /// The whole of the display that the window is on. False, with nothing changed, where that is not to be

@@ -28,7 +28,6 @@ constexpr std::array<float, 4> Accent(float opacity) {
 }
 
 constexpr std::array<float, 4> highlightColour = Accent(0.55F);
-constexpr std::array<float, 4> edgeColour = {0.10F, 0.12F, 0.15F, 0.62F};
 constexpr std::array<float, 4> selectedEdgeColour = Accent(1.0F);
 constexpr double edgeWidth = 1.1;          // points
 constexpr double selectedEdgeWidth = 2.2;  // points
@@ -202,7 +201,7 @@ bool GLSceneView::Impl::Draw(const CameraParameters& camera, int x, int y, int w
   if (options.drawEdges) DrawEdges(frame);
   glEnable(GL_BLEND);
   glDepthMask(GL_FALSE);
-  if (options.drawGroundShadow) shadow.Draw(projection);
+  if (options.drawGroundShadow) shadow.Draw(projection, options.ground.shadow);
   DrawTransparent(frame);
   glDisable(GL_CULL_FACE);
   faceHighlight.Draw(projection, buffers);
@@ -213,8 +212,8 @@ void GLSceneView::Impl::DrawBackground() const {
   if (!options.drawBackground) return;
   glUseProgram(background);
   glBindVertexArray(emptyArray);
-  glUniform3fv(backgroundTop, 1, options.backgroundTop);
-  glUniform3fv(backgroundBottom, 1, options.backgroundBottom);
+  glUniform3fv(backgroundTop, 1, options.ground.top.data());
+  glUniform3fv(backgroundBottom, 1, options.ground.bottom.data());
   glDepthMask(GL_FALSE);
   glDrawArrays(GL_TRIANGLES, 0, 3);
   glDepthMask(GL_TRUE);
@@ -291,7 +290,7 @@ void GLSceneView::Impl::DrawPartEdges(const Frame& frame, std::size_t place) con
   if (mesh.edgeCount == 0) return;
   const bool selected = place == buffers.FindPart(options.selectedPart);
   SetMatrix(edge.matrix, ToFloat(Multiply(frame.viewProjection, part.transform)));
-  glUniform4fv(edge.colour, 1, (selected ? selectedEdgeColour : edgeColour).data());
+  glUniform4fv(edge.colour, 1, (selected ? selectedEdgeColour : options.ground.edge).data());
   glUniform1f(edge.lineWidth, static_cast<float>((selected ? selectedEdgeWidth : edgeWidth) * frame.scale));
   buffers.BindEdges(mesh);
   glDrawArraysInstanced(GL_TRIANGLE_STRIP, 0, 4, mesh.edgeCount);

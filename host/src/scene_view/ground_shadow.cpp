@@ -18,7 +18,6 @@ constexpr int resolution = 256;
 constexpr double margin = 0.35;  // of the scene's extent, on each side, for the soft border
 constexpr int blurRadius = 7;
 constexpr int blurPasses = 3;  // three box filters are close to a bell curve
-constexpr float shadowStrength = 0.42F;
 
 // One box filter along rows (step 1) or columns (step of a row).
 void BlurLines(const std::vector<float>& from, std::vector<float>& to, int step, int lineStep) {
@@ -159,7 +158,7 @@ void GroundShadow::MakeCorners() {
   glVertexAttribPointer(0, 2, GL_FLOAT, GL_FALSE, 0, nullptr);
 }
 
-void GroundShadow::Draw(const Projection& projection) const {
+void GroundShadow::Draw(const Projection& projection, float strength) const {
   const bool orthographic = projection.GetProjection()[11] == 0.0;
   const Vector3 from =
       orthographic ? projection.GetFrame().forward * -1.0 : projection.GetFrame().eye - origin;
@@ -170,7 +169,7 @@ void GroundShadow::Draw(const Projection& projection) const {
   glBindVertexArray(vertexArray);
   glBindTexture(GL_TEXTURE_2D, texture);
   SetMatrix(matrixLocation, ToFloat(Multiply(projection.GetViewProjection(), place)));
-  glUniform1f(strengthLocation, shadowStrength);
+  glUniform1f(strengthLocation, strength);
   glDrawArrays(GL_TRIANGLE_STRIP, 0, 4);
 }
 

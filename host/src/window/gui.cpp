@@ -7,6 +7,7 @@
 #include <imgui.h>
 #include <imgui_internal.h>
 
+#include <algorithm>
 #include <cfloat>
 #include <cmath>
 #include <filesystem>
@@ -14,7 +15,7 @@
 #include <string>
 #include <utility>
 
-#include "zovhost/accent.h"
+#include "window/gui_look.h"
 #include "zovhost/window.h"
 
 namespace zovhost {
@@ -47,42 +48,6 @@ std::string FindFontFile() {
   const std::string path(reinterpret_cast<const char*>(file));
   std::error_code failure;
   return std::filesystem::is_regular_file(path, failure) ? path : std::string();
-}
-
-// Neutral and translucent, with the one accent of the kit.
-void SetLook() {
-  ImGui::StyleColorsDark();
-  ImGuiStyle& style = ImGui::GetStyle();
-  style.WindowRounding = 6.0F;
-  style.PopupRounding = 6.0F;
-  style.PopupBorderSize = 0.0F;
-  style.FrameRounding = 4.0F;
-  style.GrabRounding = 4.0F;
-  style.WindowBorderSize = 0.0F;
-  style.WindowPadding = ImVec2(12.0F, 10.0F);
-
-  const auto [red, green, blue] = ACCENT_COLOUR;
-  const ImVec4 accent(static_cast<float>(red), static_cast<float>(green), static_cast<float>(blue), 1.0F);
-  const ImVec4 light(0.71F, 0.84F, 0.95F, 1.0F);
-  const ImVec4 field(1.0F, 1.0F, 1.0F, 0.12F);
-  const ImVec4 hovered(1.0F, 1.0F, 1.0F, 0.22F);
-  style.Colors[ImGuiCol_WindowBg] = ImVec4(0.11F, 0.12F, 0.13F, 0.86F);
-  // Reads at 4.5 to 1 on a button of a panel over a white picture.
-  style.Colors[ImGuiCol_TextDisabled] = ImVec4(0.80F, 0.81F, 0.82F, 1.0F);
-  style.Colors[ImGuiCol_TitleBg] = style.Colors[ImGuiCol_WindowBg];
-  style.Colors[ImGuiCol_TitleBgActive] = style.Colors[ImGuiCol_WindowBg];
-  style.Colors[ImGuiCol_TitleBgCollapsed] = style.Colors[ImGuiCol_WindowBg];
-  style.Colors[ImGuiCol_FrameBg] = field;
-  style.Colors[ImGuiCol_FrameBgHovered] = hovered;
-  style.Colors[ImGuiCol_FrameBgActive] = hovered;
-  style.Colors[ImGuiCol_Button] = field;
-  style.Colors[ImGuiCol_ButtonHovered] = hovered;
-  style.Colors[ImGuiCol_ButtonActive] = accent;
-  style.Colors[ImGuiCol_Header] = field;
-  style.Colors[ImGuiCol_HeaderHovered] = hovered;
-  style.Colors[ImGuiCol_HeaderActive] = accent;
-  style.Colors[ImGuiCol_CheckMark] = light;
-  style.Colors[ImGuiCol_PlotHistogram] = accent;
 }
 
 // The font is rasterised for the density of the display and measured in points.
@@ -119,6 +84,8 @@ class Gui::Impl {
 
   void BeginFrame();
   void EndFrame();
+  void SetLight(bool wanted);
+  bool IsLight() const { return light; }
   bool IsOverPanel(float pointX, float pointY) const;
   bool HasPointer() const { return pointerWasOver; }
   float GetPointsPerPixel() const;
@@ -133,6 +100,9 @@ class Gui::Impl {
   void SendPointer(Uint32 type, ImVec2 point);
   ImVec2 GetFingerPoint(const SDL_TouchFingerEvent& event) const;
   bool OnKeyEvent(const SDL_Event& event);
+  void SetDisplaySize() const;
+  ImVec2 ToPoints(int x, int y) const;
+  void FollowScale();
   bool IsTyping() const;
   void EndTyping(const SDL_Event& event);
   void OnPointerLeaves();
@@ -144,6 +114,8 @@ class Gui::Impl {
   Window* window;
   int width;
   int height;
+  float fontScale = 1.0F;  // for which the letters are drawn
+  bool light = false;
   int framesToSettle = 0;
   ImVec2 pointer = ImVec2(-FLT_MAX, -FLT_MAX);  // points from the top left; this value: not in the window
   bool pointerWasOver = false;
@@ -163,8 +135,10 @@ Gui::Impl::Impl(Window* overWindow, int pictureWidth, int pictureHeight)
   io.IniFilename = nullptr;  // nothing is left behind on the disk
   // The cursor is the window's business.
   io.ConfigFlags |= ImGuiConfigFlags_NoMouseCursorChange;
-  SetLook();
-  LoadFont(1.0F / GetPointsPerPixel());
+  SetShapes(ImGui::GetStyle());
+  SetColours(ImGui::GetStyle(), light);
+  fontScale = 1.0F / GetPointsPerPixel();
+  LoadFont(fontScale);
   ImGui_ImplOpenGL3_Init("#version 330 core");
   if (window == nullptr) return;
   ImGui_ImplSDL2_InitForOpenGL(window->GetNativeWindow(), window->GetNativeContext());
@@ -184,10 +158,50 @@ float Gui::Impl::GetPointsPerPixel() const {
   return window != nullptr ? static_cast<float>(1.0 / window->GetScale()) : 1.0F;
 }
 
+void Gui::Impl::SetLight(bool wanted) {
+  if (light == wanted) return;
+  light = wanted;
+  SetColours(context->Style, light);
+  if (window != nullptr) window->RequestFrame();
+}
+
+// The backend counts in units of the window system, which need not be points.
+void Gui::Impl::SetDisplaySize() const {
+  constexpr float ROUNDING = 0.01F;  // pixels, so that a fraction of a point is no pixel less
+  const float points = GetPointsPerPixel();
+  ImGuiIO& io = ImGui::GetIO();
+  io.DisplaySize = ImVec2((static_cast<float>(window->GetWidth()) + ROUNDING) * points,
+                          (static_cast<float>(window->GetHeight()) + ROUNDING) * points);
+  io.DisplayFramebufferScale = ImVec2(1.0F / points, 1.0F / points);
+}
+
+// A position of the window system's.
+ImVec2 Gui::Impl::ToPoints(int x, int y) const {
+  int unitsWide = 0;
+  int unitsHigh = 0;
+  SDL_GetWindowSize(window->GetNativeWindow(), &unitsWide, &unitsHigh);
+  const float points = GetPointsPerPixel();
+  const float unitX = static_cast<float>(window->GetWidth()) / static_cast<float>(std::max(1, unitsWide));
+  const float unitY = static_cast<float>(window->GetHeight()) / static_cast<float>(std::max(1, unitsHigh));
+  return {static_cast<float>(x) * unitX * points, static_cast<float>(y) * unitY * points};
+}
+
+void Gui::Impl::FollowScale() {
+  const float scale = 1.0F / GetPointsPerPixel();
+  if (scale == fontScale) return;
+  fontScale = scale;
+  ImGui::GetIO().Fonts->Clear();
+  LoadFont(scale);
+  ImGui_ImplOpenGL3_DestroyFontsTexture();
+  ImGui_ImplOpenGL3_CreateFontsTexture();
+}
+
 void Gui::Impl::BeginFrame() {
   ImGui_ImplOpenGL3_NewFrame();
+  FollowScale();
   if (window != nullptr) {
     ImGui_ImplSDL2_NewFrame();
+    SetDisplaySize();
     // The backend asks for the pointer on the whole desktop, which SDL knows only after it has moved a while.
     ImGui::GetIO().MousePos = pointer;
     // It takes the buttons from the system's mouse, which no finger presses.
@@ -261,7 +275,7 @@ bool Gui::Impl::OnPointerEvent(const SDL_Event& event) {
     x = event.type == SDL_MOUSEMOTION ? event.motion.x : event.button.x;
     y = event.type == SDL_MOUSEMOTION ? event.motion.y : event.button.y;
   }
-  pointer = ImVec2(static_cast<float>(x), static_cast<float>(y));
+  pointer = ToPoints(x, y);
   framesToLeave = 0;
   // Beside an open menu a press closes it and does no more.
   const bool over = !context->OpenPopupStack.empty() || IsOverPanel(pointer.x, pointer.y);
@@ -382,6 +396,8 @@ Gui::Gui(int width, int height) : impl(std::make_unique<Impl>(nullptr, width, he
 Gui::~Gui() = default;
 void Gui::BeginFrame() { impl->BeginFrame(); }
 void Gui::EndFrame() { impl->EndFrame(); }
+void Gui::SetLight(bool light) { impl->SetLight(light); }
+bool Gui::IsLight() const { return impl->IsLight(); }
 
 bool Gui::HasPointer() const { return impl->HasPointer(); }
 

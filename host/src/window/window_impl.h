@@ -52,9 +52,17 @@ class Window::Impl {
   int ChooseWait(int longestWait) const;
   void DrawFrame();
   void UpdateSize();
+  /// Pixels for one unit of the window system.
+  double GetDensity() const;
+  double GetScale() const;
+  void SetScale(double scale);
+  static double LimitScale(double scale);
+  /// Units of the window system are pixels, and how many of them a point has is told elsewhere.
+  static bool HasDesktopScale();
 
   // window_events.cpp
   void Handle(const SDL_Event& event);
+  void FollowDesktop();
   void HandleWindowEvent(const SDL_WindowEvent& event);
   void HandleMotion(const SDL_MouseMotionEvent& event);
   void HandleButton(const SDL_MouseButtonEvent& event);
@@ -67,9 +75,9 @@ class Window::Impl {
   TouchDevice GetTouchDevice(SDL_TouchID id) const;
   bool IsMadeUp(const SDL_Event& event) const;
   void Send(WindowEvent event);
-  void SetPosition(WindowEvent& event, int pointX, int pointY) const;
+  void SetPosition(WindowEvent& event, int unitX, int unitY) const;
   void WarpPointer(int x, int y);
-  bool IsEchoOfWarp(int pointX, int pointY);
+  bool IsEchoOfWarp(int unitX, int unitY);
 
   std::unique_ptr<SdlVideo> video;  // last to go
   SdlWindow window;
@@ -78,8 +86,10 @@ class Window::Impl {
   bool closed = false;
   int width = 0;  // pixels
   int height = 0;
-  int pointWidth = 0;
-  int pointHeight = 0;
+  int unitWidth = 0;  // units of the window system, in which it tells positions
+  int unitHeight = 0;
+  double chosenScale = 0.0;  // 0: none
+  double desktopScale = 1.0;
 
   std::function<Clock::time_point()> clock;
   bool frameRequested = true;
@@ -101,7 +111,7 @@ class Window::Impl {
 
   unsigned heldButtons = 0;  // one bit a MouseButton
   bool warping = false;
-  int warpX = 0;  // points
+  int warpX = 0;  // units
   int warpY = 0;
   Clock::time_point warpTime;
 
