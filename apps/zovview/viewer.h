@@ -13,6 +13,7 @@
 #include "settings_file.h"
 #include "story_desk.h"
 #include "view_devices.h"
+#include "view_rest.h"
 #include "viewer_menus.h"
 #include "viewer_panel.h"
 #include "viewport.h"
@@ -115,7 +116,8 @@ class Viewer {
   void OnWake();
   void LoadWaiting();
   void Load(const ModelSource& source);
-  void ShowProgress(double fraction, const char* step);
+  bool ShowProgress(double fraction, const char* step);
+  void TellCancelled(const ModelSource& source);
   void ShowModel(LoadedModel model);
   void ShowMessage(const std::string& text);
   void DrawFrame();
@@ -141,8 +143,10 @@ class Viewer {
   std::filesystem::path firstStory;
   PanelContents contents;
   MessageTimer messageTimer;
+  ViewRest rest;
   ProgressLine progress;
   std::optional<ModelSource> waiting;
+  bool loadCancelled = false;
   int exitCode = 0;
 };
 
