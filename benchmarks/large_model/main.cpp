@@ -129,13 +129,15 @@ int Measure(const std::filesystem::path& file) {
     std::fprintf(stderr, "zov_large_model: %s\n", error.c_str());
     return 2;
   }
-  std::printf("read and indexed %8.3f s  %zu triangles in %zu parts\n", SecondsSince(begin),
-              scene->GetTriangleCount(), scene->GetParts().size());
+  constexpr double MIB = 1024.0 * 1024.0;
+  std::printf("read and indexed %8.3f s  %zu triangles in %zu parts, %.0f MiB at most\n", SecondsSince(begin),
+              scene->GetTriangleCount(), scene->GetParts().size(), memory.GetPeak() / MIB);
   zovhost::GLSceneView view;
   zovhost::ViewHub hub([] {});
   const Clock::time_point upload = Clock::now();
   if (!view.SetScene(scene.get(), listen)) return 3;
-  std::printf("brought to GL    %8.3f s\n", SecondsSince(upload));
+  std::printf("brought to GL    %8.3f s  %.0f MiB at most so far\n", SecondsSince(upload),
+              memory.GetPeak() / MIB);
   hub.SetViewportSize(WIDTH, HEIGHT);
   zovhost::EnterScene(hub, *scene);
   view.Draw(hub.GetView(), WIDTH, HEIGHT);
@@ -153,7 +155,6 @@ int Measure(const std::filesystem::path& file) {
     raw += 4 * (mesh.positions.size() + mesh.normals.size() + mesh.texCoords.size() + mesh.indices.size()) +
            mesh.colours.size();
   }
-  constexpr double MIB = 1024.0 * 1024.0;
   std::printf("memory           %8.0f MiB at most, of %.0f MiB raw data: %.2f times\n",
               memory.GetPeak() / MIB, static_cast<double>(raw) / MIB,
               memory.GetPeak() / static_cast<double>(raw));

@@ -6,6 +6,8 @@
 #include "graphics_canvas.h"
 #include "host/large_meshes.h"
 #include "scene_view/coarse_mesh.h"
+#include "scene_view/coarse_parts.h"
+#include "scene_view/part_batches.h"
 #include "scene_view/view_volume.h"
 #include "zovhost/gl_scene_view.h"
 #include "zovhost/scene.h"
@@ -195,6 +197,21 @@ TEST_F(LargeSceneView, a_coarse_mesh_has_no_more_triangles_than_wanted_and_stays
     EXPECT_GE(coarse.size() / 3, wanted / 8);
     for (const std::uint32_t index : coarse) ASSERT_LT(index, hills.positions.size() / 3);
   }
+}
+
+TEST_F(LargeSceneView, parts_of_a_batch_thin_out_all_over_it) {
+  zovhost::WorkReport report;
+  const auto city = Make(MakeCity(34, false));
+  const std::vector<bool> all(city->GetParts().size(), true);
+  constexpr std::size_t wanted = 120;  // ten blocks
+  std::size_t gathered = 0;
+  for (const zovhost::PartBatch& batch : zovhost::GatherParts(*city, all, report)) {
+    gathered += batch.members.size();
+    const std::vector<std::uint32_t> chosen = zovhost::CoarseParts(*city, report).Choose(batch, wanted);
+    EXPECT_EQ(chosen.size() / 3, std::min(wanted, batch.mesh.indices.size() / 3));
+    for (const std::uint32_t index : chosen) ASSERT_LT(index, batch.mesh.positions.size() / 3);
+  }
+  EXPECT_EQ(gathered, city->GetParts().size());
 }
 
 TEST_F(LargeSceneView, a_scene_whose_upload_is_broken_off_leaves_the_present_one) {

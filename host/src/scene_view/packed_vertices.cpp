@@ -64,7 +64,7 @@ void PointAttributes(bool hasTexCoords) {
     glVertexAttribPointer(location, size, type, normalised, stride, BufferOffset(offset));
   };
   point(0, 3, GL_FLOAT, GL_FALSE, offsetof(Vertex, position));
-  point(1, 3, GL_SHORT, GL_TRUE, offsetof(Vertex, normal));
+  point(1, 4, GL_SHORT, GL_TRUE, offsetof(Vertex, normal));
   if (hasTexCoords) point(2, 2, GL_FLOAT, GL_FALSE, sizeof(Vertex));
   point(3, 4, GL_UNSIGNED_BYTE, GL_TRUE, offsetof(Vertex, colour));
 }

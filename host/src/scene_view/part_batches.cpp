@@ -71,8 +71,8 @@ class Gatherer {
     for (std::size_t i = 0; i < count; ++i) AddVertex(part.transform, mesh, i);
     if (withTexCoords) Append(batch.mesh.texCoords, mesh.texCoords, 2 * count, 0.0F);
     if (withColours) Append(batch.mesh.colours, mesh.colours, 4 * count, std::uint8_t{255});
-    batch.members.push_back({index, batch.mesh.indices.size(), mesh.indices.size()});
     const bool mirrored = IsMirrored(part.transform);
+    batch.members.push_back({index, batch.mesh.indices.size(), mesh.indices.size(), first, mirrored});
     for (std::size_t i = 0; i + 2 < mesh.indices.size(); i += 3) {
       const std::uint32_t* const corner = mesh.indices.data() + i;
       batch.mesh.indices.insert(

@@ -17,6 +17,8 @@ struct PartBatch {
     std::size_t part = 0;
     std::size_t firstIndex = 0;  // of the mesh of the batch
     std::size_t indexCount = 0;
+    std::uint32_t firstVertex = 0;
+    bool mirrored = false;  // its triangles were turned around
   };
   SceneMesh mesh;
   Korvane::Vector3 origin;  // in the world

@@ -11,6 +11,7 @@
 #include "gl/gl_program.h"
 #include "projection/matrix.h"
 #include "scene_view/coarse_mesh.h"
+#include "scene_view/coarse_parts.h"
 #include "scene_view/crease_edges.h"
 #include "scene_view/packed_vertices.h"
 #include "zovhost/gl_state_guard.h"
@@ -110,7 +111,7 @@ void SceneBuffers::MakePlan(const Scene& scene, Plan& plan, WorkReport& report) 
   report.BeginStep(0.3, 0.6, "Looking for edges");
   PlanEdges(scene, plan, report);
   report.BeginStep(0.6, 1.0, "Making a coarse model");
-  PlanCoarse(plan, report);
+  PlanCoarse(scene, plan, report);
 }
 
 void SceneBuffers::PlanMeshes(const Scene& scene, const std::vector<bool>& gathered, Plan& plan) {
@@ -161,18 +162,21 @@ void SceneBuffers::PlanEdges(const Scene& scene, Plan& plan, WorkReport& report)
 }
 
 // Each mesh gets its share of what a frame may draw, by its triangles.
-void SceneBuffers::PlanCoarse(Plan& plan, WorkReport& report) {
+void SceneBuffers::PlanCoarse(const Scene& scene, Plan& plan, WorkReport& report) {
   plan.coarse.resize(meshes.size());
   double triangles = 0.0;
   for (const Drawn& one : drawn) triangles += static_cast<double>(CountTriangles(plan.sources[one.mesh]));
   large = triangles > movingTriangles || drawn.size() > mostQuickDraws;
   if (triangles <= movingTriangles) return;
+  CoarseParts chooser(scene, report);
   for (std::size_t i = 0; i < meshes.size(); ++i) {
     const std::size_t own = CountTriangles(plan.sources[i]);
     const double share = static_cast<double>(own) * movingTriangles / triangles;
+    const auto wanted = static_cast<std::size_t>(std::max(share, 20.0));
     if (own < fewestCoarse) continue;
-    plan.coarse[i] =
-        FindCoarseTriangles(*plan.sources[i], static_cast<std::size_t>(std::max(share, 20.0)), report);
+    plan.coarse[i] = i < scene.GetMeshes().size()
+                         ? FindCoarseTriangles(*plan.sources[i], wanted, report)
+                         : chooser.Choose(plan.batches[i - scene.GetMeshes().size()], wanted);
   }
 }
 
@@ -196,7 +200,7 @@ void SceneBuffers::SortDrawn(const Scene& scene, const std::vector<bool>& gather
                      parts[i].centre,
                      from[i].bounds.GetExtent().Length(),
                      {}});
-    drawn.back().members.push_back({i, 0, 0});
+    drawn.back().members.push_back({.part = i});
   }
   std::stable_sort(drawn.begin(), drawn.end(), [this](const Drawn& a, const Drawn& b) {
     const Mesh& first = meshes[a.mesh];

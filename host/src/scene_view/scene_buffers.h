@@ -80,7 +80,7 @@ class SceneBuffers {
   void MakePlan(const Scene& scene, Plan& plan, WorkReport& report);
   void PlanMeshes(const Scene& scene, const std::vector<bool>& gathered, Plan& plan);
   void PlanEdges(const Scene& scene, Plan& plan, WorkReport& report);
-  void PlanCoarse(Plan& plan, WorkReport& report);
+  void PlanCoarse(const Scene& scene, Plan& plan, WorkReport& report);
   void SortDrawn(const Scene& scene, const std::vector<bool>& gathered, const Plan& plan);
   void UploadMaterials(const Scene& scene);
   bool UploadVertices(const Plan& plan, const Progress& progress);
