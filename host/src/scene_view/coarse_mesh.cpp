@@ -78,7 +78,8 @@ std::vector<std::uint32_t> FindCoarseTriangles(const SceneMesh& mesh, std::size_
   for (int i = 0; i < TRIES; ++i) {
     grid.cellsPerUnit = static_cast<float>(along * 0.999 / longest);
     found = KeepSpanning(mesh, FindFirsts(mesh, grid, report), report);
-    const double excess = static_cast<double>(found.size() / 3) / static_cast<double>(wanted);
+    const std::size_t count = found.size() / 3;
+    const double excess = static_cast<double>(count) / static_cast<double>(wanted);
     if (excess <= 1.2) break;
     along = std::max(along / std::sqrt(excess) * 0.95, 1.0);
   }

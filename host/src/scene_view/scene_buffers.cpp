@@ -55,6 +55,20 @@ void Fill(GLuint buffer, std::size_t offset, const void* data, std::size_t bytes
 
 std::size_t CountTriangles(const SceneMesh* mesh) { return mesh != nullptr ? mesh->indices.size() / 3 : 0; }
 
+// The lines of each part of a batch, placed; `found` by mesh of the scene.
+void AppendEdges(const Scene& scene, const PartBatch& batch, const std::vector<std::vector<float>>& found,
+                 std::vector<float>& edges) {
+  for (const PartBatch::Member& member : batch.members) {
+    const ScenePart& part = scene.GetParts()[member.part];
+    const std::vector<float>& lines = found[static_cast<std::size_t>(part.mesh)];
+    for (std::size_t k = 0; k + 2 < lines.size(); k += 3) {
+      const Korvane::Vector3 end =
+          TransformPoint(part.transform, Korvane::Vector3(lines.data() + k)) - batch.origin;
+      for (int axis = 0; axis < 3; ++axis) edges.push_back(static_cast<float>(end[axis]));
+    }
+  }
+}
+
 }  // namespace
 
 bool SceneBuffers::Upload(const Scene& scene, const Progress& progress) {
@@ -144,18 +158,7 @@ void SceneBuffers::PlanEdges(const Scene& scene, Plan& plan, WorkReport& report)
     if (i < count && plan.sources[i] != nullptr) {
       plan.edges.insert(plan.edges.end(), found[i].begin(), found[i].end());
     }
-    if (i >= count) {
-      const PartBatch& batch = plan.batches[i - count];
-      for (const PartBatch::Member& member : batch.members) {
-        const ScenePart& part = scene.GetParts()[member.part];
-        const std::vector<float>& lines = found[static_cast<std::size_t>(part.mesh)];
-        for (std::size_t k = 0; k + 2 < lines.size(); k += 3) {
-          const Korvane::Vector3 end =
-              TransformPoint(part.transform, Korvane::Vector3(lines.data() + k)) - batch.origin;
-          for (int axis = 0; axis < 3; ++axis) plan.edges.push_back(static_cast<float>(end[axis]));
-        }
-      }
-    }
+    if (i >= count) AppendEdges(scene, plan.batches[i - count], found, plan.edges);
     meshes[i].firstEdge = before / edgeFloats;
     meshes[i].edgeCount = static_cast<GLsizei>((plan.edges.size() - before) / edgeFloats);
   }
@@ -202,6 +205,10 @@ void SceneBuffers::SortDrawn(const Scene& scene, const std::vector<bool>& gather
                      {}});
     drawn.back().members.push_back({.part = i});
   }
+  SortByMaterial();
+}
+
+void SceneBuffers::SortByMaterial() {
   std::stable_sort(drawn.begin(), drawn.end(), [this](const Drawn& a, const Drawn& b) {
     const Mesh& first = meshes[a.mesh];
     const Mesh& second = meshes[b.mesh];
@@ -254,11 +261,15 @@ bool SceneBuffers::UploadVertices(const Plan& plan, const Progress& progress) {
   return true;
 }
 
-bool SceneBuffers::UploadIndices(const Plan& plan, const Progress& progress) {
+std::size_t SceneBuffers::CountIndices(const Plan& plan) {
   std::size_t count = 0;
-  for (std::size_t i = 0; i < meshes.size(); ++i) {
-    count += 3 * CountTriangles(plan.sources[i]) + plan.coarse[i].size();
-  }
+  for (const SceneMesh* const source : plan.sources) count += 3 * CountTriangles(source);
+  for (const std::vector<std::uint32_t>& coarse : plan.coarse) count += coarse.size();
+  return count;
+}
+
+bool SceneBuffers::UploadIndices(const Plan& plan, const Progress& progress) {
+  const std::size_t count = CountIndices(plan);
   {
     const GLStateGuard guard;
     indexBuffer = MakeBuffer(GL_ARRAY_BUFFER, count * sizeof(std::uint32_t), nullptr);

@@ -82,7 +82,9 @@ class SceneBuffers {
   void PlanEdges(const Scene& scene, Plan& plan, WorkReport& report);
   void PlanCoarse(const Scene& scene, Plan& plan, WorkReport& report);
   void SortDrawn(const Scene& scene, const std::vector<bool>& gathered, const Plan& plan);
+  void SortByMaterial();
   void UploadMaterials(const Scene& scene);
+  static std::size_t CountIndices(const Plan& plan);
   bool UploadVertices(const Plan& plan, const Progress& progress);
   bool UploadIndices(const Plan& plan, const Progress& progress);
   void UploadEdges(const Plan& plan);
