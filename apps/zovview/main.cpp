@@ -161,8 +161,10 @@ int ShowTour(const zovview::ModelSource& source, const Arguments& arguments, con
   zovview::LoadedModel model;
   {
     zovview::ProgressLine line(zovview::ProgressLine::OffTerminal::Silent);
-    model =
-        zovview::LoadModel(source, [&line](double fraction, const char* what) { line.Show(fraction, what); });
+    model = zovview::LoadModel(source, [&line](double fraction, const char* what) {
+      line.Show(fraction, what);
+      return true;
+    });
   }
   if (model.scene == nullptr) {
     Note(model.error);

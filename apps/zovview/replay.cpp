@@ -58,7 +58,7 @@ std::string FormatCamera(std::uint32_t time, const CameraParameters& camera) {
 
 /// The model that a recording names; a relative file counts from the folder of the recording.
 LoadedModel LoadNamed(const std::string& name, const fs::path& folder) {
-  const auto quiet = [](double, const char*) {};
+  const zovhost::Progress quiet;
   if (name == "building") return LoadModel({}, quiet);
   if (name != "house") return LoadModel({folder / name.substr(name.find(' ') + 1)}, quiet);
   const ModelSource house = FindDefaultModel();

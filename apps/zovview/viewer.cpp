@@ -20,6 +20,7 @@ using zovhost::WindowEvent;
 namespace {
 
 constexpr const char* PROGRAM = "zovview";
+constexpr double READING_SHARE = 0.8;  // of the progress of a load; the rest brings it to the graphics card
 constexpr double MESSAGE_SECONDS = 8.0;
 constexpr int EXIT_BAD_MODEL = 2;
 constexpr double FIT_MARGIN = 0.05;     // of the view, at each side
@@ -99,6 +100,7 @@ Viewer::Viewer(zovhost::Window& onWindow, const Options& options)
       firstStory(options.story),
       firstView(options.view),
       messageTimer(*this),
+      rest([this] { window.RequestFrame(); }),
       progress(ProgressLine::OffTerminal::Silent) {
   window.DefineCursor(Korvane::CURSOR_NONE, MakeEmptyImage(), 0, 0);
   panelFocus.AddGroup([this] { return panel.GetThings(); });
@@ -227,22 +229,35 @@ void Viewer::LoadWaiting() {
 // that of the six-axis devices waits.
 void Viewer::Load(const ModelSource& source) {
   contents.loading = LoadingStatus{0.0, "", source.GetName()};
+  loadCancelled = false;
   glFinish();
-  LoadedModel model =
-      LoadModel(source, [this](double fraction, const char* step) { ShowProgress(fraction, step); });
+  LoadedModel model = LoadModel(source, [this](double fraction, const char* step) {
+    return ShowProgress(fraction * READING_SHARE, step);
+  });
+  if (window.IsOpen() && !loadCancelled) {
+    ShowModel(std::move(model));
+  } else if (window.IsOpen()) {
+    TellCancelled(source);
+  }
   progress.Clear();
   contents.loading.reset();
-  if (window.IsOpen()) ShowModel(std::move(model));
   window.RequestFrame();
 }
 
-void Viewer::ShowProgress(double fraction, const char* step) {
+// Whether to go on: Escape breaks a load off, and a closed window must not wait for one.
+bool Viewer::ShowProgress(double fraction, const char* step) {
   progress.Show(fraction, step);
   contents.loading->fraction = fraction;
   contents.loading->step = step;
   window.RequestFrame();
-  // A load cannot be broken off, but it must not keep a closed window on the screen.
   if (!window.Step(0)) window.Hide();
+  return window.IsOpen() && !loadCancelled;
+}
+
+// A first model that nobody waits for leaves nothing to show.
+void Viewer::TellCancelled(const ModelSource& source) {
+  if (scene == nullptr) return window.Close();
+  ShowMessage(source.GetName() + ": loading was cancelled");
 }
 
 // The story of each view is of the model that shows.
@@ -261,9 +276,13 @@ void Viewer::LeaveStories(const std::function<void()>& then) {
 
 // What cannot be shown leaves the present model where it is; without one there is nothing to stay for.
 void Viewer::ShowModel(LoadedModel model) {
-  if (model.scene != nullptr && !sceneView.SetScene(model.scene.get())) {
+  const auto report = [this](double fraction, const char* step) {
+    return ShowProgress(READING_SHARE + fraction * (1.0 - READING_SHARE), step);
+  };
+  if (model.scene != nullptr && !sceneView.SetScene(model.scene.get(), report)) {
+    if (!window.IsOpen()) return;
+    if (loadCancelled) return TellCancelled(model.source);
     model.error = model.source.GetName() + ": the graphics memory does not hold this model";
-    sceneView.SetScene(scene.get());
     model.scene.reset();
   }
   if (model.scene == nullptr) {
@@ -274,7 +293,9 @@ void Viewer::ShowModel(LoadedModel model) {
     return;
   }
   for (std::size_t i = 0; i < views.size(); ++i) Enter(i, *model.scene);
+  rest.Restart();
   scene = std::move(model.scene);
+  scene->PrepareFaces();
   BeginRecording(model);
   modelFile = model.source.file;
   PresentFirstStory();
@@ -416,6 +437,10 @@ void Viewer::ActivateView(std::size_t index) {
 
 void Viewer::OnKeyEvent(const WindowEvent& event) {
   const bool pressed = event.type == WindowEvent::Type::KeyDown && !event.repeated;
+  if (pressed && contents.loading.has_value() && event.key == SDLK_ESCAPE) {
+    loadCancelled = true;
+    return;
+  }
   if (pressed && desk.IsOpen()) return OnDeskKey(event);
   if (pressed && menus.IsOpen() && event.key == SDLK_ESCAPE) {
     menus.Close();
@@ -562,6 +587,8 @@ void Viewer::DrawFrame() {
 void Viewer::DrawViews() {
   for (const auto& view : views) {
     view->PerformFrame();
+    sceneView.GetOptions().moving =
+        sceneView.DropsDetail() && rest.IsMoving(*view, contents.loading.has_value());
     sceneView.GetOptions().selectedPart = view->GetSelection().GetPart();
     sceneView.Draw(view->GetHub().GetView(), view->GetX(), view->GetY(), view->GetWidth(), view->GetHeight(),
                    window.GetScale());

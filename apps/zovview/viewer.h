@@ -15,6 +15,7 @@
 #include "view_devices.h"
 #include "view_grid.h"
 #include "view_list.h"
+#include "view_rest.h"
 #include "viewer_menus.h"
 #include "viewer_panel.h"
 #include "viewport.h"
@@ -135,7 +136,8 @@ class Viewer {
   void OnWake();
   void LoadWaiting();
   void Load(const ModelSource& source);
-  void ShowProgress(double fraction, const char* step);
+  bool ShowProgress(double fraction, const char* step);
+  void TellCancelled(const ModelSource& source);
   void ShowModel(LoadedModel model);
   void Enter(std::size_t view, const zovhost::Scene& entered);
   void Tell(const std::string& failure);
@@ -171,8 +173,10 @@ class Viewer {
   std::string firstView;
   PanelContents contents;
   MessageTimer messageTimer;
+  ViewRest rest;
   ProgressLine progress;
   std::optional<ModelSource> waiting;
+  bool loadCancelled = false;
   int exitCode = 0;
 };
 

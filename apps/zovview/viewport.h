@@ -97,6 +97,7 @@ class Viewport {
   void DrawWidgets();
 
   zovhost::ViewHub& GetHub() { return hub; }
+  const zovhost::ViewHub& GetHub() const { return hub; }
   Selection& GetSelection() { return selection; }
   ViewerViewManager& GetManager() { return manager; }
   zovhost::GLRenderer& GetRenderer() { return renderer; }

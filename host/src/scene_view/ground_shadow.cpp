@@ -16,6 +16,8 @@ using Korvane::Vector3;
 
 constexpr int resolution = 256;
 constexpr double margin = 0.35;  // of the scene's extent, on each side, for the soft border
+constexpr std::size_t mostIndices =
+    3'000'000;  // of more the coarse model casts it: nobody sees that in a blur
 constexpr int blurRadius = 7;
 constexpr int blurPasses = 3;  // three box filters are close to a bell curve
 
@@ -117,12 +119,18 @@ void GroundShadow::DrawHeights(GLuint cast, const SceneBuffers& buffers,
   glUseProgram(cast);
   glBindVertexArray(buffers.GetTriangleArray());
   const GLint location = glGetUniformLocation(cast, "matrix");
-  for (const SceneBuffers::Part& part : buffers.GetParts()) {
-    const SceneBuffers::Mesh& mesh = buffers.GetMeshes()[part.mesh];
+  std::size_t indices = 0;
+  for (const SceneBuffers::Drawn& drawn : buffers.GetDrawn()) {
+    indices += static_cast<std::size_t>(buffers.GetMeshes()[drawn.mesh].indexCount);
+  }
+  const bool coarse = indices > mostIndices;
+  for (const SceneBuffers::Drawn& drawn : buffers.GetDrawn()) {
+    const SceneBuffers::Mesh& mesh = buffers.GetMeshes()[drawn.mesh];
     if (mesh.transparent) continue;
-    SetMatrix(location, ToFloat(Multiply(ground, part.transform)));
-    glDrawElements(GL_TRIANGLES, mesh.indexCount, GL_UNSIGNED_INT,
-                   BufferOffset(mesh.firstIndex * sizeof(std::uint32_t)));
+    SetMatrix(location, ToFloat(Multiply(ground, drawn.transform)));
+    const std::size_t first = coarse ? mesh.firstCoarse : mesh.firstIndex;
+    glDrawElements(GL_TRIANGLES, coarse ? mesh.coarseCount : mesh.indexCount, GL_UNSIGNED_INT,
+                   BufferOffset(first * sizeof(std::uint32_t)));
   }
   coverage.resize(std::size_t{4} * resolution * resolution);
   glReadPixels(0, 0, resolution, resolution, GL_RGBA, GL_UNSIGNED_BYTE, coverage.data());

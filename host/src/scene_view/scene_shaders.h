@@ -72,7 +72,7 @@ void main() {
   vec3 toViewer = normalize(mix(normalize(-viewPosition), vec3(0.0, 0.0, 1.0), blend));
   vec3 flat_ = normalize(cross(dFdx(viewPosition), dFdy(viewPosition)));  // of the triangle, to the viewer
   if (dot(flat_, toViewer) < 0.0) flat_ = -flat_;
-  vec3 n = dot(viewNormal, viewNormal) > 1e-12 ? normalize(viewNormal) : flat_;
+  vec3 n = dot(viewNormal, viewNormal) > 1e-8 ? normalize(viewNormal) : flat_;
   if (dot(n, flat_) < 0.0) n = -n;
 
   float sky = 0.5 + 0.5 * dot(n, upDirection);
