@@ -15,7 +15,7 @@ install(EXPORT zovtoolsTargets NAMESPACE zov::
   DESTINATION ${ZOV_PACKAGE_DIR} COMPONENT development)
 
 if(ZOV_BUILD_HOST)
-  foreach(library files stories scene gl window)
+  foreach(library files stories views scene gl window)
     install(TARGETS zov_${library} EXPORT zovtools_${library}Targets
       ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT kit
       FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT kit)

@@ -5,6 +5,8 @@ find_package(PkgConfig QUIET)
 # A row: the library of the kit, the name here, the Debian package, and the modules of pkg-config.
 set(ZOV_KIT_PACKAGES
   "files|ZOV_FRIBIDI|libfribidi-dev|fribidi"
+  "views|ZOV_PUGIXML|libpugixml-dev|pugixml"
+  "views|ZOV_ZIP|libzip-dev|libzip"
   "scene|ZOV_ASSIMP|libassimp-dev|assimp"
   "scene|ZOV_PIXBUF|libgdk-pixbuf-2.0-dev|gdk-pixbuf-2.0"
   "gl|ZOV_EPOXY|libepoxy-dev|epoxy"
@@ -14,6 +16,7 @@ set(ZOV_KIT_PACKAGES
   "gl|ZOV_WEBP|libwebp-dev|libwebp libwebpmux"
   "window|ZOV_SDL2|libsdl2-dev|sdl2"
   "window|ZOV_IMGUI|libimgui-dev|imgui"
+  "window|ZOV_X11|libx11-dev|x11"
   "window|ZOV_FONTCONFIG|libfontconfig-dev|fontconfig"
   "window|ZOV_FREETYPE|libfreetype-dev|freetype2")
 if(ZOV_WITH_SPNAV)

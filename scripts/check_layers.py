@@ -54,6 +54,7 @@ ROOMS = {room: names.split() for room, names in {
     "files": "",
     "texts": "",
     "stories": "files texts",
+    "views": "files texts stories",
     "projection": "",
     "images": "",
     "scene": "projection images",
@@ -65,8 +66,10 @@ ROOMS = {room: names.split() for room, names in {
     "scene_view": "projection images scene gl",
     "window": "images texts",
     "input": "window",
+    "focus": "texts images pictures window input",
     "devices": "",
     "bars": "",
+    "cube": "",
     "panels": "texts devices window",
 }.items()}
 ROOM_OF_HEADER = {f"zovhost/{name}.h": room for room, names in {
@@ -74,17 +77,21 @@ ROOM_OF_HEADER = {f"zovhost/{name}.h": room for room, names in {
     "files": "whole_file",
     "texts": "languages phrases typefaces wide_text",
     "stories": "story_file",
+    "views": "bcf_file bcf_viewpoint named_views named_views_file",
     "images": "accent image read_image",
     "scene": "scene",
-    "hub": "start_camera view_hub",
+    "hub": "pivot_policy start_camera view_hub",
     "gl": "gl_state_guard offscreen_target",
     "pictures": "resource_pack host_pictures host_texts",
     "picture_files": "picture",
     "widget_renderer": "gl_renderer",
-    "scene_view": "gl_scene_view",
+    "scene_view": "gl_scene_view scene_ground",
     "window": "gui panel_texts window",
-    "input": "click_watch held_keys key_table pointer_wrap wheel_counter window_view_manager",
+    "input": """click_watch held_keys key_table navigation_style pointer_wrap touch_camera touch_gestures touch_navigation
+        wheel_counter window_view_manager""",
+    "focus": "keyboard_focus view_focus",
     "devices": "six_axis_settings six_axis_source six_axis_hand spnav_source game_controller_source",
+    "cube": "cube_dress",
     "bars": "navigation_bar_host toolbar_dress tooltip_note",
     "panels": "shot_editor_panel six_axis_panel",
 }.items() for name in names.split()}
@@ -92,6 +99,7 @@ ROOM_OF_HEADER = {f"zovhost/{name}.h": room for room, names in {
 FOREIGN = {room: tuple(names.split()) for room, names in {
     "texts": "fribidi.h",
     "stories": "nlohmann/",
+    "views": "pugixml.hpp zip.h",
     "images": "gdk-pixbuf/",
     "scene": "assimp/ embree3/ sys/ fcntl.h poll.h signal.h unistd.h",
     "gl": "epoxy/",
@@ -99,9 +107,10 @@ FOREIGN = {room: tuple(names.split()) for room, names in {
     "picture_files": "pango/ png.h webp/",
     "widget_renderer": "epoxy/",
     "scene_view": "epoxy/",
-    "window": "SDL backends/ fontconfig/ ft2build.h imgui",
+    "window": "SDL X11/ backends/ fontconfig/ ft2build.h imgui",
     "panels": "imgui",
     "input": "SDL_keycode.h",
+    "focus": "SDL_keycode.h",
     "devices": "SDL spnav.h sys/ fcntl.h poll.h unistd.h",
 }.items()}
 PROGRAMS = ("host/sheets", "apps", "examples")

@@ -46,18 +46,22 @@ void ShowDiscHelp(const ViewTarget& target) {
 
 // ---- settings ----
 
+double GetScale(const ViewTarget& target) { return target.scale != nullptr ? *target.scale : 1.0; }
+
 void SetDiscSize(const ViewTarget& target, bool large, int size) {
+  const auto pixels = static_cast<int>(std::lround(size * GetScale(target)));
   if (large) {
-    target.disc.SetLargeDiscSize(size);
+    target.disc.SetLargeDiscSize(pixels);
   } else {
-    target.disc.SetMiniDiscSize(size);
+    target.disc.SetMiniDiscSize(pixels);
   }
   target.hub.RequestApplicationUpdate();
 }
 
 int GetDiscSize(const ViewTarget& target, bool large) {
   const HelmDiscParameters& parameters = target.disc.GetParameters();
-  return large ? parameters.largeDiscSize : parameters.miniDiscSize;
+  const int pixels = large ? parameters.largeDiscSize : parameters.miniDiscSize;
+  return static_cast<int>(std::lround(pixels / GetScale(target)));
 }
 
 void SetDiscOpacity(const ViewTarget& target, bool large, double opacity) {

@@ -24,6 +24,7 @@ bool IsDiscOpen(const ViewTarget& target) {
 
 // ---- settings, of the large and of the mini discs ----
 
+// In points.
 void SetDiscSize(const ViewTarget& target, bool large, int size);
 int GetDiscSize(const ViewTarget& target, bool large);
 void SetDiscOpacity(const ViewTarget& target, bool large, double opacity);

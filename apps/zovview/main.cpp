@@ -14,8 +14,11 @@
 #include "settings_file.h"
 #include "story_export.h"
 #include "tour.h"
+#include "view_grid.h"
 #include "viewer.h"
+#include "zovhost/bcf_file.h"
 #include "zovhost/languages.h"
+#include "zovhost/scene_ground.h"
 #include "zovhost/story_file.h"
 
 namespace {
@@ -28,6 +31,7 @@ struct Arguments {
   std::string model;
   bool headless = false;
   bool split = false;
+  int views = 1;
   bool log = false;
   bool noSettings = false;
   std::string record;
@@ -35,7 +39,9 @@ struct Arguments {
   std::string size;
   std::string play;
   std::string language;
+  std::string view;
   int rate = 6;
+  double scale = 0.0;
   zovview::TourOptions tour;
 };
 
@@ -53,6 +59,14 @@ std::string ReadSize(const std::string& text, int& width, int& height) {
   width = w;
   height = h;
   return {};
+}
+
+CLI::Validator IsGround() {
+  return CLI::Validator(
+      [](const std::string& name) {
+        return zovhost::FindSceneGround(name) != nullptr ? std::string() : "no such ground: " + name;
+      },
+      "NAME");
 }
 
 // The exit code when the program is to end here.
@@ -75,7 +89,11 @@ std::optional<int> ReadArguments(int argc, char** argv, Arguments& arguments) {
   app.add_option("--out", arguments.tour.directory,
                  "Where a tour or a story is written, out/tour or out/story if not given")
       ->take_last();
-  CLI::Option* const split = app.add_flag("--split", arguments.split, "Two views beside each other");
+  CLI::Option* const views = app.add_option("--views", arguments.views,
+                                            "Views of the model beside each other, 1 to 4, 1 if not given")
+                                 ->take_last()
+                                 ->check(CLI::Range(1, zovview::MOST_VIEWS));
+  CLI::Option* const split = app.add_flag("--split", arguments.split, "As --views 2")->excludes(views);
   CLI::Option* const record =
       app.add_option("--record", arguments.record, "Writes what is done into a recording")->take_last();
   CLI::Option* const replay = app.add_option("--replay", arguments.replay,
@@ -83,17 +101,31 @@ std::optional<int> ReadArguments(int argc, char** argv, Arguments& arguments) {
                                   ->take_last()
                                   ->excludes(record)
                                   ->excludes(split)
+                                  ->excludes(views)
                                   ->excludes(model)
                                   ->excludes(headless);
-  record->excludes(split)->excludes(headless);
+  record->excludes(split)->excludes(views)->excludes(headless);
   CLI::Option* const play =
       app.add_option("--play", arguments.play, "Opens a story and presents it; with --headless as pictures")
           ->take_last();
+  app.add_option("--view", arguments.view,
+                 "Shows a view first: the name of one that is kept, or a .bcfv or .bcf file")
+      ->take_last()
+      ->excludes(record)
+      ->excludes(replay)
+      ->excludes(headless)
+      ->excludes(play);
   app.add_option("--rate", arguments.rate, "Pictures for a second of the story, 6 if not given")
       ->take_last()
       ->needs(play)
       ->check(CLI::IsMember({1, 2, 3, 4, 5, 6, 10, 12, 15, 20, 30, 60}));
-  play->excludes(split)->excludes(record)->excludes(replay);
+  play->excludes(split)->excludes(views)->excludes(record)->excludes(replay);
+  app.add_option("--ground", arguments.tour.ground, "Behind the model: gradient, light, dark or white")
+      ->take_last()
+      ->check(IsGround());
+  app.add_option("--scale", arguments.scale, "Pixels for one point, 1 to 4; that of the display if not given")
+      ->take_last()
+      ->check(CLI::Range(1.0, 4.0));
   app.add_option("--language", arguments.language,
                  "That the program speaks, for instance de; that of the settings or the system if not given")
       ->take_last()
@@ -129,16 +161,18 @@ int WriteFilm(const zovview::LoadedModel& model, const Arguments& arguments) {
     return zovview::RunTour(model, tour);
   }
   if (tour.directory.empty()) tour.directory = STORY_FOLDER;
-  return zovview::RunStory(model, arguments.play,
-                           {tour.directory, {tour.width, tour.height, arguments.rate}});
+  return zovview::RunStory(model, arguments.play, {tour.directory, {tour.width, tour.height, arguments.rate}},
+                           tour.ground);
 }
 
 int ShowTour(const zovview::ModelSource& source, const Arguments& arguments, const std::string& note) {
   zovview::LoadedModel model;
   {
     zovview::ProgressLine line(zovview::ProgressLine::OffTerminal::Silent);
-    model =
-        zovview::LoadModel(source, [&line](double fraction, const char* what) { line.Show(fraction, what); });
+    model = zovview::LoadModel(source, [&line](double fraction, const char* what) {
+      line.Show(fraction, what);
+      return true;
+    });
   }
   if (model.scene == nullptr) {
     Note(model.error);
@@ -161,9 +195,14 @@ int ShowWindow(zovhost::Window& window, const zovview::ModelSource& source, cons
   // What is recorded is played with the settings of a first start.
   std::optional<zovview::SettingsFile> settings;
   if (!arguments.noSettings && recorder == nullptr) settings.emplace(zovview::SettingsFile::FindPlace());
-  const zovview::Viewer::Options options = {arguments.split, recorder.get(),
-                                            arguments.log,   settings.has_value() ? &*settings : nullptr,
-                                            arguments.play,  arguments.language};
+  const zovview::Viewer::Options options = {arguments.split ? 2 : arguments.views,
+                                            recorder.get(),
+                                            arguments.log,
+                                            settings.has_value() ? &*settings : nullptr,
+                                            arguments.play,
+                                            arguments.view,
+                                            arguments.tour.ground,
+                                            arguments.language};
   const int code = zovview::Viewer(window, options).Run(source);
   if (code != 0 || recorder == nullptr || recorder->Finish(error)) return code;
   Note(error);
@@ -178,11 +217,20 @@ bool IsStoryGood(const std::string& path) {
   return false;
 }
 
+// Likewise; a name can only be looked for later.
+bool IsViewGood(const std::string& view) {
+  std::string error;
+  std::vector<zovhost::BcfView> ignored;
+  if (!zovhost::IsBcfFile(view) || zovhost::ReadBcfFile(view, ignored, error)) return true;
+  Note(error);
+  return false;
+}
+
 int RunProgram(int argc, char** argv) {
   Arguments arguments;
   if (const std::optional<int> code = ReadArguments(argc, argv, arguments)) return *code;
   if (!arguments.replay.empty()) return zovview::RunReplay(arguments.replay);
-  if (!IsStoryGood(arguments.play)) return EXIT_BAD_INPUT;
+  if (!IsStoryGood(arguments.play) || !IsViewGood(arguments.view)) return EXIT_BAD_INPUT;
   const zovview::ModelSource source =
       arguments.model.empty() ? zovview::FindDefaultModel() : zovview::ModelSource{arguments.model};
 
@@ -192,6 +240,7 @@ int RunProgram(int argc, char** argv) {
   options.title = "zovview";
   options.width = arguments.tour.width;
   options.height = arguments.tour.height;
+  options.scale = arguments.scale;
   const std::unique_ptr<zovhost::Window> window = zovhost::Window::Create(options, error);
   if (window == nullptr && !arguments.record.empty()) {
     Note(error + ", so there is nothing to record");

@@ -2,8 +2,11 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
+
+#include "zovhost/scene_ground.h"
 
 namespace zovview {
 
@@ -13,9 +16,13 @@ struct Choices {
   bool reducedMotion = false;
   std::string language;                  ///< As in zovhost/languages.h; empty: that of the environment.
   std::string ground;                    ///< Behind the model; empty: the program's own.
-  std::string navigationStyle;           ///< Of buttons and keys; empty: the program's own.
+  std::string navigationStyle;           ///< As in zovhost/navigation_style.h; empty: the program's own.
+  std::string pivotPolicy;               ///< As in zovhost/pivot_policy.h; empty: the last point.
   std::vector<std::string> recentFiles;  ///< The latest first.
 };
+
+/// The first of the kit's for a name of none.
+const zovhost::SceneGround& FindGround(std::string_view name);
 
 /// The choices, and who is to apply them when one has changed.
 class Preferences {

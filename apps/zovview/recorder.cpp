@@ -47,6 +47,14 @@ void Recorder::Add(const DeviceEvent& event) {
   if (begun) output << FormatEvent({GetTime(), {}, nullptr, event});
 }
 
+void Recorder::Add(const Korvane::FitMargins& margins) {
+  if (begun) output << FormatEvent({GetTime(), {}, nullptr, {}, margins});
+}
+
+void Recorder::Add(const Korvane::CameraParameters& camera) {
+  if (begun) output << FormatEvent({GetTime(), {}, nullptr, {}, {}, camera});
+}
+
 bool Recorder::Finish(std::string& error) {
   if (!begun) {
     error = file.string() + ": no model was shown, so there is nothing to record";

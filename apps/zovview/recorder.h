@@ -26,6 +26,9 @@ class Recorder {
   void Add(const zovhost::WindowEvent& event);
   void Add(const ViewCommand& command);
   void Add(const DeviceEvent& event);
+  void Add(const Korvane::FitMargins& margins);
+  /// A flight to this camera.
+  void Add(const Korvane::CameraParameters& camera);
   /// False when not all could be written, or nothing was ever begun; `error` then holds one line, and no file
   /// is left.
   bool Finish(std::string& error);

@@ -6,6 +6,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <limits>
 #include <optional>
 #include <sstream>
 #include <string_view>
@@ -13,6 +14,7 @@
 #include <variant>
 
 #include "korvane/cam3d_controller_observer.h"
+#include "zovhost/named_views.h"
 
 namespace zovview {
 
@@ -26,6 +28,8 @@ constexpr const char* FIRST_LINE = "zovview recording 1";
 constexpr int FURTHEST_POSITION = 1'000'000;  // pixels
 constexpr double MOST_NOTCHES = 1000.0;
 constexpr int MOST_CLICKS = 1000;
+constexpr int MOST_FINGERS = 16;
+constexpr std::string_view PEN = "pen";
 
 // What follows the name of an event on its line.
 enum class Form : int {
@@ -33,6 +37,7 @@ enum class Form : int {
   Button,
   Press,
   Wheel,
+  Finger,
   Key,
   Size,
   Path,
@@ -40,42 +45,57 @@ enum class Form : int {
   Axes,
   DeviceButton,
   Setting,
+  Margins,
+  Camera,
   Nothing
 };
 
 using Device = DeviceEvent::Kind;
 
-// A type of the window, a kind of the device, or a command.
+// What is no event of the window or the device.
+enum class Other : int { Command, Margins, Flight };
+
 struct EventName {
   const char* name;
-  std::variant<Type, Device, std::monostate> what;
+  std::variant<Type, Device, Other> what;
   Form form;
 };
-constexpr std::array<EventName, 15> EVENT_NAMES = {{
+constexpr std::array<EventName, 21> EVENT_NAMES = {{
     {"move", Type::MouseMove, Form::Position},
     {"press", Type::MouseDown, Form::Press},
     {"release", Type::MouseUp, Form::Button},
     {"wheel", Type::Wheel, Form::Wheel},
     {"leave", Type::MouseLeave, Form::Nothing},
+    {"finger-down", Type::FingerDown, Form::Finger},
+    {"finger-move", Type::FingerMove, Form::Finger},
+    {"finger-up", Type::FingerUp, Form::Finger},
+    {"fingers-lost", Type::FingersLost, Form::Nothing},
     {"key-down", Type::KeyDown, Form::Key},
     {"key-up", Type::KeyUp, Form::Key},
     {"focus-lost", Type::FocusLost, Form::Nothing},
     {"resize", Type::Resized, Form::Size},
     {"open", Type::FileDropped, Form::Path},
-    {"command", std::monostate(), Form::Command},
+    {"command", Other::Command, Form::Command},
     {"axes", Device::Axes, Form::Axes},
     {"device-press", Device::Press, Form::DeviceButton},
     {"device-release", Device::Release, Form::DeviceButton},
     {"device", Device::Setting, Form::Setting},
+    {"margins", Other::Margins, Form::Margins},
+    {"fly", Other::Flight, Form::Camera},
 }};
+
+constexpr double LEAST_SCALE = 0.25;
+constexpr double LARGEST_SCALE = 16.0;
 
 // In the order of the buttons.
 constexpr std::array<const char*, 5> BUTTON_NAMES = {"left", "middle", "right", "back", "forward"};
 
 const EventName& FindName(const RecordedEvent& recorded) {
   decltype(EventName::what) what = recorded.event.type;
-  if (recorded.command != nullptr) what = std::monostate();
+  if (recorded.command != nullptr) what = Other::Command;
   if (recorded.device.has_value()) what = recorded.device->kind;
+  if (recorded.margins.has_value()) what = Other::Margins;
+  if (recorded.flight.has_value()) what = Other::Flight;
   return *std::find_if(EVENT_NAMES.begin(), EVENT_NAMES.end(),
                        [&what](const EventName& name) { return name.what == what; });
 }
@@ -122,6 +142,13 @@ bool ReadButton(Words& words, WindowEvent& event) {
   return ReadPosition(words, event);
 }
 
+// A pen says so.
+bool ReadFinger(Words& words, WindowEvent& event) {
+  if (!words.Read(event.finger, 0, MOST_FINGERS - 1) || !ReadPosition(words, event)) return false;
+  event.pen = !words.IsAtEnd();
+  return !event.pen || words.Next() == PEN;
+}
+
 bool ReadKey(Words& words, WindowEvent& event) {
   event.key = SDL_GetKeyFromName(std::string(words.Rest()).c_str());
   return event.key != SDLK_UNKNOWN;
@@ -138,6 +165,40 @@ bool ReadSetting(Words& words, DeviceEvent& device) {
          device.setting->Takes(device.value);
 }
 
+bool ReadMargins(Words& words, std::optional<Korvane::FitMargins>& margins) {
+  Korvane::FitMargins read;
+  for (double* const side : {&read.left, &read.right, &read.bottom, &read.top}) {
+    if (!words.Read(*side, 0.0, 1.0)) return false;
+  }
+  margins = read;
+  return read.IsUsable();
+}
+
+// In the order of a stream of cameras.
+using Camera = Korvane::CameraParameters;
+constexpr std::array<Korvane::Vector3 Camera::*, 4> CAMERA_POINTS = {&Camera::eye, &Camera::centre,
+                                                                     &Camera::up, &Camera::pivot};
+constexpr std::array<double Camera::*, 6> CAMERA_NUMBERS = {&Camera::left_fov,    &Camera::right_fov,
+                                                            &Camera::top_fov,     &Camera::bottom_fov,
+                                                            &Camera::ortho_width, &Camera::ortho_height};
+constexpr std::array<const char*, 2> PROJECTION_NAMES = {"perspective", "orthographic"};
+
+bool ReadCamera(Words& words, Camera& camera) {
+  constexpr double MOST = std::numeric_limits<double>::max();
+  for (const auto point : CAMERA_POINTS) {
+    for (int axis = 0; axis < 3; ++axis) {
+      if (!words.Read((camera.*point)[axis], -MOST, MOST)) return false;
+    }
+  }
+  for (const auto number : CAMERA_NUMBERS) {
+    if (!words.Read(camera.*number, -MOST, MOST)) return false;
+  }
+  const auto* const found = std::find(PROJECTION_NAMES.begin(), PROJECTION_NAMES.end(), words.Next());
+  camera.projection_type = static_cast<Camera::ProjectionType>(found - PROJECTION_NAMES.begin());
+  camera.projection_transition = camera.IsOrthographic() ? 1.0 : 0.0;
+  return found != PROJECTION_NAMES.end() && zovhost::CanShowView(camera);
+}
+
 bool ReadForm(Form form, Words& words, RecordedEvent& recorded) {
   WindowEvent& event = recorded.event;
   switch (form) {
@@ -149,10 +210,13 @@ bool ReadForm(Form form, Words& words, RecordedEvent& recorded) {
       return ReadButton(words, event) && words.Read(event.clicks, 1, MOST_CLICKS);
     case Form::Wheel:
       return ReadPosition(words, event) && words.Read(event.wheel, -MOST_NOTCHES, MOST_NOTCHES);
+    case Form::Finger:
+      return ReadFinger(words, event);
     case Form::Key:
       return ReadKey(words, event);
     case Form::Size:
-      return ReadSize(words, event.x, event.y);
+      return ReadSize(words, event.x, event.y) &&
+             (words.IsAtEnd() || words.Read(event.scale, LEAST_SCALE, LARGEST_SCALE));
     case Form::Path:
       event.path = words.Rest();
       return !event.path.empty();
@@ -165,6 +229,10 @@ bool ReadForm(Form form, Words& words, RecordedEvent& recorded) {
       return words.Read(recorded.device->command, 0, Korvane::CAM3D_KEY_COUNT - 1);
     case Form::Setting:
       return ReadSetting(words, *recorded.device);
+    case Form::Margins:
+      return ReadMargins(words, recorded.margins);
+    case Form::Camera:
+      return ReadCamera(words, *recorded.flight);
     case Form::Nothing:
       return true;
   }
@@ -189,6 +257,7 @@ class Reader {
  private:
   // Empty lines and such as begin with # count for nothing.
   bool NextLine() {
+    if (std::exchange(held, false)) return true;
     while (std::getline(input, line)) {
       ++number;
       if (!line.empty() && line.back() == '\r') line.pop_back();
@@ -210,7 +279,16 @@ class Reader {
   bool ReadHeader() {
     if (!NextLine()) return false;
     if (line != FIRST_LINE) return Fail(line, "is not the first line of a recording");
-    return ReadModel() && ReadViewport() && ReadProjection();
+    return ReadModel() && ReadViewport() && ReadProjection() && ReadScale();
+  }
+
+  // A line that the head may have or not: another one is the first event.
+  bool ReadScale() {
+    if (!NextLine()) return false;
+    Words words(line);
+    held = words.Next() != "scale";
+    return held || (words.Read(recording.scale, LEAST_SCALE, LARGEST_SCALE) && words.IsAtEnd()) ||
+           Fail(line, "names no scale");
   }
 
   bool ReadModel() {
@@ -254,6 +332,7 @@ class Reader {
     if (found == EVENT_NAMES.end()) return Fail(line, "is no event");
     if (const Type* const type = std::get_if<Type>(&found->what)) recorded.event.type = *type;
     if (const Device* const kind = std::get_if<Device>(&found->what)) recorded.device = DeviceEvent{*kind};
+    if (found->form == Form::Camera) recorded.flight.emplace();
     if (!ReadForm(found->form, words, recorded) || !words.IsAtEnd()) return Fail(line, "is not understood");
     recording.events.push_back(std::move(recorded));
     return true;
@@ -266,6 +345,7 @@ class Reader {
   int number = 0;
   std::uint32_t lastTime = 0;
   bool ended = false;
+  bool held = false;  // the line is to be read once more
 };
 
 // ---- writing ----
@@ -274,9 +354,22 @@ std::string FormatPosition(const WindowEvent& event) {
   return std::string(" ").append(std::to_string(event.x)).append(" ").append(std::to_string(event.y));
 }
 
+std::string FormatFinger(const WindowEvent& event) {
+  const std::string text = " " + std::to_string(event.finger) + FormatPosition(event);
+  return event.pen ? text + " " + std::string(PEN) : text;
+}
+
 std::string FormatAxes(const zovhost::SixAxes& axes) {
   std::string text;
   for (const double axis : axes) text.append(" ").append(FormatNumber(axis));
+  return text;
+}
+
+std::string FormatMargins(const Korvane::FitMargins& margins) {
+  std::string text;
+  for (const double side : {margins.left, margins.right, margins.bottom, margins.top}) {
+    text.append(" ").append(FormatNumber(side));
+  }
   return text;
 }
 
@@ -284,19 +377,31 @@ std::string FormatSetting(const DeviceEvent& device) {
   return std::string(" ").append(device.setting->name).append(" ").append(FormatNumber(device.value));
 }
 
+std::string FormatCamera(const Camera& camera) {
+  std::string text;
+  for (const auto point : CAMERA_POINTS) {
+    for (int axis = 0; axis < 3; ++axis) text.append(" ").append(FormatNumber((camera.*point)[axis]));
+  }
+  for (const auto number : CAMERA_NUMBERS) text.append(" ").append(FormatNumber(camera.*number));
+  return text.append(" ").append(PROJECTION_NAMES[camera.IsOrthographic() ? 1 : 0]);
+}
+
 std::string FormatForm(Form form, const RecordedEvent& recorded) {
   const WindowEvent& event = recorded.event;
   const std::string button = std::string(" ") + BUTTON_NAMES[static_cast<std::size_t>(event.button)];
   switch (form) {
     case Form::Position:
-    case Form::Size:
       return FormatPosition(event);
+    case Form::Size:
+      return FormatPosition(event) + (event.scale > 0.0 ? " " + FormatNumber(event.scale) : "");
     case Form::Button:
       return button + FormatPosition(event);
     case Form::Press:
       return button + FormatPosition(event) + " " + std::to_string(event.clicks);
     case Form::Wheel:
       return FormatPosition(event) + " " + FormatNumber(event.wheel);
+    case Form::Finger:
+      return FormatFinger(event);
     case Form::Key:
       return std::string(" ") + SDL_GetKeyName(event.key);
     case Form::Path:
@@ -309,6 +414,10 @@ std::string FormatForm(Form form, const RecordedEvent& recorded) {
       return " " + std::to_string(recorded.device->command);
     case Form::Setting:
       return FormatSetting(*recorded.device);
+    case Form::Margins:
+      return FormatMargins(*recorded.margins);
+    case Form::Camera:
+      return FormatCamera(*recorded.flight);
     case Form::Nothing:
       return {};
   }
@@ -340,9 +449,12 @@ std::string FormatNumber(double value) {
 
 std::string FormatHeader(const Recording& recording) {
   std::ostringstream text;
+  const std::string scale =
+      recording.scale > 0.0 ? "scale " + FormatNumber(recording.scale) + "\n" : std::string();
   text << FIRST_LINE << "\nmodel " << recording.model << "\nviewport " << recording.width << ' '
        << recording.height << "\nprojection " << (recording.orthographic ? "orthographic" : "perspective")
-       << '\n';
+       << '\n'
+       << scale;
   return text.str();
 }
 

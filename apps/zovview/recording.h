@@ -7,6 +7,8 @@
 #include <vector>
 
 #include "device_settings.h"
+#include "korvane/camera_parameters.h"
+#include "korvane/fit_margins.h"
 #include "view_commands.h"
 #include "zovhost/six_axis_settings.h"
 #include "zovhost/window.h"
@@ -30,6 +32,10 @@ struct RecordedEvent {
   zovhost::WindowEvent event;
   const ViewCommand* command = nullptr;    ///< Instead of an event, where it is not null.
   std::optional<DeviceEvent> device = {};  ///< Instead of both.
+  /// Instead of all: what fits leave free from now on, beside a panel for instance.
+  std::optional<Korvane::FitMargins> margins = {};
+  /// Instead of all: the view travels to this camera.
+  std::optional<Korvane::CameraParameters> flight = {};
 };
 
 /// What a user did, and with what; docs/recordings.md tells the format of the file.
@@ -38,6 +44,9 @@ struct Recording {
   int width = 0;      ///< Pixels.
   int height = 0;
   bool orthographic = false;
+  /// Pixels for one point, and the cube as the kit has it; 0 in recordings of before, where sizes are pixels
+  /// and the cube is the library's.
+  double scale = 0.0;
   std::vector<RecordedEvent> events;  ///< In the order of time.
   std::uint32_t end = 0;              ///< Milliseconds.
 };

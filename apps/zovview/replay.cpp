@@ -60,7 +60,7 @@ std::string FormatCamera(std::uint32_t time, const CameraParameters& camera) {
 
 /// The model that a recording names; a relative file counts from the folder of the recording.
 LoadedModel LoadNamed(const std::string& name, const fs::path& folder) {
-  const auto quiet = [](double, const char*) {};
+  const zovhost::Progress quiet;
   if (name == "building") return LoadModel({}, quiet);
   if (name != "house") return LoadModel({folder / name.substr(name.find(' ') + 1)}, quiet);
   const ModelSource house = FindDefaultModel();
@@ -80,7 +80,7 @@ class Replay {
   bool Show(LoadedModel loaded, std::string& error);
   bool Open(const std::string& path, std::string& error);
   bool Deliver(const RecordedEvent& recorded, std::string& error);
-  void Resize(int width, int height);
+  void Resize(int width, int height, double scale);
   void Frame();
   unsigned TrackModifiers(const WindowEvent& event);
 
@@ -112,6 +112,7 @@ bool Replay::Prepare(std::string& error) {
   if (window == nullptr) return false;
   Viewport::Surroundings surroundings = {[this] { frameRequested = true; }, pointer, [](int, int) {}};
   surroundings.preferences = &preferences;
+  surroundings.plainCube = recording.scale <= 0.0;
   view = std::make_unique<Viewport>(surroundings);
   preferences.SetObserver([this] { view->ApplyPreferences(); });
   if (!view->Create()) {
@@ -119,14 +120,9 @@ bool Replay::Prepare(std::string& error) {
     return false;
   }
   device.SetController(&view->GetDevice());
-  Resize(recording.width, recording.height);
+  Resize(recording.width, recording.height, recording.scale);
   if (!Show(LoadNamed(recording.model, folder), error)) return false;
-  if (!recording.orthographic) return true;
-  // As a view that has always been so.
-  CameraParameters camera = view->GetHub().GetView();
-  camera.projection_type = CameraParameters::ProjectionType::Orthographic;
-  camera.projection_transition = 1.0;
-  view->GetHub().SetView(camera);
+  if (recording.orthographic) view->ShowParallel();
   return true;
 }
 
@@ -172,11 +168,16 @@ bool Replay::Deliver(const RecordedEvent& recorded, std::string& error) {
     device.Feed(*recorded.device, view->GetTarget());
     return frameRequested = true;
   }
+  if (recorded.margins.has_value()) return view->GetHub().SetFitMargins(*recorded.margins);
+  if (recorded.flight.has_value()) {
+    view->Fly(*recorded.flight);
+    return true;
+  }
   switch (recorded.event.type) {
     case WindowEvent::Type::FileDropped:
       return Open(recorded.event.path, error);
     case WindowEvent::Type::Resized:
-      Resize(recorded.event.x, recorded.event.y);
+      Resize(recorded.event.x, recorded.event.y, recorded.event.scale);
       return true;
     default:
       break;
@@ -206,9 +207,9 @@ unsigned Replay::TrackModifiers(const WindowEvent& event) {
   return modifiers;
 }
 
-void Replay::Resize(int width, int height) {
+void Replay::Resize(int width, int height, double scale) {
   target.Create(width, height, 0);
-  view->SetPlace(0, 0, width, height, 1.0);
+  view->SetPlace(0, 0, width, height, scale > 0.0 ? scale : view->GetScale());
 }
 
 // Drawing is part of it: tools end their moves when they are drawn.

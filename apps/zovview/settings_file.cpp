@@ -75,6 +75,7 @@ const auto CHOICES = std::to_array<Choice>({
     {"language", &Choices::language},
     {"ground", &Choices::ground},
     {"navigationStyle", &Choices::navigationStyle},
+    {"pivotPolicy", &Choices::pivotPolicy},
     {"recentFiles", &Choices::recentFiles},
 });
 constexpr std::size_t MOST_TEXTS = 32;       // of a list
@@ -201,13 +202,21 @@ const char* TakeAll(const Json& settings, Kept& kept) {
   return TakeLastDisc(settings, kept.lastDisc) ? nullptr : LAST_DISC_NAME;
 }
 
-std::string Format(const HelmDisc& disc, const BarPlaces& bars, const Choices& choices,
+Parameters MeasureInPoints(const HelmDisc& disc, double scale) {
+  Parameters parameters = disc.GetParameters();
+  for (int* const size : {&parameters.largeDiscSize, &parameters.miniDiscSize}) {
+    *size = static_cast<int>(std::lround(*size / scale));
+  }
+  return parameters;
+}
+
+std::string Format(DiscType lastDisc, const Parameters& disc, const BarPlaces& bars, const Choices& choices,
                    const KeptDevices& devices) {
   Json settings;
   settings[VERSION_NAME] = VERSION;
-  settings[LAST_DISC_NAME] = DISC_NAMES[static_cast<std::size_t>(disc.GetDefaultDiscType())];
+  settings[LAST_DISC_NAME] = DISC_NAMES[static_cast<std::size_t>(lastDisc)];
   for (const Setting& setting : SETTINGS) {
-    std::visit([&](auto field) { settings[setting.name] = disc.GetParameters().*field; }, setting.field);
+    std::visit([&](auto field) { settings[setting.name] = disc.*field; }, setting.field);
   }
   settings[BAR_NAME] = FormatPlace(bars.navigation);
   settings[TOOLS_NAME] = FormatPlace(bars.tools);
@@ -266,8 +275,10 @@ fs::path SettingsFile::FindAside(const fs::path& file) {
   return aside += ".broken";
 }
 
+fs::path SettingsFile::GetModelFolder() const { return file.empty() ? file : file.parent_path() / "models"; }
+
 bool SettingsFile::Read(HelmDisc& disc, std::string& error) {
-  kept = Format(disc, bars, choices, devices);
+  kept = Format(disc.GetDefaultDiscType(), disc.GetParameters(), bars, choices, devices);
   broken = false;
   std::error_code failure;
   if (file.empty() || fs::symlink_status(file, failure).type() == fs::file_type::not_found) return true;
@@ -290,13 +301,13 @@ bool SettingsFile::Read(HelmDisc& disc, std::string& error) {
   bars = read.bars;
   devices = read.devices;
   choices = read.choices;
-  kept = Format(disc, bars, choices, devices);
+  kept = Format(disc.GetDefaultDiscType(), disc.GetParameters(), bars, choices, devices);
   return true;
 }
 
 bool SettingsFile::Keep(const HelmDisc& disc, std::string& error) {
   if (closed || file.empty()) return true;
-  std::string text = Format(disc, bars, choices, devices);
+  std::string text = Format(disc.GetDefaultDiscType(), MeasureInPoints(disc, scale), bars, choices, devices);
   if (text == kept) return true;
   kept = std::move(text);
   if (std::exchange(broken, false)) SetAside();

@@ -23,6 +23,8 @@ class SettingsFile {
  public:
   /// In the folder of the user's configurations; empty where there is none.
   static std::filesystem::path FindPlace();
+  /// Where what is kept of one model goes, if not beside it; empty where there is none.
+  std::filesystem::path GetModelFolder() const;
 
   /// Where a broken file goes, in place of one that went there before.
   static std::filesystem::path FindAside(const std::filesystem::path& file);
@@ -38,6 +40,8 @@ class SettingsFile {
   KeptDevices& GetDevices() { return devices; }
   /// Those that were read, or of a first start; and to be brought up to date before Keep.
   Choices& GetChoices() { return choices; }
+  /// Pixels for one point of the disc that is given to Keep; the file has points.
+  void SetScale(double pixelsForPoint) { scale = pixelsForPoint; }
   /// Writes the file when a setting of the disc, of the devices, or a place of a bar, is another than the
   /// last time. False, with one line in `error`, when it cannot be written; it is not tried again then.
   bool Keep(const Korvane::HelmDisc& disc, std::string& error);
@@ -50,6 +54,7 @@ class SettingsFile {
   BarPlaces bars;
   KeptDevices devices;
   Choices choices;
+  double scale = 1.0;
   std::string kept;  // as it was last read or written
   bool broken = false;
   bool closed = false;

@@ -123,6 +123,12 @@ void StoryDesk::Open(const fs::path& file, ViewStory& of) {
   });
 }
 
+void StoryDesk::AskForFile(FileQuestion wanted) {
+  if (IsOpen()) return;
+  question = std::move(wanted);
+  Show(Page::File, ToText(question.suggestion));
+}
+
 // ---- what is answered ----
 
 void StoryDesk::Confirm() {
@@ -143,6 +149,10 @@ void StoryDesk::Confirm() {
       return;
     case Page::Export:
       return BeginExport();
+    case Page::File:
+      problem.clear();
+      if (question.take(ToPath(path), problem)) Finish();
+      return;
   }
 }
 
@@ -235,9 +245,11 @@ void StoryDesk::DrawPage() {
     case Page::Losing:
       return DrawLosing();
     case Page::Opening:
-      return DrawFile("Open");
+      return DrawFile("Open the story", "Open", {});
     case Page::Saving:
-      return DrawFile("Save");
+      return DrawFile("Save the story as", "Save", story->GetPath());
+    case Page::File:
+      return DrawFile(question.text, question.button, {});
     case Page::Export:
       return DrawExport();
     case Page::Exporting:
@@ -254,13 +266,14 @@ void StoryDesk::DrawLosing() {
   if (DrawButton("Cancel")) Cancel();
 }
 
-void StoryDesk::DrawFile(const char* button) {
-  const bool saves = page == Page::Saving;
-  ImGui::TextUnformatted(zovhost::Say(saves ? "Save the story as" : "Open the story"));
+// What is `present` may be written over without a word.
+void StoryDesk::DrawFile(const char* text, const char* button, const fs::path& present) {
+  const bool saves = page == Page::Saving || (page == Page::File && question.saves);
+  ImGui::TextUnformatted(zovhost::Say(text));
   if (ImGui::IsWindowAppearing()) ImGui::SetKeyboardFocusHere();
   bool confirmed = DrawPath("##path", path, ImGuiInputTextFlags_EnterReturnsTrue);
   std::error_code ignored;
-  if (saves && ToPath(path) != story->GetPath() && fs::exists(ToPath(path), ignored)) {
+  if (saves && ToPath(path) != present && fs::exists(ToPath(path), ignored)) {
     ImGui::TextDisabled("%s", zovhost::Say("There is such a file: it will be replaced."));
   }
   confirmed = DrawButton(button) || confirmed;

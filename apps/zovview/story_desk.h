@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "file_question.h"
 #include "story_export.h"
 #include "story_request.h"
 
@@ -17,7 +18,7 @@ class ViewStory;
 class StoryDesk {
  public:
   /// What it shows.
-  enum class Page : int { None, Losing, Opening, Saving, Exporting, Export };
+  enum class Page : int { None, Losing, Opening, Saving, Exporting, Export, File };
 
   struct Surroundings {
     std::function<void()> requestFrame;
@@ -42,6 +43,8 @@ class StoryDesk {
   void Guard(ViewStory& of, std::function<void()> then);
   /// A file that was named outside, as by a drop on the window.
   void Open(const std::filesystem::path& file, ViewStory& of);
+  /// A file for something else. Nothing while something is asked already.
+  void AskForFile(FileQuestion wanted);
   void Draw();
   /// A picture more of an export that goes on; before each frame.
   void Advance();
@@ -71,13 +74,14 @@ class StoryDesk {
   std::string SuggestFile() const;
   void DrawPage();
   void DrawLosing();
-  void DrawFile(const char* button);
+  void DrawFile(const char* text, const char* button, const std::filesystem::path& present);
   void DrawExport();
   void DrawExporting();
 
   const Surroundings surroundings;
   Page page = Page::None;
   ViewStory* story = nullptr;
+  FileQuestion question;       // of the page of a file
   std::function<void()> then;  // after a question; empty: nothing
   std::string path;            // UTF-8
   std::string problem;

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "korvane/story.h"
+#include "preferences.h"
 #include "progress_line.h"
 #include "zovhost/phrases.h"
 #include "zovhost/story_file.h"
@@ -75,8 +76,8 @@ std::string StoryExport::Describe() const {
       {output.GetDirectory().string(), std::to_string(output.GetPictureCount())});
 }
 
-int RunStory(const LoadedModel& model, const std::filesystem::path& file,
-             const StoryExport::Options& options) {
+int RunStory(const LoadedModel& model, const std::filesystem::path& file, const StoryExport::Options& options,
+             const std::string& ground) {
   std::string error;
   const std::unique_ptr<Korvane::Story> story = zovhost::StoryFile().Read(file, error);
   if (story == nullptr) return Fail(error, EXIT_BAD_STORY);
@@ -85,6 +86,7 @@ int RunStory(const LoadedModel& model, const std::filesystem::path& file,
   const std::unique_ptr<zovhost::Window> window = zovhost::Window::Create(windowOptions, error);
   if (window == nullptr) return Fail(error, 1);
   zovhost::GLSceneView sceneView;
+  sceneView.GetOptions().ground = FindGround(ground);
   if (!sceneView.SetScene(model.scene.get())) return Fail("the graphics memory does not hold this model", 1);
 
   const std::unique_ptr<StoryExport> exported =

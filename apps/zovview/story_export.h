@@ -41,9 +41,9 @@ class StoryExport {
   int picturesPerSheetPicture = 1;
 };
 
-/// Plays a story without a display and exports it. The exit code of the program; what fails is told in one
-/// line on the error stream.
+/// Plays a story without a display and exports it, before a ground by its name, the first of the kit's for
+/// none. The exit code of the program; what fails is told in one line on the error stream.
 int RunStory(const LoadedModel& model, const std::filesystem::path& story,
-             const StoryExport::Options& options);
+             const StoryExport::Options& options, const std::string& ground = {});
 
 }  // namespace zovview

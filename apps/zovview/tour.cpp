@@ -135,6 +135,7 @@ class Tour {
 
   zovhost::Window& window;
   const zovhost::Scene& scene;
+  const zovhost::SceneGround& ground;
   const int width;
   const int height;
   TourClock clock;
@@ -159,6 +160,7 @@ class Tour {
 Tour::Tour(zovhost::Window& onWindow, const zovhost::Scene& ofScene, const TourOptions& options)
     : window(onWindow),
       scene(ofScene),
+      ground(FindGround(options.ground)),
       width(options.width),
       height(options.height),
       gui(options.width, options.height),
@@ -179,6 +181,8 @@ bool Tour::Prepare(std::string& error) {
     error = "the graphics memory does not hold this model at this size";
     return false;
   }
+  sceneView.GetOptions().ground = ground;
+  gui.SetLight(ground.lightPanels);
   view.GetRenderer().SetSceneDraw(
       [this](const Korvane::CameraParameters& camera, int w, int h) { sceneView.Draw(camera, w, h); });
   view.SetPlace(0, 0, width, height, 1.0);

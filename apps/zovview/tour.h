@@ -11,6 +11,7 @@ struct TourOptions {
   int width = 1280;  // pixels
   int height = 800;
   std::filesystem::path directory;
+  std::string ground = {};  // a name of the kit's grounds; empty: the first
 };
 
 /// Shows a model without a display: plays the tour through the hub and writes it as pictures. The exit code

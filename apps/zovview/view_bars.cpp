@@ -176,10 +176,17 @@ bool ViewBars::Create(Korvane::Renderer& renderer) {
   zovhost::DressToolbar(*bar.GetToolbar(), scale);
   zovhost::ResizeItems(bar.GetToolbar()->GetItems(), scale);
   bar.GetToolbar()->SetKeepInView(true);
-  tools.SetWantAnimation(true);
+  SetReducedMotion(reducedMotion);
   manager.SetNavigationBar(&bar);
   manager.Refresh();
   return true;
+}
+
+void ViewBars::SetReducedMotion(bool reduced) {
+  reducedMotion = reduced;
+  if (bar.GetToolbar() == nullptr) return;  // before Create, so that the first layout is at once in its place
+  bar.GetToolbar()->SetWantAnimation(!reduced);
+  tools.SetWantAnimation(!reduced);
 }
 
 void ViewBars::AddTools() {

@@ -49,6 +49,8 @@ class ViewBars {
   /// As they were wished for: a view without room for that has a bar elsewhere meanwhile.
   BarPlaces GetPlaces() const;
   void SetPlaces(const BarPlaces& places);
+  /// The bars come, go and move at once. Off at first.
+  void SetReducedMotion(bool reduced);
   /// Stands it in the middle of an edge.
   void MoveBar(Korvane::Toolbar::Position edge);
   bool IsBarAt(Korvane::Toolbar::Position edge) const;
@@ -106,6 +108,7 @@ class ViewBars {
   double scale = 1.0;
   bool deviceShown = false;
   BarPlaces wished;
+  bool reducedMotion = false;
 };
 
 /// The command of an item by its tag; null for an item that has none.

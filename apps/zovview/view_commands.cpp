@@ -12,9 +12,12 @@
 #include "korvane/shot_parameters.h"
 #include "korvane/view_manager.h"
 #include "language_commands.h"
+#include "named_view_commands.h"
 #include "preferences.h"
 #include "story_commands.h"
 #include "view_tools.h"
+#include "zovhost/navigation_style.h"
+#include "zovhost/scene_ground.h"
 #include "zovhost/window.h"
 
 namespace zovview {
@@ -31,6 +34,7 @@ using Look = Korvane::OrientorParameters;
 using DiscParameters = Korvane::HelmDiscParameters;
 
 using Strip = Korvane::Toolbar;
+using zovhost::PivotPolicy;
 using DeviceMode = Korvane::Cam3DController::NavigationMode;
 
 constexpr unsigned ALT = zovhost::WindowEvent::ALT;
@@ -47,6 +51,19 @@ bool IsMotionReduced(const ViewTarget& target) { return target.hub.IsMotionReduc
 void ToggleMotion(const ViewTarget& target) {
   if (target.preferences == nullptr) return;
   target.preferences->Edit([](Choices& choices) { choices.reducedMotion = !choices.reducedMotion; });
+}
+
+// In the order of the kit's grounds.
+template <std::size_t GROUND>
+void UseGround(const ViewTarget& target) {
+  if (target.preferences == nullptr) return;
+  target.preferences->Edit(
+      [](Choices& choices) { choices.ground = zovhost::GetSceneGrounds()[GROUND].name; });
+}
+template <std::size_t GROUND>
+bool IsGround(const ViewTarget& target) {
+  return target.preferences != nullptr &&
+         FindGround(target.preferences->Get().ground).name == zovhost::GetSceneGrounds()[GROUND].name;
 }
 
 template <ToolID ID>
@@ -73,6 +90,37 @@ template <DeviceMode MODE>
 constexpr ViewCommand MakeDeviceCommand(const char* name, const char* label, const char* keyName,
                                         SDL_Keycode key) {
   return {Device, name, label, keyName, key, UseDeviceMode<MODE>, IsDeviceModeOf<MODE>};
+}
+
+template <std::size_t INDEX>
+void UseStyle(const ViewTarget& target) {
+  if (target.preferences == nullptr) return;
+  const std::string name(zovhost::GetNavigationStyles()[INDEX].name);
+  target.preferences->Edit([&name](Choices& choices) { choices.navigationStyle = name; });
+}
+template <std::size_t INDEX>
+bool IsStyle(const ViewTarget& target) {
+  return &GetNavigationStyle(target) == &zovhost::GetNavigationStyles()[INDEX];
+}
+// By the row of the kit's table.
+template <std::size_t INDEX>
+constexpr ViewCommand MakeStyleCommand(const char* name, const char* label) {
+  return {Styles, name, label, "", SDLK_UNKNOWN, UseStyle<INDEX>, IsStyle<INDEX>};
+}
+
+template <PivotPolicy POLICY>
+void UsePivot(const ViewTarget& target) {
+  if (target.preferences == nullptr) return;
+  const std::string name(zovhost::GetPivotPolicies()[static_cast<std::size_t>(POLICY)].name);
+  target.preferences->Edit([&name](Choices& choices) { choices.pivotPolicy = name; });
+}
+template <PivotPolicy POLICY>
+bool IsPivot(const ViewTarget& target) {
+  return target.hub.GetPivotPolicy() == POLICY;
+}
+template <PivotPolicy POLICY>
+constexpr ViewCommand MakePivotCommand(const char* name, const char* label) {
+  return {Pivots, name, label, "", SDLK_UNKNOWN, UsePivot<POLICY>, IsPivot<POLICY>};
 }
 
 template <std::size_t INDEX>
@@ -142,6 +190,7 @@ constexpr ViewCommand COMMANDS[] = {
     {CubeOpacity, "cube-opacity-25", "25%", "", SDLK_UNKNOWN, UseCubeOpacity<25>, IsCubeOpacity<25>},
     {CubeOpacity, "cube-opacity-50", "50%", "", SDLK_UNKNOWN, UseCubeOpacity<50>, IsCubeOpacity<50>},
     {CubeOpacity, "cube-opacity-75", "75%", "", SDLK_UNKNOWN, UseCubeOpacity<75>, IsCubeOpacity<75>},
+    {CubeOpacity, "cube-opacity-80", "80%", "", SDLK_UNKNOWN, UseCubeOpacity<80>, IsCubeOpacity<80>},
     {CubeOpacity, "cube-opacity-100", "100%", "", SDLK_UNKNOWN, UseCubeOpacity<100>, IsCubeOpacity<100>},
     {Coordinates, "up-of-model", "Of the model", "", SDLK_UNKNOWN, UseModelCoordinates,
      HasCoordinatesOf<CoordinateSystem::Model>},
@@ -158,6 +207,10 @@ constexpr ViewCommand COMMANDS[] = {
     {Bars, "bar-bottom", "At the bottom", "", SDLK_UNKNOWN, MoveBarTo<Strip::POSITION_BOTTOM>,
      IsBarAtEdge<Strip::POSITION_BOTTOM>},
     {Bars, "bar-linked", "Under the cube", "", SDLK_UNKNOWN, LinkBar, IsBarLinked},
+    {Ground, "ground-gradient", "Gradient", "", SDLK_UNKNOWN, UseGround<0>, IsGround<0>},
+    {Ground, "ground-light", "Light", "", SDLK_UNKNOWN, UseGround<1>, IsGround<1>},
+    {Ground, "ground-dark", "Dark", "", SDLK_UNKNOWN, UseGround<2>, IsGround<2>},
+    {Ground, "ground-white", "White", "", SDLK_UNKNOWN, UseGround<3>, IsGround<3>},
     MakeDiscCommand<DiscType::ViewObject>("disc-view-object", "View object", "F2", SDLK_F2),
     MakeDiscCommand<DiscType::TourBuilding>("disc-tour-building", "Tour building", "F3", SDLK_F3),
     MakeDiscCommand<DiscType::FullNavigation>("disc-full-navigation", "Full navigation", "F4", SDLK_F4),
@@ -220,6 +273,9 @@ constexpr ViewCommand COMMANDS[] = {
     {WalkSpeed, "walk-speed-200", "Twice as fast", "", SDLK_UNKNOWN, UseWalkSpeed<200>, IsWalkSpeedOf<200>},
     {WalkSpeed, "walk-speed-500", "Five times as fast", "", SDLK_UNKNOWN, UseWalkSpeed<500>,
      IsWalkSpeedOf<500>},
+    {KeptViews, "keep-view", "Keep this view", "V", SDLK_v, KeepView},
+    {KeptViews, "import-views", "Import...", "", SDLK_UNKNOWN, ImportViews},
+    {KeptViews, "export-views", "Export...", "", SDLK_UNKNOWN, ExportViews},
     {Story, "toggle-storyboard", "Storyboard", "Y", SDLK_y, ToggleStoryboard, IsStoryboardShown},
     {Story, "play-story", "Play", "F9", SDLK_F9, PlayStory, IsStoryPlaying},
     {Story, "present-story", "Present", "F10", SDLK_F10, PresentStory},
@@ -249,6 +305,17 @@ constexpr ViewCommand COMMANDS[] = {
     {DeviceSettings, "device-translation", "Translation", "", SDLK_UNKNOWN, ToggleDeviceTranslation,
      DoesDeviceMove},
     {DeviceSettings, "device-page", "Settings...", "E", SDLK_e, ToggleDevicePage},
+    MakeStyleCommand<0>("style-own", "Middle pans, Shift orbits"),
+    MakeStyleCommand<1>("style-middle-orbits", "Middle orbits, Shift pans"),
+    MakeStyleCommand<2>("style-middle-turns", "Middle orbits, Ctrl pans"),
+    MakeStyleCommand<3>("style-control-orbits", "Middle pans, Ctrl orbits"),
+    MakeStyleCommand<4>("style-right-orbits", "Right orbits, middle pans"),
+    MakeStyleCommand<5>("style-alt-drags", "Alt and left, middle, right"),
+    MakeStyleCommand<6>("style-right-looks", "Right looks, W A S D move"),
+    MakePivotCommand<PivotPolicy::Last>("pivot-last", "About the last point"),
+    MakePivotCommand<PivotPolicy::Pointer>("pivot-pointer", "About the point under the pointer"),
+    MakePivotCommand<PivotPolicy::Selection>("pivot-selection", "About the selection"),
+    MakePivotCommand<PivotPolicy::Scene>("pivot-scene", "About the middle of the model"),
     MakeLanguageCommand<0>("language-system", "As the system"),
     MakeLanguageCommand<1>("language-en", "English"),
     MakeLanguageCommand<2>("language-de", "Deutsch"),
@@ -268,23 +335,23 @@ constexpr ViewCommand COMMANDS[] = {
 };
 
 // Further keys: those of the number pad lie as the sides of a building do.
-struct OtherKey {
-  SDL_Keycode key;
-  unsigned modifiers;
-  std::string_view command;
-};
 constexpr OtherKey OTHER_KEYS[] = {
-    {SDLK_KP_1, 0, "front"},
-    {SDLK_KP_1, CONTROL, "back"},
-    {SDLK_KP_3, 0, "right"},
-    {SDLK_KP_3, CONTROL, "left"},
-    {SDLK_KP_7, 0, "top"},
-    {SDLK_KP_7, CONTROL, "bottom"},
-    {SDLK_KP_9, 0, "isometric"},
-    {SDLK_KP_5, 0, "toggle-projection"},
-    {SDLK_KP_0, 0, "home"},
-    {SDLK_KP_PERIOD, 0, "fit-selection"},
-    {SDLK_KP_MULTIPLY, 0, "fit-all"},
+    {SDLK_KP_1, 0, "Pad 1", "front"},
+    {SDLK_KP_1, CONTROL, "Ctrl+Pad 1", "back"},
+    {SDLK_KP_3, 0, "Pad 3", "right"},
+    {SDLK_KP_3, CONTROL, "Ctrl+Pad 3", "left"},
+    {SDLK_KP_7, 0, "Pad 7", "top"},
+    {SDLK_KP_7, CONTROL, "Ctrl+Pad 7", "bottom"},
+    {SDLK_KP_9, 0, "Pad 9", "isometric"},
+    {SDLK_KP_5, 0, "Pad 5", "toggle-projection"},
+    {SDLK_KP_0, 0, "Pad 0", "home"},
+    {SDLK_KP_PERIOD, 0, "Pad .", "fit-selection"},
+    {SDLK_KP_MULTIPLY, 0, "Pad *", "fit-all"},
+};
+
+constexpr std::string_view FROM_REST[] = {
+    "next-view", "fit-all",        "fit-selection", "toggle-projection", "perspective", "parallel",
+    "level",     "parallel-faces", "make-home",     "up-of-model",       "up-y",        "up-z",
 };
 
 // From where the directions add up to.
@@ -312,6 +379,16 @@ const ViewCommand* Find(Match match) {
 }  // namespace
 
 std::span<const ViewCommand> GetViewCommands() { return COMMANDS; }
+std::span<const OtherKey> GetOtherKeys() { return OTHER_KEYS; }
+
+const zovhost::NavigationStyle& GetNavigationStyle(const ViewTarget& target) {
+  const Preferences* const chosen = target.preferences;
+  return zovhost::FindNavigationStyle(chosen != nullptr ? chosen->Get().navigationStyle : std::string_view());
+}
+
+bool StartsFromRest(const ViewCommand& command) {
+  return std::find(std::begin(FROM_REST), std::end(FROM_REST), command.name) != std::end(FROM_REST);
+}
 
 const ViewCommand* FindViewCommand(SDL_Keycode key, unsigned modifiers) {
   if (key == SDLK_UNKNOWN) return nullptr;

@@ -17,10 +17,15 @@ class Orientor;
 class ViewManager;
 }  // namespace Korvane
 
+namespace zovhost {
+struct NavigationStyle;
+}
+
 namespace zovview {
 
 class Preferences;
 class ViewBars;
+class ViewList;
 class ViewStory;
 
 /// What a command acts on.
@@ -38,6 +43,8 @@ struct ViewTarget {
   Korvane::Cam3DController* device = nullptr;   ///< Null: there is none.
   std::function<void()> toggleDevicePage = {};  ///< Empty: nobody can.
   Preferences* preferences = nullptr;           ///< Null: there are none.
+  ViewList* views = nullptr;                    ///< Null: none are kept.
+  const double* scale = nullptr;                ///< Pixels for one point of the display; null: 1.
 };
 
 /// Something that a key does, the panel or a menu.
@@ -63,13 +70,18 @@ struct ViewCommand {
     WalkSpeed,
     Coordinates,  // the list below the cube
     Bars,         // where the navigation bar stands: of its menu, and of a list in that of the view
+    Ground,       // what is behind the model: of a list in the menu of the view
     // Of the panel, and of a list in the menu of the view.
+    KeptViews,
     Story,
     StoryFile,
     Shot,  // of the menu of a shot
     // Of the panel, of a list in the menu of the view, and of the menu of the device's button.
     Device,
     DeviceSettings,
+    // Of the panel, and of lists in the menu of the view.
+    Styles,  // of navigation
+    Pivots,
     Languages,  // of a list in the panel and in the menu of the view
     Nowhere,
   };
@@ -89,6 +101,19 @@ std::span<const ViewCommand> GetViewCommands();
 /// Null for a key that none has, with just these of CONTROL and ALT. One that asks for SHIFT as well comes
 /// before one that does not.
 const ViewCommand* FindViewCommand(SDL_Keycode key, unsigned modifiers = 0);
+/// As it was chosen.
+const zovhost::NavigationStyle& GetNavigationStyle(const ViewTarget& target);
+/// A key besides those of the commands.
+struct OtherKey {
+  SDL_Keycode key;
+  unsigned modifiers;
+  const char* keyName;
+  std::string_view command;
+};
+std::span<const OtherKey> GetOtherKeys();
+/// What comes of the command depends on the view in which it begins, so it is to wait until the camera has
+/// arrived where it is travelling.
+bool StartsFromRest(const ViewCommand& command);
 /// Null for no command's name.
 const ViewCommand* FindViewCommand(std::string_view name);
 

@@ -4,11 +4,14 @@
 #include <epoxy/gl.h>
 #include <imgui.h>
 
+#include <algorithm>
+#include <array>
 #include <cstdio>
 #include <utility>
 
 #include "language_commands.h"
 #include "view_commands.h"
+#include "zovhost/accent.h"
 #include "zovhost/panel_texts.h"
 #include "zovhost/phrases.h"
 #include "zovhost/resource_pack.h"
@@ -20,11 +23,14 @@ using zovhost::WindowEvent;
 namespace {
 
 constexpr const char* PROGRAM = "zovview";
+constexpr double READING_SHARE = 0.8;  // of the progress of a load; the rest brings it to the graphics card
 constexpr double MESSAGE_SECONDS = 8.0;
 constexpr int EXIT_BAD_MODEL = 2;
-constexpr int DIVIDER = 2;              // pixels between two views
+constexpr double FIT_MARGIN = 0.05;     // of the view, at each side
+constexpr double MOST_COVERED = 0.5;    // of a view by the panel: beyond that a fit does not mind it
 constexpr float EDITOR_RIGHT = 220.0F;  // points: beside the cube
 constexpr float EDITOR_TOP = 12.0F;
+constexpr double MARK_WIDTH = 2.0;  // points
 constexpr SDL_Keycode SHARP_S = 0xDF;
 
 // A pointer that is not seen.
@@ -58,7 +64,8 @@ bool Viewer::Surface::ApplyCursor(Korvane::CursorID id) {
 }
 
 bool Viewer::Surface::WarpPointer(int x, int y) {
-  viewer.window.WarpPointer(viewer.views[view]->GetX() + x, y);
+  const Viewport& place = *viewer.views[view];
+  viewer.window.WarpPointer(place.GetX() + x, place.GetY() + y);
   return true;
 }
 
@@ -77,7 +84,13 @@ Viewer::Viewer(zovhost::Window& onWindow, const Options& options)
     : window(onWindow),
       recorder(options.recorder),
       settings(options.settings),
+      givenGround(options.ground),
       log(options.log),
+      namedViews({[this] { window.RequestFrame(); }, [this](const std::string& line) { Tell(line); },
+                  [this] { return FindModelFolder(); },
+                  [this](FileQuestion question) { desk.AskForFile(std::move(question)); },
+                  [this](const Korvane::CameraParameters& camera) { Fly(camera); }},
+                 sceneView),
       cursorScales(Korvane::CURSOR_NONE, 0.0),
       gui(window),
       desk({[this] { window.RequestFrame(); }, [this](const std::string& line) { ShowMessage(line); },
@@ -88,13 +101,15 @@ Viewer::Viewer(zovhost::Window& onWindow, const Options& options)
             }}),
       devices(window),
       firstStory(options.story),
+      firstView(options.view),
       messageTimer(*this),
+      rest([this] { window.RequestFrame(); }),
       progress(ProgressLine::OffTerminal::Silent) {
   window.DefineCursor(Korvane::CURSOR_NONE, MakeEmptyImage(), 0, 0);
   // A recording is played in English, and made so unless another is asked for.
   preferences.SetSessionLanguage(options.language.empty() && recorder != nullptr ? "en" : options.language);
-  AddView();
-  if (options.split) AddView();
+  panelFocus.AddGroup([this] { return panel.GetThings(); });
+  for (int i = 0; i < std::clamp(options.views, 1, MOST_VIEWS); ++i) AddView();
   window.SetEventHandler([this](const WindowEvent& event) { OnEvent(event); });
   window.SetFrameHandler([this] { DrawFrame(); });
   window.SetWakeHandler([this] { OnWake(); });
@@ -117,7 +132,7 @@ void Viewer::AddView() {
         devices.TogglePage();
         window.RequestFrame();
       },
-      &preferences}));
+      &preferences, &namedViews}));
   Viewport& view = *views.back();
   view.GetRenderer().SetFaceShow(
       [this](const zovhost::SceneFace* face) { sceneView.SetFaceHighlight(face); });
@@ -136,7 +151,9 @@ void Viewer::ReadSettings(Viewport& view) {
   if (settings != nullptr) ReadKept(view);
   Choices choices = settings != nullptr ? settings->GetChoices() : Choices();
   if (zovhost::ViewHub::WantsReducedMotion() && recorder == nullptr) choices.reducedMotion = true;
+  if (!givenGround.empty()) choices.ground = givenGround;
   preferences.Set(std::move(choices));
+  ShowGround();
   preferences.SetObserver([this] { ApplyPreferences(); });
   view.GetHub().GetApplicationParameters().preserve_orbit_up_direction =
       view.GetDisc().GetParameters().keepSceneUpright;
@@ -165,17 +182,26 @@ void Viewer::TellFontProblem() {
 
 void Viewer::ApplyPreferences() {
   for (const auto& view : views) view->ApplyPreferences();
+  ShowGround();
   window.RequestFrame();
+}
+
+void Viewer::ShowGround() {
+  const zovhost::SceneGround& ground = FindGround(preferences.Get().ground);
+  sceneView.GetOptions().ground = ground;
+  gui.SetLight(ground.lightPanels);
 }
 
 void Viewer::KeepSettings() {
   if (settings == nullptr) return;
   std::string error;
-  const bool keptMotion = settings->GetChoices().reducedMotion;
+  const Choices kept = settings->GetChoices();
   settings->GetBarPlaces() = views[0]->GetBars().GetPlaces();
   settings->GetChoices() = preferences.Get();
-  if (zovhost::ViewHub::WantsReducedMotion()) settings->GetChoices().reducedMotion = keptMotion;
+  if (zovhost::ViewHub::WantsReducedMotion()) settings->GetChoices().reducedMotion = kept.reducedMotion;
+  if (settings->GetChoices().ground == givenGround) settings->GetChoices().ground = kept.ground;
   settings->GetDevices() = devices.GetKept(views[0]->GetTarget());
+  settings->SetScale(views[0]->GetScale());
   if (!settings->Keep(views[0]->GetDisc(), error)) {
     std::fprintf(stderr, "%s: %s\n", PROGRAM, error.c_str());
   }
@@ -183,6 +209,7 @@ void Viewer::KeepSettings() {
 
 Viewer::~Viewer() {
   KeepSettings();
+  namedViews.Save();
   window.SetEventHandler(nullptr);
   window.SetFrameHandler(nullptr);
   window.SetWakeHandler(nullptr);
@@ -199,6 +226,7 @@ int Viewer::Run(const ModelSource& first) {
 // ---- models ----
 
 void Viewer::Open(const ModelSource& source) {
+  if (ViewList::IsViewsFile(source.file)) return namedViews.Open(source.file);
   if (IsStoryFile(source.file)) return desk.Open(source.file, views[active]->GetStory());
   LeaveStories([this, source] {
     waiting = source;
@@ -221,22 +249,35 @@ void Viewer::LoadWaiting() {
 // that of the six-axis devices waits.
 void Viewer::Load(const ModelSource& source) {
   contents.loading = LoadingStatus{0.0, "", source.GetName()};
+  loadCancelled = false;
   glFinish();
-  LoadedModel model =
-      LoadModel(source, [this](double fraction, const char* step) { ShowProgress(fraction, step); });
+  LoadedModel model = LoadModel(source, [this](double fraction, const char* step) {
+    return ShowProgress(fraction * READING_SHARE, step);
+  });
+  if (window.IsOpen() && !loadCancelled) {
+    ShowModel(std::move(model));
+  } else if (window.IsOpen()) {
+    TellCancelled(source);
+  }
   progress.Clear();
   contents.loading.reset();
-  if (window.IsOpen()) ShowModel(std::move(model));
   window.RequestFrame();
 }
 
-void Viewer::ShowProgress(double fraction, const char* step) {
+// Whether to go on: Escape breaks a load off, and a closed window must not wait for one.
+bool Viewer::ShowProgress(double fraction, const char* step) {
   progress.Show(fraction, step);
   contents.loading->fraction = fraction;
   contents.loading->step = step;
   window.RequestFrame();
-  // A load cannot be broken off, but it must not keep a closed window on the screen.
   if (!window.Step(0)) window.Hide();
+  return window.IsOpen() && !loadCancelled;
+}
+
+// A first model that nobody waits for leaves nothing to show.
+void Viewer::TellCancelled(const ModelSource& source) {
+  if (scene == nullptr) return window.Close();
+  ShowMessage(source.GetName() + ": loading was cancelled");
 }
 
 // The story of each view is of the model that shows.
@@ -255,20 +296,26 @@ void Viewer::LeaveStories(const std::function<void()>& then) {
 
 // What cannot be shown leaves the present model where it is; without one there is nothing to stay for.
 void Viewer::ShowModel(LoadedModel model) {
-  if (model.scene != nullptr && !sceneView.SetScene(model.scene.get())) {
+  const auto report = [this](double fraction, const char* step) {
+    return ShowProgress(READING_SHARE + fraction * (1.0 - READING_SHARE), step);
+  };
+  if (model.scene != nullptr && !sceneView.SetScene(model.scene.get(), report)) {
+    if (!window.IsOpen()) return;
+    if (loadCancelled) return TellCancelled(model.source);
     model.error = model.source.GetName() + ": the graphics memory does not hold this model";
-    sceneView.SetScene(scene.get());
     model.scene.reset();
   }
   if (model.scene == nullptr) {
+    if (scene != nullptr) return Tell(model.error);
     std::fprintf(stderr, "%s: %s\n", PROGRAM, model.error.c_str());
-    if (scene != nullptr) return ShowMessage(model.error);
     exitCode = EXIT_BAD_MODEL;
     window.Close();
     return;
   }
-  for (const auto& view : views) view->SetScene(*model.scene);
+  for (std::size_t i = 0; i < views.size(); ++i) Enter(i, *model.scene);
+  rest.Restart();
   scene = std::move(model.scene);
+  scene->PrepareFaces();
   BeginRecording(model);
   modelFile = model.source.file;
   PresentFirstStory();
@@ -276,6 +323,18 @@ void Viewer::ShowModel(LoadedModel model) {
   contents.triangleCount = scene->GetTriangleCount();
   contents.message.clear();
   window.SetTitle(contents.name + " - " + PROGRAM);
+  namedViews.SetModel(scene.get(), modelFile,
+                      settings != nullptr ? settings->GetModelFolder() : std::filesystem::path());
+  ShowFirstView();
+}
+
+// Three and more are those of a drawing: the others show it from its sides.
+void Viewer::Enter(std::size_t view, const zovhost::Scene& entered) {
+  static constexpr std::array<std::string_view, MOST_VIEWS> SIDES = {"home", "top", "front", "right"};
+  views[view]->SetScene(entered);
+  if (views.size() < 3 || view == 0) return;
+  views[view]->ShowParallel();
+  views[view]->ShowAtOnce(*FindViewCommand(SIDES[view]));
 }
 
 // The first model begins it, others happen in it.
@@ -289,6 +348,7 @@ void Viewer::BeginRecording(const LoadedModel& model) {
                                                    : "file " + std::filesystem::absolute(file).string();
   header.width = views[0]->GetWidth();
   header.height = views[0]->GetHeight();
+  header.scale = views[0]->GetScale();
   recorder->Begin(header);
 }
 
@@ -314,6 +374,24 @@ void Viewer::PresentFirstStory() {
   views[0]->GetStory().Present();
 }
 
+// At once: there is nothing to travel from.
+void Viewer::ShowFirstView() {
+  const std::string wanted = std::exchange(firstView, {});
+  if (wanted.empty()) return;
+  const std::optional<Korvane::CameraParameters> camera = namedViews.FindCamera(wanted);
+  if (camera.has_value()) views[0]->GetHub().ApplyCameraParameters(*camera);
+}
+
+void Viewer::Fly(const Korvane::CameraParameters& camera) {
+  if (recorder != nullptr) recorder->Add(camera);
+  views[active]->Fly(camera);
+}
+
+void Viewer::Tell(const std::string& failure) {
+  std::fprintf(stderr, "%s: %s\n", PROGRAM, failure.c_str());
+  ShowMessage(failure);
+}
+
 void Viewer::ShowMessage(const std::string& text) {
   contents.message = text;
   messageTimer.Start(MESSAGE_SECONDS, false);
@@ -329,14 +407,20 @@ void Viewer::OnEvent(const WindowEvent& event) {
     case WindowEvent::Type::MouseMove:
     case WindowEvent::Type::MouseUp:
     case WindowEvent::Type::Wheel:
+    case WindowEvent::Type::FingerDown:
+    case WindowEvent::Type::FingerMove:
+    case WindowEvent::Type::FingerUp:
       return OnPointerEvent(event);
     case WindowEvent::Type::KeyDown:
     case WindowEvent::Type::KeyUp:
       return OnKeyEvent(event);
     case WindowEvent::Type::MouseLeave:
     case WindowEvent::Type::FocusLost:
+    case WindowEvent::Type::FingersLost:
       if (recorder != nullptr) recorder->Add(event);
-      return views[active]->OnEvent(event);
+      panelFocus.OnEvent(event);
+      views[active]->OnEvent(event);
+      return;
     case WindowEvent::Type::Resized:
       return OnResized();
     case WindowEvent::Type::FileDropped:
@@ -350,13 +434,13 @@ void Viewer::OnEvent(const WindowEvent& event) {
 
 // A drag belongs to the view in which it began.
 void Viewer::OnPointerEvent(WindowEvent event) {
-  if (!views[active]->IsPressed()) ActivateView(FindViewAt(event.x));
+  if (!views[active]->IsPressed()) ActivateView(FindViewAt(places, event.x, event.y));
+  panelFocus.OnEvent(event);
   event.x -= views[active]->GetX();
+  event.y -= views[active]->GetY();
   if (recorder != nullptr) recorder->Add(event);
   views[active]->OnEvent(event);
 }
-
-std::size_t Viewer::FindViewAt(int x) const { return views.size() > 1 && x >= views[1]->GetX() ? 1 : 0; }
 
 // The pointer has left the other one, and so have the keys.
 void Viewer::ActivateView(std::size_t index) {
@@ -373,6 +457,10 @@ void Viewer::ActivateView(std::size_t index) {
 
 void Viewer::OnKeyEvent(const WindowEvent& event) {
   const bool pressed = event.type == WindowEvent::Type::KeyDown && !event.repeated;
+  if (pressed && contents.loading.has_value() && event.key == SDLK_ESCAPE) {
+    loadCancelled = true;
+    return;
+  }
   if (pressed && desk.IsOpen()) return OnDeskKey(event);
   if (pressed && menus.IsOpen() && event.key == SDLK_ESCAPE) {
     menus.Close();
@@ -386,8 +474,18 @@ void Viewer::OnKeyEvent(const WindowEvent& event) {
     window.SetFullScreen(!window.IsFullScreen());
     return;
   }
+  if (OnPanelKey(event)) return;
   if (recorder != nullptr) recorder->Add(event);
-  views[active]->OnEvent(event);
+  const bool back = (event.modifiers & WindowEvent::SHIFT) != 0;
+  if (!views[active]->OnEvent(event) && panelFocus.Enter(back)) window.RequestFrame();
+}
+
+// What a recording holds of it is the command that comes of it.
+bool Viewer::OnPanelKey(const WindowEvent& event) {
+  const bool wasActive = panelFocus.IsActive();
+  const bool used = wasActive && panelFocus.OnEvent(event);
+  if (wasActive) window.RequestFrame();
+  return used;
 }
 
 void Viewer::OnDeskKey(const WindowEvent& event) {
@@ -425,7 +523,7 @@ void Viewer::OpenMenu(std::size_t view, ViewerMenus::Kind kind, std::optional<Vi
 void Viewer::OpenBarMenu(std::size_t view, ViewBars::Menu menu, const zovhost::BarMenuPlace& place) {
   const double points = 1.0 / window.GetScale();
   const double x = (views[view]->GetX() + place.x) * points;
-  const double y = (window.GetHeight() - place.y) * points;
+  const double y = (window.GetHeight() - views[view]->GetY() - place.y) * points;
   OpenMenu(view, ViewerMenus::FindKind(menu),
            ViewerMenus::Corner{x, y, place.atRight ? 1.0 : 0.0, place.atBottom ? 1.0 : 0.0});
 }
@@ -444,18 +542,37 @@ void Viewer::ShowCursor(Korvane::CursorID id) {
 }
 
 void Viewer::OnResized() {
-  const int width = window.GetWidth();
-  const int height = window.GetHeight();
-  const int half = (width - DIVIDER) / 2;
-  const bool split = views.size() > 1;
-  views[0]->SetPlace(0, 0, split ? half : width, height, window.GetScale());
-  if (split) views[1]->SetPlace(width - half, 0, half, height, window.GetScale());
+  PlaceViews();
   if (recorder == nullptr) return;
   WindowEvent resized;
   resized.type = WindowEvent::Type::Resized;
   resized.x = views[0]->GetWidth();
   resized.y = views[0]->GetHeight();
+  resized.scale = views[0]->GetScale();
   recorder->Add(resized);
+}
+
+void Viewer::PlaceViews() {
+  places = zovview::PlaceViews(static_cast<int>(views.size()), window.GetWidth(), window.GetHeight());
+  for (std::size_t i = 0; i < views.size(); ++i) {
+    const ViewPlace& place = places[i];
+    views[i]->SetPlace(place.x, place.y, place.width, place.height, window.GetScale());
+  }
+}
+
+// The panel stands at the left, over the views that begin there.
+void Viewer::NoteMargins() {
+  const double reach = panel.GetReach() * window.GetScale();
+  for (const auto& view : views) {
+    Korvane::FitMargins margins = {FIT_MARGIN, FIT_MARGIN, FIT_MARGIN, FIT_MARGIN};
+    const double covered = view->GetX() == 0 ? reach / view->GetWidth() : 0.0;
+    if (covered < MOST_COVERED) margins.left += covered;
+    view->SetFitMargins(margins);
+  }
+  const Korvane::FitMargins& first = views[0]->GetHub().GetFitMargins();
+  if (recorder == nullptr || !recorder->HasBegun() || first.left == recordedMargin) return;
+  recordedMargin = first.left;
+  recorder->Add(first);
 }
 
 // ---- the frame ----
@@ -464,6 +581,7 @@ void Viewer::DrawFrame() {
   log.AddFrame();
   if (spoken != &FindLanguage(preferences)) SpeakLanguage();
   desk.Advance();
+  namedViews.Advance();
   devices.Advance(recorder);
   glDisable(GL_SCISSOR_TEST);
   glClearColor(0.0F, 0.0F, 0.0F, 1.0F);  // what shows between two views
@@ -480,18 +598,41 @@ void Viewer::DrawFrame() {
   gui.BeginFrame();
   TellFontProblem();
   DrawPanels();
+  MarkActiveView();
   gui.EndFrame();
-  if (!window.IsFrameRequested()) KeepSettings();  // what has changed was drawn
+  NoteMargins();
+  if (window.IsFrameRequested()) return;  // what has changed is drawn first
+  KeepSettings();
+  namedViews.Save();
 }
 
 void Viewer::DrawViews() {
   for (const auto& view : views) {
     view->PerformFrame();
+    sceneView.GetOptions().moving =
+        sceneView.DropsDetail() && rest.IsMoving(*view, contents.loading.has_value());
     sceneView.GetOptions().selectedPart = view->GetSelection().GetPart();
-    sceneView.Draw(view->GetHub().GetView(), view->GetX(), 0, view->GetWidth(), view->GetHeight(),
+    sceneView.Draw(view->GetHub().GetView(), view->GetX(), view->GetY(), view->GetWidth(), view->GetHeight(),
                    window.GetScale());
     view->DrawWidgets();
   }
+}
+
+// That the keys go to; one alone needs no mark.
+void Viewer::MarkActiveView() const {
+  if (views.size() < 2) return;
+  const double points = 1.0 / window.GetScale();
+  const ViewPlace& place = places[active];
+  const double inset = (MARK_WIDTH - 1.0) / 2.0;  // a line is drawn through the middles of pixels
+  const auto at = [points, this](int x, int y, double in) {
+    return ImVec2(static_cast<float>(x * points + in),
+                  static_cast<float>((window.GetHeight() - y) * points + in));
+  };
+  const auto& [red, green, blue] = zovhost::ACCENT_COLOUR;
+  const ImVec4 accent(static_cast<float>(red), static_cast<float>(green), static_cast<float>(blue), 1.0F);
+  ImGui::GetBackgroundDrawList()->AddRect(
+      at(place.x, place.y + place.height, inset), at(place.x + place.width, place.y, -inset),
+      ImGui::GetColorU32(accent), 0.0F, 0, static_cast<float>(MARK_WIDTH));
 }
 
 void Viewer::DrawPanels() {
@@ -501,11 +642,14 @@ void Viewer::DrawPanels() {
   const float right = ImGui::GetIO().DisplaySize.x - EDITOR_RIGHT;
   target.story->GetEditor().Draw(right, EDITOR_TOP);
   devices.DrawPage(right, EDITOR_TOP);
+  panel.ShowFocus(panelFocus.Get());
   const ViewCommand* const pressed = panel.Draw(contents, target);
   const bool hadMenu = menus.IsOpen();
   const ViewCommand* const chosen = menus.Draw(target);
   if (menus.IsOpen() != hadMenu) window.RequestFrame();  // the pointer changes with it
+  panelFocus.Get();                                      // tells of a state that has changed
   if (pressed != nullptr) Run(*pressed);
+  if (pressed != nullptr && panelFocus.IsActive()) window.RequestFrame();
   if (chosen != nullptr) Run(*chosen);
 }
 

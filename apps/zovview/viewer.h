@@ -13,6 +13,9 @@
 #include "settings_file.h"
 #include "story_desk.h"
 #include "view_devices.h"
+#include "view_grid.h"
+#include "view_list.h"
+#include "view_rest.h"
 #include "viewer_menus.h"
 #include "viewer_panel.h"
 #include "viewport.h"
@@ -23,11 +26,11 @@
 
 namespace zovview {
 
-/// The viewer in a window: one view of the model, or two beside each other.
+/// The viewer in a window: one view of the model, or up to four beside each other.
 class Viewer {
  public:
   struct Options {
-    bool split = false;
+    int views = 1;  ///< To MOST_VIEWS.
     /// Hears what happens to the first view; null: nobody does. Borrowed.
     Recorder* recorder = nullptr;
     /// Events, frames and rests are told on the error stream.
@@ -37,6 +40,11 @@ class Viewer {
     SettingsFile* settings = nullptr;
     /// Opened with the first model, and presented; empty for none.
     std::filesystem::path story = {};
+    /// Shown first of the first model: the name of a view that is kept of it, or a file of views; empty for
+    /// the start view.
+    std::string view = {};
+    /// A name of the kit's grounds, for this session; it is not kept. Empty for that of the settings.
+    std::string ground = {};
     /// Spoken until the user chooses another, and not kept: a tag or a locale's name. Empty, or of no
     /// language that there is: the one of the settings or of the environment.
     std::string language = {};
@@ -58,15 +66,20 @@ class Viewer {
   /// Of the last failure, for a while; empty for none.
   const std::string& GetMessage() const { return contents.message; }
   const zovhost::Scene* GetScene() const { return scene.get(); }
-  /// From the left.
+  /// In the order of PlaceViews.
   Viewport& GetView(std::size_t index) { return *views[index]; }
   Preferences& GetPreferences() { return preferences; }
+  const zovhost::GLSceneView& GetSceneView() const { return sceneView; }
   std::size_t GetViewCount() const { return views.size(); }
   StoryDesk& GetDesk() { return desk; }
+  ViewList& GetNamedViews() { return namedViews; }
+  const NamedViewsPanel& GetNamedViewsPanel() const { return panel.GetNamedViews(); }
   ViewDevices& GetDevices() { return devices; }
   bool IsMenuOpen() const { return menus.IsOpen(); }
   /// The one that was opened last.
   ViewerMenus::Kind GetOpenMenu() const { return menus.GetKind(); }
+  /// Of the panel, which follows on those of the views.
+  zovhost::KeyboardFocus& GetPanelFocus() { return panelFocus; }
   int GetExitCode() const { return exitCode; }
 
  private:
@@ -98,15 +111,18 @@ class Viewer {
   void ReadSettings(Viewport& view);
   void ReadKept(Viewport& view);
   void ApplyPreferences();
+  void ShowGround();
   void SpeakLanguage();
   void TellFontProblem();
   void KeepSettings();
   void OnEvent(const zovhost::WindowEvent& event);
   void OnPointerEvent(zovhost::WindowEvent event);
   void OnKeyEvent(const zovhost::WindowEvent& event);
+  bool OnPanelKey(const zovhost::WindowEvent& event);
   void OnDeskKey(const zovhost::WindowEvent& event);
   void OnResized();
-  std::size_t FindViewAt(int x) const;
+  void PlaceViews();
+  void NoteMargins();
   void ActivateView(std::size_t index);
   void BeginRecording(const LoadedModel& model);
   void Run(const ViewCommand& command);
@@ -118,42 +134,56 @@ class Viewer {
   std::unique_ptr<StoryExport> BeginExport(const Korvane::Story& story, const StoryExport::Options& options,
                                            std::string& error);
   void PresentFirstStory();
+  void ShowFirstView();
+  void Fly(const Korvane::CameraParameters& camera);
   void NoteOpened(const std::filesystem::path& file);
   std::filesystem::path FindModelFolder() const;
   void ShowCursor(Korvane::CursorID id);
   void OnWake();
   void LoadWaiting();
   void Load(const ModelSource& source);
-  void ShowProgress(double fraction, const char* step);
+  bool ShowProgress(double fraction, const char* step);
+  void TellCancelled(const ModelSource& source);
   void ShowModel(LoadedModel model);
+  void Enter(std::size_t view, const zovhost::Scene& entered);
+  void Tell(const std::string& failure);
   void ShowMessage(const std::string& text);
   void DrawFrame();
   void DrawViews();
+  void MarkActiveView() const;
   void DrawPanels();
 
   zovhost::Window& window;
   Recorder* const recorder;
   SettingsFile* const settings;
+  const std::string givenGround;
   Preferences preferences;
   EventLog log;
   std::unique_ptr<zovhost::Scene> scene;
   zovhost::GLSceneView sceneView;
+  ViewList namedViews;
   std::vector<std::unique_ptr<Surface>> surfaces;
   std::vector<std::unique_ptr<Viewport>> views;
-  std::size_t active = 0;  // the view where the pointer was last, which the keys and the panel go to
+  std::vector<ViewPlace> places;  // of the views
+  std::size_t active = 0;         // the view where the pointer was last, which the keys and the panel go to
+  double recordedMargin = 0.0;    // at the left
   const zovhost::Language* spoken = nullptr;
   std::vector<double> cursorScales;  // by cursor: for which scale it is drawn
   zovhost::Gui gui;
   ViewerPanel panel;
+  zovhost::KeyboardFocus panelFocus;
   ViewerMenus menus;
   StoryDesk desk;
   ViewDevices devices;
   std::filesystem::path modelFile;  // of the scene that shows; empty for the generated one
   std::filesystem::path firstStory;
+  std::string firstView;
   PanelContents contents;
   MessageTimer messageTimer;
+  ViewRest rest;
   ProgressLine progress;
   std::optional<ModelSource> waiting;
+  bool loadCancelled = false;
   int exitCode = 0;
 };
 

@@ -100,10 +100,13 @@ const ViewCommand* DrawViewMenu(const ViewTarget& target) {
   ImGui::Separator();
   const ViewCommand* const disc = DrawList("Navigation disc", Place::Discs, target);
   const ViewCommand* const bar = DrawList("Navigation bar", Place::Bars, target);
+  const ViewCommand* const ground = DrawList("Ground", Place::Ground, target);
   const ViewCommand* const story = DrawStoryList(target);
   const ViewCommand* const device = DrawDeviceList(target);
   const ViewCommand* const language = DrawList("Language", Place::Languages, target);
-  for (const ViewCommand* chosen : {tool, view, disc, bar, story, device}) {
+  const ViewCommand* const style = DrawList("Mouse and keys", Place::Styles, target);
+  const ViewCommand* const pivot = DrawList("Orbit", Place::Pivots, target);
+  for (const ViewCommand* chosen : {tool, view, disc, bar, ground, story, style, pivot, device}) {
     if (chosen != nullptr) return chosen;
   }
   return language;

@@ -6,9 +6,15 @@
 #include <array>
 #include <cfloat>
 #include <cmath>
+#include <optional>
+#include <string>
 #include <utility>
+#include <vector>
 
+#include "help.h"
+#include "view_list.h"
 #include "view_story.h"
+#include "zovhost/accent.h"
 #include "zovhost/panel_texts.h"
 #include "zovhost/phrases.h"
 
@@ -22,40 +28,14 @@ constexpr float WIDEST_PANEL = 420.0F;
 constexpr float LOWEST_PANEL = 60.0F;
 constexpr float TITLE_BUTTON_WIDTH = 48.0F;  // of the arrow that folds the panel, with its space
 constexpr float LEAST_BUTTON = 148.0F;
-constexpr float LEAST_HELP_COLUMN = 96.0F;
+constexpr float HELP_GAP = 12.0F;
 constexpr float KEY_GAP = 6.0F;  // between a label and its key
 constexpr int COLUMNS = 2;
+constexpr int HEADINGS = 1'000'000;  // above the numbers of all commands
 constexpr ImGuiWindowFlags STILL = ImGuiWindowFlags_NoMove | ImGuiWindowFlags_NoResize |
                                    ImGuiWindowFlags_AlwaysAutoResize | ImGuiWindowFlags_NoSavedSettings |
                                    ImGuiWindowFlags_NoFocusOnAppearing | ImGuiWindowFlags_NoNav;
 constexpr ImGuiWindowFlags NOTICE = STILL | ImGuiWindowFlags_NoDecoration | ImGuiWindowFlags_NoInputs;
-
-struct HelpLine {
-  const char* keys;
-  const char* action;
-};
-constexpr auto HELP = std::to_array<HelpLine>({
-    {"Left drag", "the tool that is lit"},
-    {"Middle drag", "pan, with Shift orbit"},
-    {"Wheel", "zoom"},
-    {"Right click", "menu"},
-    {"Click", "select a part"},
-    {"Esc", "cancel, close the disc, select nothing"},
-    {"Double click", "bring to the middle"},
-    {"Middle twice", "fit all"},
-    {"Side buttons", "view before, view after"},
-    {"Number pad", "1 front, 3 right, 7 top, 9 from the corner"},
-    {"Ctrl and it", "1 back, 3 left, 7 bottom"},
-    {"Its 5 0 . *", "projection, home, fit selection, fit all"},
-    {"Arrow keys", "move while looking, climb while walking"},
-    {"X", "run while walking"},
-    {"D", "the disc of last time, or away with it"},
-    {"On a disc", "press a wedge, and drag"},
-    {"Shift, Ctrl", "other wedges of the disc"},
-    {"F1, ?", "this panel"},
-    {"F11", "full screen"},
-    {"Drop a file", "open it"},
-});
 
 // 1234567 as "1 234 567", with narrow spaces that keep a number together whichever way is read.
 std::string GroupDigits(std::size_t number) {
@@ -77,10 +57,10 @@ void DrawKeyOfItem(const char* keyName, float right) {
 
 // ---- how wide it is, in the present language ----
 
-constexpr std::array PLACES = {ViewCommand::Place::Views,         ViewCommand::Place::Tools,
-                               ViewCommand::Place::Discs,         ViewCommand::Place::Story,
-                               ViewCommand::Place::StoryFile,     ViewCommand::Place::Device,
-                               ViewCommand::Place::DeviceSettings};
+constexpr std::array PLACES = {ViewCommand::Place::Views,  ViewCommand::Place::Tools,
+                               ViewCommand::Place::Discs,  ViewCommand::Place::KeptViews,
+                               ViewCommand::Place::Story,  ViewCommand::Place::StoryFile,
+                               ViewCommand::Place::Device, ViewCommand::Place::DeviceSettings};
 
 float MeasureCommand(const ViewCommand& command) {
   const std::string key = zovhost::GetPhrases().SayKey(command.keyName);
@@ -122,31 +102,85 @@ void DrawSelection(const std::string& name) {
   ImGui::PopTextWrapPos();
 }
 
-bool DrawHeader(const char* name) { return ImGui::CollapsingHeader(zovhost::SayLabel(name)); }
-
 // What is done by them, or the name of one.
-std::string SayKeys(const char* keys) {
+std::string SayKeys(const std::string& keys) {
   const zovhost::Phrases& phrases = zovhost::GetPhrases();
-  return phrases.Has(keys) ? phrases.Say(keys) : phrases.SayKey(keys);
+  if (phrases.Has(keys.c_str())) return phrases.Say(keys.c_str());
+  constexpr std::string_view BETWEEN = ", ";
+  std::string said;
+  std::string_view rest = keys;
+  while (!rest.empty()) {
+    const std::size_t end = std::min(rest.find(BETWEEN), rest.size());
+    if (!said.empty()) said += BETWEEN;
+    said += phrases.SayKey(rest.substr(0, end));
+    rest.remove_prefix(std::min(end + BETWEEN.size(), rest.size()));
+  }
+  return said;
 }
 
-void DrawHelp(bool unfold) {
-  if (unfold) ImGui::SetNextItemOpen(true);
-  if (!DrawHeader("Help")) return;
-  std::array<const char*, HELP.size()> keys{};
-  std::ranges::transform(HELP, keys.begin(), &HelpLine::keys);
-  const float column = zovhost::FindFieldColumn(keys, LEAST_HELP_COLUMN);
-  ImGui::PushTextWrapPos(std::max(GetRightOfKeys() - ImGui::GetWindowPos().x, 2.0F * column));
-  for (const HelpLine& line : HELP) {
-    ImGui::TextDisabled("%s", SayKeys(line.keys).c_str());
-    ImGui::SameLine(column);
-    ImGui::TextUnformatted(zovhost::Say(line.action));
-  }
-  ImGui::PopTextWrapPos();
+// Above the storyboard, which counts in pixels.
+float GetRoomForPanel(const ViewTarget& target) {
+  const ImGuiIO& io = ImGui::GetIO();
+  const bool boardShows = target.story != nullptr && target.story->IsShown();
+  const float below = boardShows ? ViewStory::HEIGHT / std::max(1.0F, io.DisplayFramebufferScale.y) : 0.0F;
+  return std::max(LOWEST_PANEL, io.DisplaySize.y - below - 2.0F * MARGIN);
 }
+
+// The one that no file has is named by a phrase.
+std::string NameModel(const std::string& name) {
+  return zovhost::ToPanelText(zovhost::GetPhrases().SayPlain(name.c_str()));
+}
+
+void DrawProgress(const LoadingStatus& status) {
+  const ImVec2 size = ImGui::GetIO().DisplaySize;
+  zovhost::PlaceNextPanel(size.x * 0.5F, size.y * 0.5F, 0.5F, 0.5F, true);
+  if (ImGui::Begin("##progress", nullptr, NOTICE)) {
+    const zovhost::Phrases& phrases = zovhost::GetPhrases();
+    const std::string opening = phrases.SayPlain("Opening {}", {phrases.SayPlain(status.name.c_str())});
+    ImGui::TextUnformatted(zovhost::ToPanelText(opening).c_str());
+    ImGui::ProgressBar(static_cast<float>(status.fraction), ImVec2(BAR_WIDTH, 0.0F), "");
+    ImGui::TextDisabled("%s", zovhost::Say(status.step.c_str()));
+    ImGui::TextDisabled("%s", zovhost::Say("Escape ends it"));
+  }
+  ImGui::End();
+}
+
+void DrawMessage(const std::string& message) {
+  const ImVec2 size = ImGui::GetIO().DisplaySize;
+  zovhost::PlaceNextPanel(size.x * 0.5F, size.y - MARGIN, 0.5F, 1.0F, true);
+  if (ImGui::Begin("##message", nullptr, NOTICE)) {
+    ImGui::PushTextWrapPos(size.x - 4.0F * MARGIN);
+    const std::string told = zovhost::GetPhrases().TranslateLine(message);
+    ImGui::TextUnformatted(zovhost::ToPanelText(told).c_str());
+    ImGui::PopTextWrapPos();
+  }
+  ImGui::End();
+}
+
+// By the place in the list of the commands.
+int GetNumber(const ViewCommand& command) { return static_cast<int>(&command - GetViewCommands().data()); }
+
+zovhost::FocusRole GetRole(const ViewCommand& command) {
+  return command.isOn != nullptr ? zovhost::FocusRole::ToggleButton : zovhost::FocusRole::Button;
+}
+
+// Accent within white, as the focus of the view.
+void DrawMark(const ImVec2& low, const ImVec2& high) {
+  constexpr float OUTSIDE = 2.0F;
+  const auto [red, green, blue] = zovhost::ACCENT_COLOUR;
+  const ImVec4 accent(static_cast<float>(red), static_cast<float>(green), static_cast<float>(blue), 1.0F);
+  const ImVec2 from(low.x - OUTSIDE, low.y - OUTSIDE);
+  const ImVec2 to(high.x + OUTSIDE, high.y + OUTSIDE);
+  ImDrawList& list = *ImGui::GetForegroundDrawList();
+  const float rounding = ImGui::GetStyle().FrameRounding + OUTSIDE;
+  list.AddRect(from, to, IM_COL32_WHITE, rounding, ImDrawFlags_None, 4.0F);
+  list.AddRect(from, to, ImGui::GetColorU32(accent), rounding, ImDrawFlags_None, 2.0F);
+}
+
+}  // namespace
 
 // In two columns; what is chosen is lit.
-const ViewCommand* DrawButtons(ViewCommand::Place place, const ViewTarget& target) {
+const ViewCommand* ViewerPanel::DrawButtons(ViewCommand::Place place, const ViewTarget& target) {
   const ViewCommand* chosen = nullptr;
   const ImVec2 size(FindButtonWidth(), 0.0F);
   int count = 0;
@@ -159,6 +193,7 @@ const ViewCommand* DrawButtons(ViewCommand::Place place, const ViewTarget& targe
     ImGui::PushID(command.name.data());
     if (ImGui::Button(zovhost::SayLabel(command.label), size)) chosen = &command;
     ImGui::PopID();
+    if (NoteItem(command, lit)) chosen = &command;
     if (lit) ImGui::PopStyleColor();
     DrawKeyOfItem(command.keyName, ImGui::GetItemRectMax().x - ImGui::GetStyle().FramePadding.x * 2.0F);
   }
@@ -166,19 +201,31 @@ const ViewCommand* DrawButtons(ViewCommand::Place place, const ViewTarget& targe
   return chosen;
 }
 
-const ViewCommand* DrawSettings(const ViewTarget& target) {
+const ViewCommand* ViewerPanel::DrawSettings(const ViewTarget& target) {
   const ViewCommand* chosen = nullptr;
   for (const ViewCommand& command : GetViewCommands()) {
     if (command.place != ViewCommand::Place::Settings) continue;
     bool on = command.isOn(target);
     if (ImGui::Checkbox(zovhost::SayLabel(command.label), &on)) chosen = &command;
+    if (NoteItem(command, on)) chosen = &command;
     DrawKeyOfItem(command.keyName, GetRightOfKeys());
   }
   return chosen;
 }
 
+const ViewCommand* ViewerPanel::DrawChoices(ViewCommand::Place place, const ViewTarget& target) {
+  const ViewCommand* chosen = nullptr;
+  for (const ViewCommand& command : GetViewCommands()) {
+    if (command.place != place) continue;
+    const bool on = command.isOn(target);
+    if (ImGui::RadioButton(zovhost::SayLabel(command.label), on)) chosen = &command;
+    if (NoteItem(command, on)) chosen = &command;
+  }
+  return chosen;
+}
+
 // Each language by its own name.
-const ViewCommand* DrawLanguages(const ViewTarget& target) {
+const ViewCommand* ViewerPanel::DrawLanguages(const ViewTarget& target) {
   const ViewCommand* chosen = nullptr;
   const auto name = [](const ViewCommand& command) {
     const bool named = zovhost::GetPhrases().Has(command.label);
@@ -203,20 +250,89 @@ const ViewCommand* DrawLanguages(const ViewTarget& target) {
   return chosen;
 }
 
-// Above the storyboard, which counts in pixels.
-float GetRoomForPanel(const ViewTarget& target) {
-  const ImGuiIO& io = ImGui::GetIO();
-  const bool boardShows = target.story != nullptr && target.story->IsShown();
-  const float below = boardShows ? ViewStory::HEIGHT / std::max(1.0F, io.DisplayFramebufferScale.y) : 0.0F;
-  return std::max(LOWEST_PANEL, io.DisplaySize.y - below - 2.0F * MARGIN);
+void ViewerPanel::DrawHelp(bool unfold, const ViewTarget& target) {
+  if (!DrawHeading("Help", unfold)) return;
+  std::vector<HelpLine> lines = MakeHelp(GetNavigationStyle(target));
+  float column = 0.0F;
+  for (HelpLine& line : lines) {
+    line.keys = SayKeys(line.keys);
+    column = std::max(column, ImGui::CalcTextSize(line.keys.c_str()).x);
+  }
+  column += HELP_GAP;
+  ImGui::PushTextWrapPos(std::max(GetRightOfKeys() - ImGui::GetWindowPos().x, 2.0F * column));
+  for (const HelpLine& line : lines) {
+    ImGui::TextDisabled("%s", line.keys.c_str());
+    ImGui::SameLine(column);
+    ImGui::TextUnformatted(zovhost::Say(line.action.c_str()));
+  }
+  ImGui::PopTextWrapPos();
 }
 
-// The one that no file has is named by a phrase.
-std::string NameModel(const std::string& name) {
-  return zovhost::ToPanelText(zovhost::GetPhrases().SayPlain(name.c_str()));
+bool ViewerPanel::DrawHeading(const char* label, bool unfold) {
+  const ImGuiID item = ImGui::GetID(zovhost::SayLabel(label));
+  const int id = HEADINGS + static_cast<int>(item % HEADINGS);
+  const bool isOpen = ImGui::GetStateStorage()->GetInt(item, 0) != 0;
+  if (unfold) ImGui::SetNextItemOpen(true);
+  if (pressed == id) ImGui::SetNextItemOpen(!isOpen);
+  const bool open = ImGui::CollapsingHeader(zovhost::SayLabel(label));
+  NoteItem(id, zovhost::Say(label), zovhost::FocusRole::Heading, open);
+  return open;
 }
 
-const ViewCommand* DrawPanel(const PanelContents& contents, const ViewTarget& target, bool unfoldHelp) {
+bool ViewerPanel::NoteItem(const ViewCommand& command, bool on) {
+  return NoteItem(GetNumber(command), zovhost::Say(command.label), GetRole(command), on);
+}
+
+// The last item. True when keys have pressed it.
+bool ViewerPanel::NoteItem(int id, const char* name, zovhost::FocusRole role, bool on) {
+  const ImVec2 low = ImGui::GetItemRectMin();
+  const ImVec2 high = ImGui::GetItemRectMax();
+  const double height = ImGui::GetIO().DisplaySize.y;
+  zovhost::FocusThing thing;
+  thing.id = id;
+  thing.group = zovhost::Say("Panel");
+  thing.name = name;
+  thing.role = role;
+  thing.on = on;
+  thing.bounds =
+      Korvane::Box2({zovhost::MirrorPlace((low.x + high.x) * 0.5F), height - (low.y + high.y) * 0.5},
+                    {(high.x - low.x) * 0.5, (high.y - low.y) * 0.5});
+  thing.press = [this, id](bool down) {
+    if (down) pressed = id;
+  };
+  if (focused == id) {
+    if (!std::exchange(broughtIntoSight, true)) ImGui::SetScrollHereY(0.5F);
+    DrawMark(low, high);
+  }
+  things.push_back(std::move(thing));
+  if (pressed != id) return false;
+  pressed.reset();
+  return true;
+}
+
+void ViewerPanel::ShowFocus(const zovhost::FocusThing* thing) {
+  const std::optional<int> now = thing != nullptr ? std::optional(thing->id) : std::nullopt;
+  if (now != focused) broughtIntoSight = false;
+  focused = now;
+}
+
+const ViewCommand* ViewerPanel::DrawNamedViews(const ViewTarget& target) {
+  if (target.views == nullptr) return nullptr;
+  if (!DrawHeading("Named views", namedViews.TakeNews(*target.views))) return nullptr;
+  namedViews.Draw(*target.views, target, FindContentWidth());
+  const ViewCommand* const chosen = DrawButtons(ViewCommand::Place::KeptViews, target);
+  namedViews.ScrollToNews();
+  return chosen;
+}
+
+// The panel ends at the left of its mirrored place.
+void ViewerPanel::NoteReach() {
+  const float left = ImGui::GetWindowPos().x;
+  reach = zovhost::ArePanelsMirrored() ? zovhost::MirrorPlace(left) : left + ImGui::GetWindowSize().x;
+}
+
+const ViewCommand* ViewerPanel::DrawPanel(const PanelContents& contents, const ViewTarget& target,
+                                          bool unfoldHelp) {
   if (unfoldHelp) ImGui::SetNextWindowCollapsed(false);
   zovhost::PlaceNextPanel(MARGIN, MARGIN, 0.0F, 0.0F, true);  // at the left, where the cube never is at first
   // The size follows what is inside; the name in the title has to be asked room for.
@@ -234,6 +350,7 @@ const ViewCommand* DrawPanel(const PanelContents& contents, const ViewTarget& ta
     if (command != nullptr) chosen = command;
   };
   if (ImGui::Begin(title.c_str(), nullptr, STILL)) {
+    NoteReach();
     const std::string count = GroupDigits(contents.triangleCount);
     ImGui::TextDisabled("%s", zovhost::Say("{} triangles", {count}).c_str());
     take(DrawButtons(ViewCommand::Place::Tools, target));
@@ -242,51 +359,32 @@ const ViewCommand* DrawPanel(const PanelContents& contents, const ViewTarget& ta
     take(DrawSettings(target));
     take(DrawLanguages(target));
     DrawSelection(target.selection.GetName());
-    if (DrawHeader("Discs")) take(DrawButtons(ViewCommand::Place::Discs, target));
-    if (DrawHeader("Story")) {
+    take(DrawNamedViews(target));
+    if (DrawHeading("Discs")) take(DrawButtons(ViewCommand::Place::Discs, target));
+    if (DrawHeading("Story")) {
       take(DrawButtons(ViewCommand::Place::Story, target));
       take(DrawButtons(ViewCommand::Place::StoryFile, target));
     }
-    if (DrawHeader("Six-axis device")) {
+    if (DrawHeading("Six-axis device")) {
       take(DrawButtons(ViewCommand::Place::Device, target));
       take(DrawButtons(ViewCommand::Place::DeviceSettings, target));
     }
-    DrawHelp(unfoldHelp);
+    if (DrawHeading("Mouse and keys")) {
+      take(DrawChoices(ViewCommand::Place::Styles, target));
+      ImGui::TextDisabled("%s", zovhost::Say("Orbit"));
+      take(DrawChoices(ViewCommand::Place::Pivots, target));
+    }
+    DrawHelp(unfoldHelp, target);
   }
   ImGui::End();
   return chosen;
 }
 
-void DrawProgress(const LoadingStatus& status) {
-  const ImVec2 size = ImGui::GetIO().DisplaySize;
-  zovhost::PlaceNextPanel(size.x * 0.5F, size.y * 0.5F, 0.5F, 0.5F, true);
-  if (ImGui::Begin("##progress", nullptr, NOTICE)) {
-    const zovhost::Phrases& phrases = zovhost::GetPhrases();
-    const std::string opening = phrases.SayPlain("Opening {}", {phrases.SayPlain(status.name.c_str())});
-    ImGui::TextUnformatted(zovhost::ToPanelText(opening).c_str());
-    ImGui::ProgressBar(static_cast<float>(status.fraction), ImVec2(BAR_WIDTH, 0.0F), "");
-    ImGui::TextDisabled("%s", zovhost::Say(status.step.c_str()));
-  }
-  ImGui::End();
-}
-
-void DrawMessage(const std::string& message) {
-  const ImVec2 size = ImGui::GetIO().DisplaySize;
-  zovhost::PlaceNextPanel(size.x * 0.5F, size.y - MARGIN, 0.5F, 1.0F, true);
-  if (ImGui::Begin("##message", nullptr, NOTICE)) {
-    ImGui::PushTextWrapPos(size.x - 4.0F * MARGIN);
-    const std::string told = zovhost::GetPhrases().TranslateLine(message);
-    ImGui::TextUnformatted(zovhost::ToPanelText(told).c_str());
-    ImGui::PopTextWrapPos();
-  }
-  ImGui::End();
-}
-
-}  // namespace
-
 const ViewCommand* ViewerPanel::Draw(const PanelContents& contents, const ViewTarget& target) {
+  things.clear();
   const bool shown = visible && !contents.name.empty();
   const bool unfoldHelp = shown && std::exchange(helpWanted, false);
+  reach = 0.0F;
   const ViewCommand* const chosen = shown ? DrawPanel(contents, target, unfoldHelp) : nullptr;
   if (contents.loading.has_value()) DrawProgress(*contents.loading);
   if (!contents.message.empty()) DrawMessage(contents.message);

@@ -13,7 +13,8 @@ constexpr int WELCOME_SIZE = 512;  // pixels, of the welcome screen's picture
 
 }  // namespace
 
-ViewerViewManager::ViewerViewManager(zovhost::ViewHub& hub) {
+ViewerViewManager::ViewerViewManager(zovhost::ViewHub& hub)
+    : toolNote([&hub] { hub.RequestApplicationUpdate(); }) {
   SetKorvane(&hub);
   for (const ViewTool& tool : GetViewTools()) AddTool(tool.id, tool.make());
   SetActiveTool(TOOL_ORBIT);
@@ -28,7 +29,7 @@ bool ViewerViewManager::Create() {
   notes = std::make_unique<Notes>(*renderer);
   for (const ViewTool& row : GetViewTools()) {
     Korvane::Tool& tool = *tools.at(row.id);
-    tool.SetMouseHUD(notes->Get(row.mouseNote));
+    if (row.id == activeToolID) toolNote.Choose(&tool, notes->Get(row.mouseNote), false);
     if (row.addNotes != nullptr) row.addNotes(tool, *notes);
   }
   return true;
@@ -36,6 +37,8 @@ bool ViewerViewManager::Create() {
 
 bool ViewerViewManager::Destroy() {
   Cancel();
+  toolNote.Choose(nullptr, nullptr, false);
+  for (const auto& [id, tool] : tools) tool->SetMouseHUD(nullptr);
   notes.reset();
   return WindowViewManager::Destroy();
 }
@@ -50,7 +53,26 @@ void ViewerViewManager::Refresh() {
 
 bool ViewerViewManager::OnLeftMouseDown(int x, int y) {
   ShowViewNote();
-  return WindowViewManager::OnLeftMouseDown(x, y);
+  const bool used = WindowViewManager::OnLeftMouseDown(x, y);
+  if (activeTool != nullptr && activeTool->IsOperating()) toolNote.Follow(true);
+  return used;
+}
+
+// A disc puts the tool away and brings it back, which names nothing.
+bool ViewerViewManager::SetActiveTool(int id) {
+  if (!WindowViewManager::SetActiveTool(id)) return false;
+  const ViewTool* const row = FindViewTool(activeToolID);
+  if (row == nullptr || activeToolID == namedTool) return true;
+  namedTool = activeToolID;
+  if (notes != nullptr) toolNote.Choose(activeTool, notes->Get(row->mouseNote), true);
+  return true;
+}
+
+void ViewerViewManager::OnDrawOverlay() {
+  WindowViewManager::OnDrawOverlay();
+  toolNote.Follow(activeTool != nullptr && activeTool->IsOperating());
+  if (renderer == nullptr || cameraOperations == nullptr || !WantActiveToolEnabled()) return;
+  toolNote.Draw(*renderer, *cameraOperations, mouse.x, mouse.y);
 }
 
 bool ViewerViewManager::WantToolClicks() const {

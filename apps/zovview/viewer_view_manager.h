@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "tool_note.h"
 #include "zovhost/window_view_manager.h"
 
 namespace zovhost {
@@ -22,6 +23,10 @@ class ViewerViewManager : public zovhost::WindowViewManager {
   bool Create() override;
   bool Destroy() override;
   bool OnLeftMouseDown(int x, int y) override;
+  bool SetActiveTool(int id) override;
+  void OnDrawOverlay() override;
+  /// Names the tool that was chosen last.
+  const ToolNote& GetToolNote() const { return toolNote; }
   /// The welcome screen of the discs stands in the middle.
   void Refresh() override;
 
@@ -32,6 +37,8 @@ class ViewerViewManager : public zovhost::WindowViewManager {
   void ShowViewNote();
 
   std::unique_ptr<Notes> notes;
+  ToolNote toolNote;
+  int namedTool = 0;
 };
 
 }  // namespace zovview

@@ -1,10 +1,16 @@
 #include "viewport.h"
 
+#include <cmath>
+#include <cstddef>
 #include <cstdlib>
 #include <utility>
 
 #include "cube_commands.h"
+#include "disc_commands.h"
 #include "korvane/rewind_history.h"
+#include "named_view_commands.h"
+#include "view_tools.h"
+#include "zovhost/cube_dress.h"
 #include "zovhost/start_camera.h"
 
 namespace zovview {
@@ -12,9 +18,16 @@ namespace zovview {
 using zovhost::MouseButton;
 using zovhost::WindowEvent;
 
+namespace {
+
+constexpr std::size_t MOST_WAITING = 8;  // a hand that beats on the keys means no more
+
+}  // namespace
+
 bool Viewport::Pointer::WarpPointer(int x, int y) {
+  if (viewport.touch.OnPointerSet(x, y)) return true;
   if (!host.WarpPointer(x, y)) return false;
-  manager.OnPointerSet(x, y);
+  viewport.manager.OnPointerSet(x, y);
   return true;
 }
 
@@ -23,9 +36,12 @@ Viewport::Viewport(Surroundings around)
       hub(surroundings.requestFrame),
       selection(hub),
       manager(hub),
-      pointer(surroundings.host, manager),
+      pointer(*this),
+      touch(manager, hub, renderer, [this](const WindowEvent& event) { OnPointer(event); }),
       bars(manager, target),
       story(manager, hub),
+      focus({hub, renderer, cube, disc, bars.GetBar(), {&bars.GetTools()}},
+            [this](const WindowEvent& event) { OnPointer(event); }),
       tooltip(surroundings.requestFrame),
       target{hub,
              selection,
@@ -38,7 +54,9 @@ Viewport::Viewport(Surroundings around)
              surroundings.askForStory,
              &device,
              surroundings.toggleDevicePage,
-             surroundings.preferences} {
+             surroundings.preferences,
+             surroundings.views,
+             &scale} {
   renderer.SetHost(&pointer);
   manager.SetRenderer(&renderer);
   manager.SetHelmDisc(&disc);
@@ -46,10 +64,12 @@ Viewport::Viewport(Surroundings around)
   manager.SetCam3DController(&device);
   bars.SetOpenMenu(surroundings.openBarMenu);
   tooltip.SetRenderer(&renderer);
+  hub.SetPickPivot([this] { return PickPivot(); });
   manager.SetMovePointer([this](int x, int y) { surroundings.host.WarpPointer(x, y); });
 }
 
 Viewport::~Viewport() {
+  touch.Cancel();
   tooltip.SetRenderer(nullptr);
   manager.Destroy();
   manager.SetNavigationBar(nullptr);
@@ -58,6 +78,7 @@ Viewport::~Viewport() {
 }
 
 bool Viewport::Create() {
+  if (!surroundings.plainCube) zovhost::DressCube(cube.GetParameters(), scale);
   disc.GetParameters().suppressWelcome = !surroundings.welcome;
   if (!manager.Create() || !bars.Create(renderer)) return false;
   created = true;
@@ -65,18 +86,42 @@ bool Viewport::Create() {
   return true;
 }
 
-void Viewport::SetPlace(int x, int y, int width, int height, double scale) {
+void Viewport::SetPlace(int x, int y, int width, int height, double pixelsForPoint) {
   placeX = x;
+  placeY = y;
   renderer.SetViewport(x, y, width, height);
-  renderer.SetDisplayScale(scale);
-  bars.SetScale(scale);
+  SetScale(pixelsForPoint);
   manager.SetViewportSize(width, height);
   hub.SetViewportSize(width, height);
 }
 
+// The library counts the cube and the discs in pixels.
+void Viewport::SetScale(double value) {
+  renderer.SetDisplayScale(value);
+  bars.SetScale(value);
+  touch.SetScale(value);
+  focus.SetScale(value);
+  if (value == scale) return;
+  const int largeDisc = GetDiscSize(target, true);
+  const int miniDisc = GetDiscSize(target, false);
+  scale = value;
+  SetDiscSize(target, true, largeDisc);
+  SetDiscSize(target, false, miniDisc);
+  if (!surroundings.plainCube) zovhost::ResizeCube(cube.GetParameters(), scale);
+  const auto reach = static_cast<int>(std::lround(zovhost::ClickWatch::REACH * scale));
+  clicks.SetReach(reach);
+  middleClicks.SetReach(reach);
+  hub.RequestApplicationUpdate();
+}
+
 void Viewport::ApplyPreferences() {
   if (surroundings.preferences == nullptr) return;
-  hub.SetReducedMotion(surroundings.preferences->Get().reducedMotion);
+  const Choices& choices = surroundings.preferences->Get();
+  hub.SetReducedMotion(choices.reducedMotion);
+  bars.SetReducedMotion(choices.reducedMotion);
+  manager.SetNavigationStyle(zovhost::FindNavigationStyle(choices.navigationStyle));
+  hub.SetPivotPolicy(zovhost::FindPivotPolicy(choices.pivotPolicy));
+  manager.SetZoomsToPivot(zovhost::DrawsZooms(hub.GetPivotPolicy()));
 }
 
 // What a widget has read for itself it reads again.
@@ -93,8 +138,10 @@ void Viewport::SetLanguage(const std::shared_ptr<const zovhost::ResourcePack>& t
 }
 
 void Viewport::SetScene(const zovhost::Scene& scene) {
+  touch.Cancel();
   manager.Cancel();
   CancelClicks();
+  waiting.clear();
   disc.GetHistory()->ClearHistory();  // of another model
   story.BeginEmpty();
   selection.SetScene(&scene);
@@ -103,10 +150,49 @@ void Viewport::SetScene(const zovhost::Scene& scene) {
   UseModelCoordinates(target);
 }
 
+void Viewport::ShowParallel() {
+  Korvane::CameraParameters camera = hub.GetView();
+  camera.projection_type = Korvane::CameraParameters::ProjectionType::Orthographic;
+  camera.projection_transition = 1.0;
+  hub.SetView(camera);
+}
+
+void Viewport::ShowAtOnce(const ViewCommand& command) {
+  const bool reduced = hub.IsMotionReduced();
+  hub.SetReducedMotion(true);
+  Run(command);
+  for (int frame = 0; frame < 2; ++frame) hub.PerformOperations();  // the begin of a move, and its end
+  hub.SetReducedMotion(reduced);
+  disc.GetHistory()->ClearHistory();
+}
+
 // ---- events ----
 
-void Viewport::OnEvent(const WindowEvent& event) {
-  if (OnEventOfShow(event)) return;
+bool Viewport::OnEvent(const WindowEvent& event) {
+  if (OnEventOfShow(event)) return true;
+  const bool hadFocus = focus.GetFocus().IsActive();
+  if (focus.OnEvent(event)) return true;
+  if (!OnTouch(event)) OnPointer(event);
+  const bool isTab = event.type == WindowEvent::Type::KeyDown && event.key == SDLK_TAB;
+  return !isTab || !hadFocus;
+}
+
+// Three fingers look about while that is the tool. A key that cancels is the fingers' while they do
+// something.
+bool Viewport::OnTouch(const WindowEvent& event) {
+  const int tool = manager.GetActiveTool();
+  const bool looks = tool == TOOL_LOOK || tool == TOOL_LOOK_MOVE;
+  touch.SetThreeFingers(looks ? zovhost::TouchCamera::ThreeFingers::Look
+                              : zovhost::TouchCamera::ThreeFingers::Walk);
+  if (event.type == WindowEvent::Type::KeyDown && event.key == SDLK_ESCAPE && touch.IsActive()) {
+    touch.Cancel();
+    return true;
+  }
+  return touch.OnEvent(event);
+}
+
+// Of the mouse, or of what is one, and of the keys.
+void Viewport::OnPointer(const WindowEvent& event) {
   if (event.type == WindowEvent::Type::MouseDown) {
     clicks.OnMouseDown(event);
     middleClicks.OnMouseDown(event);
@@ -130,11 +216,12 @@ void Viewport::OnEvent(const WindowEvent& event) {
 bool Viewport::OnEventOfShow(const WindowEvent& event) {
   if (event.type == WindowEvent::Type::MouseUp) return std::exchange(pressEndedShow, false);
   if (!story.IsPresenting()) return false;
-  const bool pressed = event.type == WindowEvent::Type::MouseDown;
+  const bool touched = event.type == WindowEvent::Type::FingerDown;
+  const bool pressed = touched || event.type == WindowEvent::Type::MouseDown;
   const bool ofKey = event.type == WindowEvent::Type::KeyDown;
   if (pressed || (ofKey && event.key == SDLK_ESCAPE)) story.Cancel();
   if (ofKey && event.key == SDLK_SPACE && !event.repeated) story.GetBoard().PausePlayback();
-  pressEndedShow = pressed;
+  pressEndedShow = pressed && !touched;
   return pressed || ofKey || event.type == WindowEvent::Type::Wheel;
 }
 
@@ -151,6 +238,15 @@ void Viewport::NotePointer(const WindowEvent& event) {
 
 // What is under a pointer that rests may change as well.
 void Viewport::FollowTooltip() { tooltip.Follow(manager.GetTooltip(), pointerX, pointerY, IsPressed()); }
+
+// What lies behind the cube is not meant.
+std::optional<Korvane::Vector3> Viewport::PickPivot() const {
+  const zovhost::Scene* const scene = selection.GetScene();
+  const zovhost::PixelPosition at = manager.GetPointer();
+  zovhost::Scene::Hit hit;
+  if (scene == nullptr || cube.IsMouseInRegion() || !FindHit(hub, *scene, at.x, at.y, hit)) return {};
+  return hit.point;
+}
 
 void Viewport::CancelClicks() {
   clicks.Cancel();
@@ -179,8 +275,8 @@ void Viewport::OnRightClick(const WindowEvent& event, bool used) {
     rightY = event.y;
     rightOnBar = bars.IsOver(event.x, event.y);
   }
-  const bool isStill = std::abs(event.x - rightX) <= zovhost::ClickWatch::REACH &&
-                       std::abs(event.y - rightY) <= zovhost::ClickWatch::REACH;
+  const bool isStill =
+      std::abs(event.x - rightX) <= clicks.GetReach() && std::abs(event.y - rightY) <= clicks.GetReach();
   if (event.type == WindowEvent::Type::MouseUp && !used && isStill && !rightOnBar && !IsPressed()) {
     surroundings.openMenu(event.x, event.y);
   }
@@ -192,17 +288,38 @@ void Viewport::OnKey(const WindowEvent& event) {
   if (const ViewCommand* const command = FindViewCommand(event.key, event.modifiers)) Run(*command);
 }
 
-void Viewport::Run(const ViewCommand& command) {
+// Of whatever the hand is doing.
+void Viewport::LetGo() {
+  touch.Cancel();
   manager.Cancel();
   CancelClicks();
   tooltip.Dismiss();
+}
+
+void Viewport::Run(const ViewCommand& command) {
+  LetGo();
+  if (!StartsFromRest(command) || (!hub.IsTravelling() && waiting.empty())) return command.run(target);
+  if (waiting.size() < MOST_WAITING) waiting.push_back(&command);
+}
+
+void Viewport::RunWaiting() {
+  if (waiting.empty() || hub.IsTravelling() || IsPressed()) return;
+  const ViewCommand& command = *waiting.front();
+  waiting.erase(waiting.begin());
   command.run(target);
+  hub.RequestApplicationUpdate();
+}
+
+void Viewport::Fly(const Korvane::CameraParameters& camera) {
+  LetGo();
+  FlyTo(target, camera);
 }
 
 // ---- the frame ----
 
 void Viewport::PerformFrame() {
   hub.PerformOperations();
+  RunWaiting();
   renderer.SetCamera(hub.GetView());
 }
 
@@ -212,6 +329,8 @@ void Viewport::DrawWidgets() {
   manager.OnDraw();
   FollowTooltip();
   tooltip.Draw(hub, GetWidth(), GetHeight());
+  focus.Draw(GetWidth(), GetHeight());
+  touch.OnFrame();
 }
 
 }  // namespace zovview

@@ -2,6 +2,8 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
+#include <vector>
 
 #include "korvane/cam3d_controller.h"
 #include "korvane/helm_disc.h"
@@ -15,6 +17,8 @@
 #include "zovhost/click_watch.h"
 #include "zovhost/gl_renderer.h"
 #include "zovhost/tooltip_note.h"
+#include "zovhost/touch_navigation.h"
+#include "zovhost/view_focus.h"
 #include "zovhost/view_hub.h"
 #include "zovhost/window.h"
 
@@ -49,6 +53,10 @@ class Viewport {
     std::function<void()> toggleDevicePage = {};
     /// To be applied by ApplyPreferences when they change; null: those of a first start. Borrowed.
     Preferences* preferences = nullptr;
+    /// The views that the user keeps. Borrowed; null: none are kept.
+    ViewList* views = nullptr;
+    /// The cube as the library has it, in pixels, as recordings that name no scale were made with.
+    bool plainCube = false;
   };
 
   explicit Viewport(Surroundings surroundings);
@@ -62,6 +70,8 @@ class Viewport {
   /// Its place in the framebuffer, and the pixels for one point of the display.
   void SetPlace(int x, int y, int width, int height, double scale);
   int GetX() const { return placeX; }
+  int GetY() const { return placeY; }
+  double GetScale() const { return scale; }
   int GetWidth() const { return hub.GetViewportWidth(); }
   int GetHeight() const { return hub.GetViewportHeight(); }
 
@@ -72,12 +82,22 @@ class Viewport {
   /// Borrowed. What was going on ends, nothing is selected, and the view is the start view of the scene.
   void SetScene(const zovhost::Scene& scene);
 
+  /// In parallel projection, as a view that has always been so.
+  void ShowParallel();
+  /// What a command leads to, at once and as a view that has always been so.
+  void ShowAtOnce(const ViewCommand& command);
+  /// Of fits; those that are not usable change nothing.
+  void SetFitMargins(const Korvane::FitMargins& margins) { hub.SetFitMargins(margins); }
+
   /// An event of the window: of the pointer or the keys, or the loss of the focus. A click that nobody
   /// needs selects, the second one of a double click brings what is under it to the middle.
-  void OnEvent(const zovhost::WindowEvent& event);
-  /// Ends what the hand is doing.
+  /// False for a key by which the focus has left the view.
+  bool OnEvent(const zovhost::WindowEvent& event);
+  /// Ends what the hand is doing. What goes by the view that it finds waits while the camera travels.
   void Run(const ViewCommand& command);
-  bool IsPressed() const { return manager.IsPressed(); }
+  /// Likewise. The camera travels, in one entry of the rewind history.
+  void Fly(const Korvane::CameraParameters& camera);
+  bool IsPressed() const { return manager.IsPressed() || touch.IsActive(); }
 
   /// One step of whatever moves; the drawing follows.
   void PerformFrame();
@@ -85,9 +105,12 @@ class Viewport {
   void DrawWidgets();
 
   zovhost::ViewHub& GetHub() { return hub; }
+  const zovhost::ViewHub& GetHub() const { return hub; }
   Selection& GetSelection() { return selection; }
   ViewerViewManager& GetManager() { return manager; }
   zovhost::GLRenderer& GetRenderer() { return renderer; }
+  /// What keys lead without a mouse; a key that is the focus's is no one else's.
+  zovhost::ViewFocus& GetFocus() { return focus; }
   Korvane::Orientor& GetCube() { return cube; }
   Korvane::HelmDisc& GetDisc() { return disc; }
   Korvane::Cam3DController& GetDevice() { return device; }
@@ -100,42 +123,53 @@ class Viewport {
   // The host, but that the view manager hears where the pointer is set.
   class Pointer : public zovhost::RendererHost {
    public:
-    Pointer(zovhost::RendererHost& around, ViewerViewManager& told) : host(around), manager(told) {}
+    explicit Pointer(Viewport& whose) : viewport(whose), host(whose.surroundings.host) {}
     bool ApplyCursor(Korvane::CursorID id) override { return host.ApplyCursor(id); }
     bool WarpPointer(int x, int y) override;
     bool OpenMenu(Korvane::MenuID id) override { return host.OpenMenu(id); }
     bool OpenUCSMenu(int x, int y) override { return host.OpenUCSMenu(x, y); }
 
    private:
+    Viewport& viewport;
     zovhost::RendererHost& host;
-    ViewerViewManager& manager;
   };
 
+  bool OnTouch(const zovhost::WindowEvent& event);
+  void OnPointer(const zovhost::WindowEvent& event);
   bool OnEventOfShow(const zovhost::WindowEvent& event);
   void OnClick(const zovhost::WindowEvent& event);
   void OnSideButton(zovhost::MouseButton button);
   void CancelClicks();
+  void LetGo();
+  void RunWaiting();
+  void SetScale(double value);
   void OnKey(const zovhost::WindowEvent& event);
   void OnRightClick(const zovhost::WindowEvent& event, bool used);
   void NotePointer(const zovhost::WindowEvent& event);
   void FollowTooltip();
+  std::optional<Korvane::Vector3> PickPivot() const;
 
   Surroundings surroundings;
   zovhost::ViewHub hub;
   Selection selection;
   zovhost::GLRenderer renderer;
   Korvane::HelmDisc disc;
-  Korvane::Orientor cube;
+  zovhost::PressableOrientor cube;
   Korvane::Cam3DController device;
   ViewerViewManager manager;
   Pointer pointer;
+  zovhost::TouchNavigation touch;
   zovhost::ClickWatch clicks;
   zovhost::ClickWatch middleClicks{zovhost::MouseButton::Middle};
   ViewBars bars;
   ViewStory story;
+  zovhost::ViewFocus focus;
   zovhost::TooltipNote tooltip;
+  double scale = 1.0;
   const ViewTarget target;
+  std::vector<const ViewCommand*> waiting;  // for the camera to arrive, the first to be run first
   int placeX = 0;
+  int placeY = 0;
   int pointerX = -1;
   int pointerY = -1;
   int rightX = 0;  // the last press of the right button

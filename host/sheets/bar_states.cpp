@@ -73,7 +73,7 @@ void AddGrounds(std::vector<BarState>& states) {
 }
 
 void AddScales(std::vector<BarState>& states) {
-  for (const double scale : {2.0, 3.0}) {
+  for (const double scale : {1.5, 2.0, 3.0}) {
     for (const bool horizontal : {false, true}) {
       BarState& state = states.emplace_back();
       state.scale = scale;
@@ -81,7 +81,8 @@ void AddScales(std::vector<BarState>& states) {
       state.mouse = Mouse::OnItem;
       state.item = HOME;
       state.selected = PROJECTION;
-      state.name = std::string(horizontal ? "horizontal" : "vertical") + (scale < 2.5 ? "-at-2x" : "-at-3x");
+      const char* const name = scale < 1.75 ? "-at-1-and-a-half" : scale < 2.5 ? "-at-2x" : "-at-3x";
+      state.name = std::string(horizontal ? "horizontal" : "vertical") + name;
     }
   }
 }

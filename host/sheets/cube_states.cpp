@@ -5,6 +5,7 @@
 #include "korvane/orientor.h"
 #include "painted.h"
 #include "still_hub.h"
+#include "zovhost/cube_dress.h"
 #include "zovhost/gl_renderer.h"
 
 namespace zovsheets {
@@ -58,7 +59,7 @@ void AddViews(std::vector<CubeState>& states) {
 }
 
 void AddSizes(std::vector<CubeState>& states) {
-  for (const int size : {35, 70, 120, 170}) {
+  for (const int size : {35, 70, 120, 240}) {
     for (const int scale : {1, 2}) {
       CubeState state;
       state.size = size;
@@ -67,6 +68,12 @@ void AddSizes(std::vector<CubeState>& states) {
       state.name = "size-" + std::to_string(size) + "-at-" + std::to_string(scale) + "x";
       states.push_back(state);
     }
+  }
+  for (const double scale : {1.5, 3.0}) {
+    CubeState& state = states.emplace_back();
+    state.scale = scale;
+    state.mouse = near;
+    state.name = scale < 2.0 ? "at-1-and-a-half" : "at-3x";
   }
 }
 
@@ -117,6 +124,9 @@ void AddControls(std::vector<CubeState>& states) {
   CubeState& named = add("system-named", {0.45, 0.95});
   named.coordinateSystem = true;
   named.systemName = L"Roof";
+  CubeState& front = add("compass-front", near);
+  front.compass = true;
+  front.from = {1, 0, 0};
   CubeState& below = add("compass-from-below", near);
   below.compass = true;
   below.from = {0.8, -0.5, 0.7};
@@ -150,7 +160,8 @@ constexpr double roomWithCompass = 1.65;
 
 class CubeScene {
  public:
-  CubeScene(const CubeState& shown, int viewportSide) : state(shown), side(viewportSide) {}
+  CubeScene(const CubeState& shown, int viewportSide)
+      : state(shown), side(viewportSide), renderer(shown.pack) {}
 
   bool Create() {
     renderer.SetViewport(0, 0, side, side);
@@ -183,6 +194,7 @@ class CubeScene {
  private:
   void SetParameters(OrientorParameters& parameters) const {
     const auto pixels = [this](int points) { return static_cast<int>(std::lround(points * state.scale)); };
+    zovhost::DressCube(parameters, state.scale);
     parameters.size = OrientorParameters::SIZE_NORMAL;
     parameters.normal_screen_size = pixels(state.size);
     parameters.tiny_screen_size = pixels(35);

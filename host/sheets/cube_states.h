@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -7,6 +8,7 @@
 #include "korvane/vector3.h"
 #include "sheet.h"
 #include "zovhost/image.h"
+#include "zovhost/resource_pack.h"
 
 namespace zovsheets {
 
@@ -23,7 +25,7 @@ struct CubeState {
   std::string name;                           // of a file as well
   Korvane::Vector3 from = {1.0, 0.55, -0.8};  // where the viewer is, seen from the cube; its own space
   Korvane::Vector3 up = {0.0, 1.0, 0.0};
-  int size = 120;      // points
+  int size = 180;      // points
   double scale = 1.0;  // pixels for one point
   Ground ground = Ground::Gradient;
   CubePoint mouse = outside;
@@ -31,6 +33,7 @@ struct CubeState {
   bool lock = false;
   bool coordinateSystem = false;  // its label shows
   const wchar_t* systemName = nullptr;
+  std::shared_ptr<const zovhost::ResourcePack> pack = nullptr;  // null: the kit's own
   Korvane::OrientorParameters::Location location = Korvane::OrientorParameters::LOCATION_TOP_RIGHT;
 };
 

@@ -86,11 +86,13 @@ int DrawPictures(const ResourcePack& pack, int first, int last, const std::strin
   return SaveSheet(strips, "Pictures", 1, file);
 }
 
-int DrawCube(const std::string& wanted, int enlarged, int columns, const std::string& file) {
+int DrawCube(const std::shared_ptr<ResourcePack>& pack, const std::string& wanted, int enlarged, int columns,
+             const std::string& file) {
   constexpr int cell = 240;  // pixels
   std::vector<LabelledImage> pictures;
-  for (const zovsheets::CubeState& state : zovsheets::GetCubeStates()) {
+  for (zovsheets::CubeState state : zovsheets::GetCubeStates()) {
     Image image;
+    state.pack = pack;
     if (state.name.find(wanted) == std::string::npos || !zovsheets::PaintCube(state, image)) continue;
     const int side = std::max(cell, image.width) * enlarged;
     Image sheet = zovsheets::MakeGround(zovsheets::Ground::White, side, side);
@@ -185,12 +187,12 @@ int DrawStoryKinds(const ResourcePack& pack, double scale, int enlarged, const s
   return SaveSheet(pictures, "Pictures of the storyboard", 2, file);
 }
 
-int DrawNotes(const std::string& file) {
+int DrawNotes(const std::shared_ptr<ResourcePack>& pack, const std::string& file) {
   std::vector<LabelledImage> pictures;
   for (const double scale : {1.0, 2.0}) {
     for (const zovsheets::Ground ground : zovsheets::grounds) {
       Image image;
-      if (!zovsheets::PaintNotes(ground, scale, image)) continue;
+      if (!zovsheets::PaintNotes(ground, scale, image, pack)) continue;
       const int enlarged = scale < 1.5 ? 2 : 1;
       pictures.push_back({Enlarge(image, enlarged), scale < 1.5 ? "1x" : "2x"});
     }
@@ -280,13 +282,16 @@ std::vector<Command> AddCommands(CLI::App& app, const std::shared_ptr<ResourcePa
       {app.add_subcommand("cursors", "All pointers, at 1x and 2x"),
        [&] { return DrawCursors(*pack, c.file); }},
       {AddPictures(app, c.range), [&] { return DrawPictures(*pack, c.range.first, c.range.last, c.file); }},
-      addStates("cube", "The orientation cube in its states", DrawCube),
+      addStates("cube", "The orientation cube in its states",
+                [&pack](const std::string& wanted, int enlarged, int columns, const std::string& file) {
+                  return DrawCube(pack, wanted, enlarged, columns, file);
+                }),
       addStates("bars", "The navigation bar in its states", DrawBars),
       addStates("story", "The storyboard in its states", DrawStory),
       {AddStoryKinds(app, c.scale, c.enlarged),
        [&] { return DrawStoryKinds(*pack, c.scale, c.enlarged, c.file); }},
       {app.add_subcommand("notes", "Texts in the view, the pivot, the targets of a walk"),
-       [&] { return InWindow([&] { return DrawNotes(c.file); }); }},
+       [&] { return InWindow([&] { return DrawNotes(pack, c.file); }); }},
       {AddDiscs(app, c.discs, c.enlarged), [&] { return DrawDiscs(*pack, c.discs, c.enlarged, c.file); }},
   };
 }

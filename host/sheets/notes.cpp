@@ -1,6 +1,7 @@
 #include "notes.h"
 
 #include <cmath>
+#include <utility>
 #include <vector>
 
 #include "korvane/icon2d.h"
@@ -24,9 +25,10 @@ constexpr double height = 250.0;
 
 class Notes {
  public:
-  explicit Notes(double pixelsForPoint)
+  Notes(double pixelsForPoint, std::shared_ptr<const zovhost::ResourcePack> pack)
       : scale(pixelsForPoint),
-        viewport({width * scale / 2.0, height * scale / 2.0}, {width * scale / 2.0, height * scale / 2.0}) {}
+        viewport({width * scale / 2.0, height * scale / 2.0}, {width * scale / 2.0, height * scale / 2.0}),
+        renderer(std::move(pack)) {}
 
   bool Create() {
     const int wide = static_cast<int>(width * scale);
@@ -114,8 +116,9 @@ class Notes {
 
 }  // namespace
 
-bool PaintNotes(Ground ground, double scale, Image& image) {
-  Notes notes(scale);
+bool PaintNotes(Ground ground, double scale, Image& image,
+                std::shared_ptr<const zovhost::ResourcePack> pack) {
+  Notes notes(scale, std::move(pack));
   if (!notes.Create()) return false;
   return PaintOnGround([&notes] { notes.Draw(); }, ground, static_cast<int>(width * scale),
                        static_cast<int>(height * scale), image) &&

@@ -6,6 +6,7 @@
 #include "korvane/application_parameters.h"
 #include "korvane/camera_parameters.h"
 #include "korvane/export.h"
+#include "korvane/fit_margins.h"
 #include "korvane/lifeline.h"
 #include "korvane/observer_list.h"
 #include "korvane/operation.h"
@@ -174,13 +175,18 @@ class ZOVTOOLS_API CameraOperations {
   virtual void RecalculateGlobalBounds();
 
   /// Computes, in `camera`, the camera that looks along `direction` and that the box (sphere) just touches
-  /// on its narrower sides; no margin. All four half angles are honoured exactly, negative ones included.
-  /// `centre` is where the box stands. False, with nothing changed, for a radius not above 0 and wherever
-  /// the result would not be finite.
+  /// on its narrower sides, but for the margins. All four half angles are honoured exactly, negative ones
+  /// included. `centre` is where the box stands. False, with nothing changed, for a radius not above 0 and
+  /// wherever the result would not be finite.
   [[nodiscard]] bool FitBoundingBoxToView(const Vector3& centre, Box3 box, Vector3 direction,
                                           const Vector3& up, CameraParameters& camera) const;
   [[nodiscard]] bool FitBoundingSphereToView(const Vector3& centre, double radius, Vector3 direction,
                                              const Vector3& up, CameraParameters& camera) const;
+  /// Of every fit from now on: of the two above, and of the moves and shots that use them. None at first.
+  /// With margins the pivot of a fit is the middle of what was fitted, for the sphere too. False, with
+  /// nothing changed, for margins that are not usable.
+  bool SetFitMargins(const FitMargins& margins);
+  const FitMargins& GetFitMargins() const { return fitMargins; }
 
   /// For those that borrow the hub and may outlive it.
   Lifeline& GetLifeline() { return lifeline; }
@@ -240,6 +246,13 @@ class ZOVTOOLS_API CameraOperations {
   void ChooseProjection(const FrameActivity& activity);
   bool BlendProjection(const FrameActivity& activity);
   bool FitsBox() const;
+  bool FitBox(const Vector3& centre, Box3 box, Vector3 direction, const Vector3& up,
+              CameraParameters& view) const;
+  bool FitSphere(const Vector3& centre, double radius, Vector3 direction, const Vector3& up,
+                 CameraParameters& view) const;
+  template <class Fit>
+  bool FitBesideMargins(const Vector3& centre, const Vector3& direction, CameraParameters& view,
+                        Fit fit) const;
   bool ShowsOrthographic(const CameraParameters& view, const Vector3& direction) const;
   bool TransitionTo(const CameraParameters& target, double duration);
   bool IsInOrthoRange(const Vector3& direction, double tolerance) const;
@@ -257,6 +270,7 @@ class ZOVTOOLS_API CameraOperations {
   ObserverList<OperationObserver> operationObservers;
   bool geometrySelected = false;
   double orthoTolerance = 0.01;
+  FitMargins fitMargins;
   int callsOut = 0;
   Lifeline lifeline;
 };

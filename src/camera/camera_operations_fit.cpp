@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "camera/camera_frame.h"
+#include "camera/free_view.h"
 #include "camera/view_size.h"
 #include "korvane/aspect_ratio_adjuster.h"
 #include "korvane/camera_operations.h"
@@ -167,8 +168,8 @@ bool CameraOperations::ShowsOrthographic(const CameraParameters& view, const Vec
 
 // The four planes of the frustum are pushed against the box from inside. The two wedges that they form ask
 // for an eye each; the one further back wins, and the other slides back along its middle.
-bool CameraOperations::FitBoundingBoxToView(const Vector3& centre, Box3 box, Vector3 direction,
-                                            const Vector3& up, CameraParameters& view) const {
+bool CameraOperations::FitBox(const Vector3& centre, Box3 box, Vector3 direction, const Vector3& up,
+                              CameraParameters& view) const {
   box.SetCenter(centre);
   direction.Normalize();
   CameraParameters result = view;
@@ -203,8 +204,8 @@ bool CameraOperations::FitBoundingBoxToView(const Vector3& centre, Box3 box, Vec
   return Store(result, view);
 }
 
-bool CameraOperations::FitBoundingSphereToView(const Vector3& centre, double radius, Vector3 direction,
-                                               const Vector3& up, CameraParameters& view) const {
+bool CameraOperations::FitSphere(const Vector3& centre, double radius, Vector3 direction, const Vector3& up,
+                                 CameraParameters& view) const {
   if (!(radius > 0.0)) return false;
   const Vector3 frameUp = GetUpDirection(up, direction);  // by the direction as given, of any length
   direction.Normalize();
@@ -236,6 +237,38 @@ bool CameraOperations::FitBoundingSphereToView(const Vector3& centre, double rad
   }
   result.pivot = result.centre;
   return Store(result, view);
+}
+
+bool CameraOperations::SetFitMargins(const FitMargins& margins) {
+  if (margins.IsUsable()) fitMargins = margins;
+  return margins.IsUsable();
+}
+
+// Without margins nothing is computed twice, and so nothing rounded twice.
+template <class Fit>
+bool CameraOperations::FitBesideMargins(const Vector3& centre, const Vector3& direction,
+                                        CameraParameters& view, Fit fit) const {
+  if (fitMargins.IsNone()) return fit(view);
+  const FreeView freeView(view, fitMargins);
+  CameraParameters fitted = freeView.GetCamera();
+  if (!fit(fitted)) return false;
+  fitted = freeView.Widen(fitted, centre);
+  const Vector3 along = direction.Normalized();
+  if (ShowsOrthographic(view, along)) freeView.StepAside(along, fitted);
+  return Store(fitted, view);
+}
+
+bool CameraOperations::FitBoundingBoxToView(const Vector3& centre, Box3 box, Vector3 direction,
+                                            const Vector3& up, CameraParameters& view) const {
+  return FitBesideMargins(centre, direction, view,
+                          [&](CameraParameters& free) { return FitBox(centre, box, direction, up, free); });
+}
+
+bool CameraOperations::FitBoundingSphereToView(const Vector3& centre, double radius, Vector3 direction,
+                                               const Vector3& up, CameraParameters& view) const {
+  return FitBesideMargins(centre, direction, view, [&](CameraParameters& free) {
+    return FitSphere(centre, radius, direction, up, free);
+  });
 }
 
 bool CameraOperations::TransitionTo(const CameraParameters& target, double duration) {

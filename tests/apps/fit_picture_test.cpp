@@ -47,9 +47,8 @@ class FitPictureTest : public apps_test::TravellingHub, public testing::WithPara
     ASSERT_TRUE(view->SetScene(scene.get()));
     ASSERT_TRUE(canvas->Create(GetParam().width, GetParam().height));
     view->GetOptions().drawGroundShadow = false;
-    std::fill(std::begin(view->GetOptions().backgroundTop), std::end(view->GetOptions().backgroundTop), 1.0F);
-    std::fill(std::begin(view->GetOptions().backgroundBottom), std::end(view->GetOptions().backgroundBottom),
-              1.0F);
+    view->GetOptions().ground.top.fill(1.0F);
+    view->GetOptions().ground.bottom.fill(1.0F);
   }
 
   void Fit() {

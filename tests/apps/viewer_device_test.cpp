@@ -134,7 +134,7 @@ TEST_F(ViewerDeviceTest, the_page_opens_and_closes_by_its_key) {
 TEST_F(ViewerDeviceTest, moves_the_view_where_the_pointer_was_last) {
   viewer.reset();
   zovview::Viewer::Options options;
-  options.split = true;
+  options.views = 2;
   viewer = std::make_unique<zovview::Viewer>(*window, options);
   viewer->Open({folder.Write("square.obj", apps_test::SQUARE)});
   ComeToRest();

@@ -21,13 +21,17 @@ inline constexpr int HEIGHT = 600;
 /// The viewer in a window, offscreen, with a triangle to look at. Pixels count from the bottom left.
 class ViewerTest : public testing::Test {
  protected:
-  void SetUp() override {
+  virtual zovhost::Window::Options GetOptions() const {
     zovhost::Window::Options options;
     options.width = WIDTH;
     options.height = HEIGHT;
     options.offscreen = true;
+    return options;
+  }
+
+  void SetUp() override {
     std::string error;
-    window = zovhost::Window::Create(options, error);
+    window = zovhost::Window::Create(GetOptions(), error);
     ASSERT_NE(window, nullptr) << error;
     viewer = std::make_unique<zovview::Viewer>(*window);
     viewer->Open({folder.Write("triangle.obj", TRIANGLE)});

@@ -18,6 +18,7 @@
 #include "korvane/rewind_history.h"
 #include "korvane/track_menu.h"
 #include "program.h"
+#include "replayed.h"
 #include "view_tools.h"
 #include "viewer_fixture.h"
 
@@ -121,6 +122,24 @@ TEST_F(ViewerTest, keys_change_the_settings) {
   Press(SDLK_HOME);
   ComeToRest();
   EXPECT_TRUE(GetHub().GetView().IsOrthographic()) << "home is a place, the projection a choice";
+}
+
+TEST_F(ViewerTest, the_note_of_a_chosen_tool_goes_by_itself) {
+  Move(400, 200);
+  Press(SDLK_h);
+  EXPECT_TRUE(viewer->GetView(0).GetManager().GetToolNote().IsShown());
+  const auto isShown = [this] { return viewer->GetView(0).GetManager().GetToolNote().IsShown(); };
+  for (int i = 0; i < 6000 && isShown(); ++i) window->Step(10);
+  EXPECT_FALSE(isShown());
+}
+
+TEST_F(ViewerTest, with_reduced_motion_the_bars_do_not_fade) {
+  zovview::ViewBars& bars = viewer->GetView(0).GetBars();
+  for (const bool reduced : {true, false}) {
+    viewer->GetPreferences().Edit([=](zovview::Choices& choices) { choices.reducedMotion = reduced; });
+    EXPECT_EQ(bars.GetBar().GetToolbar()->GetWantAnimation(), !reduced);
+    EXPECT_EQ(bars.GetTools().GetWantAnimation(), !reduced);
+  }
 }
 
 TEST_F(ViewerTest, the_compass_follows_the_pointer) {
@@ -233,10 +252,10 @@ class MenuTest : public ViewerTest {
 
 TEST_F(MenuTest, a_click_on_the_item_of_a_tool_chooses_it_and_closes_the_menu) {
   ASSERT_EQ(viewer->GetView(0).GetManager().GetActiveTool(), zovview::TOOL_ORBIT);
-  Open(500, 500);
+  Open(500, 580);  // high enough for the whole menu
   ASSERT_TRUE(viewer->IsMenuOpen());
-  Move(530, 464);  // the second item
-  Click({530, 464});
+  Move(530, 544);  // the second item
+  Click({530, 544});
   EXPECT_EQ(viewer->GetView(0).GetManager().GetActiveTool(), zovview::TOOL_PAN);
   EXPECT_FALSE(viewer->IsMenuOpen());
 }
@@ -309,7 +328,7 @@ class SplitTest : public ViewerTest {
     ViewerTest::SetUp();
     viewer.reset();
     zovview::Viewer::Options options;
-    options.split = true;
+    options.views = 2;
     viewer = std::make_unique<zovview::Viewer>(*window, options);
     viewer->Open({folder.Write("square.obj", SQUARE)});
     Press(SDLK_F1);  // the panel is in the way
@@ -351,6 +370,70 @@ TEST_F(SplitTest, reduced_motion_is_of_both_views) {
     EXPECT_EQ(viewer->GetView(1).GetHub().IsMotionReduced(), reduced);
   }
 }
+
+class GridTest : public ViewerTest {
+ protected:
+  void Show(int count) {
+    viewer.reset();
+    zovview::Viewer::Options options;
+    options.views = count;
+    viewer = std::make_unique<zovview::Viewer>(*window, options);
+    viewer->Open({folder.Write("square.obj", SQUARE)});
+    Press(SDLK_F1);  // the panel is in the way
+    ComeToRest();
+  }
+  const Korvane::CameraParameters& CameraOf(std::size_t view) {
+    return viewer->GetView(view).GetHub().GetView();
+  }
+};
+
+TEST_F(GridTest, up_to_four_views_can_be_had) {
+  for (const auto& [wanted, had] : {std::pair(0, 1U), {1, 1U}, {2, 2U}, {3, 3U}, {4, 4U}, {5, 4U}}) {
+    Show(wanted);
+    EXPECT_EQ(viewer->GetViewCount(), had);
+  }
+}
+
+TEST_F(GridTest, the_further_ones_show_the_sides_in_parallel) {
+  Show(4);
+  EXPECT_FALSE(CameraOf(0).IsOrthographic());
+  const Korvane::Vector3 toEye[] = {{}, {0, 1, 0}, {0, 0, 1}, {1, 0, 0}};  // of a model that stands on y
+  for (std::size_t view = 1; view < 4; ++view) {
+    EXPECT_TRUE(CameraOf(view).IsOrthographic());
+    const Korvane::Vector3 seen = (CameraOf(view).eye - CameraOf(view).centre).Normalized();
+    EXPECT_LT((seen - toEye[view]).Length(), 1e-9) << view << " " << seen.x << " " << seen.y << " " << seen.z;
+    EXPECT_FALSE(viewer->GetView(view).GetHub().IsMotionReduced());
+  }
+}
+
+TEST_F(GridTest, a_drag_below_moves_the_view_below) {
+  Show(4);
+  std::array<Korvane::Vector3, 4> start;
+  for (std::size_t view = 0; view < 4; ++view) start[view] = CameraOf(view).eye;
+  Drag(WIDTH / 4, WIDTH / 4 + 60, HEIGHT / 4);
+  EXPECT_NE(CameraOf(2).eye, start[2]);
+  for (const std::size_t view : {0U, 1U, 3U}) EXPECT_EQ(CameraOf(view).eye, start[view]) << view;
+}
+
+TEST_F(GridTest, the_one_that_the_keys_go_to_has_a_frame) {
+  Show(4);
+  for (std::size_t view = 0; view < 4; ++view) {
+    const zovview::Viewport& shown = viewer->GetView(view);
+    Move(shown.GetX() + shown.GetWidth() / 2, shown.GetY() + shown.GetHeight() / 2);
+    window->RequestFrame();
+    ComeToRest();
+    for (std::size_t other = 0; other < 4; ++other) {
+      const zovview::Viewport& beside = viewer->GetView(other);
+      std::array<unsigned char, 4> edge{};
+      glReadPixels(beside.GetX() + beside.GetWidth() / 2, beside.GetY(), 1, 1, GL_RGBA, GL_UNSIGNED_BYTE,
+                   edge.data());
+      const bool blue = edge[0] < 20 && edge[2] > 180;
+      EXPECT_EQ(blue, other == view) << view << " " << other;
+    }
+  }
+}
+
+// ---- two views ----
 
 TEST_F(SplitTest, each_has_a_cube_that_the_pointer_leaves) {
   const auto isOnCube = [this](std::size_t view) {
@@ -678,10 +761,36 @@ TEST_F(ViewerTest, a_session_is_written_down_and_ends_in_a_whole_file) {
   EXPECT_EQ(recording.height, HEIGHT);
   using Type = zovhost::WindowEvent::Type;
   std::vector<Type> types;
-  for (const zovview::RecordedEvent& event : recording.events) types.push_back(event.event.type);
+  for (const zovview::RecordedEvent& event : recording.events) {
+    if (!event.margins.has_value()) types.push_back(event.event.type);
+  }
   const std::vector<Type> expected = {Type::MouseMove, Type::MouseDown, Type::MouseMove,
                                       Type::MouseUp,   Type::KeyDown,   Type::FileDropped};
   EXPECT_EQ(types, expected);
+}
+
+// The panel takes a part of the view from what is fitted; whoever plays the recording has none.
+TEST_F(ViewerTest, what_was_fitted_beside_the_panel_is_so_when_the_recording_is_played) {
+  viewer.reset();
+  std::string error;
+  const std::filesystem::path file = folder.GetPath() / "session.txt";
+  const std::unique_ptr<zovview::Recorder> recorder = zovview::Recorder::Create(file, error);
+  ASSERT_NE(recorder, nullptr) << error;
+  zovview::Viewer::Options options;
+  options.recorder = recorder.get();
+  viewer = std::make_unique<zovview::Viewer>(*window, options);
+  viewer->Open({folder.Write("square.obj", SQUARE)});
+  ComeToRest();
+  Press(SDLK_1);
+  ComeToRest();
+  const Korvane::CameraParameters shown = GetHub().GetView();
+  EXPECT_GT(Project({0.5, 0.5, 0.0}).x, 0.55 * WIDTH);
+  viewer.reset();
+  ASSERT_TRUE(recorder->Finish(error)) << error;
+  const std::vector<apps_test::Camera> played =
+      apps_test::ReadCameras(apps_test::RunViewer(std::vector<std::string>{"--replay", file.string()}).out);
+  ASSERT_FALSE(played.empty());
+  EXPECT_LT((played.back().eye - shown.eye).Length(), 1e-9);
 }
 
 }  // namespace

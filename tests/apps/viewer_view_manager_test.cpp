@@ -308,6 +308,86 @@ TEST_F(ViewerViewManagerTest, a_pointer_that_leaves_is_over_nothing) {
   EXPECT_FALSE(ownCube.IsMouseInRegion());
 }
 
+// ---- what the hand borrows ----
+
+TEST_F(ViewerViewManagerTest, a_drag_of_the_cube_gives_the_choice_to_snap_back) {
+  bool& snapping = hub.GetApplicationParameters().do_snap_orbit;
+  const auto drag = [this](auto end) {
+    const Vector3 before = hub.GetView().eye;
+    Send(Type::MouseDown, WIDTH - 60, HEIGHT - 60);
+    Send(Type::MouseMove, WIDTH - 90, HEIGHT - 60);
+    Draw();
+    ASSERT_TRUE(ownCube.IsDragActive());
+    Send(Type::MouseMove, WIDTH - 120, HEIGHT - 60);
+    Draw();
+    end();
+    EXPECT_FALSE(ownCube.IsDragActive());
+    EXPECT_NE(hub.GetView().eye, before);
+  };
+  for (const bool chosen : {true, false}) {
+    snapping = chosen;
+    drag([this] { Send(Type::MouseUp, WIDTH - 120, HEIGHT - 60); });
+    EXPECT_EQ(snapping, chosen) << "a release";
+    drag([this] { Send(Type::FocusLost); });
+    EXPECT_EQ(snapping, chosen) << "a lost focus";
+  }
+}
+
+TEST_F(ViewerViewManagerTest, the_keys_of_look_and_move_take_the_same_share_of_every_model_in_a_second) {
+  constexpr double SHARE = 0.125;  // of the radius
+  for (const double size : {0.001, 1.0, 1000.0}) {
+    const std::array<Box3, 1> box = {Box3({0, 0, 0}, Vector3(size / 2))};
+    Show(box);
+    events.SetActiveTool(zovview::TOOL_LOOK_MOVE);
+    Send(Type::MouseDown, 300, 300);
+    Draw();
+    const Vector3 before = hub.GetView().eye;
+    Key(Type::KeyDown, SDLK_UP);
+    Wait(1.0);
+    Key(Type::KeyUp, SDLK_UP);
+    Send(Type::MouseUp, 300, 300);
+    EXPECT_NEAR((hub.GetView().eye - before).Length() / scene->GetRadius(), SHARE, 1e-9) << size;
+  }
+}
+
+// ---- the note that names a tool ----
+
+TEST_F(ViewerViewManagerTest, the_note_names_a_tool_when_it_is_chosen_and_in_its_first_drag) {
+  const auto countNotes = [this] {
+    renderer.ClearCalls();
+    Draw();
+    return renderer.CountCalls("RenderDynamic");
+  };
+  const auto drag = [this, &countNotes] {
+    Send(Type::MouseDown, 300, 300);
+    Send(Type::MouseMove, 340, 300);
+    const int notes = countNotes();
+    Send(Type::MouseUp, 340, 300);
+    Draw();
+    return notes;
+  };
+  Send(Type::MouseMove, 300, 300);
+  EXPECT_EQ(countNotes(), 0) << "nobody has chosen the first";
+  const int first = drag();
+  EXPECT_EQ(drag(), first - 1) << "that of the pivot stays";
+
+  events.SetActiveTool(zovview::TOOL_PAN);
+  EXPECT_EQ(countNotes(), 1);
+  Send(Type::MouseLeave);
+  EXPECT_EQ(countNotes(), 0) << "there is no pointer";
+  Send(Type::MouseMove, 300, 300);
+  EXPECT_EQ(drag(), 1);
+  EXPECT_EQ(countNotes(), 0);
+  EXPECT_EQ(drag(), 0);
+
+  events.SetActiveTool(zovview::TOOL_PAN);
+  EXPECT_EQ(countNotes(), 0) << "the same";
+  disc.SetActiveDisc(Korvane::DiscType::FullNavigation);
+  disc.SetActiveDisc(Korvane::DiscType::None);
+  EXPECT_EQ(events.GetActiveTool(), zovview::TOOL_PAN);
+  EXPECT_FALSE(events.GetToolNote().IsShown()) << "a disc has come and gone";
+}
+
 // The window system may tell of it also where it has given the pointer to the window.
 TEST_F(ViewerViewManagerTest, a_pointer_that_leaves_in_a_drag_is_no_motion) {
   const CameraParameters before = hub.GetView();

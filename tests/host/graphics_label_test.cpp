@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <string>
 #include <vector>
@@ -75,6 +76,19 @@ class LabelTest : public zovtest::RendererTest {
   }
 };
 
+// The first row that is not as the corner is, and the one after the last of them.
+std::array<int, 2> FindDrawnRows(const Image& image) {
+  std::array<int, 2> rows = {image.height, 0};
+  for (int y = 0; y < image.height; ++y) {
+    for (int x = 0; x < image.width; ++x) {
+      const auto at = 4 * static_cast<std::ptrdiff_t>(y * image.width + x);
+      if (std::equal(image.rgba.begin(), image.rgba.begin() + 3, image.rgba.begin() + at)) continue;
+      rows = {std::min(rows[0], y), y + 1};
+    }
+  }
+  return rows;
+}
+
 TEST_F(LabelTest, every_kind_of_text_reads_on_white_and_on_black) {
   for (const Maker make : makers) {
     for (const float ground : {0.0F, 1.0F}) {
@@ -85,7 +99,8 @@ TEST_F(LabelTest, every_kind_of_text_reads_on_white_and_on_black) {
       const Image image = Draw(icon, ground);
       // Between the tenth part of the pixels that is darkest and the one that is lightest, within the middle.
       std::vector<double> luminances;
-      for (int y = image.height / 3; y < image.height * 2 / 3; ++y) {
+      const auto [first, last] = FindDrawnRows(image);
+      for (int y = first + (last - first) / 3; y < last - (last - first) / 3; ++y) {
         for (int x = 0; x < image.width; ++x) {
           luminances.push_back(LuminanceOf(image, 4 * static_cast<std::size_t>(y * image.width + x)));
         }

@@ -1,8 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <memory>
+#include <set>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -86,13 +89,40 @@ TEST_F(SceneViewTest, the_nearer_part_hides_the_further_one) {
   EXPECT_TRUE(IsMostly(PixelAt(Draw(camera), 32, 24), 2));
 }
 
+TEST(SceneGrounds, have_names_of_their_own_and_begin_with_the_usual_one) {
+  const auto grounds = zovhost::GetSceneGrounds();
+  ASSERT_EQ(grounds.size(), 4u);
+  EXPECT_EQ(grounds.front().name, zovhost::GLSceneView::Options().ground.name);
+  std::set<std::string_view> names;
+  for (const auto& ground : grounds) {
+    names.insert(ground.name);
+    EXPECT_EQ(zovhost::FindSceneGround(ground.name), &ground);
+  }
+  EXPECT_EQ(names, (std::set<std::string_view>{"gradient", "light", "dark", "white"}));
+  EXPECT_EQ(zovhost::FindSceneGround("mauve"), nullptr);
+  EXPECT_EQ(zovhost::FindSceneGround(""), nullptr);
+}
+
+TEST_F(SceneViewTest, a_white_ground_is_white_in_each_pixel) {
+  ASSERT_TRUE(view.SetScene(nullptr));
+  view.GetOptions().ground = *zovhost::FindSceneGround("white");
+  const Image image = Draw(FrontCamera());
+  EXPECT_EQ(std::count(image.rgba.begin(), image.rgba.end(), 255), static_cast<long>(image.rgba.size()));
+}
+
+TEST_F(SceneViewTest, a_ground_has_its_own_lines) {
+  ASSERT_TRUE(view.SetScene(scene.get()));
+  view.GetOptions().drawEdges = true;
+  const Image usual = Draw(FrontCamera());
+  view.GetOptions().ground.edge = {1.0F, 0.0F, 0.0F, 1.0F};
+  EXPECT_NE(usual.rgba, Draw(FrontCamera()).rgba);
+}
+
 TEST_F(SceneViewTest, an_empty_view_shows_the_background_alone) {
   ASSERT_TRUE(view.SetScene(nullptr));
   auto& options = view.GetOptions();
-  const float top[3] = {0.0F, 0.0F, 1.0F};
-  const float bottom[3] = {1.0F, 0.0F, 0.0F};
-  std::copy(top, top + 3, options.backgroundTop);
-  std::copy(bottom, bottom + 3, options.backgroundBottom);
+  options.ground.top = {0.0F, 0.0F, 1.0F};
+  options.ground.bottom = {1.0F, 0.0F, 0.0F};
   const Image image = Draw(FrontCamera());
   ExpectColour(PixelAt(image, 5, 0), 255, 0, 0, 4);
   ExpectColour(PixelAt(image, 60, 47), 0, 0, 255, 4);
@@ -180,8 +210,11 @@ TEST_F(SceneViewTest, a_shadow_lies_on_the_ground_and_is_not_seen_from_below) {
   const long above = brightness(1.0);
   const long below = brightness(-1.0);
   view.GetOptions().drawGroundShadow = true;
-  EXPECT_LT(brightness(1.0), above);
+  const long usual = brightness(1.0);
+  EXPECT_LT(usual, above);
   EXPECT_EQ(brightness(-1.0), below);
+  view.GetOptions().ground.shadow = 0.9F;
+  EXPECT_LT(brightness(1.0), usual);
 }
 
 TEST_F(SceneViewTest, a_model_far_from_the_origin_looks_the_same) {

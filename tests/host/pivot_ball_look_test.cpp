@@ -77,10 +77,14 @@ class PivotBallLook : public testing::TestWithParam<Place> {
 };
 
 TEST_P(PivotBallLook, is_as_it_was) {
-  for (const double scale : {1.0, 2.0}) {
-    BallView view(scale);
+  const struct {
+    double scale;
+    const char* name;
+  } scales[] = {{1.0, ""}, {1.5, "-at-1-and-a-half"}, {2.0, "-at-2x"}, {3.0, "-at-3x"}};
+  for (const auto& each : scales) {
+    BallView view(each.scale);
     zovtest::ExpectStored(view.Paint(GetParam().ground), "pivot",
-                          std::string("on-") + GetParam().name + (scale > 1.0 ? "-at-2x" : ""));
+                          std::string("on-") + GetParam().name + each.name);
   }
 }
 

@@ -61,6 +61,7 @@ TEST_F(LoadScene, reports_progress_that_never_falls_and_ends_at_one) {
   const zovhost::Progress progress = [&](double fraction, const char* what) {
     EXPECT_STRNE(what, "");
     fractions.push_back(fraction);
+    return true;
   };
   ASSERT_NE(zovhost::LoadScene(folder.Write("slab.obj", MakeObjSlab()), progress, error), nullptr) << error;
   EXPECT_TRUE(std::is_sorted(fractions.begin(), fractions.end()));

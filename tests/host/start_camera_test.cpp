@@ -139,6 +139,17 @@ TEST(enter_scene, tells_the_hub_directions_bounds_and_home) {
   EXPECT_GT(requests, 0);
 }
 
+TEST(enter_scene, the_paces_of_the_hub_are_of_the_size_of_the_scene) {
+  zovhost::ViewHub hub([] {});
+  const Korvane::ApplicationParameters& parameters = hub.GetApplicationParameters();
+  for (const double size : {0.001, 1.0, 1000.0}) {
+    const auto scene = MakeBox({0, 0, 0}, Vector3(size), {0, 0, 1});
+    zovhost::EnterScene(hub, *scene);
+    EXPECT_DOUBLE_EQ(parameters.scene_scale, scene->GetRadius() * 0.1);
+    EXPECT_DOUBLE_EQ(parameters.slide_multiplier, scene->GetRadius() * 0.1);
+  }
+}
+
 TEST(viewport, a_change_of_size_there_and_back_returns_the_view) {
   const auto scene = MakeBox({0, 0, 0}, {12, 8, 7}, {0, 0, 1});
   zovhost::ViewHub hub([] {});

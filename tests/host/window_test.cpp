@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cmath>
 #include <memory>
 #include <string>
 #include <thread>
@@ -282,6 +283,48 @@ TEST_F(WindowTest, refuses_a_cursor_without_pixels_or_with_too_few) {
   EXPECT_FALSE(window->DefineCursor(1, image, 0, 0));
   window->SetCursor(1);  // shows the arrow
   window->SetCursor(99);
+}
+
+TEST(WindowScale, makes_a_window_of_points_have_more_pixels) {
+  for (const double scale : {1.0, 1.25, 1.5, 2.0, 3.0}) {
+    Window::Options options;
+    options.width = 400;
+    options.height = 200;
+    options.offscreen = true;
+    options.scale = scale;
+    std::string error;
+    const auto scaled = Window::Create(options, error);
+    ASSERT_NE(scaled, nullptr) << error;
+    EXPECT_EQ(scaled->GetScale(), scale);
+    EXPECT_EQ(scaled->GetWidth(), static_cast<int>(400 * scale));
+    EXPECT_EQ(scaled->GetHeight(), static_cast<int>(200 * scale));
+  }
+}
+
+TEST(WindowScale, is_told_when_it_becomes_another) {
+  Window::Options options;
+  options.offscreen = true;
+  std::string error;
+  const auto scaled = Window::Create(options, error);
+  ASSERT_NE(scaled, nullptr) << error;
+  int told = 0;
+  scaled->SetEventHandler(
+      [&told](const WindowEvent& event) { told += event.type == WindowEvent::Type::Resized; });
+  EXPECT_EQ(scaled->GetScale(), 1.0);
+  scaled->SetScale(1.5);
+  EXPECT_EQ(scaled->GetScale(), 1.5);
+  EXPECT_EQ(scaled->GetWidth(), options.width);
+  EXPECT_EQ(told, 1);
+  EXPECT_TRUE(scaled->IsFrameRequested());
+  scaled->SetScale(1.5);
+  EXPECT_EQ(told, 1);
+  scaled->SetScale(99.0);
+  EXPECT_EQ(scaled->GetScale(), 4.0);
+  scaled->SetScale(0.01);
+  EXPECT_EQ(scaled->GetScale(), 1.0);
+  scaled->SetScale(std::nan(""));  // none is chosen
+  EXPECT_EQ(scaled->GetScale(), 1.0);
+  scaled->SetEventHandler(nullptr);
 }
 
 }  // namespace

@@ -7,10 +7,14 @@ namespace zovhost {
 /// Tells the clicks of a button, a press and a release at about the same place, from its drags.
 class ClickWatch {
  public:
-  /// Pixels that the pointer may stray in a click.
+  /// Points that the pointer may stray in a click.
   static constexpr int REACH = 3;
 
   explicit ClickWatch(MouseButton watchedButton = MouseButton::Left) : watched(watchedButton) {}
+
+  /// The same in pixels, for a display of more than one a point.
+  void SetReach(int pixels) { reach = pixels; }
+  int GetReach() const { return reach; }
 
   void OnMouseDown(const WindowEvent& event);
   void OnMouseMove(const WindowEvent& event);
@@ -21,6 +25,7 @@ class ClickWatch {
 
  private:
   MouseButton watched;
+  int reach = REACH;
   int clicks = 0;  // that the release will make; 0: none
   int x = 0;
   int y = 0;

@@ -4,11 +4,10 @@
 
 #include "korvane/camera_parameters.h"
 #include "zovhost/projection.h"
+#include "zovhost/scene.h"
+#include "zovhost/scene_ground.h"
 
 namespace zovhost {
-
-class Scene;
-struct SceneFace;
 
 /// Draws a scene: lit from over the viewer's shoulder and from the sky, edges drawn as fine lines, over a
 /// calm background.
@@ -18,12 +17,14 @@ struct SceneFace;
 class GLSceneView {
  public:
   struct Options {
-    float backgroundTop[3] = {0.80F, 0.85F, 0.90F};  // sRGB
-    float backgroundBottom[3] = {0.95F, 0.955F, 0.96F};
+    SceneGround ground = {};
     bool drawBackground = true;
     bool drawEdges = true;
     bool drawGroundShadow = true;
     int selectedPart = -1;  // index into the scene's parts, -1: none
+    /// The view moves: a large scene is drawn coarsely, without edges, shadow and what is tiny, so that
+    /// frames follow each other without a graphics card too. One that is not large is drawn as at rest.
+    bool moving = false;
   };
 
   GLSceneView();
@@ -32,8 +33,11 @@ class GLSceneView {
   GLSceneView& operator=(const GLSceneView&) = delete;
 
   /// Uploads the scene, which is not needed afterwards; null empties the view. False when the context is
-  /// unfit or memory is short; the view is then empty.
-  bool SetScene(const Scene* scene);
+  /// unfit or memory is short, or when `progress`, which may be empty, has broken it off; the view then shows
+  /// what it showed before, as it does until this returns. `progress` may draw, with this view too.
+  bool SetScene(const Scene* scene, const Progress& progress = {});
+  /// Whether Options::moving makes a difference to the present scene.
+  bool DropsDetail() const;
   /// Frees everything; the destructor does so as well. The context has to be current.
   void Destroy();
 

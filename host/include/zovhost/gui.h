@@ -33,6 +33,9 @@ class Gui {
   /// Draws what was put together into the bound framebuffer, and leaves the state of OpenGL as it was.
   void EndFrame();
 
+  /// Light panels with dark words, for light grounds; at first they are dark ones. Between two frames.
+  void SetLight(bool light);
+  bool IsLight() const;
   /// One line when the system has no typeface for the language of the panels, told once; else empty.
   std::string TakeProblem();
 

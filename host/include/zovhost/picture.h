@@ -13,6 +13,9 @@ namespace zovhost {
 /// False puts one line into `error`; an image without pixels is refused.
 bool WritePng(const std::filesystem::path& path, const Image& image, std::string& error);
 
+/// The same into memory, for what is no file of its own.
+bool EncodePng(const Image& image, std::string& bytes, std::string& error);
+
 struct LabelledImage {
   Image image;
   std::string label;  // UTF-8, one line; too long a label ends in an ellipsis

@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "korvane/box3.h"
@@ -60,10 +61,11 @@ struct SceneFace {
   std::vector<float> corners;            // 9 a triangle, in the space of the mesh
 };
 
+class FaceIndex;
 class RayIndex;
 
-/// A model in memory that answers for its size and for rays. Immutable: every member may be called from any
-/// number of threads at once.
+/// A model in memory that answers for its size and for rays. Immutable: every const member may be called from
+/// any number of threads at once.
 class Scene {
  public:
   struct Hit {
@@ -105,9 +107,16 @@ class Scene {
   /// following a pointer costs only where the pointer comes to another face. False, with the face emptied,
   /// for a hit on no part of this scene.
   bool FindFace(const Hit& hit, SceneFace& face) const;
+  /// Has a thread of its own index the sides of large meshes, once: FindFace, which looks through all
+  /// triangles of a mesh until then, takes about as long as the face is large afterwards, and finds the same.
+  /// The thread gives way to LoadScene, which forks, and ends with this at the latest. Not while others call
+  /// this scene.
+  void PrepareFaces();
+  /// Whether that is done.
+  bool AreFacesReady() const;
 
  private:
-  friend std::unique_ptr<Scene> MakeScene(SceneData, std::string&);
+  friend class SceneMaker;
   explicit Scene(SceneData);
   const SceneMesh& GetMesh(std::size_t part) const;
 
@@ -116,20 +125,26 @@ class Scene {
   Korvane::Vector3 maximum;
   std::size_t triangleCount = 0;
   std::unique_ptr<RayIndex> rays;
+  std::unique_ptr<FaceIndex> faces;
 };
 
-/// Told how far loading is: `fraction` from 0 to 1, never falling, and a few words that name the step. Runs
-/// on the thread that called LoadScene, at least ten times a second while the file is being read, so a
-/// window may serve its events from it.
-using Progress = std::function<void(double fraction, const char* what)>;
+/// Told how far a long piece of work is: `fraction` from 0 to 1, never falling, and a few words that name the
+/// step. Runs on the thread that asked for the work, at least ten times a second while it goes on, so a
+/// window may serve its events from it. False breaks the work off, within a second.
+using Progress = std::function<bool(double fraction, const char* what)>;
 
 /// A scene of given parts. Null when an index points nowhere, a number is not finite or there is nothing to
-/// show; `error` then holds one line.
-std::unique_ptr<Scene> MakeScene(SceneData data, std::string& error);
+/// show; `error` then holds one line. With `progress`, which may be empty, the work is done by a thread that
+/// has ended when this returns; broken off, it is null as well.
+std::unique_ptr<Scene> MakeScene(SceneData data, const Progress& progress, std::string& error);
+inline std::unique_ptr<Scene> MakeScene(SceneData data, std::string& error) {
+  return MakeScene(std::move(data), {}, error);
+}
 
 /// Reads a model: glTF, OBJ, STL, PLY, FBX, DAE, 3MF, IFC and whatever else the importer recognises. Null on
 /// failure; `error` then holds one line that names the file and the reason. No file, however broken, brings
-/// the program down: contained_import.h tells how. `progress` may be empty.
+/// the program down: contained_import.h tells how. `progress` may be empty; when it breaks the load off, this
+/// is a failure like others. Forks: threads of the caller's own should be at rest.
 std::unique_ptr<Scene> LoadScene(const std::filesystem::path& path, const Progress& progress,
                                  std::string& error);
 

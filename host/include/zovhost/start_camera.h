@@ -20,7 +20,8 @@ Korvane::CameraParameters MakeStartCamera(const Scene& scene, double width, doub
 /// What counts as up for the scene and the world, unit length; the front follows from it.
 void SetUpDirection(ViewHub& hub, const Korvane::Vector3& up);
 
-/// Makes the scene the one of the hub: directions, bounds, home camera and view. Whatever runs is ended.
+/// Makes the scene the one of the hub: directions, bounds, home camera and view, and the paces of a walk and
+/// of the keys that move while looking, which follow its size. Whatever runs is ended.
 void EnterScene(ViewHub& hub, const Scene& scene);
 
 }  // namespace zovhost

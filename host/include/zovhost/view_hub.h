@@ -1,9 +1,13 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
+#include <optional>
+#include <utility>
 
 #include "korvane/camera_operations.h"
 #include "korvane/shot_parameters.h"
+#include "zovhost/pivot_policy.h"
 #include "zovhost/projection.h"
 
 namespace zovhost {
@@ -36,6 +40,9 @@ class ViewHub : public Korvane::CameraOperations {
   void SetReducedMotion(bool reduced) { reducedMotion = reduced; }
   bool IsMotionReduced() const { return reducedMotion; }
 
+  /// A move that leads somewhere is under way, but one of the projection alone.
+  bool IsTravelling() const { return travel != 0 && GetShotNumber() == travel; }
+
   using CameraOperations::BeginShot;
   bool BeginShot(const Korvane::LookAtShotParameters& parameters) override;
   bool BeginShot(const Korvane::ZoomRectShotParameters& parameters) override;
@@ -43,6 +50,23 @@ class ViewHub : public Korvane::CameraOperations {
   bool BeginShot(const Korvane::CenterShotParameters& parameters) override;
   bool BeginShot(const Korvane::TransitionShotParameters& parameters) override;
   bool BeginShot(const Korvane::ViewAlignShotParameters& parameters) override;
+
+  // ---- the pivot ----
+
+  /// The point of the model under the pointer; nothing beside it.
+  using PickPivot = std::function<std::optional<Korvane::Vector3>()>;
+
+  /// Chosen when an orbit or a zoom about the pivot begins, by which the camera shows the same as before.
+  /// Last at first.
+  void SetPivotPolicy(PivotPolicy policy) { pivotPolicy = policy; }
+  PivotPolicy GetPivotPolicy() const { return pivotPolicy; }
+  /// Asked by the policy Pointer; empty: nobody can tell.
+  void SetPickPivot(PickPivot pick) { pickPivot = std::move(pick); }
+  /// That the policy asks for now; nothing for the one that the camera has.
+  std::optional<Korvane::Vector3> FindPivot();
+  /// Chooses the pivot; only where the policy asks for none it is brought into the view.
+  bool ConstrainPivotToViewport() override;
+  bool BeginOperation(Korvane::OperationType type, int x, int y) override;
 
   const Korvane::CameraParameters& GetView() const { return view; }
   /// The host's own change of the camera; asks for a frame.
@@ -66,9 +90,13 @@ class ViewHub : public Korvane::CameraOperations {
  private:
   template <class Parameters>
   bool BeginMove(const Parameters& parameters);
+  bool ChoosePivot();
 
   std::function<void()> requestFrame;
+  std::uint64_t travel = 0;  // the number of the last shot that leads somewhere
   bool reducedMotion = false;
+  PivotPolicy pivotPolicy = PivotPolicy::Last;
+  PickPivot pickPivot;
   Korvane::CameraParameters view;
   bool hasShape = false;  // that of a viewport that has been told
 };

@@ -16,6 +16,18 @@ struct Image;
 /// Back and Forward are the side buttons.
 enum class MouseButton : int { Left = 0, Middle = 1, Right = 2, Back = 3, Forward = 4 };
 
+/// What a touch device is, as its fingers are heard of.
+enum class TouchDevice : int {
+  Screen,    ///< Its fingers touch what they see.
+  Pen,       ///< Behaves as the pointer.
+  Trackpad,  ///< Moves the pointer and turns the wheel, and is heard of as both of them.
+  Gone,      ///< There is no such device.
+};
+
+/// By what the window system library says of a device: `nativeType` is an SDL_TouchDeviceType, `name` may be
+/// null. A device without a type is not there; one with a pen or a stylus in its name is a pen.
+TouchDevice FindTouchDevice(int nativeType, const char* name);
+
 /// What happened in a window. Positions are viewport pixels, origin at the bottom left, y upward; during a
 /// drag they may lie outside the viewport.
 struct WindowEvent {
@@ -25,6 +37,10 @@ struct WindowEvent {
     MouseMove,
     MouseLeave,  ///< The pointer has left the window, and no button is held.
     Wheel,
+    FingerDown,
+    FingerMove,
+    FingerUp,
+    FingersLost,  ///< The fingers that are down will not be heard to be lifted.
     KeyDown,
     KeyUp,
     FocusLost,  ///< Whatever is held will not be heard to be released.
@@ -39,10 +55,15 @@ struct WindowEvent {
   int y = 0;
   MouseButton button = MouseButton::Left;
   int clicks = 0;          ///< With MouseDown: 1, 2 for a double click, and so on.
+  double scale = 0.0;      ///< With Resized: pixels for one point; 0: as before.
   double wheel = 0.0;      ///< Notches; positive away from the user. Fractions on fine wheels.
   std::int32_t key = 0;    ///< A key code of the window system library (SDL_Keycode).
   bool repeated = false;   ///< With KeyDown: the key is held.
   unsigned modifiers = 0;  ///< A sum of Modifier.
+  int finger = 0;          ///< With a finger: the least number that no other has that is down.
+  double pressure = 0.0;   ///< With a finger: 0 to 1, as far as its device knows.
+  bool pen = false;        ///< The finger is the tip of a pen, which behaves as the pointer.
+  bool ofTouch = false;    ///< With the mouse: its part is taken by a finger, which nobody can set anywhere.
   std::string path;        ///< The dropped file.
 };
 
@@ -62,10 +83,16 @@ class Window {
     bool offscreen = false;
     /// The time by which frames and jumps of the pointer are paced; null: the system's.
     std::function<std::chrono::steady_clock::time_point()> clock = nullptr;
+    /// What the touch device of a number is; null: as the window system library says, and a screen where that
+    /// knows nothing of it.
+    std::function<TouchDevice(std::int64_t device)> touchDevice = nullptr;
+    /// Pixels for one point, from 1 to 4; 0: as the display and the desktop have it, offscreen 1.
+    double scale = 0.0;
   };
 
   using EventHandler = std::function<void(const WindowEvent&)>;
-  /// Sees each event as the window system library gives it, before it is translated. True: consumed.
+  /// Sees each event as the window system library gives it, before it is translated, but what a finger or a
+  /// trackpad makes up beside its own events. True: consumed.
   using NativeEventHook = std::function<bool(const SDL_Event&)>;
   using FrameHandler = std::function<void()>;
 
@@ -86,6 +113,9 @@ class Window {
   int GetHeight() const;
   /// Pixels for one point: 1 on an ordinary display, 2 on one of double density.
   double GetScale() const;
+  /// As Options::scale. When the scale becomes another the window keeps its pixels and Resized is sent. One
+  /// that is not finite, or out of range, is brought into it.
+  void SetScale(double scale);
   void SetTitle(const std::string& title);
   void Hide();
   /// The whole of the display that the window is on. False, with nothing changed, where that is not to be

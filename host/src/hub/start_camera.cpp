@@ -21,7 +21,7 @@ constexpr double AZIMUTH = 35.0 * Math::DEG_TO_RAD;  // from the front to the ri
 constexpr double ELEVATION = 25.0 * Math::DEG_TO_RAD;
 constexpr double FILLED = 0.92;  // of the view; the rest is the margin
 constexpr int RIM_POINTS = 48;
-constexpr double STEP = 0.1;  // of a walk, in radii of the model
+constexpr double STEP = 0.1;  // of a walk and of the keys of look and move, in radii of the model
 
 // The model turned about its up axis sweeps this cylinder around its centre.
 struct Swept {
@@ -118,7 +118,7 @@ void EnterScene(ViewHub& hub, const Scene& scene) {
   parameters.global_bound_radius = scene.GetRadius();
   parameters.global_bound_centre = centre;
   parameters.global_bound_box = scene.GetBoundingBox();
-  parameters.scene_scale = scene.GetRadius() * STEP;
+  parameters.scene_scale = parameters.slide_multiplier = scene.GetRadius() * STEP;
   hub.ResetGeometrySelection();
   hub.SetSceneBoundingSphere(scene.GetRadius(), centre);
   hub.SetSceneBoundingBox(scene.GetBoundingBox(), centre);

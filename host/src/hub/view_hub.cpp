@@ -70,13 +70,17 @@ template <class Parameters>
 bool ViewHub::BeginMove(const Parameters& parameters) {
   Parameters move = parameters;
   if (reducedMotion) move.duration = 0.0;
-  return CameraOperations::BeginShot(move);
+  const bool begun = CameraOperations::BeginShot(move);
+  travel = GetShotNumber();
+  return begun;
 }
 
 bool ViewHub::BeginShot(const Korvane::LookAtShotParameters& parameters) { return BeginMove(parameters); }
 bool ViewHub::BeginShot(const Korvane::ZoomRectShotParameters& parameters) { return BeginMove(parameters); }
 bool ViewHub::BeginShot(const Korvane::ProjectionTransitionShotParameters& parameters) {
-  return BeginMove(parameters);
+  const bool begun = BeginMove(parameters);
+  travel = 0;
+  return begun;
 }
 bool ViewHub::BeginShot(const Korvane::CenterShotParameters& parameters) { return BeginMove(parameters); }
 bool ViewHub::BeginShot(const Korvane::TransitionShotParameters& parameters) { return BeginMove(parameters); }

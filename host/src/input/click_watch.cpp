@@ -13,7 +13,7 @@ void ClickWatch::OnMouseDown(const WindowEvent& event) {
 }
 
 void ClickWatch::OnMouseMove(const WindowEvent& event) {
-  if (std::abs(event.x - x) > REACH || std::abs(event.y - y) > REACH) Cancel();
+  if (std::abs(event.x - x) > reach || std::abs(event.y - y) > reach) Cancel();
 }
 
 int ClickWatch::OnMouseUp(const WindowEvent& event) {

@@ -5,18 +5,26 @@
 #include <optional>
 #include <utility>
 
+#include "input/style_drag.h"
 #include "korvane/cam3d_controller.h"
 #include "korvane/camera_operations.h"
 #include "korvane/center_tool.h"
+#include "korvane/navigation_bar.h"
 #include "korvane/orientor.h"
+#include "korvane/pixel_icon2d.h"
 #include "korvane/rect_zoom_tool.h"
 #include "korvane/storyboard.h"
 #include "korvane/tool.h"
 #include "korvane/track_menu.h"
+#include "korvane/zoom_tool.h"
 
 namespace zovhost {
 
 // ---- life ----
+
+WindowViewManager::WindowViewManager()
+    : style(&GetNavigationStyles().front()), styleDrag(std::make_unique<StyleDrag>()) {}
+WindowViewManager::~WindowViewManager() = default;
 
 bool WindowViewManager::Destroy() {
   Cancel();
@@ -29,6 +37,7 @@ void WindowViewManager::SetViewportSize(int width, int height) {
 }
 
 void WindowViewManager::SetHelmDisc(Korvane::HelmDisc* disc) {
+  if (stylePress.has_value()) Cancel();
   ViewManager::SetHelmDisc(disc);
   if (disc != nullptr) disc->SetOpensAtPointer(true);
 }
@@ -46,13 +55,14 @@ void WindowViewManager::SetOrientor(Korvane::Orientor* cube) {
 bool WindowViewManager::AddTool(int id, Korvane::Tool* tool) {
   if (auto* const rectangle = dynamic_cast<Korvane::RectZoomTool*>(tool)) rectangle->SetFlyToRectangle(true);
   if (auto* const center = dynamic_cast<Korvane::CenterTool*>(tool)) center->SetHideBallAtStrayRelease(true);
+  if (auto* const zoom = dynamic_cast<Korvane::ZoomTool*>(tool)) zoom->SetUseCurrentPivotPoint(zoomsToPivot);
   return ViewManager::AddTool(id, tool);
 }
 
 // ---- the tool behind a disc ----
 
 bool WindowViewManager::SetActiveTool(int id) {
-  const bool forDisc = id == 0 && helmDisc != nullptr && helmDisc->GetActiveDisc() != Korvane::DiscType::None;
+  const bool forDisc = id == 0 && IsDiscOpen();
   if (forDisc) {
     if (activeToolID != 0) toolBehindDisc = activeToolID;
     return ViewManager::SetActiveTool(0);
@@ -67,8 +77,7 @@ bool WindowViewManager::SetActiveTool(int id) {
 // Comes when a disc has opened or closed, among others.
 void WindowViewManager::Refresh() {
   ViewManager::Refresh();
-  const bool closed = helmDisc == nullptr || helmDisc->GetActiveDisc() == Korvane::DiscType::None;
-  if (closed && toolBehindDisc != 0) SetActiveTool(toolBehindDisc);
+  if (!IsDiscOpen() && toolBehindDisc != 0) SetActiveTool(toolBehindDisc);
 }
 
 bool WindowViewManager::WantMiddleMouseNavigation() const {
@@ -99,6 +108,10 @@ bool WindowViewManager::OnEvent(const WindowEvent& event) {
     case WindowEvent::Type::FocusLost:
       Cancel();
       return true;
+    case WindowEvent::Type::FingerDown:
+    case WindowEvent::Type::FingerMove:
+    case WindowEvent::Type::FingerUp:
+    case WindowEvent::Type::FingersLost:
     case WindowEvent::Type::Resized:
     case WindowEvent::Type::FileDropped:
     case WindowEvent::Type::Closing:
@@ -125,11 +138,18 @@ bool WindowViewManager::OnPress(const WindowEvent& event) {
   if (isFirst) {
     OnMove(event);
     pointer.Restart({event.x, event.y});
+    snapping = cameraOperations != nullptr && cameraOperations->GetApplicationParameters().do_snap_orbit;
   }
-  const PixelPosition position = FollowPointer(event.x, event.y);
+  const PixelPosition position = FollowPointer(event);
+  if (stylePress.has_value()) {
+    swallowed |= 1U << static_cast<unsigned>(event.button);
+    return true;
+  }
   // The wheel would hold on to the pointer.
   if (isFirst && navigation.present == Navigation::Zooming) EndMiddleMouseNavigation();
   if (isFirst && event.button != MouseButton::Right) EndRunningShot();
+  const NavigationDrag* const drag = style->FindDrag(event.button, event.modifiers);
+  if (isFirst && drag != nullptr && !IsStyleOwn() && PressStyle(event, drag->move)) return true;
   const bool isLeft = event.button == MouseButton::Left;
   const bool used = (this->*GetPress(event.button))(position.x, position.y);
   const bool ofTool = activeTool != nullptr && activeTool->IsOperating();
@@ -138,18 +158,23 @@ bool WindowViewManager::OnPress(const WindowEvent& event) {
 }
 
 bool WindowViewManager::OnMove(const WindowEvent& event) {
-  const PixelPosition position = FollowPointer(event.x, event.y);
+  const PixelPosition position = FollowPointer(event);
   return OnMouseMove(position.x, position.y);
 }
 
 // The motion since the last frame counts, so one more is performed before the end. Afterwards the pointer is
 // where it seems to be.
 bool WindowViewManager::OnRelease(const WindowEvent& event) {
+  const unsigned bit = 1U << static_cast<unsigned>(event.button);
+  if ((std::exchange(swallowed, swallowed & ~bit) & bit) != 0) return true;
   OnMove(event);
+  if (stylePress.has_value() && stylePress->button == event.button) return ReleaseStyle(event);
   if (cameraOperations != nullptr && cameraOperations->IsOperationActive(Korvane::OPERATION_ALL)) {
     cameraOperations->PerformOperations();
   }
+  const bool ofCube = orientorDrag.seen;
   const bool used = (this->*GetRelease(event.button))(mouse.x, mouse.y);
+  if (ofCube) GiveSnappingBack();
   if (IsPressed()) return used;
   const PixelPosition shown = pointer.GetPosition();
   pointer.Restart(shown);
@@ -158,11 +183,18 @@ bool WindowViewManager::OnRelease(const WindowEvent& event) {
 }
 
 bool WindowViewManager::OnWheel(const WindowEvent& event) {
-  const std::optional<int> counts = wheel.Turn(event.wheel);
+  const std::optional<int> counts = wheel.Turn(style->wheelReversed ? -event.wheel : event.wheel);
   if (!counts.has_value()) return false;
+  if (styleDrag->IsOperating()) return true;
   if (!IsPressed()) EndRunningShot();
-  const PixelPosition position = FollowPointer(event.x, event.y);
-  return OnMouseWheel(position.x, position.y, *counts);
+  const PixelPosition position = FollowPointer(event);
+  if (style->zoomTarget == NavigationStyle::ZoomTarget::Pointer) {
+    return OnMouseWheel(position.x, position.y, *counts);
+  }
+  const bool used = OnMouseWheel(viewportWidth / 2, viewportHeight / 2, *counts);
+  mouse.x = position.x;
+  mouse.y = position.y;
+  return used;
 }
 
 // To a place that is over nothing.
@@ -174,9 +206,10 @@ bool WindowViewManager::OnLeave() {
 
 void WindowViewManager::OnPointerSet(int x, int y) { pointer.Restart({x, y}); }
 
-PixelPosition WindowViewManager::FollowPointer(int x, int y) {
+PixelPosition WindowViewManager::FollowPointer(const WindowEvent& event) {
   std::optional<PixelPosition> jump;
-  const PixelPosition position = pointer.Follow({x, y}, wantCursorWrapping, jump);
+  const bool wraps = wantCursorWrapping && !event.ofTouch;
+  const PixelPosition position = pointer.Follow({event.x, event.y}, wraps, jump);
   if (jump.has_value() && movePointer) movePointer(jump->x, jump->y);
   return position;
 }
@@ -189,6 +222,11 @@ void WindowViewManager::EndRunningShot() {
   if (cameraOperations != nullptr) cameraOperations->EndShot();
 }
 
+// The cube, which pulls to its views by a setting of its own, leaves the hub's off.
+void WindowViewManager::GiveSnappingBack() {
+  if (cameraOperations != nullptr) cameraOperations->GetApplicationParameters().do_snap_orbit = snapping;
+}
+
 // A disc hides while its own move runs, which is the disc's to end.
 bool WindowViewManager::IsPressForDisc() const {
   if (helmDisc == nullptr || !helmDisc->GetEnabled()) return false;
@@ -196,23 +234,94 @@ bool WindowViewManager::IsPressForDisc() const {
   return menu != nullptr && menu->GetVisible();
 }
 
+// ---- whose the view is ----
+
+void WindowViewManager::PutPointer(int x, int y) {
+  WindowEvent move;
+  move.x = x;
+  move.y = y;
+  move.ofTouch = true;
+  OnMove(move);
+}
+
+// Of the cube, what lies beside its parts as well.
+bool WindowViewManager::IsFreeAt(int x, int y) {
+  const auto isOnCube = [&] {
+    return orientor != nullptr && orientor->GetParameters().visible && !cleanScreen &&
+           orientor->IsPointInBounds(x, y);
+  };
+  if (IsDiscAt(x, y)) return false;
+  const bool besideDisc = IsDiscOpen() && helmDisc->GetActiveTrackMenu() != nullptr;
+  if (besideDisc) return IsFreeBesideDisc(x, y) && !isOnCube();
+  PutPointer(x, y);
+  return WantActiveToolEnabled() && !isOnCube();
+}
+
+// The disc is held where it is while the others look at the pointer.
+bool WindowViewManager::IsFreeBesideDisc(int x, int y) {
+  Korvane::TrackMenu* const menu = helmDisc->GetActiveTrackMenu();
+  const bool wasLocked = menu->GetLocked();
+  const PixelPosition before = {mouse.x, mouse.y};
+  menu->SetLocked(true);
+  PutPointer(x, y);
+  const bool onBar = (navigationBar != nullptr && navigationBar->IsMouseInRegion()) ||
+                     IsMouseInToolbarRegion() || IsMouseInRibbonRegion();
+  const bool onStory = reelshowPlaying || (storyboard != nullptr && storyboard->IsMouseInRegion());
+  const bool isFree = !onBar && !onStory && !helmDisc->IsOverWelcome();
+  if (isFree) PutPointer(before.x, before.y);
+  menu->SetLocked(wasLocked);
+  return isFree;
+}
+
+bool WindowViewManager::IsDiscAt(int x, int y) const {
+  Korvane::TrackMenu* const menu = IsDiscOpen() ? helmDisc->GetActiveTrackMenu() : nullptr;
+  if (menu == nullptr) return false;
+  if (!Korvane::HelmDisc::IsLargeDisc(helmDisc->GetActiveDisc())) return true;
+  const Korvane::PixelIcon2D* const map = menu->GetRegionMap();
+  Korvane::Vector3 colour;
+  return map != nullptr && map->GetColor({static_cast<double>(x), static_cast<double>(y)}, colour);
+}
+
+bool WindowViewManager::TakeView() {
+  if (cameraOperations == nullptr || reelshowPlaying) return false;
+  if (storyboard != nullptr && storyboard->IsPlayingBack()) return false;
+  if (IsPressed()) Cancel();
+  EndMiddleMouseNavigation();
+  cameraOperations->EndShot();
+  return true;
+}
+
 // ---- keys ----
 
 bool WindowViewManager::OnKey(const WindowEvent& event) {
+  FollowModifiers(event.modifiers);
+  if (OnMoveKey(event)) return true;
   const std::optional<Korvane::KeyID> key = keys.OnKey(event);
   if (!key.has_value()) return false;
-  if (event.type != WindowEvent::Type::KeyDown) return OnKeyUp(*key);
+  if (event.type != WindowEvent::Type::KeyDown) return PassKey(*key, false);
   // A disc that was pressed stays until another key than its own has gone down.
   if (*key == Korvane::KEY_DISC && !IsPressed() && helmDisc != nullptr) helmDisc->LetHotKeyClose();
-  return OnKeyDown(*key);
+  return PassKey(*key, true);
+}
+
+// A drag of the style follows the modifiers by itself.
+bool WindowViewManager::PassKey(Korvane::KeyID key, bool down) {
+  if (styleDrag->Key(key, down)) return true;
+  keepsDrag = stylePress.has_value();
+  const bool used = down ? OnKeyDown(key) : OnKeyUp(key);
+  keepsDrag = false;
+  return used;
 }
 
 // ---- letting go ----
 
 void WindowViewManager::Cancel() {
-  while (const std::optional<Korvane::KeyID> key = keys.ReleaseNext()) OnKeyUp(*key);
+  while (const std::optional<Korvane::KeyID> key = keys.ReleaseNext()) PassKey(*key, false);
   const PixelPosition shown = pointer.GetPosition();
+  const bool ofCube = orientorDrag.seen;
   CancelGesture();
+  if (ofCube) GiveSnappingBack();
+  ForgetStyleDrag();
   pointer.Restart(shown);
   clickFree = false;
   wheel.Restart();

@@ -2,6 +2,8 @@
 
 #include <csetjmp>
 #include <cstddef>
+#include <new>
+#include <utility>
 
 #include "picture_files/image_check.h"
 #include "zovhost/picture.h"
@@ -11,9 +13,20 @@ namespace zovhost {
 
 namespace {
 
+struct Sink {
+  std::string bytes = {};
+  bool full = false;
+};
+
 void WriteBytes(png_structp png, png_bytep bytes, std::size_t size) {
-  auto* file = static_cast<WholeFile*>(png_get_io_ptr(png));
-  if (!file->Write(bytes, size)) png_error(png, "");
+  auto* sink = static_cast<Sink*>(png_get_io_ptr(png));
+  try {
+    sink->bytes.append(reinterpret_cast<const char*>(bytes), size);
+    return;
+  } catch (const std::bad_alloc&) {  // libpng is C, which no exception passes
+    sink->full = true;
+  }
+  png_error(png, "");
 }
 
 void FlushNothing(png_structp) {}
@@ -23,9 +36,9 @@ void FlushNothing(png_structp) {}
 void Ignore(png_structp, png_const_charp) {}
 
 // libpng leaves by longjmp, so nothing here may need a destructor.
-bool Encode(WholeFile& file, const Image& image, png_structp png, png_infop info) {
+bool Encode(Sink& sink, const Image& image, png_structp png, png_infop info) {
   if (setjmp(png_jmpbuf(png)) != 0) return false;
-  png_set_write_fn(png, &file, WriteBytes, FlushNothing);
+  png_set_write_fn(png, &sink, WriteBytes, FlushNothing);
   png_set_IHDR(png, info, static_cast<png_uint_32>(image.width), static_cast<png_uint_32>(image.height), 8,
                PNG_COLOR_TYPE_RGB_ALPHA, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
                PNG_FILTER_TYPE_DEFAULT);
@@ -40,20 +53,31 @@ bool Encode(WholeFile& file, const Image& image, png_structp png, png_infop info
 
 }  // namespace
 
+bool EncodePng(const Image& image, std::string& bytes, std::string& error) {
+  if (!IsDrawable(image, error)) return false;
+  Sink sink;
+  png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, Leave, Ignore);
+  png_infop info = png != nullptr ? png_create_info_struct(png) : nullptr;
+  const bool encoded = info != nullptr && Encode(sink, image, png, info);
+  png_destroy_write_struct(&png, &info);
+  if (!encoded) {
+    error = sink.full ? "there is no memory for it" : "it cannot be encoded as PNG";
+    return false;
+  }
+  bytes = std::move(sink.bytes);
+  return true;
+}
+
 bool WritePng(const std::filesystem::path& path, const Image& image, std::string& error) {
+  std::string bytes;
   std::string reason;
-  if (!IsDrawable(image, reason)) {
+  if (!EncodePng(image, bytes, reason)) {
     error = path.string() + ": " + reason;
     return false;
   }
   WholeFile file(path);
-  png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, Leave, Ignore);
-  png_infop info = png != nullptr ? png_create_info_struct(png) : nullptr;
-  const bool encoded = info != nullptr && Encode(file, image, png, info);
-  png_destroy_write_struct(&png, &info);
-  if (encoded || file.HasFailed()) return file.Finish(error);
-  error = path.string() + ": it cannot be encoded as PNG";
-  return false;
+  file.Write(bytes.data(), bytes.size());
+  return file.Finish(error);
 }
 
 }  // namespace zovhost

@@ -51,8 +51,9 @@ constexpr TextStyle messageHUD = {.size = 14.0,
                                   .paddingX = 18.0,
                                   .paddingY = 10.0};
 
+// Its middle stands so near to the ball that the word has to stand higher.
 constexpr TextStyle pivotLabel = {
-    .size = 13.0, .bold = true, .text = pivotGreen, .edge = lightEdge, .edgeWidth = 2.5};
+    .size = 13.0, .bold = true, .text = pivotGreen, .edge = lightEdge, .edgeWidth = 2.5, .roomBelow = 28.0};
 
 constexpr TextStyle miniWheelLabel = {
     .size = 12.0, .bold = true, .text = white, .edge = darkEdge, .edgeWidth = 2.5};

@@ -123,6 +123,7 @@ struct Sheet {
   double paddingX = 0.0;
   double gap = 0.0;  // between the two texts
   double textHeight = 0.0;
+  double below = 0.0;  // the plate
   double markerRoom = 0.0;
 };
 
@@ -140,6 +141,7 @@ Sheet LayOut(const TextStyle& style, const Block& first, const Block& second, do
   sheet.height = sheet.textHeight + 2.0 * paddingY;
   const double width = std::round(style.width * scale);
   if (width > 0.0) sheet.width = style.hugs ? std::min(sheet.width, width) : width;
+  sheet.below = std::ceil(style.roomBelow * scale);
   if (style.height > 0.0) sheet.height = std::round(style.height * scale);
   return sheet;
 }
@@ -175,7 +177,7 @@ bool PaintText(const TextStyle& style, const std::string& text, const std::strin
   const Sheet sheet = LayOut(style, first, below, scale);
   if (!(sheet.width >= 1.0) || !(sheet.height >= 1.0)) return false;
   const Canvas canvas(static_cast<int>(sheet.width + 2.0 * sheet.inset),
-                      static_cast<int>(sheet.height + 2.0 * sheet.inset));
+                      static_cast<int>(sheet.height + sheet.below + 2.0 * sheet.inset));
   if (!canvas.IsValid()) return false;
   DrawSheet(canvas.GetContext(), style, sheet, first, below, scale);
   image = canvas.MakeImage();

@@ -37,7 +37,8 @@ struct TextStyle {
   int maximumLines = 12;     // beyond that the text ends in an ellipsis
   double width = 0.0;        // of the plate; 0: as wide as the text needs
   double height = 0.0;
-  bool hugs = false;    // the plate is narrower than `width` around a shorter text
+  double roomBelow = 0.0;  // of the picture, with nothing on it
+  bool hugs = false;       // the plate is narrower than `width` around a shorter text
   bool marker = false;  // a small triangle that points down, at the right, as on a button that opens a list
 };
 

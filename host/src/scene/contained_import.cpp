@@ -70,7 +70,9 @@ bool ImportContained(const std::filesystem::path& path, const ImportLimits&, con
 #  include <cstdio>
 #  include <cstring>
 #  include <exception>
+#  include <optional>
 
+#  include "scene/background_work.h"
 #  include "scene/scene_stream.h"
 
 namespace zovhost {
@@ -79,7 +81,9 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-enum class Message : std::uint32_t { Progress = 1, Failure = 2, Scene = 3 };
+// Meshes come one by one, ahead of the scene that they belong to, so that never all of them are in both
+// processes.
+enum class Message : std::uint32_t { Progress = 1, Failure = 2, Mesh = 3, Scene = 4 };
 
 double GetAddressSpace() {
   double pages = 0.0;
@@ -107,6 +111,16 @@ void LimitWork(std::chrono::milliseconds work) {
 }
 
 // --- the child ---------------------------------------------------------------------------------------------
+
+// Fewer turns from one process to the other. As it was where that is not granted.
+void WidenPipe(int pipe) {
+#  if defined(F_SETPIPE_SZ)
+  constexpr int SIZE = 1 << 20;
+  fcntl(pipe, F_SETPIPE_SZ, SIZE);
+#  else
+  static_cast<void>(pipe);
+#  endif
+}
 
 bool WriteAll(int file, const void* bytes, std::size_t size) {
   const char* next = static_cast<const char*>(bytes);
@@ -144,10 +158,16 @@ void RunChild(const std::filesystem::path& path, const ImportLimits& limits, int
     writer.Exchange(Message::Progress);
     writer.Exchange(fraction);
     writer.Exchange(std::string(what));
+    return writer.IsGood();
+  };
+  const MeshSink sink = [&writer](SceneMesh&& mesh) {
+    const SceneMesh sent = std::move(mesh);
+    writer.Exchange(Message::Mesh);
+    ExchangeFields(writer, sent);
   };
   SceneData data;
   std::string error;
-  if (ImportScene(path, progress, data, error)) {
+  if (ImportScene(path, progress, data, error, sink)) {
     writer.Exchange(Message::Scene);
     ExchangeFields(writer, std::as_const(data));
   } else {
@@ -194,8 +214,11 @@ class Listener {
   Listener(Child& importing, const Progress& target, const ImportLimits& givenLimits)
       : child(importing), progress(target), limits(givenLimits), deadline(Clock::now() + limits.wait) {}
 
+  // False with no error: broken off.
+
   bool Receive(SceneData& data, std::string& error) {
     SceneReader reader([this](void* bytes, std::size_t size) { return ReadAll(bytes, size); });
+    std::vector<SceneMesh> meshes;
     for (;;) {
       Message message{};
       reader.Exchange(message);
@@ -205,24 +228,32 @@ class Listener {
       } else if (message == Message::Failure) {
         reader.Exchange(error);
         return false;
+      } else if (message == Message::Mesh) {
+        ExchangeFields(reader, meshes.emplace_back());
       } else if (message == Message::Scene) {
         ExchangeFields(reader, data);
+        data.meshes = std::move(meshes);
         if (reader.IsGood()) return true;
       } else {
         break;
       }
     }
-    error = GetFault();
+    error = wanted ? GetFault() : std::string();
     return false;
   }
 
  private:
-  static constexpr int HEARTBEAT = 50;  // milliseconds
+  static constexpr std::chrono::milliseconds HEARTBEAT{50};
 
   void ReceiveProgress(SceneReader& reader) {
     reader.Exchange(fraction);
     reader.Exchange(what);
-    if (progress && reader.IsGood()) progress(fraction, what.c_str());
+    if (reader.IsGood()) Beat();
+  }
+
+  void Beat() {
+    nextBeat = Clock::now() + HEARTBEAT;
+    if (progress && wanted) wanted = progress(fraction, what.c_str());
   }
 
   bool ReadAll(void* bytes, std::size_t size) {
@@ -241,10 +272,11 @@ class Listener {
   bool WaitForInput() {
     for (;;) {
       pollfd query{child.GetInput(), POLLIN, 0};
-      const int ready = poll(&query, 1, HEARTBEAT);
-      if (ready > 0) return true;
+      const int ready = poll(&query, 1, static_cast<int>(HEARTBEAT.count()));
       if (ready < 0 && errno != EINTR) return false;
-      if (progress) progress(fraction, what.c_str());
+      if (ready <= 0 || Clock::now() > nextBeat) Beat();
+      if (!wanted) return false;
+      if (ready > 0) return true;
       timedOut = Clock::now() > deadline;
       if (timedOut) return false;
     }
@@ -267,6 +299,8 @@ class Listener {
 
   double fraction = 0.0;
   std::string what = "Reading the file";
+  Clock::time_point nextBeat;
+  bool wanted = true;
   bool timedOut = false;
 };
 
@@ -279,12 +313,15 @@ bool ImportContained(const std::filesystem::path& path, const ImportLimits& limi
     error = std::string("no pipe can be made to read it: ") + std::strerror(errno);
     return false;
   }
+  std::optional<BackgroundWork::Pause> pause(std::in_place);  // the child never ends its own
   const pid_t pid = fork();
   if (pid == 0) {
     close(ends[0]);
+    WidenPipe(ends[1]);
     RunChild(path, limits, ends[1]);
     _exit(0);  // without the parent's exit handlers
   }
+  pause.reset();
   close(ends[1]);
   if (pid < 0) {
     error = std::string("no process can be started to read it: ") + std::strerror(errno);

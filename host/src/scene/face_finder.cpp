@@ -7,15 +7,13 @@
 #include <tuple>
 
 #include "projection/matrix.h"
+#include "scene/face_index.h"
 
 namespace zovhost {
 
 namespace {
 
 using Korvane::Vector3;
-
-// More triangles than these in one plane are taken as they are, joined or not.
-constexpr std::size_t mostJoined = 200000;
 
 using Corners = std::array<Vector3, 3>;
 
@@ -43,14 +41,19 @@ Plane GetPlane(const Corners& corners) {
   return {corners[0], first.Cross(second).Normalized(), 1e-4 * size + 4e-7 * largest};
 }
 
-std::vector<std::uint32_t> FindInPlane(const SceneMesh& mesh, const Plane& plane) {
+bool IsInPlane(const SceneMesh& mesh, std::size_t triangle, const Plane& plane) {
+  const Corners corners = GetCorners(mesh, triangle);
+  return std::all_of(corners.begin(), corners.end(),
+                     [&](const Vector3& corner) { return plane.Has(corner); });
+}
+
+// With the first, whatever its shape.
+std::vector<std::uint32_t> FindInPlane(const SceneMesh& mesh, const Plane& plane, std::uint32_t seed) {
   std::vector<std::uint32_t> found;
   const std::size_t count = mesh.indices.size() / 3;
   for (std::size_t triangle = 0; triangle < count; ++triangle) {
-    const Corners corners = GetCorners(mesh, triangle);
-    const bool inPlane =
-        std::all_of(corners.begin(), corners.end(), [&](const Vector3& corner) { return plane.Has(corner); });
-    if (inPlane) found.push_back(static_cast<std::uint32_t>(triangle));
+    if (triangle == seed || IsInPlane(mesh, triangle, plane))
+      found.push_back(static_cast<std::uint32_t>(triangle));
   }
   return found;
 }
@@ -118,11 +121,37 @@ void KeepJoined(const SceneMesh& mesh, std::uint32_t seed, std::vector<std::uint
   triangles.swap(kept);
 }
 
+// ---- walking ----
+
+std::vector<std::uint32_t> WalkInPlane(const SceneMesh& mesh, const SideIndex& sides, const Plane& plane,
+                                       std::uint32_t seed) {
+  std::vector<std::uint32_t> found = {seed};
+  std::vector<bool> seen(mesh.indices.size() / 3);
+  seen[seed] = true;
+  for (std::size_t i = 0; i < found.size(); ++i) {
+    for (std::uint32_t own = 3 * found[i]; own < 3 * found[i] + 3; ++own) {
+      for (std::uint32_t side = sides.GetNext(own); side != own; side = sides.GetNext(side)) {
+        const std::uint32_t neighbour = side / 3;
+        if (seen[neighbour]) continue;
+        seen[neighbour] = true;
+        if (IsInPlane(mesh, neighbour, plane)) found.push_back(neighbour);
+      }
+    }
+  }
+  std::sort(found.begin(), found.end());
+  return found;
+}
+
 }  // namespace
 
-void FindFaceOf(const SceneMesh& mesh, std::uint32_t triangle, SceneFace& face) {
-  face.triangles = FindInPlane(mesh, GetPlane(GetCorners(mesh, triangle)));
-  if (face.triangles.size() <= mostJoined) KeepJoined(mesh, triangle, face.triangles);
+void FindFaceOf(const SceneMesh& mesh, const SideIndex* sides, std::uint32_t triangle, SceneFace& face) {
+  const Plane plane = GetPlane(GetCorners(mesh, triangle));
+  if (sides != nullptr) {
+    face.triangles = WalkInPlane(mesh, *sides, plane, triangle);
+  } else {
+    face.triangles = FindInPlane(mesh, plane, triangle);
+    KeepJoined(mesh, triangle, face.triangles);
+  }
   face.corners.clear();
   for (const std::uint32_t found : face.triangles) {
     for (std::size_t corner = 0; corner < 3; ++corner) {

@@ -13,21 +13,26 @@ namespace zovhost {
 
 namespace {
 
-constexpr double IMPORT_SHARE = 0.9;  // of the progress; the rest goes to the ray index
+constexpr double IMPORT_SHARE = 0.7;  // of the progress; the rest goes to the ray index
+constexpr const char* CANCELLED = "loading it was broken off";
 constexpr std::size_t LONGEST_REASON = 300;
 
 // Never falls, whatever the importer claims.
 class MonotoneProgress {
  public:
   explicit MonotoneProgress(const Progress& target) : progress(target) {}
-  void Report(double fraction, const char* what) {
+  // False once the load is broken off.
+  bool Report(double fraction, const char* what) {
     if (std::isfinite(fraction)) reached = std::clamp(fraction, reached, 1.0);
-    if (progress) progress(reached, what);
+    wanted = wanted && (!progress || progress(reached, what));
+    return wanted;
   }
+  bool IsWanted() const { return wanted; }
 
  private:
   const Progress& progress;
   double reached = 0.0;
+  bool wanted = true;
 };
 
 // Names and reasons come from files, so they may hold anything.
@@ -70,24 +75,26 @@ std::unique_ptr<Scene> LoadScene(const std::filesystem::path& path, const Progre
                                  std::string& error) {
   MonotoneProgress monotone(progress);
   const Progress importing = [&monotone](double fraction, const char* what) {
-    monotone.Report(fraction * IMPORT_SHARE, what);
+    return monotone.Report(fraction * IMPORT_SHARE, what);
+  };
+  const Progress making = [&monotone](double fraction, const char* what) {
+    return monotone.Report(IMPORT_SHARE + fraction * (1.0 - IMPORT_SHARE), what);
   };
   const auto fail = [&](const std::string& reason) {
-    error = MakeLine(path.string()) + ": " + MakeReason(reason);
+    error = MakeLine(path.string()) + ": " + MakeReason(monotone.IsWanted() ? reason : CANCELLED);
     return nullptr;
   };
-  monotone.Report(0.0, "Reading the file");
+  if (!monotone.Report(0.0, "Reading the file")) return fail({});
   const std::string obstacle = FindObstacle(path);
   if (!obstacle.empty()) return fail(obstacle);
 
   SceneData data;
   std::string reason;
-  if (!ImportContained(path, GetImportLimits(path), importing, data, reason)) return fail(reason);
+  const bool imported = ImportContained(path, GetImportLimits(path), importing, data, reason);
+  if (!imported || !monotone.IsWanted()) return fail(reason);
   for (std::string& warning : data.warnings) warning = MakeReason(warning);
-  monotone.Report(IMPORT_SHARE, "Indexing for rays");
-  std::unique_ptr<Scene> scene = MakeScene(std::move(data), reason);
-  if (scene == nullptr) return fail(reason);
-  monotone.Report(1.0, "Done");
+  std::unique_ptr<Scene> scene = MakeScene(std::move(data), making, reason);
+  if (scene == nullptr || !monotone.Report(1.0, "Done")) return fail(reason);
   return scene;
 }
 

@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "projection/matrix.h"
+#include "scene/point_numbers.h"
+#include "scene/work_report.h"
 
 namespace zovhost {
 
@@ -93,20 +95,17 @@ Vector3 GetDirection(const Vector3& v) {
   return largest > 0.0 ? (v / largest).Normalized() : Vector3();
 }
 
-std::vector<Corner> GetCorners(const SceneMesh& mesh) {
-  std::vector<Corner> corners(mesh.indices.size());
-  for (std::size_t first = 0; first < corners.size(); first += 3) {
-    std::array<Vector3, 3> edges;
-    for (std::size_t i = 0; i < 3; ++i) {
-      const Vector3 from = GetVertex(mesh.positions, mesh.indices[first + i]);
-      const Vector3 to = GetVertex(mesh.positions, mesh.indices[first + (i + 1) % 3]);
-      edges[i] = GetDirection(to - from);
-    }
-    const Vector3 normal = GetDirection(edges[0].Cross(edges[1]));
-    for (std::size_t i = 0; i < 3; ++i)
-      corners[first + i] = {normal, GetAngle(edges[i], -edges[(i + 2) % 3])};
+// Of three successive indices a triangle.
+Corner GetCorner(const SceneMesh& mesh, std::size_t corner) {
+  const std::size_t first = corner - corner % 3;
+  std::array<Vector3, 3> edges;
+  for (std::size_t i = 0; i < 3; ++i) {
+    const Vector3 from = GetVertex(mesh.positions, mesh.indices[first + i]);
+    const Vector3 to = GetVertex(mesh.positions, mesh.indices[first + (i + 1) % 3]);
+    edges[i] = GetDirection(to - from);
   }
-  return corners;
+  const std::size_t own = corner - first;
+  return {GetDirection(edges[0].Cross(edges[1])), GetAngle(edges[own], -edges[(own + 2) % 3])};
 }
 
 // Corners that lie at the same point, whatever vertex they came from: `order` holds them group by group,
@@ -116,33 +115,11 @@ struct CornerGroups {
   std::vector<std::size_t> starts;
 };
 
-// Numbers the points that the vertices lie at, and says which one each vertex lies at.
-std::vector<std::uint32_t> NumberPoints(const std::vector<float>& positions, std::size_t& pointCount) {
-  struct Located {
-    std::array<float, 3> point;
-    std::uint32_t vertex;
-  };
-  std::vector<Located> located(positions.size() / 3);
-  for (std::uint32_t i = 0; i < located.size(); ++i) {
-    const float* p = positions.data() + 3 * std::size_t{i};
-    located[i] = {{p[0], p[1], p[2]}, i};
-  }
-  std::sort(located.begin(), located.end(),
-            [](const Located& a, const Located& b) { return a.point < b.point; });
-  std::vector<std::uint32_t> pointOf(located.size());
-  pointCount = 0;
-  for (std::size_t i = 0; i < located.size(); ++i) {
-    if (i == 0 || located[i].point != located[i - 1].point) ++pointCount;
-    pointOf[located[i].vertex] = static_cast<std::uint32_t>(pointCount - 1);
-  }
-  return pointOf;
-}
-
 CornerGroups GroupByPoint(const SceneMesh& mesh) {
-  std::size_t pointCount = 0;
+  std::uint32_t pointCount = 0;
   const std::vector<std::uint32_t> pointOf = NumberPoints(mesh.positions, pointCount);
   CornerGroups groups;
-  groups.starts.resize(pointCount + 1);
+  groups.starts.resize(std::size_t{pointCount} + 1);
   for (const std::uint32_t vertex : mesh.indices) ++groups.starts[pointOf[vertex] + 1];
   std::partial_sum(groups.starts.begin(), groups.starts.end(), groups.starts.begin());
   groups.order.resize(mesh.indices.size());
@@ -157,15 +134,13 @@ Vector3 AnyNormal(const Vector3& preferred) {
 }
 
 // The mean of the triangles around a corner that lie within the crease angle of its own, weighted by their
-// angle there, so that the way a face was cut into triangles does not show.
-Vector3 GetSmoothNormal(const std::vector<Corner>& corners, const std::uint32_t* group, std::size_t size,
-                        std::uint32_t corner) {
+// angle there, so that the way a face was cut into triangles does not show. `around`: all corners at its
+// point.
+Vector3 GetSmoothNormal(const std::vector<Corner>& around, const Vector3& own) {
   static const double leastCosine = std::cos(CREASE_ANGLE);
-  const Vector3 own = corners[corner].faceNormal;
-  if (size > MOST_CORNERS) return AnyNormal(own);
+  if (around.size() > MOST_CORNERS) return AnyNormal(own);
   Vector3 sum;
-  for (std::size_t i = 0; i < size; ++i) {
-    const Corner& other = corners[group[i]];
+  for (const Corner& other : around) {
     if (own == Vector3::Zero || own.Dot(other.faceNormal) >= leastCosine)
       sum += other.faceNormal * other.angle;
   }
@@ -212,17 +187,21 @@ class VertexSplitter {
   std::vector<Copy> copies;
 };
 
-void GenerateNormals(SceneMesh& mesh) {
+// A corner is worked out where its point is: a list of all would take more memory than the mesh.
+void GenerateNormals(SceneMesh& mesh, WorkReport* report) {
   mesh.normals.clear();
-  const std::vector<Corner> corners = GetCorners(mesh);
   const CornerGroups groups = GroupByPoint(mesh);
   VertexSplitter splitter(mesh.positions.size() / 3);
   std::vector<std::uint32_t> newIndices(mesh.indices.size());
+  std::vector<Corner> around;
   for (std::size_t g = 0; g + 1 < groups.starts.size(); ++g) {
+    if (report != nullptr) report->Count(g, groups.starts.size());
     const std::uint32_t* group = groups.order.data() + groups.starts[g];
     const std::size_t size = groups.starts[g + 1] - groups.starts[g];
+    around.clear();
+    for (std::size_t i = 0; i < size; ++i) around.push_back(GetCorner(mesh, group[i]));
     for (std::size_t i = 0; i < size; ++i) {
-      const Vector3 normal = GetSmoothNormal(corners, group, size, group[i]);
+      const Vector3 normal = GetSmoothNormal(around, around[i].faceNormal);
       newIndices[group[i]] = splitter.Find(mesh.indices[group[i]], normal, size <= MOST_CORNERS);
     }
   }
@@ -230,7 +209,7 @@ void GenerateNormals(SceneMesh& mesh) {
   splitter.Apply(mesh);
 }
 
-void RepairNormals(SceneMesh& mesh) {
+void RepairNormals(SceneMesh& mesh, WorkReport* report) {
   std::vector<std::size_t> broken;
   for (std::size_t i = 0; i < mesh.normals.size(); i += 3) {
     const Vector3 normal = GetDirection(Vector3(mesh.normals.data() + i));
@@ -238,11 +217,12 @@ void RepairNormals(SceneMesh& mesh) {
     normal.ToArray(mesh.normals.data() + i);
   }
   if (broken.empty()) return;
-  if (broken.size() == mesh.normals.size() / 3) return GenerateNormals(mesh);  // as good as missing
-  const std::vector<Corner> corners = GetCorners(mesh);
+  if (broken.size() == mesh.normals.size() / 3) return GenerateNormals(mesh, report);  // as good as missing
   std::vector<Vector3> sums(mesh.positions.size() / 3);
-  for (std::size_t i = 0; i < corners.size(); ++i)
-    sums[mesh.indices[i]] += corners[i].faceNormal * corners[i].angle;
+  for (std::size_t i = 0; i < mesh.indices.size(); ++i) {
+    const Corner corner = GetCorner(mesh, i);
+    sums[mesh.indices[i]] += corner.faceNormal * corner.angle;
+  }
   for (const std::size_t vertex : broken)
     AnyNormal(sums[vertex].Normalized()).ToArray(mesh.normals.data() + 3 * vertex);
 }
@@ -265,11 +245,11 @@ std::size_t DropBrokenTriangles(SceneMesh& mesh) {
   return broken;
 }
 
-void CompleteNormals(SceneMesh& mesh) {
+void CompleteNormals(SceneMesh& mesh, WorkReport* report) {
   if (mesh.normals.size() == mesh.positions.size())
-    RepairNormals(mesh);
+    RepairNormals(mesh, report);
   else
-    GenerateNormals(mesh);
+    GenerateNormals(mesh, report);
 }
 
 Vector3 MoveToOrigin(SceneMesh& mesh) {

@@ -8,6 +8,7 @@
 #include <limits>
 
 #include "projection/matrix.h"
+#include "scene/work_report.h"
 
 namespace zovhost {
 
@@ -27,6 +28,10 @@ struct RayIndex::Handles {
 };
 
 namespace {
+
+// Beyond this many triangles the index is built for little memory and in little time; rays take a little
+// longer in it.
+constexpr std::size_t MOST_INDEXED_FINELY = 2'000'000;
 
 // A ray in the units of the index: radius 1 around the origin.
 struct UnitRay {
@@ -86,31 +91,48 @@ RayIndex::RayIndex(const SceneData& sceneData, const Vector3& sceneCentre, doubl
 
 RayIndex::~RayIndex() = default;
 
-std::unique_ptr<RayIndex> RayIndex::Create(const SceneData& data, const Vector3& centre, double radius) {
+std::unique_ptr<RayIndex> RayIndex::Create(const SceneData& data, const Vector3& centre, double radius,
+                                           WorkReport& report) {
   std::unique_ptr<RayIndex> index(new RayIndex(data, centre, radius));
-  return index->Build() ? std::move(index) : nullptr;
+  return index->Build(report) ? std::move(index) : nullptr;
 }
 
-bool RayIndex::Build() {
+std::size_t RayIndex::CountTriangles(const ScenePart& part) const {
+  return data.meshes[static_cast<std::size_t>(part.mesh)].indices.size() / 3;
+}
+
+bool RayIndex::Build(WorkReport& report) {
   handles->device = rtcNewDevice(nullptr);
   if (handles->device == nullptr) return false;
   handles->scene = rtcNewScene(handles->device);
   if (handles->scene == nullptr) return false;
-  rtcSetSceneFlags(handles->scene, RTC_SCENE_FLAG_ROBUST);
-  for (const ScenePart& part : data.parts) AddPart(part);
+  std::size_t triangles = 0;
+  for (const ScenePart& part : data.parts) triangles += CountTriangles(part);
+  const bool large = triangles > MOST_INDEXED_FINELY;
+  rtcSetSceneFlags(handles->scene,
+                   large ? RTC_SCENE_FLAG_ROBUST | RTC_SCENE_FLAG_COMPACT : RTC_SCENE_FLAG_ROBUST);
+  if (large) rtcSetSceneBuildQuality(handles->scene, RTC_BUILD_QUALITY_LOW);
+  for (const ScenePart& part : data.parts) AddPart(part, report);
+  // From whichever thread of the builder's.
+  rtcSetSceneProgressMonitorFunction(
+      handles->scene,
+      [](void* told, double fraction) { return static_cast<WorkReport*>(told)->Note(fraction); }, &report);
   rtcCommitScene(handles->scene);
+  rtcSetSceneProgressMonitorFunction(handles->scene, nullptr, nullptr);
+  if (report.IsCancelled()) throw WorkCancelled();
   return rtcGetDeviceError(handles->device) == RTC_ERROR_NONE;
 }
 
 // The number of the geometry is the number of the part. Triangles are shared with the mesh, vertices are
 // placed here: a ray index without instances answers fastest, and parts flattened by their placement work.
-void RayIndex::AddPart(const ScenePart& part) {
+void RayIndex::AddPart(const ScenePart& part, WorkReport& report) {
   const SceneMesh& mesh = data.meshes[static_cast<std::size_t>(part.mesh)];
   RTCGeometry geometry = rtcNewGeometry(handles->device, RTC_GEOMETRY_TYPE_TRIANGLE);
   const std::size_t vertexCount = mesh.positions.size() / 3;
   auto* vertices = static_cast<float*>(rtcSetNewGeometryBuffer(
       geometry, RTC_BUFFER_TYPE_VERTEX, 0, RTC_FORMAT_FLOAT3, 3 * sizeof(float), vertexCount));
   for (std::size_t i = 0; vertices != nullptr && i < vertexCount; ++i) {
+    if (report.IsCancelled()) break;
     const Vector3 world = TransformPoint(part.transform, GetVertex(mesh.positions, i));
     ((world - centre) / radius).ToArray(vertices + 3 * i);
   }

@@ -6,6 +6,8 @@
 
 namespace zovhost {
 
+class WorkReport;
+
 /// Finds the triangle that a ray meets first, by way of Embree.
 ///
 /// Embree computes in floats. So that its answers are as good for a pin as for a country, and as good a
@@ -14,9 +16,9 @@ namespace zovhost {
 /// again in double precision.
 class RayIndex {
  public:
-  /// Null when memory does not suffice. `data` must be valid and outlive the index.
+  /// Null when memory does not suffice. `data` must be valid and outlive the index. Throws WorkCancelled.
   static std::unique_ptr<RayIndex> Create(const SceneData& data, const Korvane::Vector3& centre,
-                                          double radius);
+                                          double radius, WorkReport& report);
   ~RayIndex();
   RayIndex(const RayIndex&) = delete;
   RayIndex& operator=(const RayIndex&) = delete;
@@ -26,8 +28,9 @@ class RayIndex {
  private:
   struct Handles;
   RayIndex(const SceneData& data, const Korvane::Vector3& centre, double radius);
-  bool Build();
-  void AddPart(const ScenePart& part);
+  std::size_t CountTriangles(const ScenePart& part) const;
+  bool Build(WorkReport& report);
+  void AddPart(const ScenePart& part, WorkReport& report);
 
   const SceneData& data;
   const Korvane::Vector3 centre;

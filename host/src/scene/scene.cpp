@@ -7,8 +7,10 @@
 
 #include "projection/matrix.h"
 #include "scene/face_finder.h"
+#include "scene/face_index.h"
 #include "scene/mesh_repair.h"
 #include "scene/ray_index.h"
+#include "scene/work_report.h"
 
 namespace zovhost {
 
@@ -22,7 +24,20 @@ constexpr std::size_t MOST_TRIANGLES = 64'000'000;
 
 bool IsIndex(int index, std::size_t count) { return index >= 0 && static_cast<std::size_t>(index) < count; }
 
-const char* FindFault(const SceneMesh& mesh, std::size_t materialCount) {
+// Whether all values pass, looked at piece by piece.
+template <typename T, typename Test>
+bool AllPass(const std::vector<T>& values, const Test& test, WorkReport& report) {
+  constexpr std::size_t PIECE = std::size_t{1} << 20;
+  for (std::size_t first = 0; first < values.size(); first += PIECE) {
+    report.Tell(static_cast<double>(first) / static_cast<double>(values.size()));
+    const auto from = values.begin() + static_cast<std::ptrdiff_t>(first);
+    const auto count = static_cast<std::ptrdiff_t>(std::min(PIECE, values.size() - first));
+    if (!std::all_of(from, from + count, test)) return false;
+  }
+  return true;
+}
+
+const char* FindFault(const SceneMesh& mesh, std::size_t materialCount, WorkReport& report) {
   const std::size_t vertexCount = mesh.positions.size() / 3;
   const auto isUsable = [](float v) { return std::abs(v) <= LARGEST_COORDINATE; };
   const auto isVertex = [&](std::uint32_t index) { return index < vertexCount; };
@@ -32,10 +47,8 @@ const char* FindFault(const SceneMesh& mesh, std::size_t materialCount) {
     return "a mesh lacks texture coordinates";
   if (!mesh.colours.empty() && mesh.colours.size() != 4 * vertexCount) return "a mesh lacks colours";
   if (!IsIndex(mesh.material, materialCount)) return "a mesh names a material that is not there";
-  if (!std::all_of(mesh.indices.begin(), mesh.indices.end(), isVertex))
-    return "a triangle names a vertex that is not there";
-  if (!std::all_of(mesh.positions.begin(), mesh.positions.end(), isUsable))
-    return "a vertex is not finite or too far away";
+  if (!AllPass(mesh.indices, isVertex, report)) return "a triangle names a vertex that is not there";
+  if (!AllPass(mesh.positions, isUsable, report)) return "a vertex is not finite or too far away";
   return nullptr;
 }
 
@@ -46,14 +59,14 @@ const char* FindFault(const Image& image) {
   return whole ? nullptr : "an image is cut off";
 }
 
-const char* FindFault(const SceneData& data) {
+const char* FindFault(const SceneData& data, WorkReport& report) {
   for (const Image& image : data.images)
     if (const char* fault = FindFault(image)) return fault;
   for (const SceneMaterial& material : data.materials)
     if (material.image != -1 && !IsIndex(material.image, data.images.size()))
       return "a material names an image that is not there";
   for (const SceneMesh& mesh : data.meshes)
-    if (const char* fault = FindFault(mesh, data.materials.size())) return fault;
+    if (const char* fault = FindFault(mesh, data.materials.size(), report)) return fault;
   std::size_t triangles = 0;
   for (const ScenePart& part : data.parts) {
     if (!IsIndex(part.mesh, data.meshes.size())) return "a part names a mesh that is not there";
@@ -81,10 +94,12 @@ struct Range {
 };
 
 // Vertices that no triangle uses do not count.
-Range GetRange(const ScenePart& part, const SceneMesh& mesh) {
+Range GetRange(const ScenePart& part, const SceneMesh& mesh, WorkReport& report) {
   Range range;
-  for (const std::uint32_t index : mesh.indices)
-    range.Add(TransformPoint(part.transform, GetVertex(mesh.positions, index)));
+  for (std::size_t i = 0; i < mesh.indices.size(); ++i) {
+    report.Count(i, mesh.indices.size());
+    range.Add(TransformPoint(part.transform, GetVertex(mesh.positions, mesh.indices[i])));
+  }
   return range;
 }
 
@@ -92,9 +107,9 @@ bool IsPlacement(const std::array<double, 16>& m) {
   return std::all_of(m.begin(), m.end(), [](double v) { return std::isfinite(v); });
 }
 
-void CompleteNormals(std::vector<SceneMesh>& meshes) {
+void CompleteAllNormals(std::vector<SceneMesh>& meshes, WorkReport& report) {
   for (SceneMesh& mesh : meshes)
-    if (mesh.normals.empty() && !mesh.positions.empty()) CompleteNormals(mesh);
+    if (mesh.normals.empty() && !mesh.positions.empty()) CompleteNormals(mesh, &report);
 }
 
 }  // namespace
@@ -120,44 +135,83 @@ bool Scene::FindFace(const Hit& hit, SceneFace& face) const {
       face.part == hit.part && std::binary_search(face.triangles.begin(), face.triangles.end(), hit.triangle);
   if (known) return true;
   face.part = hit.part;
-  FindFaceOf(GetMesh(part), hit.triangle, face);
+  const auto mesh = static_cast<std::size_t>(data.parts[part].mesh);
+  const SideIndex* const sides = faces != nullptr ? faces->Find(mesh) : nullptr;
+  FindFaceOf(data.meshes[mesh], sides, hit.triangle, face);
   return true;
 }
+
+void Scene::PrepareFaces() {
+  if (faces == nullptr) faces = std::make_unique<FaceIndex>(data.meshes);
+}
+
+bool Scene::AreFacesReady() const { return faces != nullptr && faces->IsFinished(); }
 
 const SceneMesh& Scene::GetMesh(std::size_t part) const {
   return data.meshes[static_cast<std::size_t>(data.parts[part].mesh)];
 }
 
-std::unique_ptr<Scene> MakeScene(SceneData data, std::string& error) try {
-  const auto fail = [&error](const char* reason) {
-    error = reason;
+// Makes a scene of what it is given, step by step.
+class SceneMaker {
+ public:
+  // Null, with one line, when it cannot be.
+  std::unique_ptr<Scene> Make(SceneData data, WorkReport& report, std::string& error) {
+    const char* fault = Check(data, report);
+    if (fault == nullptr) fault = Measure(std::move(data), report);
+    if (fault == nullptr) fault = Index(report);
+    if (fault == nullptr) return std::move(scene);
+    error = fault;
     return nullptr;
-  };
-  if (const char* fault = FindFault(data)) return fail(fault);
-  CompleteNormals(data.meshes);
-  std::erase_if(data.parts, [&data](const ScenePart& part) {
-    return data.meshes[static_cast<std::size_t>(part.mesh)].indices.empty();
-  });
-  data.upDirection.Normalize();
-  if (data.upDirection == Vector3::Zero) data.upDirection = {0.0, 1.0, 0.0};
-
-  std::unique_ptr<Scene> scene(new Scene(std::move(data)));
-  Range whole;
-  for (ScenePart& part : scene->data.parts) {
-    const SceneMesh& mesh = scene->data.meshes[static_cast<std::size_t>(part.mesh)];
-    const Range range = GetRange(part, mesh);
-    if (!IsPlacement(part.transform) || !range.IsUsable()) return fail("a part lies nowhere or too far away");
-    part.bounds = range.GetBox();
-    whole.Add(range.low);
-    whole.Add(range.high);
-    scene->triangleCount += mesh.indices.size() / 3;
   }
-  scene->minimum = whole.low;
-  scene->maximum = whole.high;
-  if (!(scene->GetRadius() > 0.0)) return fail("everything in it lies at one point");
-  scene->rays = RayIndex::Create(scene->data, scene->GetCentre(), scene->GetRadius());
-  if (scene->rays == nullptr) return fail("there is not enough memory to index it");
-  return scene;
+
+ private:
+  static const char* Check(SceneData& data, WorkReport& report) {
+    report.BeginStep(0.0, 0.05, "Checking the triangles");
+    if (const char* fault = FindFault(data, report)) return fault;
+    report.BeginStep(0.05, 0.15, "Preparing surfaces");
+    CompleteAllNormals(data.meshes, report);
+    std::erase_if(data.parts, [&data](const ScenePart& part) {
+      return data.meshes[static_cast<std::size_t>(part.mesh)].indices.empty();
+    });
+    data.upDirection.Normalize();
+    if (data.upDirection == Vector3::Zero) data.upDirection = {0.0, 1.0, 0.0};
+    return nullptr;
+  }
+
+  const char* Measure(SceneData data, WorkReport& report) {
+    report.BeginStep(0.15, 0.25, "Measuring the parts");
+    scene.reset(new Scene(std::move(data)));
+    Range whole;
+    for (ScenePart& part : scene->data.parts) {
+      const SceneMesh& mesh = scene->data.meshes[static_cast<std::size_t>(part.mesh)];
+      const Range range = GetRange(part, mesh, report);
+      if (!IsPlacement(part.transform) || !range.IsUsable()) return "a part lies nowhere or too far away";
+      part.bounds = range.GetBox();
+      whole.Add(range.low);
+      whole.Add(range.high);
+      scene->triangleCount += mesh.indices.size() / 3;
+    }
+    scene->minimum = whole.low;
+    scene->maximum = whole.high;
+    return scene->GetRadius() > 0.0 ? nullptr : "everything in it lies at one point";
+  }
+
+  const char* Index(WorkReport& report) {
+    report.BeginStep(0.25, 1.0, "Indexing for rays");
+    scene->rays = RayIndex::Create(scene->data, scene->GetCentre(), scene->GetRadius(), report);
+    return scene->rays != nullptr ? nullptr : "there is not enough memory to index it";
+  }
+
+  std::unique_ptr<Scene> scene;
+};
+
+std::unique_ptr<Scene> MakeScene(SceneData data, const Progress& progress, std::string& error) try {
+  std::unique_ptr<Scene> scene;
+  const bool wanted = RunReported(
+      progress, [&](WorkReport& report) { scene = SceneMaker().Make(std::move(data), report, error); });
+  if (wanted) return scene;
+  error = "making it was broken off";
+  return nullptr;
 } catch (const std::bad_alloc&) {
   error = "there is not enough memory for it";
   return nullptr;

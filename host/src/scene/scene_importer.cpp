@@ -11,6 +11,7 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <memory>
 #include <new>
 #include <utility>
 
@@ -50,6 +51,7 @@ constexpr FormatTraits USUAL_FORMAT = {"", false, false, false};
 // (x, y, z) with y up back to z up: (x, -z, y).
 constexpr Matrix Y_UP_TO_Z_UP = {1, 0, 0, 0, 0, 0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 1};
 
+constexpr const char* CANCELLED = "reading it was broken off";
 constexpr double READING_SHARE = 0.8;  // of the progress; the rest is ours
 
 bool HasExtension(const aiImporterDesc& description, const char* extension) {
@@ -85,9 +87,8 @@ class ReadingProgress : public Assimp::ProgressHandler {
  public:
   explicit ReadingProgress(const Progress& target) : progress(target) {}
   bool Update(float fraction) override {
-    if (progress && fraction >= 0.0f)
-      progress(std::min(double{fraction}, 1.0) * READING_SHARE, "Reading the file");
-    return true;
+    return !progress || !(fraction >= 0.0f) ||
+           progress(std::min(double{fraction}, 1.0) * READING_SHARE, "Reading the file");
   }
 
  private:
@@ -111,14 +112,16 @@ std::uint8_t GetByte(float value) {
 class SceneConverter {
  public:
   SceneConverter(const aiScene& sourceScene, const FormatTraits& sourceFormat,
-                 const std::filesystem::path& path, SceneData& sceneData)
+                 const std::filesystem::path& path, SceneData& sceneData, const MeshSink& meshSink)
       : source(sourceScene),
         format(sourceFormat),
         data(sceneData),
+        sink(meshSink),
         materials(sourceScene, path, sourceFormat.linearColours, sceneData),
         converted(sourceScene.mNumMeshes) {}
 
-  void Run(const Progress& progress) {
+  // Empties the meshes of the source. False when it was broken off.
+  bool Run(const Progress& progress) {
     data.upDirection = GetUpDirection(format, source);
     materials.ImportAll();
     if (data.materials.empty()) data.materials.emplace_back();
@@ -127,6 +130,7 @@ class SceneConverter {
       data.warnings.push_back(std::to_string(dropped) +
                               (dropped == 1 ? " broken triangle was" : " broken triangles were") +
                               " left out");
+    return wanted;
   }
 
  private:
@@ -145,20 +149,21 @@ class SceneConverter {
   void ConvertNodes(const Progress& progress) {
     constexpr Matrix identity = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
     std::vector<Placed> pending = {{source.mRootNode, format.turned ? Y_UP_TO_Z_UP : identity}};
-    while (!pending.empty()) {
+    while (!pending.empty() && wanted) {
       const Placed parent = pending.back();
       pending.pop_back();
       if (parent.node == nullptr) continue;  // some importers count children that they do not make
       const aiNode& node = *parent.node;
       const Matrix transform = Multiply(parent.transform, GetMatrix(node.mTransformation));
-      for (unsigned i = 0; i < node.mNumMeshes; ++i) AddPart(node, node.mMeshes[i], transform, progress);
+      for (unsigned i = 0; i < node.mNumMeshes && wanted; ++i)
+        AddPart(node, node.mMeshes[i], transform, progress);
       for (unsigned i = node.mNumChildren; i-- > 0;) pending.push_back({node.mChildren[i], transform});
     }
   }
 
   void AddPart(const aiNode& node, unsigned meshNumber, const Matrix& transform, const Progress& progress) {
     if (meshNumber >= source.mNumMeshes) return;
-    const aiMesh& mesh = *source.mMeshes[meshNumber];
+    aiMesh& mesh = *source.mMeshes[meshNumber];
     const ConvertedMesh& own = Convert(meshNumber, progress);
     if (own.index == NOTHING) return;
     ScenePart part;
@@ -183,16 +188,28 @@ class SceneConverter {
     if (!mesh.indices.empty()) {
       result.offset = MoveToOrigin(mesh);
       CompleteNormals(mesh);
-      result.index = static_cast<int>(data.meshes.size());
-      data.meshes.push_back(std::move(mesh));
+      result.index = meshCount++;
+      Keep(std::move(mesh));
     }
     ++convertedCount;
     const double fraction = static_cast<double>(convertedCount) / source.mNumMeshes;
-    if (progress) progress(READING_SHARE + (1.0 - READING_SHARE) * fraction, "Preparing surfaces");
+    wanted = !progress || progress(READING_SHARE + (1.0 - READING_SHARE) * fraction, "Preparing surfaces");
     return result;
   }
 
-  SceneMesh Copy(const aiMesh& from) const {
+  void Keep(SceneMesh&& mesh) {
+    if (sink) return sink(std::move(mesh));
+    data.meshes.push_back(std::move(mesh));
+  }
+
+  template <typename T>
+  static void Free(T*& array) {
+    delete[] array;
+    array = nullptr;
+  }
+
+  // Each array is freed when it was copied: together they are larger than the copy.
+  SceneMesh Copy(aiMesh& from) const {
     SceneMesh mesh;
     if (!from.HasPositions()) return mesh;
     mesh.material = from.mMaterialIndex < data.materials.size() ? static_cast<int>(from.mMaterialIndex) : 0;
@@ -200,11 +217,20 @@ class SceneConverter {
     if (from.HasNormals()) CopyVectors(from.mNormals, from.mNumVertices, mesh.normals);
     CopyTexCoords(from, mesh);
     if (from.HasVertexColors(0)) CopyColours(from, mesh);
+    Free(from.mVertices), Free(from.mNormals), Free(from.mTangents), Free(from.mBitangents);
+    for (aiVector3D*& set : from.mTextureCoords) Free(set);
+    for (aiColor4D*& set : from.mColors) Free(set);
+    CopyTriangles(from, mesh);
+    Free(from.mFaces);
+    return mesh;
+  }
+
+  static void CopyTriangles(const aiMesh& from, SceneMesh& mesh) {
+    mesh.indices.reserve(std::size_t{3} * from.mNumFaces);
     for (unsigned i = 0; i < from.mNumFaces; ++i) {
       const aiFace& face = from.mFaces[i];  // lines and points keep fewer corners
       if (face.mNumIndices == 3) mesh.indices.insert(mesh.indices.end(), face.mIndices, face.mIndices + 3);
     }
-    return mesh;
   }
 
   static void CopyVectors(const aiVector3D* from, unsigned count, std::vector<float>& to) {
@@ -240,8 +266,11 @@ class SceneConverter {
   const aiScene& source;
   const FormatTraits& format;
   SceneData& data;
+  const MeshSink& sink;
   MaterialImporter materials;
   std::vector<ConvertedMesh> converted;
+  int meshCount = 0;
+  bool wanted = true;
   unsigned convertedCount = 0;
   std::size_t dropped = 0;
 };
@@ -258,7 +287,7 @@ std::string GetReason(const Assimp::Importer& importer, const std::filesystem::p
 }  // namespace
 
 bool ImportScene(const std::filesystem::path& path, const Progress& progress, SceneData& data,
-                 std::string& error) try {
+                 std::string& error, const MeshSink& sink) try {
   Assimp::Importer importer;
   importer.SetProgressHandler(new ReadingProgress(progress));
   // Pivots would come as nodes of their own, which double the names in the tree.
@@ -269,7 +298,11 @@ bool ImportScene(const std::filesystem::path& path, const Progress& progress, Sc
     error = GetReason(importer, path);
     return false;
   }
-  SceneConverter(*source, GetTraits(importer), path, data).Run(progress);
+  const std::unique_ptr<aiScene> owned(importer.GetOrphanedScene());
+  if (!SceneConverter(*source, GetTraits(importer), path, data, sink).Run(progress)) {
+    error = CANCELLED;
+    return false;
+  }
   if (data.parts.empty()) error = "there are no triangles in it";
   return !data.parts.empty();
 } catch (const std::bad_alloc&) {

@@ -47,8 +47,8 @@ class SceneWriter {
   bool good = true;
 };
 
-/// The other end. The writer may have been damaged by a broken file, so sizes are not believed: memory grows
-/// only as bytes arrive.
+/// The other end. The writer may have been damaged by a broken file, so sizes are not believed: memory is
+/// touched only as bytes arrive, and room for them is set aside up to a bound.
 class SceneReader {
  public:
   /// Fills all bytes or says false.
@@ -78,11 +78,14 @@ class SceneReader {
   }
 
  private:
-  static constexpr std::size_t PIECE = std::size_t{1} << 22;  // elements
+  static constexpr std::size_t PIECE = std::size_t{1} << 22;           // elements
+  static constexpr std::size_t MOST_SET_ASIDE = std::size_t{1} << 27;  // elements
 
   template <typename Container>
   void GetBytes(Container& values, std::uint64_t size) {
-    for (values.clear(); good && values.size() < size;) {
+    values.clear();
+    values.reserve(std::min<std::uint64_t>(size, MOST_SET_ASIDE));
+    while (good && values.size() < size) {
       const std::size_t before = values.size();
       values.resize(before + std::min<std::uint64_t>(size - before, PIECE));
       Get(values.data() + before, (values.size() - before) * sizeof(values[0]));

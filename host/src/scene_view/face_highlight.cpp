@@ -43,8 +43,8 @@ void FaceHighlight::SetFace(const SceneFace* face) {
 }
 
 void FaceHighlight::Draw(const Projection& projection, const SceneBuffers& buffers) {
-  const std::size_t place = buffers.FindPart(shown.part);
-  if (place >= buffers.GetParts().size() || shown.corners.empty()) return;
+  const SceneBuffers::Part* const part = buffers.FindPart(shown.part);
+  if (part == nullptr || shown.corners.empty()) return;
   glUseProgram(program);
   glBindVertexArray(vertexArray);
   if (!uploaded) {
@@ -53,8 +53,7 @@ void FaceHighlight::Draw(const Projection& projection, const SceneBuffers& buffe
                  shown.corners.data(), GL_DYNAMIC_DRAW);
     uploaded = true;
   }
-  const Matrix4& transform = buffers.GetParts()[place].transform;
-  SetMatrix(matrixLocation, ToFloat(Multiply(projection.GetViewProjection(), transform)));
+  SetMatrix(matrixLocation, ToFloat(Multiply(projection.GetViewProjection(), part->transform)));
   glUniform4f(tintLocation, GetTint(0), GetTint(1), GetTint(2), static_cast<GLfloat>(OPACITY));
   glDrawArrays(GL_TRIANGLES, 0, static_cast<GLsizei>(shown.corners.size() / 3));
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 #include "gl/buffer_offset.h"
@@ -11,6 +12,7 @@
 #include "scene_view/ground_shadow.h"
 #include "scene_view/scene_buffers.h"
 #include "scene_view/scene_shaders.h"
+#include "scene_view/view_volume.h"
 #include "zovhost/accent.h"
 #include "zovhost/gl_state_guard.h"
 
@@ -28,8 +30,8 @@ constexpr std::array<float, 4> Accent(float opacity) {
 }
 
 constexpr std::array<float, 4> highlightColour = Accent(0.55F);
-constexpr std::array<float, 4> edgeColour = {0.10F, 0.12F, 0.15F, 0.62F};
 constexpr std::array<float, 4> selectedEdgeColour = Accent(1.0F);
+constexpr double leastPixels = 2.0;        // across, of what a view that moves still shows
 constexpr double edgeWidth = 1.1;          // points
 constexpr double selectedEdgeWidth = 2.2;  // points
 
@@ -91,13 +93,14 @@ std::array<float, 9> NormalMatrix(const Matrix4& m) {
 
 class GLSceneView::Impl {
  public:
-  bool SetScene(const Scene* scene);
+  bool SetScene(const Scene* scene, const Progress& progress);
   void Destroy();
   bool Draw(const CameraParameters& camera, int x, int y, int width, int height, double scale);
 
   Options options;
   SceneSphere sphere;
   FaceHighlight faceHighlight;
+  SceneBuffers buffers;
 
  private:
   // What one frame is drawn with.
@@ -108,16 +111,20 @@ class GLSceneView::Impl {
     int width;
     int height;
     double scale;
+    bool reduced;       // coarse, for a view that moves
+    ViewVolume volume;  // what is seen
   };
 
   bool CreatePrograms();
   void DrawBackground() const;
   void BeginSurfaces(const Frame& frame) const;
-  void DrawSurface(const Frame& frame, std::size_t place) const;
+  void DrawSurface(const Frame& frame, const SceneBuffers::Drawn& drawn) const;
+  void DrawTriangles(const Frame& frame, const SceneBuffers::Drawn& drawn) const;
+  bool IsSelected(const SceneBuffers::Drawn& drawn) const;
   void DrawOpaque(const Frame& frame) const;
   void DrawTransparent(const Frame& frame);
   void DrawEdges(const Frame& frame) const;
-  void DrawPartEdges(const Frame& frame, std::size_t place) const;
+  void DrawEdgesOf(const Frame& frame, const SceneBuffers::Drawn& drawn) const;
 
   bool programsReady = false;
   SurfaceProgram surface;
@@ -126,7 +133,6 @@ class GLSceneView::Impl {
   GLint backgroundTop = -1;
   GLint backgroundBottom = -1;
   GLuint emptyArray = 0;
-  SceneBuffers buffers;
   GroundShadow shadow;
   Vector3 up = {0.0, 1.0, 0.0};
   std::vector<std::pair<double, std::size_t>> sorted;  // transparent parts by depth, kept for its memory
@@ -145,20 +151,28 @@ bool GLSceneView::Impl::CreatePrograms() {
   return true;
 }
 
-bool GLSceneView::Impl::SetScene(const Scene* scene) {
+// The new scene is made beside the present one, which shows until it is whole.
+bool GLSceneView::Impl::SetScene(const Scene* scene, const Progress& progress) {
   if (!IsContextFit()) return false;
-  const GLStateGuard guard;
-  buffers.Destroy();
-  shadow.Destroy();
-  sphere = {};
-  faceHighlight.SetFace(nullptr);
-  if (!CreatePrograms()) return false;
-  if (scene == nullptr) return true;
-  if (!buffers.Upload(*scene)) {
-    buffers.Destroy();
+  SceneBuffers newBuffers;
+  GroundShadow newShadow;
+  {
+    const GLStateGuard guard;
+    if (!CreatePrograms()) return false;
+  }
+  if (scene != nullptr && !newBuffers.Upload(*scene, progress)) {
+    newBuffers.Destroy();
     return false;
   }
-  if (!shadow.Create(*scene, buffers)) shadow.Destroy();
+  const GLStateGuard guard;
+  if (scene != nullptr && !newShadow.Create(*scene, newBuffers)) newShadow.Destroy();
+  buffers.Destroy();
+  shadow.Destroy();
+  buffers = std::move(newBuffers);
+  shadow = newShadow;
+  faceHighlight.SetFace(nullptr);
+  sphere = {};
+  if (scene == nullptr) return true;
   sphere = {scene->GetCentre(), scene->GetRadius()};
   up = scene->GetUpDirection();
   return true;
@@ -193,16 +207,21 @@ bool GLSceneView::Impl::Draw(const CameraParameters& camera, int x, int y, int w
   DrawBackground();
 
   const Projection projection(camera, sphere);
-  const Frame frame = {
-      projection, projection.GetViewProjection(),           GetProjectionBlend(camera), width,
-      height,     scale > 0.0 && scale < 16.0 ? scale : 1.0};
+  const Frame frame = {projection,
+                       projection.GetViewProjection(),
+                       GetProjectionBlend(camera),
+                       width,
+                       height,
+                       scale > 0.0 && scale < 16.0 ? scale : 1.0,
+                       options.moving && buffers.IsLarge(),
+                       ViewVolume(projection, height)};
   glEnable(GL_DEPTH_TEST);
   glFrontFace(GL_CCW);
   DrawOpaque(frame);
-  if (options.drawEdges) DrawEdges(frame);
+  if (options.drawEdges && !frame.reduced) DrawEdges(frame);
   glEnable(GL_BLEND);
   glDepthMask(GL_FALSE);
-  if (options.drawGroundShadow) shadow.Draw(projection);
+  if (options.drawGroundShadow && !frame.reduced) shadow.Draw(projection, options.ground.shadow);
   DrawTransparent(frame);
   glDisable(GL_CULL_FACE);
   faceHighlight.Draw(projection, buffers);
@@ -213,8 +232,8 @@ void GLSceneView::Impl::DrawBackground() const {
   if (!options.drawBackground) return;
   glUseProgram(background);
   glBindVertexArray(emptyArray);
-  glUniform3fv(backgroundTop, 1, options.backgroundTop);
-  glUniform3fv(backgroundBottom, 1, options.backgroundBottom);
+  glUniform3fv(backgroundTop, 1, options.ground.top.data());
+  glUniform3fv(backgroundBottom, 1, options.ground.bottom.data());
   glDepthMask(GL_FALSE);
   glDrawArrays(GL_TRIANGLES, 0, 3);
   glDepthMask(GL_TRUE);
@@ -233,23 +252,50 @@ void GLSceneView::Impl::BeginSurfaces(const Frame& frame) const {
   glUniform1f(surface.blend, static_cast<float>(frame.blend));
 }
 
-void GLSceneView::Impl::DrawSurface(const Frame& frame, std::size_t place) const {
-  const SceneBuffers::Part& part = buffers.GetParts()[place];
-  const SceneBuffers::Mesh& mesh = buffers.GetMeshes()[part.mesh];
+bool GLSceneView::Impl::IsSelected(const SceneBuffers::Drawn& drawn) const {
+  const SceneBuffers::Part* const part = buffers.FindPart(options.selectedPart);
+  return part != nullptr && &buffers.GetDrawn()[part->drawn] == &drawn;
+}
+
+void GLSceneView::Impl::DrawSurface(const Frame& frame, const SceneBuffers::Drawn& drawn) const {
+  if (!frame.volume.Shows(drawn.centre, drawn.radius, frame.reduced ? leastPixels : 0.0)) return;
+  const SceneBuffers::Mesh& mesh = buffers.GetMeshes()[drawn.mesh];
   const SceneBuffers::Material& material = buffers.GetMaterials()[mesh.material];
-  const Matrix4 modelView = Multiply(frame.projection.GetView(), part.transform);
-  SetMatrix(surface.matrix, ToFloat(Multiply(frame.viewProjection, part.transform)));
+  const Matrix4 modelView = Multiply(frame.projection.GetView(), drawn.transform);
+  SetMatrix(surface.matrix, ToFloat(Multiply(frame.viewProjection, drawn.transform)));
   SetMatrix(surface.modelView, ToFloat(modelView));
   glUniformMatrix3fv(surface.normalMatrix, 1, GL_FALSE, NormalMatrix(modelView).data());
   glUniform4fv(surface.materialColour, 1, material.colour.data());
-  const bool selected = place == buffers.FindPart(options.selectedPart);
-  glUniform4fv(surface.highlight, 1, (selected ? highlightColour : noHighlight).data());
   glUniform1i(surface.hasPicture, material.texture != 0 ? 1 : 0);
   glBindTexture(GL_TEXTURE_2D, material.texture);
   material.twoSided ? glDisable(GL_CULL_FACE) : glEnable(GL_CULL_FACE);
-  glFrontFace(part.mirrored ? GL_CW : GL_CCW);
-  glDrawElements(GL_TRIANGLES, mesh.indexCount, GL_UNSIGNED_INT,
-                 BufferOffset(mesh.firstIndex * sizeof(std::uint32_t)));
+  glFrontFace(drawn.mirrored ? GL_CW : GL_CCW);
+  DrawTriangles(frame, drawn);
+}
+
+// Of many parts that are one draw, a selected one is left out of it and drawn by itself.
+void GLSceneView::Impl::DrawTriangles(const Frame& frame, const SceneBuffers::Drawn& drawn) const {
+  const SceneBuffers::Mesh& mesh = buffers.GetMeshes()[drawn.mesh];
+  const auto draw = [this](std::size_t first, std::size_t count, bool selected) {
+    glUniform4fv(surface.highlight, 1, (selected ? highlightColour : noHighlight).data());
+    glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(count), GL_UNSIGNED_INT,
+                   BufferOffset(first * sizeof(std::uint32_t)));
+  };
+  const bool selected = IsSelected(drawn);
+  const auto count = static_cast<std::size_t>(mesh.indexCount);
+  if (frame.reduced) {
+    draw(mesh.firstCoarse, static_cast<std::size_t>(mesh.coarseCount), selected && drawn.members.empty());
+  } else if (!selected || drawn.members.empty()) {
+    return draw(mesh.firstIndex, count, selected);
+  }
+  for (const PartBatch::Member& member : drawn.members) {
+    if (!selected || member.part != static_cast<std::size_t>(options.selectedPart)) continue;
+    const std::size_t end = member.firstIndex + member.indexCount;
+    draw(mesh.firstIndex + member.firstIndex, member.indexCount, true);
+    if (frame.reduced) continue;
+    draw(mesh.firstIndex, member.firstIndex, false);
+    draw(mesh.firstIndex + end, count - end, false);
+  }
 }
 
 // Pushed back a little, so that the edges drawn on them are seen.
@@ -257,7 +303,7 @@ void GLSceneView::Impl::DrawOpaque(const Frame& frame) const {
   BeginSurfaces(frame);
   glEnable(GL_POLYGON_OFFSET_FILL);
   glPolygonOffset(0.6F, 1.0F);
-  for (std::size_t place = 0; place < buffers.GetOpaqueCount(); ++place) DrawSurface(frame, place);
+  for (std::size_t i = 0; i < buffers.GetOpaqueCount(); ++i) DrawSurface(frame, buffers.GetDrawn()[i]);
   glDisable(GL_POLYGON_OFFSET_FILL);
   glDisable(GL_CULL_FACE);
 }
@@ -265,13 +311,13 @@ void GLSceneView::Impl::DrawOpaque(const Frame& frame) const {
 void GLSceneView::Impl::DrawTransparent(const Frame& frame) {
   const CameraFrame& camera = frame.projection.GetFrame();
   sorted.clear();
-  for (std::size_t place = buffers.GetOpaqueCount(); place < buffers.GetParts().size(); ++place) {
-    sorted.emplace_back(-(buffers.GetParts()[place].centre - camera.eye).Dot(camera.forward), place);
+  for (std::size_t i = buffers.GetOpaqueCount(); i < buffers.GetDrawn().size(); ++i) {
+    sorted.emplace_back(-(buffers.GetDrawn()[i].centre - camera.eye).Dot(camera.forward), i);
   }
   if (sorted.empty()) return;
   std::sort(sorted.begin(), sorted.end());
   BeginSurfaces(frame);
-  for (const auto& [depth, place] : sorted) DrawSurface(frame, place);
+  for (const auto& [depth, i] : sorted) DrawSurface(frame, buffers.GetDrawn()[i]);
 }
 
 void GLSceneView::Impl::DrawEdges(const Frame& frame) const {
@@ -280,18 +326,17 @@ void GLSceneView::Impl::DrawEdges(const Frame& frame) const {
   glDepthMask(GL_FALSE);
   glUniform2f(edge.viewport, static_cast<float>(frame.width), static_cast<float>(frame.height));
   glUniform1f(edge.scale, static_cast<float>(frame.scale));
-  for (std::size_t place = 0; place < buffers.GetParts().size(); ++place) DrawPartEdges(frame, place);
+  for (const SceneBuffers::Drawn& drawn : buffers.GetDrawn()) DrawEdgesOf(frame, drawn);
   glDepthMask(GL_TRUE);
   glDisable(GL_BLEND);
 }
 
-void GLSceneView::Impl::DrawPartEdges(const Frame& frame, std::size_t place) const {
-  const SceneBuffers::Part& part = buffers.GetParts()[place];
-  const SceneBuffers::Mesh& mesh = buffers.GetMeshes()[part.mesh];
-  if (mesh.edgeCount == 0) return;
-  const bool selected = place == buffers.FindPart(options.selectedPart);
-  SetMatrix(edge.matrix, ToFloat(Multiply(frame.viewProjection, part.transform)));
-  glUniform4fv(edge.colour, 1, (selected ? selectedEdgeColour : edgeColour).data());
+void GLSceneView::Impl::DrawEdgesOf(const Frame& frame, const SceneBuffers::Drawn& drawn) const {
+  const SceneBuffers::Mesh& mesh = buffers.GetMeshes()[drawn.mesh];
+  if (mesh.edgeCount == 0 || !frame.volume.Shows(drawn.centre, drawn.radius, 0.0)) return;
+  const bool selected = drawn.members.empty() && IsSelected(drawn);
+  SetMatrix(edge.matrix, ToFloat(Multiply(frame.viewProjection, drawn.transform)));
+  glUniform4fv(edge.colour, 1, (selected ? selectedEdgeColour : options.ground.edge).data());
   glUniform1f(edge.lineWidth, static_cast<float>((selected ? selectedEdgeWidth : edgeWidth) * frame.scale));
   buffers.BindEdges(mesh);
   glDrawArraysInstanced(GL_TRIANGLE_STRIP, 0, 4, mesh.edgeCount);
@@ -301,7 +346,10 @@ void GLSceneView::Impl::DrawPartEdges(const Frame& frame, std::size_t place) con
 
 GLSceneView::GLSceneView() : impl(std::make_unique<Impl>()) {}
 GLSceneView::~GLSceneView() { impl->Destroy(); }
-bool GLSceneView::SetScene(const Scene* scene) { return impl->SetScene(scene); }
+bool GLSceneView::SetScene(const Scene* scene, const Progress& progress) {
+  return impl->SetScene(scene, progress);
+}
+bool GLSceneView::DropsDetail() const { return impl->buffers.IsLarge(); }
 void GLSceneView::Destroy() { impl->Destroy(); }
 GLSceneView::Options& GLSceneView::GetOptions() { return impl->options; }
 const GLSceneView::Options& GLSceneView::GetOptions() const { return impl->options; }

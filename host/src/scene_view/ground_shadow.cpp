@@ -16,9 +16,10 @@ using Korvane::Vector3;
 
 constexpr int resolution = 256;
 constexpr double margin = 0.35;  // of the scene's extent, on each side, for the soft border
+constexpr std::size_t mostIndices =
+    3'000'000;  // of more the coarse model casts it: nobody sees that in a blur
 constexpr int blurRadius = 7;
 constexpr int blurPasses = 3;  // three box filters are close to a bell curve
-constexpr float shadowStrength = 0.42F;
 
 // One box filter along rows (step 1) or columns (step of a row).
 void BlurLines(const std::vector<float>& from, std::vector<float>& to, int step, int lineStep) {
@@ -118,12 +119,18 @@ void GroundShadow::DrawHeights(GLuint cast, const SceneBuffers& buffers,
   glUseProgram(cast);
   glBindVertexArray(buffers.GetTriangleArray());
   const GLint location = glGetUniformLocation(cast, "matrix");
-  for (const SceneBuffers::Part& part : buffers.GetParts()) {
-    const SceneBuffers::Mesh& mesh = buffers.GetMeshes()[part.mesh];
+  std::size_t indices = 0;
+  for (const SceneBuffers::Drawn& drawn : buffers.GetDrawn()) {
+    indices += static_cast<std::size_t>(buffers.GetMeshes()[drawn.mesh].indexCount);
+  }
+  const bool coarse = indices > mostIndices;
+  for (const SceneBuffers::Drawn& drawn : buffers.GetDrawn()) {
+    const SceneBuffers::Mesh& mesh = buffers.GetMeshes()[drawn.mesh];
     if (mesh.transparent) continue;
-    SetMatrix(location, ToFloat(Multiply(ground, part.transform)));
-    glDrawElements(GL_TRIANGLES, mesh.indexCount, GL_UNSIGNED_INT,
-                   BufferOffset(mesh.firstIndex * sizeof(std::uint32_t)));
+    SetMatrix(location, ToFloat(Multiply(ground, drawn.transform)));
+    const std::size_t first = coarse ? mesh.firstCoarse : mesh.firstIndex;
+    glDrawElements(GL_TRIANGLES, coarse ? mesh.coarseCount : mesh.indexCount, GL_UNSIGNED_INT,
+                   BufferOffset(first * sizeof(std::uint32_t)));
   }
   coverage.resize(std::size_t{4} * resolution * resolution);
   glReadPixels(0, 0, resolution, resolution, GL_RGBA, GL_UNSIGNED_BYTE, coverage.data());
@@ -159,7 +166,7 @@ void GroundShadow::MakeCorners() {
   glVertexAttribPointer(0, 2, GL_FLOAT, GL_FALSE, 0, nullptr);
 }
 
-void GroundShadow::Draw(const Projection& projection) const {
+void GroundShadow::Draw(const Projection& projection, float strength) const {
   const bool orthographic = projection.GetProjection()[11] == 0.0;
   const Vector3 from =
       orthographic ? projection.GetFrame().forward * -1.0 : projection.GetFrame().eye - origin;
@@ -170,7 +177,7 @@ void GroundShadow::Draw(const Projection& projection) const {
   glBindVertexArray(vertexArray);
   glBindTexture(GL_TEXTURE_2D, texture);
   SetMatrix(matrixLocation, ToFloat(Multiply(projection.GetViewProjection(), place)));
-  glUniform1f(strengthLocation, shadowStrength);
+  glUniform1f(strengthLocation, strength);
   glDrawArrays(GL_TRIANGLE_STRIP, 0, 4);
 }
 

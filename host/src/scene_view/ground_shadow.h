@@ -14,8 +14,8 @@ class GroundShadow {
   /// Wrap in a GLStateGuard.
   bool Create(const Scene& scene, const SceneBuffers& buffers);
   void Destroy();
-  /// Nothing when the eye is below the ground.
-  void Draw(const Projection& projection) const;
+  /// At its darkest as opaque as `strength`, 0 to 1. Nothing when the eye is below the ground.
+  void Draw(const Projection& projection, float strength) const;
 
  private:
   void PlaceGround(const Scene& scene);

@@ -1,13 +1,20 @@
 #include "scene_view/scene_buffers.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
+#include <cstring>
+#include <new>
 #include <numeric>
 
 #include "gl/buffer_offset.h"
 #include "gl/gl_program.h"
 #include "projection/matrix.h"
+#include "scene_view/coarse_mesh.h"
+#include "scene_view/coarse_parts.h"
 #include "scene_view/crease_edges.h"
+#include "scene_view/packed_vertices.h"
+#include "zovhost/gl_state_guard.h"
 
 namespace zovhost {
 
@@ -16,26 +23,11 @@ namespace {
 // Looking for edges takes time and memory in proportion; beyond this they would be a thicket anyway.
 constexpr std::size_t mostEdgeIndices = std::size_t{6} * 1000 * 1000;
 constexpr std::size_t edgeFloats = 6;
-
-struct Vertex {
-  float position[3];
-  float normal[3];  // zero: the shader takes the triangle's own
-  float texCoord[2];
-  std::uint8_t colour[4];
-};
-
-Vertex MakeVertex(const SceneMesh& mesh, std::size_t index) {
-  Vertex vertex = {{}, {}, {}, {255, 255, 255, 255}};
-  std::copy_n(mesh.positions.begin() + static_cast<std::ptrdiff_t>(3 * index), 3, vertex.position);
-  const auto copy = [index](const auto& from, std::size_t count, auto* to) {
-    if (from.size() < count * (index + 1)) return;
-    std::copy_n(from.begin() + static_cast<std::ptrdiff_t>(count * index), count, to);
-  };
-  copy(mesh.normals, 3, vertex.normal);
-  copy(mesh.texCoords, 2, vertex.texCoord);
-  copy(mesh.colours, 4, vertex.colour);
-  return vertex;
-}
+// Triangles that a frame of a moving view draws, so that it keeps up without a graphics card.
+constexpr std::size_t movingTriangles = 100'000;
+constexpr std::size_t mostQuickDraws = 1000;
+constexpr std::size_t fewestCoarse = 500;  // a mesh of fewer triangles is drawn whole
+constexpr std::size_t pieceBytes = std::size_t{4} << 20;
 
 bool IsTransparent(const Scene& scene, const SceneMesh& mesh) {
   constexpr int opaque = 250;
@@ -47,25 +39,59 @@ bool IsTransparent(const Scene& scene, const SceneMesh& mesh) {
   return false;
 }
 
-template <typename Element>
-GLuint MakeBuffer(GLenum target, const std::vector<Element>& elements) {
+GLuint MakeBuffer(GLenum target, std::size_t bytes, const void* data) {
   GLuint buffer = 0;
   glGenBuffers(1, &buffer);
   glBindBuffer(target, buffer);
-  glBufferData(target, static_cast<GLsizeiptr>(elements.size() * sizeof(Element)), elements.data(),
-               GL_STATIC_DRAW);
+  glBufferData(target, static_cast<GLsizeiptr>(bytes), data, GL_STATIC_DRAW);
   return buffer;
+}
+
+void Fill(GLuint buffer, std::size_t offset, const void* data, std::size_t bytes) {
+  const GLStateGuard guard;
+  glBindBuffer(GL_ARRAY_BUFFER, buffer);
+  glBufferSubData(GL_ARRAY_BUFFER, static_cast<GLintptr>(offset), static_cast<GLsizeiptr>(bytes), data);
+}
+
+std::size_t CountTriangles(const SceneMesh* mesh) { return mesh != nullptr ? mesh->indices.size() / 3 : 0; }
+
+// The lines of each part of a batch, placed; `found` by mesh of the scene.
+void AppendEdges(const Scene& scene, const PartBatch& batch, const std::vector<std::vector<float>>& found,
+                 std::vector<float>& edges) {
+  for (const PartBatch::Member& member : batch.members) {
+    const ScenePart& part = scene.GetParts()[member.part];
+    const std::vector<float>& lines = found[static_cast<std::size_t>(part.mesh)];
+    for (std::size_t k = 0; k + 2 < lines.size(); k += 3) {
+      const Korvane::Vector3 end =
+          TransformPoint(part.transform, Korvane::Vector3(lines.data() + k)) - batch.origin;
+      for (int axis = 0; axis < 3; ++axis) edges.push_back(static_cast<float>(end[axis]));
+    }
+  }
 }
 
 }  // namespace
 
-bool SceneBuffers::Upload(const Scene& scene) {
+bool SceneBuffers::Upload(const Scene& scene, const Progress& progress) {
   for (int i = 0; i < 16 && glGetError() != GL_NO_ERROR; ++i) {
   }
-  UploadMaterials(scene);
-  UploadTriangles(scene);
-  UploadEdges(scene);
-  SortParts(scene);
+  constexpr double planned = 0.6;  // of the progress
+  Plan plan;
+  const Progress planning = [&progress](double fraction, const char* what) {
+    return progress(fraction * planned, what);
+  };
+  const Progress uploading = [&progress](double fraction, const char* what) {
+    return !progress || progress(planned + fraction * (1.0 - planned), what);
+  };
+  const auto work = [&](WorkReport& report) { MakePlan(scene, plan, report); };
+  if (!RunReported(progress ? planning : Progress(), work)) return false;
+  {
+    const GLStateGuard guard;
+    UploadMaterials(scene);
+    UploadEdges(plan);
+  }
+  if (!UploadVertices(plan, uploading) || !UploadIndices(plan, uploading)) return false;
+  const GLStateGuard guard;
+  MakeTriangleArray(plan.hasTexCoords);
   return glGetError() == GL_NO_ERROR;
 }
 
@@ -78,6 +104,126 @@ void SceneBuffers::Destroy() {
   *this = {};
 }
 
+// ---- the plan ----
+
+void SceneBuffers::MakePlan(const Scene& scene, Plan& plan, WorkReport& report) {
+  report.BeginStep(0.0, 0.3, "Gathering the parts");
+  std::vector<bool> transparent;
+  for (const SceneMesh& mesh : scene.GetMeshes()) transparent.push_back(IsTransparent(scene, mesh));
+  std::vector<bool> gathered;
+  for (const ScenePart& part : scene.GetParts()) {
+    gathered.push_back(!transparent[static_cast<std::size_t>(part.mesh)]);
+  }
+  plan.batches = GatherParts(scene, gathered, report);
+  std::fill(gathered.begin(), gathered.end(), false);
+  for (const PartBatch& batch : plan.batches) {
+    for (const PartBatch::Member& member : batch.members) gathered[member.part] = true;
+  }
+  PlanMeshes(scene, gathered, plan);
+  for (std::size_t i = 0; i < transparent.size(); ++i) meshes[i].transparent = transparent[i];
+  SortDrawn(scene, gathered, plan);
+  report.BeginStep(0.3, 0.6, "Looking for edges");
+  PlanEdges(scene, plan, report);
+  report.BeginStep(0.6, 1.0, "Making a coarse model");
+  PlanCoarse(scene, plan, report);
+}
+
+void SceneBuffers::PlanMeshes(const Scene& scene, const std::vector<bool>& gathered, Plan& plan) {
+  plan.sources.assign(scene.GetMeshes().size(), nullptr);
+  for (std::size_t i = 0; i < gathered.size(); ++i) {
+    const auto mesh = static_cast<std::size_t>(scene.GetParts()[i].mesh);
+    if (!gathered[i]) plan.sources[mesh] = &scene.GetMeshes()[mesh];
+  }
+  for (const PartBatch& batch : plan.batches) plan.sources.push_back(&batch.mesh);
+  for (const SceneMesh* const source : plan.sources) {
+    if (source != nullptr && !source->texCoords.empty()) plan.hasTexCoords = true;
+    const std::size_t material = source != nullptr ? static_cast<std::size_t>(source->material) : 0;
+    meshes.push_back({.material = material});
+  }
+}
+
+// A batch has those of its parts, each found in its own mesh: where parts touch is no fold.
+void SceneBuffers::PlanEdges(const Scene& scene, Plan& plan, WorkReport& report) {
+  const std::size_t count = scene.GetMeshes().size();
+  std::vector<std::vector<float>> found(count);
+  std::size_t indicesSeen = 0;
+  for (std::size_t i = 0; i < count; ++i) {
+    report.Tell(static_cast<double>(i) / static_cast<double>(count));
+    indicesSeen += scene.GetMeshes()[i].indices.size();
+    if (indicesSeen > mostEdgeIndices) break;
+    found[i] = FindCreaseEdges(scene.GetMeshes()[i]);
+  }
+  for (std::size_t i = 0; i < meshes.size(); ++i) {
+    const std::size_t before = plan.edges.size();
+    if (i < count && plan.sources[i] != nullptr) {
+      plan.edges.insert(plan.edges.end(), found[i].begin(), found[i].end());
+    }
+    if (i >= count) AppendEdges(scene, plan.batches[i - count], found, plan.edges);
+    meshes[i].firstEdge = before / edgeFloats;
+    meshes[i].edgeCount = static_cast<GLsizei>((plan.edges.size() - before) / edgeFloats);
+  }
+}
+
+// Each mesh gets its share of what a frame may draw, by its triangles.
+void SceneBuffers::PlanCoarse(const Scene& scene, Plan& plan, WorkReport& report) {
+  plan.coarse.resize(meshes.size());
+  double triangles = 0.0;
+  for (const Drawn& one : drawn) triangles += static_cast<double>(CountTriangles(plan.sources[one.mesh]));
+  large = triangles > movingTriangles || drawn.size() > mostQuickDraws;
+  if (triangles <= movingTriangles) return;
+  CoarseParts chooser(scene, report);
+  for (std::size_t i = 0; i < meshes.size(); ++i) {
+    const std::size_t own = CountTriangles(plan.sources[i]);
+    const double share = static_cast<double>(own) * movingTriangles / triangles;
+    const auto wanted = static_cast<std::size_t>(std::max(share, 20.0));
+    if (own < fewestCoarse) continue;
+    plan.coarse[i] = i < scene.GetMeshes().size()
+                         ? FindCoarseTriangles(*plan.sources[i], wanted, report)
+                         : chooser.Choose(plan.batches[i - scene.GetMeshes().size()], wanted);
+  }
+}
+
+void SceneBuffers::SortDrawn(const Scene& scene, const std::vector<bool>& gathered, const Plan& plan) {
+  const std::vector<ScenePart>& from = scene.GetParts();
+  parts.resize(from.size());
+  for (std::size_t i = 0; i < from.size(); ++i) {
+    parts[i] = {static_cast<std::size_t>(from[i].mesh), from[i].transform, from[i].bounds.GetCenter(), 0};
+  }
+  for (std::size_t i = 0; i < plan.batches.size(); ++i) {
+    const PartBatch& batch = plan.batches[i];
+    Drawn one{scene.GetMeshes().size() + i, identityMatrix, false, batch.origin, batch.radius, batch.members};
+    batch.origin.ToArray(one.transform.data() + 12);
+    drawn.push_back(std::move(one));
+  }
+  for (std::size_t i = 0; i < from.size(); ++i) {
+    if (gathered[i]) continue;
+    drawn.push_back({parts[i].mesh,
+                     from[i].transform,
+                     IsMirrored(from[i].transform),
+                     parts[i].centre,
+                     from[i].bounds.GetExtent().Length(),
+                     {}});
+    drawn.back().members.push_back({.part = i});
+  }
+  SortByMaterial();
+}
+
+void SceneBuffers::SortByMaterial() {
+  std::stable_sort(drawn.begin(), drawn.end(), [this](const Drawn& a, const Drawn& b) {
+    const Mesh& first = meshes[a.mesh];
+    const Mesh& second = meshes[b.mesh];
+    if (first.transparent != second.transparent) return second.transparent;
+    return first.material < second.material;
+  });
+  for (std::size_t i = 0; i < drawn.size(); ++i) {
+    for (const PartBatch::Member& member : drawn[i].members) parts[member.part].drawn = i;
+    if (!meshes[drawn[i].mesh].transparent) ++opaqueCount;
+    if (drawn[i].members.front().indexCount == 0) drawn[i].members.clear();
+  }
+}
+
+// ---- the upload ----
+
 void SceneBuffers::UploadMaterials(const Scene& scene) {
   for (const Image& image : scene.GetImages()) {
     textures.push_back(UploadTexture(image, {.mipmaps = true, .repeat = true, .premultiply = false}));
@@ -89,47 +235,90 @@ void SceneBuffers::UploadMaterials(const Scene& scene) {
   }
 }
 
-void SceneBuffers::UploadTriangles(const Scene& scene) {
-  std::vector<Vertex> vertices;
-  std::vector<std::uint32_t> indices;
-  for (const SceneMesh& mesh : scene.GetMeshes()) {
-    const auto base = static_cast<std::uint32_t>(vertices.size());
-    meshes.push_back({.firstIndex = indices.size(),
-                      .indexCount = static_cast<GLsizei>(mesh.indices.size()),
-                      .material = static_cast<std::size_t>(mesh.material),
-                      .transparent = IsTransparent(scene, mesh)});
-    for (std::size_t i = 0; i < mesh.positions.size() / 3; ++i) vertices.push_back(MakeVertex(mesh, i));
-    for (const std::uint32_t index : mesh.indices) indices.push_back(base + index);
+bool SceneBuffers::UploadVertices(const Plan& plan, const Progress& progress) {
+  const std::size_t stride = GetVertexSize(plan.hasTexCoords);
+  std::size_t count = 0;
+  for (const SceneMesh* const mesh : plan.sources) count += mesh != nullptr ? mesh->positions.size() / 3 : 0;
+  {
+    const GLStateGuard guard;
+    vertexBuffer = MakeBuffer(GL_ARRAY_BUFFER, count * stride, nullptr);
   }
-  glGenVertexArrays(1, &triangleArray);
-  glBindVertexArray(triangleArray);
-  vertexBuffer = MakeBuffer(GL_ARRAY_BUFFER, vertices);
-  indexBuffer = MakeBuffer(GL_ELEMENT_ARRAY_BUFFER, indices);
-  const auto attribute = [](GLuint location, GLint size, GLenum type, GLboolean normalised,
-                            std::size_t offset) {
-    glEnableVertexAttribArray(location);
-    glVertexAttribPointer(location, size, type, normalised, sizeof(Vertex), BufferOffset(offset));
-  };
-  attribute(0, 3, GL_FLOAT, GL_FALSE, offsetof(Vertex, position));
-  attribute(1, 3, GL_FLOAT, GL_FALSE, offsetof(Vertex, normal));
-  attribute(2, 2, GL_FLOAT, GL_FALSE, offsetof(Vertex, texCoord));
-  attribute(3, 4, GL_UNSIGNED_BYTE, GL_TRUE, offsetof(Vertex, colour));
+  std::vector<std::uint8_t> piece;
+  std::size_t done = 0;
+  for (const SceneMesh* const mesh : plan.sources) {
+    if (mesh == nullptr) continue;
+    for (std::size_t i = 0; i < mesh->positions.size() / 3; ++i) {
+      AppendVertex(*mesh, i, plan.hasTexCoords, piece);
+      if (piece.size() < pieceBytes) continue;
+      Fill(vertexBuffer, done, piece.data(), piece.size());
+      done += piece.size();
+      piece.clear();
+      if (!progress(0.7 * static_cast<double>(done) / static_cast<double>(count * stride), "Uploading"))
+        return false;
+    }
+  }
+  Fill(vertexBuffer, done, piece.data(), piece.size());
+  return true;
 }
 
-void SceneBuffers::UploadEdges(const Scene& scene) {
-  std::vector<float> edges;
-  std::size_t indicesSeen = 0;
-  for (std::size_t i = 0; i < meshes.size(); ++i) {
-    indicesSeen += scene.GetMeshes()[i].indices.size();
-    if (indicesSeen > mostEdgeIndices) break;
-    const std::vector<float> found = FindCreaseEdges(scene.GetMeshes()[i]);
-    meshes[i].firstEdge = edges.size() / edgeFloats;
-    meshes[i].edgeCount = static_cast<GLsizei>(found.size() / edgeFloats);
-    edges.insert(edges.end(), found.begin(), found.end());
+std::size_t SceneBuffers::CountIndices(const Plan& plan) {
+  std::size_t count = 0;
+  for (const SceneMesh* const source : plan.sources) count += 3 * CountTriangles(source);
+  for (const std::vector<std::uint32_t>& coarse : plan.coarse) count += coarse.size();
+  return count;
+}
+
+bool SceneBuffers::UploadIndices(const Plan& plan, const Progress& progress) {
+  const std::size_t count = CountIndices(plan);
+  {
+    const GLStateGuard guard;
+    indexBuffer = MakeBuffer(GL_ARRAY_BUFFER, count * sizeof(std::uint32_t), nullptr);
   }
+  std::vector<std::uint32_t> piece;
+  std::size_t done = 0;
+  std::uint32_t base = 0;
+  const auto flush = [&] {
+    Fill(indexBuffer, done * sizeof(std::uint32_t), piece.data(), piece.size() * sizeof(std::uint32_t));
+    done += piece.size();
+    piece.clear();
+    return progress(0.7 + 0.3 * static_cast<double>(done) / static_cast<double>(count), "Uploading");
+  };
+  const auto append = [&](const std::vector<std::uint32_t>& indices) {
+    for (const std::uint32_t index : indices) {
+      piece.push_back(base + index);
+      if (piece.size() * sizeof(std::uint32_t) >= pieceBytes && !flush()) return false;
+    }
+    return true;
+  };
+  for (std::size_t i = 0; i < meshes.size(); ++i) {
+    if (plan.sources[i] == nullptr) continue;
+    const SceneMesh& source = *plan.sources[i];
+    Mesh& mesh = meshes[i];
+    mesh.firstIndex = mesh.firstCoarse = done + piece.size();
+    mesh.indexCount = mesh.coarseCount = static_cast<GLsizei>(source.indices.size());
+    if (!append(source.indices)) return false;
+    if (source.indices.size() / 3 >= fewestCoarse && !plan.coarse[i].empty()) {
+      mesh.firstCoarse = done + piece.size();
+      mesh.coarseCount = static_cast<GLsizei>(plan.coarse[i].size());
+      if (!append(plan.coarse[i])) return false;
+    }
+    base += static_cast<std::uint32_t>(source.positions.size() / 3);
+  }
+  return flush();
+}
+
+void SceneBuffers::MakeTriangleArray(bool hasTexCoords) {
+  glGenVertexArrays(1, &triangleArray);
+  glBindVertexArray(triangleArray);
+  glBindBuffer(GL_ARRAY_BUFFER, vertexBuffer);
+  glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, indexBuffer);
+  PointAttributes(hasTexCoords);
+}
+
+void SceneBuffers::UploadEdges(const Plan& plan) {
   glGenVertexArrays(1, &edgeArray);
   glBindVertexArray(edgeArray);
-  edgeBuffer = MakeBuffer(GL_ARRAY_BUFFER, edges);
+  edgeBuffer = MakeBuffer(GL_ARRAY_BUFFER, plan.edges.size() * sizeof(float), plan.edges.data());
   for (const GLuint location : {0U, 1U}) {
     glEnableVertexAttribArray(location);
     glVertexAttribDivisor(location, 1);
@@ -146,31 +335,9 @@ void SceneBuffers::BindEdges(const Mesh& mesh) const {
   }
 }
 
-void SceneBuffers::SortParts(const Scene& scene) {
-  const std::vector<ScenePart>& from = scene.GetParts();
-  std::vector<std::size_t> order(from.size());
-  std::iota(order.begin(), order.end(), std::size_t{0});
-  const auto meshOf = [&](std::size_t part) -> const Mesh& {
-    return meshes[static_cast<std::size_t>(from[part].mesh)];
-  };
-  std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
-    const Mesh& first = meshOf(a);
-    const Mesh& second = meshOf(b);
-    if (first.transparent != second.transparent) return second.transparent;
-    return first.material < second.material;
-  });
-  placeOfPart.resize(from.size());
-  for (const std::size_t part : order) {
-    placeOfPart[part] = parts.size();
-    parts.push_back({static_cast<std::size_t>(from[part].mesh), from[part].transform,
-                     IsMirrored(from[part].transform), from[part].bounds.GetCenter()});
-    if (!meshOf(part).transparent) ++opaqueCount;
-  }
-}
-
-std::size_t SceneBuffers::FindPart(int index) const {
-  const bool known = index >= 0 && static_cast<std::size_t>(index) < placeOfPart.size();
-  return known ? placeOfPart[static_cast<std::size_t>(index)] : parts.size();
+const SceneBuffers::Part* SceneBuffers::FindPart(int index) const {
+  const bool known = index >= 0 && static_cast<std::size_t>(index) < parts.size();
+  return known ? &parts[static_cast<std::size_t>(index)] : nullptr;
 }
 
 }  // namespace zovhost

@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <vector>
 
+#include "scene/work_report.h"
+#include "scene_view/part_batches.h"
 #include "zovhost/projection.h"
 #include "zovhost/scene.h"
 
@@ -17,6 +19,8 @@ class SceneBuffers {
   struct Mesh {
     std::size_t firstIndex = 0;
     GLsizei indexCount = 0;
+    std::size_t firstCoarse = 0;  // triangles for a view that moves; those of the mesh where it has few
+    GLsizei coarseCount = 0;
     std::size_t firstEdge = 0;
     GLsizei edgeCount = 0;
     std::size_t material = 0;
@@ -30,21 +34,33 @@ class SceneBuffers {
   struct Part {
     std::size_t mesh = 0;
     Matrix4 transform = identityMatrix;
-    bool mirrored = false;  // turns the winding around
     Korvane::Vector3 centre;
+    std::size_t drawn = 0;  // among those drawn
+  };
+  /// What one draw draws: a part, or many of one material that were joined.
+  struct Drawn {
+    std::size_t mesh = 0;
+    Matrix4 transform = identityMatrix;
+    bool mirrored = false;    // turns the winding around
+    Korvane::Vector3 centre;  // of a sphere around it, in the world
+    double radius = 0.0;
+    std::vector<PartBatch::Member> members;  // by part; empty for a single part
   };
 
-  /// Wrap in a GLStateGuard. False when the graphics card's memory is short.
-  bool Upload(const Scene& scene);
+  /// Makes the buffers in the current context, whose state it leaves as it finds it whenever `progress` is
+  /// told. False when the graphics card's memory is short or `progress` has broken it off.
+  bool Upload(const Scene& scene, const Progress& progress);
   void Destroy();
 
   const std::vector<Mesh>& GetMeshes() const { return meshes; }
   const std::vector<Material>& GetMaterials() const { return materials; }
-  /// Opaque parts first, those of one material together; then the transparent ones.
-  const std::vector<Part>& GetParts() const { return parts; }
+  /// Opaque ones first, those of one material together; then the transparent ones, each a single part.
+  const std::vector<Drawn>& GetDrawn() const { return drawn; }
   std::size_t GetOpaqueCount() const { return opaqueCount; }
-  /// Where part `index` of the scene stands in GetParts; the number of parts when there is none.
-  std::size_t FindPart(int index) const;
+  /// Whether a frame of it takes long without a graphics card.
+  bool IsLarge() const { return large; }
+  /// Part `index` of the scene; null when there is none.
+  const Part* FindPart(int index) const;
 
   /// Attributes 0 to 3: position, normal, texture coordinate, colour.
   GLuint GetTriangleArray() const { return triangleArray; }
@@ -52,16 +68,34 @@ class SceneBuffers {
   void BindEdges(const Mesh& mesh) const;
 
  private:
-  void UploadMaterials(const Scene& scene);
-  void UploadTriangles(const Scene& scene);
-  void UploadEdges(const Scene& scene);
-  void SortParts(const Scene& scene);
+  // What is worked out of a scene ahead of the upload.
+  struct Plan {
+    std::vector<PartBatch> batches;
+    std::vector<const SceneMesh*> sources;  // null: drawn in batches alone
+    std::vector<std::vector<std::uint32_t>> coarse;
+    std::vector<float> edges;
+    bool hasTexCoords = false;
+  };
 
-  std::vector<Mesh> meshes;
+  void MakePlan(const Scene& scene, Plan& plan, WorkReport& report);
+  void PlanMeshes(const Scene& scene, const std::vector<bool>& gathered, Plan& plan);
+  void PlanEdges(const Scene& scene, Plan& plan, WorkReport& report);
+  void PlanCoarse(const Scene& scene, Plan& plan, WorkReport& report);
+  void SortDrawn(const Scene& scene, const std::vector<bool>& gathered, const Plan& plan);
+  void SortByMaterial();
+  void UploadMaterials(const Scene& scene);
+  static std::size_t CountIndices(const Plan& plan);
+  bool UploadVertices(const Plan& plan, const Progress& progress);
+  bool UploadIndices(const Plan& plan, const Progress& progress);
+  void UploadEdges(const Plan& plan);
+  void MakeTriangleArray(bool hasTexCoords);
+
+  std::vector<Mesh> meshes;  // those of the scene, then those of the batches
   std::vector<Material> materials;
   std::vector<Part> parts;
-  std::vector<std::size_t> placeOfPart;
+  std::vector<Drawn> drawn;
   std::size_t opaqueCount = 0;
+  bool large = false;
   std::vector<GLuint> textures;
   GLuint triangleArray = 0;
   GLuint vertexBuffer = 0;

@@ -72,7 +72,7 @@ void main() {
   vec3 toViewer = normalize(mix(normalize(-viewPosition), vec3(0.0, 0.0, 1.0), blend));
   vec3 flat_ = normalize(cross(dFdx(viewPosition), dFdy(viewPosition)));  // of the triangle, to the viewer
   if (dot(flat_, toViewer) < 0.0) flat_ = -flat_;
-  vec3 n = dot(viewNormal, viewNormal) > 1e-12 ? normalize(viewNormal) : flat_;
+  vec3 n = dot(viewNormal, viewNormal) > 1e-8 ? normalize(viewNormal) : flat_;
   if (dot(n, flat_) < 0.0) n = -n;
 
   float sky = 0.5 + 0.5 * dot(n, upDirection);
@@ -138,7 +138,8 @@ void main() {
 }
 )";
 
-// A grain finer than one step of the display's scale keeps the gradient from showing bands.
+// A grain finer than one step of the display's scale keeps a gradient from showing bands; a plain ground has
+// none.
 inline constexpr const char* backgroundFragmentShader = R"(
 uniform vec3 top;
 uniform vec3 bottom;
@@ -147,7 +148,8 @@ out vec4 fragment;
 void main() {
   float grain = fract(52.9829189 * fract(dot(gl_FragCoord.xy, vec2(0.06711056, 0.00583715)))) - 0.5;
   vec3 colour = mix(bottom, top, smoothstep(0.0, 1.0, height));
-  fragment = vec4(colour + grain / 255.0, 1.0);
+  float strength = top == bottom ? 0.0 : 1.0;
+  fragment = vec4(colour + grain / 255.0 * strength, 1.0);
 }
 )";
 

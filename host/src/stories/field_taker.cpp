@@ -21,6 +21,21 @@ bool FieldTaker::IsObject() {
   return object.is_object();
 }
 
+bool FieldTaker::TakeHead(const char* mark, int newest, const char* otherwise) {
+  const auto refuse = [this](const std::string& reason) {
+    error = reason;
+    return false;
+  };
+  if (!object.is_object()) return refuse(otherwise);
+  const std::optional<Json> format = Take(field::FORMAT);
+  if (!format || *format != mark) return refuse(otherwise);
+  const std::optional<Json> version = Take(field::VERSION);
+  const bool isNumber = version && version->is_number() && *version >= 1;
+  if (!isNumber) return refuse("it has no version");
+  if (*version <= newest) return true;
+  return refuse("it is of version " + version->dump() + ", which is newer than this program");
+}
+
 bool FieldTaker::Needs(const char* name) {
   return object.contains(name) || RefuseField(name, "it is missing", error);
 }

@@ -22,6 +22,9 @@ class FieldTaker {
 
   /// False unless it is an object.
   bool IsObject();
+  /// Takes the mark of the format and a version of it up to `newest`; `otherwise` is what is wrong with
+  /// another file.
+  bool TakeHead(const char* mark, int newest, const char* otherwise);
   bool Needs(const char* name);
   std::optional<Json> Take(const char* name);
   bool TakeNumber(const char* name, double& number);

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <utility>
 
+#include "stories/camera_fields.h"
 #include "stories/field_taker.h"
 
 namespace zovhost {
@@ -20,29 +21,6 @@ std::string PlaceOf(const char* list, std::size_t index) {
 
 bool IsArray(const Json& list, const char* name, std::string& error) {
   return list.is_array() || RefuseField(name, "it is no list", error);
-}
-
-// ---- a camera ----
-
-bool TakeLens(FieldTaker& fields, CameraParameters& camera) {
-  camera.SetHorizontalFOV(45.0);
-  camera.SetVerticalFOV(45.0);
-  camera.ortho_width = camera.ortho_height = 1.0;
-  for (const CameraNumber& number : CAMERA_NUMBERS) {
-    if (!fields.TakeNumber(number.name, camera.*number.place)) return false;
-  }
-  return fields.TakeChoice(PROJECTION, camera) &&
-         fields.TakeSwitch(field::PERSPECTIVE_WITH_ORTHO, camera.perspective_with_ortho);
-}
-
-bool TakeCamera(Json& object, CameraParameters& camera, std::string& error) {
-  FieldTaker fields(object, error);
-  if (!fields.IsObject()) return false;
-  for (const CameraPoint& point : CAMERA_POINTS) {
-    if (!fields.Needs(point.name) || !fields.TakePoint(point.name, camera.*point.place)) return false;
-  }
-  camera.pivot = camera.centre;
-  return fields.TakePoint(CAMERA_PIVOT.name, camera.*CAMERA_PIVOT.place) && TakeLens(fields, camera);
 }
 
 // What is left of it is in `unknown`.
@@ -183,33 +161,14 @@ class StoryReader {
   std::size_t shotCount = 0;
 };
 
-bool Refuse(std::string& error, const std::string& reason) {
-  error = reason;
-  return false;
-}
-
-bool TakeHead(Json& file, std::string& error) {
-  FieldTaker fields(file, error);
-  const std::optional<Json> format = fields.Take(field::FORMAT);
-  if (!format || *format != FORMAT_MARK) return Refuse(error, "it is no story");
-  const std::optional<Json> version = fields.Take(field::VERSION);
-  const bool isNumber = version && version->is_number() && *version >= 1;
-  if (!isNumber) return Refuse(error, "it has no version");
-  if (*version <= FORMAT_VERSION) return true;
-  return Refuse(error, "it is of version " + version->dump() + ", which is newer than this program");
-}
-
 }  // namespace
 
 std::unique_ptr<Story> ReadStory(Json file, UnknownFields& unknown, std::string& error) {
-  if (!file.is_object()) {
-    Refuse(error, "it is no story");
-    return nullptr;
-  }
-  if (!TakeHead(file, error)) return nullptr;
-  std::optional<Json> object = FieldTaker(file, error).Take(field::STORY);
+  FieldTaker fields(file, error);
+  if (!fields.TakeHead(FORMAT_MARK, FORMAT_VERSION, "it is no story")) return nullptr;
+  std::optional<Json> object = fields.Take(field::STORY);
   if (!object) {
-    Refuse(error, "story: it is missing");
+    error = "story: it is missing";
     return nullptr;
   }
   StoryReader reader(unknown, error);

@@ -94,11 +94,8 @@ class TreeBuilder : public nlohmann::json_sax<Json> {
   std::size_t count = 0;
 };
 
-// A file is 0 deep, its story 1, a sequence 3, a shot 5, a camera 6.
-constexpr int ON_ONE_LINE = 7;
-
-void Print(const OrderedJson& value, int depth, std::string& text) {
-  if (depth >= ON_ONE_LINE || !value.is_structured() || value.empty()) {
+void Print(const OrderedJson& value, int depth, int deep, std::string& text) {
+  if (depth >= deep || !value.is_structured() || value.empty()) {
     text += value.dump();
     return;
   }
@@ -108,7 +105,7 @@ void Print(const OrderedJson& value, int depth, std::string& text) {
   for (const auto& [name, member] : value.items()) {
     text += separator + indent;
     if (isObject) text += OrderedJson(name).dump() + ": ";
-    Print(member, depth + 1, text);
+    Print(member, depth + 1, deep, text);
     separator = ",\n";
   }
   text += "\n" + indent.substr(2) + (isObject ? "}" : "]");
@@ -125,9 +122,9 @@ bool ParseJson(std::string_view text, Json& root, std::string& error) {
   return Json::sax_parse(text.begin(), text.end(), &builder);
 }
 
-std::string PrintJson(const OrderedJson& root) {
+std::string PrintJson(const OrderedJson& root, int deep) {
   std::string text;
-  Print(root, 0, text);
+  Print(root, 0, deep, text);
   return text + "\n";
 }
 

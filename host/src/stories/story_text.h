@@ -21,7 +21,8 @@ constexpr std::size_t MOST_SHOTS = 10'000;  // of all sequences
 
 /// False puts one line into `error`.
 bool ParseJson(std::string_view text, Json& root, std::string& error);
-/// A field to a line, down to the fields of a camera; what lies deeper stands on one.
-std::string PrintJson(const OrderedJson& root);
+/// A field to a line; what lies `deep` objects and lists within each other stands on one. In a story that is
+/// a point of a camera.
+std::string PrintJson(const OrderedJson& root, int deep = 7);
 
 }  // namespace zovhost

@@ -2,16 +2,15 @@
 
 #include <utility>
 
+#include "stories/camera_fields.h"
 #include "stories/field_taker.h"
 #include "zovhost/wide_text.h"
 
 namespace zovhost {
 
-using Korvane::CameraParameters;
 using Korvane::Sequence;
 using Korvane::ShotSpecification;
 using Korvane::Story;
-using Korvane::Vector3;
 
 namespace {
 
@@ -20,8 +19,6 @@ void Append(const Json& unknown, OrderedJson& object) {
   auto& members = object.get_ref<OrderedJson::object_t&>();
   for (const auto& [name, value] : unknown.items()) members.emplace_back(name, OrderedJson(value));
 }
-
-OrderedJson FormatPoint(const Vector3& point) { return {point.x, point.y, point.z}; }
 
 class StoryWriter {
  public:
@@ -62,11 +59,11 @@ class StoryWriter {
     const UnknownFields::OfShot* const kept = FindKept(unknown.shots, shot);
     object[field::NAME] = WideToUtf8(shot.GetName());
     for (const Choice<ShotSpecification>& choice : SHOT_CHOICES) {
-      if (!PutChoice(choice, shot, object)) return false;
+      if (!PutChoice(choice, shot, object, error)) return false;
     }
     for (const ShotNumber& number : SHOT_NUMBERS) object[number.name] = (shot.*number.get)();
     object[field::LOOK_AT_CENTRE] = shot.GetLookAtCenterOfInterest();
-    if (!PutCamera(shot.GetCameraParameters(), object)) return false;
+    if (!PutCameraField(shot.GetCameraParameters(), object, error)) return false;
     if (shot.GetRecordedElementCount() > 0 && !PutElements(shot, object[field::RECORDED_ELEMENTS])) {
       return false;
     }
@@ -87,7 +84,7 @@ class StoryWriter {
 
   bool PutElement(const ShotSpecification::RecordedElement& element, OrderedJson& object) {
     object[field::TIME] = element.time;
-    return PutCamera(element.camera, object);
+    return PutCameraField(element.camera, object, error);
   }
 
   void AppendToElements(const UnknownFields::OfShot& kept, const ShotSpecification& shot,
@@ -100,26 +97,6 @@ class StoryWriter {
       Append(element.camera, now[field::CAMERA]);
       Append(element.fields, now);
     }
-  }
-
-  bool PutCamera(const CameraParameters& camera, OrderedJson& owner) {
-    OrderedJson& object = owner[field::CAMERA];
-    for (const CameraPoint& point : CAMERA_POINTS) object[point.name] = FormatPoint(camera.*point.place);
-    object[CAMERA_PIVOT.name] = FormatPoint(camera.*CAMERA_PIVOT.place);
-    const bool good = PutChoice(PROJECTION, camera, object);
-    object[field::PERSPECTIVE_WITH_ORTHO] = camera.perspective_with_ortho;
-    for (const CameraNumber& number : CAMERA_NUMBERS) object[number.name] = camera.*number.place;
-    return Within(std::string(".") + field::CAMERA, good, error);
-  }
-
-  template <class Object>
-  bool PutChoice(const Choice<Object>& choice, const Object& from, OrderedJson& object) {
-    const int number = choice.get(from);
-    if (number < 0 || number >= choice.count) {
-      return RefuseField(choice.name, "its number stands for nothing", error);
-    }
-    object[choice.name] = choice.names[number];
-    return true;
   }
 
   const UnknownFields& unknown;

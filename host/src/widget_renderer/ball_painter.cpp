@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "gl/gl_program.h"
+#include "projection/matrix.h"
 
 namespace zovhost {
 
@@ -17,21 +18,30 @@ constexpr const char* vertexSource = R"(
 layout(location = 0) in vec3 position;  // of the unit ball, and its normal
 uniform mat4 matrix;
 uniform mat4 view;
+uniform vec4 ball;  // its middle in view space, and its radius
+uniform float perspective;
 out vec3 normal;
+out vec3 toEye;
 void main() {
   normal = mat3(view) * position;
+  toEye = mix(vec3(0.0, 0.0, 1.0), -(ball.xyz + ball.w * normal), perspective);
   gl_Position = matrix * vec4(position, 1.0);
 }
 )";
 constexpr const char* fragmentSource = R"(
 uniform vec4 colour;
 in vec3 normal;
+in vec3 toEye;
 out vec4 fragment;
+// Green is calmer here than in the numbers that ask for it.
+vec3 Calm(vec3 c) { return vec3(c.r, 0.0, c.b) + c.g * vec3(0.14, 0.60, 0.29); }
 void main() {
   vec3 n = normalize(normal);
   float light = max(dot(n, normalize(vec3(-0.45, 0.65, 0.75))), 0.0);
   float shine = pow(light, 24.0);
-  vec3 shaded = colour.rgb * (0.38 + 0.62 * light) + vec3(0.45 * shine);
+  vec3 shaded = Calm(colour.rgb) * (0.55 + 0.45 * light) + vec3(0.25 * shine);
+  // A light rim, for a dark view; around it lies the dark one of the shadow, for a light view.
+  shaded = mix(vec3(0.93, 0.98, 0.94), shaded, smoothstep(0.36, 0.50, dot(n, normalize(toEye))));
   fragment = vec4(min(shaded, 1.0) * colour.a, colour.a);
 }
 )";
@@ -72,6 +82,8 @@ bool BallPainter::Create() {
   if (program == 0) return false;
   matrixLocation = glGetUniformLocation(program, "matrix");
   viewLocation = glGetUniformLocation(program, "view");
+  ballLocation = glGetUniformLocation(program, "ball");
+  perspectiveLocation = glGetUniformLocation(program, "perspective");
   colourLocation = glGetUniformLocation(program, "colour");
   const std::vector<float> positions = MakeVertices();
   const std::vector<std::uint16_t> corners = MakeIndices();
@@ -107,6 +119,10 @@ void BallPainter::Draw(const Projection& projection, const Korvane::Vector3& pos
   glBindVertexArray(vertexArray);
   SetMatrix(matrixLocation, ToFloat(Multiply(projection.GetViewProjection(), place)));
   SetMatrix(viewLocation, ToFloat(projection.GetView()));
+  const Korvane::Vector3 middle = TransformPoint(projection.GetView(), position);
+  glUniform4f(ballLocation, static_cast<float>(middle.x), static_cast<float>(middle.y),
+              static_cast<float>(middle.z), static_cast<float>(radius));
+  glUniform1f(perspectiveLocation, projection.GetProjection()[11] == 0.0 ? 0.0F : 1.0F);
   glUniform4fv(colourLocation, 1, colour.data());
   glDrawElements(GL_TRIANGLES, indexCount, GL_UNSIGNED_SHORT, nullptr);
 }

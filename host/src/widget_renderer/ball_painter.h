@@ -27,6 +27,8 @@ class BallPainter {
   GLint matrixLocation = -1;
   GLint viewLocation = -1;
   GLint colourLocation = -1;
+  GLint ballLocation = -1;
+  GLint perspectiveLocation = -1;
 };
 
 }  // namespace zovhost

@@ -71,6 +71,7 @@ class GLRenderer::Impl {
   TextureStore textures;
   IconStore icons;
   GLuint discTexture = 0;
+  GLuint ghostTexture = 0;
 
  private:
   LabelPicture PaintLabel(const LabelText& label) const;

@@ -23,6 +23,7 @@ constexpr double passNear = 0.05;
 constexpr double passFar = 20.0;
 constexpr double ballRim = 1.2;  // the rim around a ball, in its radii
 constexpr int discSize = 128;
+constexpr float ghostStrength = 1.6F;  // of the opacity of the shadow
 
 bool IsUsable(const Box2& box) {
   const double numbers[4] = {box.center.x, box.center.y, box.halfExtent.x, box.halfExtent.y};
@@ -61,6 +62,30 @@ Image MakeDisc() {
   return image;
 }
 
+// What shows of a ball through the model in front of it: a light line along its outline, a dark one around
+// that, and a tint within.
+Image MakeGhost() {
+  constexpr Korvane::Vector3 tint(0.14, 0.60, 0.29);
+  constexpr Korvane::Vector3 light(0.93, 0.98, 0.94);
+  constexpr Korvane::Vector3 dark(0.02, 0.16, 0.07);
+  const double outline = discSize / 2.0 / ballRim;
+  const double line = 0.16 * outline;
+  Image image{discSize, discSize, {}};
+  const double middle = (discSize - 1) / 2.0;
+  for (int y = 0; y < discSize; ++y) {
+    for (int x = 0; x < discSize; ++x) {
+      const double reach = std::hypot(x - middle, y - middle);
+      const Korvane::Vector3& colour = reach < outline - line ? tint : reach < outline ? light : dark;
+      const double strength = reach < outline - line ? 0.55 : reach < outline ? 1.0 : 0.7;
+      const double alpha = strength * std::clamp(discSize / 2.0 - 1.5 - reach, 0.0, 1.0);
+      for (const double channel : {colour.x, colour.y, colour.z, alpha}) {
+        image.rgba.push_back(static_cast<std::uint8_t>(std::lround(channel * 255.0)));
+      }
+    }
+  }
+  return image;
+}
+
 std::array<float, 4> ToColour(const float (&colour)[4]) {
   std::array<float, 4> result{};
   std::transform(colour, colour + 4, result.begin(), [](float c) { return std::clamp(c, 0.0F, 1.0F); });
@@ -72,7 +97,8 @@ std::array<float, 4> ToColour(const float (&colour)[4]) {
 bool GLRenderer::Impl::CreateObjects() {
   const GLStateGuard guard;
   discTexture = UploadTexture(MakeDisc(), {.mipmaps = true});
-  created = painter.Create() && balls.Create() && discTexture != 0;
+  ghostTexture = UploadTexture(MakeGhost(), {.mipmaps = true});
+  created = painter.Create() && balls.Create() && discTexture != 0 && ghostTexture != 0;
   if (!created) DestroyObjects();
   return created;
 }
@@ -84,7 +110,8 @@ void GLRenderer::Impl::DestroyObjects() {
   textures.Clear();
   icons.DestroyTextures();
   glDeleteTextures(1, &discTexture);
-  discTexture = 0;
+  glDeleteTextures(1, &ghostTexture);
+  discTexture = ghostTexture = 0;
   created = false;
 }
 
@@ -239,7 +266,11 @@ void GLRenderer::Impl::DrawBallShadow(const ResourceIcon3D& icon) {
   DrawState state = GetDrawState(material.drawMode);
   state.depthWrite = false;
   painter.SetState(state);
-  painter.Draw(ToFloat(identityMatrix), {ToColour(material.colour), discTexture});
+  if (material.drawMode != Renderer::DRAW_THROUGH) {
+    return painter.Draw(ToFloat(identityMatrix), {ToColour(material.colour), discTexture});
+  }
+  const float opacity = std::clamp(ghostStrength * material.colour[3], 0.0F, 1.0F);
+  painter.Draw(ToFloat(identityMatrix), {{1.0F, 1.0F, 1.0F, opacity}, ghostTexture});
 }
 
 }  // namespace zovhost

@@ -6,12 +6,15 @@
 #include <imgui.h>
 #include <imgui_internal.h>
 
+#include <algorithm>
 #include <cfloat>
+#include <cmath>
+#include <optional>
 #include <string>
 #include <utility>
 
+#include "window/gui_look.h"
 #include "window/panel_state.h"
-#include "zovhost/accent.h"
 #include "zovhost/phrases.h"
 #include "zovhost/window.h"
 
@@ -22,45 +25,13 @@ namespace {
 // A click takes effect in the frame after it, and a panel that changes its size settles in one more.
 constexpr int FRAMES_TO_SETTLE = 3;
 
-// Neutral and translucent, with the one accent of the kit.
-void SetLook() {
-  ImGui::StyleColorsDark();
-  ImGuiStyle& style = ImGui::GetStyle();
-  style.WindowRounding = 6.0F;
-  style.PopupRounding = 6.0F;
-  style.PopupBorderSize = 0.0F;
-  style.FrameRounding = 4.0F;
-  style.GrabRounding = 4.0F;
-  style.WindowBorderSize = 0.0F;
-  style.WindowPadding = ImVec2(12.0F, 10.0F);
-
-  const auto [red, green, blue] = ACCENT_COLOUR;
-  const ImVec4 accent(static_cast<float>(red), static_cast<float>(green), static_cast<float>(blue), 1.0F);
-  const ImVec4 light(0.71F, 0.84F, 0.95F, 1.0F);
-  const ImVec4 field(1.0F, 1.0F, 1.0F, 0.12F);
-  const ImVec4 hovered(1.0F, 1.0F, 1.0F, 0.22F);
-  style.Colors[ImGuiCol_WindowBg] = ImVec4(0.11F, 0.12F, 0.13F, 0.86F);
-  // Reads at 4.5 to 1 on a button of a panel over a white picture.
-  style.Colors[ImGuiCol_TextDisabled] = ImVec4(0.80F, 0.81F, 0.82F, 1.0F);
-  style.Colors[ImGuiCol_TitleBg] = style.Colors[ImGuiCol_WindowBg];
-  style.Colors[ImGuiCol_TitleBgActive] = style.Colors[ImGuiCol_WindowBg];
-  style.Colors[ImGuiCol_TitleBgCollapsed] = style.Colors[ImGuiCol_WindowBg];
-  style.Colors[ImGuiCol_FrameBg] = field;
-  style.Colors[ImGuiCol_FrameBgHovered] = hovered;
-  style.Colors[ImGuiCol_FrameBgActive] = hovered;
-  style.Colors[ImGuiCol_Button] = field;
-  style.Colors[ImGuiCol_ButtonHovered] = hovered;
-  style.Colors[ImGuiCol_ButtonActive] = accent;
-  style.Colors[ImGuiCol_Header] = field;
-  style.Colors[ImGuiCol_HeaderHovered] = hovered;
-  style.Colors[ImGuiCol_HeaderActive] = accent;
-  style.Colors[ImGuiCol_CheckMark] = light;
-  style.Colors[ImGuiCol_PlotHistogram] = accent;
-}
-
 bool IsPointerEvent(Uint32 type) {
   return type == SDL_MOUSEMOTION || type == SDL_MOUSEBUTTONDOWN || type == SDL_MOUSEBUTTONUP ||
          type == SDL_MOUSEWHEEL;
+}
+
+bool IsFingerEvent(Uint32 type) {
+  return type == SDL_FINGERDOWN || type == SDL_FINGERMOTION || type == SDL_FINGERUP;
 }
 
 bool IsKeyEvent(Uint32 type) {
@@ -76,6 +47,8 @@ class Gui::Impl {
 
   void BeginFrame();
   void EndFrame();
+  void SetLight(bool wanted);
+  bool IsLight() const { return light; }
   bool IsOverPanel(float pointX, float pointY) const;
   bool HasPointer() const { return pointerWasOver; }
   float GetPointsPerPixel() const;
@@ -86,7 +59,14 @@ class Gui::Impl {
   float GetPanelX(float x) const;
   bool OnNativeEvent(const SDL_Event& event);
   bool OnPointerEvent(const SDL_Event& event);
+  bool OnFingerEvent(const SDL_TouchFingerEvent& event);
+  void PressFinger(const SDL_TouchFingerEvent& event);
+  void LiftFinger();
+  void SendPointer(Uint32 type, ImVec2 point);
+  ImVec2 GetFingerPoint(const SDL_TouchFingerEvent& event) const;
   bool OnKeyEvent(const SDL_Event& event);
+  void SetDisplaySize() const;
+  ImVec2 ToPoints(int x, int y) const;
   bool IsTyping() const;
   void EndTyping(const SDL_Event& event);
   void OnPointerLeaves();
@@ -102,11 +82,18 @@ class Gui::Impl {
   int width;
   int height;
   double density;  // of a picture
+  bool light = false;
   int framesToSettle = 0;
   ImVec2 pointer = ImVec2(-FLT_MAX, -FLT_MAX);  // points from the top left; this value: not in the window
   bool pointerWasOver = false;
   unsigned buttonsOfPanels = 0;  // pressed over a panel and still held; one bit a button
   unsigned buttonsOfOthers = 0;
+  struct Finger {
+    SDL_TouchID device;
+    SDL_FingerID id;
+  };
+  std::optional<Finger> finger;  // that came down on a panel, and is its mouse
+  int framesToLeave = 0;         // until the pointer goes with the finger that was lifted
 };
 
 Gui::Impl::Impl(Window* overWindow, int pictureWidth, int pictureHeight, double pictureDensity)
@@ -119,7 +106,8 @@ Gui::Impl::Impl(Window* overWindow, int pictureWidth, int pictureHeight, double 
   io.IniFilename = nullptr;  // nothing is left behind on the disk
   // The cursor is the window's business.
   io.ConfigFlags |= ImGuiConfigFlags_NoMouseCursorChange;
-  SetLook();
+  SetShapes(ImGui::GetStyle());
+  SetColours(ImGui::GetStyle(), light);
   io.UserData = &panels;
   ImGui_ImplOpenGL3_Init("#version 330 core");
   if (window == nullptr) return;
@@ -158,14 +146,45 @@ void Gui::Impl::LoadFont() {
   panels.order.SetFont(*io.Fonts->Fonts[0]);
 }
 
+void Gui::Impl::SetLight(bool wanted) {
+  if (light == wanted) return;
+  light = wanted;
+  SetColours(context->Style, light);
+  if (window != nullptr) window->RequestFrame();
+}
+
+// The backend counts in units of the window system, which need not be points.
+void Gui::Impl::SetDisplaySize() const {
+  constexpr float ROUNDING = 0.01F;  // pixels, so that a fraction of a point is no pixel less
+  const float points = GetPointsPerPixel();
+  ImGuiIO& io = ImGui::GetIO();
+  io.DisplaySize = ImVec2((static_cast<float>(window->GetWidth()) + ROUNDING) * points,
+                          (static_cast<float>(window->GetHeight()) + ROUNDING) * points);
+  io.DisplayFramebufferScale = ImVec2(1.0F / points, 1.0F / points);
+}
+
+// A position of the window system's.
+ImVec2 Gui::Impl::ToPoints(int x, int y) const {
+  int unitsWide = 0;
+  int unitsHigh = 0;
+  SDL_GetWindowSize(window->GetNativeWindow(), &unitsWide, &unitsHigh);
+  const float points = GetPointsPerPixel();
+  const float unitX = static_cast<float>(window->GetWidth()) / static_cast<float>(std::max(1, unitsWide));
+  const float unitY = static_cast<float>(window->GetHeight()) / static_cast<float>(std::max(1, unitsHigh));
+  return {static_cast<float>(x) * unitX * points, static_cast<float>(y) * unitY * points};
+}
+
 void Gui::Impl::BeginFrame() {
   panels.mirrored = GetPhrases().GetLanguage().rightToLeft;
   LoadFont();
   ImGui_ImplOpenGL3_NewFrame();
   if (window != nullptr) {
     ImGui_ImplSDL2_NewFrame();
+    SetDisplaySize();
     // The backend asks for the pointer on the whole desktop, which SDL knows only after it has moved a while.
     ImGui::GetIO().MousePos = ImVec2(GetPanelX(pointer.x), pointer.y);
+    // It takes the buttons from the system's mouse, which no finger presses.
+    if (finger.has_value()) ImGui::GetIO().MouseDown[0] = true;
   } else {
     const float points = GetPointsPerPixel();
     ImGuiIO& io = ImGui::GetIO();
@@ -179,6 +198,7 @@ void Gui::Impl::EndFrame() {
   ImGui::Render();
   panels.order.Apply(*ImGui::GetDrawData(), panels.mirrored, ImGui::GetIO().FontGlobalScale);
   ImGui_ImplOpenGL3_RenderDrawData(ImGui::GetDrawData());
+  if (framesToLeave > 0 && --framesToLeave == 0) OnPointerLeaves();
   if (window == nullptr || (framesToSettle == 0 && !IsPanelAppearing() && !panels.font.IsOutdated())) return;
   if (framesToSettle > 0) --framesToSettle;
   window->RequestFrame();
@@ -219,9 +239,13 @@ bool Gui::Impl::IsOverPanel(float pointX, float pointY) const {
 
 bool Gui::Impl::OnNativeEvent(const SDL_Event& event) {
   if (IsPointerEvent(event.type)) return OnPointerEvent(event);
+  if (IsFingerEvent(event.type)) return OnFingerEvent(event.tfinger);
   if (IsKeyEvent(event.type)) return OnKeyEvent(event);
   if (event.type == SDL_WINDOWEVENT) {
-    if (event.window.event == SDL_WINDOWEVENT_FOCUS_LOST) buttonsOfPanels = buttonsOfOthers = 0;
+    if (event.window.event == SDL_WINDOWEVENT_FOCUS_LOST) {
+      LiftFinger();
+      buttonsOfPanels = buttonsOfOthers = 0;
+    }
     ImGui_ImplSDL2_ProcessEvent(&event);
     if (event.window.event == SDL_WINDOWEVENT_LEAVE) OnPointerLeaves();
   }
@@ -239,7 +263,8 @@ bool Gui::Impl::OnPointerEvent(const SDL_Event& event) {
     x = event.type == SDL_MOUSEMOTION ? event.motion.x : event.button.x;
     y = event.type == SDL_MOUSEMOTION ? event.motion.y : event.button.y;
   }
-  pointer = ImVec2(static_cast<float>(x), static_cast<float>(y));
+  pointer = ToPoints(x, y);
+  framesToLeave = 0;
   // Beside an open menu a press closes it and does no more.
   const bool over = !context->OpenPopupStack.empty() || IsOverPanel(pointer.x, pointer.y);
   const bool ofPanels = buttonsOfPanels != 0 || (over && buttonsOfOthers == 0);
@@ -256,6 +281,66 @@ bool Gui::Impl::OnPointerEvent(const SDL_Event& event) {
   ImGui_ImplSDL2_ProcessEvent(&event);
   Settle();
   return true;
+}
+
+// The first finger on a panel is its mouse until it is lifted, others there do nothing.
+bool Gui::Impl::OnFingerEvent(const SDL_TouchFingerEvent& event) {
+  const ImVec2 point = GetFingerPoint(event);
+  if (!std::isfinite(point.x) || !std::isfinite(point.y)) return true;
+  const bool isOwn = finger.has_value() && finger->device == event.touchId && finger->id == event.fingerId;
+  if (event.type == SDL_FINGERDOWN && !isOwn) {
+    const bool over = !context->OpenPopupStack.empty() || IsOverPanel(point.x, point.y);
+    if (over && !finger.has_value()) PressFinger(event);
+    if (!over && IsTyping()) SendPointer(SDL_MOUSEBUTTONDOWN, point);
+    return over;
+  }
+  if (!isOwn) return false;
+  SendPointer(SDL_MOUSEMOTION, point);
+  if (event.type == SDL_FINGERUP) LiftFinger();
+  return true;
+}
+
+void Gui::Impl::PressFinger(const SDL_TouchFingerEvent& event) {
+  const ImVec2 point = GetFingerPoint(event);
+  finger = Finger{event.touchId, event.fingerId};
+  SendPointer(SDL_MOUSEMOTION, point);
+  SendPointer(SDL_MOUSEBUTTONDOWN, point);
+}
+
+// It leaves no pointer behind, once what it has clicked on knows of it.
+void Gui::Impl::LiftFinger() {
+  if (!finger.has_value()) return;
+  finger.reset();
+  SendPointer(SDL_MOUSEBUTTONUP, pointer);
+  framesToLeave = FRAMES_TO_SETTLE - 1;
+}
+
+ImVec2 Gui::Impl::GetFingerPoint(const SDL_TouchFingerEvent& event) const {
+  const float points = GetPointsPerPixel();
+  return {std::floor(event.x * static_cast<float>(window->GetWidth()) * points),
+          std::floor(event.y * static_cast<float>(window->GetHeight()) * points)};
+}
+
+// As the mouse would, which counts in units of the window system.
+void Gui::Impl::SendPointer(Uint32 type, ImVec2 point) {
+  const ImVec2 unit = ToPoints(1, 1);
+  const auto x = static_cast<int>(std::lround(point.x / unit.x));
+  const auto y = static_cast<int>(std::lround(point.y / unit.y));
+  SDL_Event event = {};
+  event.type = type;
+  if (type == SDL_MOUSEMOTION) {
+    event.motion.windowID = SDL_GetWindowID(window->GetNativeWindow());
+    event.motion.x = x;
+    event.motion.y = y;
+  } else {
+    event.button.windowID = SDL_GetWindowID(window->GetNativeWindow());
+    event.button.button = SDL_BUTTON_LEFT;
+    event.button.clicks = 1;
+    event.button.state = type == SDL_MOUSEBUTTONDOWN ? SDL_PRESSED : SDL_RELEASED;
+    event.button.x = x;
+    event.button.y = y;
+  }
+  OnPointerEvent(event);
 }
 
 // Whoever typed a text knows of the press beside it, and that it is over.
@@ -304,6 +389,8 @@ Gui::Gui(int width, int height, double density)
 Gui::~Gui() = default;
 void Gui::BeginFrame() { impl->BeginFrame(); }
 void Gui::EndFrame() { impl->EndFrame(); }
+void Gui::SetLight(bool light) { impl->SetLight(light); }
+bool Gui::IsLight() const { return impl->IsLight(); }
 
 std::string Gui::TakeProblem() { return impl->TakeProblem(); }
 bool Gui::HasPointer() const { return impl->HasPointer(); }

@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdlib>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "korvane/platform.h"
+#include "window/desktop_scale.h"
 #include "window/window_impl.h"
 #include "zovhost/image.h"
 
@@ -37,8 +39,8 @@ bool CurrentDriverHasDisplay() {
     return value != nullptr && *value != '\0';
   };
   std::string drivers;
-  if (isSet("DISPLAY")) drivers = "x11";
-  if (isSet("WAYLAND_DISPLAY")) drivers += drivers.empty() ? "wayland" : ",wayland";
+  if (isSet("WAYLAND_DISPLAY")) drivers = "wayland";
+  if (isSet("DISPLAY")) drivers += drivers.empty() ? "x11" : ",x11";
   return drivers;
 }
 
@@ -67,12 +69,16 @@ void SetContextAttributes(int samples) {
   SDL_GL_SetAttribute(SDL_GL_MULTISAMPLESAMPLES, samples);
 }
 
-SdlWindow OpenNativeWindow(const Window::Options& options, int samples) {
+// Of a length in points, where units of the window system are pixels or a density is not known yet.
+int ToUnits(int points, double scale) { return static_cast<int>(std::lround(points * scale)); }
+
+SdlWindow OpenNativeWindow(const Window::Options& options, double unitsForPoint, int samples) {
   SetContextAttributes(samples);
   const Uint32 flags =
       SDL_WINDOW_OPENGL | (options.offscreen ? 0U : SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI);
   return SdlWindow(SDL_CreateWindow(options.title.c_str(), SDL_WINDOWPOS_UNDEFINED, SDL_WINDOWPOS_UNDEFINED,
-                                    options.width, options.height, flags));
+                                    ToUnits(options.width, unitsForPoint),
+                                    ToUnits(options.height, unitsForPoint), flags));
 }
 
 std::chrono::milliseconds FindFramePeriod(SDL_Window* window) {
@@ -115,6 +121,7 @@ bool Window::Impl::Open(const Options& options, std::string& error) {
   }
   offscreen = options.offscreen;
   clock = options.clock;
+  touchDevice = options.touchDevice;
   video = std::make_unique<SdlVideo>();
   if (!video->IsReady()) {
     error = std::string("cannot open a display: ") + SDL_GetError();
@@ -127,11 +134,16 @@ bool Window::Impl::Open(const Options& options, std::string& error) {
   SDL_EnableScreenSaver();
   // A first click on a window that is not in front counts as a click.
   SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
+  SDL_SetHint(SDL_HINT_TOUCH_MOUSE_EVENTS, "0");
 
+  chosenScale = LimitScale(options.scale);
+  if (!offscreen && HasDesktopScale()) desktopScale = FindDesktopScale();
+  const bool inPixels = offscreen || HasDesktopScale();
+  const double unitsForPoint = inPixels ? GetScale() : 1.0;
   // Not every driver smooths the edges of a window; one that does not is still good.
   const std::array<int, 2> attempts = {offscreen ? 0 : MULTISAMPLES, 0};
   for (const int samples : attempts) {
-    window = OpenNativeWindow(options, samples);
+    window = OpenNativeWindow(options, unitsForPoint, samples);
     context = window != nullptr ? SDL_GL_CreateContext(window.get()) : nullptr;
     if (context != nullptr) break;
   }
@@ -147,8 +159,27 @@ bool Window::Impl::Open(const Options& options, std::string& error) {
 }
 
 void Window::Impl::UpdateSize() {
-  SDL_GetWindowSize(window.get(), &pointWidth, &pointHeight);
+  SDL_GetWindowSize(window.get(), &unitWidth, &unitHeight);
   SDL_GL_GetDrawableSize(window.get(), &width, &height);
+}
+
+double Window::Impl::GetDensity() const {
+  return unitWidth > 0 ? static_cast<double>(width) / unitWidth : 1.0;
+}
+
+double Window::Impl::GetScale() const {
+  return chosenScale > 0.0 ? chosenScale : GetDensity() * desktopScale;
+}
+
+// 0 stays 0.
+double Window::Impl::LimitScale(double scale) {
+  if (!(scale > 0.0)) return 0.0;
+  return std::clamp(scale, LEAST_DISPLAY_SCALE, LARGEST_DISPLAY_SCALE);
+}
+
+bool Window::Impl::HasDesktopScale() {
+  const char* const driver = SDL_GetCurrentVideoDriver();
+  return driver != nullptr && std::string_view(driver) == "x11";
 }
 
 void Window::Close() { impl->closed = true; }
@@ -170,9 +201,8 @@ bool Window::IsOffscreen() const { return impl->offscreen; }
 bool Window::IsFocused() const { return impl->offscreen || SDL_GetKeyboardFocus() == impl->window.get(); }
 int Window::GetWidth() const { return impl->width; }
 int Window::GetHeight() const { return impl->height; }
-double Window::GetScale() const {
-  return impl->pointWidth > 0 ? static_cast<double>(impl->width) / impl->pointWidth : 1.0;
-}
+double Window::GetScale() const { return impl->GetScale(); }
+void Window::SetScale(double scale) { impl->SetScale(scale); }
 void Window::SetTitle(const std::string& title) { SDL_SetWindowTitle(impl->window.get(), title.c_str()); }
 SDL_Window* Window::GetNativeWindow() const { return impl->window.get(); }
 void* Window::GetNativeContext() const { return impl->context; }

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <utility>
 
+#include "window/desktop_scale.h"
 #include "window/window_impl.h"
 
 namespace zovhost {
@@ -50,6 +51,8 @@ void Window::Impl::Handle(const SDL_Event& event) {
     return;
   }
   if (event.type == SDL_WINDOWEVENT) HandleWindowEvent(event.window);
+  LoseFingersOfGoneDevices();
+  if (IsMadeUp(event)) return;
   if (nativeHook && nativeHook(event)) return;
   switch (event.type) {
     case SDL_MOUSEMOTION:
@@ -59,6 +62,10 @@ void Window::Impl::Handle(const SDL_Event& event) {
       return HandleButton(event.button);
     case SDL_MOUSEWHEEL:
       return HandleWheel(event.wheel);
+    case SDL_FINGERDOWN:
+    case SDL_FINGERMOTION:
+    case SDL_FINGERUP:
+      return HandleFinger(event.tfinger);
     case SDL_KEYDOWN:
     case SDL_KEYUP:
       return HandleKey(event.key);
@@ -84,10 +91,12 @@ void Window::Impl::HandleWindowEvent(const SDL_WindowEvent& event) {
       UpdateSize();
       frameRequested = true;
       return Send(MakeEvent(WindowEvent::Type::Resized));
+    case SDL_WINDOWEVENT_FOCUS_GAINED:
+      frameRequested = true;
+      return FollowDesktop();  // its settings may have been changed meanwhile
     case SDL_WINDOWEVENT_SHOWN:
     case SDL_WINDOWEVENT_EXPOSED:
     case SDL_WINDOWEVENT_RESTORED:
-    case SDL_WINDOWEVENT_FOCUS_GAINED:
       frameRequested = true;
       return;
     case SDL_WINDOWEVENT_LEAVE:
@@ -95,6 +104,7 @@ void Window::Impl::HandleWindowEvent(const SDL_WindowEvent& event) {
       return;
     case SDL_WINDOWEVENT_FOCUS_LOST:
       heldButtons = 0;
+      fingers.clear();
       SDL_CaptureMouse(SDL_FALSE);
       return Send(MakeEvent(WindowEvent::Type::FocusLost));
     default:
@@ -102,12 +112,27 @@ void Window::Impl::HandleWindowEvent(const SDL_WindowEvent& event) {
   }
 }
 
-// Points from the top left to pixels from the bottom left.
-void Window::Impl::SetPosition(WindowEvent& event, int pointX, int pointY) const {
-  const double scaleX = pointWidth > 0 ? static_cast<double>(width) / pointWidth : 1.0;
-  const double scaleY = pointHeight > 0 ? static_cast<double>(height) / pointHeight : 1.0;
-  event.x = static_cast<int>(std::floor(pointX * scaleX));
-  event.y = height - 1 - static_cast<int>(std::floor(pointY * scaleY));
+void Window::Impl::FollowDesktop() {
+  if (chosenScale > 0.0 || !HasDesktopScale()) return;
+  const double before = GetScale();
+  desktopScale = FindDesktopScale();
+  if (GetScale() != before) Send(MakeEvent(WindowEvent::Type::Resized));
+}
+
+void Window::Impl::SetScale(double scale) {
+  const double before = GetScale();
+  chosenScale = LimitScale(scale);
+  if (GetScale() == before) return;
+  frameRequested = true;
+  Send(MakeEvent(WindowEvent::Type::Resized));
+}
+
+// Units from the top left to pixels from the bottom left.
+void Window::Impl::SetPosition(WindowEvent& event, int unitX, int unitY) const {
+  const double scaleX = unitWidth > 0 ? static_cast<double>(width) / unitWidth : 1.0;
+  const double scaleY = unitHeight > 0 ? static_cast<double>(height) / unitHeight : 1.0;
+  event.x = static_cast<int>(std::floor(unitX * scaleX));
+  event.y = height - 1 - static_cast<int>(std::floor(unitY * scaleY));
 }
 
 void Window::Impl::HandleMotion(const SDL_MouseMotionEvent& event) {
@@ -134,7 +159,9 @@ void Window::Impl::HandleButton(const SDL_MouseButtonEvent& event) {
 
 void Window::Impl::HandleWheel(const SDL_MouseWheelEvent& event) {
   WindowEvent wheel = MakeEvent(WindowEvent::Type::Wheel);
-  wheel.wheel = static_cast<double>(event.preciseY);
+  // With Shift held, some window systems turn an upright wheel into a level one.
+  const bool isLaidOver = event.preciseY == 0.0F && (SDL_GetModState() & KMOD_SHIFT) != 0;
+  wheel.wheel = static_cast<double>(isLaidOver ? event.preciseX : event.preciseY);
   if (event.direction == SDL_MOUSEWHEEL_FLIPPED) wheel.wheel = -wheel.wheel;
   SetPosition(wheel, event.mouseX, event.mouseY);
   if (wheel.wheel != 0.0) Send(wheel);
@@ -158,10 +185,10 @@ void Window::Impl::HandleDrop(const SDL_DropEvent& event) {
 // ---- pointer jumps ----
 
 void Window::Impl::WarpPointer(int x, int y) {
-  const double pointsX = width > 0 ? static_cast<double>(pointWidth) / width : 1.0;
-  const double pointsY = height > 0 ? static_cast<double>(pointHeight) / height : 1.0;
-  const int targetX = static_cast<int>(std::floor(x * pointsX));
-  const int targetY = static_cast<int>(std::floor((height - 1 - y) * pointsY));
+  const double unitsX = width > 0 ? static_cast<double>(unitWidth) / width : 1.0;
+  const double unitsY = height > 0 ? static_cast<double>(unitHeight) / height : 1.0;
+  const int targetX = static_cast<int>(std::floor(x * unitsX));
+  const int targetY = static_cast<int>(std::floor((height - 1 - y) * unitsY));
 
   int nowX = 0;
   int nowY = 0;
@@ -176,9 +203,9 @@ void Window::Impl::WarpPointer(int x, int y) {
 }
 
 // Motions that were under way before the jump, and the one that the jump makes, are not the user's.
-bool Window::Impl::IsEchoOfWarp(int pointX, int pointY) {
+bool Window::Impl::IsEchoOfWarp(int unitX, int unitY) {
   if (!warping) return false;
-  const bool arrived = std::abs(pointX - warpX) <= 1 && std::abs(pointY - warpY) <= 1;
+  const bool arrived = std::abs(unitX - warpX) <= 1 && std::abs(unitY - warpY) <= 1;
   const bool tooLate = GetTime() - warpTime > LONGEST_WARP;
   if (arrived || tooLate) warping = false;
   return arrived || !tooLate;

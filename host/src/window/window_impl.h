@@ -5,6 +5,7 @@
 #include <chrono>
 #include <map>
 #include <memory>
+#include <vector>
 
 #include "zovhost/window.h"
 
@@ -51,19 +52,32 @@ class Window::Impl {
   int ChooseWait(int longestWait) const;
   void DrawFrame();
   void UpdateSize();
+  /// Pixels for one unit of the window system.
+  double GetDensity() const;
+  double GetScale() const;
+  void SetScale(double scale);
+  static double LimitScale(double scale);
+  /// Units of the window system are pixels, and how many of them a point has is told elsewhere.
+  static bool HasDesktopScale();
 
   // window_events.cpp
   void Handle(const SDL_Event& event);
+  void FollowDesktop();
   void HandleWindowEvent(const SDL_WindowEvent& event);
   void HandleMotion(const SDL_MouseMotionEvent& event);
   void HandleButton(const SDL_MouseButtonEvent& event);
   void HandleWheel(const SDL_MouseWheelEvent& event);
   void HandleKey(const SDL_KeyboardEvent& event);
   void HandleDrop(const SDL_DropEvent& event);
+  void HandleFinger(const SDL_TouchFingerEvent& event);
+  void LoseFingers();
+  void LoseFingersOfGoneDevices();
+  TouchDevice GetTouchDevice(SDL_TouchID id) const;
+  bool IsMadeUp(const SDL_Event& event) const;
   void Send(WindowEvent event);
-  void SetPosition(WindowEvent& event, int pointX, int pointY) const;
+  void SetPosition(WindowEvent& event, int unitX, int unitY) const;
   void WarpPointer(int x, int y);
-  bool IsEchoOfWarp(int pointX, int pointY);
+  bool IsEchoOfWarp(int unitX, int unitY);
 
   std::unique_ptr<SdlVideo> video;  // last to go
   SdlWindow window;
@@ -72,17 +86,32 @@ class Window::Impl {
   bool closed = false;
   int width = 0;  // pixels
   int height = 0;
-  int pointWidth = 0;
-  int pointHeight = 0;
+  int unitWidth = 0;  // units of the window system, in which it tells positions
+  int unitHeight = 0;
+  double chosenScale = 0.0;  // 0: none
+  double desktopScale = 1.0;
 
   std::function<Clock::time_point()> clock;
   bool frameRequested = true;
   Clock::time_point lastFrame;
   std::chrono::milliseconds framePeriod{0};
 
+  // A finger that is down; its place in the list is its number.
+  struct Finger {
+    SDL_TouchID device;
+    SDL_FingerID id;
+    bool known;  // the device was there
+    bool down;
+  };
+  Finger* FindFinger(const SDL_TouchFingerEvent& event);
+  Finger* TakeFinger(const SDL_TouchFingerEvent& event);
+
+  std::function<TouchDevice(std::int64_t)> touchDevice;
+  std::vector<Finger> fingers;
+
   unsigned heldButtons = 0;  // one bit a MouseButton
   bool warping = false;
-  int warpX = 0;  // points
+  int warpX = 0;  // units
   int warpY = 0;
   Clock::time_point warpTime;
 

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <string>
+
+namespace zovview {
+
+/// A file that the user is asked for.
+struct FileQuestion {
+  const char* text = "";    ///< What it is for, a line.
+  const char* button = "";  ///< What is done with it, a word.
+  bool saves = false;       ///< It is written, over whatever is there.
+  std::filesystem::path suggestion = {};
+  /// False, with one line in `error`, leaves the question open.
+  std::function<bool(const std::filesystem::path& file, std::string& error)> take = {};
+};
+
+}  // namespace zovview

@@ -1,0 +1,96 @@
+#include "view_pictures.h"
+
+#include <epoxy/gl.h>
+
+#include <cmath>
+
+#include "zovhost/offscreen_target.h"
+#include "zovhost/view_hub.h"
+
+namespace zovview {
+
+namespace {
+
+constexpr int SAMPLES = 4;
+
+// Binds the target for its life; what was bound comes back.
+class Bound {
+ public:
+  explicit Bound(const zovhost::OffscreenTarget& target) {
+    glGetIntegerv(GL_DRAW_FRAMEBUFFER_BINDING, &shown);
+    good = target.Bind();
+  }
+  ~Bound() { glBindFramebuffer(GL_FRAMEBUFFER, static_cast<GLuint>(shown)); }
+  Bound(const Bound&) = delete;
+  Bound& operator=(const Bound&) = delete;
+
+  bool IsGood() const { return good; }
+
+ private:
+  GLint shown = 0;
+  bool good = false;
+};
+
+bool DrawInto(const zovhost::OffscreenTarget& target, zovhost::GLSceneView& sceneView,
+              Korvane::CameraParameters camera) {
+  zovhost::ShapeToViewport(camera, target.GetWidth(), target.GetHeight());
+  const int selected = sceneView.GetOptions().selectedPart;
+  sceneView.GetOptions().selectedPart = -1;
+  const bool drawn = sceneView.Draw(camera, target.GetWidth(), target.GetHeight());
+  sceneView.GetOptions().selectedPart = selected;
+  return drawn;
+}
+
+bool Create(zovhost::OffscreenTarget& target, int width) {
+  return target.Create(width, static_cast<int>(std::lround(width / ViewPictures::PROPORTIONS)), SAMPLES);
+}
+
+}  // namespace
+
+ViewPictures::~ViewPictures() { Clear(); }
+
+unsigned ViewPictures::Find(const std::string& key, const Korvane::CameraParameters& camera, int width) {
+  const auto found = textures.find(key);
+  if (found != textures.end() && found->second.width == width) return found->second.texture;
+  wishes[key] = {camera, width};
+  return found != textures.end() ? found->second.texture : 0;
+}
+
+void ViewPictures::Forget(const std::string& key) {
+  wishes.erase(key);
+  const auto found = textures.find(key);
+  if (found == textures.end()) return;
+  glDeleteTextures(1, &found->second.texture);
+  textures.erase(found);
+}
+
+void ViewPictures::Clear() {
+  wishes.clear();
+  for (const auto& [key, picture] : textures) glDeleteTextures(1, &picture.texture);
+  textures.clear();
+}
+
+// One that cannot be drawn is not wanted again and again: its texture is none.
+void ViewPictures::DrawNext() {
+  if (wishes.empty()) return;
+  const auto [key, wish] = *wishes.begin();
+  Forget(key);
+  zovhost::OffscreenTarget target;
+  Picture picture = {0, wish.width};
+  if (Create(target, wish.width)) {
+    const Bound bound(target);
+    if (bound.IsGood() && DrawInto(target, sceneView, wish.camera) && target.Resolve()) {
+      picture.texture = target.TakeTexture();
+    }
+  }
+  textures[key] = picture;
+}
+
+bool ViewPictures::Draw(const Korvane::CameraParameters& camera, int width, zovhost::Image& picture) {
+  zovhost::OffscreenTarget target;
+  if (!Create(target, width)) return false;
+  const Bound bound(target);
+  return bound.IsGood() && DrawInto(target, sceneView, camera) && target.Read(picture);
+}
+
+}  // namespace zovview

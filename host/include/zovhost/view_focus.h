@@ -1,0 +1,96 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "korvane/orientor.h"
+#include "korvane/vector3.h"
+#include "zovhost/keyboard_focus.h"
+#include "zovhost/pointer_wrap.h"
+#include "zovhost/window.h"
+
+namespace Korvane {
+class CameraOperations;
+class HelmDisc;
+class NavigationBar;
+class Renderer;
+class Toolbar;
+}  // namespace Korvane
+
+namespace zovhost {
+
+/// The cube, whose parts a host can press by their numbers, whether or not they show.
+class PressableOrientor : public Korvane::Orientor {
+ public:
+  /// As a click on it would; see OrientorObserver::OrientorPart. Other numbers press nothing.
+  void Press(int part) { InjectClick(part); }
+};
+
+/// The focus of a view without a mouse: the 26 parts of the cube, its buttons, the wedges of the open disc,
+/// the items of the navigation bar and of the toolbars. It marks what is under the focus by a frame in the
+/// accent colour with a white one around it.
+///
+/// Arrows go round the cube, also over its far side, whose parts are marked faintly. Enter presses a part of
+/// the cube, and clicks on an item; a wedge it holds as long as the key is held, and arrows drag it.
+///
+/// What it works on is borrowed and outlives it. Positions are viewport pixels, origin at the bottom left.
+class ViewFocus {
+ public:
+  static constexpr int DRAG_STEP = 12;  // points, of an arrow while a wedge is held
+
+  struct Widgets {
+    Korvane::CameraOperations& hub;
+    Korvane::Renderer& renderer;
+    PressableOrientor& cube;
+    Korvane::HelmDisc& disc;
+    Korvane::NavigationBar& bar;
+    std::vector<Korvane::Toolbar*> toolbars;
+  };
+
+  /// `send` takes what keys do as a mouse, and gives it to the view manager.
+  ViewFocus(Widgets widgets, std::function<void(const WindowEvent&)> send);
+  ~ViewFocus();
+  ViewFocus(const ViewFocus&) = delete;
+  ViewFocus& operator=(const ViewFocus&) = delete;
+
+  /// Pixels for one point of the display; one that is not above 0 counts as 1.
+  void SetScale(double value) { scale = value > 0.0 ? value : 1.0; }
+  /// See KeyboardFocus.
+  void SetObserver(KeyboardFocus::Observer observer) { focus.SetObserver(std::move(observer)); }
+  bool OnEvent(const WindowEvent& event);
+  void Leave() { focus.Leave(); }
+  KeyboardFocus& GetFocus() { return focus; }
+  /// Once a frame, in a pass of its own, over the widgets.
+  void Draw(int viewportWidth, int viewportHeight);
+
+ private:
+  std::vector<FocusThing> ListCube();
+  FocusThing MakePart(int part);
+  void PlaceHidden(std::vector<FocusThing>& parts) const;
+  std::vector<FocusThing> ListCubeButtons();
+  std::vector<FocusThing> ListDisc();
+  std::vector<FocusThing> ListBar(Korvane::Toolbar* strip, const char* group);
+  std::optional<int> SteerCube(int part, FocusStep step) const;
+  std::string NamePart(int part) const;
+  std::string LoadText(int id) const;
+  void AddClick(FocusThing& thing, PixelPosition at, bool held);
+  void PressAt(PixelPosition at, bool down, bool held);
+  void Send(WindowEvent::Type type, PixelPosition at);
+  void PressPending();
+  void LetGo();
+  void DrawFrame(const Korvane::Box2& bounds, double opacity);
+
+  Widgets widgets;
+  std::function<void(const WindowEvent&)> send;
+  KeyboardFocus focus;
+  double scale = 1.0;
+  bool sending = false;
+  PixelPosition pointer;
+  int framesToPress = 0;  // until what is pressed has seen the pointer come
+  bool down = false;
+  bool letsGoThen = false;
+};
+
+}  // namespace zovhost

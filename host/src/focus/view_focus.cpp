@@ -1,0 +1,379 @@
+#include "zovhost/view_focus.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "focus/cube_steps.h"
+#include "focus/disc_wedges.h"
+#include "korvane/application_parameters.h"
+#include "korvane/camera_operations.h"
+#include "korvane/helm_disc.h"
+#include "korvane/navigation_bar.h"
+#include "korvane/orientor_observer.h"
+#include "korvane/renderer.h"
+#include "korvane/toolbar.h"
+#include "korvane/track_menu.h"
+#include "zovhost/accent.h"
+#include "zovhost/host_texts.h"
+#include "zovhost/wide_text.h"
+
+namespace zovhost {
+
+using Korvane::Box2;
+using Korvane::Orientor;
+using Korvane::OrientorObserver;
+using Korvane::Renderer;
+using Korvane::ToolbarItem;
+using Korvane::TrackMenu;
+using Korvane::Vector2;
+using Korvane::Vector3;
+using Type = WindowEvent::Type;
+
+namespace {
+
+constexpr int FRAMES_TO_FOLLOW = 2;    // a widget sees the pointer, and draws itself under it
+constexpr int ARROW_OF_ITEM = 100000;  // added to the tag of the item that it opens the list of
+// Halves of the frames: of the size of the cube for its faces, edges and corners, in points for others.
+constexpr std::array<double, 3> PART_SIZES = {0.16, 0.1, 0.08};
+constexpr double BUTTON_SIZE = 11.0;
+constexpr double WEDGE_SIZE = 12.0;
+constexpr double FRAME_WIDTH = 2.0;  // points
+constexpr double GAP = 1.0;
+constexpr double FAINT = 0.5;
+constexpr double FAR = 1e6;  // pixels
+
+struct CubeButton {
+  Orientor::OverlayPart part;
+  OrientorObserver::OrientorPart number;
+  FocusRole role;
+  int text;          // of the renderer; 0: none
+  const char* name;  // where there is none
+  bool isArrow;
+};
+constexpr std::array<CubeButton, 6> CUBE_BUTTONS = {{
+    {Orientor::OVERLAY_HOME, OrientorObserver::PART_HOME, FocusRole::Button, Korvane::STRING_CUBE_HOME, "",
+     false},
+    {Orientor::OVERLAY_ROTATE_COUNTER_CLOCKWISE, OrientorObserver::PART_ROTATE_COUNTER_CLOCKWISE,
+     FocusRole::Button, 0, "Turn counterclockwise", true},
+    {Orientor::OVERLAY_ROTATE_CLOCKWISE, OrientorObserver::PART_ROTATE_CLOCKWISE, FocusRole::Button, 0,
+     "Turn clockwise", true},
+    {Orientor::OVERLAY_LOCK, OrientorObserver::PART_LOCK, FocusRole::ToggleButton, Korvane::STRING_CUBE_LOCK,
+     "", false},
+    {Orientor::OVERLAY_CONTEXT_MENU, OrientorObserver::PART_CONTEXT_MENU, FocusRole::MenuButton,
+     Korvane::STRING_CUBE_MENU, "", false},
+    {Orientor::OVERLAY_UCS_MENU, OrientorObserver::PART_NONE, FocusRole::MenuButton,
+     Korvane::STRING_UCS_DEFAULT, "", false},
+}};
+
+Box2 MakeBox(PixelPosition at, double half) {
+  return Box2(Vector2(at.x + 0.5, at.y + 0.5), Vector2(half, half));
+}
+
+PixelPosition GetMiddle(const Box2& box) {
+  return {static_cast<int>(box.center.x), static_cast<int>(box.center.y)};
+}
+
+bool IsReachable(const ToolbarItem& item) {
+  const ToolbarItem::Type type = item.GetType();
+  const bool isHandle = type == ToolbarItem::TYPE_GRIP || type == ToolbarItem::TYPE_SEPARATOR ||
+                        type == ToolbarItem::TYPE_PLAIN;
+  return !isHandle && !item.IsHidden() && !item.IsExcluded() && item.GetBounds().halfExtent.x > 0.0;
+}
+
+double GetPartSize(int part) {
+  if (part < Orientor::FACE_COUNT) return PART_SIZES[0];
+  return part < OrientorObserver::PART_BACK_RIGHT_BOTTOM ? PART_SIZES[1] : PART_SIZES[2];
+}
+
+Vector2 GetMiddleInSight(const std::vector<FocusThing>& things) {
+  Vector2 least(FAR, FAR);
+  Vector2 most(-FAR, -FAR);
+  for (const FocusThing& thing : things) {
+    if (!thing.inSight) continue;
+    const Vector2 place = thing.bounds.center;
+    least = {std::min(least.x, place.x), std::min(least.y, place.y)};
+    most = {std::max(most.x, place.x), std::max(most.y, place.y)};
+  }
+  return (least + most) / 2.0;
+}
+
+}  // namespace
+
+ViewFocus::ViewFocus(Widgets ofView, std::function<void(const WindowEvent&)> toSend)
+    : widgets(std::move(ofView)), send(std::move(toSend)) {
+  focus.AddGroup([this] { return ListCube(); },
+                 [this](int part, FocusStep step) { return SteerCube(part, step); });
+  focus.AddGroup([this] { return ListCubeButtons(); });
+  focus.AddGroup([this] { return ListDisc(); });
+  focus.AddGroup([this] {
+    return widgets.bar.IsVisible() ? ListBar(widgets.bar.GetToolbar(), "Navigation bar")
+                                   : std::vector<FocusThing>();
+  });
+  for (Korvane::Toolbar* const strip : widgets.toolbars) {
+    focus.AddGroup([this, strip] { return ListBar(strip, "Toolbar"); });
+  }
+}
+
+ViewFocus::~ViewFocus() = default;
+
+bool ViewFocus::OnEvent(const WindowEvent& event) {
+  if (sending) return false;
+  const bool wasActive = focus.IsActive();
+  const bool used = focus.OnEvent(event);
+  if (used || wasActive != focus.IsActive()) widgets.hub.RequestApplicationUpdate();
+  return used;
+}
+
+std::string ViewFocus::LoadText(int id) const { return WideToUtf8(widgets.renderer.LoadStringResource(id)); }
+
+// ---- the cube ----
+
+// By the faces that meet there.
+std::string ViewFocus::NamePart(int part) const {
+  static constexpr std::array<int, 3> ORDER = {3, 1, 5};  // top, front and left, each after its opposite
+  std::string name;
+  const Vector3 direction = widgets.cube.GetGeometryPartDirection(part);
+  for (const int pair : ORDER) {
+    for (const int face : {pair, pair - 1}) {
+      if (!(widgets.cube.GetGeometryPartDirection(face).Dot(direction) > 0.0)) continue;
+      name.append(name.empty() ? "" : ", ").append(LoadText(HOST_TEXT_BACK + face));
+    }
+  }
+  return name;
+}
+
+FocusThing ViewFocus::MakePart(int part) {
+  PressableOrientor& cube = widgets.cube;
+  FocusThing thing;
+  thing.id = part;
+  thing.group = "Cube";
+  thing.name = NamePart(part);
+  thing.on = part == cube.GetClosestGeometryPart() && cube.ViewOnPartAxis();
+  PixelPosition at;
+  thing.inSight = cube.GetPartPosition(part, at.x, at.y);
+  thing.bounds = MakeBox(at, GetPartSize(part) * cube.GetScreenSize());
+  thing.press = [this, part](bool pressed) {
+    if (pressed) widgets.cube.Press(part);
+  };
+  return thing;
+}
+
+// Where that on the other side stands, mirrored at the middle of those that show.
+void ViewFocus::PlaceHidden(std::vector<FocusThing>& parts) const {
+  const Vector2 middle = GetMiddleInSight(parts);
+  for (FocusThing& thing : parts) {
+    if (thing.inSight) continue;
+    const Vector3 direction = widgets.cube.GetGeometryPartDirection(thing.id);
+    const int opposite = widgets.cube.GetGeometryPartIndex(-direction);
+    const FocusThing& other = parts[static_cast<std::size_t>(opposite)];
+    thing.bounds.center = other.inSight ? middle * 2.0 - other.bounds.center : middle;
+  }
+}
+
+// The part that the view looks at comes first.
+std::vector<FocusThing> ViewFocus::ListCube() {
+  std::vector<FocusThing> things;
+  if (!widgets.cube.GetParameters().visible) return things;
+  for (int part = 0; part < Orientor::GEOMETRY_PART_COUNT; ++part) things.push_back(MakePart(part));
+  PlaceHidden(things);
+  const int closest = widgets.cube.GetClosestGeometryPart();
+  if (closest > 0) std::swap(things[0], things[static_cast<std::size_t>(closest)]);
+  return things;
+}
+
+std::optional<int> ViewFocus::SteerCube(int part, FocusStep step) const {
+  const Korvane::ApplicationParameters& parameters = widgets.hub.GetApplicationParameters();
+  Korvane::CameraParameters camera;
+  widgets.hub.QueryCameraParameters(camera);
+  const Vector3 front = parameters.scene_front_direction.Normalized();
+  const Vector3 top = parameters.scene_up_direction.Normalized();
+  const CubeAxes axes{front, top, front.Cross(top)};
+  const Vector3 direction = widgets.cube.GetGeometryPartDirection(part);
+  const int next = widgets.cube.GetGeometryPartIndex(StepOnCube(direction, step, axes, camera));
+  return next >= 0 ? std::optional(next) : std::nullopt;
+}
+
+std::vector<FocusThing> ViewFocus::ListCubeButtons() {
+  PressableOrientor& cube = widgets.cube;
+  std::vector<FocusThing> things;
+  if (!cube.GetParameters().visible) return things;
+  for (const CubeButton& button : CUBE_BUTTONS) {
+    PixelPosition at;
+    if (button.isArrow && !cube.ViewOnPrincipalAxis()) continue;
+    if (!cube.GetOverlayPartPosition(button.part, at.x, at.y)) continue;
+    FocusThing thing;
+    thing.id = button.part;
+    thing.group = "Cube";
+    thing.name = button.text != 0 ? LoadText(button.text) : button.name;
+    thing.role = button.role;
+    thing.on =
+        button.part == Orientor::OVERLAY_LOCK && widgets.hub.GetApplicationParameters().lock_to_selection;
+    thing.bounds = MakeBox(at, BUTTON_SIZE * scale);
+    thing.press = [this, number = button.number](bool pressed) {
+      if (pressed && number == OrientorObserver::PART_NONE) return widgets.cube.OpenUCSMenu();
+      if (pressed) widgets.cube.Press(number);
+    };
+    things.push_back(std::move(thing));
+  }
+  return things;
+}
+
+// ---- the disc and the bars ----
+
+std::vector<FocusThing> ViewFocus::ListDisc() {
+  std::vector<FocusThing> things;
+  const bool isOpen = widgets.disc.GetActiveDisc() != Korvane::DiscType::None;
+  TrackMenu* const menu = isOpen ? widgets.disc.GetActiveTrackMenu() : nullptr;
+  if (menu == nullptr) return things;
+  for (const DiscWedge& wedge : FindWedges(*menu)) {
+    const TrackMenu::Region& region = *menu->GetRegion(wedge.region);
+    FocusThing thing;
+    thing.id = wedge.region;
+    thing.group = "Disc";
+    thing.name = LoadText(region.tooltipString);
+    if (thing.name.empty()) thing.name = LoadText(region.labelString);
+    thing.bounds = MakeBox(wedge.at, WEDGE_SIZE * scale);
+    AddClick(thing, wedge.at, true);
+    things.push_back(std::move(thing));
+  }
+  return things;
+}
+
+// The arrow of an item is a thing by itself.
+std::vector<FocusThing> ViewFocus::ListBar(Korvane::Toolbar* strip, const char* group) {
+  std::vector<FocusThing> things;
+  if (strip == nullptr || !strip->IsVisible()) return things;
+  for (int i = 0; i < strip->GetItems().GetCount(); ++i) {
+    const ToolbarItem& item = strip->GetItems().GetAt(i);
+    if (!IsReachable(item)) continue;
+    FocusThing thing;
+    thing.id = item.GetTag();
+    thing.group = group;
+    thing.name = WideToUtf8(item.GetTooltip());
+    thing.on = item.IsSelected();
+    thing.enabled = item.IsEnabled();
+    const bool isMenu = item.GetType() == ToolbarItem::TYPE_MORE_CONTROLS ||
+                        item.GetTag() == Korvane::NavigationBar::TAG_MENU;
+    thing.role = isMenu ? FocusRole::MenuButton : FocusRole::Button;
+    const bool hasArrow = item.GetType() == ToolbarItem::TYPE_FLYOUT_BUTTON;
+    thing.bounds = hasArrow ? item.GetNonFlyoutIconBounds() : item.GetBounds();
+    AddClick(thing, GetMiddle(thing.bounds), false);
+    things.push_back(thing);
+    if (!hasArrow) continue;
+    thing.id += ARROW_OF_ITEM;
+    thing.on = false;
+    thing.role = FocusRole::MenuButton;
+    thing.bounds = item.GetFlyoutIconBounds();
+    AddClick(thing, GetMiddle(thing.bounds), false);
+    things.push_back(std::move(thing));
+  }
+  return things;
+}
+
+// ---- clicks ----
+
+void ViewFocus::AddClick(FocusThing& thing, PixelPosition at, bool held) {
+  thing.press = [this, at, held](bool pressed) { PressAt(at, pressed, held); };
+  if (!held) return;
+  thing.drag = [this](int right, int up) {
+    const auto step = static_cast<int>(DRAG_STEP * scale);
+    pointer = {pointer.x + right * step, pointer.y + up * step};
+    if (down) Send(Type::MouseMove, pointer);
+  };
+}
+
+void ViewFocus::PressAt(PixelPosition at, bool pressed, bool held) {
+  if (!pressed) return held ? LetGo() : void();
+  pointer = at;
+  Send(Type::MouseMove, at);
+  framesToPress = FRAMES_TO_FOLLOW;
+  letsGoThen = !held;
+  widgets.hub.RequestApplicationUpdate();
+}
+
+void ViewFocus::PressPending() {
+  if (framesToPress == 0) return;
+  widgets.hub.RequestApplicationUpdate();
+  if (--framesToPress > 0) return;
+  down = true;
+  Send(Type::MouseDown, pointer);
+  if (std::exchange(letsGoThen, false)) LetGo();
+}
+
+// A disc stays where it is, others are left by the pointer.
+void ViewFocus::LetGo() {
+  if (framesToPress > 0) {
+    letsGoThen = true;
+    return;
+  }
+  if (!std::exchange(down, false)) return;
+  Send(Type::MouseUp, pointer);
+  if (widgets.disc.GetActiveDisc() == Korvane::DiscType::None) Send(Type::MouseLeave, {-1, -1});
+}
+
+void ViewFocus::Send(Type type, PixelPosition at) {
+  WindowEvent event;
+  event.type = type;
+  event.x = at.x;
+  event.y = at.y;
+  event.clicks = type == Type::MouseDown ? 1 : 0;
+  event.ofTouch = true;
+  const bool within = std::exchange(sending, true);
+  send(event);
+  sending = within;
+}
+
+// ---- the mark ----
+
+void ViewFocus::Draw(int viewportWidth, int viewportHeight) {
+  PressPending();
+  const FocusThing* const thing = focus.Get();
+  if (thing == nullptr || viewportWidth <= 0 || viewportHeight <= 0) return;
+  const Vector2 size(viewportWidth, viewportHeight);
+  const Box2 viewport(size / 2.0, size / 2.0);
+  Korvane::CameraParameters camera;
+  widgets.hub.QueryCameraParameters(camera);
+  if (!widgets.renderer.BeginRender(viewport, camera, Renderer::RENDER_OVERLAY)) return;
+  DrawFrame(thing->bounds, thing->inSight ? 1.0 : FAINT);
+  widgets.renderer.EndRender();
+}
+
+// Accent between two white lines, so that one of them stands out from any ground.
+void ViewFocus::DrawFrame(const Box2& bounds, double opacity) {
+  struct Line {
+    double outside;  // points from the thing
+    double width;
+    std::array<double, 3> colour;
+  };
+  constexpr std::array<double, 3> WHITE = {1.0, 1.0, 1.0};
+  constexpr std::array<Line, 2> LINES = {{{GAP + FRAME_WIDTH + 2.0, FRAME_WIDTH + 2.0, WHITE},
+                                          {GAP + FRAME_WIDTH + 1.0, FRAME_WIDTH, ACCENT_COLOUR}}};
+  for (const Line& line : LINES) {
+    const Vector2 half = bounds.halfExtent + Vector2(line.outside * scale);
+    const Vector2 inner = half - Vector2(line.width * scale);
+    const std::array<Box2, 4> sides = {Box2(bounds.center + Vector2(0.0, (half.y + inner.y) / 2.0),
+                                            Vector2(half.x, (half.y - inner.y) / 2.0)),
+                                       Box2(bounds.center - Vector2(0.0, (half.y + inner.y) / 2.0),
+                                            Vector2(half.x, (half.y - inner.y) / 2.0)),
+                                       Box2(bounds.center + Vector2((half.x + inner.x) / 2.0, 0.0),
+                                            Vector2((half.x - inner.x) / 2.0, inner.y)),
+                                       Box2(bounds.center - Vector2((half.x + inner.x) / 2.0, 0.0),
+                                            Vector2((half.x - inner.x) / 2.0, inner.y))};
+    std::vector<float> vertices;
+    for (const Box2& side : sides) {
+      const Vector2 low = side.Min();
+      const Vector2 high = side.Max();
+      for (const Vector2& corner : {low, Vector2(high.x, low.y), high, Vector2(low.x, high.y)}) {
+        for (const double value : {corner.x, corner.y, 0.0}) vertices.push_back(static_cast<float>(value));
+      }
+    }
+    Renderer::MaterialParams material;
+    for (std::size_t i = 0; i < 3; ++i) material.colour[i] = static_cast<float>(line.colour[i]);
+    material.colour[3] = static_cast<float>(opacity);
+    widgets.renderer.RenderGeometry(static_cast<unsigned>(vertices.size() / 3), vertices.data(), nullptr,
+                                    &material);
+  }
+}
+
+}  // namespace zovhost

@@ -1,0 +1,89 @@
+// The looks of panels and menus: their words read on whatever they stand on, over any view.
+#include <gtest/gtest.h>
+#include <imgui.h>
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "contrast.h"
+#include "graphics_context.h"
+#include "zovhost/gui.h"
+#include "zovhost/scene_ground.h"
+
+namespace {
+
+using zovtest::Colour;
+
+constexpr double readable = 4.5;
+
+Colour LayOver(const ImVec4& colour, const Colour& below) {
+  const std::array<double, 3> channels = {colour.x, colour.y, colour.z};
+  Colour result = {};
+  for (std::size_t i = 0; i < 3; ++i) result[i] = channels[i] * colour.w + below[i] * (1.0 - colour.w);
+  return result;
+}
+
+// What a word may stand on within a panel or a menu.
+constexpr auto fields = std::to_array<int>(
+    {ImGuiCol_FrameBg, ImGuiCol_FrameBgHovered, ImGuiCol_FrameBgActive, ImGuiCol_Button,
+     ImGuiCol_ButtonHovered, ImGuiCol_ButtonActive, ImGuiCol_Header, ImGuiCol_HeaderHovered,
+     ImGuiCol_HeaderActive, ImGuiCol_Tab, ImGuiCol_TabHovered, ImGuiCol_TabActive, ImGuiCol_TextSelectedBg});
+constexpr auto panels = std::to_array<int>({ImGuiCol_WindowBg, ImGuiCol_PopupBg, ImGuiCol_TitleBg,
+                                            ImGuiCol_TitleBgActive, ImGuiCol_TitleBgCollapsed});
+
+double FindLeastContrast(const Colour& view) {
+  double least = 21.0;
+  for (const int panel : panels) {
+    const Colour plain = LayOver(ImGui::GetStyleColorVec4(panel), view);
+    std::vector<Colour> grounds = {plain};
+    for (const int field : fields) grounds.push_back(LayOver(ImGui::GetStyleColorVec4(field), plain));
+    for (const Colour& ground : grounds) {
+      for (const int words : {ImGuiCol_Text, ImGuiCol_TextDisabled}) {
+        least =
+            std::min(least, zovtest::GetContrast(LayOver(ImGui::GetStyleColorVec4(words), ground), ground));
+      }
+    }
+  }
+  return least;
+}
+
+class GuiLook : public testing::TestWithParam<bool> {
+ protected:
+  zovtest::OffscreenContext context;
+};
+
+TEST_P(GuiLook, reads_over_black_and_white) {
+  zovhost::Gui gui(64, 64);
+  gui.SetLight(GetParam());
+  EXPECT_EQ(gui.IsLight(), GetParam());
+  EXPECT_GE(FindLeastContrast({0.0, 0.0, 0.0}), readable);
+  EXPECT_GE(FindLeastContrast({1.0, 1.0, 1.0}), readable);
+}
+
+INSTANTIATE_TEST_SUITE_P(Looks, GuiLook, testing::Bool(),
+                         [](const auto& look) { return look.param ? "light" : "dark"; });
+
+TEST(GuiLooks, read_on_the_ground_that_each_is_for) {
+  const zovtest::OffscreenContext context;
+  zovhost::Gui gui(64, 64);
+  for (const zovhost::SceneGround& ground : zovhost::GetSceneGrounds()) {
+    gui.SetLight(ground.lightPanels);
+    for (const auto& colour : {ground.top, ground.bottom}) {
+      EXPECT_GE(FindLeastContrast({colour[0], colour[1], colour[2]}), readable) << ground.name;
+    }
+  }
+}
+
+TEST(GuiLooks, change_while_the_program_runs) {
+  const zovtest::OffscreenContext context;
+  zovhost::Gui gui(64, 64);
+  const auto isBright = [] { return ImGui::GetStyleColorVec4(ImGuiCol_WindowBg).x > 0.5F; };
+  EXPECT_FALSE(isBright());
+  gui.SetLight(true);
+  EXPECT_TRUE(isBright());
+  gui.SetLight(false);
+  EXPECT_FALSE(isBright());
+}
+
+}  // namespace
