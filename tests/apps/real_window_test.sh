@@ -63,7 +63,7 @@ xdotool mouseup 1 mousemove --window "$window" 700 500
 settle
 must_change "an orbit over the edge"
 
-# The cube is at the top right, 102 pixels in a view of 600. The part under the pointer is lit up.
+# The cube is at the top right, some 80 pixels of a region of 180. The part under the pointer is lit up.
 xdotool key --window "$window" Home
 settle
 screen_x=$((left_edge + 800 - 120))
@@ -77,7 +77,7 @@ echo "bluish pixels of the cube: $plain without the pointer, $lit with it"
 [ "$lit" -gt $((plain + 40)) ] || fail "the part under the pointer is not lit up"
 expect_cursor "over the cube it is another" != "$orbit_cursor"
 snapshot before
-xdotool mousemove --window "$window" 746 28
+xdotool mousemove --window "$window" 738 36
 settle
 xdotool click 1
 settle

@@ -215,7 +215,7 @@ PixelBox FindEdges(const zovhost::Image& picture) {
   for (int y = 0; y < picture.height; ++y) {
     for (int x = 0; x < picture.width; ++x) {
       const bool isCaption = y > picture.height - 45 && x < picture.width / 2;
-      const bool isCube = y < 45 && x > picture.width - 45;
+      const bool isCube = y < 130 && x > picture.width - 58;  // beside a square of the picture's height
       if (isCaption || isCube || RedAt(picture, x, y) > 120) continue;
       box.left = std::min(box.left, x);
       box.right = std::max(box.right, x);
