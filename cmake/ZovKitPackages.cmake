@@ -22,6 +22,9 @@ set(ZOV_KIT_PACKAGES
 if(ZOV_WITH_SPNAV)
   list(APPEND ZOV_KIT_PACKAGES "window|ZOV_SPNAV|libspnav-dev|spnav")
 endif()
+if(ZOV_WITH_PORTAL)
+  list(APPEND ZOV_KIT_PACKAGES "window|ZOV_PORTAL|libportal-dev|libportal")
+endif()
 
 # zov_find_kit_packages(<library> <variable>): the variable becomes a list of the Debian packages that are
 # missing.

@@ -71,6 +71,7 @@ ROOMS = {room: names.split() for room, names in {
     "bars": "",
     "cube": "",
     "panels": "texts devices window",
+    "dialogs": "",
 }.items()}
 ROOM_OF_HEADER = {f"zovhost/{name}.h": room for room, names in {
     "projection": "projection",
@@ -94,6 +95,7 @@ ROOM_OF_HEADER = {f"zovhost/{name}.h": room for room, names in {
     "cube": "cube_dress",
     "bars": "navigation_bar_host toolbar_dress tooltip_note",
     "panels": "shot_editor_panel six_axis_panel",
+    "dialogs": "file_dialog",
 }.items() for name in names.split()}
 # What a room may know beside the standard library, by how the name of a header begins.
 FOREIGN = {room: tuple(names.split()) for room, names in {
@@ -109,6 +111,7 @@ FOREIGN = {room: tuple(names.split()) for room, names in {
     "scene_view": "epoxy/",
     "window": "SDL X11/ backends/ fontconfig/ ft2build.h imgui",
     "panels": "imgui",
+    "dialogs": "gio/ libportal/",
     "input": "SDL_keycode.h",
     "focus": "SDL_keycode.h",
     "devices": "SDL spnav.h sys/ fcntl.h poll.h unistd.h",

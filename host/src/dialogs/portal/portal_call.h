@@ -1,0 +1,40 @@
+#pragma once
+
+#include <libportal/portal.h>
+
+#include <memory>
+
+#include "zovhost/file_dialog.h"
+
+namespace zovhost {
+
+struct GObjectDeleter {
+  void operator()(gpointer object) const { g_object_unref(object); }
+};
+template <class Object>
+using GObjectPtr = std::unique_ptr<Object, GObjectDeleter>;
+
+/// One question to the portal, and its answer. On the thread whose main context is the default one.
+class PortalCall {
+ public:
+  explicit PortalCall(const FileDialog::Question& question) : asked(question) {}
+
+  /// False when the desktop has no portal.
+  bool Begin();
+  bool IsDone() const { return done; }
+  /// The desktop closes the dialog; it is done when that has been told.
+  void Cancel() { g_cancellable_cancel(cancellable.get()); }
+  const FileDialog::Answer& GetAnswer() const { return answer; }
+
+ private:
+  static void OnAnswered(GObject* source, GAsyncResult* result, gpointer call);
+  void Take(GVariant* reply, const GError* error);
+
+  const FileDialog::Question& asked;
+  GObjectPtr<XdpPortal> portal;
+  GObjectPtr<GCancellable> cancellable{g_cancellable_new()};
+  FileDialog::Answer answer;
+  bool done = false;
+};
+
+}  // namespace zovhost
