@@ -33,7 +33,7 @@ PUBLIC = {
     "foundation": """export fwd math vector2 vector3 quaternion box2 box3 ray plane3d color_rgba platform timer
         interval_timer changing_in_time aspect_ratio_adjuster observer_list observer_set owned_list
         lifeline running resource_ids cam3d_controller_parameters orientor_parameters""",
-    "camera": """camera_parameters application_parameters operation camera_operations shot shot_parameters
+    "camera": """camera_parameters application_parameters fit_margins operation camera_operations shot shot_parameters
         borrowed_settings shot_watch""",
     "render": "renderer renderer_loans icon2d pixel_icon2d icon3d",
     "story/history": "rewind_history rewind_record",

@@ -9,6 +9,7 @@
 #include <system_error>
 #include <utility>
 
+#include "text_path.h"
 #include "view_story.h"
 #include "zovhost/panel_texts.h"
 #include "zovhost/phrases.h"
@@ -74,13 +75,6 @@ bool DrawPath(const char* id, std::string& path, ImGuiInputTextFlags flags) {
   ImGui::SetNextItemWidth(-FLT_MIN);
   const zovhost::UprightItem upright;
   return ImGui::InputText(id, &path, flags);
-}
-
-// Texts of the panels are UTF-8 on every system.
-fs::path ToPath(const std::string& text) { return fs::path(std::u8string(text.begin(), text.end())); }
-std::string ToText(const fs::path& path) {
-  const std::u8string text = path.u8string();
-  return {text.begin(), text.end()};
 }
 
 }  // namespace

@@ -128,6 +128,14 @@ constexpr ViewCommand MakeLanguageCommand(const char* name, const char* label) {
   return {Languages, name, label, "", SDLK_UNKNOWN, UseLanguage<INDEX>, IsLanguage<INDEX>};
 }
 
+void OpenModel(const ViewTarget& target) {
+  if (target.askForFile) target.askForFile({FileRequest::Kind::OpenModel});
+}
+template <int ENLARGEMENT>
+void SavePicture(const ViewTarget& target) {
+  if (target.askForFile) target.askForFile({FileRequest::Kind::SavePicture, ENLARGEMENT});
+}
+
 constexpr ViewCommand COMMANDS[] = {
     {Views, "previous-view", "View before", "Alt+Left", SDLK_LEFT, StepBack, nullptr, ALT},
     {Views, "next-view", "View after", "Alt+Right", SDLK_RIGHT, StepForward, nullptr, ALT},
@@ -289,6 +297,10 @@ constexpr ViewCommand COMMANDS[] = {
     {StoryFile, "save-story", "Save story", "", SDLK_UNKNOWN, AskForStory<StoryRequest::Save>},
     {StoryFile, "save-story-as", "Save as...", "", SDLK_UNKNOWN, AskForStory<StoryRequest::SaveAs>},
     {StoryFile, "export-story", "Export...", "", SDLK_UNKNOWN, AskForStory<StoryRequest::Export>},
+    {File, "open-model", "Open...", "Ctrl+O", SDLK_o, OpenModel, nullptr, CONTROL},
+    {Picture, "save-picture", "As large as the view", "Ctrl+S", SDLK_s, SavePicture<1>, nullptr, CONTROL},
+    {Picture, "save-picture-2", "Twice as large", "", SDLK_UNKNOWN, SavePicture<2>},
+    {Picture, "save-picture-4", "Four times as large", "", SDLK_UNKNOWN, SavePicture<4>},
     {Shot, "play-shot", "Play", "", SDLK_UNKNOWN, PlayShot},
     {Shot, "preview-shot", "Preview, and back", "", SDLK_UNKNOWN, PreviewShot},
     {Shot, "fly-to-shot", "Fly to its start", "", SDLK_UNKNOWN, FlyToShot},

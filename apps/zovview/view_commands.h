@@ -6,6 +6,7 @@
 #include <span>
 #include <string_view>
 
+#include "file_request.h"
 #include "selection.h"
 #include "story_request.h"
 #include "zovhost/view_hub.h"
@@ -44,7 +45,11 @@ struct ViewTarget {
   std::function<void()> toggleDevicePage = {};  ///< Empty: nobody can.
   Preferences* preferences = nullptr;           ///< Null: there are none.
   ViewList* views = nullptr;                    ///< Null: none are kept.
-  const double* scale = nullptr;                ///< Pixels for one point of the display; null: 1.
+  /// Empty: nobody can.
+  std::function<void(const FileRequest& request)> askForFile = {};
+  /// Opens a file that was opened before; empty: nobody can.
+  std::function<void(const std::string& file)> openFile = {};
+  const double* scale = nullptr;  ///< Pixels for one point of the display; null: 1.
 };
 
 /// Something that a key does, the panel or a menu.
@@ -75,7 +80,9 @@ struct ViewCommand {
     KeptViews,
     Story,
     StoryFile,
-    Shot,  // of the menu of a shot
+    File,     // of lists in the panel and the menu of the view
+    Picture,  // likewise
+    Shot,     // of the menu of a shot
     // Of the panel, of a list in the menu of the view, and of the menu of the device's button.
     Device,
     DeviceSettings,

@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "bound_target.h"
 #include "zovhost/offscreen_target.h"
 #include "zovhost/view_hub.h"
 
@@ -12,24 +13,6 @@ namespace zovview {
 namespace {
 
 constexpr int SAMPLES = 4;
-
-// Binds the target for its life; what was bound comes back.
-class Bound {
- public:
-  explicit Bound(const zovhost::OffscreenTarget& target) {
-    glGetIntegerv(GL_DRAW_FRAMEBUFFER_BINDING, &shown);
-    good = target.Bind();
-  }
-  ~Bound() { glBindFramebuffer(GL_FRAMEBUFFER, static_cast<GLuint>(shown)); }
-  Bound(const Bound&) = delete;
-  Bound& operator=(const Bound&) = delete;
-
-  bool IsGood() const { return good; }
-
- private:
-  GLint shown = 0;
-  bool good = false;
-};
 
 bool DrawInto(const zovhost::OffscreenTarget& target, zovhost::GLSceneView& sceneView,
               Korvane::CameraParameters camera) {
@@ -78,7 +61,7 @@ void ViewPictures::DrawNext() {
   zovhost::OffscreenTarget target;
   Picture picture = {0, wish.width};
   if (Create(target, wish.width)) {
-    const Bound bound(target);
+    const BoundTarget bound(target);
     if (bound.IsGood() && DrawInto(target, sceneView, wish.camera) && target.Resolve()) {
       picture.texture = target.TakeTexture();
     }
@@ -89,7 +72,7 @@ void ViewPictures::DrawNext() {
 bool ViewPictures::Draw(const Korvane::CameraParameters& camera, int width, zovhost::Image& picture) {
   zovhost::OffscreenTarget target;
   if (!Create(target, width)) return false;
-  const Bound bound(target);
+  const BoundTarget bound(target);
   return bound.IsGood() && DrawInto(target, sceneView, camera) && target.Read(picture);
 }
 

@@ -10,6 +10,8 @@
 #include <utility>
 
 #include "language_commands.h"
+#include "picture_file.h"
+#include "text_path.h"
 #include "view_commands.h"
 #include "zovhost/accent.h"
 #include "zovhost/panel_texts.h"
@@ -30,6 +32,7 @@ constexpr double FIT_MARGIN = 0.05;     // of the view, at each side
 constexpr double MOST_COVERED = 0.5;    // of a view by the panel: beyond that a fit does not mind it
 constexpr float EDITOR_RIGHT = 220.0F;  // points: beside the cube
 constexpr float EDITOR_TOP = 12.0F;
+constexpr std::size_t MOST_RECENT = 10;
 constexpr double MARK_WIDTH = 2.0;  // points
 constexpr SDL_Keycode SHARP_S = 0xDF;
 
@@ -88,7 +91,7 @@ Viewer::Viewer(zovhost::Window& onWindow, const Options& options)
       log(options.log),
       namedViews({[this] { window.RequestFrame(); }, [this](const std::string& line) { Tell(line); },
                   [this] { return FindModelFolder(); },
-                  [this](FileQuestion question) { desk.AskForFile(std::move(question)); },
+                  [this](FileQuestion question) { files.Ask(std::move(question)); },
                   [this](const Korvane::CameraParameters& camera) { Fly(camera); }},
                  sceneView),
       cursorScales(Korvane::CURSOR_NONE, 0.0),
@@ -99,6 +102,9 @@ Viewer::Viewer(zovhost::Window& onWindow, const Options& options)
             [this](const Korvane::Story& story, const StoryExport::Options& wanted, std::string& error) {
               return BeginExport(story, wanted, error);
             }}),
+      files({[this] { window.Wake(); },
+             [this](FileQuestion question) { desk.AskForFile(std::move(question)); },
+             [this](const std::string& line) { ShowMessage(line); }}),
       devices(window),
       firstStory(options.story),
       firstView(options.view),
@@ -132,7 +138,8 @@ void Viewer::AddView() {
         devices.TogglePage();
         window.RequestFrame();
       },
-      &preferences, &namedViews}));
+      &preferences, &namedViews, [this, index](const FileRequest& request) { AskForFile(index, request); },
+      [this](const std::string& file) { Open({ToPath(file)}); }}));
   Viewport& view = *views.back();
   view.GetRenderer().SetFaceShow(
       [this](const zovhost::SceneFace* face) { sceneView.SetFaceHighlight(face); });
@@ -235,6 +242,7 @@ void Viewer::Open(const ModelSource& source) {
 }
 
 void Viewer::OnWake() {
+  files.TakeAnswer();
   if (devices.TakeWake() && window.IsFocused()) window.RequestFrame();
   LoadWaiting();
 }
@@ -318,6 +326,7 @@ void Viewer::ShowModel(LoadedModel model) {
   scene->PrepareFaces();
   BeginRecording(model);
   modelFile = model.source.file;
+  NoteRecent(modelFile);
   PresentFirstStory();
   contents.name = model.source.GetName();
   contents.triangleCount = scene->GetTriangleCount();
@@ -501,6 +510,35 @@ void Viewer::Run(const ViewCommand& command) {
 void Viewer::ShowHelp() {
   panel.ShowHelp();
   window.RequestFrame();
+}
+
+void Viewer::AskForFile(std::size_t view, const FileRequest& request) {
+  if (request.kind == FileRequest::Kind::OpenModel) {
+    const auto open = [this](const std::filesystem::path& file, std::string& /*error*/) {
+      Open({file});
+      return true;
+    };
+    return files.Ask({"Open a model", "Open", false, FindModelFolder() / modelFile.filename(), open});
+  }
+  const auto write = [this, view, enlargement = request.enlargement](const std::filesystem::path& file,
+                                                                     std::string& error) {
+    return WritePictureFile(file, views[view]->GetHub(), sceneView, enlargement, window.GetScale(), error);
+  };
+  const std::filesystem::path name = modelFile.empty() ? "view" : modelFile.stem();
+  files.Ask(
+      {"Save a picture of the view as", "Save", true, FindModelFolder() / (name.string() + ".png"), write});
+}
+
+void Viewer::NoteRecent(const std::filesystem::path& file) {
+  if (file.empty()) return;
+  preferences.Edit([&file](Choices& choices) {
+    std::error_code ignored;
+    const std::string text = ToText(std::filesystem::absolute(file, ignored));
+    std::vector<std::string>& recent = choices.recentFiles;
+    std::erase(recent, text);
+    recent.insert(recent.begin(), text);
+    recent.resize(std::min(recent.size(), MOST_RECENT));
+  });
 }
 
 void Viewer::AskForStory(std::size_t view, StoryRequest request) {

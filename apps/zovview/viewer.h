@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "event_log.h"
+#include "file_desk.h"
 #include "korvane/interval_timer.h"
 #include "model_source.h"
 #include "progress_line.h"
@@ -129,6 +130,8 @@ class Viewer {
   void OpenMenu(std::size_t view, ViewerMenus::Kind kind, std::optional<ViewerMenus::Corner> at = {});
   void OpenBarMenu(std::size_t view, ViewBars::Menu menu, const zovhost::BarMenuPlace& place);
   void ShowHelp();
+  void AskForFile(std::size_t view, const FileRequest& request);
+  void NoteRecent(const std::filesystem::path& file);
   void AskForStory(std::size_t view, StoryRequest request);
   void LeaveStories(const std::function<void()>& then);
   std::unique_ptr<StoryExport> BeginExport(const Korvane::Story& story, const StoryExport::Options& options,
@@ -174,6 +177,7 @@ class Viewer {
   zovhost::KeyboardFocus panelFocus;
   ViewerMenus menus;
   StoryDesk desk;
+  FileDesk files;
   ViewDevices devices;
   std::filesystem::path modelFile;  // of the scene that shows; empty for the generated one
   std::filesystem::path firstStory;

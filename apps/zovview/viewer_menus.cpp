@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "korvane/helm_disc.h"
+#include "preferences.h"
 #include "zovhost/panel_texts.h"
 #include "zovhost/phrases.h"
 
@@ -93,7 +94,33 @@ const ViewCommand* DrawDeviceList(const ViewTarget& target) {
   return chosen;
 }
 
+// Their names; what tells two of one name apart is the folder.
+void DrawRecentFiles(const ViewTarget& target) {
+  if (target.preferences == nullptr || !target.openFile) return;
+  const std::vector<std::string>& files = target.preferences->Get().recentFiles;
+  if (files.empty() || !ImGui::BeginMenu(zovhost::SayLabel("Opened before"))) return;
+  std::string chosen;
+  for (const std::string& file : files) {
+    const std::string name = zovhost::ToPanelText(file.substr(file.find_last_of('/') + 1));
+    if (ImGui::MenuItem((name + "###" + file).c_str())) chosen = file;
+    if (ImGui::IsItemHovered()) ImGui::SetTooltip("%s", zovhost::ToPanelText(file).c_str());
+  }
+  ImGui::EndMenu();
+  if (!chosen.empty()) target.openFile(chosen);
+}
+
+const ViewCommand* DrawFileList(const ViewTarget& target) {
+  if (!ImGui::BeginMenu(zovhost::SayLabel("File"))) return nullptr;
+  const ViewCommand* const file = DrawItems(Place::File, target);
+  DrawRecentFiles(target);
+  const ViewCommand* const picture = DrawList("Picture of the view", Place::Picture, target);
+  ImGui::EndMenu();
+  return file != nullptr ? file : picture;
+}
+
 const ViewCommand* DrawViewMenu(const ViewTarget& target) {
+  const ViewCommand* const file = DrawFileList(target);
+  ImGui::Separator();
   const ViewCommand* const tool = DrawItems(Place::Tools, target);
   ImGui::Separator();
   const ViewCommand* const view = DrawItems(Place::Views, target);
@@ -106,7 +133,7 @@ const ViewCommand* DrawViewMenu(const ViewTarget& target) {
   const ViewCommand* const language = DrawList("Language", Place::Languages, target);
   const ViewCommand* const style = DrawList("Mouse and keys", Place::Styles, target);
   const ViewCommand* const pivot = DrawList("Orbit", Place::Pivots, target);
-  for (const ViewCommand* chosen : {tool, view, disc, bar, ground, story, style, pivot, device}) {
+  for (const ViewCommand* chosen : {file, tool, view, disc, bar, ground, story, style, pivot, device}) {
     if (chosen != nullptr) return chosen;
   }
   return language;

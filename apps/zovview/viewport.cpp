@@ -56,6 +56,8 @@ Viewport::Viewport(Surroundings around)
              surroundings.toggleDevicePage,
              surroundings.preferences,
              surroundings.views,
+             surroundings.askForFile,
+             surroundings.openFile,
              &scale} {
   renderer.SetHost(&pointer);
   manager.SetRenderer(&renderer);

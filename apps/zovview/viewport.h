@@ -55,6 +55,9 @@ class Viewport {
     Preferences* preferences = nullptr;
     /// The views that the user keeps. Borrowed; null: none are kept.
     ViewList* views = nullptr;
+    /// Files of models and pictures; empty: nobody can.
+    std::function<void(const FileRequest& request)> askForFile = {};
+    std::function<void(const std::string& file)> openFile = {};
     /// The cube as the library has it, in pixels, as recordings that name no scale were made with.
     bool plainCube = false;
   };

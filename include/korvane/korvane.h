@@ -15,6 +15,7 @@
 #include "korvane/changing_in_time.h"
 #include "korvane/color_rgba.h"
 #include "korvane/export.h"
+#include "korvane/fit_margins.h"
 #include "korvane/fwd.h"
 #include "korvane/helm_disc.h"
 #include "korvane/helm_disc_observer.h"

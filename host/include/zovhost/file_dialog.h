@@ -36,6 +36,9 @@ class FileDialog {
 
   /// Whether the kit was made with the portal.
   static bool IsBuiltIn();
+  /// Whether there may be one: the kit was made with the portal, and the process is in a session of a
+  /// desktop.
+  static bool IsAvailable();
 
   /// `wake` is called when an answer has come, from another thread; see Window::Wake. Empty: nobody is.
   explicit FileDialog(std::function<void()> wake);

@@ -12,6 +12,7 @@ class FileDialog::Impl {
 };
 
 bool FileDialog::IsBuiltIn() { return false; }
+bool FileDialog::IsAvailable() { return false; }
 
 FileDialog::FileDialog(std::function<void()> wake) : impl(std::make_unique<Impl>()) {
   impl->wake = std::move(wake);

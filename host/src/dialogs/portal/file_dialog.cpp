@@ -99,6 +99,7 @@ void FileDialog::Impl::Close() {
 }
 
 bool FileDialog::IsBuiltIn() { return true; }
+bool FileDialog::IsAvailable() { return PortalCall::HasSession(); }
 
 FileDialog::FileDialog(std::function<void()> wake) : impl(std::make_unique<Impl>(std::move(wake))) {}
 FileDialog::~FileDialog() = default;

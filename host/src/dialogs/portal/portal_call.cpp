@@ -29,14 +29,6 @@ std::string ReadEnvironment(const char* name) {
   return value != nullptr ? value : std::string();
 }
 
-// GLib would start a bus of its own for a process that is in no session.
-bool HasSession() {
-  if (!ReadEnvironment("DBUS_SESSION_BUS_ADDRESS").empty()) return true;
-  const std::filesystem::path folder = ReadEnvironment("XDG_RUNTIME_DIR");
-  std::error_code ignored;
-  return folder.is_absolute() && std::filesystem::exists(folder / "bus", ignored);
-}
-
 // Whether the bus answers a question about the portal's name, and not with a refusal.
 VariantPtr AskBus(GDBusConnection* bus, const char* method, GVariant* parameters) {
   return VariantPtr(g_dbus_connection_call_sync(
@@ -46,7 +38,7 @@ VariantPtr AskBus(GDBusConnection* bus, const char* method, GVariant* parameters
 
 // Running, or started by this. One that nobody has told how to start may run all the same.
 bool HasPortal() {
-  if (!HasSession()) return false;
+  if (!PortalCall::HasSession()) return false;
   const GObjectPtr<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
   if (bus == nullptr) return false;
   g_dbus_connection_set_exit_on_close(bus.get(), FALSE);  // a session that ends is no reason to die here
@@ -83,6 +75,14 @@ std::filesystem::path FindFile(GVariant* reply) {
 const char* OrNull(const std::string& text) { return text.empty() ? nullptr : text.c_str(); }
 
 }  // namespace
+
+// GLib would start a bus of its own for a process that is in no session.
+bool PortalCall::HasSession() {
+  if (!ReadEnvironment("DBUS_SESSION_BUS_ADDRESS").empty()) return true;
+  const std::filesystem::path folder = ReadEnvironment("XDG_RUNTIME_DIR");
+  std::error_code ignored;
+  return folder.is_absolute() && std::filesystem::exists(folder / "bus", ignored);
+}
 
 bool PortalCall::Begin() {
   if (!HasPortal()) return false;

@@ -19,6 +19,9 @@ class PortalCall {
  public:
   explicit PortalCall(const FileDialog::Question& question) : asked(question) {}
 
+  /// Whether the process is in a session of a desktop.
+  static bool HasSession();
+
   /// False when the desktop has no portal.
   bool Begin();
   bool IsDone() const { return done; }

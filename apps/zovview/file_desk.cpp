@@ -1,0 +1,44 @@
+#include "file_desk.h"
+
+#include <optional>
+#include <utility>
+
+#include "zovhost/phrases.h"
+
+namespace zovview {
+
+using zovhost::FileDialog;
+
+namespace {
+
+FileDialog::Question Translate(const FileQuestion& question) {
+  using Kind = FileDialog::Question::Kind;
+  FileDialog::Question asked;
+  asked.kind = question.saves ? Kind::Save : Kind::Open;
+  asked.title = zovhost::GetPhrases().SayPlain(question.text);
+  asked.folder = question.suggestion.parent_path();
+  const std::u8string name = question.suggestion.filename().u8string();
+  if (question.saves) asked.name.assign(name.begin(), name.end());
+  return asked;
+}
+
+}  // namespace
+
+void FileDesk::Ask(FileQuestion wanted) {
+  if (dialog.IsAsking()) return;
+  question = std::move(wanted);
+  if (!FileDialog::IsAvailable()) return surroundings.askInWindow(std::move(question));
+  dialog.Ask(Translate(question));
+}
+
+void FileDesk::TakeAnswer() {
+  using Kind = FileDialog::Answer::Kind;
+  const std::optional<FileDialog::Answer> answer = dialog.TakeAnswer();
+  if (!answer.has_value()) return;
+  std::string error;
+  if (answer->kind == Kind::Unavailable) surroundings.askInWindow(std::move(question));
+  if (answer->kind != Kind::Chosen) return;
+  if (!question.take(answer->file, error)) surroundings.tell(error);
+}
+
+}  // namespace zovview
