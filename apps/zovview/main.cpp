@@ -69,6 +69,36 @@ CLI::Validator IsGround() {
       "NAME");
 }
 
+void AddSizeOption(CLI::App& app, Arguments& arguments) {
+  app.add_option_function<std::string>(
+         "--size",
+         [&arguments](const std::string& text) {
+           const std::string error = ReadSize(text, arguments.tour.width, arguments.tour.height);
+           if (!error.empty()) throw CLI::ValidationError("--size", error);
+         },
+         "Of the window or the pictures, WxH, 1280x800 if not given")
+      ->take_last();
+}
+
+void AddLookOptions(CLI::App& app, Arguments& arguments) {
+  app.add_option("--ground", arguments.tour.ground, "Behind the model: gradient, light, dark or white")
+      ->take_last()
+      ->check(IsGround());
+  app.add_option("--scale", arguments.scale, "Pixels for one point, 1 to 4; that of the display if not given")
+      ->take_last()
+      ->check(CLI::Range(1.0, 4.0));
+  app.add_option("--language", arguments.language,
+                 "That the program speaks, for instance de; that of the settings or the system if not given")
+      ->take_last()
+      ->check([](const std::string& tag) {
+        return zovhost::FindLanguage(tag) != nullptr ? std::string() : "there is no language " + tag;
+      });
+  app.add_flag("--log", arguments.log,
+               "A line on the error stream for each event, frame and rest of the window");
+  app.add_flag("--no-settings", arguments.noSettings,
+               "Neither reads nor writes the user's settings; with --record neither");
+}
+
 // The exit code when the program is to end here.
 std::optional<int> ReadArguments(int argc, char** argv, Arguments& arguments) {
   CLI::App app(
@@ -78,14 +108,7 @@ std::optional<int> ReadArguments(int argc, char** argv, Arguments& arguments) {
       "MODEL", arguments.model, "glTF, OBJ, STL, PLY, FBX, DAE, 3MF or IFC file; without one a sample house");
   CLI::Option* const headless =
       app.add_flag("--headless", arguments.headless, "Without a window: write a tour as pictures");
-  app.add_option_function<std::string>(
-         "--size",
-         [&arguments](const std::string& text) {
-           const std::string error = ReadSize(text, arguments.tour.width, arguments.tour.height);
-           if (!error.empty()) throw CLI::ValidationError("--size", error);
-         },
-         "Of the window or the pictures, WxH, 1280x800 if not given")
-      ->take_last();
+  AddSizeOption(app, arguments);
   app.add_option("--out", arguments.tour.directory,
                  "Where a tour or a story is written, out/tour or out/story if not given")
       ->take_last();
@@ -120,22 +143,7 @@ std::optional<int> ReadArguments(int argc, char** argv, Arguments& arguments) {
       ->needs(play)
       ->check(CLI::IsMember({1, 2, 3, 4, 5, 6, 10, 12, 15, 20, 30, 60}));
   play->excludes(split)->excludes(views)->excludes(record)->excludes(replay);
-  app.add_option("--ground", arguments.tour.ground, "Behind the model: gradient, light, dark or white")
-      ->take_last()
-      ->check(IsGround());
-  app.add_option("--scale", arguments.scale, "Pixels for one point, 1 to 4; that of the display if not given")
-      ->take_last()
-      ->check(CLI::Range(1.0, 4.0));
-  app.add_option("--language", arguments.language,
-                 "That the program speaks, for instance de; that of the settings or the system if not given")
-      ->take_last()
-      ->check([](const std::string& tag) {
-        return zovhost::FindLanguage(tag) != nullptr ? std::string() : "there is no language " + tag;
-      });
-  app.add_flag("--log", arguments.log,
-               "A line on the error stream for each event, frame and rest of the window");
-  app.add_flag("--no-settings", arguments.noSettings,
-               "Neither reads nor writes the user's settings; with --record neither");
+  AddLookOptions(app, arguments);
   app.set_version_flag("--version", "zovview " ZOVVIEW_VERSION);
   try {
     app.parse(argc, argv);

@@ -101,8 +101,8 @@ void DrawRecentFiles(const ViewTarget& target) {
   if (files.empty() || !ImGui::BeginMenu(zovhost::SayLabel("Opened before"))) return;
   std::string chosen;
   for (const std::string& file : files) {
-    const std::string name = zovhost::ToPanelText(file.substr(file.find_last_of('/') + 1));
-    if (ImGui::MenuItem((name + "###" + file).c_str())) chosen = file;
+    std::string name = zovhost::ToPanelText(file.substr(file.find_last_of('/') + 1));
+    if (ImGui::MenuItem(name.append("###").append(file).c_str())) chosen = file;
     if (ImGui::IsItemHovered()) ImGui::SetTooltip("%s", zovhost::ToPanelText(file).c_str());
   }
   ImGui::EndMenu();

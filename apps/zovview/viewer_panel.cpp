@@ -331,6 +331,36 @@ void ViewerPanel::NoteReach() {
   reach = zovhost::ArePanelsMirrored() ? zovhost::MirrorPlace(left) : left + ImGui::GetWindowSize().x;
 }
 
+const ViewCommand* ViewerPanel::DrawSections(const ViewTarget& target, bool unfoldHelp) {
+  const ViewCommand* chosen = nullptr;
+  const auto take = [&chosen](const ViewCommand* command) {
+    if (command != nullptr) chosen = command;
+  };
+  take(DrawButtons(ViewCommand::Place::Tools, target));
+  ImGui::Separator();
+  take(DrawButtons(ViewCommand::Place::Views, target));
+  take(DrawSettings(target));
+  take(DrawLanguages(target));
+  DrawSelection(target.selection.GetName());
+  take(DrawNamedViews(target));
+  if (DrawHeading("Discs")) take(DrawButtons(ViewCommand::Place::Discs, target));
+  if (DrawHeading("Story")) {
+    take(DrawButtons(ViewCommand::Place::Story, target));
+    take(DrawButtons(ViewCommand::Place::StoryFile, target));
+  }
+  if (DrawHeading("Six-axis device")) {
+    take(DrawButtons(ViewCommand::Place::Device, target));
+    take(DrawButtons(ViewCommand::Place::DeviceSettings, target));
+  }
+  if (DrawHeading("Mouse and keys")) {
+    take(DrawChoices(ViewCommand::Place::Styles, target));
+    ImGui::TextDisabled("%s", zovhost::Say("Orbit"));
+    take(DrawChoices(ViewCommand::Place::Pivots, target));
+  }
+  DrawHelp(unfoldHelp, target);
+  return chosen;
+}
+
 const ViewCommand* ViewerPanel::DrawPanel(const PanelContents& contents, const ViewTarget& target,
                                           bool unfoldHelp) {
   if (unfoldHelp) ImGui::SetNextWindowCollapsed(false);
@@ -346,35 +376,11 @@ const ViewCommand* ViewerPanel::DrawPanel(const PanelContents& contents, const V
   // The title is what changes, the rest names the panel.
   const std::string title = name + "###panel";
   const ViewCommand* chosen = nullptr;
-  const auto take = [&chosen](const ViewCommand* command) {
-    if (command != nullptr) chosen = command;
-  };
   if (ImGui::Begin(title.c_str(), nullptr, STILL)) {
     NoteReach();
     const std::string count = GroupDigits(contents.triangleCount);
     ImGui::TextDisabled("%s", zovhost::Say("{} triangles", {count}).c_str());
-    take(DrawButtons(ViewCommand::Place::Tools, target));
-    ImGui::Separator();
-    take(DrawButtons(ViewCommand::Place::Views, target));
-    take(DrawSettings(target));
-    take(DrawLanguages(target));
-    DrawSelection(target.selection.GetName());
-    take(DrawNamedViews(target));
-    if (DrawHeading("Discs")) take(DrawButtons(ViewCommand::Place::Discs, target));
-    if (DrawHeading("Story")) {
-      take(DrawButtons(ViewCommand::Place::Story, target));
-      take(DrawButtons(ViewCommand::Place::StoryFile, target));
-    }
-    if (DrawHeading("Six-axis device")) {
-      take(DrawButtons(ViewCommand::Place::Device, target));
-      take(DrawButtons(ViewCommand::Place::DeviceSettings, target));
-    }
-    if (DrawHeading("Mouse and keys")) {
-      take(DrawChoices(ViewCommand::Place::Styles, target));
-      ImGui::TextDisabled("%s", zovhost::Say("Orbit"));
-      take(DrawChoices(ViewCommand::Place::Pivots, target));
-    }
-    DrawHelp(unfoldHelp, target);
+    chosen = DrawSections(target, unfoldHelp);
   }
   ImGui::End();
   return chosen;

@@ -46,6 +46,7 @@ class ViewerPanel {
 
  private:
   const ViewCommand* DrawPanel(const PanelContents& contents, const ViewTarget& target, bool unfoldHelp);
+  const ViewCommand* DrawSections(const ViewTarget& target, bool unfoldHelp);
   const ViewCommand* DrawButtons(ViewCommand::Place place, const ViewTarget& target);
   const ViewCommand* DrawSettings(const ViewTarget& target);
   const ViewCommand* DrawNamedViews(const ViewTarget& target);

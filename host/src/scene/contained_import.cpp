@@ -1,6 +1,7 @@
 #include "scene/contained_import.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "scene/scene_importer.h"
 
@@ -232,7 +233,7 @@ class Listener {
         ExchangeFields(reader, meshes.emplace_back());
       } else if (message == Message::Scene) {
         ExchangeFields(reader, data);
-        data.meshes = std::move(meshes);
+        data.meshes = std::exchange(meshes, {});
         if (reader.IsGood()) return true;
       } else {
         break;

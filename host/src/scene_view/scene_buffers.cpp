@@ -261,6 +261,46 @@ bool SceneBuffers::UploadVertices(const Plan& plan, const Progress& progress) {
   return true;
 }
 
+namespace {
+
+// The indices of all meshes, one after the other, each counted from the points of its own.
+class IndexUpload {
+ public:
+  IndexUpload(GLuint toBuffer, std::size_t ofCount, const Progress& told)
+      : buffer(toBuffer), count(ofCount), progress(told) {}
+
+  /// Where the next index goes.
+  std::size_t GetPlace() const { return done + piece.size(); }
+  void PassPoints(std::uint32_t points) { base += points; }
+
+  // False: broken off.
+
+  bool Append(const std::vector<std::uint32_t>& indices) {
+    for (const std::uint32_t index : indices) {
+      piece.push_back(base + index);
+      if (piece.size() * sizeof(std::uint32_t) >= pieceBytes && !Flush()) return false;
+    }
+    return true;
+  }
+
+  bool Flush() {
+    Fill(buffer, done * sizeof(std::uint32_t), piece.data(), piece.size() * sizeof(std::uint32_t));
+    done += piece.size();
+    piece.clear();
+    return progress(0.7 + 0.3 * static_cast<double>(done) / static_cast<double>(count), "Uploading");
+  }
+
+ private:
+  const GLuint buffer;
+  const std::size_t count;
+  const Progress& progress;
+  std::vector<std::uint32_t> piece;
+  std::size_t done = 0;
+  std::uint32_t base = 0;
+};
+
+}  // namespace
+
 std::size_t SceneBuffers::CountIndices(const Plan& plan) {
   std::size_t count = 0;
   for (const SceneMesh* const source : plan.sources) count += 3 * CountTriangles(source);
@@ -274,37 +314,23 @@ bool SceneBuffers::UploadIndices(const Plan& plan, const Progress& progress) {
     const GLStateGuard guard;
     indexBuffer = MakeBuffer(GL_ARRAY_BUFFER, count * sizeof(std::uint32_t), nullptr);
   }
-  std::vector<std::uint32_t> piece;
-  std::size_t done = 0;
-  std::uint32_t base = 0;
-  const auto flush = [&] {
-    Fill(indexBuffer, done * sizeof(std::uint32_t), piece.data(), piece.size() * sizeof(std::uint32_t));
-    done += piece.size();
-    piece.clear();
-    return progress(0.7 + 0.3 * static_cast<double>(done) / static_cast<double>(count), "Uploading");
-  };
-  const auto append = [&](const std::vector<std::uint32_t>& indices) {
-    for (const std::uint32_t index : indices) {
-      piece.push_back(base + index);
-      if (piece.size() * sizeof(std::uint32_t) >= pieceBytes && !flush()) return false;
-    }
-    return true;
-  };
+  IndexUpload upload(indexBuffer, count, progress);
   for (std::size_t i = 0; i < meshes.size(); ++i) {
     if (plan.sources[i] == nullptr) continue;
     const SceneMesh& source = *plan.sources[i];
+    const std::vector<std::uint32_t>& coarse = plan.coarse[i];
     Mesh& mesh = meshes[i];
-    mesh.firstIndex = mesh.firstCoarse = done + piece.size();
+    mesh.firstIndex = mesh.firstCoarse = upload.GetPlace();
     mesh.indexCount = mesh.coarseCount = static_cast<GLsizei>(source.indices.size());
-    if (!append(source.indices)) return false;
-    if (source.indices.size() / 3 >= fewestCoarse && !plan.coarse[i].empty()) {
-      mesh.firstCoarse = done + piece.size();
-      mesh.coarseCount = static_cast<GLsizei>(plan.coarse[i].size());
-      if (!append(plan.coarse[i])) return false;
+    if (!upload.Append(source.indices)) return false;
+    if (source.indices.size() / 3 >= fewestCoarse && !coarse.empty()) {
+      mesh.firstCoarse = upload.GetPlace();
+      mesh.coarseCount = static_cast<GLsizei>(coarse.size());
+      if (!upload.Append(coarse)) return false;
     }
-    base += static_cast<std::uint32_t>(source.positions.size() / 3);
+    upload.PassPoints(static_cast<std::uint32_t>(source.positions.size() / 3));
   }
-  return flush();
+  return upload.Flush();
 }
 
 void SceneBuffers::MakeTriangleArray(bool hasTexCoords) {

@@ -138,6 +138,15 @@ bool Window::Impl::Open(const Options& options, std::string& error) {
 
   chosenScale = LimitScale(options.scale);
   if (!offscreen && HasDesktopScale()) desktopScale = FindDesktopScale();
+  if (!OpenContext(options, error)) return false;
+  if (!offscreen) SDL_GL_SetSwapInterval(1);
+  framePeriod = FindFramePeriod(window.get());
+  wakeEvent = SDL_RegisterEvents(1);
+  UpdateSize();
+  return true;
+}
+
+bool Window::Impl::OpenContext(const Options& options, std::string& error) {
   const bool inPixels = offscreen || HasDesktopScale();
   const double unitsForPoint = inPixels ? GetScale() : 1.0;
   // Not every driver smooths the edges of a window; one that does not is still good.
@@ -151,10 +160,6 @@ bool Window::Impl::Open(const Options& options, std::string& error) {
     error = std::string("cannot open a window with OpenGL 3.3: ") + SDL_GetError();
     return false;
   }
-  if (!offscreen) SDL_GL_SetSwapInterval(1);
-  framePeriod = FindFramePeriod(window.get());
-  wakeEvent = SDL_RegisterEvents(1);
-  UpdateSize();
   return true;
 }
 

@@ -45,6 +45,7 @@ class Window::Impl {
 
   // window.cpp
   bool Open(const Options& options, std::string& error);
+  bool OpenContext(const Options& options, std::string& error);
   bool Step(int longestWait);
   void DispatchTimers();
   bool CanDraw() const;
