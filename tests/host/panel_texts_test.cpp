@@ -114,9 +114,10 @@ TEST_F(PanelTextsTest, every_language_has_a_typeface) {
 
 // To the right is more, and what is typed stands as it was typed.
 TEST_F(PanelTextsTest, upright_items_are_used_as_ever) {
+  float number = 0.0F;
+  std::string typed;
   for (const char* const tag : {"en", "ar"}) {
     Speak(tag);
-    float number = 0.0F;
     Show([&number] {
       ImGui::SetNextItemWidth(180.0F);
       const zovhost::UprightItem upright;
@@ -126,7 +127,7 @@ TEST_F(PanelTextsTest, upright_items_are_used_as_ever) {
     EXPECT_GT(number, 80.0F) << tag;
     Click(40, 30);
     EXPECT_LT(number, 20.0F) << tag;
-    std::string typed = "a12 \u05d0";
+    typed = "a12 \u05d0";
     Show([&typed] {
       zovhost::ToPanelText(typed);
       ImGui::SetNextItemWidth(180.0F);
@@ -140,6 +141,7 @@ TEST_F(PanelTextsTest, upright_items_are_used_as_ever) {
     Rest();
     EXPECT_LT(FindPlace(L'1'), FindPlace(0x5D0)) << tag;
   }
+  Show([] {});
 }
 
 TEST_F(PanelTextsTest, fields_stand_beside_the_widest_name) {
