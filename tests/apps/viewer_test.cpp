@@ -687,9 +687,10 @@ TEST_F(ViewerTest, settings_are_kept_at_rest_and_are_there_the_next_time) {
     zovview::Viewer::Options options;
     options.settings = &settings;
     viewer = std::make_unique<zovview::Viewer>(*window, options);
-    viewer->Open({folder.Write("square.obj", SQUARE)});
     ComeToRest();
     EXPECT_EQ(std::filesystem::exists(file), !first);
+    viewer->Open({folder.Write("square.obj", SQUARE)});
+    ComeToRest();
     const auto expected = first ? Korvane::DiscType::FullNavigation : Korvane::DiscType::MiniTourBuilding;
     EXPECT_EQ(viewer->GetView(0).GetDisc().GetDefaultDiscType(), expected);
     EXPECT_EQ(GetHub().GetApplicationParameters().preserve_orbit_up_direction, first);
