@@ -1,0 +1,237 @@
+// The viewer: events, commands, what is asked, and where the views stand.
+#include "viewer.h"
+
+#include <SDL_keycode.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "picture_file.h"
+#include "text_path.h"
+#include "view_commands.h"
+#include "zovhost/resource_pack.h"
+
+namespace zovview {
+
+using zovhost::WindowEvent;
+
+namespace {
+
+constexpr double FIT_MARGIN = 0.05;   // of the view, at each side
+constexpr double MOST_COVERED = 0.5;  // of a view by the panel: beyond that a fit does not mind it
+constexpr std::size_t MOST_RECENT = 10;
+constexpr SDL_Keycode SHARP_S = 0xDF;
+
+// By the key that it is on where no key is its own.
+bool IsQuestionMark(const WindowEvent& event) {
+  const bool shifted = (event.modifiers & WindowEvent::SHIFT) != 0;
+  return event.key == SDLK_QUESTION || (shifted && (event.key == SDLK_SLASH || event.key == SHARP_S));
+}
+
+}  // namespace
+
+void Viewer::OnEvent(const WindowEvent& event) {
+  log.Add(event);
+  switch (event.type) {
+    case WindowEvent::Type::MouseDown:
+    case WindowEvent::Type::MouseMove:
+    case WindowEvent::Type::MouseUp:
+    case WindowEvent::Type::Wheel:
+    case WindowEvent::Type::FingerDown:
+    case WindowEvent::Type::FingerMove:
+    case WindowEvent::Type::FingerUp:
+      return OnPointerEvent(event);
+    case WindowEvent::Type::KeyDown:
+    case WindowEvent::Type::KeyUp:
+      return OnKeyEvent(event);
+    case WindowEvent::Type::MouseLeave:
+    case WindowEvent::Type::FocusLost:
+    case WindowEvent::Type::FingersLost:
+      if (recorder != nullptr) recorder->Add(event);
+      panelFocus.OnEvent(event);
+      views[active]->OnEvent(event);
+      return;
+    case WindowEvent::Type::Resized:
+      return OnResized();
+    case WindowEvent::Type::FileDropped:
+      return Open({event.path});
+    case WindowEvent::Type::Closing:
+      if (desk.GetPage() == StoryDesk::Page::Losing) return;  // who asks twice means it
+      window.KeepOpen();
+      return LeaveStories([this] { window.Close(); });
+  }
+}
+
+// A drag belongs to the view in which it began.
+void Viewer::OnPointerEvent(WindowEvent event) {
+  if (!views[active]->IsPressed()) ActivateView(FindViewAt(places, event.x, event.y));
+  panelFocus.OnEvent(event);
+  event.x -= views[active]->GetX();
+  event.y -= views[active]->GetY();
+  if (recorder != nullptr) recorder->Add(event);
+  views[active]->OnEvent(event);
+}
+
+// The pointer has left the other one, and so have the keys.
+void Viewer::ActivateView(std::size_t index) {
+  if (index == active) return;
+  for (const WindowEvent::Type type : {WindowEvent::Type::MouseLeave, WindowEvent::Type::FocusLost}) {
+    WindowEvent event;
+    event.type = type;
+    views[active]->OnEvent(event);
+  }
+  active = index;
+  devices.SetTarget(views[active]->GetTarget());
+  window.RequestFrame();
+}
+
+void Viewer::OnKeyEvent(const WindowEvent& event) {
+  const bool pressed = event.type == WindowEvent::Type::KeyDown && !event.repeated;
+  if (pressed && contents.loading.has_value() && event.key == SDLK_ESCAPE) {
+    loadCancelled = true;
+    return;
+  }
+  if (pressed && desk.IsOpen()) return OnDeskKey(event);
+  if (pressed && menus.IsOpen() && event.key == SDLK_ESCAPE) {
+    menus.Close();
+    return window.RequestFrame();
+  }
+  if (pressed && (event.key == SDLK_F1 || IsQuestionMark(event))) {
+    panel.ToggleVisible();
+    return window.RequestFrame();
+  }
+  if (pressed && event.key == SDLK_F11) {
+    window.SetFullScreen(!window.IsFullScreen());
+    return;
+  }
+  if (OnPanelKey(event)) return;
+  if (recorder != nullptr) recorder->Add(event);
+  const bool back = (event.modifiers & WindowEvent::SHIFT) != 0;
+  if (!views[active]->OnEvent(event) && panelFocus.Enter(back)) window.RequestFrame();
+}
+
+// What a recording holds of it is the command that comes of it.
+bool Viewer::OnPanelKey(const WindowEvent& event) {
+  const bool wasActive = panelFocus.IsActive();
+  const bool used = wasActive && panelFocus.OnEvent(event);
+  if (wasActive) window.RequestFrame();
+  return used;
+}
+
+void Viewer::OnDeskKey(const WindowEvent& event) {
+  if (event.key == SDLK_ESCAPE) desk.Cancel();
+  if (event.key == SDLK_RETURN || event.key == SDLK_KP_ENTER) desk.Confirm();
+}
+
+void Viewer::Run(const ViewCommand& command) {
+  if (recorder != nullptr) recorder->Add(command);
+  views[active]->Run(command);
+}
+
+void Viewer::ShowHelp() {
+  panel.ShowHelp();
+  window.RequestFrame();
+}
+
+void Viewer::AskForFile(std::size_t view, const FileRequest& request) {
+  if (request.kind == FileRequest::Kind::OpenModel) {
+    const auto open = [this](const std::filesystem::path& file, std::string& /*error*/) {
+      Open({file});
+      return true;
+    };
+    return files.Ask({"Open a model", "Open", false, FindModelFolder() / modelFile.filename(), open});
+  }
+  const auto write = [this, view, enlargement = request.enlargement](const std::filesystem::path& file,
+                                                                     std::string& error) {
+    return WritePictureFile(file, views[view]->GetHub(), sceneView, enlargement, window.GetScale(), error);
+  };
+  const std::filesystem::path name = modelFile.empty() ? "view" : modelFile.stem();
+  files.Ask(
+      {"Save a picture of the view as", "Save", true, FindModelFolder() / (name.string() + ".png"), write});
+}
+
+void Viewer::NoteRecent(const std::filesystem::path& file) {
+  if (file.empty()) return;
+  preferences.Edit([&file](Choices& choices) {
+    std::error_code ignored;
+    const std::string text = ToText(std::filesystem::absolute(file, ignored));
+    std::vector<std::string>& recent = choices.recentFiles;
+    std::erase(recent, text);
+    recent.insert(recent.begin(), text);
+    recent.resize(std::min(recent.size(), MOST_RECENT));
+  });
+}
+
+void Viewer::AskForStory(std::size_t view, StoryRequest request) {
+  desk.Ask(request, views[view]->GetStory());
+}
+
+std::unique_ptr<StoryExport> Viewer::BeginExport(const Korvane::Story& story,
+                                                 const StoryExport::Options& options, std::string& error) {
+  if (scene != nullptr) return StoryExport::Begin(story, *scene, sceneView, options, error);
+  error = "there is no model to show";
+  return nullptr;
+}
+
+void Viewer::OpenMenu(std::size_t view, ViewerMenus::Kind kind, std::optional<ViewerMenus::Corner> at) {
+  ActivateView(view);
+  menus.Open(kind, at);
+  window.RequestFrame();
+}
+
+void Viewer::OpenBarMenu(std::size_t view, ViewBars::Menu menu, const zovhost::BarMenuPlace& place) {
+  const double points = 1.0 / window.GetScale();
+  const double x = (views[view]->GetX() + place.x) * points;
+  const double y = (window.GetHeight() - views[view]->GetY() - place.y) * points;
+  OpenMenu(view, ViewerMenus::FindKind(menu),
+           ViewerMenus::Corner{x, y, place.atRight ? 1.0 : 0.0, place.atBottom ? 1.0 : 0.0});
+}
+
+// Numbers without a picture of their own show the system's arrow.
+void Viewer::ShowCursor(Korvane::CursorID id) {
+  double& drawnFor = cursorScales[static_cast<std::size_t>(id)];
+  const zovhost::ResourcePack& resources = views[active]->GetRenderer().GetResources();
+  zovhost::CursorPicture picture;
+  const double scale = window.GetScale();
+  if (drawnFor != scale && resources.HasCursor(id) && resources.RenderCursor(id, scale, picture)) {
+    window.DefineCursor(id, picture.image, picture.hotX, picture.hotY);
+    drawnFor = scale;
+  }
+  window.SetCursor(id);
+}
+
+void Viewer::OnResized() {
+  PlaceViews();
+  if (recorder == nullptr) return;
+  WindowEvent resized;
+  resized.type = WindowEvent::Type::Resized;
+  resized.x = views[0]->GetWidth();
+  resized.y = views[0]->GetHeight();
+  resized.scale = views[0]->GetScale();
+  recorder->Add(resized);
+}
+
+void Viewer::PlaceViews() {
+  places = zovview::PlaceViews(static_cast<int>(views.size()), window.GetWidth(), window.GetHeight());
+  for (std::size_t i = 0; i < views.size(); ++i) {
+    const ViewPlace& place = places[i];
+    views[i]->SetPlace(place.x, place.y, place.width, place.height, window.GetScale());
+  }
+}
+
+// The panel stands at the left, over the views that begin there.
+void Viewer::NoteMargins() {
+  const double reach = panel.GetReach() * window.GetScale();
+  for (const auto& view : views) {
+    Korvane::FitMargins margins = {FIT_MARGIN, FIT_MARGIN, FIT_MARGIN, FIT_MARGIN};
+    const double covered = view->GetX() == 0 ? reach / view->GetWidth() : 0.0;
+    if (covered < MOST_COVERED) margins.left += covered;
+    view->SetFitMargins(margins);
+  }
+  const Korvane::FitMargins& first = views[0]->GetHub().GetFitMargins();
+  if (recorder == nullptr || !recorder->HasBegun() || first.left == recordedMargin) return;
+  recordedMargin = first.left;
+  recorder->Add(first);
+}
+
+}  // namespace zovview
