@@ -9,9 +9,7 @@
 #include "disc_wedges.h"
 #include "korvane/helm_disc_observer.h"
 #include "korvane/rewind_history.h"
-#include "tour_clock.h"
-#include "viewport.h"
-#include "zovhost/offscreen_target.h"
+#include "lone_view.h"
 #include "zovhost/scene.h"
 
 namespace {
@@ -22,35 +20,13 @@ using Korvane::Vector3;
 using zovhost::WindowEvent;
 using Type = WindowEvent::Type;
 
-constexpr int WIDTH = 800;
-constexpr int HEIGHT = 600;
 constexpr int COUNT = 100;
 
-// A pointer that goes where it is set.
-class Hand : public zovhost::RendererHost {
- public:
-  bool WarpPointer(int toX, int toY) override {
-    x = toX;
-    y = toY;
-    return true;
-  }
-  int x = WIDTH / 2;
-  int y = HEIGHT / 2;
-};
-
-class FilmStripTest : public testing::Test {
+class FilmStripTest : public apps_test::LoneViewTest {
  protected:
   void SetUp() override {
-    zovhost::Window::Options options;
-    options.offscreen = true;
-    std::string error;
-    window = zovhost::Window::Create(options, error);
-    ASSERT_NE(window, nullptr) << error;
-    view = std::make_unique<zovview::Viewport>(zovview::Viewport::Surroundings{[] {}, hand, [](int, int) {}});
+    LoneViewTest::SetUp();
     view->GetRenderer().SetSceneDraw([this](const CameraParameters&, int, int) { ++sceneDraws; });
-    ASSERT_TRUE(view->Create());
-    ASSERT_TRUE(target.Create(WIDTH, HEIGHT, 0));
-    view->SetPlace(0, 0, WIDTH, HEIGHT, 1.0);
     view->SetScene(*building);
   }
 
@@ -72,28 +48,8 @@ class FilmStripTest : public testing::Test {
     view->GetHub().SetView(camera);
   }
 
-  void Send(Type type) {
-    WindowEvent event;
-    event.type = type;
-    event.x = hand.x;
-    event.y = hand.y;
-    event.clicks = 1;
-    view->OnEvent(event);
-  }
-  void Frame() {
-    clock.Advance();
-    view->PerformFrame();
-    target.Bind();
-    view->DrawWidgets();
-  }
-
-  zovview::TourClock clock;
   std::unique_ptr<zovhost::Scene> building = zovhost::MakeDemoBuilding();
-  Hand hand;
   int sceneDraws = 0;  // for pictures; the frames are the host's own
-  std::unique_ptr<zovhost::Window> window;
-  zovhost::OffscreenTarget target;
-  std::unique_ptr<zovview::Viewport> view;
 };
 
 TEST_F(FilmStripTest, each_picture_costs_one_draw_of_the_scene) {
@@ -108,13 +64,13 @@ TEST_F(FilmStripTest, a_scrub_over_100_views_draws_the_scene_for_nothing_but_the
   Fill();
   const CameraParameters newest = view->GetHub().GetView();
   Send(Type::MouseMove);
-  Frame();
+  Draw();
   view->Run(*zovview::FindViewCommand("disc-full-navigation"));
-  Frame();
+  Draw();
   const auto rewind = static_cast<int>(Korvane::HelmDiscZone::Rewind);
   ASSERT_TRUE(zovview::FindWedge(view->GetDisc(), rewind, hand.x, hand.y));
   Send(Type::MouseMove);
-  Frame();
+  Draw();
   const int before = sceneDraws;
   Send(Type::MouseDown);
   CameraParameters first;
@@ -125,13 +81,13 @@ TEST_F(FilmStripTest, a_scrub_over_100_views_draws_the_scene_for_nothing_but_the
     const Vector3 eye = view->GetHub().GetView().eye;
     hand.x -= 17;
     Send(Type::MouseMove);
-    Frame();
+    Draw();
     ASSERT_EQ(sceneDraws, before) << "step " << step;
     if (view->GetHub().GetView().eye != eye) ++moved;
   }
   EXPECT_GT(moved, COUNT) << "the view follows between the pictures, too";
   Send(Type::MouseUp);
-  Frame();
+  Draw();
   EXPECT_EQ(GetHistory().GetCurrentElementIndex(), 0);
   EXPECT_LT((view->GetHub().GetView().eye - first.eye).Length(), 1e-9);
   EXPECT_GT((view->GetHub().GetView().eye - newest.eye).Length(), 1.0);
@@ -146,7 +102,7 @@ TEST_F(FilmStripTest, a_move_costs_one_picture_and_gives_those_that_it_cuts_off_
   view->GetHub().SetView(camera);
   const int before = sceneDraws;
   view->Run(*zovview::FindViewCommand("top"));
-  for (int i = 0; i < 60; ++i) Frame();
+  for (int i = 0; i < 60; ++i) Draw();
   EXPECT_EQ(GetHistory().GetElementCount(), 42);
   EXPECT_EQ(sceneDraws, before + 1);
 }

@@ -9,12 +9,10 @@
 #include "korvane/navigation_bar.h"
 #include "korvane/orientor.h"
 #include "korvane/toolbar.h"
-#include "tour_clock.h"
+#include "lone_view.h"
 #include "view_bars.h"
 #include "view_tools.h"
 #include "viewer_fixture.h"
-#include "viewport.h"
-#include "zovhost/offscreen_target.h"
 
 namespace {
 
@@ -387,47 +385,22 @@ TEST_F(KeptBarsTest, a_view_without_room_forgets_no_place) {
 
 // ---- tooltips, by a clock of the test ----
 
-class BarTooltipTest : public testing::Test {
+class BarTooltipTest : public apps_test::LoneViewTest {
  protected:
   void SetUp() override {
-    zovhost::Window::Options options;
-    options.offscreen = true;
-    std::string error;
-    window = zovhost::Window::Create(options, error);
-    ASSERT_NE(window, nullptr) << error;
-    view = std::make_unique<zovview::Viewport>(zovview::Viewport::Surroundings{[] {}, host, [](int, int) {}});
-    ASSERT_TRUE(view->Create());
-    ASSERT_TRUE(target.Create(WIDTH, HEIGHT, 0));
-    view->SetPlace(0, 0, WIDTH, HEIGHT, 1.0);
+    LoneViewTest::SetUp();
     Draw();
   }
-  void Draw() {
-    clock.Advance();
-    view->PerformFrame();
-    target.Bind();
-    view->DrawWidgets();
-  }
-  void Wait(double seconds) {
-    for (int i = 0; i < seconds * zovview::TourClock::FRAMES_PER_SECOND; ++i) Draw();
-  }
   void Send(zovhost::WindowEvent::Type type, const Vector2& place) {
-    zovhost::WindowEvent event;
-    event.type = type;
-    event.x = static_cast<int>(place.x);
-    event.y = static_cast<int>(place.y);
-    event.clicks = 1;
-    view->OnEvent(event);
+    hand.x = static_cast<int>(place.x);
+    hand.y = static_cast<int>(place.y);
+    LoneViewTest::Send(type);
   }
   Vector2 MiddleOf(int tag) {
     return FindItem(*view->GetBars().GetBar().GetToolbar(), tag)->GetNonFlyoutIconBounds().center;
   }
 
   using Type = zovhost::WindowEvent::Type;
-  zovview::TourClock clock;
-  std::unique_ptr<zovhost::Window> window;
-  zovhost::OffscreenTarget target;
-  zovhost::RendererHost host;
-  std::unique_ptr<zovview::Viewport> view;
 };
 
 TEST_F(BarTooltipTest, tells_what_an_item_does_after_half_a_second_and_goes_with_a_press) {

@@ -9,9 +9,7 @@
 #include <vector>
 
 #include "cuboids.h"
-#include "tour_clock.h"
-#include "viewport.h"
-#include "zovhost/offscreen_target.h"
+#include "lone_view.h"
 
 namespace {
 
@@ -30,26 +28,10 @@ const std::vector<std::string> MOVES = {"home",        "isometric", "fit-all",  
                                         "cube-home"};
 const std::vector<std::string> FLIGHTS = {"home", "isometric", "front", "left", "top", "bottom"};
 
-class IdleHost : public zovhost::RendererHost {
- public:
-  bool ApplyCursor(Korvane::CursorID /*id*/) override { return true; }
-  bool WarpPointer(int /*x*/, int /*y*/) override { return true; }
-};
-
-class WaitingCommandTest : public testing::Test {
+class WaitingCommandTest : public apps_test::LoneViewTest {
  protected:
   void SetUp() override {
-    zovhost::Window::Options options;
-    options.offscreen = true;
-    std::string error;
-    window = zovhost::Window::Create(options, error);
-    ASSERT_NE(window, nullptr) << error;
-    ASSERT_TRUE(target.Create(800, 600, 0));
-    target.Bind();
-    view = std::make_unique<zovview::Viewport>(
-        zovview::Viewport::Surroundings{[] {}, host, [](int /*x*/, int /*y*/) {}});
-    ASSERT_TRUE(view->Create());
-    view->SetPlace(0, 0, 800, 600, 1.0);
+    LoneViewTest::SetUp();
     scene = apps_test::MakeCuboids(HOUSE);
   }
 
@@ -57,8 +39,7 @@ class WaitingCommandTest : public testing::Test {
   void Run(const std::string& name) { view->Run(*zovview::FindViewCommand(name)); }
   void Frames(int count) {
     for (int i = 0; i < count; ++i) {
-      clock.Advance();
-      view->PerformFrame();
+      Tick();
     }
   }
   void Arrive() { Frames(3 * zovview::TourClock::FRAMES_PER_SECOND); }
@@ -81,12 +62,7 @@ class WaitingCommandTest : public testing::Test {
            a.perspective_with_ortho == b.perspective_with_ortho;
   }
 
-  zovview::TourClock clock;
-  std::unique_ptr<zovhost::Window> window;
-  zovhost::OffscreenTarget target;
-  IdleHost host;
   std::unique_ptr<zovhost::Scene> scene;
-  std::unique_ptr<zovview::Viewport> view;
 };
 
 TEST_F(WaitingCommandTest, every_command_in_mid_flight_ends_as_after_it) {
