@@ -1,6 +1,6 @@
 # Headers, the library, a package for find_package and one for pkg-config. Components: `runtime` is what a
 # program needs to run, `development` what it needs to be built, `kit` what it needs besides to be built with the
-# host kit.
+# host kit; `viewer` is the viewer.
 include(CMakePackageConfigHelpers)
 
 set(ZOV_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/zovtools)
@@ -32,8 +32,10 @@ configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/zovtoolsConfig.cmake.in
 # Before 1.0 a new minor version may change the interface.
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/zovtoolsConfigVersion.cmake
   COMPATIBILITY SameMinorVersion)
-install(FILES ${PROJECT_SOURCE_DIR}/LICENSE
-  DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT runtime)
+if(NOT ZOV_PACKAGES)  # which have it as the distribution wants it
+  install(FILES ${PROJECT_SOURCE_DIR}/LICENSE
+    DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT runtime)
+endif()
 install(FILES ${PROJECT_BINARY_DIR}/zovtoolsConfig.cmake ${PROJECT_BINARY_DIR}/zovtoolsConfigVersion.cmake
   DESTINATION ${ZOV_PACKAGE_DIR} COMPONENT development)
 
@@ -56,3 +58,26 @@ foreach(folder LIBDIR INCLUDEDIR)
 endforeach()
 configure_file(${CMAKE_CURRENT_LIST_DIR}/zovtools.pc.in ${PROJECT_BINARY_DIR}/zovtools.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/zovtools.pc DESTINATION ${ZOV_PC_DIR} COMPONENT development)
+
+# The libraries of the kit are static, so what they are made with is for each program to link.
+if(ZOV_BUILD_HOST)
+  include(${CMAKE_CURRENT_LIST_DIR}/ZovKitPackages.cmake)
+  set(ZOV_PC_REQUIRES_stories zovhost-files)
+  set(ZOV_PC_REQUIRES_views zovhost-stories)
+  set(ZOV_PC_REQUIRES_gl zovhost-scene zovhost-files)
+  set(ZOV_PC_REQUIRES_window zovhost-files)
+  set(ZOV_PC_OTHERS_scene " -lembree3")  # has no module
+  foreach(library files stories views scene gl window)
+    set(requires ${ZOV_PC_REQUIRES_${library}} "zovtools = ${PROJECT_VERSION}")
+    foreach(row IN LISTS ZOV_KIT_PACKAGES)
+      if(row MATCHES "^${library}\\|[^|]*\\|[^|]*\\|(.*)$")
+        string(REPLACE " " ";" modules "${CMAKE_MATCH_1}")
+        list(APPEND requires ${modules})
+      endif()
+    endforeach()
+    list(JOIN requires ", " requires)
+    set(others "${ZOV_PC_OTHERS_${library}}")
+    configure_file(${CMAKE_CURRENT_LIST_DIR}/zovhost.pc.in ${PROJECT_BINARY_DIR}/zovhost-${library}.pc @ONLY)
+    install(FILES ${PROJECT_BINARY_DIR}/zovhost-${library}.pc DESTINATION ${ZOV_PC_DIR} COMPONENT kit)
+  endforeach()
+endif()
