@@ -249,6 +249,7 @@ void ViewBars::Click(int tag) {
   const bool closes = command->place == ViewCommand::Place::Discs && command->isOn(target);
   if (closes) return CloseDisc(target);
   if (command->place == ViewCommand::Place::Device) return ToggleDevicePage(target);
+  if (run) return run(*command);
   command->run(target);
 }
 

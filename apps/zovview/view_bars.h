@@ -30,6 +30,8 @@ class ViewBars {
   ViewBars& operator=(const ViewBars&) = delete;
 
   void SetOpenMenu(OpenMenu open) { openMenu = std::move(open); }
+  /// What runs the commands of the items; null: they run at once.
+  void SetRun(std::function<void(const ViewCommand&)> runCommand) { run = std::move(runCommand); }
   /// Pixels for one point of the display.
   void SetScale(double value);
   /// In the present language, which the renderer has the texts of.
@@ -101,6 +103,7 @@ class ViewBars {
   ViewerViewManager& manager;
   const ViewTarget& target;
   OpenMenu openMenu;
+  std::function<void(const ViewCommand&)> run;
   Korvane::NavigationBar bar;
   Korvane::Toolbar tools;
   zovhost::NavigationBarHost host;

@@ -20,13 +20,6 @@ namespace {
 constexpr double FIT_MARGIN = 0.05;   // of the view, at each side
 constexpr double MOST_COVERED = 0.5;  // of a view by the panel: beyond that a fit does not mind it
 constexpr std::size_t MOST_RECENT = 10;
-constexpr SDL_Keycode SHARP_S = 0xDF;
-
-// By the key that it is on where no key is its own.
-bool IsQuestionMark(const WindowEvent& event) {
-  const bool shifted = (event.modifiers & WindowEvent::SHIFT) != 0;
-  return event.key == SDLK_QUESTION || (shifted && (event.key == SDLK_SLASH || event.key == SHARP_S));
-}
 
 }  // namespace
 
@@ -96,7 +89,7 @@ void Viewer::OnKeyEvent(const WindowEvent& event) {
     menus.Close();
     return window.RequestFrame();
   }
-  if (pressed && (event.key == SDLK_F1 || IsQuestionMark(event))) {
+  if (pressed && (event.key == SDLK_F1 || event.key == SDLK_QUESTION)) {
     panel.ToggleVisible();
     return window.RequestFrame();
   }

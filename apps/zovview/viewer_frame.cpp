@@ -4,6 +4,8 @@
 #include <epoxy/gl.h>
 #include <imgui.h>
 
+#include <algorithm>
+
 #include "language_commands.h"
 #include "zovhost/accent.h"
 #include "zovhost/panel_texts.h"
@@ -65,15 +67,17 @@ void Viewer::MarkActiveView() const {
   const double points = 1.0 / window.GetScale();
   const ViewPlace& place = places[active];
   const double inset = (MARK_WIDTH - 1.0) / 2.0;  // a line is drawn through the middles of pixels
-  const auto at = [points, this](int x, int y, double in) {
-    return ImVec2(static_cast<float>(x * points + in),
-                  static_cast<float>((window.GetHeight() - y) * points + in));
-  };
+  const auto [left, right] =
+      std::minmax({zovhost::MirrorPlace(static_cast<float>(place.x * points + inset)),
+                   zovhost::MirrorPlace(static_cast<float>((place.x + place.width) * points - inset))});
+  const int rows = window.GetHeight() - place.y;  // counted from the top
+  const auto top = static_cast<float>((rows - place.height) * points + inset);
+  const auto bottom = static_cast<float>(rows * points - inset);
   const auto& [red, green, blue] = zovhost::ACCENT_COLOUR;
   const ImVec4 accent(static_cast<float>(red), static_cast<float>(green), static_cast<float>(blue), 1.0F);
-  ImGui::GetBackgroundDrawList()->AddRect(
-      at(place.x, place.y + place.height, inset), at(place.x + place.width, place.y, -inset),
-      ImGui::GetColorU32(accent), 0.0F, 0, static_cast<float>(MARK_WIDTH));
+  ImGui::GetBackgroundDrawList()->AddRect(ImVec2(left, top), ImVec2(right, bottom),
+                                          ImGui::GetColorU32(accent), 0.0F, 0,
+                                          static_cast<float>(MARK_WIDTH));
 }
 
 void Viewer::DrawPanels() {

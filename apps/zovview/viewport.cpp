@@ -65,6 +65,7 @@ Viewport::Viewport(Surroundings around)
   manager.SetOrientor(&cube);
   manager.SetCam3DController(&device);
   bars.SetOpenMenu(surroundings.openBarMenu);
+  bars.SetRun([this](const ViewCommand& command) { RunInTurn(command); });
   tooltip.SetRenderer(&renderer);
   hub.SetPickPivot([this] { return PickPivot(); });
   manager.SetMovePointer([this](int x, int y) { surroundings.host.WarpPointer(x, y); });
@@ -300,6 +301,10 @@ void Viewport::LetGo() {
 
 void Viewport::Run(const ViewCommand& command) {
   LetGo();
+  RunInTurn(command);
+}
+
+void Viewport::RunInTurn(const ViewCommand& command) {
   if (!StartsFromRest(command) || (!hub.IsTravelling() && waiting.empty())) return command.run(target);
   if (waiting.size() < MOST_WAITING) waiting.push_back(&command);
 }

@@ -144,6 +144,7 @@ class Viewport {
   void OnSideButton(zovhost::MouseButton button);
   void CancelClicks();
   void LetGo();
+  void RunInTurn(const ViewCommand& command);
   void RunWaiting();
   void SetScale(double value);
   void OnKey(const zovhost::WindowEvent& event);

@@ -245,11 +245,19 @@ TEST_F(ViewCommandsTest, with_reduced_motion_the_camera_is_there_in_the_next_fra
   }
 }
 
-TEST_F(ViewCommandsTest, a_window_that_changes_its_shape_stops_a_travelling_camera) {
+TEST_F(ViewCommandsTest, a_window_that_changes_its_shape_lets_a_travelling_camera_go_on_in_the_new_one) {
   zovview::FitAll(target);
   Frame();
   hub.SetViewportSize(WIDTH, HEIGHT / 2);
-  EXPECT_FALSE(hub.IsShotActive());
+  EXPECT_TRUE(hub.IsShotActive());
+  const double proportions = 2.0 * WIDTH / HEIGHT;
+  const auto tangent = [](double degrees) { return std::tan(degrees * Korvane::Math::DEG_TO_RAD); };
+  while (hub.IsShotActive()) {
+    Frame();
+    const CameraParameters& camera = hub.GetView();
+    EXPECT_NEAR(tangent(camera.GetHorizontalFOV()) / tangent(camera.GetVerticalFOV()), proportions, 1e-6);
+    EXPECT_NEAR(camera.ortho_width / camera.ortho_height, proportions, 1e-6);
+  }
 }
 
 // ---- the projection ----

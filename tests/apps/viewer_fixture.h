@@ -74,6 +74,14 @@ class ViewerTest : public testing::Test {
     window->Step(0);
   }
 
+  void Type(const char* text) {
+    SDL_Event event = {};
+    event.type = SDL_TEXTINPUT;
+    SDL_strlcpy(event.text.text, text, sizeof(event.text.text));
+    SDL_PushEvent(&event);
+    ComeToRest();
+  }
+
   void PushButton(Uint32 type, int pixelX, int pixelY, Uint8 clicks, Uint8 button = SDL_BUTTON_LEFT) {
     SDL_Event event = {};
     event.type = type;

@@ -69,13 +69,6 @@ class NamedViewsInViewerTest : public ViewerTest {
     Move(static_cast<int>(pixel.x), static_cast<int>(pixel.y));
     Click(pixel);
   }
-  void Type(const char* text) {
-    SDL_Event event = {};
-    event.type = SDL_TEXTINPUT;
-    SDL_strlcpy(event.text.text, text, sizeof(event.text.text));
-    SDL_PushEvent(&event);
-    ComeToRest();
-  }
   /// While a text is typed; the panels know keys by their places.
   void EndTyping(SDL_Scancode key) {
     for (const SDL_EventType type : {SDL_KEYDOWN, SDL_KEYUP}) {

@@ -415,8 +415,12 @@ TEST_F(GridTest, a_drag_below_moves_the_view_below) {
   for (const std::size_t view : {0U, 1U, 3U}) EXPECT_EQ(CameraOf(view).eye, start[view]) << view;
 }
 
-TEST_F(GridTest, the_one_that_the_keys_go_to_has_a_frame) {
+class FramedViewTest : public GridTest, public testing::WithParamInterface<const char*> {};
+
+TEST_P(FramedViewTest, is_the_one_that_the_keys_go_to) {
   Show(4);
+  viewer->GetView(0).Run(*zovview::FindViewCommand(GetParam()));
+  ComeToRest();
   for (std::size_t view = 0; view < 4; ++view) {
     const zovview::Viewport& shown = viewer->GetView(view);
     Move(shown.GetX() + shown.GetWidth() / 2, shown.GetY() + shown.GetHeight() / 2);
@@ -431,7 +435,12 @@ TEST_F(GridTest, the_one_that_the_keys_go_to_has_a_frame) {
       EXPECT_EQ(blue, other == view) << view << " " << other;
     }
   }
+  viewer->GetView(0).Run(*zovview::FindViewCommand("language-en"));
+  ComeToRest();
 }
+
+// Panels are mirrored in the second.
+INSTANTIATE_TEST_SUITE_P(each, FramedViewTest, testing::Values("language-en", "language-ar"));
 
 // ---- two views ----
 
@@ -601,7 +610,7 @@ TEST_F(ViewerTest, the_question_mark_opens_and_closes_the_panel_as_its_own_key_d
     return !stepped;
   };
   EXPECT_TRUE(isOverPanel());
-  Press(SDLK_QUESTION);
+  Type("?");
   ComeToRest();
   EXPECT_FALSE(isOverPanel());
   Press(SDLK_F1);

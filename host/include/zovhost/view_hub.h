@@ -79,7 +79,8 @@ class ViewHub : public Korvane::CameraOperations {
   bool GetPixelRay(int x, int y, Korvane::Vector3& origin, Korvane::Vector3& direction) const;
 
   /// Pixels. The narrower side of the view keeps what it shows, the other follows the proportions, for the
-  /// view and for the home camera. Sizes below 1 are taken as 1. Ends a shot, whose target has the old shape.
+  /// view and for the home camera. Sizes below 1 are taken as 1. A shot goes on, its cameras in the new
+  /// shape.
   void SetViewportSize(int width, int height);
   int GetViewportWidth() const { return GetApplicationParameters().viewport_width; }
   int GetViewportHeight() const { return GetApplicationParameters().viewport_height; }

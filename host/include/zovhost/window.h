@@ -54,10 +54,12 @@ struct WindowEvent {
   int x = 0;
   int y = 0;
   MouseButton button = MouseButton::Left;
-  int clicks = 0;          ///< With MouseDown: 1, 2 for a double click, and so on.
-  double scale = 0.0;      ///< With Resized: pixels for one point; 0: as before.
-  double wheel = 0.0;      ///< Notches; positive away from the user. Fractions on fine wheels.
-  std::int32_t key = 0;    ///< A key code of the window system library (SDL_Keycode).
+  int clicks = 0;      ///< With MouseDown: 1, 2 for a double click, and so on.
+  double scale = 0.0;  ///< With Resized: pixels for one point; 0: as before.
+  double wheel = 0.0;  ///< Notches; positive away from the user. Fractions on fine wheels.
+  /// A key code of the window system library (SDL_Keycode). Where a layout has no Latin letter or digit on a
+  /// key, that which a US keyboard has there; SDLK_QUESTION: a question mark was typed, wherever it is.
+  std::int32_t key = 0;
   bool repeated = false;   ///< With KeyDown: the key is held.
   unsigned modifiers = 0;  ///< A sum of Modifier.
   int finger = 0;          ///< With a finger: the least number that no other has that is down.

@@ -109,7 +109,6 @@ bool ViewHub::GetPixelRay(int x, int y, Korvane::Vector3& origin, Korvane::Vecto
 }
 
 void ViewHub::SetViewportSize(int width, int height) {
-  EndShot();
   Korvane::ApplicationParameters& parameters = GetApplicationParameters();
   parameters.viewport_width = std::max(1, width);
   parameters.viewport_height = std::max(1, height);

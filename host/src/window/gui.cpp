@@ -7,11 +7,13 @@
 #include <imgui_internal.h>
 
 #include <algorithm>
+#include <bitset>
 #include <cfloat>
 #include <cmath>
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "window/gui_look.h"
 #include "window/panel_state.h"
@@ -65,6 +67,8 @@ class Gui::Impl {
   void SendPointer(Uint32 type, ImVec2 point);
   ImVec2 GetFingerPoint(const SDL_TouchFingerEvent& event) const;
   bool OnKeyEvent(const SDL_Event& event);
+  bool IsReleaseTooSoon(const SDL_Event& event);
+  void ReleaseKeys();
   void SetDisplaySize() const;
   ImVec2 ToPoints(int x, int y) const;
   bool IsTyping() const;
@@ -92,8 +96,11 @@ class Gui::Impl {
     SDL_TouchID device;
     SDL_FingerID id;
   };
-  std::optional<Finger> finger;  // that came down on a panel, and is its mouse
-  int framesToLeave = 0;         // until the pointer goes with the finger that was lifted
+  std::optional<Finger> finger;            // that came down on a panel, and is its mouse
+  int framesToLeave = 0;                   // until the pointer goes with the finger that was lifted
+  std::bitset<SDL_NUM_SCANCODES> newKeys;  // that went down since the last frame
+  std::vector<SDL_Event> releases;         // of those, for after the next
+  ImGuiID activeItem = 0;                  // of the last frame
 };
 
 Gui::Impl::Impl(Window* overWindow, int pictureWidth, int pictureHeight, double pictureDensity)
@@ -199,6 +206,9 @@ void Gui::Impl::EndFrame() {
   panels.order.Apply(*ImGui::GetDrawData(), panels.mirrored, ImGui::GetIO().FontGlobalScale);
   ImGui_ImplOpenGL3_RenderDrawData(ImGui::GetDrawData());
   if (framesToLeave > 0 && --framesToLeave == 0) OnPointerLeaves();
+  ReleaseKeys();
+  // What has become active says in the next frame whether it is typed in.
+  if (std::exchange(activeItem, context->ActiveId) != context->ActiveId && window != nullptr) Settle();
   if (window == nullptr || (framesToSettle == 0 && !IsPanelAppearing() && !panels.font.IsOutdated())) return;
   if (framesToSettle > 0) --framesToSettle;
   window->RequestFrame();
@@ -361,9 +371,26 @@ bool Gui::Impl::OnKeyEvent(const SDL_Event& event) {
   const bool typing = IsTyping();
   const bool ofKey = event.type == SDL_KEYDOWN || event.type == SDL_KEYUP;
   if (event.type == SDL_TEXTINPUT) panels.font.Add(event.text.text);
-  if (typing || ofKey) ImGui_ImplSDL2_ProcessEvent(&event);
+  if ((typing || ofKey) && !IsReleaseTooSoon(event)) ImGui_ImplSDL2_ProcessEvent(&event);
   if (typing) Settle();
   return typing && event.type != SDL_KEYUP;
+}
+
+// Panels see a key when it is down in a frame.
+bool Gui::Impl::IsReleaseTooSoon(const SDL_Event& event) {
+  if (event.type != SDL_KEYDOWN && event.type != SDL_KEYUP) return false;
+  const SDL_Scancode key = event.key.keysym.scancode;
+  if (key < 0 || key >= SDL_NUM_SCANCODES) return false;
+  if (event.type == SDL_KEYDOWN) newKeys.set(key);
+  if (event.type != SDL_KEYUP || !newKeys.test(key)) return false;
+  releases.push_back(event);
+  return true;
+}
+
+void Gui::Impl::ReleaseKeys() {
+  newKeys.reset();
+  for (const SDL_Event& release : releases) ImGui_ImplSDL2_ProcessEvent(&release);
+  releases.clear();
 }
 
 void Gui::Impl::OnPointerLeaves() {

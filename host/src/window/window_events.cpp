@@ -1,6 +1,7 @@
 #include <array>
 #include <cmath>
 #include <cstdlib>
+#include <string_view>
 #include <utility>
 
 #include "window/desktop_scale.h"
@@ -37,6 +38,16 @@ unsigned GetModifiers() {
          ((state & KMOD_ALT) != 0 ? WindowEvent::ALT : 0U);
 }
 
+// Commands are named by Latin letters and digits, which some layouts have nowhere.
+SDL_Keycode FindCommandKey(const SDL_Keysym& pressed) {
+  constexpr SDL_Keycode LAST_LATIN = 0x7F;
+  if (pressed.sym <= LAST_LATIN || (pressed.sym & SDLK_SCANCODE_MASK) != 0) return pressed.sym;
+  const SDL_Scancode place = pressed.scancode;
+  if (place >= SDL_SCANCODE_A && place <= SDL_SCANCODE_Z) return SDLK_a + (place - SDL_SCANCODE_A);
+  if (place >= SDL_SCANCODE_1 && place <= SDL_SCANCODE_9) return SDLK_1 + (place - SDL_SCANCODE_1);
+  return place == SDL_SCANCODE_0 ? SDLK_0 : pressed.sym;
+}
+
 WindowEvent MakeEvent(WindowEvent::Type type) {
   WindowEvent event;
   event.type = type;
@@ -69,6 +80,8 @@ void Window::Impl::Handle(const SDL_Event& event) {
     case SDL_KEYDOWN:
     case SDL_KEYUP:
       return HandleKey(event.key);
+    case SDL_TEXTINPUT:
+      return HandleText(event.text);
     case SDL_DROPFILE:
       return HandleDrop(event.drop);
     case SDL_QUIT:
@@ -170,9 +183,19 @@ void Window::Impl::HandleWheel(const SDL_MouseWheelEvent& event) {
 void Window::Impl::HandleKey(const SDL_KeyboardEvent& event) {
   const bool pressed = event.type == SDL_KEYDOWN;
   WindowEvent key = MakeEvent(pressed ? WindowEvent::Type::KeyDown : WindowEvent::Type::KeyUp);
-  key.key = event.keysym.sym;
+  key.key = FindCommandKey(event.keysym);
+  if (key.key == SDLK_QUESTION) return;  // what is typed tells it, wherever it is
   key.repeated = event.repeat != 0;
   Send(key);
+}
+
+void Window::Impl::HandleText(const SDL_TextInputEvent& event) {
+  if (std::string_view(event.text) != "?") return;
+  for (const WindowEvent::Type type : {WindowEvent::Type::KeyDown, WindowEvent::Type::KeyUp}) {
+    WindowEvent key = MakeEvent(type);
+    key.key = SDLK_QUESTION;
+    Send(key);
+  }
 }
 
 void Window::Impl::HandleDrop(const SDL_DropEvent& event) {

@@ -69,6 +69,7 @@ class Window::Impl {
   void HandleButton(const SDL_MouseButtonEvent& event);
   void HandleWheel(const SDL_MouseWheelEvent& event);
   void HandleKey(const SDL_KeyboardEvent& event);
+  void HandleText(const SDL_TextInputEvent& event);
   void HandleDrop(const SDL_DropEvent& event);
   void HandleFinger(const SDL_TouchFingerEvent& event);
   void LoseFingers();
