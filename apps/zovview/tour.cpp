@@ -1,9 +1,9 @@
 #include "tour.h"
 
-#include <epoxy/gl.h>
 #include <imgui.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <memory>
@@ -13,6 +13,7 @@
 #include "film_output.h"
 #include "korvane/track_menu.h"
 #include "progress_line.h"
+#include "scene_keeper.h"
 #include "scripted_device.h"
 #include "tour_clock.h"
 #include "tour_pace.h"
@@ -140,7 +141,9 @@ class Tour {
   const int height;
   TourClock clock;
   zovhost::GLSceneView sceneView;
+  SceneKeeper keeper;
   zovhost::OffscreenTarget target;
+  zovhost::OffscreenTarget unseen;  // a pixel, for what is drawn for its effects
   zovhost::Gui gui;
   zovhost::RendererHost host;  // without a pointer and menus
   Viewport view;
@@ -163,6 +166,7 @@ Tour::Tour(zovhost::Window& onWindow, const zovhost::Scene& ofScene, const TourO
       ground(FindGround(options.ground)),
       width(options.width),
       height(options.height),
+      keeper(sceneView),
       gui(options.width, options.height),
       view({[this] { window.RequestFrame(); },
             host,
@@ -177,7 +181,8 @@ Tour::Tour(zovhost::Window& onWindow, const zovhost::Scene& ofScene, const TourO
       progress(ProgressLine::OffTerminal::Quarters) {}
 
 bool Tour::Prepare(std::string& error) {
-  if (!target.Create(width, height, SAMPLES) || !sceneView.SetScene(&scene) || !view.Create()) {
+  const bool ready = target.Create(width, height, SAMPLES) && unseen.Create(1, 1, 0);
+  if (!ready || !sceneView.SetScene(&scene) || !view.Create()) {
     error = "the graphics memory does not hold this model at this size";
     return false;
   }
@@ -346,7 +351,7 @@ void Tour::End(const TourMove& move) {
 
 // Tools end their moves when they are drawn.
 void Tour::DrawUnseen() {
-  target.Bind();
+  unseen.Bind();
   view.DrawWidgets();
 }
 
@@ -354,10 +359,7 @@ void Tour::DrawUnseen() {
 bool Tour::TakePicture(const TourMove& move, bool isLast, FilmOutput& output, std::string& error) {
   zovhost::Image picture;
   sceneView.GetOptions().selectedPart = view.GetSelection().GetPart();
-  bool taken = target.Bind();
-  glClearColor(0.87F, 0.88F, 0.9F, 1.0F);  // what shows above a low view
-  glClear(GL_COLOR_BUFFER_BIT);
-  taken = taken && sceneView.Draw(view.GetHub().GetView(), 0, 0, width, viewHeight, 1.0);
+  bool taken = keeper.Draw(view.GetHub().GetView(), viewHeight, target);
   view.DrawWidgets();
   gui.BeginFrame();
   menus.Draw(view.GetTarget());
@@ -416,6 +418,7 @@ int Fail(const std::string& error) {
 }  // namespace
 
 int RunTour(const LoadedModel& model, const TourOptions& options) {
+  const auto start = std::chrono::steady_clock::now();
   std::string error;
   zovhost::Window::Options windowOptions;
   windowOptions.offscreen = true;
@@ -431,9 +434,14 @@ int RunTour(const LoadedModel& model, const TourOptions& options) {
     if (!tour.Play(output, error)) return error.empty() ? EXIT_INTERRUPTED : Fail(error);
     if (!output.Publish(error)) return Fail(error);
   }
-  std::printf("The tour of %s is in %s: %d pictures, contact_sheet.png, tour.webp and index.html\n",
-              model.source.GetName().c_str(), output.GetDirectory().string().c_str(),
-              output.GetPictureCount());
+  const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
+  const int count = output.GetPictureCount();
+  std::printf(
+      "The tour of %s is in %s: %d pictures, contact_sheet.png, tour.webp and index.html, in %.1f s, %.0f ms "
+      "a "
+      "picture\n",
+      model.source.GetName().c_str(), output.GetDirectory().string().c_str(), count, taken.count(),
+      1000.0 * taken.count() / count);
   return 0;
 }
 
