@@ -109,6 +109,8 @@ std::optional<int> ReadArguments(int argc, char** argv, Arguments& arguments) {
       "MODEL", arguments.model, "glTF, OBJ, STL, PLY, FBX, DAE, 3MF or IFC file; without one a sample house");
   CLI::Option* const headless = app.add_flag("--headless", arguments.headless,
                                              "Without a window: write a tour as pictures, or a view as one");
+  app.add_flag("--glance", arguments.tour.glance, "A tour of a few seconds instead of the whole one")
+      ->needs(headless);
   AddSizeOption(app, arguments);
   app.add_option("--out", arguments.tour.directory,
                  "Where a tour or a story is written, out/tour or out/story if not given; or a view's .png")

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdio>
 #include <memory>
+#include <span>
 #include <utility>
 
 #include "disc_wedges.h"
@@ -49,9 +50,9 @@ int CountFrames(const TourMove& move) {
   return static_cast<int>(std::lround(move.seconds * TourClock::FRAMES_PER_SECOND));
 }
 
-int CountFrames() {
+int CountFrames(std::span<const TourMove> script) {
   int count = 0;
-  for (const TourMove& move : GetTourScript()) count += CountFrames(move);
+  for (const TourMove& move : script) count += CountFrames(move);
   return count;
 }
 
@@ -157,7 +158,9 @@ class Tour {
   bool pressed = false;
   bool points = false;  // the pointer does something in the present move
   int frame = 0;
-  const int frameCount = CountFrames();
+  const std::span<const TourMove> script;
+  const int framesPerPicture;
+  const int frameCount;
 };
 
 Tour::Tour(zovhost::Window& onWindow, const zovhost::Scene& ofScene, const TourOptions& options)
@@ -178,7 +181,10 @@ Tour::Tour(zovhost::Window& onWindow, const zovhost::Scene& ofScene, const TourO
             [this] { devicePage.SetVisible(!devicePage.IsVisible()); }}),
       devicePage(device.GetHand()),
       viewHeight(options.height),
-      progress(ProgressLine::OffTerminal::Quarters) {}
+      progress(ProgressLine::OffTerminal::Quarters),
+      script(options.glance ? GetGlanceScript() : GetTourScript()),
+      framesPerPicture(options.glance ? FRAMES_PER_GLANCE_PICTURE : FRAMES_PER_PICTURE),
+      frameCount(CountFrames(script)) {}
 
 bool Tour::Prepare(std::string& error) {
   const bool ready = target.Create(width, height, SAMPLES) && unseen.Create(1, 1, 0);
@@ -200,7 +206,7 @@ bool Tour::Prepare(std::string& error) {
 }
 
 bool Tour::Play(FilmOutput& output, std::string& error) {
-  for (const TourMove& move : GetTourScript()) {
+  for (const TourMove& move : script) {
     if (!PlayMove(move, output, error)) return false;
   }
   progress.Show(1.0, "writing the contact sheet and the animation");
@@ -220,8 +226,8 @@ bool Tour::PlayMove(const TourMove& move, FilmOutput& output, std::string& error
     device.Advance();
     view.PerformFrame();
     progress.Show(static_cast<double>(frame) / frameCount, "tour: " + std::string(move.caption));
-    const bool isLastPicture = i + FRAMES_PER_PICTURE > frames;
-    if (frame++ % FRAMES_PER_PICTURE != 0) {
+    const bool isLastPicture = i + framesPerPicture > frames;
+    if (frame++ % framesPerPicture != 0) {
       DrawUnseen();
     } else if (!TakePicture(move, isLastPicture, output, error)) {
       return false;
@@ -427,7 +433,7 @@ int RunTour(const LoadedModel& model, const TourOptions& options) {
 
   FilmOutput output(options.directory,
                     {model.source.GetName(), "Moved by the library's own operations and shots", "tour.webp",
-                     MILLISECONDS_PER_PICTURE});
+                     options.glance ? MILLISECONDS_PER_GLANCE_PICTURE : MILLISECONDS_PER_PICTURE});
   {
     Tour tour(*window, *model.scene, options);
     if (!tour.Prepare(error) || !output.Begin(error)) return Fail(error);
