@@ -15,6 +15,7 @@
 #include "story_export.h"
 #include "tour.h"
 #include "view_grid.h"
+#include "view_still.h"
 #include "viewer.h"
 #include "zovhost/bcf_file.h"
 #include "zovhost/languages.h"
@@ -106,11 +107,13 @@ std::optional<int> ReadArguments(int argc, char** argv, Arguments& arguments) {
       "zovview");
   CLI::Option* const model = app.add_option(
       "MODEL", arguments.model, "glTF, OBJ, STL, PLY, FBX, DAE, 3MF or IFC file; without one a sample house");
-  CLI::Option* const headless =
-      app.add_flag("--headless", arguments.headless, "Without a window: write a tour as pictures");
+  CLI::Option* const headless = app.add_flag("--headless", arguments.headless,
+                                             "Without a window: write a tour as pictures, or a view as one");
+  app.add_flag("--glance", arguments.tour.glance, "A tour of a few seconds instead of the whole one")
+      ->needs(headless);
   AddSizeOption(app, arguments);
   app.add_option("--out", arguments.tour.directory,
-                 "Where a tour or a story is written, out/tour or out/story if not given")
+                 "Where a tour or a story is written, out/tour or out/story if not given; or a view's .png")
       ->take_last();
   CLI::Option* const views = app.add_option("--views", arguments.views,
                                             "Views of the model beside each other, 1 to 4, 1 if not given")
@@ -136,7 +139,6 @@ std::optional<int> ReadArguments(int argc, char** argv, Arguments& arguments) {
       ->take_last()
       ->excludes(record)
       ->excludes(replay)
-      ->excludes(headless)
       ->excludes(play);
   app.add_option("--rate", arguments.rate, "Pictures for a second of the story, 6 if not given")
       ->take_last()
@@ -173,7 +175,21 @@ int WriteFilm(const zovview::LoadedModel& model, const Arguments& arguments) {
                            tour.ground);
 }
 
-int ShowTour(const zovview::ModelSource& source, const Arguments& arguments, const std::string& note) {
+int WriteView(const zovview::LoadedModel& model, const Arguments& arguments) {
+  zovview::ViewStill still;
+  still.view = arguments.view;
+  still.out = arguments.tour.directory;
+  still.width = arguments.tour.width;
+  still.height = arguments.tour.height;
+  if (arguments.scale > 0.0) still.scale = arguments.scale;
+  still.ground = arguments.tour.ground;
+  if (!arguments.noSettings) {
+    still.ownViews = zovview::SettingsFile(zovview::SettingsFile::FindPlace()).GetModelFolder();
+  }
+  return zovview::WriteViewStill(model, still);
+}
+
+int WritePictures(const zovview::ModelSource& source, const Arguments& arguments, const std::string& note) {
   zovview::LoadedModel model;
   {
     zovview::ProgressLine line(zovview::ProgressLine::OffTerminal::Silent);
@@ -187,7 +203,7 @@ int ShowTour(const zovview::ModelSource& source, const Arguments& arguments, con
     return EXIT_BAD_INPUT;
   }
   if (!note.empty()) Note(note);
-  return WriteFilm(model, arguments);
+  return arguments.view.empty() ? WriteFilm(model, arguments) : WriteView(model, arguments);
 }
 
 int ShowWindow(zovhost::Window& window, const zovview::ModelSource& source, const Arguments& arguments) {
@@ -242,7 +258,7 @@ int RunProgram(int argc, char** argv) {
   const zovview::ModelSource source =
       arguments.model.empty() ? zovview::FindDefaultModel() : zovview::ModelSource{arguments.model};
 
-  if (arguments.headless) return ShowTour(source, arguments, {});
+  if (arguments.headless) return WritePictures(source, arguments, {});
   std::string error;
   zovhost::Window::Options options;
   options.title = "zovview";
@@ -254,7 +270,10 @@ int RunProgram(int argc, char** argv) {
     Note(error + ", so there is nothing to record");
     return 1;
   }
-  if (window == nullptr) return ShowTour(source, arguments, error + "; writing a tour instead");
+  if (window == nullptr) {
+    const std::string instead = arguments.view.empty() ? "a tour" : "a picture of the view";
+    return WritePictures(source, arguments, error + "; writing " + instead + " instead");
+  }
   return ShowWindow(*window, source, arguments);
 }
 

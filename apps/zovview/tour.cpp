@@ -1,18 +1,20 @@
 #include "tour.h"
 
-#include <epoxy/gl.h>
 #include <imgui.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <memory>
+#include <span>
 #include <utility>
 
 #include "disc_wedges.h"
 #include "film_output.h"
 #include "korvane/track_menu.h"
 #include "progress_line.h"
+#include "scene_keeper.h"
 #include "scripted_device.h"
 #include "tour_clock.h"
 #include "tour_pace.h"
@@ -48,9 +50,9 @@ int CountFrames(const TourMove& move) {
   return static_cast<int>(std::lround(move.seconds * TourClock::FRAMES_PER_SECOND));
 }
 
-int CountFrames() {
+int CountFrames(std::span<const TourMove> script) {
   int count = 0;
-  for (const TourMove& move : GetTourScript()) count += CountFrames(move);
+  for (const TourMove& move : script) count += CountFrames(move);
   return count;
 }
 
@@ -140,7 +142,9 @@ class Tour {
   const int height;
   TourClock clock;
   zovhost::GLSceneView sceneView;
+  SceneKeeper keeper;
   zovhost::OffscreenTarget target;
+  zovhost::OffscreenTarget unseen;  // a pixel, for what is drawn for its effects
   zovhost::Gui gui;
   zovhost::RendererHost host;  // without a pointer and menus
   Viewport view;
@@ -154,7 +158,9 @@ class Tour {
   bool pressed = false;
   bool points = false;  // the pointer does something in the present move
   int frame = 0;
-  const int frameCount = CountFrames();
+  const std::span<const TourMove> script;
+  const int framesPerPicture;
+  const int frameCount;
 };
 
 Tour::Tour(zovhost::Window& onWindow, const zovhost::Scene& ofScene, const TourOptions& options)
@@ -163,6 +169,7 @@ Tour::Tour(zovhost::Window& onWindow, const zovhost::Scene& ofScene, const TourO
       ground(FindGround(options.ground)),
       width(options.width),
       height(options.height),
+      keeper(sceneView),
       gui(options.width, options.height),
       view({[this] { window.RequestFrame(); },
             host,
@@ -174,10 +181,14 @@ Tour::Tour(zovhost::Window& onWindow, const zovhost::Scene& ofScene, const TourO
             [this] { devicePage.SetVisible(!devicePage.IsVisible()); }}),
       devicePage(device.GetHand()),
       viewHeight(options.height),
-      progress(ProgressLine::OffTerminal::Quarters) {}
+      progress(ProgressLine::OffTerminal::Quarters),
+      script(options.glance ? GetGlanceScript() : GetTourScript()),
+      framesPerPicture(options.glance ? FRAMES_PER_GLANCE_PICTURE : FRAMES_PER_PICTURE),
+      frameCount(CountFrames(script)) {}
 
 bool Tour::Prepare(std::string& error) {
-  if (!target.Create(width, height, SAMPLES) || !sceneView.SetScene(&scene) || !view.Create()) {
+  const bool ready = target.Create(width, height, SAMPLES) && unseen.Create(1, 1, 0);
+  if (!ready || !sceneView.SetScene(&scene) || !view.Create()) {
     error = "the graphics memory does not hold this model at this size";
     return false;
   }
@@ -195,7 +206,7 @@ bool Tour::Prepare(std::string& error) {
 }
 
 bool Tour::Play(FilmOutput& output, std::string& error) {
-  for (const TourMove& move : GetTourScript()) {
+  for (const TourMove& move : script) {
     if (!PlayMove(move, output, error)) return false;
   }
   progress.Show(1.0, "writing the contact sheet and the animation");
@@ -215,8 +226,8 @@ bool Tour::PlayMove(const TourMove& move, FilmOutput& output, std::string& error
     device.Advance();
     view.PerformFrame();
     progress.Show(static_cast<double>(frame) / frameCount, "tour: " + std::string(move.caption));
-    const bool isLastPicture = i + FRAMES_PER_PICTURE > frames;
-    if (frame++ % FRAMES_PER_PICTURE != 0) {
+    const bool isLastPicture = i + framesPerPicture > frames;
+    if (frame++ % framesPerPicture != 0) {
       DrawUnseen();
     } else if (!TakePicture(move, isLastPicture, output, error)) {
       return false;
@@ -346,7 +357,7 @@ void Tour::End(const TourMove& move) {
 
 // Tools end their moves when they are drawn.
 void Tour::DrawUnseen() {
-  target.Bind();
+  unseen.Bind();
   view.DrawWidgets();
 }
 
@@ -354,10 +365,7 @@ void Tour::DrawUnseen() {
 bool Tour::TakePicture(const TourMove& move, bool isLast, FilmOutput& output, std::string& error) {
   zovhost::Image picture;
   sceneView.GetOptions().selectedPart = view.GetSelection().GetPart();
-  bool taken = target.Bind();
-  glClearColor(0.87F, 0.88F, 0.9F, 1.0F);  // what shows above a low view
-  glClear(GL_COLOR_BUFFER_BIT);
-  taken = taken && sceneView.Draw(view.GetHub().GetView(), 0, 0, width, viewHeight, 1.0);
+  bool taken = keeper.Draw(view.GetHub().GetView(), viewHeight, target);
   view.DrawWidgets();
   gui.BeginFrame();
   menus.Draw(view.GetTarget());
@@ -416,6 +424,7 @@ int Fail(const std::string& error) {
 }  // namespace
 
 int RunTour(const LoadedModel& model, const TourOptions& options) {
+  const auto start = std::chrono::steady_clock::now();
   std::string error;
   zovhost::Window::Options windowOptions;
   windowOptions.offscreen = true;
@@ -424,16 +433,21 @@ int RunTour(const LoadedModel& model, const TourOptions& options) {
 
   FilmOutput output(options.directory,
                     {model.source.GetName(), "Moved by the library's own operations and shots", "tour.webp",
-                     MILLISECONDS_PER_PICTURE});
+                     options.glance ? MILLISECONDS_PER_GLANCE_PICTURE : MILLISECONDS_PER_PICTURE});
   {
     Tour tour(*window, *model.scene, options);
     if (!tour.Prepare(error) || !output.Begin(error)) return Fail(error);
     if (!tour.Play(output, error)) return error.empty() ? EXIT_INTERRUPTED : Fail(error);
     if (!output.Publish(error)) return Fail(error);
   }
-  std::printf("The tour of %s is in %s: %d pictures, contact_sheet.png, tour.webp and index.html\n",
-              model.source.GetName().c_str(), output.GetDirectory().string().c_str(),
-              output.GetPictureCount());
+  const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
+  const int count = output.GetPictureCount();
+  std::printf(
+      "The tour of %s is in %s: %d pictures, contact_sheet.png, tour.webp and index.html, in %.1f s, %.0f ms "
+      "a "
+      "picture\n",
+      model.source.GetName().c_str(), output.GetDirectory().string().c_str(), count, taken.count(),
+      1000.0 * taken.count() / count);
   return 0;
 }
 

@@ -246,9 +246,28 @@ constexpr auto SCRIPT = std::to_array<TourMove>({
     {"Start view", Rest, 0.3},
 });
 
+constexpr auto GLANCE = std::to_array<TourMove>({
+    {"A house", Rest, 0.2},
+    MakeCommand("The navigation bar", 0.0, "toggle-bar"),
+    MakeCubeDrag("The cube: a drag", 1.3, OrientorObserver::PART_FRONT, -0.10, -0.03),
+    MakeCommand("The cube: a click on its top", 0.6, "home"),
+    MakeCubeClick("The cube: a click on its top", 0.9, OrientorObserver::PART_TOP),
+    MakeBarMove("The navigation bar: home", Click, 0.9, HOME_ITEM),
+    {"A disc: orbit by its wedge", Hover, 0.4, 0.90, 0.62, 0.42, 0.56},
+    MakeCommand("A disc: orbit by its wedge", 0.0, "disc-full-navigation"),
+    MakeWedgeHover("A disc: orbit by its wedge", 0.5, HelmDiscZone::Zoom),
+    MakeWedgeHover("A disc: orbit by its wedge", 0.3, HelmDiscZone::Orbit),
+    MakeWedgeDrag("A disc: orbit by its wedge", 1.3, HelmDiscZone::Orbit, 0.16, 0.02),
+    MakeCommand("A flight to the front", 0.0, "close-disc"),
+    MakeCommand("A flight to the front", 1.0, "front"),
+    MakeCommand("And back", 1.0, "previous-view"),
+    MakeCommand("And back", 0.8, "home"),
+});
+
 }  // namespace
 
 std::span<const TourMove> GetTourScript() { return SCRIPT; }
+std::span<const TourMove> GetGlanceScript() { return GLANCE; }
 
 // A hand presses a cap and lets go of it by degrees.
 zovhost::SixAxes FindAxes(const TourMove& move, double fraction) {

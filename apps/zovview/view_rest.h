@@ -9,6 +9,9 @@
 
 namespace zovview {
 
+/// Whether two cameras show the same picture, bit for bit.
+bool IsSameView(const Korvane::CameraParameters& a, const Korvane::CameraParameters& b);
+
 /// Tells views that move from views at rest: one that has not moved for a while, and is not held, is at rest.
 /// It asks for a frame when that comes about.
 class ViewRest {

@@ -12,6 +12,7 @@
 #include "recorder.h"
 #include "viewer_fixture.h"
 #include "zovhost/bcf_file.h"
+#include "zovhost/read_image.h"
 
 namespace apps_test {
 namespace {
@@ -303,6 +304,44 @@ TEST(ViewOfProgramTest, a_broken_file_ends_it_in_one_line_before_anything_opens)
   EXPECT_EQ(CountLines(result.error), 1) << result.error;
   EXPECT_NE(result.error.find("door.bcfv: it is no viewpoint, but \"Door\""), std::string::npos)
       << result.error;
+}
+
+TEST(ViewOfProgramTest, without_a_display_a_view_is_one_picture) {
+  const TemporaryFolder folder;
+  const fs::path model = folder.Write("triangle.obj", "v 0 0 0\nv 4 0 0\nv 0 3 0\nf 1 2 3\n");
+  const std::string door = folder.Write("door.bcfv", VIEWPOINT).string();
+  const fs::path out = folder.GetPath() / "pictures";
+  const ProgramResult inFolder = RunViewer({model.string(), "--headless", "--no-settings", "--view", door,
+                                            "--size", "300x200", "--out", out.string()});
+  EXPECT_EQ(inFolder.exitCode, 0) << inFolder.error;
+  EXPECT_NE(inFolder.out.find("view.png"), std::string::npos) << inFolder.out;
+  const fs::path file = out / "white.png";
+  const ProgramResult named = RunViewer({model.string(), "--headless", "--no-settings", "--view", door,
+                                         "--size", "300x200", "--ground", "white", "--out", file.string()});
+  EXPECT_EQ(named.exitCode, 0) << named.error;
+  zovhost::Image first;
+  zovhost::Image white;
+  std::string error;
+  ASSERT_TRUE(zovhost::ReadImage(out / "view.png", first, error)) << error;
+  ASSERT_TRUE(zovhost::ReadImage(file, white, error)) << error;
+  EXPECT_EQ(first.width, 300);
+  EXPECT_EQ(first.height, 200);
+  EXPECT_NE(first.rgba, white.rgba);
+  EXPECT_EQ(std::distance(fs::directory_iterator(out), fs::directory_iterator()), 2);
+  EXPECT_FALSE(fs::exists(folder.GetPath() / "triangle.obj.views.json"));
+}
+
+TEST(ViewOfProgramTest, a_name_of_no_view_is_told_and_writes_no_picture) {
+  const TemporaryFolder folder;
+  const fs::path model = folder.Write("triangle.obj", "v 0 0 0\nv 4 0 0\nv 0 3 0\nf 1 2 3\n");
+  const fs::path out = folder.GetPath() / "pictures";
+  const ProgramResult result =
+      RunViewer({model.string(), "--headless", "--no-settings", "--view", "Kitchen", "--out", out.string()});
+  EXPECT_EQ(result.exitCode, 2);
+  EXPECT_EQ(CountLines(result.error), 1) << result.error;
+  EXPECT_NE(result.error.find("Kitchen: no view of this model has that name"), std::string::npos)
+      << result.error;
+  EXPECT_FALSE(fs::exists(out));
 }
 
 // ---- recordings ----

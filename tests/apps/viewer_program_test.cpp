@@ -153,6 +153,23 @@ TEST(viewer_program, an_output_that_is_a_file_is_refused_and_kept) {
   EXPECT_EQ(fs::file_size(file), 8U);
 }
 
+TEST(viewer_program, a_glance_is_a_few_seconds_of_the_tour) {
+  const TemporaryFolder folder;
+  const fs::path model = folder.Write("pyramid.obj", PYRAMID);
+  const fs::path out = folder.GetPath() / "glance";
+  const ProgramResult result =
+      RunViewer({model.string(), "--headless", "--glance", "--size", "320x200", "--out", out.string()});
+  ASSERT_EQ(result.exitCode, 0) << result.error;
+  double seconds = 0.0;
+  for (const zovview::TourMove& move : zovview::GetGlanceScript()) seconds += move.seconds;
+  const auto pictures =
+      static_cast<int>(std::ceil(seconds * 60.0 / zovview::FRAMES_PER_GLANCE_PICTURE - 1e-6));
+  EXPECT_NE(LastLine(result.out).find(std::to_string(pictures) + " pictures"), std::string::npos)
+      << result.out;
+  EXPECT_NE(LastLine(result.out).find("ms a picture"), std::string::npos) << result.out;
+  EXPECT_TRUE(fs::exists(out / "tour.webp"));
+}
+
 // ---- the tour ----
 
 // The greatest difference of a channel between two pixels of a grid over the picture.

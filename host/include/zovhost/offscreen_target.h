@@ -28,6 +28,9 @@ class OffscreenTarget {
   bool Bind() const;
   /// Brings what was drawn into the texture, whose rows run from the bottom. The framebuffer binding stays.
   bool Resolve() const;
+  /// Copies colour and depth, with all their samples, into a target of the same size and samples. False for
+  /// any other. The framebuffer binding stays.
+  bool CopyTo(const OffscreenTarget& other) const;
   unsigned GetTexture() const { return resolveTexture; }
   /// The texture becomes the caller's; the target is empty afterwards.
   unsigned TakeTexture();

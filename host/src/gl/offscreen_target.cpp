@@ -110,6 +110,18 @@ bool OffscreenTarget::Resolve() const {
   return true;
 }
 
+// Drivers take the colours alone, and the depths alone, for a plain copy.
+bool OffscreenTarget::CopyTo(const OffscreenTarget& other) const {
+  const bool alike = width == other.width && height == other.height && samples == other.samples;
+  if (drawFramebuffer == 0 || other.drawFramebuffer == 0 || !alike) return false;
+  const GLStateGuard guard;
+  glBindFramebuffer(GL_READ_FRAMEBUFFER, drawFramebuffer);
+  glBindFramebuffer(GL_DRAW_FRAMEBUFFER, other.drawFramebuffer);
+  glBlitFramebuffer(0, 0, width, height, 0, 0, width, height, GL_COLOR_BUFFER_BIT, GL_NEAREST);
+  glBlitFramebuffer(0, 0, width, height, 0, 0, width, height, GL_DEPTH_BUFFER_BIT, GL_NEAREST);
+  return true;
+}
+
 unsigned OffscreenTarget::TakeTexture() {
   const unsigned taken = std::exchange(resolveTexture, 0U);
   Destroy();
