@@ -148,12 +148,25 @@ int Measure(const std::filesystem::path& file) {
               memory.GetPeak() / MIB);
   hub.SetViewportSize(WIDTH, HEIGHT);
   zovhost::EnterScene(hub, *scene);
-  view.Draw(hub.GetView(), WIDTH, HEIGHT);
+  constexpr double PATIENCE = 0.05;
+  const auto draw = [&] { return view.DrawGradually(hub.GetView(), 0, 0, WIDTH, HEIGHT, 1.0, PATIENCE); };
+  listener.Hear("Drawing coarsely");
+  bool whole = draw();
   glFinish();
-  std::printf("first picture    %8.3f s  after the start\n", SecondsSince(begin));
+  std::printf("coarse picture   %8.3f s  after the start\n", SecondsSince(begin));
+  while (!whole) {
+    listener.Hear("Drawing");
+    whole = draw();
+  }
+  glFinish();
+  std::printf("whole picture    %8.3f s  after the start\n", SecondsSince(begin));
   listener.Hear("");
   listener.Print();
   std::printf("frame at rest    %8.1f ms\n", TimeFrames(view, hub) * 1e3);
+  const Clock::time_point kept = Clock::now();
+  draw();
+  glFinish();
+  std::printf("kept frame       %8.1f ms\n", SecondsSince(kept) * 1e3);
   view.GetOptions().moving = true;
   std::printf("frame in motion  %8.1f ms\n", TimeFrames(view, hub) * 1e3);
   TimeRays(*scene, hub);

@@ -351,13 +351,13 @@ void SceneBuffers::UploadEdges(const Plan& plan) {
   }
 }
 
-void SceneBuffers::BindEdges(const Mesh& mesh) const {
+void SceneBuffers::BindEdges(const Mesh& mesh, std::size_t first) const {
   glBindVertexArray(edgeArray);
   glBindBuffer(GL_ARRAY_BUFFER, edgeBuffer);
   constexpr std::size_t stride = edgeFloats * sizeof(float);
   for (const GLuint end : {0U, 1U}) {
     glVertexAttribPointer(end, 3, GL_FLOAT, GL_FALSE, stride,
-                          BufferOffset(mesh.firstEdge * stride + end * stride / 2));
+                          BufferOffset((mesh.firstEdge + first) * stride + end * stride / 2));
   }
 }
 

@@ -64,8 +64,8 @@ class SceneBuffers {
 
   /// Attributes 0 to 3: position, normal, texture coordinate, colour.
   GLuint GetTriangleArray() const { return triangleArray; }
-  /// Points attributes 0 and 1, both ends of a line, one line an instance, at the first line of a mesh.
-  void BindEdges(const Mesh& mesh) const;
+  /// Points attributes 0 and 1, both ends of a line, one line an instance, at line `first` of a mesh.
+  void BindEdges(const Mesh& mesh, std::size_t first) const;
 
  private:
   // What is worked out of a scene ahead of the upload.
