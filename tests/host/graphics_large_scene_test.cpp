@@ -278,8 +278,8 @@ TEST_F(LargeSceneView, parts_of_a_batch_thin_out_all_over_it) {
   for (const zovhost::PartBatch& batch : zovhost::GatherParts(*city, all, report)) {
     gathered += batch.members.size();
     const std::vector<std::uint32_t> chosen = zovhost::CoarseParts(*city, report).Choose(batch, wanted);
-    EXPECT_EQ(chosen.size() / 3, std::min(wanted, batch.mesh.indices.size() / 3));
-    for (const std::uint32_t index : chosen) ASSERT_LT(index, batch.mesh.positions.size() / 3);
+    EXPECT_EQ(chosen.size() / 3, std::min(wanted, batch.indexCount / 3));
+    for (const std::uint32_t index : chosen) ASSERT_LT(index, batch.vertexCount);
   }
   EXPECT_EQ(gathered, city->GetParts().size());
 }
