@@ -116,6 +116,7 @@ class Planner {
       sorted.emplace_back(-(buffers.GetDrawn()[i].centre - camera.eye).Dot(camera.forward), i);
     std::sort(sorted.begin(), sorted.end());
     std::vector<std::size_t> order;
+    order.reserve(sorted.size());
     for (const auto& [depth, i] : sorted) order.push_back(i);
     return order;
   }
