@@ -172,7 +172,7 @@ void SceneBuffers::PlanEdges(const Scene& scene, Plan& plan, WorkReport& report)
 void SceneBuffers::PlanCoarse(const Scene& scene, Plan& plan, WorkReport& report) {
   plan.coarse.resize(meshes.size());
   double triangles = 0.0;
-  for (const Drawn& one : drawn) triangles += static_cast<double>(plan.sources[one.mesh].indexCount / 3);
+  for (const Drawn& one : drawn) triangles += static_cast<double>(plan.sources[one.mesh].indexCount) / 3.0;
   large = triangles > movingTriangles || drawn.size() > mostQuickDraws;
   if (triangles <= movingTriangles) return;
   CoarseParts chooser(scene, report);
