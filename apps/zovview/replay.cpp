@@ -1,5 +1,7 @@
 #include "replay.h"
 
+#include <epoxy/gl.h>
+
 #include <SDL_keycode.h>
 
 #include <cstdio>
@@ -219,6 +221,7 @@ void Replay::Frame() {
   view->PerformFrame();
   target.Bind();
   view->DrawWidgets();
+  glFinish();  // no window waits for the frames: without a graphics card they would pile up in the driver
   const CameraParameters& camera = view->GetHub().GetView();
   std::string shown = FormatCamera(0, camera);
   if (shown == lastCamera) return;

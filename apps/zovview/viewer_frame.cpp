@@ -17,6 +17,7 @@ namespace {
 constexpr float EDITOR_RIGHT = 220.0F;  // points: beside the cube
 constexpr float EDITOR_TOP = 12.0F;
 constexpr double MARK_WIDTH = 2.0;  // points
+constexpr double PATIENCE = 0.05;   // seconds of a frame for a large model at rest
 
 }  // namespace
 
@@ -55,8 +56,10 @@ void Viewer::DrawViews() {
     sceneView.GetOptions().moving =
         sceneView.DropsDetail() && rest.IsMoving(*view, contents.loading.has_value());
     sceneView.GetOptions().selectedPart = view->GetSelection().GetPart();
-    sceneView.Draw(view->GetHub().GetView(), view->GetX(), view->GetY(), view->GetWidth(), view->GetHeight(),
-                   window.GetScale());
+    const bool whole =
+        sceneView.DrawGradually(view->GetHub().GetView(), view->GetX(), view->GetY(), view->GetWidth(),
+                                view->GetHeight(), window.GetScale(), PATIENCE);
+    if (!whole) window.RequestFrame();
     view->DrawWidgets();
   }
 }

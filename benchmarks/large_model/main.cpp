@@ -40,26 +40,34 @@ double SecondsSince(Clock::time_point begin) {
   return std::chrono::duration<double>(Clock::now() - begin).count();
 }
 
-// The longest silence between two reports, stage by stage.
-class Silence {
+// How long each stage took, and the longest silence between two reports.
+class Listener {
  public:
   bool Hear(const char* what) {
     const double gap = SecondsSince(last);
-    if (gap > longest) {
-      longest = gap;
-      stage = before;
-    }
+    if (stages.empty() || stages.back().what != before) stages.push_back({before, 0.0, 0.0});
+    stages.back().seconds += gap;
+    stages.back().silence = std::max(stages.back().silence, gap);
     last = Clock::now();
     before = what;
     return true;
   }
-  void Print() const { std::printf("longest silence  %8.3f s  while %s\n", longest, stage.c_str()); }
+  void Print() const {
+    for (const Stage& stage : stages) {
+      std::printf("  %-24s %7.3f s, silent for %.3f s at most\n", stage.what.c_str(), stage.seconds,
+                  stage.silence);
+    }
+  }
 
  private:
+  struct Stage {
+    std::string what;
+    double seconds;
+    double silence;
+  };
   Clock::time_point last = Clock::now();
-  double longest = 0.0;
-  std::string before = "beginning";
-  std::string stage;
+  std::vector<Stage> stages;
+  std::string before = "Beginning";
 };
 
 double TimeFrames(zovhost::GLSceneView& view, const zovhost::ViewHub& hub) {
@@ -121,8 +129,8 @@ int Measure(const std::filesystem::path& file) {
   std::printf("%s, %s\n", reinterpret_cast<const char*>(glGetString(GL_RENDERER)), file.filename().c_str());
 
   MemoryWatch memory;
-  Silence silence;
-  const auto listen = [&silence](double, const char* what) { return silence.Hear(what); };
+  Listener listener;
+  const auto listen = [&listener](double, const char* what) { return listener.Hear(what); };
   const Clock::time_point begin = Clock::now();
   const std::unique_ptr<Scene> scene = zovhost::LoadScene(file, listen, error);
   if (scene == nullptr) {
@@ -140,12 +148,25 @@ int Measure(const std::filesystem::path& file) {
               memory.GetPeak() / MIB);
   hub.SetViewportSize(WIDTH, HEIGHT);
   zovhost::EnterScene(hub, *scene);
-  view.Draw(hub.GetView(), WIDTH, HEIGHT);
+  constexpr double PATIENCE = 0.05;
+  const auto draw = [&] { return view.DrawGradually(hub.GetView(), 0, 0, WIDTH, HEIGHT, 1.0, PATIENCE); };
+  listener.Hear("Drawing coarsely");
+  bool whole = draw();
   glFinish();
-  std::printf("first picture    %8.3f s  after the start\n", SecondsSince(begin));
-  silence.Hear("end");
-  silence.Print();
+  std::printf("coarse picture   %8.3f s  after the start\n", SecondsSince(begin));
+  while (!whole) {
+    listener.Hear("Drawing");
+    whole = draw();
+  }
+  glFinish();
+  std::printf("whole picture    %8.3f s  after the start\n", SecondsSince(begin));
+  listener.Hear("");
+  listener.Print();
   std::printf("frame at rest    %8.1f ms\n", TimeFrames(view, hub) * 1e3);
+  const Clock::time_point kept = Clock::now();
+  draw();
+  glFinish();
+  std::printf("kept frame       %8.1f ms\n", SecondsSince(kept) * 1e3);
   view.GetOptions().moving = true;
   std::printf("frame in motion  %8.1f ms\n", TimeFrames(view, hub) * 1e3);
   TimeRays(*scene, hub);

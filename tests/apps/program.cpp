@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <stdlib.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -52,9 +53,11 @@ ProgramResult RunViewer(const std::vector<std::string>& arguments) {
   if (child == 0) BecomeViewer(arguments, out, error);
   int status = 0;
   ProgramResult result;
-  if (child > 0 && waitpid(child, &status, 0) == child && WIFEXITED(status)) {
+  rusage used{};
+  if (child > 0 && wait4(child, &status, 0, &used) == child && WIFEXITED(status)) {
     result.exitCode = WEXITSTATUS(status);
   }
+  result.peakMegabytes = static_cast<double>(used.ru_maxrss) / 1024.0;
   result.out = ReadFile(out);
   result.error = ReadFile(error);
   return result;

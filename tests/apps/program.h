@@ -10,6 +10,7 @@ struct ProgramResult {
   int exitCode = -1;  // -1: ended by a signal, or not started
   std::string out;
   std::string error;
+  double peakMegabytes = 0.0;  // of memory that was resident
 };
 
 /// Runs the viewer without a display and waits for it.

@@ -19,6 +19,7 @@ using Korvane::Vector2;
 using Korvane::Vector3;
 using zovhost::GLSceneView;
 using zovhost::Image;
+using zovhost::Scene;
 using zovhost::SceneData;
 using zovtest::Canvas;
 
@@ -177,6 +178,75 @@ TEST_F(LargeSceneView, in_motion_has_about_the_same_picture_of_fewer_triangles) 
   EXPECT_EQ(Draw(camera).rgba, rest.rgba);
 }
 
+TEST_F(LargeSceneView, drawn_gradually_ends_in_the_picture_that_is_drawn_at_once) {
+  const auto hills = Make(zovtest::MakeSceneData(zovtest::MakeHills(400)));
+  ASSERT_TRUE(view.SetScene(hills.get()));
+  const CameraParameters camera = Around({0, 0, 0}, 0.7, 2.0);
+  const Image whole = Draw(camera);
+  view.GetOptions().moving = true;
+  const Image coarse = Draw(camera);
+  view.GetOptions().moving = false;
+  const auto drawSome = [&](const CameraParameters& from) {
+    canvas.Clear();
+    return view.DrawGradually(from, 0, 0, Canvas::width, Canvas::height, 1.0, 0.0);
+  };
+  for (int round = 0; round < 2; ++round) {
+    int calls = 1;
+    while (!drawSome(camera) && calls < 100) {
+      EXPECT_EQ(canvas.Read().rgba, coarse.rgba);
+      ++calls;
+    }
+    EXPECT_GT(calls, 3);
+    EXPECT_LT(calls, 100);
+    EXPECT_EQ(canvas.Read().rgba, whole.rgba);
+    EXPECT_TRUE(drawSome(camera));  // kept
+    EXPECT_EQ(canvas.Read().rgba, whole.rgba);
+    EXPECT_FALSE(drawSome(Around({0, 0, 0}, 0.8, 2.0)));
+  }
+  ASSERT_TRUE(drawSome(camera) || view.SetScene(nullptr));
+  EXPECT_TRUE(drawSome(camera));
+  EXPECT_NE(canvas.Read().rgba, coarse.rgba);
+}
+
+// Whatever is asked of it anew shows in the end.
+TEST_F(LargeSceneView, drawn_gradually_begins_anew_with_each_change) {
+  const auto hills = Make(zovtest::MakeSceneData(zovtest::MakeHills(300)));
+  ASSERT_TRUE(view.SetScene(hills.get()));
+  const CameraParameters camera = Around({0, 0, 0}, 0.7, 2.0);
+  const auto drawAll = [&](int x, double scale) {
+    canvas.Clear();
+    for (int i = 0; i < 100; ++i)
+      if (view.DrawGradually(camera, x, 0, Canvas::width / 2, Canvas::height, scale, 0.0)) return;
+    ADD_FAILURE() << "it never ends";
+  };
+  const auto compare = [&](const char* what, int x = 0, double scale = 1.0) {
+    drawAll(x, scale);
+    const Image gradual = canvas.Read();
+    canvas.Clear();
+    view.Draw(camera, x, 0, Canvas::width / 2, Canvas::height, scale);
+    EXPECT_EQ(gradual.rgba, canvas.Read().rgba) << what;
+  };
+  compare("at first");
+  compare("beside it", Canvas::width / 2);
+  compare("larger lines", 0, 2.0);
+  view.GetOptions().selectedPart = 0;
+  compare("selected");
+  view.GetOptions().ground = *zovhost::FindSceneGround("dark");
+  compare("dark");
+  view.GetOptions().drawEdges = false;
+  compare("without edges");
+  view.GetOptions().drawGroundShadow = false;
+  compare("without a shadow");
+  view.GetOptions().drawBackground = false;
+  compare("without a background");
+  zovhost::SceneFace face;
+  Scene::Hit hit;
+  ASSERT_TRUE(hills->Intersect({0.1, 0.1, 3}, {0, 0, -1}, hit));
+  ASSERT_TRUE(hills->FindFace(hit, face));
+  view.SetFaceHighlight(&face);
+  compare("with a face");
+}
+
 TEST_F(LargeSceneView, a_small_scene_in_motion_is_drawn_as_at_rest) {
   const auto building = zovhost::MakeDemoBuilding();
   ASSERT_TRUE(view.SetScene(building.get()));
@@ -208,8 +278,8 @@ TEST_F(LargeSceneView, parts_of_a_batch_thin_out_all_over_it) {
   for (const zovhost::PartBatch& batch : zovhost::GatherParts(*city, all, report)) {
     gathered += batch.members.size();
     const std::vector<std::uint32_t> chosen = zovhost::CoarseParts(*city, report).Choose(batch, wanted);
-    EXPECT_EQ(chosen.size() / 3, std::min(wanted, batch.mesh.indices.size() / 3));
-    for (const std::uint32_t index : chosen) ASSERT_LT(index, batch.mesh.positions.size() / 3);
+    EXPECT_EQ(chosen.size() / 3, std::min(wanted, batch.indexCount / 3));
+    for (const std::uint32_t index : chosen) ASSERT_LT(index, batch.vertexCount);
   }
   EXPECT_EQ(gathered, city->GetParts().size());
 }

@@ -1,5 +1,7 @@
 #include <chrono>
+#include <cmath>
 #include <condition_variable>
+#include <ctime>
 #include <mutex>
 #include <random>
 #include <set>
@@ -137,6 +139,27 @@ TEST_F(LargeScene, has_the_same_faces_by_its_index_as_by_a_walk_over_all_triangl
     }
   }
   EXPECT_GT(largest, 10u);
+}
+
+// At its middle all triangles meet: a walk that looked at all of them for each would take minutes.
+TEST_F(LargeScene, has_the_face_of_a_large_fan_by_its_index) {
+  constexpr std::uint32_t TRIANGLES = 50'000;
+  SceneMesh mesh;
+  mesh.positions = {0.0F, 0.0F, 0.0F};
+  for (std::uint32_t i = 0; i < TRIANGLES; ++i) {
+    const double angle = 6.283185307179586 * i / TRIANGLES;
+    mesh.positions.insert(mesh.positions.end(),
+                          {static_cast<float>(std::cos(angle)), static_cast<float>(std::sin(angle)), 0.0F});
+    mesh.indices.insert(mesh.indices.end(), {0, i + 1, (i + 1) % TRIANGLES + 1});
+  }
+  const std::atomic<bool> stopped = false;
+  zovhost::SideIndex sides;
+  ASSERT_TRUE(sides.Build(mesh, stopped));
+  SceneFace face;
+  const std::clock_t begin = std::clock();
+  zovhost::FindFaceOf(mesh, &sides, TRIANGLES / 3, face);
+  EXPECT_LT(static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC, 1.0);
+  EXPECT_EQ(face.triangles.size(), TRIANGLES);
 }
 
 TEST_F(LargeScene, finds_faces_before_and_after_they_were_prepared_and_while_another_is_loaded) {

@@ -56,6 +56,12 @@ class GLSceneView {
   bool Draw(const Korvane::CameraParameters& camera, int width, int height) {
     return Draw(camera, 0, 0, width, height);
   }
+  /// The same for a window that has to go on meanwhile: a large scene at rest is drawn for about `seconds` in
+  /// each call, while the coarse picture of a view in motion shows; when it is whole it is kept and put back
+  /// in later calls, as long as nothing has changed. False while there is more to draw: call it again soon.
+  /// All else is drawn at once, and so is a large scene where the driver cannot copy framebuffers.
+  bool DrawGradually(const Korvane::CameraParameters& camera, int x, int y, int width, int height,
+                     double scale, double seconds);
 
  private:
   class Impl;

@@ -15,6 +15,8 @@ struct SceneGround {
   float shadow = 0.42F;                                      ///< Opacity of the shadow at the model's foot.
   /// Panels over it are light ones with dark words.
   bool lightPanels = false;
+
+  bool operator==(const SceneGround&) const = default;
 };
 
 /// Those that the kit offers: the gradient first, which is what is shown without a choice, then light, dark

@@ -130,12 +130,11 @@ std::vector<std::uint32_t> WalkInPlane(const SceneMesh& mesh, const SideIndex& s
   seen[seed] = true;
   for (std::size_t i = 0; i < found.size(); ++i) {
     for (std::uint32_t own = 3 * found[i]; own < 3 * found[i] + 3; ++own) {
-      for (std::uint32_t side = sides.GetNext(own); side != own; side = sides.GetNext(side)) {
-        const std::uint32_t neighbour = side / 3;
-        if (seen[neighbour]) continue;
+      sides.VisitNeighbours(mesh, own, [&](std::uint32_t neighbour) {
+        if (seen[neighbour]) return;
         seen[neighbour] = true;
         if (IsInPlane(mesh, neighbour, plane)) found.push_back(neighbour);
-      }
+      });
     }
   }
   std::sort(found.begin(), found.end());

@@ -1,9 +1,8 @@
 #include "scene/face_index.h"
 
 #include <algorithm>
-#include <utility>
+#include <numeric>
 
-#include "scene/hash_table.h"
 #include "scene/point_numbers.h"
 
 namespace zovhost {
@@ -17,28 +16,34 @@ constexpr std::size_t ROUNDS = std::size_t{1} << 16;  // between two looks
 
 bool SideIndex::Build(const SceneMesh& mesh, const std::atomic<bool>& stopped) {
   std::uint32_t pointCount = 0;
-  const std::vector<std::uint32_t> points =
-      NumberPoints(mesh.positions, pointCount, [&stopped] { return !stopped; });
+  points = NumberPoints(mesh.positions, pointCount, [&stopped] { return !stopped; });
+  if (stopped) return false;
+  if (pointCount == points.size()) points = {};
+  // Filled from the ends, so that the places of the ends become those of the starts.
   const std::size_t count = mesh.indices.size();
-  const auto ends = [&](std::size_t side) {
-    const std::uint32_t a = points[mesh.indices[side]];
-    const std::uint32_t b = points[mesh.indices[side % 3 == 2 ? side - 2 : side + 1]];
-    return std::pair(std::min(a, b), std::max(a, b));
-  };
-  std::vector<std::uint32_t> rings(count);
-  HashTable firsts(count);
+  starts.assign(std::size_t{pointCount} + 1, 0);
   for (std::size_t i = 0; i < count; ++i) {
     if (i % ROUNDS == 0 && stopped) return false;
-    const auto own = ends(i);
-    const auto side = static_cast<std::uint32_t>(i);
-    const std::uint64_t hash = MixBits(std::uint64_t{own.first} << 32 | own.second);
-    const std::uint32_t first =
-        firsts.FindOrAdd(hash, side, [&](std::uint32_t other) { return ends(other) == own; });
-    rings[side] = side;
-    if (first != side) std::swap(rings[first], rings[side]);
+    ++starts[GetPoint(mesh.indices[i])];
   }
-  next = std::move(rings);
+  std::partial_sum(starts.begin(), starts.end(), starts.begin());
+  triangles.resize(count);
+  for (std::size_t i = count; i-- > 0;) {
+    if (i % ROUNDS == 0 && stopped) return false;
+    triangles[--starts[GetPoint(mesh.indices[i])]] = static_cast<std::uint32_t>(i / 3);
+  }
   return true;
+}
+
+bool SideIndex::HasSide(const SceneMesh& mesh, std::uint32_t triangle, std::uint32_t a,
+                        std::uint32_t b) const {
+  const std::uint32_t* const corner = mesh.indices.data() + std::size_t{3} * triangle;
+  for (std::size_t i = 0; i < 3; ++i) {
+    const std::uint32_t from = GetPoint(corner[i]);
+    const std::uint32_t to = GetPoint(corner[(i + 1) % 3]);
+    if ((from == a && to == b) || (from == b && to == a)) return true;
+  }
+  return false;
 }
 
 FaceIndex::FaceIndex(const std::vector<SceneMesh>& sceneMeshes)

@@ -3,6 +3,7 @@
 #include <atomic>
 #include <cstdint>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "scene/background_work.h"
@@ -10,19 +11,34 @@
 
 namespace zovhost {
 
-/// Which triangles of a mesh share which sides: so that a face is found by walking from triangle to triangle.
-/// Sides are the same by the places of their ends, whatever their vertices.
+/// Which triangles of a mesh meet at which points: so that a face is found by walking from triangle to
+/// triangle. Points are the same by their places, whatever their vertices.
 class SideIndex {
  public:
   /// False when it was stopped.
   bool Build(const SceneMesh& mesh, const std::atomic<bool>& stopped);
 
-  /// The next of the sides that lie where side `side` lies, around in a ring; itself when it is alone. Side i
+  /// Calls `visit` with each triangle that has side `side` of `mesh` too, the one it is of among them. Side i
   /// is that from corner i % 3 of triangle i / 3 to the next.
-  std::uint32_t GetNext(std::uint32_t side) const { return next[side]; }
+  template <typename Visit>
+  void VisitNeighbours(const SceneMesh& mesh, std::uint32_t side, const Visit& visit) const {
+    const std::uint32_t next = side % 3 == 2 ? side - 2 : side + 1;
+    std::uint32_t near = GetPoint(mesh.indices[side]);
+    std::uint32_t far = GetPoint(mesh.indices[next]);
+    if (CountAt(near) > CountAt(far)) std::swap(near, far);  // the middle of a fan has very many
+    for (std::uint32_t i = starts[near]; i < starts[near + 1]; ++i) {
+      if (HasSide(mesh, triangles[i], near, far)) visit(triangles[i]);
+    }
+  }
 
  private:
-  std::vector<std::uint32_t> next;
+  std::uint32_t GetPoint(std::uint32_t vertex) const { return points.empty() ? vertex : points[vertex]; }
+  std::uint32_t CountAt(std::uint32_t point) const { return starts[point + 1] - starts[point]; }
+  bool HasSide(const SceneMesh& mesh, std::uint32_t triangle, std::uint32_t a, std::uint32_t b) const;
+
+  std::vector<std::uint32_t> points;     // by vertex; empty where each vertex is a point of its own
+  std::vector<std::uint32_t> starts;     // by point, the first of its triangles
+  std::vector<std::uint32_t> triangles;  // one for each of their corners
 };
 
 /// The sides of all meshes that are large enough to need it, made once by a thread of its own.

@@ -8,6 +8,7 @@
 #include <limits>
 
 #include "projection/matrix.h"
+#include "scene/triangle_clusters.h"
 #include "scene/work_report.h"
 
 namespace zovhost {
@@ -28,10 +29,6 @@ struct RayIndex::Handles {
 };
 
 namespace {
-
-// Beyond this many triangles the index is built for little memory and in little time; rays take a little
-// longer in it.
-constexpr std::size_t MOST_INDEXED_FINELY = 2'000'000;
 
 // A ray in the units of the index: radius 1 around the origin.
 struct UnitRay {
@@ -70,6 +67,25 @@ double RefineDistance(const std::array<Vector3, 3>& corners, const Vector3& norm
   return std::abs(refined - found) <= mostDifference ? refined : found;
 }
 
+// What Embree asks of clusters.
+
+void GiveBox(const RTCBoundsFunctionArguments* query) {
+  const auto& clusters = *static_cast<const TriangleClusters*>(query->geometryUserPtr);
+  const auto& [low, high] = clusters.GetBox(query->primID);
+  *query->bounds_o = {low[0], low[1], low[2], 0.0F, high[0], high[1], high[2], 0.0F};
+}
+
+void TryCluster(const RTCIntersectFunctionNArguments* query) {
+  if (query->N != 1 || query->valid[0] == 0) return;
+  const auto& clusters = *static_cast<const TriangleClusters*>(query->geometryUserPtr);
+  auto& [ray, hit] = *reinterpret_cast<RTCRayHit*>(query->rayhit);
+  TriangleClusters::Ray tried = {
+      {ray.org_x, ray.org_y, ray.org_z}, {ray.dir_x, ray.dir_y, ray.dir_z}, ray.tnear, ray.tfar};
+  if (!clusters.Intersect(query->primID, tried, hit.primID)) return;
+  ray.tfar = tried.to;
+  hit.geomID = query->geomID;
+}
+
 RTCRayHit MakeQuery(const Vector3& start, const Vector3& direction) {
   RTCRayHit query{};
   query.ray.org_x = static_cast<float>(start.x);
@@ -92,27 +108,25 @@ RayIndex::RayIndex(const SceneData& sceneData, const Vector3& sceneCentre, doubl
 RayIndex::~RayIndex() = default;
 
 std::unique_ptr<RayIndex> RayIndex::Create(const SceneData& data, const Vector3& centre, double radius,
-                                           WorkReport& report) {
+                                           WorkReport& report, std::size_t mostSingly) {
   std::unique_ptr<RayIndex> index(new RayIndex(data, centre, radius));
-  return index->Build(report) ? std::move(index) : nullptr;
+  return index->Build(report, mostSingly) ? std::move(index) : nullptr;
 }
 
 std::size_t RayIndex::CountTriangles(const ScenePart& part) const {
   return data.meshes[static_cast<std::size_t>(part.mesh)].indices.size() / 3;
 }
 
-bool RayIndex::Build(WorkReport& report) {
+bool RayIndex::Build(WorkReport& report, std::size_t mostSingly) {
   handles->device = rtcNewDevice(nullptr);
   if (handles->device == nullptr) return false;
   handles->scene = rtcNewScene(handles->device);
   if (handles->scene == nullptr) return false;
   std::size_t triangles = 0;
   for (const ScenePart& part : data.parts) triangles += CountTriangles(part);
-  const bool large = triangles > MOST_INDEXED_FINELY;
-  rtcSetSceneFlags(handles->scene,
-                   large ? RTC_SCENE_FLAG_ROBUST | RTC_SCENE_FLAG_COMPACT : RTC_SCENE_FLAG_ROBUST);
-  if (large) rtcSetSceneBuildQuality(handles->scene, RTC_BUILD_QUALITY_LOW);
-  for (const ScenePart& part : data.parts) AddPart(part, report);
+  const bool large = triangles > mostSingly;
+  rtcSetSceneFlags(handles->scene, RTC_SCENE_FLAG_ROBUST);
+  for (const ScenePart& part : data.parts) large ? AddClusters(part, report) : AddPart(part, report);
   // From whichever thread of the builder's.
   rtcSetSceneProgressMonitorFunction(
       handles->scene,
@@ -121,6 +135,19 @@ bool RayIndex::Build(WorkReport& report) {
   rtcSetSceneProgressMonitorFunction(handles->scene, nullptr, nullptr);
   if (report.IsCancelled()) throw WorkCancelled();
   return rtcGetDeviceError(handles->device) == RTC_ERROR_NONE;
+}
+
+void RayIndex::AddClusters(const ScenePart& part, WorkReport& report) {
+  clusters.push_back(std::make_unique<TriangleClusters>(data, part, centre, radius, report));
+  TriangleClusters& added = *clusters.back();
+  RTCGeometry geometry = rtcNewGeometry(handles->device, RTC_GEOMETRY_TYPE_USER);
+  rtcSetGeometryUserPrimitiveCount(geometry, static_cast<unsigned>(added.GetCount()));
+  rtcSetGeometryUserData(geometry, &added);
+  rtcSetGeometryBoundsFunction(geometry, GiveBox, nullptr);
+  rtcSetGeometryIntersectFunction(geometry, TryCluster);
+  rtcCommitGeometry(geometry);
+  rtcAttachGeometry(handles->scene, geometry);
+  rtcReleaseGeometry(geometry);
 }
 
 // The number of the geometry is the number of the part. Triangles are shared with the mesh, vertices are

@@ -1,92 +1,84 @@
 #include "zovhost/gl_scene_view.h"
 
 #include <algorithm>
-#include <cmath>
-#include <cstdint>
+#include <array>
+#include <chrono>
 #include <utility>
 #include <vector>
 
-#include "gl/buffer_offset.h"
 #include "gl/gl_program.h"
 #include "scene_view/face_highlight.h"
 #include "scene_view/ground_shadow.h"
+#include "scene_view/kept_picture.h"
 #include "scene_view/scene_buffers.h"
+#include "scene_view/scene_painter.h"
 #include "scene_view/scene_shaders.h"
 #include "scene_view/view_volume.h"
-#include "zovhost/accent.h"
 #include "zovhost/gl_state_guard.h"
 
 namespace zovhost {
 
+using Clock = DrawPace::Clock;
 using Korvane::CameraParameters;
 using Korvane::Vector3;
 
 namespace {
 
-constexpr std::array<float, 4> noHighlight = {0.0F, 0.0F, 0.0F, 0.0F};
-constexpr std::array<float, 4> Accent(float opacity) {
-  return {static_cast<float>(ACCENT_COLOUR[0]), static_cast<float>(ACCENT_COLOUR[1]),
-          static_cast<float>(ACCENT_COLOUR[2]), opacity};
-}
+constexpr std::size_t MOST_GRADUAL = 4;  // views side by side, each of which keeps pictures
 
-constexpr std::array<float, 4> highlightColour = Accent(0.55F);
-constexpr std::array<float, 4> selectedEdgeColour = Accent(1.0F);
-constexpr double leastPixels = 2.0;        // across, of what a view that moves still shows
-constexpr double edgeWidth = 1.1;          // points
-constexpr double selectedEdgeWidth = 2.2;  // points
+// A part of a framebuffer.
+struct Place {
+  GLuint target;
+  int x;
+  int y;
+  int width;
+  int height;
+  bool operator==(const Place&) const = default;
+};
 
-struct SurfaceProgram {
-  GLuint name = 0;
-  GLint matrix = -1, modelView = -1, normalMatrix = -1, hasPicture = -1, materialColour = -1, highlight = -1;
-  GLint upDirection = -1, keyDirection = -1, fillDirection = -1, blend = -1;
+// All that a picture depends on but the scene.
+struct Look {
+  Matrix4 viewProjection = {};
+  double blend = 0.0;
+  double scale = 1.0;
+  SceneGround ground;
+  int selectedPart = -1;
+  bool drawBackground = true;
+  bool drawEdges = true;
+  bool drawGroundShadow = true;
+  bool operator==(const Look&) const = default;
+};
 
-  bool Create() {
-    name = BuildProgram(surfaceVertexShader, surfaceFragmentShader);
-    const auto find = [this](const char* uniform) { return glGetUniformLocation(name, uniform); };
-    if (name == 0) return false;
-    matrix = find("matrix"), modelView = find("modelView"), normalMatrix = find("normalMatrix");
-    hasPicture = find("hasPicture"), materialColour = find("materialColour"), highlight = find("highlight");
-    upDirection = find("upDirection"), keyDirection = find("keyDirection");
-    fillDirection = find("fillDirection"), blend = find("blend");
-    return true;
+// The picture of one place, drawn little by little.
+struct GradualPicture {
+  Place place = {};
+  KeptPicture whole;
+  KeptPicture coarse;  // shows until the whole one is finished
+  bool begun = false;
+  Look look;
+  std::vector<PaintStep> steps;
+  std::size_t next = 0;
+
+  void Destroy() {
+    whole.Destroy();
+    coarse.Destroy();
   }
 };
 
-struct EdgeProgram {
-  GLuint name = 0;
-  GLint matrix = -1, viewport = -1, lineWidth = -1, scale = -1, colour = -1;
-
-  bool Create() {
-    name = BuildProgram(edgeVertexShader, edgeFragmentShader);
-    const auto find = [this](const char* uniform) { return glGetUniformLocation(name, uniform); };
-    if (name == 0) return false;
-    matrix = find("matrix"), viewport = find("viewport"), lineWidth = find("lineWidth");
-    scale = find("scale"), colour = find("colour");
-    return true;
-  }
-};
-
-void SetDirection(GLint location, const Matrix4& view, const Vector3& direction) {
-  const Vector3 unit = direction.Normalized();
-  const auto row = [&](std::size_t r) {
-    return static_cast<float>(view[r] * unit.x + view[4 + r] * unit.y + view[8 + r] * unit.z);
-  };
-  glUniform3f(location, row(0), row(1), row(2));
+void SetPlace(const Place& place) {
+  glViewport(place.x, place.y, place.width, place.height);
+  glEnable(GL_SCISSOR_TEST);
+  glScissor(place.x, place.y, place.width, place.height);
 }
 
-// Normals turn with the matrix of cofactors, which is the transposed inverse but for a factor and exists
-// for flattening transforms too. Scaled, so that it fits into a float.
-std::array<float, 9> NormalMatrix(const Matrix4& m) {
-  const Vector3 x(m[0], m[1], m[2]);
-  const Vector3 y(m[4], m[5], m[6]);
-  const Vector3 z(m[8], m[9], m[10]);
-  const Vector3 columns[3] = {y.Cross(z), z.Cross(x), x.Cross(y)};
-  double largest = 0.0;
-  for (const Vector3& c : columns) largest = std::max({largest, std::abs(c.x), std::abs(c.y), std::abs(c.z)});
-  const double factor = largest > 0.0 ? 1.0 / largest : 0.0;
-  std::array<float, 9> result{};
-  for (std::size_t i = 0; i < 3; ++i) (columns[i] * factor).ToArray(result.data() + 3 * i);
-  return result;
+GLuint GetTarget() {
+  GLint target = 0;
+  glGetIntegerv(GL_DRAW_FRAMEBUFFER_BINDING, &target);
+  return static_cast<GLuint>(target);
+}
+
+Clock::time_point GetDeadline(double seconds) {
+  return Clock::now() + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
 }
 
 }  // namespace
@@ -96,6 +88,8 @@ class GLSceneView::Impl {
   bool SetScene(const Scene* scene, const Progress& progress);
   void Destroy();
   bool Draw(const CameraParameters& camera, int x, int y, int width, int height, double scale);
+  bool DrawGradually(const CameraParameters& camera, int x, int y, int width, int height, double scale,
+                     double seconds);
 
   Options options;
   SceneSphere sphere;
@@ -103,39 +97,26 @@ class GLSceneView::Impl {
   SceneBuffers buffers;
 
  private:
-  // What one frame is drawn with.
-  struct Frame {
-    Projection projection;
-    Matrix4 viewProjection;
-    double blend;
-    int width;
-    int height;
-    double scale;
-    bool reduced;       // coarse, for a view that moves
-    ViewVolume volume;  // what is seen
-  };
-
   bool CreatePrograms();
   void DrawBackground() const;
-  void BeginSurfaces(const Frame& frame) const;
-  void DrawSurface(const Frame& frame, const SceneBuffers::Drawn& drawn) const;
-  void DrawTriangles(const Frame& frame, const SceneBuffers::Drawn& drawn) const;
-  bool IsSelected(const SceneBuffers::Drawn& drawn) const;
-  void DrawOpaque(const Frame& frame) const;
-  void DrawTransparent(const Frame& frame);
-  void DrawEdges(const Frame& frame) const;
-  void DrawEdgesOf(const Frame& frame, const SceneBuffers::Drawn& drawn) const;
+  SceneFrame MakeFrame(const CameraParameters& camera, const Place& place, double scale, bool reduced) const;
+  Look MakeLook(const SceneFrame& frame) const;
+  void ClearPlace(const Place& place) const;
+  void DrawWhole(const SceneFrame& frame, const Place& place) const;
+  void DrawFace(const SceneFrame& frame);
+  GradualPicture& FindGradual(const Place& place);
+  void ForgetGradual();
+  bool BeginGradual(GradualPicture& picture, const SceneFrame& frame, const SceneFrame& reduced) const;
 
   bool programsReady = false;
-  SurfaceProgram surface;
-  EdgeProgram edge;
+  ScenePainter painter;
   GLuint background = 0;
   GLint backgroundTop = -1;
   GLint backgroundBottom = -1;
   GLuint emptyArray = 0;
   GroundShadow shadow;
   Vector3 up = {0.0, 1.0, 0.0};
-  std::vector<std::pair<double, std::size_t>> sorted;  // transparent parts by depth, kept for its memory
+  std::vector<GradualPicture> gradual;
 };
 
 // ---- life ----
@@ -143,7 +124,7 @@ class GLSceneView::Impl {
 bool GLSceneView::Impl::CreatePrograms() {
   if (programsReady) return true;
   background = BuildProgram(backgroundVertexShader, backgroundFragmentShader);
-  if (background == 0 || !surface.Create() || !edge.Create() || !faceHighlight.Create()) return false;
+  if (background == 0 || !painter.Create() || !faceHighlight.Create()) return false;
   backgroundTop = glGetUniformLocation(background, "top");
   backgroundBottom = glGetUniformLocation(background, "bottom");
   glGenVertexArrays(1, &emptyArray);
@@ -168,6 +149,7 @@ bool GLSceneView::Impl::SetScene(const Scene* scene, const Progress& progress) {
   if (scene != nullptr && !newShadow.Create(*scene, newBuffers)) newShadow.Destroy();
   buffers.Destroy();
   shadow.Destroy();
+  ForgetGradual();
   buffers = std::move(newBuffers);
   shadow = newShadow;
   faceHighlight.SetFace(nullptr);
@@ -180,52 +162,68 @@ bool GLSceneView::Impl::SetScene(const Scene* scene, const Progress& progress) {
 
 void GLSceneView::Impl::Destroy() {
   if (!programsReady) return;
+  ForgetGradual();
   buffers.Destroy();
   shadow.Destroy();
   faceHighlight.Destroy();
-  glDeleteProgram(surface.name);
-  glDeleteProgram(edge.name);
+  painter.Destroy();
   glDeleteProgram(background);
   glDeleteVertexArrays(1, &emptyArray);
-  surface = {};
-  edge = {};
   background = emptyArray = 0;
   programsReady = false;
 }
 
-// ---- a frame ----
+// ---- a frame at once ----
 
 bool GLSceneView::Impl::Draw(const CameraParameters& camera, int x, int y, int width, int height,
                              double scale) {
   if (!programsReady || width < 1 || height < 1) return false;
   const GLStateGuard guard;
-  glViewport(x, y, width, height);
-  glEnable(GL_SCISSOR_TEST);
-  glScissor(x, y, width, height);
+  const Place place = {GetTarget(), x, y, width, height};
+  const SceneFrame frame = MakeFrame(camera, place, scale, options.moving && buffers.IsLarge());
+  DrawWhole(frame, place);
+  DrawFace(frame);
+  return true;
+}
+
+SceneFrame GLSceneView::Impl::MakeFrame(const CameraParameters& camera, const Place& place, double scale,
+                                        bool reduced) const {
+  const Projection projection(camera, sphere);
+  return {projection,
+          projection.GetViewProjection(),
+          GetProjectionBlend(camera),
+          place.width,
+          place.height,
+          scale > 0.0 && scale < 16.0 ? scale : 1.0,
+          reduced,
+          ViewVolume(projection, place.height),
+          options.ground,
+          up,
+          options.selectedPart,
+          options.drawEdges,
+          options.drawGroundShadow};
+}
+
+void GLSceneView::Impl::ClearPlace(const Place& place) const {
+  SetPlace(place);
+  glDepthMask(GL_TRUE);
   glClearColor(0.0F, 0.0F, 0.0F, 0.0F);
   glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
   DrawBackground();
+}
 
-  const Projection projection(camera, sphere);
-  const Frame frame = {projection,
-                       projection.GetViewProjection(),
-                       GetProjectionBlend(camera),
-                       width,
-                       height,
-                       scale > 0.0 && scale < 16.0 ? scale : 1.0,
-                       options.moving && buffers.IsLarge(),
-                       ViewVolume(projection, height)};
+void GLSceneView::Impl::DrawWhole(const SceneFrame& frame, const Place& place) const {
+  ClearPlace(place);
+  painter.Paint(frame, buffers, shadow, painter.Plan(frame, buffers), 0, Clock::time_point::max());
+}
+
+void GLSceneView::Impl::DrawFace(const SceneFrame& frame) {
   glEnable(GL_DEPTH_TEST);
-  glFrontFace(GL_CCW);
-  DrawOpaque(frame);
-  if (options.drawEdges && !frame.reduced) DrawEdges(frame);
   glEnable(GL_BLEND);
+  glDisable(GL_POLYGON_OFFSET_FILL);
   glDepthMask(GL_FALSE);
-  if (options.drawGroundShadow && !frame.reduced) shadow.Draw(projection, options.ground.shadow);
-  DrawTransparent(frame);
   glDisable(GL_CULL_FACE);
-  faceHighlight.Draw(projection, buffers);
-  return true;
+  faceHighlight.Draw(frame.projection, buffers);
 }
 
 void GLSceneView::Impl::DrawBackground() const {
@@ -234,112 +232,79 @@ void GLSceneView::Impl::DrawBackground() const {
   glBindVertexArray(emptyArray);
   glUniform3fv(backgroundTop, 1, options.ground.top.data());
   glUniform3fv(backgroundBottom, 1, options.ground.bottom.data());
+  glDisable(GL_DEPTH_TEST);
+  glDisable(GL_BLEND);
   glDepthMask(GL_FALSE);
   glDrawArrays(GL_TRIANGLES, 0, 3);
   glDepthMask(GL_TRUE);
 }
 
-// The key light comes over the viewer's left shoulder, but always from above too, so that a roof is lighter
-// than a wall and two walls that meet are of different shades, from wherever one looks.
-void GLSceneView::Impl::BeginSurfaces(const Frame& frame) const {
-  const CameraFrame& camera = frame.projection.GetFrame();
-  const Matrix4& view = frame.projection.GetView();
-  glUseProgram(surface.name);
-  glBindVertexArray(buffers.GetTriangleArray());
-  SetDirection(surface.upDirection, view, up);
-  SetDirection(surface.keyDirection, view, up * 0.85 - camera.right * 0.55 - camera.forward * 0.65);
-  SetDirection(surface.fillDirection, view, camera.right * 0.85 - camera.forward * 0.35 + up * 0.1);
-  glUniform1f(surface.blend, static_cast<float>(frame.blend));
-}
+// ---- a frame little by little ----
 
-bool GLSceneView::Impl::IsSelected(const SceneBuffers::Drawn& drawn) const {
-  const SceneBuffers::Part* const part = buffers.FindPart(options.selectedPart);
-  return part != nullptr && &buffers.GetDrawn()[part->drawn] == &drawn;
-}
-
-void GLSceneView::Impl::DrawSurface(const Frame& frame, const SceneBuffers::Drawn& drawn) const {
-  if (!frame.volume.Shows(drawn.centre, drawn.radius, frame.reduced ? leastPixels : 0.0)) return;
-  const SceneBuffers::Mesh& mesh = buffers.GetMeshes()[drawn.mesh];
-  const SceneBuffers::Material& material = buffers.GetMaterials()[mesh.material];
-  const Matrix4 modelView = Multiply(frame.projection.GetView(), drawn.transform);
-  SetMatrix(surface.matrix, ToFloat(Multiply(frame.viewProjection, drawn.transform)));
-  SetMatrix(surface.modelView, ToFloat(modelView));
-  glUniformMatrix3fv(surface.normalMatrix, 1, GL_FALSE, NormalMatrix(modelView).data());
-  glUniform4fv(surface.materialColour, 1, material.colour.data());
-  glUniform1i(surface.hasPicture, material.texture != 0 ? 1 : 0);
-  glBindTexture(GL_TEXTURE_2D, material.texture);
-  material.twoSided ? glDisable(GL_CULL_FACE) : glEnable(GL_CULL_FACE);
-  glFrontFace(drawn.mirrored ? GL_CW : GL_CCW);
-  DrawTriangles(frame, drawn);
-}
-
-// Of many parts that are one draw, a selected one is left out of it and drawn by itself.
-void GLSceneView::Impl::DrawTriangles(const Frame& frame, const SceneBuffers::Drawn& drawn) const {
-  const SceneBuffers::Mesh& mesh = buffers.GetMeshes()[drawn.mesh];
-  const auto draw = [this](std::size_t first, std::size_t count, bool selected) {
-    glUniform4fv(surface.highlight, 1, (selected ? highlightColour : noHighlight).data());
-    glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(count), GL_UNSIGNED_INT,
-                   BufferOffset(first * sizeof(std::uint32_t)));
-  };
-  const bool selected = IsSelected(drawn);
-  const auto count = static_cast<std::size_t>(mesh.indexCount);
-  if (frame.reduced) {
-    draw(mesh.firstCoarse, static_cast<std::size_t>(mesh.coarseCount), selected && drawn.members.empty());
-  } else if (!selected || drawn.members.empty()) {
-    return draw(mesh.firstIndex, count, selected);
+bool GLSceneView::Impl::DrawGradually(const CameraParameters& camera, int x, int y, int width, int height,
+                                      double scale, double seconds) {
+  if (!programsReady || width < 1 || height < 1) return true;
+  const Clock::time_point deadline = GetDeadline(seconds);
+  const GLStateGuard guard;
+  const Place place = {GetTarget(), x, y, width, height};
+  const SceneFrame frame = MakeFrame(camera, place, scale, false);
+  GradualPicture& picture = FindGradual(place);
+  const bool known = picture.begun && picture.look == MakeLook(frame);
+  if (!known && !BeginGradual(picture, frame, MakeFrame(camera, place, scale, true))) {
+    DrawWhole(frame, place);
+    DrawFace(frame);
+    return true;
   }
-  for (const PartBatch::Member& member : drawn.members) {
-    if (!selected || member.part != static_cast<std::size_t>(options.selectedPart)) continue;
-    const std::size_t end = member.firstIndex + member.indexCount;
-    draw(mesh.firstIndex + member.firstIndex, member.indexCount, true);
-    if (frame.reduced) continue;
-    draw(mesh.firstIndex, member.firstIndex, false);
-    draw(mesh.firstIndex + end, count - end, false);
+  if (picture.next < picture.steps.size()) {
+    picture.whole.Bind();
+    SetPlace(place);
+    picture.next = painter.Paint(frame, buffers, shadow, picture.steps, picture.next, deadline);
   }
+  const bool finished = picture.next >= picture.steps.size();
+  (finished ? picture.whole : picture.coarse).Restore(place.target, x, y, width, height);
+  if (finished) picture.coarse.Destroy();
+  DrawFace(frame);
+  return finished;
 }
 
-// Pushed back a little, so that the edges drawn on them are seen.
-void GLSceneView::Impl::DrawOpaque(const Frame& frame) const {
-  BeginSurfaces(frame);
-  glEnable(GL_POLYGON_OFFSET_FILL);
-  glPolygonOffset(0.6F, 1.0F);
-  for (std::size_t i = 0; i < buffers.GetOpaqueCount(); ++i) DrawSurface(frame, buffers.GetDrawn()[i]);
-  glDisable(GL_POLYGON_OFFSET_FILL);
-  glDisable(GL_CULL_FACE);
+Look GLSceneView::Impl::MakeLook(const SceneFrame& frame) const {
+  return {frame.viewProjection,   frame.blend,     frame.scale,           frame.ground, frame.selectedPart,
+          options.drawBackground, frame.drawEdges, frame.drawGroundShadow};
 }
 
-void GLSceneView::Impl::DrawTransparent(const Frame& frame) {
-  const CameraFrame& camera = frame.projection.GetFrame();
-  sorted.clear();
-  for (std::size_t i = buffers.GetOpaqueCount(); i < buffers.GetDrawn().size(); ++i) {
-    sorted.emplace_back(-(buffers.GetDrawn()[i].centre - camera.eye).Dot(camera.forward), i);
+// False where pictures cannot be kept.
+bool GLSceneView::Impl::BeginGradual(GradualPicture& picture, const SceneFrame& frame,
+                                     const SceneFrame& reduced) const {
+  const Place& place = picture.place;
+  const int right = place.x + place.width;
+  const int top = place.y + place.height;
+  picture.begun = (picture.begun || picture.whole.Create(right, top)) && picture.coarse.Create(right, top);
+  if (!picture.begun) return false;
+  DrawWhole(reduced, place);
+  picture.coarse.Save(place.target, place.x, place.y, place.width, place.height);
+  picture.look = MakeLook(frame);
+  picture.steps = painter.Plan(frame, buffers);
+  picture.next = 0;
+  picture.whole.Bind();
+  ClearPlace(place);
+  return true;
+}
+
+GradualPicture& GLSceneView::Impl::FindGradual(const Place& place) {
+  const auto known = std::find_if(gradual.begin(), gradual.end(),
+                                  [&place](const GradualPicture& picture) { return picture.place == place; });
+  if (known != gradual.end()) return *known;
+  if (gradual.size() >= MOST_GRADUAL) {
+    gradual.front().Destroy();
+    gradual.erase(gradual.begin());
   }
-  if (sorted.empty()) return;
-  std::sort(sorted.begin(), sorted.end());
-  BeginSurfaces(frame);
-  for (const auto& [depth, i] : sorted) DrawSurface(frame, buffers.GetDrawn()[i]);
+  gradual.emplace_back().place = place;
+  return gradual.back();
 }
 
-void GLSceneView::Impl::DrawEdges(const Frame& frame) const {
-  glUseProgram(edge.name);
-  glEnable(GL_BLEND);
-  glDepthMask(GL_FALSE);
-  glUniform2f(edge.viewport, static_cast<float>(frame.width), static_cast<float>(frame.height));
-  glUniform1f(edge.scale, static_cast<float>(frame.scale));
-  for (const SceneBuffers::Drawn& drawn : buffers.GetDrawn()) DrawEdgesOf(frame, drawn);
-  glDepthMask(GL_TRUE);
-  glDisable(GL_BLEND);
-}
-
-void GLSceneView::Impl::DrawEdgesOf(const Frame& frame, const SceneBuffers::Drawn& drawn) const {
-  const SceneBuffers::Mesh& mesh = buffers.GetMeshes()[drawn.mesh];
-  if (mesh.edgeCount == 0 || !frame.volume.Shows(drawn.centre, drawn.radius, 0.0)) return;
-  const bool selected = drawn.members.empty() && IsSelected(drawn);
-  SetMatrix(edge.matrix, ToFloat(Multiply(frame.viewProjection, drawn.transform)));
-  glUniform4fv(edge.colour, 1, (selected ? selectedEdgeColour : options.ground.edge).data());
-  glUniform1f(edge.lineWidth, static_cast<float>((selected ? selectedEdgeWidth : edgeWidth) * frame.scale));
-  buffers.BindEdges(mesh);
-  glDrawArraysInstanced(GL_TRIANGLE_STRIP, 0, 4, mesh.edgeCount);
+void GLSceneView::Impl::ForgetGradual() {
+  for (GradualPicture& picture : gradual) picture.Destroy();
+  gradual.clear();
 }
 
 // ---- the public face ----
@@ -358,6 +323,14 @@ const SceneSphere& GLSceneView::GetSphere() const { return impl->sphere; }
 
 bool GLSceneView::Draw(const CameraParameters& camera, int x, int y, int width, int height, double scale) {
   return impl->Draw(camera, x, y, width, height, scale);
+}
+
+bool GLSceneView::DrawGradually(const CameraParameters& camera, int x, int y, int width, int height,
+                                double scale, double seconds) {
+  if (impl->buffers.IsLarge() && !impl->options.moving)
+    return impl->DrawGradually(camera, x, y, width, height, scale, seconds);
+  impl->Draw(camera, x, y, width, height, scale);
+  return true;
 }
 
 }  // namespace zovhost

@@ -10,8 +10,8 @@
 
 namespace zovhost {
 
-/// Small parts of one material that stand near each other, placed and joined into one mesh around `origin`,
-/// so that they are one draw.
+/// Small parts of one material that stand near each other, to be placed and joined into one mesh around
+/// `origin`, so that they are one draw.
 struct PartBatch {
   struct Member {
     std::size_t part = 0;
@@ -20,7 +20,11 @@ struct PartBatch {
     std::uint32_t firstVertex = 0;
     bool mirrored = false;  // its triangles were turned around
   };
-  SceneMesh mesh;
+  int material = 0;
+  std::size_t vertexCount = 0;
+  std::size_t indexCount = 0;
+  bool hasTexCoords = false;
+  bool hasColours = false;
   Korvane::Vector3 origin;  // in the world
   double radius = 0.0;      // of a sphere around the origin that holds all
   std::vector<Member> members;
@@ -29,5 +33,7 @@ struct PartBatch {
 /// Of a scene of very many parts; none for others. `mayGather` tells of each part whether it may be taken.
 std::vector<PartBatch> GatherParts(const Scene& scene, const std::vector<bool>& mayGather,
                                    WorkReport& report);
+/// The mesh of a batch. Made one at a time, as they are uploaded: all together are a copy of the scene.
+SceneMesh MakeBatchMesh(const Scene& scene, const PartBatch& batch);
 
 }  // namespace zovhost

@@ -53,8 +53,6 @@ void Fill(GLuint buffer, std::size_t offset, const void* data, std::size_t bytes
   glBufferSubData(GL_ARRAY_BUFFER, static_cast<GLintptr>(offset), static_cast<GLsizeiptr>(bytes), data);
 }
 
-std::size_t CountTriangles(const SceneMesh* mesh) { return mesh != nullptr ? mesh->indices.size() / 3 : 0; }
-
 // The lines of each part of a batch, placed; `found` by mesh of the scene.
 void AppendEdges(const Scene& scene, const PartBatch& batch, const std::vector<std::vector<float>>& found,
                  std::vector<float>& edges) {
@@ -89,7 +87,7 @@ bool SceneBuffers::Upload(const Scene& scene, const Progress& progress) {
     UploadMaterials(scene);
     UploadEdges(plan);
   }
-  if (!UploadVertices(plan, uploading) || !UploadIndices(plan, uploading)) return false;
+  if (!UploadVertices(scene, plan, uploading) || !UploadIndices(scene, plan, uploading)) return false;
   const GLStateGuard guard;
   MakeTriangleArray(plan.hasTexCoords);
   return glGetError() == GL_NO_ERROR;
@@ -129,16 +127,22 @@ void SceneBuffers::MakePlan(const Scene& scene, Plan& plan, WorkReport& report) 
 }
 
 void SceneBuffers::PlanMeshes(const Scene& scene, const std::vector<bool>& gathered, Plan& plan) {
-  plan.sources.assign(scene.GetMeshes().size(), nullptr);
+  plan.sources.resize(scene.GetMeshes().size());
   for (std::size_t i = 0; i < gathered.size(); ++i) {
-    const auto mesh = static_cast<std::size_t>(scene.GetParts()[i].mesh);
-    if (!gathered[i]) plan.sources[mesh] = &scene.GetMeshes()[mesh];
+    if (gathered[i]) continue;
+    const auto number = static_cast<std::size_t>(scene.GetParts()[i].mesh);
+    const SceneMesh& mesh = scene.GetMeshes()[number];
+    plan.sources[number] = {&mesh, nullptr, mesh.positions.size() / 3, mesh.indices.size()};
   }
-  for (const PartBatch& batch : plan.batches) plan.sources.push_back(&batch.mesh);
-  for (const SceneMesh* const source : plan.sources) {
-    if (source != nullptr && !source->texCoords.empty()) plan.hasTexCoords = true;
-    const std::size_t material = source != nullptr ? static_cast<std::size_t>(source->material) : 0;
-    meshes.push_back({.material = material});
+  for (const PartBatch& batch : plan.batches)
+    plan.sources.push_back({nullptr, &batch, batch.vertexCount, batch.indexCount});
+  for (const Plan::Source& source : plan.sources) {
+    const bool ofMesh = source.mesh != nullptr;
+    const bool ofBatch = source.batch != nullptr;
+    if ((ofMesh && !source.mesh->texCoords.empty()) || (ofBatch && source.batch->hasTexCoords))
+      plan.hasTexCoords = true;
+    const int material = ofMesh ? source.mesh->material : ofBatch ? source.batch->material : 0;
+    meshes.push_back({.material = static_cast<std::size_t>(material)});
   }
 }
 
@@ -155,7 +159,7 @@ void SceneBuffers::PlanEdges(const Scene& scene, Plan& plan, WorkReport& report)
   }
   for (std::size_t i = 0; i < meshes.size(); ++i) {
     const std::size_t before = plan.edges.size();
-    if (i < count && plan.sources[i] != nullptr) {
+    if (i < count && plan.sources[i].mesh != nullptr) {
       plan.edges.insert(plan.edges.end(), found[i].begin(), found[i].end());
     }
     if (i >= count) AppendEdges(scene, plan.batches[i - count], found, plan.edges);
@@ -168,17 +172,17 @@ void SceneBuffers::PlanEdges(const Scene& scene, Plan& plan, WorkReport& report)
 void SceneBuffers::PlanCoarse(const Scene& scene, Plan& plan, WorkReport& report) {
   plan.coarse.resize(meshes.size());
   double triangles = 0.0;
-  for (const Drawn& one : drawn) triangles += static_cast<double>(CountTriangles(plan.sources[one.mesh]));
+  for (const Drawn& one : drawn) triangles += static_cast<double>(plan.sources[one.mesh].indexCount) / 3.0;
   large = triangles > movingTriangles || drawn.size() > mostQuickDraws;
   if (triangles <= movingTriangles) return;
   CoarseParts chooser(scene, report);
   for (std::size_t i = 0; i < meshes.size(); ++i) {
-    const std::size_t own = CountTriangles(plan.sources[i]);
+    const std::size_t own = plan.sources[i].indexCount / 3;
     const double share = static_cast<double>(own) * movingTriangles / triangles;
     const auto wanted = static_cast<std::size_t>(std::max(share, 20.0));
     if (own < fewestCoarse) continue;
     plan.coarse[i] = i < scene.GetMeshes().size()
-                         ? FindCoarseTriangles(*plan.sources[i], wanted, report)
+                         ? FindCoarseTriangles(*plan.sources[i].mesh, wanted, report)
                          : chooser.Choose(plan.batches[i - scene.GetMeshes().size()], wanted);
   }
 }
@@ -235,20 +239,33 @@ void SceneBuffers::UploadMaterials(const Scene& scene) {
   }
 }
 
-bool SceneBuffers::UploadVertices(const Plan& plan, const Progress& progress) {
+namespace {
+
+// A mesh of the scene, or one that is made for as long as `made` lives.
+const SceneMesh& TakeMesh(const Scene& scene, const SceneMesh* mesh, const PartBatch* batch,
+                          SceneMesh& made) {
+  if (mesh != nullptr) return *mesh;
+  return made = MakeBatchMesh(scene, *batch);
+}
+
+}  // namespace
+
+bool SceneBuffers::UploadVertices(const Scene& scene, const Plan& plan, const Progress& progress) {
   const std::size_t stride = GetVertexSize(plan.hasTexCoords);
   std::size_t count = 0;
-  for (const SceneMesh* const mesh : plan.sources) count += mesh != nullptr ? mesh->positions.size() / 3 : 0;
+  for (const Plan::Source& source : plan.sources) count += source.vertexCount;
   {
     const GLStateGuard guard;
     vertexBuffer = MakeBuffer(GL_ARRAY_BUFFER, count * stride, nullptr);
   }
   std::vector<std::uint8_t> piece;
   std::size_t done = 0;
-  for (const SceneMesh* const mesh : plan.sources) {
-    if (mesh == nullptr) continue;
-    for (std::size_t i = 0; i < mesh->positions.size() / 3; ++i) {
-      AppendVertex(*mesh, i, plan.hasTexCoords, piece);
+  for (const Plan::Source& source : plan.sources) {
+    if (source.vertexCount == 0) continue;
+    SceneMesh made;
+    const SceneMesh& mesh = TakeMesh(scene, source.mesh, source.batch, made);
+    for (std::size_t i = 0; i < source.vertexCount; ++i) {
+      AppendVertex(mesh, i, plan.hasTexCoords, piece);
       if (piece.size() < pieceBytes) continue;
       Fill(vertexBuffer, done, piece.data(), piece.size());
       done += piece.size();
@@ -303,12 +320,12 @@ class IndexUpload {
 
 std::size_t SceneBuffers::CountIndices(const Plan& plan) {
   std::size_t count = 0;
-  for (const SceneMesh* const source : plan.sources) count += 3 * CountTriangles(source);
+  for (const Plan::Source& source : plan.sources) count += source.indexCount;
   for (const std::vector<std::uint32_t>& coarse : plan.coarse) count += coarse.size();
   return count;
 }
 
-bool SceneBuffers::UploadIndices(const Plan& plan, const Progress& progress) {
+bool SceneBuffers::UploadIndices(const Scene& scene, const Plan& plan, const Progress& progress) {
   const std::size_t count = CountIndices(plan);
   {
     const GLStateGuard guard;
@@ -316,8 +333,9 @@ bool SceneBuffers::UploadIndices(const Plan& plan, const Progress& progress) {
   }
   IndexUpload upload(indexBuffer, count, progress);
   for (std::size_t i = 0; i < meshes.size(); ++i) {
-    if (plan.sources[i] == nullptr) continue;
-    const SceneMesh& source = *plan.sources[i];
+    if (plan.sources[i].indexCount == 0) continue;
+    SceneMesh made;
+    const SceneMesh& source = TakeMesh(scene, plan.sources[i].mesh, plan.sources[i].batch, made);
     const std::vector<std::uint32_t>& coarse = plan.coarse[i];
     Mesh& mesh = meshes[i];
     mesh.firstIndex = mesh.firstCoarse = upload.GetPlace();
@@ -351,13 +369,13 @@ void SceneBuffers::UploadEdges(const Plan& plan) {
   }
 }
 
-void SceneBuffers::BindEdges(const Mesh& mesh) const {
+void SceneBuffers::BindEdges(const Mesh& mesh, std::size_t first) const {
   glBindVertexArray(edgeArray);
   glBindBuffer(GL_ARRAY_BUFFER, edgeBuffer);
   constexpr std::size_t stride = edgeFloats * sizeof(float);
   for (const GLuint end : {0U, 1U}) {
     glVertexAttribPointer(end, 3, GL_FLOAT, GL_FALSE, stride,
-                          BufferOffset(mesh.firstEdge * stride + end * stride / 2));
+                          BufferOffset((mesh.firstEdge + first) * stride + end * stride / 2));
   }
 }
 

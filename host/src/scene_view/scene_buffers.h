@@ -64,14 +64,22 @@ class SceneBuffers {
 
   /// Attributes 0 to 3: position, normal, texture coordinate, colour.
   GLuint GetTriangleArray() const { return triangleArray; }
-  /// Points attributes 0 and 1, both ends of a line, one line an instance, at the first line of a mesh.
-  void BindEdges(const Mesh& mesh) const;
+  /// Points attributes 0 and 1, both ends of a line, one line an instance, at line `first` of a mesh.
+  void BindEdges(const Mesh& mesh, std::size_t first) const;
 
  private:
   // What is worked out of a scene ahead of the upload.
   struct Plan {
+    // What a mesh of the buffers is made of: a mesh of the scene, a batch, or neither: drawn in batches
+    // alone.
+    struct Source {
+      const SceneMesh* mesh = nullptr;
+      const PartBatch* batch = nullptr;
+      std::size_t vertexCount = 0;
+      std::size_t indexCount = 0;
+    };
     std::vector<PartBatch> batches;
-    std::vector<const SceneMesh*> sources;  // null: drawn in batches alone
+    std::vector<Source> sources;
     std::vector<std::vector<std::uint32_t>> coarse;
     std::vector<float> edges;
     bool hasTexCoords = false;
@@ -85,8 +93,8 @@ class SceneBuffers {
   void SortByMaterial();
   void UploadMaterials(const Scene& scene);
   static std::size_t CountIndices(const Plan& plan);
-  bool UploadVertices(const Plan& plan, const Progress& progress);
-  bool UploadIndices(const Plan& plan, const Progress& progress);
+  bool UploadVertices(const Scene& scene, const Plan& plan, const Progress& progress);
+  bool UploadIndices(const Scene& scene, const Plan& plan, const Progress& progress);
   void UploadEdges(const Plan& plan);
   void MakeTriangleArray(bool hasTexCoords);
 

@@ -1,0 +1,257 @@
+#include "scene_view/scene_painter.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <utility>
+
+#include "gl/buffer_offset.h"
+#include "gl/gl_program.h"
+#include "scene_view/scene_shaders.h"
+#include "zovhost/accent.h"
+
+namespace zovhost {
+
+using Korvane::Vector3;
+using Kind = PaintStep::Kind;
+
+namespace {
+
+constexpr std::array<float, 4> noHighlight = {0.0F, 0.0F, 0.0F, 0.0F};
+constexpr std::array<float, 4> Accent(float opacity) {
+  return {static_cast<float>(ACCENT_COLOUR[0]), static_cast<float>(ACCENT_COLOUR[1]),
+          static_cast<float>(ACCENT_COLOUR[2]), opacity};
+}
+
+constexpr std::array<float, 4> highlightColour = Accent(0.55F);
+constexpr std::array<float, 4> selectedEdgeColour = Accent(1.0F);
+constexpr double leastPixels = 2.0;        // across, of what a view that moves still shows
+constexpr double edgeWidth = 1.1;          // points
+constexpr double selectedEdgeWidth = 2.2;  // points
+
+void SetDirection(GLint location, const Matrix4& view, const Vector3& direction) {
+  const Vector3 unit = direction.Normalized();
+  const auto row = [&](std::size_t r) {
+    return static_cast<float>(view[r] * unit.x + view[4 + r] * unit.y + view[8 + r] * unit.z);
+  };
+  glUniform3f(location, row(0), row(1), row(2));
+}
+
+// Normals turn with the matrix of cofactors, which is the transposed inverse but for a factor and exists
+// for flattening transforms too. Scaled, so that it fits into a float.
+std::array<float, 9> NormalMatrix(const Matrix4& m) {
+  const Vector3 x(m[0], m[1], m[2]);
+  const Vector3 y(m[4], m[5], m[6]);
+  const Vector3 z(m[8], m[9], m[10]);
+  const Vector3 columns[3] = {y.Cross(z), z.Cross(x), x.Cross(y)};
+  double largest = 0.0;
+  for (const Vector3& c : columns) largest = std::max({largest, std::abs(c.x), std::abs(c.y), std::abs(c.z)});
+  const double factor = largest > 0.0 ? 1.0 / largest : 0.0;
+  std::array<float, 9> result{};
+  for (std::size_t i = 0; i < 3; ++i) (columns[i] * factor).ToArray(result.data() + 3 * i);
+  return result;
+}
+
+// ---- the plan ----
+
+class Planner {
+ public:
+  Planner(const SceneFrame& ofFrame, const SceneBuffers& ofBuffers) : frame(ofFrame), buffers(ofBuffers) {}
+
+  std::vector<PaintStep> Make() {
+    for (std::size_t i = 0; i < buffers.GetOpaqueCount(); ++i) AddSurface(Kind::Opaque, i);
+    if (frame.drawEdges && !frame.reduced)
+      for (std::size_t i = 0; i < buffers.GetDrawn().size(); ++i) AddEdges(i);
+    if (frame.drawGroundShadow && !frame.reduced) steps.push_back({.kind = Kind::Shadow});
+    for (const std::size_t i : SortTransparent()) AddSurface(Kind::Transparent, i);
+    return std::move(steps);
+  }
+
+ private:
+  bool IsSelected(std::size_t drawn) const {
+    const SceneBuffers::Part* const part = buffers.FindPart(frame.selectedPart);
+    return part != nullptr && part->drawn == drawn;
+  }
+
+  // Of many parts that are one draw, a selected one is left out of it and drawn by itself.
+  void AddSurface(Kind kind, std::size_t index) {
+    const SceneBuffers::Drawn& drawn = buffers.GetDrawn()[index];
+    if (!frame.volume.Shows(drawn.centre, drawn.radius, frame.reduced ? leastPixels : 0.0)) return;
+    const SceneBuffers::Mesh& mesh = buffers.GetMeshes()[drawn.mesh];
+    const auto count = static_cast<std::size_t>(mesh.indexCount);
+    const bool selected = IsSelected(index);
+    const bool single = drawn.members.empty();
+    if (frame.reduced) {
+      Split(kind, index, mesh.firstCoarse, static_cast<std::size_t>(mesh.coarseCount), selected && single);
+    } else if (!selected || single) {
+      return Split(kind, index, mesh.firstIndex, count, selected);
+    }
+    for (const PartBatch::Member& member : drawn.members) {
+      if (!selected || member.part != static_cast<std::size_t>(frame.selectedPart)) continue;
+      const std::size_t end = member.firstIndex + member.indexCount;
+      Split(kind, index, mesh.firstIndex + member.firstIndex, member.indexCount, true);
+      if (frame.reduced) continue;
+      Split(kind, index, mesh.firstIndex, member.firstIndex, false);
+      Split(kind, index, mesh.firstIndex + end, count - end, false);
+    }
+  }
+
+  void AddEdges(std::size_t index) {
+    const SceneBuffers::Drawn& drawn = buffers.GetDrawn()[index];
+    const SceneBuffers::Mesh& mesh = buffers.GetMeshes()[drawn.mesh];
+    if (mesh.edgeCount == 0 || !frame.volume.Shows(drawn.centre, drawn.radius, 0.0)) return;
+    const bool selected = drawn.members.empty() && IsSelected(index);
+    const auto count = static_cast<std::size_t>(mesh.edgeCount);
+    constexpr std::size_t most = DrawPace::STEP / 2;  // two triangles a line
+    for (std::size_t first = 0; first < count; first += most)
+      steps.push_back({Kind::Edges, index, first, std::min(most, count - first), selected});
+  }
+
+  // From the back to the front.
+  std::vector<std::size_t> SortTransparent() const {
+    const CameraFrame& camera = frame.projection.GetFrame();
+    std::vector<std::pair<double, std::size_t>> sorted;
+    for (std::size_t i = buffers.GetOpaqueCount(); i < buffers.GetDrawn().size(); ++i)
+      sorted.emplace_back(-(buffers.GetDrawn()[i].centre - camera.eye).Dot(camera.forward), i);
+    std::sort(sorted.begin(), sorted.end());
+    std::vector<std::size_t> order;
+    order.reserve(sorted.size());
+    for (const auto& [depth, i] : sorted) order.push_back(i);
+    return order;
+  }
+
+  void Split(Kind kind, std::size_t index, std::size_t first, std::size_t count, bool selected) {
+    constexpr std::size_t most = 3 * DrawPace::STEP;
+    for (std::size_t done = 0; done < count; done += most)
+      steps.push_back({kind, index, first + done, std::min(most, count - done), selected});
+  }
+
+  const SceneFrame& frame;
+  const SceneBuffers& buffers;
+  std::vector<PaintStep> steps;
+};
+
+}  // namespace
+
+// ---- life ----
+
+bool ScenePainter::SurfaceProgram::Create() {
+  name = BuildProgram(surfaceVertexShader, surfaceFragmentShader);
+  const auto find = [this](const char* uniform) { return glGetUniformLocation(name, uniform); };
+  if (name == 0) return false;
+  matrix = find("matrix"), modelView = find("modelView"), normalMatrix = find("normalMatrix");
+  hasPicture = find("hasPicture"), materialColour = find("materialColour"), highlight = find("highlight");
+  upDirection = find("upDirection"), keyDirection = find("keyDirection");
+  fillDirection = find("fillDirection"), blend = find("blend");
+  return true;
+}
+
+bool ScenePainter::EdgeProgram::Create() {
+  name = BuildProgram(edgeVertexShader, edgeFragmentShader);
+  const auto find = [this](const char* uniform) { return glGetUniformLocation(name, uniform); };
+  if (name == 0) return false;
+  matrix = find("matrix"), viewport = find("viewport"), lineWidth = find("lineWidth");
+  scale = find("scale"), colour = find("colour");
+  return true;
+}
+
+bool ScenePainter::Create() { return surface.Create() && edge.Create(); }
+
+void ScenePainter::Destroy() {
+  glDeleteProgram(surface.name);
+  glDeleteProgram(edge.name);
+  *this = {};
+}
+
+// ---- painting ----
+
+std::vector<PaintStep> ScenePainter::Plan(const SceneFrame& frame, const SceneBuffers& buffers) const {
+  return Planner(frame, buffers).Make();
+}
+
+std::size_t ScenePainter::Paint(const SceneFrame& frame, const SceneBuffers& buffers,
+                                const GroundShadow& shadow, const std::vector<PaintStep>& steps,
+                                std::size_t from, DrawPace::Clock::time_point deadline) const {
+  DrawPace pace(deadline);
+  Kind present = Kind::None;
+  for (std::size_t i = from; i < steps.size(); ++i) {
+    const PaintStep& step = steps[i];
+    if (step.kind != present) Begin(present = step.kind, frame, buffers);
+    if (step.kind == Kind::Edges) {
+      PaintEdges(frame, buffers, step);
+    } else if (step.kind == Kind::Shadow) {
+      shadow.Draw(frame.projection, frame.ground.shadow);
+    } else {
+      PaintSurface(frame, buffers, step);
+    }
+    if (!pace.Pass(step.kind == Kind::Edges ? 2 * step.count : step.count / 3)) return i + 1;
+  }
+  return steps.size();
+}
+
+// Surfaces are pushed back a little, so that the edges drawn on them are seen.
+void ScenePainter::Begin(Kind kind, const SceneFrame& frame, const SceneBuffers& buffers) const {
+  const bool opaque = kind == Kind::Opaque;
+  glEnable(GL_DEPTH_TEST);
+  glFrontFace(GL_CCW);
+  glDisable(GL_CULL_FACE);
+  glPolygonOffset(0.6F, 1.0F);
+  opaque ? glEnable(GL_POLYGON_OFFSET_FILL) : glDisable(GL_POLYGON_OFFSET_FILL);
+  opaque ? glDisable(GL_BLEND) : glEnable(GL_BLEND);
+  glDepthMask(opaque ? GL_TRUE : GL_FALSE);
+  if (kind == Kind::Edges) return BeginEdges(frame);
+  if (kind != Kind::Shadow) BeginSurfaces(frame, buffers);
+}
+
+// The key light comes over the viewer's left shoulder, but always from above too, so that a roof is lighter
+// than a wall and two walls that meet are of different shades, from wherever one looks.
+void ScenePainter::BeginSurfaces(const SceneFrame& frame, const SceneBuffers& buffers) const {
+  const CameraFrame& camera = frame.projection.GetFrame();
+  const Matrix4& view = frame.projection.GetView();
+  const Vector3& up = frame.up;
+  glUseProgram(surface.name);
+  glBindVertexArray(buffers.GetTriangleArray());
+  SetDirection(surface.upDirection, view, up);
+  SetDirection(surface.keyDirection, view, up * 0.85 - camera.right * 0.55 - camera.forward * 0.65);
+  SetDirection(surface.fillDirection, view, camera.right * 0.85 - camera.forward * 0.35 + up * 0.1);
+  glUniform1f(surface.blend, static_cast<float>(frame.blend));
+}
+
+void ScenePainter::PaintSurface(const SceneFrame& frame, const SceneBuffers& buffers,
+                                const PaintStep& step) const {
+  const SceneBuffers::Drawn& drawn = buffers.GetDrawn()[step.drawn];
+  const SceneBuffers::Mesh& mesh = buffers.GetMeshes()[drawn.mesh];
+  const SceneBuffers::Material& material = buffers.GetMaterials()[mesh.material];
+  const Matrix4 modelView = Multiply(frame.projection.GetView(), drawn.transform);
+  SetMatrix(surface.matrix, ToFloat(Multiply(frame.viewProjection, drawn.transform)));
+  SetMatrix(surface.modelView, ToFloat(modelView));
+  glUniformMatrix3fv(surface.normalMatrix, 1, GL_FALSE, NormalMatrix(modelView).data());
+  glUniform4fv(surface.materialColour, 1, material.colour.data());
+  glUniform1i(surface.hasPicture, material.texture != 0 ? 1 : 0);
+  glBindTexture(GL_TEXTURE_2D, material.texture);
+  material.twoSided ? glDisable(GL_CULL_FACE) : glEnable(GL_CULL_FACE);
+  glFrontFace(drawn.mirrored ? GL_CW : GL_CCW);
+  glUniform4fv(surface.highlight, 1, (step.selected ? highlightColour : noHighlight).data());
+  glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(step.count), GL_UNSIGNED_INT,
+                 BufferOffset(step.first * sizeof(std::uint32_t)));
+}
+
+void ScenePainter::BeginEdges(const SceneFrame& frame) const {
+  glUseProgram(edge.name);
+  glUniform2f(edge.viewport, static_cast<float>(frame.width), static_cast<float>(frame.height));
+  glUniform1f(edge.scale, static_cast<float>(frame.scale));
+}
+
+void ScenePainter::PaintEdges(const SceneFrame& frame, const SceneBuffers& buffers,
+                              const PaintStep& step) const {
+  const SceneBuffers::Drawn& drawn = buffers.GetDrawn()[step.drawn];
+  const double width = (step.selected ? selectedEdgeWidth : edgeWidth) * frame.scale;
+  SetMatrix(edge.matrix, ToFloat(Multiply(frame.viewProjection, drawn.transform)));
+  glUniform4fv(edge.colour, 1, (step.selected ? selectedEdgeColour : frame.ground.edge).data());
+  glUniform1f(edge.lineWidth, static_cast<float>(width));
+  buffers.BindEdges(buffers.GetMeshes()[drawn.mesh], step.first);
+  glDrawArraysInstanced(GL_TRIANGLE_STRIP, 0, 4, static_cast<GLsizei>(step.count));
+}
+
+}  // namespace zovhost
