@@ -106,6 +106,8 @@ class ZOVTOOLS_API Storyboard {
   /// Whether the fades show while a story is presented too. False at first: presenting draws nothing at all
   /// over the view.
   void SetFadeWhilePresenting(bool value);
+  /// No shot fades in or out, whatever it asks for: they follow on each other as cuts. False at first.
+  void SetCutsOnly(bool value);
 
   // ---- the story ----
 

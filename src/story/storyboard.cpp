@@ -173,6 +173,7 @@ bool Storyboard::IsMouseInRegion() const { return parts->mouse.inRegion; }
 bool Storyboard::DraggingStoryBoardItem() const { return parts->grab.IsDragging(); }
 const std::wstring& Storyboard::GetTooltip() const { return parts->tooltip; }
 void Storyboard::SetFadeWhilePresenting(bool value) { parts->life.fadeWhilePresenting = value; }
+void Storyboard::SetCutsOnly(bool value) { parts->life.cutsOnly = value; }
 
 // ---- the story ----
 
