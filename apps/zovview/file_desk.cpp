@@ -27,7 +27,7 @@ FileDialog::Question Translate(const FileQuestion& question) {
 void FileDesk::Ask(FileQuestion wanted) {
   if (dialog.IsAsking()) return;
   question = std::move(wanted);
-  if (!FileDialog::IsAvailable()) return surroundings.askInWindow(std::move(question));
+  if (!FileDialog::IsAvailable()) return surroundings.askInWindow(std::exchange(question, {}));
   dialog.Ask(Translate(question));
 }
 
@@ -36,9 +36,11 @@ void FileDesk::TakeAnswer() {
   const std::optional<FileDialog::Answer> answer = dialog.TakeAnswer();
   if (!answer.has_value()) return;
   std::string error;
-  if (answer->kind == Kind::Unavailable) surroundings.askInWindow(std::move(question));
+  if (answer->kind == Kind::Unavailable) surroundings.askInWindow(std::exchange(question, {}));
   if (answer->kind != Kind::Chosen) return;
-  if (!question.take(answer->file, error)) surroundings.tell(error);
+  const FileQuestion answered = std::exchange(question, {});  // what follows may ask another
+  if (!answered.take(answer->file, error)) return surroundings.tell(error);
+  if (answered.then) answered.then();
 }
 
 }  // namespace zovview

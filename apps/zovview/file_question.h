@@ -14,6 +14,9 @@ struct FileQuestion {
   std::filesystem::path suggestion = {};
   /// False, with one line in `error`, leaves the question open.
   std::function<bool(const std::filesystem::path& file, std::string& error)> take = {};
+  std::filesystem::path present = {};  ///< Written over without a word; empty for none.
+  /// Once the file is taken and the question closed. Empty: nothing.
+  std::function<void()> then = {};
 };
 
 }  // namespace zovview

@@ -90,13 +90,13 @@ void StoryDesk::Ask(StoryRequest request, ViewStory& of) {
     case StoryRequest::New:
       return Guard(of, [&of] { of.BeginEmpty(); });
     case StoryRequest::Open:
-      return Guard(of, [this] { Show(Page::Opening, SuggestFile()); });
+      return Guard(of, [this] { AskForStory(false); });
     case StoryRequest::Save:
-      if (of.GetPath().empty()) return Show(Page::Saving, SuggestFile());
-      if (!Save(of.GetPath())) surroundings.tell(problem);
+      if (of.GetPath().empty()) return AskForStory(true);
+      if (std::string error; !of.Write(of.GetPath(), error)) surroundings.tell(error);
       return;
     case StoryRequest::SaveAs:
-      return Show(Page::Saving, SuggestFile());
+      return AskForStory(true);
     case StoryRequest::Export:
       return Show(Page::Export, ToText(surroundings.findFolder() / FOLDER_NAME));
   }
@@ -111,15 +111,33 @@ void StoryDesk::Guard(ViewStory& of, std::function<void()> action) {
 }
 
 void StoryDesk::Open(const fs::path& file, ViewStory& of) {
-  Guard(of, [this, file] {
-    Read(file);
-    if (!problem.empty()) surroundings.tell(problem);
+  Guard(of, [this, file, &of] {
+    if (std::string error; !Read(of, file, error)) surroundings.tell(error);
   });
+}
+
+// Whatever was to follow on it follows when the file is taken.
+void StoryDesk::AskForStory(bool saves) {
+  ViewStory& of = *story;
+  FileQuestion wanted;
+  wanted.text = saves ? "Save the story as" : "Open the story";
+  wanted.button = saves ? "Save" : "Open";
+  wanted.saves = saves;
+  wanted.suggestion = of.GetPath().empty() ? surroundings.findFolder() / FILE_NAME : of.GetPath();
+  if (saves) wanted.present = of.GetPath();
+  wanted.take = [this, saves, &of](const fs::path& file, std::string& error) {
+    return saves ? of.Write(file, error) : Read(of, file, error);
+  };
+  wanted.then = std::exchange(then, nullptr);
+  Show(Page::None);
+  if (!surroundings.askForFile) return AskForFile(std::move(wanted));
+  surroundings.askForFile(std::move(wanted));
 }
 
 void StoryDesk::AskForFile(FileQuestion wanted) {
   if (IsOpen()) return;
   question = std::move(wanted);
+  then = question.then;
   Show(Page::File, ToText(question.suggestion));
 }
 
@@ -131,15 +149,9 @@ void StoryDesk::Confirm() {
     case Page::Exporting:
       return;
     case Page::Losing:
-      if (story->GetPath().empty()) return Show(Page::Saving, SuggestFile());
-      if (Save(story->GetPath())) Finish();
-      return;
-    case Page::Opening:
-      Read(ToPath(path));
-      if (problem.empty()) Finish();
-      return;
-    case Page::Saving:
-      if (Save(ToPath(path))) Finish();
+      problem.clear();
+      if (story->GetPath().empty()) return AskForStory(true);
+      if (story->Write(story->GetPath(), problem)) Finish();
       return;
     case Page::Export:
       return BeginExport();
@@ -173,21 +185,11 @@ void StoryDesk::Finish() {
   if (const std::function<void()> action = std::exchange(then, nullptr)) action();
 }
 
-bool StoryDesk::Save(const fs::path& file) {
-  problem.clear();
-  return story->Write(file, problem);
-}
-
-void StoryDesk::Read(const fs::path& file) {
-  problem.clear();
-  if (!story->Read(file, problem)) return;
-  story->Show(true);
+bool StoryDesk::Read(ViewStory& into, const fs::path& file, std::string& error) const {
+  if (!into.Read(file, error)) return false;
+  into.Show(true);
   surroundings.opened(file);
-}
-
-std::string StoryDesk::SuggestFile() const {
-  const fs::path& kept = story->GetPath();
-  return ToText(kept.empty() ? surroundings.findFolder() / FILE_NAME : kept);
+  return true;
 }
 
 // ---- the export ----
@@ -238,12 +240,8 @@ void StoryDesk::DrawPage() {
       return;
     case Page::Losing:
       return DrawLosing();
-    case Page::Opening:
-      return DrawFile("Open the story", "Open", {});
-    case Page::Saving:
-      return DrawFile("Save the story as", "Save", story->GetPath());
     case Page::File:
-      return DrawFile(question.text, question.button, {});
+      return DrawFile();
     case Page::Export:
       return DrawExport();
     case Page::Exporting:
@@ -260,17 +258,15 @@ void StoryDesk::DrawLosing() {
   if (DrawButton("Cancel")) Cancel();
 }
 
-// What is `present` may be written over without a word.
-void StoryDesk::DrawFile(const char* text, const char* button, const fs::path& present) {
-  const bool saves = page == Page::Saving || (page == Page::File && question.saves);
-  ImGui::TextUnformatted(zovhost::Say(text));
+void StoryDesk::DrawFile() {
+  ImGui::TextUnformatted(zovhost::Say(question.text));
   if (ImGui::IsWindowAppearing()) ImGui::SetKeyboardFocusHere();
   bool confirmed = DrawPath("##path", path, ImGuiInputTextFlags_EnterReturnsTrue);
   std::error_code ignored;
-  if (saves && ToPath(path) != present && fs::exists(ToPath(path), ignored)) {
+  if (question.saves && ToPath(path) != question.present && fs::exists(ToPath(path), ignored)) {
     ImGui::TextDisabled("%s", zovhost::Say("There is such a file: it will be replaced."));
   }
-  confirmed = DrawButton(button) || confirmed;
+  confirmed = DrawButton(question.button) || confirmed;
   ImGui::SameLine();
   if (DrawButton("Cancel")) return Cancel();
   if (confirmed) Confirm();

@@ -14,11 +14,11 @@ namespace zovview {
 class ViewStory;
 
 /// Where a story comes from and goes to: asks for its file, asks before changes are lost, and makes it a
-/// film. What it asks stands over the window; to be drawn within a frame of the Gui.
+/// film. What it asks itself stands over the window; to be drawn within a frame of the Gui.
 class StoryDesk {
  public:
   /// What it shows.
-  enum class Page : int { None, Losing, Opening, Saving, Exporting, Export, File };
+  enum class Page : int { None, Losing, Exporting, Export, File };
 
   struct Surroundings {
     std::function<void()> requestFrame;
@@ -32,6 +32,8 @@ class StoryDesk {
     std::function<std::unique_ptr<StoryExport>(const Korvane::Story& story,
                                                const StoryExport::Options& options, std::string& error)>
         beginExport;
+    /// Whom the files of stories are asked of, as those of models are. Empty: its own page.
+    std::function<void(FileQuestion question)> askForFile = {};
   };
 
   explicit StoryDesk(Surroundings around) : surroundings(std::move(around)) {}
@@ -43,7 +45,7 @@ class StoryDesk {
   void Guard(ViewStory& of, std::function<void()> then);
   /// A file that was named outside, as by a drop on the window.
   void Open(const std::filesystem::path& file, ViewStory& of);
-  /// A file for something else. Nothing while something is asked already.
+  /// On its page. Nothing while something is asked already.
   void AskForFile(FileQuestion wanted);
   void Draw();
   /// A picture more of an export that goes on; before each frame.
@@ -51,6 +53,8 @@ class StoryDesk {
 
   bool IsOpen() const { return page != Page::None; }
   Page GetPage() const { return page; }
+  /// Of the page of a file.
+  const FileQuestion& GetQuestion() const { return question; }
   bool IsExporting() const { return exported != nullptr; }
 
   // What its buttons do.
@@ -68,13 +72,12 @@ class StoryDesk {
  private:
   void Show(Page next, const std::string& suggestion = {});
   void Finish();
-  bool Save(const std::filesystem::path& file);
-  void Read(const std::filesystem::path& file);
+  void AskForStory(bool saves);
+  bool Read(ViewStory& into, const std::filesystem::path& file, std::string& error) const;
   void BeginExport();
-  std::string SuggestFile() const;
   void DrawPage();
   void DrawLosing();
-  void DrawFile(const char* text, const char* button, const std::filesystem::path& present);
+  void DrawFile();
   void DrawExport();
   void DrawExporting();
 

@@ -76,7 +76,8 @@ Viewer::Viewer(zovhost::Window& onWindow, const Options& options)
             [this](const std::filesystem::path& file) { NoteOpened(file); },
             [this](const Korvane::Story& story, const StoryExport::Options& wanted, std::string& error) {
               return BeginExport(story, wanted, error);
-            }}),
+            },
+            [this](FileQuestion question) { files.Ask(std::move(question)); }}),
       files({[this] { window.Wake(); },
              [this](FileQuestion question) { desk.AskForFile(std::move(question)); },
              [this](const std::string& line) { ShowMessage(line); }}),

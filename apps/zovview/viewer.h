@@ -81,6 +81,8 @@ class Viewer {
   ViewerMenus::Kind GetOpenMenu() const { return menus.GetKind(); }
   /// Of the panel, which follows on those of the views.
   zovhost::KeyboardFocus& GetPanelFocus() { return panelFocus; }
+  /// Of the menu that is open.
+  zovhost::MenuKeys& GetMenuKeys() { return menus.GetKeys(); }
   int GetExitCode() const { return exitCode; }
 
  private:
@@ -128,6 +130,7 @@ class Viewer {
   void BeginRecording(const LoadedModel& model);
   void Run(const ViewCommand& command);
   void OpenMenu(std::size_t view, ViewerMenus::Kind kind, std::optional<ViewerMenus::Corner> at = {});
+  std::optional<ViewerMenus::Corner> FindFocusCorner(std::size_t view);
   void OpenBarMenu(std::size_t view, ViewBars::Menu menu, const zovhost::BarMenuPlace& place);
   void ShowHelp();
   void AskForFile(std::size_t view, const FileRequest& request);

@@ -21,6 +21,11 @@ constexpr double FIT_MARGIN = 0.05;   // of the view, at each side
 constexpr double MOST_COVERED = 0.5;  // of a view by the panel: beyond that a fit does not mind it
 constexpr std::size_t MOST_RECENT = 10;
 
+bool IsMenuKey(const WindowEvent& event) {
+  const bool shifted = (event.modifiers & WindowEvent::SHIFT) != 0;
+  return event.key == SDLK_APPLICATION || (event.key == SDLK_F10 && shifted);
+}
+
 }  // namespace
 
 void Viewer::OnEvent(const WindowEvent& event) {
@@ -98,6 +103,14 @@ void Viewer::OnKeyEvent(const WindowEvent& event) {
     return;
   }
   if (OnPanelKey(event)) return;
+  if (pressed && IsMenuKey(event) && !views[active]->GetFocus().GetFocus().IsActive()) {
+    const Viewport& view = *views[active];
+    const double points = 1.0 / window.GetScale();
+    return OpenMenu(
+        active, ViewerMenus::Kind::View,
+        ViewerMenus::Corner{(view.GetX() + view.GetWidth() * 0.5) * points,
+                            (window.GetHeight() - view.GetY() - view.GetHeight() * 0.5) * points, 0.5, 0.5});
+  }
   if (recorder != nullptr) recorder->Add(event);
   const bool back = (event.modifiers & WindowEvent::SHIFT) != 0;
   if (!views[active]->OnEvent(event) && panelFocus.Enter(back)) window.RequestFrame();
@@ -168,8 +181,18 @@ std::unique_ptr<StoryExport> Viewer::BeginExport(const Korvane::Story& story,
 
 void Viewer::OpenMenu(std::size_t view, ViewerMenus::Kind kind, std::optional<ViewerMenus::Corner> at) {
   ActivateView(view);
-  menus.Open(kind, at);
+  menus.Open(kind, at.has_value() ? at : FindFocusCorner(view));
   window.RequestFrame();
+}
+
+// Below what keys have pressed; none: where the pointer is.
+std::optional<ViewerMenus::Corner> Viewer::FindFocusCorner(std::size_t view) {
+  const zovhost::FocusThing* const thing = views[view]->GetFocus().GetFocus().Get();
+  if (thing == nullptr) return std::nullopt;
+  const double points = 1.0 / window.GetScale();
+  const Korvane::Vector2 low = thing->bounds.Min();
+  return ViewerMenus::Corner{(views[view]->GetX() + low.x) * points,
+                             (window.GetHeight() - views[view]->GetY() - low.y) * points, 0.0, 0.0};
 }
 
 void Viewer::OpenBarMenu(std::size_t view, ViewBars::Menu menu, const zovhost::BarMenuPlace& place) {

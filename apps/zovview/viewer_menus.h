@@ -5,6 +5,7 @@
 #include "korvane/resource_ids.h"
 #include "view_bars.h"
 #include "view_commands.h"
+#include "zovhost/menu_keys.h"
 
 namespace zovview {
 
@@ -45,8 +46,11 @@ class ViewerMenus {
   Kind GetKind() const { return kind; }
   /// The command that was chosen; null for none.
   const ViewCommand* Draw(const ViewTarget& target);
+  /// Hears what keys have marked in it.
+  zovhost::MenuKeys& GetKeys() { return keys; }
 
  private:
+  zovhost::MenuKeys keys;
   Kind kind = Kind::View;
   std::optional<Corner> place;
   bool opening = false;

@@ -40,7 +40,14 @@ Viewport::Viewport(Surroundings around)
       touch(manager, hub, renderer, [this](const WindowEvent& event) { OnPointer(event); }),
       bars(manager, target),
       story(manager, hub),
-      focus({hub, renderer, cube, disc, bars.GetBar(), {&bars.GetTools()}},
+      focus({hub,
+             renderer,
+             cube,
+             disc,
+             bars.GetBar(),
+             {&bars.GetTools()},
+             &story.GetBoard(),
+             [this] { story.GetEditor().TypeName(); }},
             [this](const WindowEvent& event) { OnPointer(event); }),
       tooltip(surroundings.requestFrame),
       target{hub,
@@ -122,9 +129,11 @@ void Viewport::ApplyPreferences() {
   const Choices& choices = surroundings.preferences->Get();
   hub.SetReducedMotion(choices.reducedMotion);
   bars.SetReducedMotion(choices.reducedMotion);
+  manager.SetReducedMotion(choices.reducedMotion);
   manager.SetNavigationStyle(zovhost::FindNavigationStyle(choices.navigationStyle));
   hub.SetPivotPolicy(zovhost::FindPivotPolicy(choices.pivotPolicy));
   manager.SetZoomsToPivot(zovhost::DrawsZooms(hub.GetPivotPolicy()));
+  touch.SetKeepsPivot(zovhost::DrawsZooms(hub.GetPivotPolicy()));
 }
 
 // What a widget has read for itself it reads again.
@@ -245,9 +254,11 @@ void Viewport::FollowTooltip() { tooltip.Follow(manager.GetTooltip(), pointerX, 
 // What lies behind the cube is not meant.
 std::optional<Korvane::Vector3> Viewport::PickPivot() const {
   const zovhost::Scene* const scene = selection.GetScene();
-  const zovhost::PixelPosition at = manager.GetPointer();
+  const std::optional<zovhost::PixelPosition> finger = touch.GetPlace();
+  const zovhost::PixelPosition at = finger.value_or(manager.GetPointer());
   zovhost::Scene::Hit hit;
-  if (scene == nullptr || cube.IsMouseInRegion() || !FindHit(hub, *scene, at.x, at.y, hit)) return {};
+  if (scene == nullptr || (!finger && cube.IsMouseInRegion()) || !FindHit(hub, *scene, at.x, at.y, hit))
+    return {};
   return hit.point;
 }
 

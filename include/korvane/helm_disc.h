@@ -147,6 +147,9 @@ class ZOVTOOLS_API HelmDisc {
   /// the place of a disc that was open. By default only the last kind comes where the pointer is, since no
   /// other has followed it.
   void SetOpensAtPointer(bool opens);
+  /// The messages of a walk come and go at once, instead of fading for 0.8 seconds each. False at first.
+  void SetMessagesAtOnce(bool atOnce);
+  bool AreMessagesAtOnce() const;
   /// Lets the hot key close the open disc although it has been pressed, as any other key going down does.
   /// Nothing while the button is down on the disc.
   void LetHotKeyClose();

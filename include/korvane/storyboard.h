@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "korvane/box2.h"
 #include "korvane/export.h"
 #include "korvane/lifeline.h"
 #include "korvane/resource_ids.h"
@@ -44,6 +45,11 @@ class ZOVTOOLS_API Storyboard {
  public:
   /// Editing; presenting: the slides can be played, and nothing can be changed.
   enum Mode : int { MODE_EDITING = 0, MODE_PRESENTING = 1 };
+
+  /// The buttons of the title bar, from the left.
+  enum TitlePart : int { TITLE_PLAY = 0, TITLE_STOP = 1, TITLE_LOOP = 2, TITLE_CLOSE = 3 };
+  /// A slide, and its round buttons: that which plays and that which flies to its start.
+  enum SlidePart : int { SLIDE_ITSELF = 0, SLIDE_PLAY = 1, SLIDE_TARGET = 2 };
 
   /// The slides, for the library's own eyes.
   struct DisplayElement;
@@ -103,9 +109,18 @@ class ZOVTOOLS_API Storyboard {
   bool DraggingStoryBoardItem() const;
   /// Empty for none.
   const std::wstring& GetTooltip() const;
+  /// Where something lies, in viewport pixels, for a host that marks it or reaches it without a mouse. Of a
+  /// number that is no part: nothing.
+  Box2 GetTitleBounds(TitlePart part) const;
+  /// Null: the slide that adds one, which has no buttons. False, with nothing written, for one that had no
+  /// slide in the last frame.
+  bool GetSlideBounds(const Sequence* sequence, SlidePart part, Box2& bounds) const;
+  bool GetSlideBounds(const ShotSpecification* shot, SlidePart part, Box2& bounds) const;
   /// Whether the fades show while a story is presented too. False at first: presenting draws nothing at all
   /// over the view.
   void SetFadeWhilePresenting(bool value);
+  /// No shot fades in or out, whatever it asks for: they follow on each other as cuts. False at first.
+  void SetCutsOnly(bool value);
 
   // ---- the story ----
 

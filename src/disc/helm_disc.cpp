@@ -183,6 +183,8 @@ void HelmDisc::SetDefaultDiscType(DiscType type) {
 }
 
 void HelmDisc::SetOpensAtPointer(bool opens) { parts->opensAtPointer = opens; }
+void HelmDisc::SetMessagesAtOnce(bool atOnce) { parts->messagesAtOnce = atOnce; }
+bool HelmDisc::AreMessagesAtOnce() const { return parts->messagesAtOnce; }
 
 // Whoever is told of any of it may choose another disc, which then stays.
 void HelmDisc::SetActiveDisc(DiscType type) {

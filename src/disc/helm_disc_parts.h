@@ -86,6 +86,7 @@ struct HelmDiscParts {
   TrackMenu* active = nullptr;  // one of the menus; null: no disc is open
   DiscType defaultType = DiscType::FullNavigation;
   bool opensAtPointer = false;
+  bool messagesAtOnce = false;
   bool visible = true;
   bool created = false;
   Keys keys;

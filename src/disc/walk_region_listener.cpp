@@ -16,14 +16,6 @@ constexpr double NO_SPEED = -1.0;
 
 constexpr TextureID TEXTURES[] = {TEXTURE_WALK_START, TEXTURE_WALK_REFUSED};
 
-void Fade(DynamicIcon2D* note, double from, double to) {
-  if (note == nullptr) return;
-  ChangingInTimeValueChain opacity;
-  opacity.Add(ChangingInTimeValue(from, to, FADE_TIME, INTERPOLATION_LINEAR));
-  opacity.Start();
-  note->SetChangingInTimeOpacity(opacity);
-}
-
 bool IsFading(const DynamicIcon2D* note) {
   return note != nullptr && note->GetChangingInTimeOpacity().IsChangingInTime();
 }
@@ -124,6 +116,16 @@ void WalkRegionListener::RestoreSpeed() {
 }
 
 // ---- a frame ----
+
+void WalkRegionListener::Fade(DynamicIcon2D* note, double from, double to) const {
+  if (note == nullptr) return;
+  const HelmDisc* const owner = GetDisc();
+  if (owner != nullptr && owner->AreMessagesAtOnce()) return note->SetOpacity(to);
+  ChangingInTimeValueChain opacity;
+  opacity.Add(ChangingInTimeValue(from, to, FADE_TIME, INTERPOLATION_LINEAR));
+  opacity.Start();
+  note->SetChangingInTimeOpacity(opacity);
+}
 
 void WalkRegionListener::OnDraw() {
   DiscRegionListener::OnDraw();  // NOLINT(bugprone-parent-virtual-call): the tool is drawn last

@@ -8,7 +8,7 @@
 namespace Korvane {
 
 /// The wedge that walks. A message fades in where the walker stands, and out, for that of the up and down
-/// keys, where it sets out.
+/// keys, where it sets out; on a disc whose messages come at once, without fading.
 class WalkRegionListener : public ToolRegionListener<WalkTool> {
  public:
   WalkRegionListener(TrackMenu* menu, HelmDisc* helmDisc);
@@ -43,6 +43,7 @@ class WalkRegionListener : public ToolRegionListener<WalkTool> {
   void RestorePointer();
   void RaiseSpeed();
   void RestoreSpeed();
+  void Fade(DynamicIcon2D* note, double from, double to) const;
   void ShowHUDs();
   void ShowMoving();
 

@@ -173,6 +173,45 @@ bool Storyboard::IsMouseInRegion() const { return parts->mouse.inRegion; }
 bool Storyboard::DraggingStoryBoardItem() const { return parts->grab.IsDragging(); }
 const std::wstring& Storyboard::GetTooltip() const { return parts->tooltip; }
 void Storyboard::SetFadeWhilePresenting(bool value) { parts->life.fadeWhilePresenting = value; }
+void Storyboard::SetCutsOnly(bool value) { parts->life.cutsOnly = value; }
+
+// ---- where something lies ----
+
+namespace {
+
+bool FindPart(const Slide& slide, bool adds, const SlideButtons& buttons, Storyboard::SlidePart part,
+              Box2& bounds) {
+  if (part == Storyboard::SLIDE_ITSELF) {
+    bounds = slide.GetBounds();
+    return true;
+  }
+  if (adds || (part != Storyboard::SLIDE_PLAY && part != Storyboard::SLIDE_TARGET)) return false;
+  const RoundButton& button = part == Storyboard::SLIDE_PLAY ? buttons.first : buttons.second;
+  bounds = Box2(button.GetCenter(slide), Vector2(button.radius, button.radius));
+  return true;
+}
+
+}  // namespace
+
+Box2 Storyboard::GetTitleBounds(TitlePart part) const {
+  const bool isPart = part >= TITLE_PLAY && part <= TITLE_CLOSE;
+  return isPart ? GetTitleButton(parts->room, static_cast<TitleButton>(part)) : Box2();
+}
+
+bool Storyboard::GetSlideBounds(const Sequence* sequence, SlidePart part, Box2& bounds) const {
+  for (const DisplayElement& slide : parts->slides.sequences) {
+    if (slide.sequence == sequence)
+      return FindPart(slide, sequence == nullptr, SEQUENCE_BUTTONS, part, bounds);
+  }
+  return false;
+}
+
+bool Storyboard::GetSlideBounds(const ShotSpecification* shot, SlidePart part, Box2& bounds) const {
+  for (const ShotDisplayElement& slide : parts->slides.shots) {
+    if (slide.shot == shot) return FindPart(slide, shot == nullptr, SHOT_BUTTONS, part, bounds);
+  }
+  return false;
+}
 
 // ---- the story ----
 

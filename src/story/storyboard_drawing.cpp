@@ -89,6 +89,7 @@ void Storyboard::Draw() {
   if (const std::shared_ptr<WalkRecorder> recorder = now->walk.recorder) return recorder->OnDraw();
   now->overlay = now->playback.Step();
   if (!now) return;
+  if (now->life.cutsOnly) now->overlay.alpha = 0.0;
   ShowCursor();
   const bool presents = !now->IsEditing() && now->playback.IsPlaying();
   if (!now || (presents && !now->life.fadeWhilePresenting)) return;

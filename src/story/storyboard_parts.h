@@ -39,6 +39,7 @@ struct StoryboardParts {
     bool visible = false;
     Storyboard::Mode mode = Storyboard::MODE_EDITING;
     bool fadeWhilePresenting = false;
+    bool cutsOnly = false;
     bool releaseEndsHeight = false;
   };
 

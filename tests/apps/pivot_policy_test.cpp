@@ -84,6 +84,21 @@ class PivotPolicyTest : public apps_test::ViewerTest {
     PushButton(SDL_MOUSEBUTTONUP, x, y, 1, button);
     ComeToRest();
   }
+  void Finger(Uint32 type, int finger, int x, int y) {
+    SDL_Event event = {};
+    event.type = type;
+    event.tfinger.touchId = 1;
+    event.tfinger.fingerId = finger;
+    event.tfinger.x = static_cast<float>((x + 0.5) / WIDTH);
+    event.tfinger.y = static_cast<float>((HEIGHT - 1 - y + 0.5) / HEIGHT);
+    event.tfinger.pressure = 1.0F;
+    SDL_PushEvent(&event);
+    for (int i = 0; i < 3; ++i) {
+      window->RequestFrame();
+      window->Step(100);
+    }
+  }
+  bool IsMarked() const { return viewer->GetView(0).GetManager().GetPivotBall()->IsVisible(); }
   void ForEachPolicy(const std::function<void(PivotPolicy policy, const Vector3& wanted)>& check) {
     const CameraParameters start = GetView();
     SelectSquare();
@@ -157,6 +172,71 @@ TEST_F(PivotPolicyTest, a_device_turns_about_it) {
     EXPECT_LT((GetView().pivot - wanted).Length(), 0.02);
     EXPECT_NEAR((GetView().eye - GetView().pivot).Length(), (before.eye - GetView().pivot).Length(), 1e-6);
     source.Feed({});
+    ComeToRest();
+  });
+}
+
+TEST_F(PivotPolicyTest, a_finger_turns_about_it_and_nothing_jumps) {
+  ForEachPolicy([this](PivotPolicy /*policy*/, const Vector3& wanted) {
+    const auto [x, y] = At(SQUARE);
+    PushMotion(20, 20);  // the mouse is elsewhere
+    ComeToRest();
+    const CameraParameters before = GetView();
+    Finger(SDL_FINGERDOWN, 0, x, y);
+    ExpectSameView(GetView(), before);
+    EXPECT_TRUE(IsMarked());
+    EXPECT_LT((GetView().pivot - wanted).Length(), 0.02);
+    const CameraParameters chosen = GetView();
+    Finger(SDL_FINGERMOTION, 0, x - 20, y);
+    ExpectSameView(GetView(), before);
+    EXPECT_EQ(GetView().pivot, chosen.pivot) << "where the finger came down, not where it has gone";
+    EXPECT_TRUE(IsMarked());
+    Finger(SDL_FINGERMOTION, 0, x - 60, y + 20);
+    EXPECT_GT((GetView().eye - before.eye).Length(), 0.01);
+    EXPECT_EQ(GetView().pivot, chosen.pivot);
+    EXPECT_NEAR((GetView().eye - GetView().pivot).Length(), (before.eye - chosen.pivot).Length(), SAME);
+    Finger(SDL_FINGERUP, 0, x - 60, y + 20);
+    ComeToRest();
+    EXPECT_FALSE(IsMarked());
+  });
+}
+
+TEST_F(PivotPolicyTest, a_finger_that_is_lifted_leaves_no_mark_and_the_same_view) {
+  Use("pointer");
+  const auto [x, y] = At(SQUARE);
+  const CameraParameters before = GetView();
+  Finger(SDL_FINGERDOWN, 0, x, y);
+  EXPECT_TRUE(IsMarked());
+  Finger(SDL_FINGERUP, 0, x, y);
+  ComeToRest();
+  EXPECT_FALSE(IsMarked());
+  ExpectSameView(GetView(), before);
+}
+
+TEST_F(PivotPolicyTest, a_finger_beside_an_open_disc_picks_what_is_under_it) {
+  Use("pointer");
+  PushMotion(WIDTH - 200, 200);
+  ComeToRest();
+  viewer->GetView(0).Run(*zovview::FindViewCommand("disc-full-navigation"));
+  ComeToRest();
+  const auto [x, y] = At(SQUARE);
+  Finger(SDL_FINGERDOWN, 0, x, y);
+  EXPECT_LT((GetView().pivot - SQUARE).Length(), 0.02);
+  Finger(SDL_FINGERUP, 0, x, y);
+  ComeToRest();
+}
+
+TEST_F(PivotPolicyTest, two_fingers_that_enlarge_take_it_along_only_where_zooms_do) {
+  ForEachPolicy([this](PivotPolicy policy, const Vector3& wanted) {
+    const auto [x, y] = At(SQUARE);
+    Finger(SDL_FINGERDOWN, 0, x - 60, y);
+    Finger(SDL_FINGERDOWN, 1, x + 60, y);
+    EXPECT_FALSE(IsMarked()) << "it is no orbit";
+    Finger(SDL_FINGERMOTION, 0, x - 90, y);
+    Finger(SDL_FINGERMOTION, 1, x + 90, y);
+    EXPECT_LT((GetView().pivot - (zovhost::DrawsZooms(policy) ? wanted : SQUARE)).Length(), 0.05);
+    Finger(SDL_FINGERUP, 0, x - 90, y);
+    Finger(SDL_FINGERUP, 1, x + 90, y);
     ComeToRest();
   });
 }

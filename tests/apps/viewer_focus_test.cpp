@@ -183,7 +183,6 @@ TEST_F(ViewerFocusTest, each_part_of_the_cube_is_pressed_by_enter) {
 }
 
 TEST_F(ViewerFocusTest, the_buttons_of_the_cube_are_pressed_by_enter) {
-  constexpr double SAME = 1e-3;  // what is left of a move that shows the same view is not moved
   TabTo("Cube");
   Key(SDLK_TAB);
   Explore();
@@ -199,7 +198,7 @@ TEST_F(ViewerFocusTest, the_buttons_of_the_cube_are_pressed_by_enter) {
   GoTo(steps, Orientor::OVERLAY_ROTATE_CLOCKWISE);
   EXPECT_EQ(present.name, "Turn clockwise");
   Enter();
-  EXPECT_NEAR(GetHub().GetView().up.Normalized().Dot(up), 0.0, SAME);
+  EXPECT_NEAR(GetHub().GetView().up.Normalized().Dot(up), 0.0, 1e-6);
   GoTo(steps, Orientor::OVERLAY_HOME);
   EXPECT_EQ(present.name, GetText(68));
   Enter();

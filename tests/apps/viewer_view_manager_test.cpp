@@ -388,6 +388,49 @@ TEST_F(ViewerViewManagerTest, the_note_names_a_tool_when_it_is_chosen_and_in_its
   EXPECT_FALSE(events.GetToolNote().IsShown()) << "a disc has come and gone";
 }
 
+TEST_F(ViewerViewManagerTest,
+       the_middle_button_and_the_wheel_name_what_they_do_once_until_another_tool_is_chosen) {
+  const auto countNotes = [this] {
+    renderer.ClearCalls();
+    Draw();
+    return renderer.CountCalls("RenderDynamic");
+  };
+  const auto drag = [&](int x) {
+    Send(Type::MouseDown, x, 300, MouseButton::Middle);
+    Send(Type::MouseMove, x + 20, 300);
+    const int notes = countNotes();
+    Send(Type::MouseUp, x + 20, 300, MouseButton::Middle);
+    Draw();
+    return notes;
+  };
+  const auto turn = [&](int x) {
+    Send(Type::MouseMove, x, 300);
+    Turn(1.0);
+    const int notes = countNotes();
+    Wait(2.0);
+    EXPECT_FALSE(events.IsZooming());
+    return notes;
+  };
+  Send(Type::MouseMove, 300, 300);
+  EXPECT_EQ(drag(300), 1);
+  EXPECT_EQ(drag(310), 0);
+  const int first = turn(320);
+  EXPECT_GE(first, 1);
+  EXPECT_EQ(turn(330), first - 1) << "that of the pivot stays";
+  EXPECT_EQ(drag(340), 0);
+
+  events.SetActiveTool(zovview::TOOL_ORBIT);
+  EXPECT_EQ(drag(350), 0) << "it was the tool before";
+  disc.SetActiveDisc(Korvane::DiscType::FullNavigation);
+  disc.SetActiveDisc(Korvane::DiscType::None);
+  EXPECT_EQ(drag(360), 0) << "a disc has come and gone";
+  events.SetActiveTool(zovview::TOOL_LOOK);
+  Wait(3.0);  // the note of the tool has gone
+  Draw();
+  EXPECT_EQ(drag(370), 1);
+  EXPECT_EQ(drag(380), 0);
+}
+
 // The window system may tell of it also where it has given the pointer to the window.
 TEST_F(ViewerViewManagerTest, a_pointer_that_leaves_in_a_drag_is_no_motion) {
   const CameraParameters before = hub.GetView();

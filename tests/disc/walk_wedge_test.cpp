@@ -164,6 +164,20 @@ TEST_F(WalkWedge, the_messages_fade_by_the_two_flags) {
   EXPECT_EQ(GetMessage(), 34);  // a new walk begins with the first
 }
 
+TEST_F(WalkWedge, the_messages_come_at_once_where_that_is_wanted) {
+  disc->SetMessagesAtOnce(true);
+  Press();
+  EXPECT_EQ(GetMessage(), 34);
+  EXPECT_EQ(GetOpacityOf(34), 1.0);
+  Move(512, 600);
+  EXPECT_EQ(GetMessage(), 38) << "and go";
+  EXPECT_EQ(GetOpacityOf(38), 1.0);
+  Release(512, 154);
+  Press();
+  EXPECT_EQ(GetMessage(), 34);
+  EXPECT_EQ(GetOpacityOf(34), 1.0);
+}
+
 TEST_F(WalkWedge, without_messages_none_shows_on_an_advanced_disc) {
   Parameters().showMessages = false;
   Press();

@@ -164,7 +164,53 @@ TEST(ViewHub, is_as_fine_as_the_library_in_a_wide_view) {
   EXPECT_FALSE(hub.CheckCamerasEqual(nullptr, &a));
 }
 
+// Its steps become smaller and smaller, and the one before may come any time.
+TEST(ViewHub, ends_a_move_at_its_goal_however_small_the_last_step_is) {
+  ManualPlatform clock;
+  ViewHub hub([] {});
+  hub.SetView(MakeView(10.0, Kind::Perspective));
+  Korvane::TransitionShotParameters move;
+  move.targetCamera = hub.GetView();
+  move.targetCamera.eye += {1.0, 2.0, 3.0};
+  move.duration = move.easeEnd = 1.0;
+  ASSERT_TRUE(hub.BeginShot(move));
+  hub.PerformOperations();
+  for (const unsigned step : {500U, 499U, 1U}) {
+    clock.Advance(step);
+    hub.PerformOperations();
+  }
+  const double before = (hub.GetView().eye - move.targetCamera.eye).Length();
+  EXPECT_GT(before, 1e-6) << "there is a step left";
+  EXPECT_LT(before, 1e-4) << "and it shows the same";
+  clock.Advance(16);
+  hub.PerformOperations();
+  EXPECT_FALSE(hub.IsShotActive());
+  EXPECT_LT((hub.GetView().eye - move.targetCamera.eye).Length(), 1e-12);
+}
+
 // ---- reduced motion ----
+
+TEST(ViewHub, changes_the_projection_in_one_frame_where_motion_is_reduced) {
+  for (const bool reduced : {false, true}) {
+    ManualPlatform clock;
+    ViewHub hub([] {});
+    hub.SetReducedMotion(reduced);
+    hub.GetApplicationParameters().use_projection_transitions = true;
+    CameraParameters camera = MakeView(10.0, Kind::Perspective);
+    camera.projection_type =
+        CameraParameters::ProjectionType::Orthographic;  // and still drawn as a perspective
+    hub.SetView(camera);
+    Korvane::TransitionShotParameters move;
+    move.targetCamera = camera;
+    move.duration = 1.0;
+    ASSERT_TRUE(hub.BeginShot(move));
+    for (int i = 0; i < 2; ++i) {
+      clock.Advance(16);
+      hub.PerformOperations();
+    }
+    EXPECT_EQ(hub.GetView().projection_transition == 1.0, reduced);
+  }
+}
 
 // How many frames a shot of one second takes, of a sixtieth each.
 template <class Parameters>

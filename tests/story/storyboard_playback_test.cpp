@@ -284,6 +284,25 @@ TEST_F(PlaybackTest, a_fade_covers_the_view_with_one_grey) {
   EXPECT_EQ(quad.material.colour[3], static_cast<float>(board->GetParts().overlay.alpha));
 }
 
+TEST_F(PlaybackTest, where_only_cuts_are_wanted_no_shot_fades_and_each_takes_its_time) {
+  Sequence* const sequence = AddSequence();
+  ShotSpecification* const shot = AddShot(*sequence, 2.0);
+  shot->SetTransitionType(ShotSpecification::TRANSITION_FADE_THROUGH_WHITE);
+  ShotSpecification* const next = AddShot(*sequence, 2.0);
+  next->SetTransitionType(ShotSpecification::TRANSITION_FADE_THROUGH_BLACK);
+  board->SetCutsOnly(true);
+  board->SetVisible(false);
+  board->PlaybackSequence(sequence);
+  int frames = 0;
+  for (; board->IsPlayingBack() && frames < 1000; ++frames) {
+    Frame(50);
+    EXPECT_EQ(board->GetParts().overlay.alpha, 0.0);
+  }
+  EXPECT_EQ(renderer.GetGeometry().size(), 0U);
+  EXPECT_GE(frames, 80);
+  EXPECT_LT(frames, 90);
+}
+
 TEST_F(PlaybackTest, presenting_draws_nothing_but_a_fade_that_is_wanted) {
   ShotSpecification* const shot = AddShot(*AddSequence(), 4.0);
   shot->SetTransitionType(ShotSpecification::TRANSITION_FADE_THROUGH_BLACK);

@@ -11,9 +11,10 @@ class Window;
 ///
 /// Between BeginFrame and EndFrame the functions of imgui.h may be called. The pointer belongs to the
 /// panels while it is over one of them, and while a menu is open, and the keys belong to them while a text is
-/// typed; everything else goes on to the handler of the window's events. A press beside the panels ends the
-/// typing, and is an event of the window all the same. A frame is asked for only when something on a panel
-/// may have changed. One at a time.
+/// typed; everything else goes on to the handler of the window's events. Those that lead through a menu do so
+/// while one is open: arrows, Enter, the space bar, Escape and letters; Tab, arrows and the space bar lead
+/// through a question. A press beside the panels ends the typing, and is an event of the window all the same.
+/// A frame is asked for only when something on a panel may have changed. One at a time.
 ///
 /// The panels speak the language of the process (see phrases.h), from the next frame on when it changes.
 /// Their font has what its phrases need; see panel_texts.h for other texts.

@@ -12,7 +12,7 @@
 namespace zovhost {
 
 /// What a thing under the focus is, as a screen reader calls it.
-enum class FocusRole : int { Button, ToggleButton, MenuButton, Heading };
+enum class FocusRole : int { Button, ToggleButton, MenuButton, MenuItem, Heading };
 
 /// Something that keys reach.
 struct FocusThing {
@@ -28,6 +28,9 @@ struct FocusThing {
   std::function<void(bool down)> press = {};
   /// While it is pressed, by arrow keys: steps to the right and up. Empty: nothing.
   std::function<void(int right, int up)> drag = {};
+  /// Another key went down while it is under the focus: true when it was used. Those that move the focus come
+  /// only with Ctrl or Alt. Empty: none is.
+  std::function<bool(const WindowEvent& event)> key = {};
 };
 
 /// The four keys, as steps on the screen.
@@ -64,6 +67,8 @@ class KeyboardFocus {
   bool OnEvent(const WindowEvent& event);
   /// On the first thing of the first group, or of the last. False when there is none.
   bool Enter(bool fromEnd);
+  /// To a thing of the group that the focus is in. False when there is no such.
+  bool GoTo(int id);
   /// What is pressed is let go of.
   void Leave();
   bool IsActive() const { return current.has_value(); }
@@ -79,6 +84,7 @@ class KeyboardFocus {
 
   bool OnKeyDown(const WindowEvent& event);
   bool OnKeyUp(const WindowEvent& event);
+  bool OnOtherKey(const WindowEvent& event);
   bool GoToGroup(std::size_t from, bool back);
   void Step(FocusStep step);
   void Press(bool down);

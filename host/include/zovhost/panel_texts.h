@@ -25,6 +25,11 @@ float MirrorPlace(float x);
 /// height from its left and its top lies there. `always`, or else when it appears.
 void PlaceNextPanel(float x, float y, float fractionX, float fractionY, bool always);
 
+/// The keys go to the item that is drawn next, and from there through its panel, until they are given back,
+/// by Escape too, or the pointer presses beside it.
+void TakeKeys();
+void GiveKeysBack();
+
 // English phrases are drawn in the language of the process.
 
 /// The width of the widest of these phrases, in points.

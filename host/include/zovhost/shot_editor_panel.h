@@ -35,6 +35,9 @@ class ShotEditorPanel : public Korvane::ShotEditor {
   /// left of the window; from there the user may move it.
   void Draw(float right, float top);
   bool IsPanelVisible() const { return visible; }
+  /// With the next frame the name is typed, and Tab and arrows go on from there to the other fields: until
+  /// Enter has ended the name, or Escape, or a press beside the panel.
+  void TypeName() { typingName = true; }
   bool IsLive() const { return live; }
   void SetLive(bool value) { live = value; }
 
@@ -67,6 +70,7 @@ class ShotEditorPanel : public Korvane::ShotEditor {
   bool recording = false;
   bool live = true;
   bool loop = false;
+  bool typingName = false;  // from the next frame on
 };
 
 }  // namespace zovhost

@@ -52,6 +52,14 @@ class TouchCamera {
   void SetRewindHistory(Korvane::RewindHistory* value) { history = value; }
   void SetPivotBall(Korvane::PivotBall* ball) { orbit.SetPivotBall(ball); }
   void SetThreeFingers(ThreeFingers use) { threeFingers = use; }
+  /// Two fingers that enlarge the picture leave the pivot where it is, instead of taking it to what is
+  /// between them.
+  void SetKeepsPivot(bool wanted) { keepsPivot = wanted; }
+
+  /// A finger has come down that may orbit: chooses the pivot, as the hub does, and marks it until the next
+  /// Begin or Unmark. Nothing while the camera moves by itself.
+  void Mark();
+  void Unmark();
 
   /// With as many fingers as there are now, from where they are; what others did ends.
   void Begin(TouchGestures& fingers);
@@ -84,6 +92,8 @@ class TouchCamera {
   Korvane::CameraParameters last;  // as they have left it
   Korvane::Vector3 anchor;
   bool onModel = false;  // the anchor
+  bool keepsPivot = false;
+  bool marked = false;
 };
 
 }  // namespace zovhost

@@ -42,6 +42,8 @@ class TouchNavigation {
   void SetScale(double value) { scale = value > 0.0 ? value : 1.0; }
   /// What three fingers do from now on.
   void SetThreeFingers(TouchCamera::ThreeFingers use) { camera.SetThreeFingers(use); }
+  /// See TouchCamera.
+  void SetKeepsPivot(bool wanted) { camera.SetKeepsPivot(wanted); }
 
   /// An event of the window, in pixels of the viewport. True for those of fingers; the loss of the focus,
   /// too, ends what they do.
@@ -57,6 +59,9 @@ class TouchNavigation {
   bool IsActive() const { return state != State::Idle; }
   /// A finger is the left button.
   bool IsPointer() const { return state == State::Pointing; }
+  /// Where the move of fingers began, or may yet begin: what an orbit about the point under the pointer
+  /// picks. None while there is none.
+  std::optional<PixelPosition> GetPlace() const;
 
  private:
   enum class State : int {
@@ -101,6 +106,7 @@ class TouchNavigation {
   State state = State::Idle;
   double scale = 1.0;
   PixelPosition press;   // of the only finger
+  PixelPosition place;   // of the move
   PixelPosition offset;  // from a finger to the pointer that it is
   PixelPosition pointer;
   int framesToPress = 0;  // until a disc has come to the finger that presses it

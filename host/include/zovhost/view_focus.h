@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -16,10 +17,13 @@ class CameraOperations;
 class HelmDisc;
 class NavigationBar;
 class Renderer;
+class Storyboard;
 class Toolbar;
 }  // namespace Korvane
 
 namespace zovhost {
+
+class StoryFocus;
 
 /// The cube, whose parts a host can press by their numbers, whether or not they show.
 class PressableOrientor : public Korvane::Orientor {
@@ -29,11 +33,13 @@ class PressableOrientor : public Korvane::Orientor {
 };
 
 /// The focus of a view without a mouse: the 26 parts of the cube, its buttons, the wedges of the open disc,
-/// the items of the navigation bar and of the toolbars. It marks what is under the focus by a frame in the
-/// accent colour with a white one around it.
+/// the items of the navigation bar and of the toolbars, the slides of the storyboard. It marks what is under
+/// the focus by a frame in the accent colour with a white one around it.
 ///
 /// Arrows go round the cube, also over its far side, whose parts are marked faintly. Enter presses a part of
-/// the cube, and clicks on an item; a wedge it holds as long as the key is held, and arrows drag it.
+/// the cube, and clicks on an item; a wedge it holds as long as the key is held, and arrows drag it. On a
+/// shot of the storyboard, Delete deletes it, F2 types its name, the key of menus opens its menu; Ctrl with
+/// an arrow moves a shot or a sequence along its row.
 ///
 /// What it works on is borrowed and outlives it. Positions are viewport pixels, origin at the bottom left.
 class ViewFocus {
@@ -47,6 +53,9 @@ class ViewFocus {
     Korvane::HelmDisc& disc;
     Korvane::NavigationBar& bar;
     std::vector<Korvane::Toolbar*> toolbars;
+    Korvane::Storyboard* storyboard = nullptr;  ///< Null: none.
+    /// The name of the shot in the editor of the storyboard is to be typed; empty: nobody can.
+    std::function<void()> typeShotName = {};
   };
 
   /// `send` takes what keys do as a mouse, and gives it to the view manager.
@@ -75,6 +84,7 @@ class ViewFocus {
   std::optional<int> SteerCube(int part, FocusStep step) const;
   std::string NamePart(int part) const;
   std::string LoadText(int id) const;
+  void AddStory();
   void AddClick(FocusThing& thing, PixelPosition at, bool held);
   void PressAt(PixelPosition at, bool down, bool held);
   void Send(WindowEvent::Type type, PixelPosition at);
@@ -85,6 +95,7 @@ class ViewFocus {
   Widgets widgets;
   std::function<void(const WindowEvent&)> send;
   KeyboardFocus focus;
+  std::unique_ptr<StoryFocus> story;  // null without a storyboard
   double scale = 1.0;
   bool sending = false;
   PixelPosition pointer;

@@ -17,7 +17,8 @@ namespace zovhost {
 /// The library takes two cameras for one while they are closer than 3.45e-4 units, so in a small scene a slow
 /// drag would do nothing. This hub asks besides for a tenth of a pixel or so of what is seen: below
 /// SAME_VIEW times the distance from the eye to the centre, or the orthographic size. Where the view is wider
-/// than 3.45 units the library's own measure is the finer one, and nothing differs.
+/// than 3.45 units the library's own measure is the finer one, and nothing differs. The last step of a shot,
+/// however small, is no such drag: a move ends at its goal.
 class ViewHub : public Korvane::CameraOperations {
  public:
   /// How far a camera may move and still show the same, in sizes of what is seen.
@@ -35,8 +36,8 @@ class ViewHub : public Korvane::CameraOperations {
                          const Korvane::CameraParameters* b) const override;
 
   /// For who is made sick by a picture that moves by itself: the camera arrives in the first frame of a move
-  /// that leads somewhere. What the hand moves, and the shots of a story, which are what is to be seen, go
-  /// on. Off by default.
+  /// that leads somewhere, and a projection becomes another in one. What the hand moves, and the shots of a
+  /// story, which are what is to be seen, go on. Off by default. See WindowViewManager for what fades.
   void SetReducedMotion(bool reduced) { reducedMotion = reduced; }
   bool IsMotionReduced() const { return reducedMotion; }
 
@@ -92,6 +93,7 @@ class ViewHub : public Korvane::CameraOperations {
   template <class Parameters>
   bool BeginMove(const Parameters& parameters);
   bool ChoosePivot();
+  bool IsArriving(const Korvane::CameraParameters* camera) const;
 
   std::function<void()> requestFrame;
   std::uint64_t travel = 0;  // the number of the last shot that leads somewhere

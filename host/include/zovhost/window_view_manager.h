@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -55,6 +56,10 @@ class WindowViewManager : public Korvane::ViewManager {
   /// Lets go of everything first.
   bool Destroy() override;
   void SetViewportSize(int width, int height) override;
+  /// For who is made sick by a picture that moves by itself: the messages of the discs and the shots of a
+  /// story do not fade. Off by default. See ViewHub for the moves.
+  void SetReducedMotion(bool reduced);
+  void SetStoryboard(Korvane::Storyboard* panel) override;
   /// Lets every disc open where the pointer is.
   void SetHelmDisc(Korvane::HelmDisc* disc) override;
   /// Lets no push of a six-axis device turn a parallel view inside out.
@@ -97,6 +102,10 @@ class WindowViewManager : public Korvane::ViewManager {
   bool WantHelmDiscVisible() const override;
   bool BeginMiddleMouseNavigation() override;
   bool EndMiddleMouseNavigation() override;
+  /// Each names itself beside the pointer when it is used for the first time, and again when another tool has
+  /// been chosen.
+  bool BeginOrbitingWithMouse() override;
+  bool BeginPanningWithMouse() override;
   bool BeginZoomingWithMouse() override;
   bool EndOrbitingWithMouse() override;
   bool EndPanningWithMouse() override;
@@ -116,6 +125,7 @@ class WindowViewManager : public Korvane::ViewManager {
   bool OnKey(const WindowEvent& event);
   bool PassKey(Korvane::KeyID key, bool down);
   // The navigation style.
+  bool NoteOnce(Navigation before, Korvane::Tool* tool);
   bool IsStyleOwn() const;
   bool OnMoveKey(const WindowEvent& event);
   bool PressStyle(const WindowEvent& event, NavigationMove move);
@@ -145,6 +155,7 @@ class WindowViewManager : public Korvane::ViewManager {
   std::unique_ptr<StyleDrag> styleDrag;
   std::optional<StylePress> stylePress;
   bool zoomsToPivot = false;
+  bool reducedMotion = false;
   unsigned swallowed = 0;  // a bit a button: pressed beside a drag of the style
   bool keepsDrag = false;  // the library's own change of the drag by a key is not wanted
   PointerWrap pointer;
@@ -153,6 +164,8 @@ class WindowViewManager : public Korvane::ViewManager {
   bool clickFree = false;
   bool snapping = false;   // at the last press
   int toolBehindDisc = 0;  // 0: none
+  int notedTool = 0;       // that was active when they were named
+  std::array<bool, 4> namedNavigations = {};
 };
 
 }  // namespace zovhost

@@ -89,7 +89,7 @@ bool KeyboardFocus::OnEvent(const WindowEvent& event) {
 
 bool KeyboardFocus::OnKeyDown(const WindowEvent& event) {
   constexpr unsigned OTHERS = WindowEvent::CONTROL | WindowEvent::ALT;
-  if ((event.modifiers & OTHERS) != 0) return false;
+  if ((event.modifiers & OTHERS) != 0) return OnOtherKey(event);
   const bool back = (event.modifiers & WindowEvent::SHIFT) != 0;
   if (event.key == SDLK_TAB) {
     if (!IsActive()) return Enter(back);
@@ -110,7 +110,15 @@ bool KeyboardFocus::OnKeyDown(const WindowEvent& event) {
     Step(arrow.step);
     return true;
   }
-  return false;
+  return OnOtherKey(event);
+}
+
+// What it does may change the groups, and the focus.
+bool KeyboardFocus::OnOtherKey(const WindowEvent& event) {
+  const FocusThing* const thing = Get();
+  if (thing == nullptr || !thing->key) return false;
+  const auto key = thing->key;
+  return key(event);
 }
 
 bool KeyboardFocus::OnKeyUp(const WindowEvent& event) {
@@ -137,6 +145,14 @@ bool KeyboardFocus::GoToGroup(std::size_t from, bool back) {
   }
   Leave();
   return false;
+}
+
+bool KeyboardFocus::GoTo(int id) {
+  if (!IsActive()) return false;
+  const std::vector<FocusThing> things = ListEnabled(currentGroup);
+  const FocusThing* const thing = FindById(things, id);
+  if (thing != nullptr) Take(currentGroup, *thing);
+  return thing != nullptr;
 }
 
 void KeyboardFocus::Step(FocusStep step) {

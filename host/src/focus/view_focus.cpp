@@ -6,6 +6,7 @@
 
 #include "focus/cube_steps.h"
 #include "focus/disc_wedges.h"
+#include "focus/story_focus.h"
 #include "korvane/application_parameters.h"
 #include "korvane/camera_operations.h"
 #include "korvane/helm_disc.h"
@@ -113,6 +114,15 @@ ViewFocus::ViewFocus(Widgets ofView, std::function<void(const WindowEvent&)> toS
   for (Korvane::Toolbar* const strip : widgets.toolbars) {
     focus.AddGroup([this, strip] { return ListBar(strip, "Toolbar"); });
   }
+  if (widgets.storyboard != nullptr) AddStory();
+}
+
+void ViewFocus::AddStory() {
+  story = std::make_unique<StoryFocus>(StoryFocus::Partners{
+      *widgets.storyboard, widgets.renderer, widgets.typeShotName, [this](int id) { focus.GoTo(id); },
+      [this](const Box2& bounds) { Send(Type::MouseMove, GetMiddle(bounds)); }});
+  focus.AddGroup([this] { return story->List(); },
+                 [this](int id, FocusStep step) { return story->Steer(id, step); });
 }
 
 ViewFocus::~ViewFocus() = default;

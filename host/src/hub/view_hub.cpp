@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "korvane/math.h"
+#include "korvane/shot.h"
 
 namespace zovhost {
 
@@ -52,14 +53,22 @@ void ViewHub::ApplyCameraParameters(const Korvane::CameraParameters& values) {
   if (hasShape && !HasShape(view, GetViewportWidth(), GetViewportHeight())) {
     ShapeToViewport(view, GetViewportWidth(), GetViewportHeight());
   }
+  if (reducedMotion && view.projection_transition >= 0.0)
+    view.projection_transition = view.IsOrthographic() ? 1.0 : 0.0;
 }
 
 void ViewHub::QueryCameraParameters(Korvane::CameraParameters& values) const { values = view; }
 
 void ViewHub::RequestApplicationUpdate() { requestFrame(); }
 
+// The library leaves out a step of a move that shows the same. The last one is the goal.
+bool ViewHub::IsArriving(const CameraParameters* camera) const {
+  const Korvane::Shot* const shot = GetActiveShot();
+  return camera == &GetCameraParameters() && shot != nullptr && shot->GetUnitTime() >= 1.0;
+}
+
 bool ViewHub::CheckCamerasEqual(const CameraParameters* a, const CameraParameters* b) const {
-  if (!CameraOperations::CheckCamerasEqual(a, b)) return false;
+  if (!CameraOperations::CheckCamerasEqual(a, b) || IsArriving(a)) return false;
   return !(GetLargestMove(*a, *b) > SAME_VIEW * std::min(GetViewSize(*a), GetViewSize(*b)));
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "korvane/application_parameters.h"
 #include "korvane/camera_operations.h"
@@ -144,8 +145,29 @@ TouchCamera::Kind TouchCamera::ChooseKind(int count) {
   return threeFingers == ThreeFingers::Walk ? Kind::Walk : Kind::Look;
 }
 
+// The camera shows the same.
+void TouchCamera::Mark() {
+  Korvane::PivotBall* const ball = orbit.GetPivotBall();
+  if (ball == nullptr || hub.IsShotActive()) return;
+  hub.ConstrainPivotToViewport();
+  const CameraParameters camera = Query(hub);
+  ball->SetPosition(camera.pivot);
+  ball->UpdateSize(camera);
+  ball->SetVisible(true);
+  marked = true;
+  hub.RequestApplicationUpdate();
+}
+
+void TouchCamera::Unmark() {
+  Korvane::PivotBall* const ball = orbit.GetPivotBall();
+  if (!std::exchange(marked, false) || ball == nullptr) return;
+  ball->SetVisible(false);
+  hub.RequestApplicationUpdate();
+}
+
 void TouchCamera::Begin(TouchGestures& fingers) {
   Pause();
+  Unmark();
   if (fingers.GetFingerCount() == 0) return;
   fingers.Restart();
   if (!record.IsOpen()) record.Begin(history, Query(hub));
@@ -220,7 +242,7 @@ void TouchCamera::FollowPicture(TouchGestures& fingers) {
   CameraParameters moved =
       MoveWithFingers(base, anchor, motion, hub.GetApplicationParameters(), hub.GetWorldUpDirection());
   moved.projection_transition = present.projection_transition;
-  if (onModel) moved.pivot = std::abs(motion.scale - 1.0) > ZOOMED ? anchor : base.pivot;
+  if (onModel && !keepsPivot) moved.pivot = std::abs(motion.scale - 1.0) > ZOOMED ? anchor : base.pivot;
   hub.ApplyCameraParameters(moved);
   hub.RequestApplicationUpdate();
   last = Query(hub);

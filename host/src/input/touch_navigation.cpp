@@ -19,6 +19,10 @@ Vector2 ToVector(const WindowEvent& event) {
   return {static_cast<double>(event.x), static_cast<double>(event.y)};
 }
 
+PixelPosition ToPixel(const Vector2& at) {
+  return {static_cast<int>(std::floor(at.x)), static_cast<int>(std::floor(at.y))};
+}
+
 double GetDistance(PixelPosition a, PixelPosition b) {
   return std::hypot(static_cast<double>(a.x) - b.x, static_cast<double>(a.y) - b.y);
 }
@@ -54,6 +58,10 @@ bool TouchNavigation::OnEvent(const WindowEvent& event) {
   }
 }
 
+std::optional<PixelPosition> TouchNavigation::GetPlace() const {
+  return IsActive() && !IsPointer() ? std::optional(place) : std::nullopt;
+}
+
 // ---- fingers ----
 
 // Beside a finger that is the pointer no other counts.
@@ -66,6 +74,9 @@ void TouchNavigation::OnDown(const WindowEvent& event) {
   const bool isFree = manager.IsFreeAt(event.x, event.y);
   if (event.pen || !isFree) return BeginPointing(event.pen);
   state = State::Waiting;
+  place = press;
+  camera.SetPivotBall(manager.GetPivotBall());
+  camera.Mark();
   restCounts = true;
   rest.Start(LONG_PRESS, false);
 }
@@ -106,6 +117,7 @@ void TouchNavigation::BeginMoving() {
   restCounts = false;
   lastTap.reset();
   if (!camera.IsMoving() && state != State::Resting && !manager.TakeView()) return Cancel();
+  if (state != State::Waiting) place = ToPixel(gestures.GetMotion().to);
   camera.SetRewindHistory(manager.GetRewindHistory());
   camera.SetPivotBall(manager.GetPivotBall());
   state = State::Moving;
@@ -123,6 +135,7 @@ void TouchNavigation::Cancel() {
 
 void TouchNavigation::Settle() {
   state = State::Idle;
+  camera.Unmark();
   framesToPress = 0;
   liftsThen = false;
   restCounts = false;

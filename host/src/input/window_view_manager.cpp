@@ -39,7 +39,20 @@ void WindowViewManager::SetViewportSize(int width, int height) {
 void WindowViewManager::SetHelmDisc(Korvane::HelmDisc* disc) {
   if (stylePress.has_value()) Cancel();
   ViewManager::SetHelmDisc(disc);
-  if (disc != nullptr) disc->SetOpensAtPointer(true);
+  if (disc == nullptr) return;
+  disc->SetOpensAtPointer(true);
+  disc->SetMessagesAtOnce(reducedMotion);
+}
+
+void WindowViewManager::SetStoryboard(Korvane::Storyboard* panel) {
+  ViewManager::SetStoryboard(panel);
+  if (panel != nullptr) panel->SetCutsOnly(reducedMotion);
+}
+
+void WindowViewManager::SetReducedMotion(bool reduced) {
+  reducedMotion = reduced;
+  if (helmDisc != nullptr) helmDisc->SetMessagesAtOnce(reduced);
+  if (storyboard != nullptr) storyboard->SetCutsOnly(reduced);
 }
 
 void WindowViewManager::SetCam3DController(Korvane::Cam3DController* controller) {
@@ -71,6 +84,7 @@ bool WindowViewManager::SetActiveTool(int id) {
   const int former = std::exchange(toolBehindDisc, 0);
   const bool chosen = ViewManager::SetActiveTool(id);
   if (!chosen) toolBehindDisc = former;
+  if (activeToolID != 0 && std::exchange(notedTool, activeToolID) != activeToolID) namedNavigations = {};
   return chosen;
 }
 

@@ -5,6 +5,9 @@
 
 #include "input/style_drag.h"
 #include "korvane/camera_operations.h"
+#include "korvane/mouse_wheel_zoom_tool.h"
+#include "korvane/orbit_tool.h"
+#include "korvane/pan_tool.h"
 #include "korvane/tool.h"
 #include "zovhost/click_watch.h"
 #include "zovhost/window_view_manager.h"
@@ -40,11 +43,30 @@ void WindowViewManager::SetZoomsToPivot(bool wanted) {
 
 // The library's wheel goes to the pivot while Ctrl is held.
 bool WindowViewManager::BeginZoomingWithMouse() {
+  const Navigation before = navigation.present;
   const bool held = mouse.controlDown;
   mouse.controlDown = held || zoomsToPivot;
   const bool begun = ViewManager::BeginZoomingWithMouse();
   mouse.controlDown = held;
-  return begun;
+  return begun && NoteOnce(before, navigation.zoomTool.get());
+}
+
+bool WindowViewManager::BeginOrbitingWithMouse() {
+  const Navigation before = navigation.present;
+  return ViewManager::BeginOrbitingWithMouse() && NoteOnce(before, navigation.orbitTool.get());
+}
+
+bool WindowViewManager::BeginPanningWithMouse() {
+  const Navigation before = navigation.present;
+  return ViewManager::BeginPanningWithMouse() && NoteOnce(before, navigation.panTool.get());
+}
+
+// The library names it each time. Always true.
+bool WindowViewManager::NoteOnce(Navigation before, Korvane::Tool* tool) {
+  bool& known = namedNavigations[static_cast<std::size_t>(navigation.present)];
+  const bool begins = navigation.present != before;
+  if (begins && std::exchange(known, true) && tool != nullptr) tool->SetMouseHUD(nullptr);
+  return true;
 }
 
 // ---- a press and its release ----

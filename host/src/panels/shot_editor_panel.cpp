@@ -7,6 +7,7 @@
 #include <array>
 #include <cfloat>
 #include <cstddef>
+#include <utility>
 
 #include "korvane/storyboard.h"
 #include "panels/choice_list.h"
@@ -200,8 +201,12 @@ void ShotEditorPanel::DrawControls(const Layout& layout) {
 bool ShotEditorPanel::DrawName(const Layout& layout) {
   DrawFieldName("Name", layout.column);
   ToPanelText(controls.name);
-  const UprightItem upright;
-  ImGui::InputText("##name", &controls.name);
+  if (std::exchange(typingName, false)) TakeKeys();
+  {
+    const UprightItem upright;
+    ImGui::InputText("##name", &controls.name);
+  }
+  if (ImGui::IsItemDeactivated() && ImGui::IsKeyPressed(ImGui::GetKeyIndex(ImGuiKey_Enter))) GiveKeysBack();
   return ImGui::IsItemDeactivatedAfterEdit();
 }
 

@@ -10,6 +10,7 @@
 #include <bitset>
 #include <cfloat>
 #include <cmath>
+#include <deque>
 #include <optional>
 #include <string>
 #include <utility>
@@ -69,6 +70,11 @@ class Gui::Impl {
   bool OnKeyEvent(const SDL_Event& event);
   bool IsReleaseTooSoon(const SDL_Event& event);
   void ReleaseKeys();
+  bool LeadsThroughPanels(const SDL_KeyboardEvent& event) const;
+  bool QueueKey(const SDL_Event& event);
+  void FeedKey();
+  void LeavePanels();
+  void SettleMark();
   void SetDisplaySize() const;
   ImVec2 ToPoints(int x, int y) const;
   bool IsTyping() const;
@@ -96,11 +102,14 @@ class Gui::Impl {
     SDL_TouchID device;
     SDL_FingerID id;
   };
-  std::optional<Finger> finger;            // that came down on a panel, and is its mouse
-  int framesToLeave = 0;                   // until the pointer goes with the finger that was lifted
   std::bitset<SDL_NUM_SCANCODES> newKeys;  // that went down since the last frame
   std::vector<SDL_Event> releases;         // of those, for after the next
   ImGuiID activeItem = 0;                  // of the last frame
+  std::optional<Finger> finger;            // that came down on a panel, and is its mouse
+  int framesToLeave = 0;                   // until the pointer goes with the finger that was lifted
+  bool ledThrough = false;                 // keys have gone through the popup that is open
+  bool hadKeys = false;                    // a panel, in the last frame
+  std::deque<SDL_Event> keys;  // that lead through panels, one a frame: the library looks at what is down
 };
 
 Gui::Impl::Impl(Window* overWindow, int pictureWidth, int pictureHeight, double pictureDensity)
@@ -112,7 +121,7 @@ Gui::Impl::Impl(Window* overWindow, int pictureWidth, int pictureHeight, double 
   ImGuiIO& io = ImGui::GetIO();
   io.IniFilename = nullptr;  // nothing is left behind on the disk
   // The cursor is the window's business.
-  io.ConfigFlags |= ImGuiConfigFlags_NoMouseCursorChange;
+  io.ConfigFlags |= ImGuiConfigFlags_NoMouseCursorChange | ImGuiConfigFlags_NavEnableKeyboard;
   SetShapes(ImGui::GetStyle());
   SetColours(ImGui::GetStyle(), light);
   io.UserData = &panels;
@@ -186,6 +195,7 @@ void Gui::Impl::BeginFrame() {
   LoadFont();
   ImGui_ImplOpenGL3_NewFrame();
   if (window != nullptr) {
+    FeedKey();
     ImGui_ImplSDL2_NewFrame();
     SetDisplaySize();
     // The backend asks for the pointer on the whole desktop, which SDL knows only after it has moved a while.
@@ -202,6 +212,7 @@ void Gui::Impl::BeginFrame() {
 }
 
 void Gui::Impl::EndFrame() {
+  SettleMark();
   ImGui::Render();
   panels.order.Apply(*ImGui::GetDrawData(), panels.mirrored, ImGui::GetIO().FontGlobalScale);
   ImGui_ImplOpenGL3_RenderDrawData(ImGui::GetDrawData());
@@ -209,6 +220,7 @@ void Gui::Impl::EndFrame() {
   ReleaseKeys();
   // What has become active says in the next frame whether it is typed in.
   if (std::exchange(activeItem, context->ActiveId) != context->ActiveId && window != nullptr) Settle();
+  if (!keys.empty()) Settle();
   if (window == nullptr || (framesToSettle == 0 && !IsPanelAppearing() && !panels.font.IsOutdated())) return;
   if (framesToSettle > 0) --framesToSettle;
   window->RequestFrame();
@@ -275,6 +287,7 @@ bool Gui::Impl::OnPointerEvent(const SDL_Event& event) {
   }
   pointer = ToPoints(x, y);
   framesToLeave = 0;
+  panels.byKeys = false;
   // Beside an open menu a press closes it and does no more.
   const bool over = !context->OpenPopupStack.empty() || IsOverPanel(pointer.x, pointer.y);
   const bool ofPanels = buttonsOfPanels != 0 || (over && buttonsOfOthers == 0);
@@ -284,6 +297,7 @@ bool Gui::Impl::OnPointerEvent(const SDL_Event& event) {
   if (event.type == SDL_MOUSEBUTTONDOWN || event.type == SDL_MOUSEBUTTONUP)
     TrackOwner(event.button, ofPanels);
   if (!ofPanels) {
+    if (event.type == SDL_MOUSEBUTTONDOWN) LeavePanels();
     if (wasOver) Settle();  // what was lit up under the pointer goes out
     EndTyping(event);
     return false;
@@ -371,6 +385,10 @@ bool Gui::Impl::OnKeyEvent(const SDL_Event& event) {
   const bool typing = IsTyping();
   const bool ofKey = event.type == SDL_KEYDOWN || event.type == SDL_KEYUP;
   if (event.type == SDL_TEXTINPUT) panels.font.Add(event.text.text);
+  if (ofKey && !typing) {
+    panels.byKeys = true;
+    if (QueueKey(event)) return event.type == SDL_KEYDOWN;
+  }
   if ((typing || ofKey) && !IsReleaseTooSoon(event)) ImGui_ImplSDL2_ProcessEvent(&event);
   if (typing) Settle();
   return typing && event.type != SDL_KEYUP;
@@ -391,6 +409,100 @@ void Gui::Impl::ReleaseKeys() {
   newKeys.reset();
   for (const SDL_Event& release : releases) ImGui_ImplSDL2_ProcessEvent(&release);
   releases.clear();
+}
+
+// ---- keys that lead through panels ----
+
+// A question has Enter and Escape itself, but Enter when keys have gone through it.
+bool Gui::Impl::LeadsThroughPanels(const SDL_KeyboardEvent& event) const {
+  const bool inPopup = !context->OpenPopupStack.empty();
+  if (!inPopup && !panels.hasKeys) return false;
+  const ImGuiWindow* const popup = inPopup ? context->OpenPopupStack.back().Window : nullptr;
+  const bool asks = popup != nullptr && (popup->Flags & ImGuiWindowFlags_Modal) != 0;
+  switch (event.keysym.sym) {
+    case SDLK_UP:
+    case SDLK_DOWN:
+    case SDLK_LEFT:
+    case SDLK_RIGHT:
+    case SDLK_TAB:
+    case SDLK_SPACE:
+      return true;
+    case SDLK_RETURN:
+    case SDLK_KP_ENTER:
+      return !asks || ledThrough;
+    case SDLK_ESCAPE:
+      return !asks;
+    default:
+      return false;
+  }
+}
+
+// A letter is a menu's. A key that goes up follows on what went down.
+bool Gui::Impl::QueueKey(const SDL_Event& event) {
+  constexpr int OTHERS = KMOD_CTRL | KMOD_ALT | KMOD_GUI;
+  constexpr SDL_Keycode LAST_LETTER = 0xFFFF;
+  const SDL_Keycode key = event.key.keysym.sym;
+  const bool down = event.type == SDL_KEYDOWN;
+  if ((event.key.keysym.mod & OTHERS) != 0 && down) return false;
+  if (down && LeadsThroughPanels(event.key)) {
+    Settle();
+    if (event.key.repeat == 0) keys.push_back(event);
+    ledThrough = true;
+    return true;
+  }
+  if (!down && !keys.empty()) {
+    keys.push_back(event);
+    return true;
+  }
+  const bool ofMenu = !context->OpenPopupStack.empty() && context->OpenPopupStack.back().Window != nullptr &&
+                      (context->OpenPopupStack.back().Window->Flags & ImGuiWindowFlags_Modal) == 0;
+  if (!down || !ofMenu || key <= SDLK_SPACE || key > LAST_LETTER || key == SDLK_DELETE) return false;
+  panels.letter = static_cast<char32_t>(key);
+  Settle();
+  return true;
+}
+
+// By the place on the keyboard: Enter does what the space bar does, and a mirrored panel is read the other
+// way.
+void Gui::Impl::FeedKey() {
+  if (keys.empty()) return;
+  SDL_Event event = keys.front();
+  SDL_Keysym& key = event.key.keysym;
+  const bool popup = !context->OpenPopupStack.empty();
+  if (key.sym == SDLK_ESCAPE && event.type == SDL_KEYDOWN && !popup && context->ActiveId == 0) {
+    keys.pop_front();
+    return LeavePanels();
+  }
+  if (key.sym == SDLK_RETURN || key.sym == SDLK_KP_ENTER) key.sym = SDLK_SPACE;
+  if (panels.mirrored && (key.sym == SDLK_LEFT || key.sym == SDLK_RIGHT)) {
+    key.sym = key.sym == SDLK_LEFT ? SDLK_RIGHT : SDLK_LEFT;
+  }
+  key.scancode = SDL_GetScancodeFromKey(key.sym);
+  // One that nobody has seen go up goes up first.
+  bool& isDown = ImGui::GetIO().KeysDown[key.scancode];
+  if (event.type == SDL_KEYDOWN && std::exchange(isDown, false)) return;
+  keys.pop_front();
+  ImGui_ImplSDL2_ProcessEvent(&event);
+}
+
+void Gui::Impl::LeavePanels() {
+  if (!std::exchange(panels.hasKeys, false)) return;
+  ImGui::ClearActiveID();
+  ImGui::FocusWindow(nullptr);
+  Settle();
+}
+
+// A menu that keys have opened shows where they are; one that is closed leaves no mark behind.
+void Gui::Impl::SettleMark() {
+  if (window == nullptr) return;
+  if (!std::exchange(hadKeys, panels.hasKeys) && panels.hasKeys) Settle();
+  const bool popup = !context->OpenPopupStack.empty();
+  ledThrough = ledThrough && popup;
+  if (!popup && !panels.hasKeys) context->NavDisableHighlight = true;
+  const ImGuiWindow* const top = popup ? context->OpenPopupStack.back().Window : nullptr;
+  if (top == nullptr || !top->Appearing || !panels.byKeys) return;
+  context->NavDisableHighlight = false;
+  context->NavDisableMouseHover = true;
 }
 
 void Gui::Impl::OnPointerLeaves() {

@@ -11,6 +11,9 @@ struct PanelState {
   PanelFont font;
   ScreenOrder order;
   bool mirrored = false;
+  bool hasKeys = false;     // a panel that no text is typed in
+  bool byKeys = false;      // what the user did last
+  char32_t letter = U'\0';  // a key for the menu that is open; none
 };
 
 }  // namespace zovhost

@@ -41,6 +41,15 @@ void PlaceNextPanel(float x, float y, float fractionX, float fractionY, bool alw
                           ImVec2(fraction, fractionY));
 }
 
+void TakeKeys() {
+  ImGui::SetKeyboardFocusHere();
+  if (PanelState* const state = FindState()) state->hasKeys = true;
+}
+
+void GiveKeysBack() {
+  if (PanelState* const state = FindState()) state->hasKeys = false;
+}
+
 // ---- phrases ----
 
 float MeasureWidest(std::span<const char* const> phrases) {
