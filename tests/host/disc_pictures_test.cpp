@@ -546,7 +546,7 @@ TEST(DiscPack, refuses_sizes_that_cannot_be) {
   for (const double scale : {0.0, -1.0, std::nan(""), infinity, 9.0}) {
     EXPECT_FALSE(pack->RenderSizedPicture(36, 128.0, scale, image)) << scale;
   }
-  for (const int id : {-1, 0, 94, 184, 185, 1 << 30}) {
+  for (const int id : {-1, 0, 94, 150, 185, 1 << 30}) {
     EXPECT_FALSE(pack->RenderSizedPicture(id, 128.0, 1.0, image)) << id;
     EXPECT_FALSE(pack->IsSizedPicture(id)) << id;
   }
