@@ -1,6 +1,7 @@
 #include "notes.h"
 
 #include <cmath>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -91,10 +92,11 @@ class Notes {
     Place(renderer.CreateTooltipByID(70), 0.36, 0.45);
     Place(renderer.CreateMiniWheelLabelByID(62), 0.2, 0.26);
     Place(renderer.CreateTextLabel(L"Shot #1", 10.0F, 0, 0), 0.4, 0.26);
-    Place(renderer.CreateUCSMenuLabel(L"World", L"", false, room), 0.12, 0.1);
-    Place(renderer.CreateUCSMenuLabel(L"World", L"", true, room), 0.32, 0.1);
-    Place(renderer.CreateUCSMenuLabel(L"Roof", L"World", false, room), 0.5, 0.1);
-    Place(renderer.CreateUCSMenuLabel(L"Roof", L"World", true, room), 0.66, 0.1);
+    const std::wstring world = renderer.LoadStringResource(Korvane::STRING_UCS_DEFAULT);
+    Place(renderer.CreateUCSMenuLabel(world.c_str(), L"", false, room), 0.12, 0.1);
+    Place(renderer.CreateUCSMenuLabel(world.c_str(), L"", true, room), 0.32, 0.1);
+    Place(renderer.CreateUCSMenuLabel(L"Roof", world.c_str(), false, room), 0.5, 0.1);
+    Place(renderer.CreateUCSMenuLabel(L"Roof", world.c_str(), true, room), 0.66, 0.1);
   }
 
   void MakeTarget(Korvane::TextureID id, double x) {
