@@ -23,6 +23,8 @@ namespace {
 
 constexpr double width = 480.0;  // points
 constexpr double height = 250.0;
+constexpr double reach = 10.0;      // of the view, above and below the middle
+constexpr double distance = 100.0;  // from afar a ball at the edge is round
 
 class Notes {
  public:
@@ -38,11 +40,11 @@ class Notes {
     renderer.SetDisplayScale(scale);
     if (!renderer.Create()) return false;
     hub.SetViewportSize(wide, high);
-    hub.camera.eye = {0.0, 0.0, 10.0};
+    hub.camera.eye = {0.0, 0.0, distance};
     hub.camera.up = {0.0, 1.0, 0.0};
     hub.camera.pivot = {15.5, -6.5, 0.0};
-    hub.camera.SetVerticalFOV(45.0);
-    hub.camera.SetHorizontalFOV(std::atan(width / height) * Korvane::Math::RAD_TO_DEG);
+    hub.camera.SetVerticalFOV(std::atan(reach / distance) * Korvane::Math::RAD_TO_DEG);
+    hub.camera.SetHorizontalFOV(std::atan(reach / distance * width / height) * Korvane::Math::RAD_TO_DEG);
     hub.PerformOperations();
     renderer.SetCamera(hub.camera);
     renderer.SetSceneSphere({{}, 20.0});
