@@ -275,12 +275,12 @@ bool ViewerPanel::DrawHeading(const char* label, bool unfold) {
   if (unfold) ImGui::SetNextItemOpen(true);
   if (pressed == id) ImGui::SetNextItemOpen(!isOpen);
   const bool open = ImGui::CollapsingHeader(zovhost::SayLabel(label));
-  NoteItem(id, zovhost::Say(label), zovhost::FocusRole::Heading, open);
+  NoteItem(id, zovhost::GetPhrases().SayPlain(label), zovhost::FocusRole::Heading, open);
   return open;
 }
 
 bool ViewerPanel::NoteItem(const ViewCommand& command, bool on) {
-  return NoteItem(GetNumber(command), zovhost::Say(command.label), GetRole(command), on);
+  return NoteItem(GetNumber(command), zovhost::GetPhrases().SayPlain(command.label), GetRole(command), on);
 }
 
 // The last item. True when keys have pressed it.
@@ -290,7 +290,7 @@ bool ViewerPanel::NoteItem(int id, const char* name, zovhost::FocusRole role, bo
   const double height = ImGui::GetIO().DisplaySize.y;
   zovhost::FocusThing thing;
   thing.id = id;
-  thing.group = zovhost::Say("Panel");
+  thing.group = zovhost::GetPhrases().SayPlain("Panel");
   thing.name = name;
   thing.role = role;
   thing.on = on;

@@ -58,7 +58,6 @@ void AddPointed(std::vector<BarState>& states, bool horizontal) {
 }
 
 void AddGrounds(std::vector<BarState>& states) {
-  constexpr const char* names[] = {"white", "black", "gradient", "busy"};
   for (const Ground ground : grounds) {
     for (const Mouse mouse : {Mouse::Far, Mouse::OnItem}) {
       BarState& state = states.emplace_back();
@@ -66,8 +65,7 @@ void AddGrounds(std::vector<BarState>& states) {
       state.mouse = mouse;
       state.item = mouse == Mouse::OnItem ? FIT : 0;
       state.selected = PROJECTION;
-      state.name =
-          std::string("on-") + names[static_cast<int>(ground)] + (mouse == Mouse::Far ? "-far" : "-over");
+      state.name = "on-" + std::string(GetName(ground)) + (mouse == Mouse::Far ? "-far" : "-over");
     }
   }
 }

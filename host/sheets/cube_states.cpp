@@ -77,16 +77,11 @@ void AddSizes(std::vector<CubeState>& states) {
   }
 }
 
-constexpr const char* GetName(Ground ground) {
-  constexpr const char* names[] = {"white", "black", "gradient", "busy"};
-  return names[static_cast<int>(ground)];
-}
-
 void AddGrounds(std::vector<CubeState>& states) {
   for (const Ground ground : grounds) {
     CubeState state;
     state.ground = ground;
-    const std::string name = std::string("on-") + GetName(ground);
+    const std::string name = "on-" + std::string(GetName(ground));
     state.name = name + "-rest";
     states.push_back(state);
     state.name = name + "-near";

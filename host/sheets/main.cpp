@@ -11,6 +11,7 @@
 #include "disc_states.h"
 #include "notes.h"
 #include "sheet.h"
+#include "show.h"
 #include "story_states.h"
 #include "zovhost/picture.h"
 #include "zovhost/resource_pack.h"
@@ -21,13 +22,22 @@ namespace {
 using zovhost::Image;
 using zovhost::LabelledImage;
 using zovhost::ResourcePack;
+using zovsheets::Ground;
+using zovsheets::Lay;
+using zovsheets::MakeGround;
+using zovsheets::Show;
+using Pictures = std::vector<LabelledImage>;
 
 constexpr int magnification = 3;
 constexpr int margin = 6;  // pixels, around each drawing
 
-int SaveSheet(const std::vector<LabelledImage>& pictures, const std::string& title, int columns,
-              const std::string& file) {
-  zovhost::ContactSheetParameters parameters{title, "", columns,
+struct SheetKind {
+  const char* title;
+  int columns;
+};
+
+int SaveSheet(const Pictures& pictures, const SheetKind& kind, const Show& show, const std::string& file) {
+  zovhost::ContactSheetParameters parameters{kind.title, "", show.columns > 0 ? show.columns : kind.columns,
                                              pictures.empty() ? 1 : pictures.front().image.width};
   Image sheet;
   std::string error;
@@ -39,127 +49,171 @@ int SaveSheet(const std::vector<LabelledImage>& pictures, const std::string& tit
   return 1;
 }
 
-// A drawing at 1x and at 2x beside it, on each ground.
-Image MakeStrip(const Image& single, const Image& twice) {
-  const int width = (single.width + twice.width + 3 * margin) * magnification;
-  const int height = (twice.height + 2 * margin) * magnification;
-  Image strip{static_cast<int>(zovsheets::grounds.size()) * width, height, {}};
-  strip.rgba.resize(4 * static_cast<std::size_t>(strip.width) * static_cast<std::size_t>(height), 255);
-  int x = 0;
-  for (const zovsheets::Ground ground : zovsheets::grounds) {
-    const Image paper = zovsheets::MakeGround(ground, width / magnification, height / magnification);
-    zovsheets::Lay(paper, x, 0, magnification, strip);
-    zovsheets::Lay(single, x + margin * magnification, margin * magnification, magnification, strip);
-    zovsheets::Lay(twice, x + (2 * margin + single.width) * magnification, margin * magnification,
-                   magnification, strip);
-    x += width;
+Image Enlarge(const Image& image, int enlarged) {
+  Image sheet = MakeGround(Ground::White, image.width * enlarged, image.height * enlarged);
+  Lay(image, 0, 0, enlarged, sheet);
+  return sheet;
+}
+
+// In the middle of a cell.
+Image Centre(const Image& image, int enlarged, int width, int height) {
+  Image cell = MakeGround(Ground::White, width, height);
+  Lay(image, (width - image.width * enlarged) / 2, (height - image.height * enlarged) / 2, enlarged, cell);
+  return cell;
+}
+
+// All in cells of one size, so that none of them is made smaller than another.
+void CentreAll(Pictures& pictures, int enlarged) {
+  int width = 0;
+  int height = 0;
+  for (const LabelledImage& picture : pictures) {
+    width = std::max(width, picture.image.width * enlarged);
+    height = std::max(height, picture.image.height * enlarged);
+  }
+  for (LabelledImage& picture : pictures) picture.image = Centre(picture.image, enlarged, width, height);
+}
+
+// ---- drawings, enlarged and side by side at each scale, on each ground ----
+
+int GetWidth(const std::vector<Image>& images) {
+  int width = margin;
+  for (const Image& image : images) width += image.width + margin;
+  return width;
+}
+
+Image MakeStrip(const std::vector<Image>& images, const Show& show) {
+  const std::vector<Ground> grounds = show.GetGrounds();
+  const int width = GetWidth(images) * magnification;
+  const int height = (images.back().height + 2 * margin) * magnification;
+  Image strip = MakeGround(Ground::White, static_cast<int>(grounds.size()) * width, height);
+  int left = 0;
+  for (const Ground ground : grounds) {
+    Lay(MakeGround(ground, width / magnification, height / magnification), left, 0, magnification, strip);
+    int x = margin;
+    for (const Image& image : images) {
+      Lay(image, left + x * magnification, margin * magnification, magnification, strip);
+      x += image.width + margin;
+    }
+    left += width;
   }
   return strip;
 }
 
-Image Enlarge(const Image& image, int enlarged) {
-  Image sheet =
-      zovsheets::MakeGround(zovsheets::Ground::White, image.width * enlarged, image.height * enlarged);
-  zovsheets::Lay(image, 0, 0, enlarged, sheet);
-  return sheet;
-}
-
-int DrawCursors(const ResourcePack& pack, const std::string& file) {
-  std::vector<LabelledImage> strips;
-  for (int id = 0; id < ResourcePack::cursorCount; ++id) {
-    zovhost::CursorPicture single;
-    zovhost::CursorPicture twice;
-    if (!pack.RenderCursor(id, 1.0, single) || !pack.RenderCursor(id, 2.0, twice)) continue;
-    strips.push_back({MakeStrip(single.image, twice.image), std::to_string(id)});
+template <class Render>
+void AddStrip(int id, const Show& show, const Render& render, Pictures& strips) {
+  std::vector<Image> images;
+  for (const double scale : show.GetScales()) {
+    if (!render(id, scale, images.emplace_back())) return;
   }
-  return SaveSheet(strips, "Cursors", 2, file);
+  strips.push_back({MakeStrip(images, show), std::to_string(id)});
 }
 
-int DrawPictures(const ResourcePack& pack, int first, int last, const std::string& file) {
-  std::vector<LabelledImage> strips;
-  for (int id = first; id <= last; ++id) {
-    Image single;
-    Image twice;
-    if (!pack.RenderPicture(id, 1.0, single) || !pack.RenderPicture(id, 2.0, twice)) continue;
-    strips.push_back({MakeStrip(single, twice), std::to_string(id)});
-  }
-  return SaveSheet(strips, "Pictures", 1, file);
+int DrawCursors(const Show& show, const std::string& file) {
+  Pictures strips;
+  const auto render = [&show](int id, double scale, Image& image) {
+    zovhost::CursorPicture cursor;
+    if (!show.pack->RenderCursor(id, scale, cursor)) return false;
+    image = std::move(cursor.image);
+    return true;
+  };
+  for (int id = 0; id < ResourcePack::cursorCount; ++id) AddStrip(id, show, render, strips);
+  return SaveSheet(strips, {"Cursors", show.ground.has_value() ? 9 : 2}, show, file);
 }
 
-int DrawCube(const std::shared_ptr<ResourcePack>& pack, const std::string& wanted, int enlarged, int columns,
-             const std::string& file) {
+struct PictureRange {
+  int first = 0;
+  int last = ResourcePack::pictureCount - 1;
+};
+
+int DrawPictures(const PictureRange& range, const Show& show, const std::string& file) {
+  Pictures strips;
+  const auto render = [&show](int id, double scale, Image& image) {
+    return show.pack->RenderPicture(id, scale, image);
+  };
+  for (int id = range.first; id <= range.last; ++id) AddStrip(id, show, render, strips);
+  return SaveSheet(strips, {"Pictures", show.ground.has_value() ? 5 : 1}, show, file);
+}
+
+// ---- widgets in their states ----
+
+int DrawCube(const Show& show, const std::string& file) {
   constexpr int cell = 240;  // pixels
-  std::vector<LabelledImage> pictures;
-  for (zovsheets::CubeState state : zovsheets::GetCubeStates()) {
+  Pictures pictures;
+  for (zovsheets::CubeState& state : show.Choose(zovsheets::GetCubeStates())) {
     Image image;
-    state.pack = pack;
-    if (state.name.find(wanted) == std::string::npos || !zovsheets::PaintCube(state, image)) continue;
-    const int side = std::max(cell, image.width) * enlarged;
-    Image sheet = zovsheets::MakeGround(zovsheets::Ground::White, side, side);
-    zovsheets::Lay(image, (side - image.width * enlarged) / 2, (side - image.height * enlarged) / 2, enlarged,
-                   sheet);
-    pictures.push_back({std::move(sheet), state.name});
+    state.pack = show.pack;
+    if (!zovsheets::PaintCube(state, image)) continue;
+    const int side = std::max(cell, image.width) * show.enlarged;
+    pictures.push_back({Centre(image, show.enlarged, side, side), state.name});
   }
-  return SaveSheet(pictures, "The orientation cube", columns, file);
+  if (show.scale.has_value()) CentreAll(pictures, 1);
+  return SaveSheet(pictures, {"The orientation cube", 8}, show, file);
 }
+
+int DrawBars(const Show& show, const std::string& file) {
+  Pictures pictures;
+  for (const zovsheets::BarState& state : show.Choose(zovsheets::GetBarStates())) {
+    Image image;
+    if (zovsheets::PaintBar(state, image)) pictures.push_back({std::move(image), state.name});
+  }
+  CentreAll(pictures, show.enlarged);
+  return SaveSheet(pictures, {"The navigation bar", 8}, show, file);
+}
+
+int DrawStory(const Show& show, const std::string& file) {
+  Pictures pictures;
+  for (zovsheets::StoryState& state : show.Choose(zovsheets::GetStoryStates())) {
+    Image image;
+    state.pack = show.pack;
+    if (!zovsheets::PaintStory(state, image)) continue;
+    const bool isCoarse = !show.scale.has_value() && state.scale < 1.5;
+    pictures.push_back({Enlarge(image, isCoarse ? 2 * show.enlarged : show.enlarged), state.name});
+  }
+  return SaveSheet(pictures, {"The storyboard", 2}, show, file);
+}
+
+int DrawNotes(const Show& show, const std::string& file) {
+  Pictures pictures;
+  for (const double scale : show.GetScales()) {
+    for (const Ground ground : show.GetGrounds()) {
+      Image image;
+      if (!zovsheets::PaintNotes(ground, scale, image, show.pack)) continue;
+      const bool isCoarse = !show.scale.has_value() && scale < 1.5;
+      pictures.push_back({Enlarge(image, isCoarse ? 2 : 1), std::string(GetName(ground))});
+    }
+  }
+  return SaveSheet(pictures, {"Notes in the view", 2}, show, file);
+}
+
+// ---- pictures of the discs and of the storyboard ----
 
 struct DiscChoice {
-  std::string kind;  // those whose names contain it
-  int size = 0;      // points; 0: the usual one
-  double scale = 1.0;
-  int ground = -1;  // -1: all of them
-  int columns = 6;
+  int size = 0;        // points; 0: the usual one
   bool small = false;  // at the smallest size of each
 };
 
-int DrawDiscs(const ResourcePack& pack, const DiscChoice& choice, int enlarged, const std::string& file) {
-  std::vector<LabelledImage> pictures;
+int DrawDiscs(const DiscChoice& choice, const Show& show, const std::string& file) {
+  constexpr int columns = 6;  // of the states of a disc
+  Pictures pictures;
   for (const zovsheets::DiscKind& kind : zovsheets::GetDiscKinds()) {
-    if (std::string(kind.name).find(choice.kind) == std::string::npos) continue;
-    for (const zovsheets::Ground ground : zovsheets::grounds) {
-      if (choice.ground >= 0 && choice.ground != static_cast<int>(ground)) continue;
+    if (!show.IsWanted(kind.name)) continue;
+    for (const Ground ground : show.GetGrounds()) {
       Image image;
       const double points = choice.small      ? kind.leastPoints
                             : choice.size > 0 ? choice.size
                                               : kind.usualPoints;
-      if (!zovsheets::PaintDiscs(pack, kind, {points, choice.scale, ground, choice.columns}, image)) continue;
-      pictures.push_back({Enlarge(image, enlarged), kind.name});
+      const int inRow = show.columns > 0 ? show.columns : columns;
+      if (!zovsheets::PaintDiscs(*show.pack, kind, {points, show.GetScale(), ground, inRow}, image)) continue;
+      pictures.push_back({Enlarge(image, show.enlarged), kind.name});
     }
   }
-  return SaveSheet(pictures, "The discs", 2, file);
-}
-
-int DrawBars(const std::string& wanted, int enlarged, int columns, const std::string& file) {
-  std::vector<LabelledImage> pictures;
-  int side = 0;
-  for (const zovsheets::BarState& state : zovsheets::GetBarStates()) {
-    Image image;
-    if (state.name.find(wanted) == std::string::npos || !zovsheets::PaintBar(state, image)) continue;
-    side = std::max({side, image.width * enlarged, image.height * enlarged});
-    pictures.push_back({std::move(image), state.name});
-  }
-  for (LabelledImage& picture : pictures) {
-    const Image& image = picture.image;
-    Image sheet = zovsheets::MakeGround(zovsheets::Ground::White, side, side);
-    zovsheets::Lay(image, (side - image.width * enlarged) / 2, (side - image.height * enlarged) / 2, enlarged,
-                   sheet);
-    picture.image = std::move(sheet);
-  }
-  return SaveSheet(pictures, "The navigation bar", columns, file);
-}
-
-int DrawStory(const std::string& wanted, int enlarged, int columns, const std::string& file) {
-  std::vector<LabelledImage> pictures;
-  for (const zovsheets::StoryState& state : zovsheets::GetStoryStates()) {
-    Image image;
-    if (state.name.find(wanted) == std::string::npos || !zovsheets::PaintStory(state, image)) continue;
-    pictures.push_back({Enlarge(image, state.scale < 1.5 ? 2 * enlarged : enlarged), state.name});
-  }
-  return SaveSheet(pictures, "The storyboard", columns, file);
+  Show sheet = show;
+  sheet.columns = show.ground.has_value() ? 1 : 2;
+  return SaveSheet(pictures, {"The discs", 2}, sheet, file);
 }
 
 // A row for each kind, its states side by side.
-Image StackStoryKinds(const ResourcePack& pack, zovsheets::Ground ground, double scale) {
+Image StackStoryKinds(const ResourcePack& pack, Ground ground, double scale) {
   std::vector<Image> rows;
   int width = 1;
   int height = 0;
@@ -169,40 +223,29 @@ Image StackStoryKinds(const ResourcePack& pack, zovsheets::Ground ground, double
     width = std::max(width, row.width);
     height += row.height;
   }
-  Image stack = zovsheets::MakeGround(ground, width, std::max(height, 1));
+  Image stack = MakeGround(ground, width, std::max(height, 1));
   int y = 0;
   for (const Image& row : rows) {
-    zovsheets::Lay(row, 0, y, 1, stack);
+    Lay(row, 0, y, 1, stack);
     y += row.height;
   }
   return stack;
 }
 
-int DrawStoryKinds(const ResourcePack& pack, double scale, int enlarged, const std::string& file) {
-  std::vector<LabelledImage> pictures;
-  pictures.reserve(zovsheets::grounds.size());
-  for (const zovsheets::Ground ground : zovsheets::grounds) {
-    pictures.push_back({Enlarge(StackStoryKinds(pack, ground, scale), enlarged), ""});
+int DrawStoryKinds(const Show& show, const std::string& file) {
+  Pictures pictures;
+  for (const Ground ground : show.GetGrounds()) {
+    const Image stack = StackStoryKinds(*show.pack, ground, show.GetScale());
+    pictures.push_back({Enlarge(stack, show.enlarged), std::string(GetName(ground))});
   }
-  return SaveSheet(pictures, "Pictures of the storyboard", 2, file);
+  return SaveSheet(pictures, {"Pictures of the storyboard", 2}, show, file);
 }
 
-int DrawNotes(const std::shared_ptr<ResourcePack>& pack, const std::string& file) {
-  std::vector<LabelledImage> pictures;
-  for (const double scale : {1.0, 2.0}) {
-    for (const zovsheets::Ground ground : zovsheets::grounds) {
-      Image image;
-      if (!zovsheets::PaintNotes(ground, scale, image, pack)) continue;
-      const int enlarged = scale < 1.5 ? 2 : 1;
-      pictures.push_back({Enlarge(image, enlarged), scale < 1.5 ? "1x" : "2x"});
-    }
-  }
-  return SaveSheet(pictures, "Notes in the view", 2, file);
-}
+// ---- commands ----
 
 // For what is drawn by the renderer.
 template <class Draw>
-int InWindow(Draw draw) {
+int InWindow(const Draw& draw) {
   std::string error;
   const auto window = zovhost::Window::Create({"", 64, 64, true}, error);
   if (window != nullptr) return draw();
@@ -210,59 +253,11 @@ int InWindow(Draw draw) {
   return 1;
 }
 
-CLI::App* AddDiscs(CLI::App& app, DiscChoice& choice, int& enlarged) {
-  CLI::App* const discs = app.add_subcommand("discs", "The navigation discs in their states");
-  discs->add_option("--only", choice.kind, "Discs whose names contain this");
-  discs->add_option("--size", choice.size, "The width of a disc in points; 0: the usual one");
-  discs->add_flag("--small", choice.small, "Each at its smallest size");
-  discs->add_option("--scale", choice.scale, "Pixels for one point");
-  discs->add_option("--columns", choice.columns, "States in a row");
-  discs->add_option("--ground", choice.ground, "White 0, black 1, gradient 2, busy 3; -1: all of them");
-  discs->add_option("--enlarged", enlarged, "Sheet pixels for one of the picture");
-  return discs;
-}
-
-CLI::App* AddStoryKinds(CLI::App& app, double& scale, int& enlarged) {
-  CLI::App* const kinds =
-      app.add_subcommand("story-pictures", "The pictures of the storyboard, kind by kind");
-  kinds->add_option("--scale", scale, "Pixels for one point");
-  kinds->add_option("--enlarged", enlarged, "Sheet pixels for one of the picture");
-  return kinds;
-}
-
-struct PictureRange {
-  int first = 0;
-  int last = ResourcePack::pictureCount - 1;
-};
-
-CLI::App* AddPictures(CLI::App& app, PictureRange& range) {
-  CLI::App* const pictures = app.add_subcommand("pictures", "Pictures of a range, at 1x and 2x");
-  pictures->add_option("--first", range.first, "The first number");
-  pictures->add_option("--last", range.last, "The last number");
-  return pictures;
-}
-
-struct StateChoice {
-  std::string wanted;
-  int columns = 8;
-};
-
-CLI::App* AddStates(CLI::App& app, const std::string& name, const std::string& meaning, StateChoice& choice,
-                    int& enlarged) {
-  CLI::App* const states = app.add_subcommand(name, meaning);
-  states->add_option("--only", choice.wanted, "States whose names contain this");
-  states->add_option("--enlarged", enlarged, "Sheet pixels for one of the picture");
-  states->add_option("--columns", choice.columns, "Pictures in a row");
-  return states;
-}
-
 struct Choices {
   std::string file;
+  Show show;
   PictureRange range;
-  StateChoice states;
   DiscChoice discs;
-  double scale = 1.0;
-  int enlarged = 1;
 };
 
 struct Command {
@@ -270,29 +265,60 @@ struct Command {
   std::function<int()> draw;
 };
 
-// The pack is the one of the language that is asked for, known when a command is drawn.
-std::vector<Command> AddCommands(CLI::App& app, const std::shared_ptr<ResourcePack>& pack, Choices& choices) {
-  Choices& c = choices;
-  const auto addStates = [&](const char* name, const char* meaning, auto draw) -> Command {
-    return {AddStates(app, name, meaning, c.states, c.enlarged), [&c, draw] {
-              return InWindow([&] { return draw(c.states.wanted, c.enlarged, c.states.columns, c.file); });
-            }};
+void AddShow(CLI::App& app, Show& show) {
+  app.add_option_function<std::string>(
+      "--language",
+      [&show](const std::string& wanted) {
+        const zovhost::Language* const language = zovhost::FindLanguage(wanted);
+        if (language == nullptr) throw CLI::ValidationError("--language", "no such language: " + wanted);
+        show.pack = ResourcePack::Make(*language);
+      },
+      "Of the words in pictures and discs: en, de, ja and so on");
+  app.add_option_function<std::string>(
+      "--ground",
+      [&show](const std::string& wanted) {
+        show.ground = zovsheets::FindGround(wanted);
+        if (!show.ground.has_value()) throw CLI::ValidationError("--ground", "no such ground: " + wanted);
+      },
+      "One alone: white, black, gradient, busy, light or dark");
+  app.add_option("--scale", show.scale, "Pixels for one point")->check(CLI::Range(0.5, 4.0));
+  app.add_option("--only", show.wanted, "States and discs whose names contain this");
+  app.add_option("--columns", show.columns, "Pictures in a row, of a disc its states")
+      ->check(CLI::NonNegativeNumber);
+  app.add_option("--enlarged", show.enlarged, "Sheet pixels for one of the picture")->check(CLI::Range(1, 8));
+}
+
+CLI::App* AddPictures(CLI::App& app, PictureRange& range) {
+  CLI::App* const pictures = app.add_subcommand("pictures", "Pictures of a range");
+  pictures->add_option("--first", range.first, "The first number");
+  pictures->add_option("--last", range.last, "The last number");
+  return pictures;
+}
+
+CLI::App* AddDiscs(CLI::App& app, DiscChoice& choice) {
+  CLI::App* const discs = app.add_subcommand("discs", "The navigation discs in their states");
+  discs->add_option("--size", choice.size, "The width of a disc in points; 0: the usual one");
+  discs->add_flag("--small", choice.small, "Each at its smallest size");
+  return discs;
+}
+
+std::vector<Command> AddCommands(CLI::App& app, Choices& c) {
+  const auto add = [&](const char* name, const char* meaning, auto draw) -> Command {
+    return {app.add_subcommand(name, meaning), [&c, draw] { return draw(c.show, c.file); }};
+  };
+  const auto addInWindow = [&](const char* name, const char* meaning, auto draw) -> Command {
+    return {app.add_subcommand(name, meaning),
+            [&c, draw] { return InWindow([&c, draw] { return draw(c.show, c.file); }); }};
   };
   return {
-      {app.add_subcommand("cursors", "All pointers, at 1x and 2x"),
-       [&] { return DrawCursors(*pack, c.file); }},
-      {AddPictures(app, c.range), [&] { return DrawPictures(*pack, c.range.first, c.range.last, c.file); }},
-      addStates("cube", "The orientation cube in its states",
-                [&pack](const std::string& wanted, int enlarged, int columns, const std::string& file) {
-                  return DrawCube(pack, wanted, enlarged, columns, file);
-                }),
-      addStates("bars", "The navigation bar in its states", DrawBars),
-      addStates("story", "The storyboard in its states", DrawStory),
-      {AddStoryKinds(app, c.scale, c.enlarged),
-       [&] { return DrawStoryKinds(*pack, c.scale, c.enlarged, c.file); }},
-      {app.add_subcommand("notes", "Texts in the view, the pivot, the targets of a walk"),
-       [&] { return InWindow([&] { return DrawNotes(pack, c.file); }); }},
-      {AddDiscs(app, c.discs, c.enlarged), [&] { return DrawDiscs(*pack, c.discs, c.enlarged, c.file); }},
+      add("cursors", "All pointers", DrawCursors),
+      {AddPictures(app, c.range), [&c] { return DrawPictures(c.range, c.show, c.file); }},
+      addInWindow("cube", "The orientation cube in its states", DrawCube),
+      addInWindow("bars", "The navigation bar in its states", DrawBars),
+      addInWindow("story", "The storyboard in its states", DrawStory),
+      add("story-pictures", "The pictures of the storyboard, kind by kind", DrawStoryKinds),
+      addInWindow("notes", "Texts in the view, the pivot, the targets of a walk", DrawNotes),
+      {AddDiscs(app, c.discs), [&c] { return DrawDiscs(c.discs, c.show, c.file); }},
   };
 }
 
@@ -302,17 +328,11 @@ std::vector<Command> AddCommands(CLI::App& app, const std::shared_ptr<ResourcePa
 int main(int argumentCount, char** arguments) {
   CLI::App app("Draws sheets of the kit's pictures");
   app.require_subcommand(1);
-  std::shared_ptr<ResourcePack> pack = ResourcePack::MakeDefault();
-  app.add_option_function<std::string>(
-      "--language",
-      [&pack](const std::string& wanted) {
-        const zovhost::Language* const language = zovhost::FindLanguage(wanted);
-        if (language == nullptr) throw CLI::ValidationError("--language", "no such language: " + wanted);
-        pack = ResourcePack::Make(*language);
-      },
-      "Of the words in pictures and discs: en, de, ja and so on");
+  app.fallthrough();
   Choices choices;
-  const std::vector<Command> commands = AddCommands(app, pack, choices);
+  choices.show.pack = ResourcePack::GetDefault();
+  AddShow(app, choices.show);
+  const std::vector<Command> commands = AddCommands(app, choices);
   for (const Command& command : commands) {
     command.app->add_option("file", choices.file, "The PNG to write")->required();
   }

@@ -1,6 +1,7 @@
 #include "notes.h"
 
 #include <cmath>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -22,6 +23,8 @@ namespace {
 
 constexpr double width = 480.0;  // points
 constexpr double height = 250.0;
+constexpr double reach = 10.0;      // of the view, above and below the middle
+constexpr double distance = 100.0;  // from afar a ball at the edge is round
 
 class Notes {
  public:
@@ -37,11 +40,11 @@ class Notes {
     renderer.SetDisplayScale(scale);
     if (!renderer.Create()) return false;
     hub.SetViewportSize(wide, high);
-    hub.camera.eye = {0.0, 0.0, 10.0};
+    hub.camera.eye = {0.0, 0.0, distance};
     hub.camera.up = {0.0, 1.0, 0.0};
     hub.camera.pivot = {15.5, -6.5, 0.0};
-    hub.camera.SetVerticalFOV(45.0);
-    hub.camera.SetHorizontalFOV(std::atan(width / height) * Korvane::Math::RAD_TO_DEG);
+    hub.camera.SetVerticalFOV(std::atan(reach / distance) * Korvane::Math::RAD_TO_DEG);
+    hub.camera.SetHorizontalFOV(std::atan(reach / distance * width / height) * Korvane::Math::RAD_TO_DEG);
     hub.PerformOperations();
     renderer.SetCamera(hub.camera);
     renderer.SetSceneSphere({{}, 20.0});
@@ -91,10 +94,11 @@ class Notes {
     Place(renderer.CreateTooltipByID(70), 0.36, 0.45);
     Place(renderer.CreateMiniWheelLabelByID(62), 0.2, 0.26);
     Place(renderer.CreateTextLabel(L"Shot #1", 10.0F, 0, 0), 0.4, 0.26);
-    Place(renderer.CreateUCSMenuLabel(L"World", L"", false, room), 0.12, 0.1);
-    Place(renderer.CreateUCSMenuLabel(L"World", L"", true, room), 0.32, 0.1);
-    Place(renderer.CreateUCSMenuLabel(L"Roof", L"World", false, room), 0.5, 0.1);
-    Place(renderer.CreateUCSMenuLabel(L"Roof", L"World", true, room), 0.66, 0.1);
+    const std::wstring world = renderer.LoadStringResource(Korvane::STRING_UCS_DEFAULT);
+    Place(renderer.CreateUCSMenuLabel(world.c_str(), L"", false, room), 0.12, 0.1);
+    Place(renderer.CreateUCSMenuLabel(world.c_str(), L"", true, room), 0.32, 0.1);
+    Place(renderer.CreateUCSMenuLabel(L"Roof", world.c_str(), false, room), 0.5, 0.1);
+    Place(renderer.CreateUCSMenuLabel(L"Roof", world.c_str(), true, room), 0.66, 0.1);
   }
 
   void MakeTarget(Korvane::TextureID id, double x) {

@@ -4,6 +4,9 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
+
+#include "zovhost/scene_ground.h"
 
 namespace zovsheets {
 
@@ -13,7 +16,16 @@ namespace {
 
 using Colour = std::array<double, 3>;  // 0 to 1
 
+constexpr std::string_view names[] = {"white", "black", "gradient", "busy", "light", "dark"};
+
 Colour GradientAt(double, double v) { return {0.62 - 0.3 * v, 0.62 - 0.3 * v, 0.64 - 0.3 * v}; }
+
+Colour SceneGroundAt(Ground ground, double v) {
+  const zovhost::SceneGround* const found = zovhost::FindSceneGround(GetName(ground));
+  const zovhost::SceneGround of = found != nullptr ? *found : zovhost::SceneGround();
+  const auto channel = [&](std::size_t i) { return of.top[i] + v * (of.bottom[i] - of.top[i]); };
+  return {channel(0), channel(1), channel(2)};
+}
 
 // Scattered, but the same in each run.
 double Noise(int x, int y) {
@@ -39,6 +51,7 @@ Colour ColourAt(Ground ground, int x, int y, int width, int height) {
   if (ground == Ground::White) return {1.0, 1.0, 1.0};
   if (ground == Ground::Black) return {0.0, 0.0, 0.0};
   if (ground == Ground::Gradient) return GradientAt((x + 0.5) / width, (y + 0.5) / height);
+  if (ground != Ground::Busy) return SceneGroundAt(ground, (y + 0.5) / height);
   return BusyAt(x, y);
 }
 
@@ -50,6 +63,14 @@ std::size_t At(const Image& image, int x, int y) {
 }
 
 }  // namespace
+
+std::string_view GetName(Ground ground) { return names[static_cast<std::size_t>(ground)]; }
+
+std::optional<Ground> FindGround(std::string_view name) {
+  const auto* const found = std::find(std::begin(names), std::end(names), name);
+  if (found == std::end(names)) return std::nullopt;
+  return static_cast<Ground>(found - std::begin(names));
+}
 
 Image MakeGround(Ground ground, int width, int height) {
   Image image{width, height, {}};

@@ -6,6 +6,7 @@
 #include <array>
 #include <cmath>
 #include <string>
+#include <utility>
 
 #include "korvane/icon2d.h"
 #include "korvane/resource_ids.h"
@@ -224,10 +225,11 @@ void DrawThumbnail(const CameraParameters& camera, int width, int height) {
 
 class StoryScene {
  public:
-  explicit StoryScene(double pixelsForPoint)
+  StoryScene(double pixelsForPoint, std::shared_ptr<const ResourcePack> pack)
       : scale(pixelsForPoint),
         viewport({viewWidth * scale / 2.0, viewHeight * scale / 2.0},
-                 {viewWidth * scale / 2.0, viewHeight * scale / 2.0}) {}
+                 {viewWidth * scale / 2.0, viewHeight * scale / 2.0}),
+        renderer(std::move(pack)) {}
 
   bool Create(const Panel& shown) {
     renderer.SetViewport(0, 0, static_cast<int>(viewWidth * scale), static_cast<int>(viewHeight * scale));
@@ -252,8 +254,8 @@ class StoryScene {
     for (std::size_t i = 0; i < panel.title.size(); ++i) {
       DrawPicture(panel.title[i], {titleX + titlePlaces[i], titleY}, 16.0, 16.0);
     }
-    for (const Slide& slide : panel.sequences) DrawSlide(slide, sequenceShape, L"Sequence #");
-    for (const Slide& slide : panel.shots) DrawSlide(slide, shotShape, L"Shot #");
+    for (const Slide& slide : panel.sequences) DrawSlide(slide, sequenceShape, Korvane::STRING_SEQUENCE_NAME);
+    for (const Slide& slide : panel.shots) DrawSlide(slide, shotShape, Korvane::STRING_SHOT_NAME);
     renderer.EndRender();
   }
   bool IsWhole() const { return renderer.GetPlaceholderCount() == 0; }
@@ -295,7 +297,7 @@ class StoryScene {
     }
   }
 
-  void DrawSlide(const Slide& slide, const SlideShape& shape, const std::wstring& name) {
+  void DrawSlide(const Slide& slide, const SlideShape& shape, Korvane::StringID name) {
     const Vector2 middle(left + slide.x, shape.y);
     const bool isDrop =
         slide.card == Korvane::TEXTURE_SEQUENCE_DROP || slide.card == Korvane::TEXTURE_SHOT_DROP;
@@ -306,7 +308,10 @@ class StoryScene {
     DrawMade(renderer.CreateSceneScreenshot(static_cast<int>(shape.thumbnailWidth * scale),
                                             static_cast<int>(shape.thumbnailHeight * scale), camera),
              middle + Vector2(0.0, shape.thumbnail));
-    const std::wstring label = name + std::to_wstring(slide.thumbnail + 1);
+    std::wstring label = renderer.LoadStringResource(name);
+    if (const std::size_t at = label.find(L"%d"); at != std::wstring::npos) {
+      label.replace(at, 2, std::to_wstring(slide.thumbnail + 1));
+    }
     DrawMade(renderer.CreateTextLabel(label.c_str(), 10.0F, static_cast<int>(shape.side), 16),
              middle + Vector2(0.0, shape.name));
     DrawPicture(slide.over, middle, shape.side, shape.side);
@@ -350,12 +355,11 @@ bool PaintStoryKind(const ResourcePack& pack, const StoryKind& kind, Ground grou
 }
 
 std::vector<StoryState> GetStoryStates() {
-  constexpr const char* names[] = {"white", "black", "gradient", "busy"};
   std::vector<StoryState> states;
   for (const double scale : {1.0, 2.0}) {
     for (const auto& row : doings) {
       for (const Ground ground : grounds) {
-        const std::string name = std::string(row.name) + "-on-" + names[static_cast<int>(ground)];
+        const std::string name = std::string(row.name) + "-on-" + std::string(GetName(ground));
         states.push_back({name + (scale > 1.5 ? "-at-2x" : ""), row.doing, ground, scale});
       }
     }
@@ -364,7 +368,7 @@ std::vector<StoryState> GetStoryStates() {
 }
 
 bool PaintStory(const StoryState& state, Image& image) {
-  StoryScene scene(state.scale);
+  StoryScene scene(state.scale, state.pack);
   const auto pixels = [&state](double points) { return static_cast<int>(std::lround(points * state.scale)); };
   return scene.Create(doings[static_cast<int>(state.doing)].make()) &&
          PaintOnGround([&scene] { scene.Draw(); }, state.ground, pixels(viewWidth), pixels(viewHeight),

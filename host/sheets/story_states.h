@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <span>
 #include <string>
 #include <vector>
@@ -31,7 +32,8 @@ struct StoryState {
   std::string name;  // of a file as well
   Doing doing = Doing::Editing;
   Ground ground = Ground::Gradient;
-  double scale = 1.0;  // pixels for one point
+  double scale = 1.0;                                           // pixels for one point
+  std::shared_ptr<const zovhost::ResourcePack> pack = nullptr;  // null: the kit's own
 };
 
 /// The states that the look of the storyboard is judged by, each with a name of its own.

@@ -16,6 +16,9 @@
 #include "korvane/track_menu.h"
 #include "view_tools.h"
 #include "viewer_fixture.h"
+#include "zovhost/host_texts.h"
+#include "zovhost/languages.h"
+#include "zovhost/phrases.h"
 #include "zovhost/wide_text.h"
 
 namespace {
@@ -39,6 +42,16 @@ class ViewerFocusTest : public apps_test::ViewerTest {
     viewer->GetPanelFocus().SetObserver([this](const FocusThing* thing) { Hear(thing); });
   }
 
+  void TearDown() override {
+    ViewerTest::TearDown();
+    viewer.reset();
+    zovhost::SpeakLanguage(zovhost::GetLanguages().front());
+  }
+
+  void Speak(const std::string& language) {
+    GetView().Run(*zovview::FindViewCommand("language-" + language));
+    DrawFrames();
+  }
   void Hear(const FocusThing* thing) { present = thing != nullptr ? *thing : FocusThing(); }
   void PushKey(Uint32 type, SDL_Keycode key) {
     SDL_Event event = {};
@@ -336,6 +349,50 @@ TEST_F(ViewerFocusTest, each_item_of_the_toolbar_is_pressed_by_enter) {
     EXPECT_TRUE(present.on) << present.name;
   }
   EXPECT_GE(count, 5);
+}
+
+// ---- in another language ----
+
+TEST_F(ViewerFocusTest, says_what_it_is_on_in_the_language_that_is_chosen_meanwhile) {
+  GetView().Run(*zovview::FindViewCommand("toggle-tools"));
+  TabTo("Cube");
+  EXPECT_EQ(present.name, "TOP, FRONT, RIGHT");
+  const struct {
+    const char* language;
+    const char* cube;
+    const char* comma;
+    const char* bar;
+    const char* toolbar;
+    const char* panel;
+  } rows[] = {
+      {"de", "Würfel", ", ", "Navigationsleiste", "Werkzeugleiste", "Tafel"},
+      {"ja", "キューブ", "、", "ナビゲーションバー", "ツールバー", "パネル"},
+      {"ar", "المكعب", "، ", "شريط التنقل", "شريط الأدوات", "اللوحة"},
+      {"en", "Cube", ", ", "Navigation bar", "Toolbar", "Panel"},
+  };
+  for (const auto& row : rows) {
+    Speak(row.language);
+    EXPECT_EQ(present.group, row.cube) << "told without a key";
+    EXPECT_EQ(present.name, GetText(zovhost::HOST_TEXT_TOP) + row.comma + GetText(zovhost::HOST_TEXT_FRONT) +
+                                row.comma + GetText(zovhost::HOST_TEXT_RIGHT));
+    for (const char* const group : {row.bar, row.toolbar, row.panel, row.cube}) TabTo(group);
+  }
+}
+
+TEST_F(ViewerFocusTest, every_wedge_of_every_disc_has_a_name_in_each_language) {
+  for (const char* const disc :
+       {"disc-view-object", "disc-tour-building", "disc-full-navigation", "disc-2d", "disc-mini-view-object",
+        "disc-mini-tour-building", "disc-mini-full-navigation"}) {
+    GetView().Run(*zovview::FindViewCommand(disc));
+    for (const char* const language : {"ja", "ar", "en"}) {
+      Speak(language);
+      TabTo(zovhost::GetPhrases().SayPlain("Disc"));
+      Explore();
+      EXPECT_GE(things.size(), 4U) << disc;
+      for (const auto& [id, thing] : things) EXPECT_NE(thing.name, "") << disc << ' ' << language;
+    }
+    Key(SDLK_ESCAPE);
+  }
 }
 
 // ---- the panel ----

@@ -409,6 +409,30 @@ TEST_P(LargeDiscPictures, every_caption_is_there_whole_within_its_wedge) {
   }
 }
 
+std::set<const Wedge*> FindCaptioned(const Disc& disc, const Image& overlay) {
+  std::set<const Wedge*> captioned;
+  for (int y = 0; y < overlay.height; ++y) {
+    for (int x = 0; x < overlay.width; ++x) {
+      if (IsInk(overlay, x, y)) captioned.insert(FindWedgeOfPixel(disc, overlay, x, y));
+    }
+  }
+  return captioned;
+}
+
+TEST_P(LargeDiscPictures, every_wedge_has_its_caption_in_each_language_at_each_scale) {
+  const Disc& disc = GetParam();
+  for (const zovhost::Language& language : zovhost::GetLanguages()) {
+    const auto pack = ResourcePack::Make(language);
+    for (const double scale : {1.0, 1.25, 1.5, 2.0, 3.0}) {
+      const std::set<const Wedge*> captioned = FindCaptioned(disc, Render(*pack, disc.overlay, 128, scale));
+      for (const Wedge& wedge : disc.wedges) {
+        EXPECT_EQ(captioned.contains(&wedge), wedge.caption >= 0)
+            << language.tag << ": " << pack->GetString(wedge.caption) << " at " << scale;
+      }
+    }
+  }
+}
+
 // The darkest pixel of a caption against every pixel around its letters, of the disc in each state over black
 // and over white. Whatever lies below has a brightness between these two.
 TEST_P(LargeDiscPictures, every_caption_stands_out_from_what_lies_under_it) {
@@ -546,7 +570,7 @@ TEST(DiscPack, refuses_sizes_that_cannot_be) {
   for (const double scale : {0.0, -1.0, std::nan(""), infinity, 9.0}) {
     EXPECT_FALSE(pack->RenderSizedPicture(36, 128.0, scale, image)) << scale;
   }
-  for (const int id : {-1, 0, 94, 184, 185, 1 << 30}) {
+  for (const int id : {-1, 0, 94, 150, 185, 1 << 30}) {
     EXPECT_FALSE(pack->RenderSizedPicture(id, 128.0, 1.0, image)) << id;
     EXPECT_FALSE(pack->IsSizedPicture(id)) << id;
   }

@@ -21,6 +21,8 @@ constexpr int moreControls = 12;
 constexpr int flyoutArrow = 10;
 constexpr int buttonPicture = 32;
 constexpr double largestFactor = 16.0;
+constexpr auto gripHorizontal = static_cast<Korvane::TextureID>(150);
+constexpr auto gripVertical = static_cast<Korvane::TextureID>(151);
 
 int Scale(int size, double factor) { return static_cast<int>(std::lround(size * factor)); }
 
@@ -47,8 +49,8 @@ void DressToolbar(Toolbar& toolbar, double scale) {
   const int length = Scale(gripLength, usable);
   const int thickness = Scale(gripThickness, usable);
   toolbar.SetFlyoutIcon(Korvane::TEXTURE_BAR_FLYOUT, small, small);
-  toolbar.SetGripHandleIcon(Toolbar::ORIENTATION_VERTICAL, Korvane::TEXTURE_NONE, length, thickness);
-  toolbar.SetGripHandleIcon(Toolbar::ORIENTATION_HORIZONTAL, Korvane::TEXTURE_NONE, thickness, length);
+  toolbar.SetGripHandleIcon(Toolbar::ORIENTATION_VERTICAL, gripVertical, length, thickness);
+  toolbar.SetGripHandleIcon(Toolbar::ORIENTATION_HORIZONTAL, gripHorizontal, thickness, length);
   toolbar.SetMoreControlsIcon(Toolbar::ORIENTATION_VERTICAL, Korvane::TEXTURE_BAR_MORE_VERTICAL, small,
                               small);
   toolbar.SetMoreControlsIcon(Toolbar::ORIENTATION_HORIZONTAL, Korvane::TEXTURE_BAR_MORE_HORIZONTAL, small,

@@ -17,6 +17,7 @@
 #include "korvane/track_menu.h"
 #include "zovhost/accent.h"
 #include "zovhost/host_texts.h"
+#include "zovhost/phrases.h"
 #include "zovhost/wide_text.h"
 
 namespace zovhost {
@@ -49,7 +50,7 @@ struct CubeButton {
   OrientorObserver::OrientorPart number;
   FocusRole role;
   int text;          // of the renderer; 0: none
-  const char* name;  // where there is none
+  const char* name;  // a phrase, where there is none
   bool isArrow;
 };
 constexpr std::array<CubeButton, 6> CUBE_BUTTONS = {{
@@ -147,7 +148,8 @@ std::string ViewFocus::NamePart(int part) const {
   for (const int pair : ORDER) {
     for (const int face : {pair, pair - 1}) {
       if (!(widgets.cube.GetGeometryPartDirection(face).Dot(direction) > 0.0)) continue;
-      name.append(name.empty() ? "" : ", ").append(LoadText(HOST_TEXT_BACK + face));
+      const std::string word = LoadText(HOST_TEXT_BACK + face);
+      name = name.empty() ? word : GetPhrases().SayPlain("{}, {}", {name, word});
     }
   }
   return name;
@@ -157,7 +159,7 @@ FocusThing ViewFocus::MakePart(int part) {
   PressableOrientor& cube = widgets.cube;
   FocusThing thing;
   thing.id = part;
-  thing.group = "Cube";
+  thing.group = GetPhrases().SayPlain("Cube");
   thing.name = NamePart(part);
   thing.on = part == cube.GetClosestGeometryPart() && cube.ViewOnPartAxis();
   PixelPosition at;
@@ -214,8 +216,8 @@ std::vector<FocusThing> ViewFocus::ListCubeButtons() {
     if (!cube.GetOverlayPartPosition(button.part, at.x, at.y)) continue;
     FocusThing thing;
     thing.id = button.part;
-    thing.group = "Cube";
-    thing.name = button.text != 0 ? LoadText(button.text) : button.name;
+    thing.group = GetPhrases().SayPlain("Cube");
+    thing.name = button.text != 0 ? LoadText(button.text) : GetPhrases().SayPlain(button.name);
     thing.role = button.role;
     thing.on =
         button.part == Orientor::OVERLAY_LOCK && widgets.hub.GetApplicationParameters().lock_to_selection;
@@ -240,9 +242,10 @@ std::vector<FocusThing> ViewFocus::ListDisc() {
     const TrackMenu::Region& region = *menu->GetRegion(wedge.region);
     FocusThing thing;
     thing.id = wedge.region;
-    thing.group = "Disc";
-    thing.name = LoadText(region.tooltipString);
-    if (thing.name.empty()) thing.name = LoadText(region.labelString);
+    thing.group = GetPhrases().SayPlain("Disc");
+    for (const int text : {region.tooltipString, region.labelString, region.tooltipHUDString}) {
+      if (thing.name.empty()) thing.name = LoadText(text);
+    }
     thing.bounds = MakeBox(wedge.at, WEDGE_SIZE * scale);
     AddClick(thing, wedge.at, true);
     things.push_back(std::move(thing));
@@ -259,7 +262,7 @@ std::vector<FocusThing> ViewFocus::ListBar(Korvane::Toolbar* strip, const char* 
     if (!IsReachable(item)) continue;
     FocusThing thing;
     thing.id = item.GetTag();
-    thing.group = group;
+    thing.group = GetPhrases().SayPlain(group);
     thing.name = WideToUtf8(item.GetTooltip());
     thing.on = item.IsSelected();
     thing.enabled = item.IsEnabled();
