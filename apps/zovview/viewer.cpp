@@ -89,6 +89,7 @@ Viewer::Viewer(zovhost::Window& onWindow, const Options& options)
   window.DefineCursor(Korvane::CURSOR_NONE, MakeEmptyImage(), 0, 0);
   // A recording is played in English, and made so unless another is asked for.
   preferences.SetSessionLanguage(options.language.empty() && recorder != nullptr ? "en" : options.language);
+  sceneView.SetScene(nullptr);  // whose ground shows until there is one
   panelFocus.AddGroup([this] { return panel.GetThings(); });
   for (int i = 0; i < std::clamp(options.views, 1, MOST_VIEWS); ++i) AddView();
   window.SetEventHandler([this](const WindowEvent& event) { OnEvent(event); });

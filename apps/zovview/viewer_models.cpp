@@ -148,6 +148,8 @@ void Viewer::BeginRecording(const LoadedModel& model) {
   header.width = views[0]->GetWidth();
   header.height = views[0]->GetHeight();
   header.scale = views[0]->GetScale();
+  header.margins = views[0]->GetHub().GetFitMargins();
+  recordedMargin = header.margins.left;
   recorder->Begin(header);
 }
 
