@@ -110,6 +110,7 @@ void Viewer::ShowModel(LoadedModel model) {
     window.Close();
     return;
   }
+  if (scene == nullptr) DrawFrame();  // which tells what the panel will cover
   for (std::size_t i = 0; i < views.size(); ++i) Enter(i, *model.scene);
   rest.Restart();
   scene = std::move(model.scene);

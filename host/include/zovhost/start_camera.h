@@ -24,7 +24,8 @@ Korvane::CameraParameters MakeStartCamera(const Scene& scene, double width, doub
 void SetUpDirection(ViewHub& hub, const Korvane::Vector3& up);
 
 /// Makes the scene the one of the hub: directions, bounds, home camera and view, and the paces of a walk and
-/// of the keys that move while looking, which follow its size. Home and view keep to the hub's margins of fits. Whatever runs is ended.
+/// of the keys that move while looking, which follow its size. Home and view keep to the hub's margins of
+/// fits. Whatever runs is ended.
 void EnterScene(ViewHub& hub, const Scene& scene);
 
 }  // namespace zovhost
