@@ -24,8 +24,8 @@ void IconGlyphs::Set(std::vector<int> wantedPictures, IconPainter iconPainter) {
   covers.clear();
 }
 
-wchar_t IconGlyphs::GetCharacter(int picture, IconSize size) {
-  return static_cast<wchar_t>(FIRST_CODE + static_cast<int>(size) * CODES_OF_SIZE + picture);
+ImWchar IconGlyphs::GetCharacter(int picture, IconSize size) {
+  return static_cast<ImWchar>(FIRST_CODE + static_cast<int>(size) * CODES_OF_SIZE + picture);
 }
 
 void IconGlyphs::Reserve(ImFontAtlas& atlas, ImFont& font, float density, bool fromRight) {
@@ -36,7 +36,7 @@ void IconGlyphs::Reserve(ImFontAtlas& atlas, ImFont& font, float density, bool f
   for (const IconSize size : SIZES) {
     const auto pixels = static_cast<int>(std::lround(GetIconPoints(size) * density));
     for (const int picture : pictures) {
-      const auto code = static_cast<ImWchar>(GetCharacter(picture, size));
+      const ImWchar code = GetCharacter(picture, size);
       places.push_back(
           {picture, pixels,
            atlas.AddCustomRectFontGlyph(&font, code, pixels, pixels, static_cast<float>(pixels))});

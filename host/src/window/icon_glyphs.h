@@ -18,7 +18,7 @@ class IconGlyphs {
  public:
   void Set(std::vector<int> wantedPictures, IconPainter iconPainter);
   /// The character of a picture that was set.
-  static wchar_t GetCharacter(int picture, IconSize size);
+  static unsigned short GetCharacter(int picture, IconSize size);
 
   /// Makes room in an atlas that is being filled. `density`: pixels for a point.
   void Reserve(ImFontAtlas& atlas, ImFont& font, float density, bool fromRight);

@@ -11,8 +11,7 @@ namespace zovhost {
 // On whole pixels, which points need not be.
 bool DrawPanelIcon(int picture, IconSize size, float x, float y) {
   ImFont* const font = ImGui::GetFont();
-  const ImFontGlyph* const glyph =
-      font->FindGlyphNoFallback(static_cast<ImWchar>(IconGlyphs::GetCharacter(picture, size)));
+  const ImFontGlyph* const glyph = font->FindGlyphNoFallback(IconGlyphs::GetCharacter(picture, size));
   if (picture < 0 || glyph == nullptr) return false;
   const float pixels = ImGui::GetIO().DisplayFramebufferScale.x;
   const float side = (glyph->X1 - glyph->X0) * ImGui::GetIO().FontGlobalScale;
