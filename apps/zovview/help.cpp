@@ -118,24 +118,11 @@ void AddKey(HelpLine& line, const char* name, const HelpKey& key) {
   line.bound.push_back(key);
 }
 
-// Two commands that do the same are one.
-HelpLine MakeLine(const ViewCommand& command) {
-  HelpLine line = {"", command.label};
-  for (const ViewCommand& each : GetViewCommands()) {
-    if (each.run == command.run && each.key != SDLK_UNKNOWN)
-      AddKey(line, each.keyName, {each.key, each.modifiers});
-  }
-  for (const OtherKey& other : GetOtherKeys()) {
-    if (other.command == command.name) AddKey(line, other.keyName, {other.key, other.modifiers});
-  }
-  return line;
-}
-
 void AddCommands(std::vector<HelpLine>& lines) {
   std::vector<void (*)(const ViewTarget&)> told;
   for (const ViewCommand& command : GetViewCommands()) {
     if (std::find(told.begin(), told.end(), command.run) != told.end()) continue;
-    HelpLine line = MakeLine(command);
+    HelpLine line = MakeHelpLine(command);
     if (line.bound.empty()) continue;
     told.push_back(command.run);
     lines.push_back(std::move(line));
@@ -154,6 +141,19 @@ void AddLibraryKeys(std::vector<HelpLine>& lines) {
 }
 
 }  // namespace
+
+// Two commands that do the same are one.
+HelpLine MakeHelpLine(const ViewCommand& command) {
+  HelpLine line = {"", command.label};
+  for (const ViewCommand& each : GetViewCommands()) {
+    if (each.run == command.run && each.key != SDLK_UNKNOWN)
+      AddKey(line, each.keyName, {each.key, each.modifiers});
+  }
+  for (const OtherKey& other : GetOtherKeys()) {
+    if (other.command == command.name) AddKey(line, other.keyName, {other.key, other.modifiers});
+  }
+  return line;
+}
 
 std::vector<HelpLine> MakeHelp(const NavigationStyle& style) {
   std::vector<HelpLine> lines;

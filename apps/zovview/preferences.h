@@ -14,10 +14,14 @@ namespace zovview {
 /// for instance, counts as none.
 struct Choices {
   bool reducedMotion = false;
-  std::string language;                  ///< As in zovhost/languages.h; empty: that of the environment.
-  std::string ground;                    ///< Behind the model; empty: the program's own.
-  std::string navigationStyle;           ///< As in zovhost/navigation_style.h; empty: the program's own.
-  std::string pivotPolicy;               ///< As in zovhost/pivot_policy.h; empty: the last point.
+  std::string language;         ///< As in zovhost/languages.h; empty: that of the environment.
+  std::string ground;           ///< Behind the model; empty: the program's own.
+  std::string navigationStyle;  ///< As in zovhost/navigation_style.h; empty: the program's own.
+  std::string pivotPolicy;      ///< As in zovhost/pivot_policy.h; empty: the last point.
+  /// One of these two; empty: folded where it would take much of the view.
+  std::string panel;
+  static constexpr const char* PANEL_FOLDED = "folded";
+  static constexpr const char* PANEL_OPEN = "open";
   std::vector<std::string> recentFiles;  ///< The latest first.
 };
 

@@ -165,13 +165,11 @@ bool ReadSetting(Words& words, DeviceEvent& device) {
          device.setting->Takes(device.value);
 }
 
-bool ReadMargins(Words& words, std::optional<Korvane::FitMargins>& margins) {
-  Korvane::FitMargins read;
-  for (double* const side : {&read.left, &read.right, &read.bottom, &read.top}) {
+bool ReadMargins(Words& words, Korvane::FitMargins& margins) {
+  for (double* const side : {&margins.left, &margins.right, &margins.bottom, &margins.top}) {
     if (!words.Read(*side, 0.0, 1.0)) return false;
   }
-  margins = read;
-  return read.IsUsable();
+  return margins.IsUsable();
 }
 
 // In the order of a stream of cameras.
@@ -230,7 +228,7 @@ bool ReadForm(Form form, Words& words, RecordedEvent& recorded) {
     case Form::Setting:
       return ReadSetting(words, *recorded.device);
     case Form::Margins:
-      return ReadMargins(words, recorded.margins);
+      return ReadMargins(words, recorded.margins.emplace());
     case Form::Camera:
       return ReadCamera(words, *recorded.flight);
     case Form::Nothing:
@@ -279,7 +277,7 @@ class Reader {
   bool ReadHeader() {
     if (!NextLine()) return false;
     if (line != FIRST_LINE) return Fail(line, "is not the first line of a recording");
-    return ReadModel() && ReadViewport() && ReadProjection() && ReadScale();
+    return ReadModel() && ReadViewport() && ReadProjection() && ReadScale() && ReadStartMargins();
   }
 
   // A line that the head may have or not: another one is the first event.
@@ -289,6 +287,14 @@ class Reader {
     held = words.Next() != "scale";
     return held || (words.Read(recording.scale, LEAST_SCALE, LARGEST_SCALE) && words.IsAtEnd()) ||
            Fail(line, "names no scale");
+  }
+
+  bool ReadStartMargins() {
+    if (!NextLine()) return false;
+    Words words(line);
+    held = words.Next() != "margins";
+    return held || (ReadMargins(words, recording.margins) && words.IsAtEnd()) ||
+           Fail(line, "names no margins");
   }
 
   bool ReadModel() {
@@ -455,6 +461,7 @@ std::string FormatHeader(const Recording& recording) {
        << recording.height << "\nprojection " << (recording.orthographic ? "orthographic" : "perspective")
        << '\n'
        << scale;
+  if (!recording.margins.IsNone()) text << "margins" << FormatMargins(recording.margins) << '\n';
   return text.str();
 }
 

@@ -47,6 +47,8 @@ struct Recording {
   /// Pixels for one point, and the cube as the kit has it; 0 in recordings of before, where sizes are pixels
   /// and the cube is the library's.
   double scale = 0.0;
+  /// What the start view and fits leave free.
+  Korvane::FitMargins margins = {};
   std::vector<RecordedEvent> events;  ///< In the order of time.
   std::uint32_t end = 0;              ///< Milliseconds.
 };

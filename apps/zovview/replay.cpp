@@ -123,6 +123,7 @@ bool Replay::Prepare(std::string& error) {
   }
   device.SetController(&view->GetDevice());
   Resize(recording.width, recording.height, recording.scale);
+  view->SetFitMargins(recording.margins);
   if (!Show(LoadNamed(recording.model, folder), error)) return false;
   if (recording.orthographic) view->ShowParallel();
   return true;

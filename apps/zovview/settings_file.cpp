@@ -76,6 +76,7 @@ const auto CHOICES = std::to_array<Choice>({
     {"ground", &Choices::ground},
     {"navigationStyle", &Choices::navigationStyle},
     {"pivotPolicy", &Choices::pivotPolicy},
+    {"panel", &Choices::panel},
     {"recentFiles", &Choices::recentFiles},
 });
 constexpr std::size_t MOST_TEXTS = 32;       // of a list

@@ -4,8 +4,10 @@
 #include <cstdio>
 #include <utility>
 
+#include "command_icons.h"
 #include "language_commands.h"
 #include "text_path.h"
+#include "zovhost/host_pictures.h"
 #include "zovhost/phrases.h"
 #include "zovhost/resource_pack.h"
 
@@ -71,6 +73,7 @@ Viewer::Viewer(zovhost::Window& onWindow, const Options& options)
                  sceneView),
       cursorScales(Korvane::CURSOR_NONE, 0.0),
       gui(window),
+      panel([this] { window.RequestFrame(); }),
       desk({[this] { window.RequestFrame(); }, [this](const std::string& line) { ShowMessage(line); },
             [this] { return FindModelFolder(); },
             [this](const std::filesystem::path& file) { NoteOpened(file); },
@@ -90,6 +93,8 @@ Viewer::Viewer(zovhost::Window& onWindow, const Options& options)
   window.DefineCursor(Korvane::CURSOR_NONE, MakeEmptyImage(), 0, 0);
   // A recording is played in English, and made so unless another is asked for.
   preferences.SetSessionLanguage(options.language.empty() && recorder != nullptr ? "en" : options.language);
+  gui.SetIcons(GetPanelIcons(), zovhost::PaintIcon);
+  sceneView.SetScene(nullptr);  // whose ground shows until there is one
   panelFocus.AddGroup([this] { return panel.GetThings(); });
   for (int i = 0; i < std::clamp(options.views, 1, MOST_VIEWS); ++i) AddView();
   window.SetEventHandler([this](const WindowEvent& event) { OnEvent(event); });

@@ -75,6 +75,7 @@ class Viewer {
   StoryDesk& GetDesk() { return desk; }
   ViewList& GetNamedViews() { return namedViews; }
   const NamedViewsPanel& GetNamedViewsPanel() const { return panel.GetNamedViews(); }
+  const ViewerPanel& GetPanel() const { return panel; }
   ViewDevices& GetDevices() { return devices; }
   bool IsMenuOpen() const { return menus.IsOpen(); }
   /// The one that was opened last.
@@ -158,6 +159,7 @@ class Viewer {
   void DrawViews();
   void MarkActiveView() const;
   void DrawPanels();
+  void NotePlaces();
 
   zovhost::Window& window;
   Recorder* const recorder;

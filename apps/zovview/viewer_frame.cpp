@@ -6,6 +6,7 @@
 
 #include <algorithm>
 
+#include "bar_commands.h"
 #include "language_commands.h"
 #include "zovhost/accent.h"
 #include "zovhost/panel_texts.h"
@@ -83,6 +84,24 @@ void Viewer::MarkActiveView() const {
                                           static_cast<float>(MARK_WIDTH));
 }
 
+// The views that the panel stands over, and the cubes that it keeps clear of.
+void Viewer::NotePlaces() {
+  const double points = 1.0 / window.GetScale();
+  contents.viewWidth = static_cast<float>(window.GetWidth() * points);
+  contents.cubes.clear();
+  for (const auto& view : views) {
+    if (view->GetX() == 0)
+      contents.viewWidth = std::min(contents.viewWidth, static_cast<float>(view->GetWidth() * points));
+    if (!IsCubeShown(view->GetTarget())) continue;
+    const Korvane::Box2 bounds = view->GetManager().GetOrientorBounds();
+    const double left = view->GetX() + bounds.Min().x;
+    const double top = window.GetHeight() - view->GetY() - bounds.Max().y;
+    contents.cubes.push_back({static_cast<float>(left * points), static_cast<float>(top * points),
+                              static_cast<float>((left + 2.0 * bounds.halfExtent.x) * points),
+                              static_cast<float>((top + 2.0 * bounds.halfExtent.y) * points)});
+  }
+}
+
 void Viewer::DrawPanels() {
   const ViewTarget& target = views[active]->GetTarget();
   desk.Draw();
@@ -91,6 +110,7 @@ void Viewer::DrawPanels() {
   target.story->GetEditor().Draw(right, EDITOR_TOP);
   devices.DrawPage(right, EDITOR_TOP);
   panel.ShowFocus(panelFocus.Get());
+  NotePlaces();
   const ViewCommand* const pressed = panel.Draw(contents, target);
   const bool hadMenu = menus.IsOpen();
   const ViewCommand* const chosen = menus.Draw(target);

@@ -110,6 +110,7 @@ void Viewer::ShowModel(LoadedModel model) {
     window.Close();
     return;
   }
+  if (scene == nullptr) DrawFrame();  // which tells what the panel will cover
   for (std::size_t i = 0; i < views.size(); ++i) Enter(i, *model.scene);
   rest.Restart();
   scene = std::move(model.scene);
@@ -148,6 +149,8 @@ void Viewer::BeginRecording(const LoadedModel& model) {
   header.width = views[0]->GetWidth();
   header.height = views[0]->GetHeight();
   header.scale = views[0]->GetScale();
+  header.margins = views[0]->GetHub().GetFitMargins();
+  recordedMargin = header.margins.left;
   recorder->Begin(header);
 }
 

@@ -3,18 +3,19 @@
 #include <imgui.h>
 
 #include <algorithm>
-#include <array>
-#include <cfloat>
-#include <cmath>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
-#include "help.h"
+#include "panel_window.h"
+#include "preferences.h"
 #include "view_list.h"
 #include "view_story.h"
 #include "zovhost/accent.h"
+#include "zovhost/host_pictures.h"
+#include "zovhost/panel_icons.h"
 #include "zovhost/panel_texts.h"
 #include "zovhost/phrases.h"
 
@@ -22,20 +23,14 @@ namespace zovview {
 
 namespace {
 
-constexpr float MARGIN = 12.0F;  // points
-constexpr float BAR_WIDTH = 320.0F;
-constexpr float WIDEST_PANEL = 420.0F;
+constexpr float BAR_WIDTH = 320.0F;  // points
 constexpr float LOWEST_PANEL = 60.0F;
-constexpr float TITLE_BUTTON_WIDTH = 48.0F;  // of the arrow that folds the panel, with its space
-constexpr float LEAST_BUTTON = 148.0F;
-constexpr float HELP_GAP = 12.0F;
-constexpr float KEY_GAP = 6.0F;  // between a label and its key
+constexpr float BESIDE_CUBE = 4.0F;
 constexpr int COLUMNS = 2;
 constexpr int HEADINGS = 1'000'000;  // above the numbers of all commands
-constexpr ImGuiWindowFlags STILL = ImGuiWindowFlags_NoMove | ImGuiWindowFlags_NoResize |
-                                   ImGuiWindowFlags_AlwaysAutoResize | ImGuiWindowFlags_NoSavedSettings |
-                                   ImGuiWindowFlags_NoFocusOnAppearing | ImGuiWindowFlags_NoNav;
-constexpr ImGuiWindowFlags NOTICE = STILL | ImGuiWindowFlags_NoDecoration | ImGuiWindowFlags_NoInputs;
+constexpr ImGuiWindowFlags PANEL = STILL | ImGuiWindowFlags_AlwaysAutoResize | ImGuiWindowFlags_NoTitleBar;
+constexpr ImGuiWindowFlags NOTICE =
+    STILL | ImGuiWindowFlags_AlwaysAutoResize | ImGuiWindowFlags_NoDecoration | ImGuiWindowFlags_NoInputs;
 
 // 1234567 as "1 234 567", with narrow spaces that keep a number together whichever way is read.
 std::string GroupDigits(std::size_t number) {
@@ -46,84 +41,21 @@ std::string GroupDigits(std::size_t number) {
 }
 
 // Quietly, flush right, on the line of the last item.
-void DrawKeyOfItem(const char* keyName, float right) {
-  const std::string name = zovhost::GetPhrases().SayKey(keyName);
-  const ImVec2 size = ImGui::CalcTextSize(name.c_str());
+void DrawKeyOfItem(const PanelWords::Words& words, float right) {
+  if (words.key.empty()) return;
   const ImVec2 low = ImGui::GetItemRectMin();
   const ImVec2 high = ImGui::GetItemRectMax();
-  ImGui::GetWindowDrawList()->AddText(ImVec2(right - size.x, (low.y + high.y - size.y) * 0.5F),
-                                      ImGui::GetColorU32(ImGuiCol_TextDisabled), name.c_str());
-}
-
-// ---- how wide it is, in the present language ----
-
-constexpr std::array PLACES = {ViewCommand::Place::Views,  ViewCommand::Place::Tools,
-                               ViewCommand::Place::Discs,  ViewCommand::Place::KeptViews,
-                               ViewCommand::Place::Story,  ViewCommand::Place::StoryFile,
-                               ViewCommand::Place::Device, ViewCommand::Place::DeviceSettings};
-
-float MeasureCommand(const ViewCommand& command) {
-  const std::string key = zovhost::GetPhrases().SayKey(command.keyName);
-  const float label = ImGui::CalcTextSize(zovhost::Say(command.label)).x;
-  return key.empty() ? label : label + KEY_GAP + ImGui::CalcTextSize(key.c_str()).x;
-}
-
-// One for all buttons: of two columns, in which each fits, and wide enough for the settings, which are one.
-float FindButtonWidth() {
-  const ImGuiStyle& style = ImGui::GetStyle();
-  const float edges = 3.0F * style.FramePadding.x;  // a key stands two from the right
-  const float box = ImGui::GetFrameHeight() + style.ItemInnerSpacing.x;
-  float width = LEAST_BUTTON;
-  for (const ViewCommand& command : GetViewCommands()) {
-    const float words = MeasureCommand(command);
-    if (std::ranges::find(PLACES, command.place) != PLACES.end()) width = std::max(width, words + edges);
-    if (command.place == ViewCommand::Place::Settings)
-      width = std::max(width, (box + words + edges) / COLUMNS);
-  }
-  return std::ceil(width);
-}
-
-// Of what stands in the columns of buttons.
-float FindContentWidth() {
-  return COLUMNS * FindButtonWidth() + (COLUMNS - 1) * ImGui::GetStyle().ItemSpacing.x;
-}
-
-float GetRightOfKeys() {
-  const ImGuiStyle& style = ImGui::GetStyle();
-  return ImGui::GetWindowPos().x + style.WindowPadding.x + FindContentWidth() - style.FramePadding.x * 2.0F;
-}
-
-void DrawSelection(const std::string& name) {
-  if (name.empty()) return;
-  ImGui::TextDisabled("%s", zovhost::Say("Selected:"));
-  ImGui::SameLine();
-  ImGui::PushTextWrapPos(GetRightOfKeys() - ImGui::GetWindowPos().x);
-  ImGui::TextUnformatted(zovhost::ToPanelText(name).c_str());
-  ImGui::PopTextWrapPos();
-}
-
-// What is done by them, or the name of one.
-std::string SayKeys(const std::string& keys) {
-  const zovhost::Phrases& phrases = zovhost::GetPhrases();
-  if (phrases.Has(keys.c_str())) return phrases.Say(keys.c_str());
-  constexpr std::string_view BETWEEN = ", ";
-  std::string said;
-  std::string_view rest = keys;
-  while (!rest.empty()) {
-    const std::size_t end = std::min(rest.find(BETWEEN), rest.size());
-    if (!said.empty()) said += BETWEEN;
-    said += phrases.SayKey(rest.substr(0, end));
-    rest.remove_prefix(std::min(end + BETWEEN.size(), rest.size()));
-  }
-  return said;
+  const float top = (low.y + high.y - ImGui::GetFontSize()) * 0.5F;
+  ImGui::GetWindowDrawList()->AddText(ImVec2(right - words.keyWidth, top),
+                                      ImGui::GetColorU32(ImGuiCol_TextDisabled), words.key.c_str());
 }
 
 // Above the storyboard, which counts in pixels.
-float GetRoomForPanel(const ViewTarget& target) {
+float FindFoot(const ViewTarget& target) {
   const ImGuiIO& io = ImGui::GetIO();
   const bool boardShows = target.story != nullptr && target.story->IsShown();
   const float below = boardShows ? ViewStory::HEIGHT / std::max(1.0F, io.DisplayFramebufferScale.y) : 0.0F;
-  return std::max(LOWEST_PANEL, io.DisplaySize.y - below - 2.0F * MARGIN);
+  return io.DisplaySize.y - below - MARGIN;
 }
 
 // The one that no file has is named by a phrase.
@@ -179,25 +111,110 @@ void DrawMark(const ImVec2& low, const ImVec2& high) {
 
 }  // namespace
 
-// In two columns; what is chosen is lit.
+void ViewerPanel::ToggleVisible() {
+  visible = !visible;
+  openForHelp = false;
+}
+
+void ViewerPanel::ShowHelp() { visible = helpWanted = openForHelp = true; }
+
+// ---- its place ----
+
+bool ViewerPanel::FindFolded(const PanelContents& contents, const ViewTarget& target) const {
+  if (openForHelp) return false;
+  const std::string_view chosen =
+      target.preferences != nullptr ? target.preferences->Get().panel : std::string_view();
+  if (chosen == Choices::PANEL_FOLDED || chosen == Choices::PANEL_OPEN)
+    return chosen == Choices::PANEL_FOLDED;
+  return contents.viewWidth < LEAST_VIEW;
+}
+
+void ViewerPanel::Fold(bool wanted, const ViewTarget& target) {
+  openForHelp = false;
+  if (target.preferences == nullptr) return;
+  target.preferences->Edit(
+      [wanted](Choices& choices) { choices.panel = wanted ? Choices::PANEL_FOLDED : Choices::PANEL_OPEN; });
+}
+
+float ViewerPanel::FindWidth() const {
+  return folded ? STRIP_WIDTH : words.GetContentWidth() + 2.0F * ImGui::GetStyle().WindowPadding.x;
+}
+
+// The highest of what the cubes leave free at the left.
+ViewerPanel::Room ViewerPanel::FindRoom(const PanelContents& contents, const ViewTarget& target,
+                                        float right) {
+  const float foot = FindFoot(target);
+  const auto findEnd = [&](float top) {
+    float end = foot;
+    for (const CubePlace& cube : contents.cubes) {
+      if (cube.left < right && cube.bottom > top) end = std::min(end, cube.top - BESIDE_CUBE);
+    }
+    return end;
+  };
+  Room best = {MARGIN, findEnd(MARGIN) - MARGIN};
+  for (const CubePlace& cube : contents.cubes) {
+    const float top = std::max(MARGIN, cube.bottom + BESIDE_CUBE);
+    const float height = findEnd(top) - top;
+    if (cube.left < right && height > best.height) best = {top, height};
+  }
+  return {best.top, std::max(LOWEST_PANEL, best.height)};
+}
+
+// The panel ends at the left of its mirrored place.
+void ViewerPanel::NoteReach() {
+  const float left = ImGui::GetWindowPos().x;
+  reach = zovhost::ArePanelsMirrored() ? zovhost::MirrorPlace(left) : left + ImGui::GetWindowSize().x;
+}
+
+float ViewerPanel::GetRightOfKeys() const {
+  const ImGuiStyle& style = ImGui::GetStyle();
+  return ImGui::GetWindowPos().x + style.WindowPadding.x + words.GetContentWidth() -
+         style.FramePadding.x * 2.0F;
+}
+
+// ---- what is in it ----
+
+void ViewerPanel::DrawSelection(const std::string& name) {
+  if (name.empty()) return;
+  if (selectionText.IsOld(words, name)) selectionText.Set(zovhost::ToPanelText(name));
+  ImGui::TextDisabled("%s", zovhost::Say("Selected:"));
+  ImGui::SameLine();
+  ImGui::PushTextWrapPos(GetRightOfKeys() - ImGui::GetWindowPos().x);
+  ImGui::TextUnformatted(selectionText.Get().c_str());
+  ImGui::PopTextWrapPos();
+}
+
+// An icon, a label and a key; what is chosen is lit.
+bool ViewerPanel::DrawButton(const ViewCommand& command, bool lit) {
+  const PanelWords::Words& said = words.Get(command);
+  const ImGuiStyle& style = ImGui::GetStyle();
+  if (lit) ImGui::PushStyleColor(ImGuiCol_Button, ImGui::GetStyleColorVec4(ImGuiCol_ButtonActive));
+  ImGui::PushID(command.name.data());
+  bool chosen = ImGui::Button("##button", ImVec2(words.GetButtonWidth(), 0.0F));
+  ImGui::PopID();
+  if (NoteItem(command, lit)) chosen = true;
+  if (lit) ImGui::PopStyleColor();
+  const ImVec2 low = ImGui::GetItemRectMin();
+  const ImVec2 high = ImGui::GetItemRectMax();
+  const float side = zovhost::GetIconPoints(zovhost::IconSize::BesideWord);
+  const float left = low.x + style.FramePadding.x;
+  zovhost::DrawPanelIcon(said.picture, zovhost::IconSize::BesideWord, left, (low.y + high.y - side) * 0.5F);
+  ImGui::GetWindowDrawList()->AddText(
+      ImVec2(left + side + style.ItemInnerSpacing.x, low.y + style.FramePadding.y),
+      ImGui::GetColorU32(ImGuiCol_Text), said.label);
+  DrawKeyOfItem(said, high.x - style.FramePadding.x * 2.0F);
+  return chosen;
+}
+
+// In two columns.
 const ViewCommand* ViewerPanel::DrawButtons(ViewCommand::Place place, const ViewTarget& target) {
   const ViewCommand* chosen = nullptr;
-  const ImVec2 size(FindButtonWidth(), 0.0F);
   int count = 0;
-  ImGui::PushStyleVar(ImGuiStyleVar_ButtonTextAlign, ImVec2(0.0F, 0.5F));
   for (const ViewCommand& command : GetViewCommands()) {
     if (command.place != place) continue;
     if (count++ % COLUMNS != 0) ImGui::SameLine();
-    const bool lit = command.isOn != nullptr && command.isOn(target);
-    if (lit) ImGui::PushStyleColor(ImGuiCol_Button, ImGui::GetStyleColorVec4(ImGuiCol_ButtonActive));
-    ImGui::PushID(command.name.data());
-    if (ImGui::Button(zovhost::SayLabel(command.label), size)) chosen = &command;
-    ImGui::PopID();
-    if (NoteItem(command, lit)) chosen = &command;
-    if (lit) ImGui::PopStyleColor();
-    DrawKeyOfItem(command.keyName, ImGui::GetItemRectMax().x - ImGui::GetStyle().FramePadding.x * 2.0F);
+    if (DrawButton(command, command.isOn != nullptr && command.isOn(target))) chosen = &command;
   }
-  ImGui::PopStyleVar();
   return chosen;
 }
 
@@ -206,9 +223,9 @@ const ViewCommand* ViewerPanel::DrawSettings(const ViewTarget& target) {
   for (const ViewCommand& command : GetViewCommands()) {
     if (command.place != ViewCommand::Place::Settings) continue;
     bool on = command.isOn(target);
-    if (ImGui::Checkbox(zovhost::SayLabel(command.label), &on)) chosen = &command;
+    if (ImGui::Checkbox(words.Get(command).item, &on)) chosen = &command;
     if (NoteItem(command, on)) chosen = &command;
-    DrawKeyOfItem(command.keyName, GetRightOfKeys());
+    DrawKeyOfItem(words.Get(command), GetRightOfKeys());
   }
   return chosen;
 }
@@ -218,7 +235,7 @@ const ViewCommand* ViewerPanel::DrawChoices(ViewCommand::Place place, const View
   for (const ViewCommand& command : GetViewCommands()) {
     if (command.place != place) continue;
     const bool on = command.isOn(target);
-    if (ImGui::RadioButton(zovhost::SayLabel(command.label), on)) chosen = &command;
+    if (ImGui::RadioButton(words.Get(command).item, on)) chosen = &command;
     if (NoteItem(command, on)) chosen = &command;
   }
   return chosen;
@@ -227,43 +244,36 @@ const ViewCommand* ViewerPanel::DrawChoices(ViewCommand::Place place, const View
 // Each language by its own name.
 const ViewCommand* ViewerPanel::DrawLanguages(const ViewTarget& target) {
   const ViewCommand* chosen = nullptr;
-  const auto name = [](const ViewCommand& command) {
-    const bool named = zovhost::GetPhrases().Has(command.label);
-    return named ? std::string(zovhost::Say(command.label)) : zovhost::ToPanelText(command.label);
-  };
-  std::string present;
-  for (const ViewCommand& command : GetViewCommands()) {
-    if (command.place == ViewCommand::Place::Languages && command.isOn(target)) present = name(command);
-  }
-  constexpr std::array FIELD = {"Language"};
-  zovhost::DrawFieldName(FIELD[0], zovhost::FindFieldColumn(FIELD, 0.0F));
+  const auto isLanguage = [](const ViewCommand& each) { return each.place == ViewCommand::Place::Languages; };
+  const auto present = std::ranges::find_if(
+      GetViewCommands(), [&](const ViewCommand& each) { return isLanguage(each) && each.isOn(target); });
+  const bool known = present != GetViewCommands().end();
+  if (languageText.IsOld(words, known ? present->label : ""))
+    languageText.Set(known ? PanelWords::NameLanguage(*present) : std::string());
+  zovhost::DrawFieldName("Language", words.GetLanguageColumn());
   ImGui::SetNextItemWidth(GetRightOfKeys() + ImGui::GetStyle().FramePadding.x * 2.0F -
                           ImGui::GetCursorScreenPos().x);
-  if (!ImGui::BeginCombo("##language", present.c_str(), ImGuiComboFlags_HeightLarge)) return nullptr;
+  if (!ImGui::BeginCombo("##language", languageText.Get().c_str(), ImGuiComboFlags_HeightLarge))
+    return nullptr;
   for (const ViewCommand& command : GetViewCommands()) {
-    if (command.place != ViewCommand::Place::Languages) continue;
+    if (!isLanguage(command)) continue;
     ImGui::PushID(command.name.data());
-    if (ImGui::Selectable((name(command) + "###language").c_str(), command.isOn(target))) chosen = &command;
+    const std::string item = PanelWords::NameLanguage(command) + "###language";
+    if (ImGui::Selectable(item.c_str(), command.isOn(target))) chosen = &command;
     ImGui::PopID();
   }
   ImGui::EndCombo();
   return chosen;
 }
 
-void ViewerPanel::DrawHelp(bool unfold, const ViewTarget& target) {
+void ViewerPanel::DrawHelp(bool unfold) {
   if (!DrawHeading("Help", unfold)) return;
-  std::vector<HelpLine> lines = MakeHelp(GetNavigationStyle(target));
-  float column = 0.0F;
-  for (HelpLine& line : lines) {
-    line.keys = SayKeys(line.keys);
-    column = std::max(column, ImGui::CalcTextSize(line.keys.c_str()).x);
-  }
-  column += HELP_GAP;
+  const float column = words.GetHelpColumn();
   ImGui::PushTextWrapPos(std::max(GetRightOfKeys() - ImGui::GetWindowPos().x, 2.0F * column));
-  for (const HelpLine& line : lines) {
+  for (const PanelWords::Line& line : words.GetHelp()) {
     ImGui::TextDisabled("%s", line.keys.c_str());
     ImGui::SameLine(column);
-    ImGui::TextUnformatted(zovhost::Say(line.action.c_str()));
+    ImGui::TextUnformatted(line.action.c_str());
   }
   ImGui::PopTextWrapPos();
 }
@@ -279,8 +289,18 @@ bool ViewerPanel::DrawHeading(const char* label, bool unfold) {
   return open;
 }
 
+// ---- what is pressed, by keys too ----
+
 bool ViewerPanel::NoteItem(const ViewCommand& command, bool on) {
+  const bool told =
+      command.place != ViewCommand::Place::Styles && command.place != ViewCommand::Place::Pivots;
+  if (told) NoteTip(GetNumber(command), words.Get(command).tip.c_str());
   return NoteItem(GetNumber(command), zovhost::GetPhrases().SayPlain(command.label), GetRole(command), on);
+}
+
+void ViewerPanel::NoteTip(int id, const char* text) {
+  using Side = zovhost::PanelTip::Side;
+  tip.Note(id, text, folded ? Side::Beside : Side::Below, folded && focused == id);
 }
 
 // The last item. True when keys have pressed it.
@@ -288,26 +308,34 @@ bool ViewerPanel::NoteItem(int id, const char* name, zovhost::FocusRole role, bo
   const ImVec2 low = ImGui::GetItemRectMin();
   const ImVec2 high = ImGui::GetItemRectMax();
   const double height = ImGui::GetIO().DisplaySize.y;
-  zovhost::FocusThing thing;
-  thing.id = id;
-  thing.group = zovhost::GetPhrases().SayPlain("Panel");
-  thing.name = name;
-  thing.role = role;
-  thing.on = on;
-  thing.bounds =
-      Korvane::Box2({zovhost::MirrorPlace((low.x + high.x) * 0.5F), height - (low.y + high.y) * 0.5},
-                    {(high.x - low.x) * 0.5, (high.y - low.y) * 0.5});
-  thing.press = [this, id](bool down) {
-    if (down) pressed = id;
-  };
+  items.push_back(
+      {id, name, role, on,
+       Korvane::Box2({zovhost::MirrorPlace((low.x + high.x) * 0.5F), height - (low.y + high.y) * 0.5},
+                     {(high.x - low.x) * 0.5, (high.y - low.y) * 0.5})});
   if (focused == id) {
     if (!std::exchange(broughtIntoSight, true)) ImGui::SetScrollHereY(0.5F);
     DrawMark(low, high);
   }
-  things.push_back(std::move(thing));
   if (pressed != id) return false;
   pressed.reset();
   return true;
+}
+
+std::vector<zovhost::FocusThing> ViewerPanel::GetThings() {
+  std::vector<zovhost::FocusThing> things;
+  for (const Item& item : items) {
+    zovhost::FocusThing& thing = things.emplace_back();
+    thing.id = item.id;
+    thing.group = zovhost::GetPhrases().SayPlain("Panel");
+    thing.name = item.name;
+    thing.role = item.role;
+    thing.on = item.on;
+    thing.bounds = item.bounds;
+    thing.press = [this, id = item.id](bool down) {
+      if (down) pressed = id;
+    };
+  }
+  return things;
 }
 
 void ViewerPanel::ShowFocus(const zovhost::FocusThing* thing) {
@@ -316,19 +344,15 @@ void ViewerPanel::ShowFocus(const zovhost::FocusThing* thing) {
   focused = now;
 }
 
+// ---- as a whole ----
+
 const ViewCommand* ViewerPanel::DrawNamedViews(const ViewTarget& target) {
   if (target.views == nullptr) return nullptr;
   if (!DrawHeading("Named views", namedViews.TakeNews(*target.views))) return nullptr;
-  namedViews.Draw(*target.views, target, FindContentWidth());
+  namedViews.Draw(*target.views, target, words.GetContentWidth());
   const ViewCommand* const chosen = DrawButtons(ViewCommand::Place::KeptViews, target);
   namedViews.ScrollToNews();
   return chosen;
-}
-
-// The panel ends at the left of its mirrored place.
-void ViewerPanel::NoteReach() {
-  const float left = ImGui::GetWindowPos().x;
-  reach = zovhost::ArePanelsMirrored() ? zovhost::MirrorPlace(left) : left + ImGui::GetWindowSize().x;
 }
 
 const ViewCommand* ViewerPanel::DrawSections(const ViewTarget& target, bool unfoldHelp) {
@@ -357,29 +381,48 @@ const ViewCommand* ViewerPanel::DrawSections(const ViewTarget& target, bool unfo
     ImGui::TextDisabled("%s", zovhost::Say("Orbit"));
     take(DrawChoices(ViewCommand::Place::Pivots, target));
   }
-  DrawHelp(unfoldHelp, target);
+  DrawHelp(unfoldHelp);
   return chosen;
 }
 
-const ViewCommand* ViewerPanel::DrawPanel(const PanelContents& contents, const ViewTarget& target,
-                                          bool unfoldHelp) {
-  if (unfoldHelp) ImGui::SetNextWindowCollapsed(false);
-  zovhost::PlaceNextPanel(MARGIN, MARGIN, 0.0F, 0.0F, true);  // at the left, where the cube never is at first
-  // The size follows what is inside; the name in the title has to be asked room for.
-  const std::string name = NameModel(contents.name);
-  const float nameWidth = ImGui::CalcTextSize(name.c_str()).x + TITLE_BUTTON_WIDTH;
-  const ImGuiStyle& style = ImGui::GetStyle();
-  const float widest =
-      std::max(WIDEST_PANEL, FindContentWidth() + 2.0F * style.WindowPadding.x + style.ScrollbarSize);
-  ImGui::SetNextWindowSizeConstraints(ImVec2(std::min(nameWidth, widest), 0.0F),
-                                      ImVec2(widest, GetRoomForPanel(target)));
-  // The title is what changes, the rest names the panel.
-  const std::string title = name + "###panel";
+// The button that folds it, and the name of the model.
+void ViewerPanel::DrawHead(const PanelContents& contents, const ViewTarget& target) {
+  const float side = ImGui::GetFrameHeight();
+  const float inset = (side - zovhost::GetIconPoints(zovhost::IconSize::BesideWord)) * 0.5F;
+  const char* const name = zovhost::Say("Fold the panel");
+  ImGui::PushStyleColor(ImGuiCol_Button, 0);
+  bool chosen = ImGui::Button("##fold", ImVec2(side, side));
+  ImGui::PopStyleColor();
+  NoteTip(FOLD, name);
+  if (NoteItem(FOLD, zovhost::GetPhrases().SayPlain("Fold the panel"), zovhost::FocusRole::Button, false))
+    chosen = true;
+  const ImVec2 low = ImGui::GetItemRectMin();
+  zovhost::DrawPanelIcon(zovhost::HOST_PICTURE_FOLD, zovhost::IconSize::BesideWord, low.x + inset,
+                         low.y + inset);
+  ImGui::SameLine();
+  ImGui::PushTextWrapPos(GetRightOfKeys() - ImGui::GetWindowPos().x);
+  ImGui::AlignTextToFramePadding();
+  if (nameText.IsOld(words, contents.name)) nameText.Set(NameModel(contents.name));
+  ImGui::TextUnformatted(nameText.Get().c_str());
+  ImGui::PopTextWrapPos();
+  if (chosen) Fold(true, target);
+}
+
+const ViewCommand* ViewerPanel::DrawPanel(const PanelContents& contents, const ViewTarget& target) {
+  const bool unfoldHelp = std::exchange(helpWanted, false);
+  const float width = FindWidth();
+  const Room room = FindRoom(contents, target, MARGIN + width);
+  zovhost::PlaceNextPanel(MARGIN, room.top, 0.0F, 0.0F, true);
+  ImGui::SetNextWindowSizeConstraints(ImVec2(width, 0.0F),
+                                      ImVec2(width + ImGui::GetStyle().ScrollbarSize, room.height));
   const ViewCommand* chosen = nullptr;
-  if (ImGui::Begin(title.c_str(), nullptr, STILL)) {
+  if (ImGui::Begin("###panel", nullptr, PANEL)) {
     NoteReach();
-    const std::string count = GroupDigits(contents.triangleCount);
-    ImGui::TextDisabled("%s", zovhost::Say("{} triangles", {count}).c_str());
+    DrawHead(contents, target);
+    const std::string count = std::to_string(contents.triangleCount);
+    if (countText.IsOld(words, count))
+      countText.Set(zovhost::Say("{} triangles", {GroupDigits(contents.triangleCount)}));
+    ImGui::TextDisabled("%s", countText.Get().c_str());
     chosen = DrawSections(target, unfoldHelp);
   }
   ImGui::End();
@@ -387,11 +430,14 @@ const ViewCommand* ViewerPanel::DrawPanel(const PanelContents& contents, const V
 }
 
 const ViewCommand* ViewerPanel::Draw(const PanelContents& contents, const ViewTarget& target) {
-  things.clear();
-  const bool shown = visible && !contents.name.empty();
-  const bool unfoldHelp = shown && std::exchange(helpWanted, false);
-  reach = 0.0F;
-  const ViewCommand* const chosen = shown ? DrawPanel(contents, target, unfoldHelp) : nullptr;
+  items.clear();
+  words.Update(GetNavigationStyle(target));
+  folded = FindFolded(contents, target);
+  reach = visible ? MARGIN + FindWidth() : 0.0F;
+  const ViewCommand* chosen = nullptr;
+  if (visible && !contents.name.empty())
+    chosen = folded ? DrawStrip(contents, target) : DrawPanel(contents, target);
+  tip.Draw();
   if (contents.loading.has_value()) DrawProgress(*contents.loading);
   if (!contents.message.empty()) DrawMessage(contents.message);
   return chosen;

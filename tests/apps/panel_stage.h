@@ -9,9 +9,11 @@
 #include <span>
 #include <string>
 
+#include "command_icons.h"
 #include "preferences.h"
 #include "viewport.h"
 #include "zovhost/gui.h"
+#include "zovhost/host_pictures.h"
 #include "zovhost/offscreen_target.h"
 #include "zovhost/phrases.h"
 #include "zovhost/resource_pack.h"
@@ -49,6 +51,7 @@ class PanelStage {
     gui.reset();
     gui = std::make_unique<zovhost::Gui>(static_cast<int>(WIDTH * density),
                                          static_cast<int>(HEIGHT * density), density);
+    gui->SetIcons(zovview::GetPanelIcons(), zovhost::PaintIcon);
     EXPECT_TRUE(picture.Create(width, height, 1));
   }
 

@@ -102,7 +102,7 @@ TEST_F(SettingsFileTest, reduced_motion_that_is_no_switch_is_refused) {
 
 TEST_F(SettingsFileTest, choices_for_the_program_are_read_as_they_were_kept) {
   ASSERT_TRUE(Read());
-  settings.GetChoices() = {false, "pl", "white", "cad", "scene", {"/a/house.glb", "\xC3\xA4.obj"}};
+  settings.GetChoices() = {false, "pl", "white", "cad", "scene", "folded", {"/a/house.glb", "\xC3\xA4.obj"}};
   ASSERT_TRUE(Keep()) << error;
   SettingsFile again(file);
   ASSERT_TRUE(again.Read(disc, error)) << error;
@@ -111,6 +111,7 @@ TEST_F(SettingsFileTest, choices_for_the_program_are_read_as_they_were_kept) {
   EXPECT_EQ(read.ground, "white");
   EXPECT_EQ(read.navigationStyle, "cad");
   EXPECT_EQ(read.pivotPolicy, "scene");
+  EXPECT_EQ(read.panel, "folded");
   EXPECT_EQ(read.recentFiles, (std::vector<std::string>{"/a/house.glb", "\xC3\xA4.obj"}));
 }
 

@@ -47,6 +47,12 @@ class ViewerTest : public testing::Test {
     }
   }
 
+  // The panel, which a window as small as this one has folded at first.
+  void UnfoldPanel() {
+    viewer->GetPreferences().Edit(
+        [](zovview::Choices& choices) { choices.panel = zovview::Choices::PANEL_OPEN; });
+  }
+
   // Until nothing loads or moves any more, for a minute at most.
   void ComeToRest() {
     for (int i = 0; i < 6000; ++i) {

@@ -398,6 +398,8 @@ TEST_F(ViewerFocusTest, every_wedge_of_every_disc_has_a_name_in_each_language) {
 // ---- the panel ----
 
 TEST_F(ViewerFocusTest, the_panel_follows_on_the_bars_and_its_buttons_are_pressed_by_enter) {
+  UnfoldPanel();
+  ComeToRest();
   TabTo("Navigation bar");
   Key(SDLK_TAB);
   EXPECT_EQ(present.group, "Panel");
@@ -418,6 +420,8 @@ TEST_F(ViewerFocusTest, the_panel_follows_on_the_bars_and_its_buttons_are_presse
 }
 
 TEST_F(ViewerFocusTest, a_setting_of_the_panel_tells_whether_it_is_on) {
+  UnfoldPanel();
+  ComeToRest();
   TabTo("Panel");
   const Steps steps = Explore();
   const bool before = GetHub().GetApplicationParameters().do_snap_orbit;

@@ -1,8 +1,12 @@
 // What is behind the model: by command, by setting and by command line, with panels that suit it.
+#include <epoxy/gl.h>
 #include <gtest/gtest.h>
 #include <imgui.h>
 
+#include <array>
+#include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -11,7 +15,9 @@
 
 namespace {
 
+using apps_test::HEIGHT;
 using apps_test::ViewerTest;
+using apps_test::WIDTH;
 using zovhost::SceneGround;
 
 class ViewerGroundTest : public ViewerTest {
@@ -54,6 +60,24 @@ TEST_F(ViewerGroundTest, a_command_shows_another_with_panels_that_suit_it) {
 TEST_F(ViewerGroundTest, a_name_that_nobody_knows_is_the_gradient) {
   viewer->GetPreferences().Edit([](zovview::Choices& choices) { choices.ground = "mauve"; });
   EXPECT_EQ(GetGround().name, "gradient");
+}
+
+// At the top of the window: below, the progress is told.
+TEST_F(ViewerGroundTest, it_shows_while_the_first_model_loads) {
+  for (const SceneGround& ground : zovhost::GetSceneGrounds()) {
+    viewer.reset();
+    zovview::Viewer::Options options;
+    options.ground = std::string(ground.name);
+    viewer = std::make_unique<zovview::Viewer>(*window, options);
+    window->RequestFrame();
+    ComeToRest();
+    ASSERT_EQ(viewer->GetScene(), nullptr);
+    std::array<std::uint8_t, 3> pixel = {};
+    glReadPixels(WIDTH / 2, HEIGHT - 1, 1, 1, GL_RGB, GL_UNSIGNED_BYTE, pixel.data());
+    for (std::size_t i = 0; i < pixel.size(); ++i) {
+      EXPECT_NEAR(pixel[i], 255.0F * ground.top[i], 3.0F) << ground.name;
+    }
+  }
 }
 
 class KeptGroundTest : public ViewerTest {

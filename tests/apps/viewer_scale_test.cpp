@@ -130,6 +130,8 @@ TEST_F(ViewerScaleTest, a_button_of_the_panel_is_pressed_where_it_shows) {
   for (const double scale : SCALES) {
     SCOPED_TRACE(scale);
     Start(scale);
+    UnfoldPanel();
+    ComeToRest();
     // The button of the pan tool is the second of the first row.
     const ImGuiWindow* const panel = ImGui::FindWindowByName("###panel");
     ASSERT_NE(panel, nullptr);

@@ -789,6 +789,7 @@ TEST_F(ViewerTest, what_was_fitted_beside_the_panel_is_so_when_the_recording_is_
   zovview::Viewer::Options options;
   options.recorder = recorder.get();
   viewer = std::make_unique<zovview::Viewer>(*window, options);
+  UnfoldPanel();
   viewer->Open({folder.Write("square.obj", SQUARE)});
   ComeToRest();
   Press(SDLK_1);

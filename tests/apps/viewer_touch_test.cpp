@@ -357,6 +357,7 @@ TEST_F(ViewerTouchTest, the_pointer_is_nowhere_when_the_finger_is_lifted) {
 // ---- panels ----
 
 TEST_F(ViewerTouchTest, a_finger_on_the_panel_is_its_mouse) {
+  UnfoldPanel();
   Press(SDLK_F1);
   ComeToRest();
   const Vector3 eye = GetCamera().eye;

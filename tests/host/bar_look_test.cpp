@@ -87,7 +87,7 @@ struct Numbers {
 };
 
 constexpr Numbers ALL[] = {{147, 149, 8},  {152, 153, 8}, {154, 161, 32},
-                           {170, 170, 32}, {171, 178, 8}, {186, 201, 32}};
+                           {170, 170, 32}, {171, 178, 8}, {186, 231, 32}};
 
 template <typename Check>
 void ForEach(Check check) {

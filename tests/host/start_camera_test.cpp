@@ -102,6 +102,50 @@ TEST_P(StartCameraTest, both_projections_show_the_same_at_the_centre) {
   EXPECT_NEAR(camera.ortho_width / camera.ortho_height, GetParam().width / GetParam().height, 1e-12);
 }
 
+// Where the corners of the model show, from 0 to 1 each way; y upward.
+struct Shown {
+  Vector2 low = Vector2(9, 9);
+  Vector2 high = Vector2(-9, -9);
+};
+Shown FindShown(const zovhost::Scene& scene, const CameraParameters& camera) {
+  const zovhost::Projection projection(camera, {scene.GetCentre(), scene.GetRadius()});
+  Shown shown;
+  for (int corner = 0; corner < 8; ++corner) {
+    Vector2 pixel;
+    EXPECT_TRUE(projection.WorldToPixel(scene.GetBoundingBox().GetCorner(corner), 1.0, 1.0, pixel));
+    shown.low = Vector2(std::min(shown.low.x, pixel.x), std::min(shown.low.y, pixel.y));
+    shown.high = Vector2(std::max(shown.high.x, pixel.x), std::max(shown.high.y, pixel.y));
+  }
+  return shown;
+}
+
+TEST_P(StartCameraTest, keeps_to_what_the_margins_leave_in_both_projections) {
+  const Korvane::FitMargins margins = {0.4, 0.05, 0.1, 0.05};
+  CameraParameters beside = zovhost::MakeStartCamera(*scene, GetParam().width, GetParam().height, margins);
+  for (const bool orthographic : {false, true}) {
+    if (orthographic) beside.projection_type = CameraParameters::ProjectionType::Orthographic;
+    beside.projection_transition = orthographic ? 1.0 : 0.0;
+    const Shown shown = FindShown(*scene, beside);
+    EXPECT_GT(shown.low.x, 0.4 - 1e-9);
+    EXPECT_LT(shown.high.x, 0.95 + 1e-9);
+    EXPECT_GT(shown.low.y, 0.1 - 1e-9);
+    EXPECT_LT(shown.high.y, 0.95 + 1e-9);
+  }
+  Vector2 middle;
+  const zovhost::Projection projection(beside, {scene->GetCentre(), scene->GetRadius()});
+  ASSERT_TRUE(projection.WorldToPixel(beside.pivot, 1.0, 1.0, middle));
+  EXPECT_NEAR(middle.x, 0.675, 1e-9);
+  EXPECT_NEAR(middle.y, 0.525, 1e-9);
+  EXPECT_EQ(beside.pivot, scene->GetCentre());
+}
+
+TEST_P(StartCameraTest, margins_that_leave_nothing_count_as_none) {
+  const CameraParameters other =
+      zovhost::MakeStartCamera(*scene, GetParam().width, GetParam().height, {0.6, 0.5, 0.0, 0.0});
+  EXPECT_EQ(other.eye, camera.eye);
+  EXPECT_EQ(other.centre, camera.centre);
+}
+
 INSTANTIATE_TEST_SUITE_P(
     of, StartCameraTest,
     testing::Values(Case{"a_house_on_z", {0, 0, 0}, {12, 8, 7}, {0, 0, 1}, 1280, 800},

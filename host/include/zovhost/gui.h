@@ -2,6 +2,9 @@
 
 #include <memory>
 #include <string>
+#include <vector>
+
+#include "zovhost/panel_icons.h"
 
 namespace zovhost {
 
@@ -37,6 +40,8 @@ class Gui {
   /// Light panels with dark words, for light grounds; at first they are dark ones. Between two frames.
   void SetLight(bool light);
   bool IsLight() const;
+  /// Icons that panels can draw; see panel_icons.h. None at first. Between two frames.
+  void SetIcons(std::vector<int> pictures, IconPainter painter);
   /// One line when the system has no typeface for the language of the panels, told once; else empty.
   std::string TakeProblem();
 

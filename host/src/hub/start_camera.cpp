@@ -10,6 +10,7 @@
 namespace zovhost {
 
 using Korvane::CameraParameters;
+using Korvane::FitMargins;
 using Korvane::Math;
 using Korvane::Vector3;
 
@@ -19,7 +20,7 @@ namespace {
 constexpr double HALF_ANGLE = 17.5 * Math::DEG_TO_RAD;
 constexpr double AZIMUTH = 35.0 * Math::DEG_TO_RAD;  // from the front to the right
 constexpr double ELEVATION = 25.0 * Math::DEG_TO_RAD;
-constexpr double FILLED = 0.92;  // of the view; the rest is the margin
+constexpr double FREE = 0.04;  // of the view, at each side at least
 constexpr int RIM_POINTS = 48;
 constexpr double STEP = 0.1;  // of a walk and of the keys of look and move, in radii of the model
 
@@ -41,22 +42,47 @@ Swept Sweep(const Scene& scene, const Vector3& up) {
   return swept;
 }
 
-// The least distance of the eye from the centre at which all that is swept is in view. A point p, counted
-// from the centre, is at the depth D + p.forward, and seen while |p.side| is at most the tangent of the half
-// angle times that.
-double FindDistance(const Swept& swept, const Vector3& forward, const Vector3& right, const Vector3& up,
-                    double tangentX, double tangentY) {
-  const Vector3 viewUp = right.Cross(forward);
-  const Vector3 away = up.Cross(right);
+// What is left of the view along one axis: its middle and its half, as parts of half the view.
+struct Room {
+  double middle;
+  double half;
+};
+
+Room FindRoom(double low, double high) {
+  const double from = 1.0 - 2.0 * std::max(low, FREE);
+  const double to = 1.0 - 2.0 * std::max(high, FREE);
+  return {(to - from) / 2.0, (from + to) / 2.0};
+}
+
+// How far the eye has to be for a point, counted from the centre, which shows in the middle of the room: the
+// point p is at the depth D + p.forward, and seen while p.side + middle * D * tangent is at most what is left
+// on its side of the view times the tangent and the depth.
+double FindDistance(double side, double depth, const Room& room, double tangent) {
+  const double edge = room.half + (side > 0.0 ? room.middle : -room.middle);
+  return std::abs(side) / (tangent * room.half) - depth * (edge / room.half);
+}
+
+struct Lens {
+  Vector3 right;
+  Vector3 up;
+  Vector3 forward;
+  double tangentX;
+  double tangentY;
+};
+
+// The least distance of the eye from the centre at which all that is swept is in view.
+double FindDistance(const Swept& swept, const Vector3& up, const Lens& lens, const Room& wide,
+                    const Room& tall) {
+  const Vector3 away = up.Cross(lens.right);
   double distance = 0.0;
   for (int i = 0; i < RIM_POINTS; ++i) {
     const double angle = 2.0 * Math::PI * i / RIM_POINTS;
-    const Vector3 rim = (right * std::cos(angle) + away * std::sin(angle)) * swept.radius;
+    const Vector3 rim = (lens.right * std::cos(angle) + away * std::sin(angle)) * swept.radius;
     for (const double side : {-1.0, 1.0}) {
       const Vector3 point = rim + up * (side * swept.halfHeight);
-      const double wide = std::abs(point.Dot(right)) / tangentX;
-      const double tall = std::abs(point.Dot(viewUp)) / tangentY;
-      distance = std::max(distance, std::max(wide, tall) - point.Dot(forward));
+      const double depth = point.Dot(lens.forward);
+      distance = std::max({distance, FindDistance(point.Dot(lens.right), depth, wide, lens.tangentX),
+                           FindDistance(point.Dot(lens.up), depth, tall, lens.tangentY)});
     }
   }
   return distance;
@@ -70,7 +96,8 @@ Vector3 ChooseFront(const Vector3& up) {
   return (usual - up * usual.Dot(up)).Normalize();
 }
 
-CameraParameters MakeStartCamera(const Scene& scene, double width, double height) {
+CameraParameters MakeStartCamera(const Scene& scene, double width, double height, const FitMargins& wanted) {
+  const FitMargins margins = wanted.IsUsable() ? wanted : FitMargins();
   const Vector3 up = scene.GetUpDirection();
   const Vector3 front = ChooseFront(up);
   const Vector3 side = up.Cross(front);  // to the right of someone who looks at the front
@@ -86,10 +113,16 @@ CameraParameters MakeStartCamera(const Scene& scene, double width, double height
   ShapeToViewport(camera, width, height);
   const double tangentX = std::tan(camera.GetHorizontalFOV() * Math::DEG_TO_RAD);
   const double tangentY = std::tan(camera.GetVerticalFOV() * Math::DEG_TO_RAD);
+  const Room wide = FindRoom(margins.left, margins.right);
+  const Room tall = FindRoom(margins.bottom, margins.top);
   const double distance =
-      FindDistance(Sweep(scene, up), forward, right, up, tangentX * FILLED, tangentY * FILLED);
+      FindDistance(Sweep(scene, up), up, {right, viewUp, forward, tangentX, tangentY}, wide, tall);
 
   camera.centre = camera.pivot = scene.GetCentre();
+  if (!margins.IsNone()) {
+    const Vector3 aside = right * (wide.middle * tangentX) + viewUp * (tall.middle * tangentY);
+    camera.centre -= aside * distance;
+  }
   camera.eye = camera.centre + toEye * distance;
   camera.up = viewUp;
   camera.projection_transition = 0.0;  // a blend starts from a true perspective
@@ -123,7 +156,8 @@ void EnterScene(ViewHub& hub, const Scene& scene) {
   hub.SetSceneBoundingSphere(scene.GetRadius(), centre);
   hub.SetSceneBoundingBox(scene.GetBoundingBox(), centre);
 
-  parameters.home_camera = MakeStartCamera(scene, hub.GetViewportWidth(), hub.GetViewportHeight());
+  parameters.home_camera =
+      MakeStartCamera(scene, hub.GetViewportWidth(), hub.GetViewportHeight(), hub.GetFitMargins());
   hub.SetView(parameters.home_camera);
 }
 

@@ -1,6 +1,7 @@
 #include "pictures/bar_pictures.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <iterator>
 #include <numbers>
 #include <string_view>
@@ -78,9 +79,45 @@ constexpr Icon icons[] = {
     {HOST_PICTURE_DEVICE_WALK, "glyphs/device-walk.svg"},
     {HOST_PICTURE_DEVICE_FLY, "glyphs/device-fly.svg"},
     {HOST_PICTURE_DEVICE_PAN, "glyphs/device-pan.svg"},
+    {HOST_PICTURE_PREVIOUS_VIEW, "glyphs/previous.svg"},
+    {HOST_PICTURE_NEXT_VIEW, "glyphs/next.svg"},
+    {HOST_PICTURE_ISOMETRIC, "glyphs/isometric.svg"},
+    {HOST_PICTURE_FIT_SELECTION, "glyphs/fit-selection.svg"},
+    {HOST_PICTURE_FRONT, "glyphs/side-front.svg"},
+    {HOST_PICTURE_BACK, "glyphs/side-back.svg"},
+    {HOST_PICTURE_LEFT, "glyphs/side-left.svg"},
+    {HOST_PICTURE_RIGHT, "glyphs/side-right.svg"},
+    {HOST_PICTURE_TOP, "glyphs/side-top.svg"},
+    {HOST_PICTURE_BOTTOM, "glyphs/side-bottom.svg"},
+    {HOST_PICTURE_KEEP_VIEW, "glyphs/keep.svg"},
+    {HOST_PICTURE_IMPORT, "glyphs/import.svg"},
+    {HOST_PICTURE_EXPORT, "glyphs/export.svg"},
+    {HOST_PICTURE_PLAY, "glyphs/play.svg"},
+    {HOST_PICTURE_PRESENT, "glyphs/present.svg"},
+    {HOST_PICTURE_ADD_SEQUENCE, "glyphs/add-sequence.svg"},
+    {HOST_PICTURE_ADD_SHOT, "glyphs/add.svg"},
+    {HOST_PICTURE_UNDO, "glyphs/undo.svg"},
+    {HOST_PICTURE_REDO, "glyphs/redo.svg"},
+    {HOST_PICTURE_LOOP, "glyphs/loop.svg"},
+    {HOST_PICTURE_NEW_FILE, "glyphs/new-file.svg"},
+    {HOST_PICTURE_OPEN_FILE, "glyphs/open-file.svg"},
+    {HOST_PICTURE_SAVE, "glyphs/save.svg"},
+    {HOST_PICTURE_SAVE_AS, "glyphs/save-as.svg"},
+    {HOST_PICTURE_UPRIGHT, "glyphs/upright.svg"},
+    {HOST_PICTURE_ROTATION, "glyphs/turn.svg"},
+    {HOST_PICTURE_TRANSLATION, "glyphs/move.svg"},
+    {HOST_PICTURE_SETTINGS, "glyphs/settings.svg"},
+    {HOST_PICTURE_FOLD, "glyphs/fold.svg"},
+    {HOST_PICTURE_UNFOLD, "glyphs/unfold.svg"},
 };
 
-static_assert(HOST_PICTURE_DEVICE_PAN + 1 == ResourcePack::pictureCount, "a picture without a number");
+static_assert(HOST_PICTURE_UNFOLD + 1 == ResourcePack::pictureCount, "a picture without a number");
+
+constexpr double iconLine = 1.5;  // pixels, the thinnest; of an icon
+constexpr int largestIcon = 512;
+
+// Of before and after. Those of views are as the keys for them.
+constexpr int directed[] = {HOST_PICTURE_UNDO, HOST_PICTURE_REDO};
 
 // From the top left, clockwise, as quarter turns.
 struct Corner {
@@ -137,6 +174,16 @@ void DrawCorner(const Corner& corner, cairo_t* context, double pixels) {
   DrawRing(context, smallPoints - 2.0 * line, smallPoints - line, Korvane::Toolbar::DEFAULT_HIGHLIGHT_COLOR);
 }
 
+// Drawn in black, so that what a glyph has in white covers nothing.
+void TakeDarkness(Image& image) {
+  constexpr unsigned full = 255;
+  for (std::size_t i = 0; i + 3 < image.rgba.size(); i += 4) {
+    std::uint8_t* const pixel = &image.rgba[i];
+    pixel[3] = static_cast<std::uint8_t>(pixel[3] * (full - pixel[0]) / full);
+    std::fill_n(pixel, 3, static_cast<std::uint8_t>(full));
+  }
+}
+
 }  // namespace
 
 bool IsBarPicture(int id) { return Find(icons, id) != nullptr || Find(corners, id) != nullptr; }
@@ -157,6 +204,25 @@ bool PaintBarPicture(int id, int pixels, Image& image) {
   if (corner != nullptr) DrawCorner(*corner, canvas.GetContext(), pixels);
   if (!canvas.IsValid()) return false;
   image = canvas.MakeImage();
+  return true;
+}
+
+bool PaintIcon(int picture, int pixels, bool fromRight, Image& image) {
+  const Icon* const icon = Find(icons, picture);
+  if (icon == nullptr || icon->small || pixels < 1 || pixels > largestIcon) return false;
+  const Canvas canvas(pixels, pixels);
+  if (!canvas.IsValid()) return false;
+  const bool turned = fromRight && std::ranges::find(directed, picture) != std::end(directed);
+  if (turned) cairo_translate(canvas.GetContext(), pixels, 0.0);
+  if (turned) cairo_scale(canvas.GetContext(), -1.0, 1.0);
+  GlyphStyle style;
+  style.x = style.y = pixels / 2.0;
+  style.size = pixels;
+  style.thinnestLine = iconLine;
+  style.colour = {0.0, 0.0, 0.0, 1.0};
+  if (!DrawGlyph(canvas.GetContext(), icon->glyph, style) || !canvas.IsValid()) return false;
+  image = canvas.MakeImage();
+  TakeDarkness(image);
   return true;
 }
 

@@ -27,6 +27,8 @@ namespace {
 
 // A click takes effect in the frame after it, and a panel that changes its size settles in one more.
 constexpr int FRAMES_TO_SETTLE = 3;
+// A panel that follows what is in it has found its size by then, or never will.
+constexpr int FRAMES_TO_GROW = 4;
 
 bool IsPointerEvent(Uint32 type) {
   return type == SDL_MOUSEMOTION || type == SDL_MOUSEBUTTONDOWN || type == SDL_MOUSEBUTTONUP ||
@@ -57,6 +59,9 @@ class Gui::Impl {
   float GetPointsPerPixel() const;
   int GetHeight() const { return window != nullptr ? window->GetHeight() : height; }
   std::string TakeProblem() { return panels.font.TakeProblem(); }
+  void SetIcons(std::vector<int> pictures, IconPainter painter) {
+    panels.font.SetIcons(std::move(pictures), std::move(painter));
+  }
 
  private:
   float GetPanelX(float x) const;
@@ -83,6 +88,7 @@ class Gui::Impl {
   void TrackOwner(const SDL_MouseButtonEvent& event, bool ofPanels);
   void Settle();
   bool IsPanelAppearing() const;
+  bool IsPanelGrowing() const;
   void LoadFont();
 
   ImGuiContext* context;
@@ -94,6 +100,7 @@ class Gui::Impl {
   double density;  // of a picture
   bool light = false;
   int framesToSettle = 0;
+  int framesOfGrowth = 0;
   ImVec2 pointer = ImVec2(-FLT_MAX, -FLT_MAX);  // points from the top left; this value: not in the window
   bool pointerWasOver = false;
   unsigned buttonsOfPanels = 0;  // pressed over a panel and still held; one bit a button
@@ -221,7 +228,10 @@ void Gui::Impl::EndFrame() {
   // What has become active says in the next frame whether it is typed in.
   if (std::exchange(activeItem, context->ActiveId) != context->ActiveId && window != nullptr) Settle();
   if (!keys.empty()) Settle();
-  if (window == nullptr || (framesToSettle == 0 && !IsPanelAppearing() && !panels.font.IsOutdated())) return;
+  framesOfGrowth = IsPanelGrowing() ? framesOfGrowth + 1 : 0;
+  const bool grows = framesOfGrowth > 0 && framesOfGrowth <= FRAMES_TO_GROW;
+  const bool settles = framesToSettle > 0 || grows || IsPanelAppearing() || panels.font.IsOutdated();
+  if (window == nullptr || !settles) return;
   if (framesToSettle > 0) --framesToSettle;
   window->RequestFrame();
 }
@@ -231,6 +241,18 @@ void Gui::Impl::EndFrame() {
 bool Gui::Impl::IsPanelAppearing() const {
   for (const ImGuiWindow* const panel : context->Windows) {
     if (panel->Active && (panel->Appearing || panel->HiddenFramesCannotSkipItems > 0)) return true;
+  }
+  return false;
+}
+
+// What is in it has become more or less than in the frame that its size is of.
+bool Gui::Impl::IsPanelGrowing() const {
+  for (const ImGuiWindow* const panel : context->Windows) {
+    const bool follows = panel->Active && (panel->Flags & ImGuiWindowFlags_AlwaysAutoResize) != 0;
+    if (!follows || panel->Collapsed || panel->SkipItems) continue;
+    const float wide = std::floor(panel->DC.CursorMaxPos.x - panel->DC.CursorStartPos.x);
+    const float tall = std::floor(panel->DC.CursorMaxPos.y - panel->DC.CursorStartPos.y);
+    if (wide != panel->ContentSize.x || tall != panel->ContentSize.y) return true;
   }
   return false;
 }
@@ -530,6 +552,10 @@ void Gui::BeginFrame() { impl->BeginFrame(); }
 void Gui::EndFrame() { impl->EndFrame(); }
 void Gui::SetLight(bool light) { impl->SetLight(light); }
 bool Gui::IsLight() const { return impl->IsLight(); }
+
+void Gui::SetIcons(std::vector<int> pictures, IconPainter painter) {
+  impl->SetIcons(std::move(pictures), std::move(painter));
+}
 
 std::string Gui::TakeProblem() { return impl->TakeProblem(); }
 bool Gui::HasPointer() const { return impl->HasPointer(); }

@@ -49,12 +49,18 @@ bool PanelFont::Add(std::string_view text) {
   return wantedCount != before;
 }
 
+void PanelFont::SetIcons(std::vector<int> pictures, IconPainter painter) {
+  icons.Set(std::move(pictures), std::move(painter));
+  iconsAreNew = true;
+}
+
 bool PanelFont::Update(ImFontAtlas& atlas, const Phrases& phrases, float wantedDensity) {
-  const bool same = filledFor == &phrases && filledCount == wantedCount && density == wantedDensity;
+  const bool same = filledFor == &phrases && !IsOutdated() && density == wantedDensity;
   if (same && atlas.Fonts.Size > 0) return false;
   filledFor = &phrases;
   filledCount = wantedCount;
   density = wantedDensity;
+  iconsAreNew = false;
   Fill(atlas);
   return true;
 }
@@ -99,6 +105,8 @@ void PanelFont::Fill(ImFontAtlas& atlas) {
     atlas.AddFontDefault();
     pointSize = BUILT_IN_SIZE;
   }
+  icons.Reserve(atlas, *atlas.Fonts[0], density, filledFor->GetLanguage().rightToLeft);
+  icons.Paint(atlas);
   NoteMissing(missing);
 }
 

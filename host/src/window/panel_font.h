@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "window/find_typeface.h"
+#include "window/icon_glyphs.h"
 
 struct ImFontAtlas;
 struct ImFontConfig;
@@ -21,11 +22,13 @@ class PanelFont {
   /// Characters that are to be there; those that the panels draw are in the font from the next Update on.
   /// True when there are new ones.
   bool Add(std::string_view text);
+  /// Pictures that stand among the words; they are in the font from the next Update on.
+  void SetIcons(std::vector<int> pictures, IconPainter painter);
   /// Fills the atlas anew where the phrases, the characters or the density of the display, in pixels a point,
   /// are other ones than the last time. True when it has.
   bool Update(ImFontAtlas& atlas, const Phrases& phrases, float density);
-  /// Whether characters have come since.
-  bool IsOutdated() const { return filledCount != wantedCount; }
+  /// Whether characters or icons have come since.
+  bool IsOutdated() const { return filledCount != wantedCount || iconsAreNew; }
   /// The height of a line, in points.
   float GetPointSize() const { return pointSize; }
   /// One line of what is missing, once for each language; empty for nothing.
@@ -44,6 +47,8 @@ class PanelFont {
   std::size_t wantedCount = 0;
   const Phrases* filledFor = nullptr;
   std::size_t filledCount = 0;
+  IconGlyphs icons;
+  bool iconsAreNew = false;
   float density = 1.0F;
   float pointSize = 0.0F;
   std::vector<std::vector<unsigned short>> ranges;  // of each typeface, as long as the atlas is filled

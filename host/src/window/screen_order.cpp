@@ -180,13 +180,21 @@ void ScreenOrder::AddToRun(int quad, const std::wstring& blanks) {
   add(static_cast<wchar_t>(added.glyph->Codepoint), quad, added.glyph->AdvanceX);
 }
 
+// Keeps its room.
+void ScreenOrder::Run::Clear() {
+  text.clear();
+  quads.clear();
+  advances.clear();
+  start = end = 0.0F;
+}
+
 void ScreenOrder::PlaceRuns(ImDrawList& list) {
-  run = {};
+  run.Clear();
   for (std::size_t i = 0; i < quads.size(); ++i) {
     std::wstring blanks;
     if (!run.quads.empty() && !Follows(quads[i], blanks)) {
       PlaceRun(list);
-      run = {};
+      run.Clear();
     }
     AddToRun(static_cast<int>(i), blanks);
   }

@@ -50,6 +50,8 @@ class ScreenOrder {
     std::vector<float> advances;
     float start = 0.0F;
     float end = 0.0F;
+
+    void Clear();
   };
 
   std::size_t FindCell(int x, int y) const;
