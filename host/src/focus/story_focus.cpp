@@ -11,6 +11,7 @@
 #include "korvane/resource_ids.h"
 #include "korvane/shot_specification.h"
 #include "korvane/story.h"
+#include "zovhost/phrases.h"
 #include "zovhost/wide_text.h"
 
 namespace zovhost {
@@ -23,7 +24,6 @@ using Korvane::Storyboard;
 
 namespace {
 
-constexpr const char* GROUP = "Storyboard";
 constexpr int ROW_SIZE = 30'000'000;  // numbers of a row
 constexpr int PARTS = 3;
 constexpr auto MOST_SLIDES = static_cast<std::uint64_t>(ROW_SIZE / PARTS - 1);
@@ -81,7 +81,7 @@ std::uint64_t StoryFocus::GetCount(Row row) const {
 FocusThing StoryFocus::MakeThing(const Place& place, int text) {
   FocusThing thing;
   thing.id = MakeId(place);
-  thing.group = GROUP;
+  thing.group = GetPhrases().SayPlain("Storyboard");
   thing.name = LoadText(text);
   thing.press = [this, place](bool down) {
     if (down) Press(place);

@@ -14,8 +14,6 @@ namespace zovhost {
 
 namespace {
 
-constexpr const char* GROUP = "Menu";
-
 // Of the scripts that have small letters, those of the languages of the panels.
 char32_t ToSmall(char32_t letter) {
   const bool isAscii = letter >= U'A' && letter <= U'Z';
@@ -55,7 +53,7 @@ void MenuKeys::Note(unsigned id, const void* window, const FocusThing& thing) {
   }
   items.push_back({id, window, thing});
   items.back().thing.id = static_cast<int>(id);
-  items.back().thing.group = GROUP;
+  items.back().thing.group = GetPhrases().SayPlain("Menu");
 }
 
 void MenuKeys::NoteItem(const std::string& name, bool on) {

@@ -245,16 +245,20 @@ class Listener {
 
  private:
   static constexpr std::chrono::milliseconds HEARTBEAT{50};
+  static constexpr std::chrono::milliseconds LONGEST_BEAT{200};
 
   void ReceiveProgress(SceneReader& reader) {
     reader.Exchange(fraction);
     reader.Exchange(what);
-    if (reader.IsGood()) Beat();
+    if (reader.IsGood() && Clock::now() > nextBeat) Beat();
   }
 
+  // A report may draw a frame; what takes long comes more rarely, so that the load has half of the time.
   void Beat() {
-    nextBeat = Clock::now() + HEARTBEAT;
+    const Clock::time_point begin = Clock::now();
     if (progress && wanted) wanted = progress(fraction, what.c_str());
+    const Clock::time_point end = Clock::now();
+    nextBeat = end + std::clamp<Clock::duration>(end - begin, HEARTBEAT, LONGEST_BEAT);
   }
 
   bool ReadAll(void* bytes, std::size_t size) {

@@ -128,12 +128,13 @@ Gui::Impl::Impl(Window* overWindow, int pictureWidth, int pictureHeight, double 
   ImGuiIO& io = ImGui::GetIO();
   io.IniFilename = nullptr;  // nothing is left behind on the disk
   // The cursor is the window's business.
-  io.ConfigFlags |= ImGuiConfigFlags_NoMouseCursorChange | ImGuiConfigFlags_NavEnableKeyboard;
+  io.ConfigFlags |= ImGuiConfigFlags_NoMouseCursorChange;
   SetShapes(ImGui::GetStyle());
   SetColours(ImGui::GetStyle(), light);
   io.UserData = &panels;
   ImGui_ImplOpenGL3_Init("#version 330 core");
   if (window == nullptr) return;
+  io.ConfigFlags |= ImGuiConfigFlags_NavEnableKeyboard;
   ImGui_ImplSDL2_InitForOpenGL(window->GetNativeWindow(), window->GetNativeContext());
   window->SetNativeEventHook([this](const SDL_Event& event) { return OnNativeEvent(event); });
 }
