@@ -43,8 +43,8 @@ void Viewer::LoadWaiting() {
 }
 
 // On the window's own thread, which serves its events meanwhile: the importer is contained in a forked
-// process, and a fork wants all other threads at rest. Those of the graphics driver are, after glFinish, and
-// that of the six-axis devices waits.
+// process, before which the threads of the graphics driver come to rest by glFinish. The child touches
+// nothing that another thread may hold but the memory of the C library, which is fit for use after a fork.
 void Viewer::Load(const ModelSource& source) {
   contents.loading = LoadingStatus{0.0, "", source.GetName()};
   loadCancelled = false;
