@@ -150,6 +150,7 @@ class Viewer {
   void LoadWaiting();
   void Load(const ModelSource& source);
   bool ShowProgress(double fraction, const char* step);
+  void TellBadModel(const std::string& error);
   void TellCancelled(const ModelSource& source);
   void ShowModel(LoadedModel model);
   void Enter(std::size_t view, const zovhost::Scene& entered);

@@ -109,7 +109,7 @@ void DrawRecentFiles(const Drawn& drawn) {
   std::string chosen;
   for (const std::string& file : files) {
     const std::string name = zovhost::ToPanelText(file.substr(file.find_last_of('/') + 1));
-    const std::string label = name + "###" + file;
+    const std::string label = std::string(name).append("###").append(file);
     if (ImGui::MenuItem(label.c_str())) chosen = file;
     drawn.keys.NoteItem(name);
     if (ImGui::IsItemHovered()) ImGui::SetTooltip("%s", zovhost::ToPanelText(file).c_str());

@@ -93,6 +93,13 @@ void Viewer::LeaveStories(const std::function<void()>& then) {
 }
 
 // What cannot be shown leaves the present model where it is; without one there is nothing to stay for.
+void Viewer::TellBadModel(const std::string& error) {
+  if (scene != nullptr) return Tell(error);
+  std::fprintf(stderr, "%s: %s\n", PROGRAM, error.c_str());
+  exitCode = EXIT_BAD_MODEL;
+  window.Close();
+}
+
 void Viewer::ShowModel(LoadedModel model) {
   const auto report = [this](double fraction, const char* step) {
     return ShowProgress(READING_SHARE + fraction * (1.0 - READING_SHARE), step);
@@ -103,13 +110,7 @@ void Viewer::ShowModel(LoadedModel model) {
     model.error = model.source.GetName() + ": the graphics memory does not hold this model";
     model.scene.reset();
   }
-  if (model.scene == nullptr) {
-    if (scene != nullptr) return Tell(model.error);
-    std::fprintf(stderr, "%s: %s\n", PROGRAM, model.error.c_str());
-    exitCode = EXIT_BAD_MODEL;
-    window.Close();
-    return;
-  }
+  if (model.scene == nullptr) return TellBadModel(model.error);
   if (scene == nullptr) DrawFrame();  // which tells what the panel will cover
   for (std::size_t i = 0; i < views.size(); ++i) Enter(i, *model.scene);
   rest.Restart();

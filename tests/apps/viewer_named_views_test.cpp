@@ -37,6 +37,12 @@ std::string ReadText(const fs::path& file) {
 
 class NamedViewsInViewerTest : public ViewerTest {
  protected:
+  void SetUp() override {
+    ViewerTest::SetUp();
+    UnfoldPanel();
+    window->RequestFrame();
+    ComeToRest();
+  }
   zovview::ViewList& GetList() const { return viewer->GetNamedViews(); }
   std::size_t CountViews() const { return GetList().GetViews().GetCount(); }
   const zovhost::NamedView& GetView(std::size_t index) const { return GetList().GetViews().Get()[index]; }

@@ -111,7 +111,6 @@ class Gui::Impl {
   };
   std::bitset<SDL_NUM_SCANCODES> newKeys;  // that went down since the last frame
   std::vector<SDL_Event> releases;         // of those, for after the next
-  ImGuiID activeItem = 0;                  // of the last frame
   std::optional<Finger> finger;            // that came down on a panel, and is its mouse
   int framesToLeave = 0;                   // until the pointer goes with the finger that was lifted
   bool ledThrough = false;                 // keys have gone through the popup that is open
@@ -226,8 +225,6 @@ void Gui::Impl::EndFrame() {
   ImGui_ImplOpenGL3_RenderDrawData(ImGui::GetDrawData());
   if (framesToLeave > 0 && --framesToLeave == 0) OnPointerLeaves();
   ReleaseKeys();
-  // What has become active says in the next frame whether it is typed in.
-  if (std::exchange(activeItem, context->ActiveId) != context->ActiveId && window != nullptr) Settle();
   if (!keys.empty()) Settle();
   framesOfGrowth = IsPanelGrowing() ? framesOfGrowth + 1 : 0;
   const bool grows = framesOfGrowth > 0 && framesOfGrowth <= FRAMES_TO_GROW;
