@@ -85,18 +85,8 @@ class PivotPolicyTest : public apps_test::ViewerTest {
     ComeToRest();
   }
   void Finger(Uint32 type, int finger, int x, int y) {
-    SDL_Event event = {};
-    event.type = type;
-    event.tfinger.touchId = 1;
-    event.tfinger.fingerId = finger;
-    event.tfinger.x = static_cast<float>((x + 0.5) / WIDTH);
-    event.tfinger.y = static_cast<float>((HEIGHT - 1 - y + 0.5) / HEIGHT);
-    event.tfinger.pressure = 1.0F;
-    SDL_PushEvent(&event);
-    for (int i = 0; i < 3; ++i) {
-      window->RequestFrame();
-      window->Step(100);
-    }
+    PushFinger(type, finger, x, y);
+    DrawFrames(3);
   }
   bool IsMarked() const { return viewer->GetView(0).GetManager().GetPivotBall()->IsVisible(); }
   void ForEachPolicy(const std::function<void(PivotPolicy policy, const Vector3& wanted)>& check) {

@@ -114,6 +114,23 @@ class ViewerTest : public testing::Test {
     PushMotion(pixelX, pixelY);
     ComeToRest();
   }
+  void PushFinger(Uint32 type, int finger, double pixelX, double pixelY) {
+    SDL_Event event = {};
+    event.type = type;
+    event.tfinger.touchId = 1;
+    event.tfinger.fingerId = finger;
+    event.tfinger.x = static_cast<float>((pixelX + 0.5) / WIDTH);
+    event.tfinger.y = static_cast<float>((HEIGHT - 1 - pixelY + 0.5) / HEIGHT);  // events count from the top
+    event.tfinger.pressure = 1.0F;
+    SDL_PushEvent(&event);
+  }
+  // What is held asks for frames without end.
+  void DrawFrames(int count) {
+    for (int i = 0; i < count; ++i) {
+      window->RequestFrame();
+      window->Step(100);
+    }
+  }
   void RightClick(int pixelX, int pixelY) {
     Move(pixelX, pixelY);
     PushButton(SDL_MOUSEBUTTONDOWN, pixelX, pixelY, 1, SDL_BUTTON_RIGHT);

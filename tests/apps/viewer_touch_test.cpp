@@ -38,38 +38,21 @@ class ViewerTouchTest : public apps_test::ViewerTest {
     ComeToRest();
   }
 
-  void Push(Uint32 type, int finger, double x, double y) {
-    SDL_Event event = {};
-    event.type = type;
-    event.tfinger.touchId = 1;
-    event.tfinger.fingerId = finger;
-    event.tfinger.x = static_cast<float>((x + 0.5) / WIDTH);
-    event.tfinger.y = static_cast<float>((HEIGHT - 1 - y + 0.5) / HEIGHT);  // events count from the top
-    event.tfinger.pressure = 1.0F;
-    SDL_PushEvent(&event);
-  }
-  // What is held asks for frames without end.
-  void DrawFrames(int count = 4) {
-    for (int i = 0; i < count; ++i) {
-      window->RequestFrame();
-      window->Step(100);
-    }
-  }
   void Down(int finger, double x, double y) {
-    Push(SDL_FINGERDOWN, finger, x, y);
-    DrawFrames();
+    PushFinger(SDL_FINGERDOWN, finger, x, y);
+    DrawFrames(4);
   }
   void MoveFinger(int finger, double x, double y) {
-    Push(SDL_FINGERMOTION, finger, x, y);
+    PushFinger(SDL_FINGERMOTION, finger, x, y);
     DrawFrames(2);
   }
   void Up(int finger, double x, double y) {
-    Push(SDL_FINGERUP, finger, x, y);
-    DrawFrames();
+    PushFinger(SDL_FINGERUP, finger, x, y);
+    DrawFrames(4);
   }
   void Tap(double x, double y) {
-    Push(SDL_FINGERDOWN, 0, x, y);
-    Push(SDL_FINGERUP, 0, x, y);
+    PushFinger(SDL_FINGERDOWN, 0, x, y);
+    PushFinger(SDL_FINGERUP, 0, x, y);
     ComeToRest();
   }
   void Tap(const Vector2& at) { Tap(at.x, at.y); }
@@ -171,14 +154,14 @@ TEST_F(ViewerTouchTest, two_fingers_turn_the_picture_and_an_upright_view_about_i
 
 TEST_F(ViewerTouchTest, three_fingers_walk_and_with_the_look_tool_they_look) {
   const auto drag = [this] {
-    for (int i = 0; i < 3; ++i) Push(SDL_FINGERDOWN, i, 300 + i * 60, 100);
-    DrawFrames();
+    for (int i = 0; i < 3; ++i) PushFinger(SDL_FINGERDOWN, i, 300 + i * 60, 100);
+    DrawFrames(4);
     const int frames = 30;
     for (int step = 0; step < frames; ++step) {
-      for (int i = 0; i < 3; ++i) Push(SDL_FINGERMOTION, i, 300 + i * 60, 100 + step * 15);
+      for (int i = 0; i < 3; ++i) PushFinger(SDL_FINGERMOTION, i, 300 + i * 60, 100 + step * 15);
       DrawFrames(2);
     }
-    for (int i = 0; i < 3; ++i) Push(SDL_FINGERUP, i, 300, 200);
+    for (int i = 0; i < 3; ++i) PushFinger(SDL_FINGERUP, i, 300, 200);
     ComeToRest();
   };
   // Cameras that are too near count as one.
@@ -205,9 +188,9 @@ TEST_F(ViewerTouchTest, a_finger_more_or_less_never_makes_the_picture_jump) {
   expectSame("a second finger");
   MoveFinger(1, 480, 380);
   before = GetCamera();
-  Push(SDL_FINGERDOWN, 2, 100, 350);
-  Push(SDL_FINGERUP, 2, 100, 350);
-  DrawFrames();
+  PushFinger(SDL_FINGERDOWN, 2, 100, 350);
+  PushFinger(SDL_FINGERUP, 2, 100, 350);
+  DrawFrames(4);
   expectSame("a third finger comes and goes");
   Up(0, 310, 250);
   expectSame("the first is lifted");
@@ -262,7 +245,7 @@ TEST_F(ViewerTouchTest, a_finger_takes_the_view_from_a_move_that_runs) {
   Press(SDLK_HOME);
   Press(SDLK_1);
   ASSERT_TRUE(GetHub().IsShotActive());
-  Push(SDL_FINGERDOWN, 0, 300, 200);
+  PushFinger(SDL_FINGERDOWN, 0, 300, 200);
   MoveFinger(0, 350, 200);
   EXPECT_FALSE(GetHub().IsShotActive());
   Up(0, 350, 200);
@@ -275,10 +258,10 @@ TEST_F(ViewerTouchTest, a_tap_selects_and_a_double_tap_brings_to_the_middle) {
   Tap(place);
   EXPECT_NE(GetView().GetSelection().GetPart(), -1);
   Tap(WIDTH - 300.0, 20.0);  // far from it
-  Push(SDL_FINGERDOWN, 0, place.x, place.y);
-  Push(SDL_FINGERUP, 0, place.x, place.y);
-  Push(SDL_FINGERDOWN, 0, place.x + 2, place.y);
-  Push(SDL_FINGERUP, 0, place.x + 2, place.y);
+  PushFinger(SDL_FINGERDOWN, 0, place.x, place.y);
+  PushFinger(SDL_FINGERUP, 0, place.x, place.y);
+  PushFinger(SDL_FINGERDOWN, 0, place.x + 2, place.y);
+  PushFinger(SDL_FINGERUP, 0, place.x + 2, place.y);
   ComeToRest();
   EXPECT_LT((Project({0.8, 0.2, 0.0}) - Vector2(MIDDLE_X, MIDDLE_Y)).Length(), 6.0);
 }

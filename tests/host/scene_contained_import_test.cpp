@@ -1,6 +1,7 @@
 #include <sys/stat.h>
 
 #include <chrono>
+#include <thread>
 
 #include "../../host/src/scene/contained_import.h"
 #include "host/scene_files.h"
@@ -25,6 +26,27 @@ TEST_F(ContainedImport, gives_up_on_a_file_that_takes_for_ever) {
   EXPECT_FALSE(zovhost::ImportContained(path, {1s, 300ms, 1e9}, progress, data, error));
   EXPECT_NE(error.find("longer than 1 s"), std::string::npos) << error;
   EXPECT_GE(beats, 1);
+}
+
+// A window draws a frame in each report.
+TEST_F(ContainedImport, is_not_held_up_by_its_own_reports) {
+  std::string objects;
+  constexpr int count = 500;
+  for (int i = 0; i < count; ++i) {
+    objects += "o part" + std::to_string(i) + "\nv 0 0 0\nv 1 0 0\nv 0 1 0\nf -3 -2 -1\n";
+  }
+  const std::filesystem::path path = folder.Write("parts.obj", objects);
+  constexpr auto frame = 60ms;
+  int reports = 0;
+  const zovhost::Progress progress = [&](double, const char*) {
+    std::this_thread::sleep_for(frame);
+    return ++reports > 0;
+  };
+  const auto begin = std::chrono::steady_clock::now();
+  ASSERT_TRUE(zovhost::ImportContained(path, {60s, 60s, 1e9}, progress, data, error)) << error;
+  const auto passed = std::chrono::steady_clock::now() - begin;
+  EXPECT_EQ(data.meshes.size(), std::size_t{count});
+  EXPECT_LE(2 * (reports - 1) * frame, passed + frame) << reports;
 }
 
 // Whatever part of a file arrives, it is read or it fails cleanly. Some cuts make an importer turn in

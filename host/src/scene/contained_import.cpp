@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "scene/scene_importer.h"
+#include "scene/work_report.h"
 
 namespace zovhost {
 
@@ -245,20 +246,15 @@ class Listener {
 
  private:
   static constexpr std::chrono::milliseconds HEARTBEAT{50};
-  static constexpr std::chrono::milliseconds LONGEST_BEAT{200};
 
   void ReceiveProgress(SceneReader& reader) {
     reader.Exchange(fraction);
     reader.Exchange(what);
-    if (reader.IsGood() && Clock::now() > nextBeat) Beat();
+    if (reader.IsGood()) Beat();
   }
 
-  // A report may draw a frame; what takes long comes more rarely, so that the load has half of the time.
   void Beat() {
-    const Clock::time_point begin = Clock::now();
-    if (progress && wanted) wanted = progress(fraction, what.c_str());
-    const Clock::time_point end = Clock::now();
-    nextBeat = end + std::clamp<Clock::duration>(end - begin, HEARTBEAT, LONGEST_BEAT);
+    if (wanted) wanted = progress.Tell(fraction, what.c_str());
   }
 
   bool ReadAll(void* bytes, std::size_t size) {
@@ -279,7 +275,7 @@ class Listener {
       pollfd query{child.GetInput(), POLLIN, 0};
       const int ready = poll(&query, 1, static_cast<int>(HEARTBEAT.count()));
       if (ready < 0 && errno != EINTR) return false;
-      if (ready <= 0 || Clock::now() > nextBeat) Beat();
+      Beat();
       if (!wanted) return false;
       if (ready > 0) return true;
       timedOut = Clock::now() > deadline;
@@ -298,13 +294,12 @@ class Listener {
   }
 
   Child& child;
-  const Progress& progress;
+  PacedProgress progress;
   const ImportLimits limits;
   const Clock::time_point deadline;
 
   double fraction = 0.0;
   std::string what = "Reading the file";
-  Clock::time_point nextBeat;
   bool wanted = true;
   bool timedOut = false;
 };

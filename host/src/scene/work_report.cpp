@@ -11,6 +11,7 @@ namespace zovhost {
 namespace {
 
 constexpr std::chrono::milliseconds PERIOD(50);
+constexpr std::chrono::milliseconds LONGEST_PAUSE(200);
 
 long long GetMilliseconds() {
   return std::chrono::duration_cast<std::chrono::milliseconds>(
@@ -103,7 +104,8 @@ bool PacedProgress::Tell(double fraction, const char* what) {
   const long long now = GetMilliseconds();
   if (!progress || now < next) return true;
   const bool wanted = progress(fraction, what);
-  next = GetMilliseconds() + PERIOD.count();
+  const long long end = GetMilliseconds();
+  next = end + std::clamp<long long>(end - now, PERIOD.count(), LONGEST_PAUSE.count());
   return wanted;
 }
 

@@ -49,7 +49,9 @@ class WorkReport {
 /// besides is thrown here. Without `progress` this thread does it.
 bool RunReported(const Progress& progress, const std::function<void(WorkReport&)>& work);
 
-/// Calls `progress` when its last call is a while ago: for loops that know of no thread.
+/// Calls `progress` when its last call is a while ago, for loops that know of no thread: twenty times a
+/// second, or more rarely where a call takes long, since it may draw a frame and the work is to have half of
+/// the time.
 class PacedProgress {
  public:
   explicit PacedProgress(const Progress& target);

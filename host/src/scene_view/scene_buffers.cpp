@@ -77,8 +77,9 @@ bool SceneBuffers::Upload(const Scene& scene, const Progress& progress) {
   const Progress planning = [&progress](double fraction, const char* what) {
     return progress(fraction * planned, what);
   };
-  const Progress uploading = [&progress](double fraction, const char* what) {
-    return !progress || progress(planned + fraction * (1.0 - planned), what);
+  PacedProgress paced(progress);
+  const Progress uploading = [&paced](double fraction, const char* what) {
+    return paced.Tell(planned + fraction * (1.0 - planned), what);
   };
   const auto work = [&](WorkReport& report) { MakePlan(scene, plan, report); };
   if (!RunReported(progress ? planning : Progress(), work)) return false;

@@ -36,16 +36,6 @@ VariantPtr AskBus(GDBusConnection* bus, const char* method, GVariant* parameters
       nullptr, G_DBUS_CALL_FLAGS_NONE, START_MILLISECONDS, nullptr, nullptr));
 }
 
-// Running, or started by this. One that nobody has told how to start may run all the same.
-bool HasPortal() {
-  if (!PortalCall::HasSession()) return false;
-  const GObjectPtr<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
-  if (bus == nullptr) return false;
-  g_dbus_connection_set_exit_on_close(bus.get(), FALSE);  // a session that ends is no reason to die here
-  return AskBus(bus.get(), "GetNameOwner", g_variant_new("(s)", PORTAL)) != nullptr ||
-         AskBus(bus.get(), "StartServiceByName", g_variant_new("(su)", PORTAL, 0U)) != nullptr;
-}
-
 // a(sa(us)); null for none, by which every file shows.
 GVariant* MakeFilters(const std::vector<FileDialog::Filter>& filters) {
   if (filters.empty()) return nullptr;
@@ -84,8 +74,24 @@ bool PortalCall::HasSession() {
   return folder.is_absolute() && std::filesystem::exists(folder / "bus", ignored);
 }
 
+// A connection whose last user goes drops what it has not sent yet: the dialog of a call that was cancelled
+// would stay open.
+PortalCall::~PortalCall() {
+  if (bus != nullptr) g_dbus_connection_flush_sync(bus.get(), nullptr, nullptr);
+}
+
+// Running, or started by this. One that nobody has told how to start may run all the same.
+bool PortalCall::FindPortal() {
+  if (!HasSession()) return false;
+  bus.reset(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
+  if (bus == nullptr) return false;
+  g_dbus_connection_set_exit_on_close(bus.get(), FALSE);  // a session that ends is no reason to die here
+  return AskBus(bus.get(), "GetNameOwner", g_variant_new("(s)", PORTAL)) != nullptr ||
+         AskBus(bus.get(), "StartServiceByName", g_variant_new("(su)", PORTAL, 0U)) != nullptr;
+}
+
 bool PortalCall::Begin() {
-  if (!HasPortal()) return false;
+  if (!FindPortal()) return false;
   portal.reset(xdp_portal_new());
   GVariant* const filters = MakeFilters(asked.filters);
   if (asked.kind == FileDialog::Question::Kind::Open) {

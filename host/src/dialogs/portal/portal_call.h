@@ -18,6 +18,10 @@ using GObjectPtr = std::unique_ptr<Object, GObjectDeleter>;
 class PortalCall {
  public:
   explicit PortalCall(const FileDialog::Question& question) : asked(question) {}
+  /// Goes once the desktop has been told everything.
+  ~PortalCall();
+  PortalCall(const PortalCall&) = delete;
+  PortalCall& operator=(const PortalCall&) = delete;
 
   /// Whether the process is in a session of a desktop.
   static bool HasSession();
@@ -30,10 +34,12 @@ class PortalCall {
   const FileDialog::Answer& GetAnswer() const { return answer; }
 
  private:
+  bool FindPortal();
   static void OnAnswered(GObject* source, GAsyncResult* result, gpointer call);
   void Take(GVariant* reply, const GError* error);
 
   const FileDialog::Question& asked;
+  GObjectPtr<GDBusConnection> bus;
   GObjectPtr<XdpPortal> portal;
   GObjectPtr<GCancellable> cancellable{g_cancellable_new()};
   FileDialog::Answer answer;
