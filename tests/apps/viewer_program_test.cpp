@@ -141,6 +141,9 @@ TEST(viewer_program, tells_its_use) {
   for (const char* word : {"MODEL", "--headless", "--size", "--out", "--version"}) {
     EXPECT_NE(result.out.find(word), std::string::npos) << word;
   }
+  for (const char* word : {"Excludes", "Needs", "TEXT", "INT"}) {
+    EXPECT_EQ(result.out.find(word), std::string::npos) << word;
+  }
 }
 
 TEST(viewer_program, an_output_that_is_a_file_is_refused_and_kept) {
