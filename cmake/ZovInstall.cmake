@@ -15,7 +15,8 @@ install(EXPORT zovtoolsTargets NAMESPACE zov::
   DESTINATION ${ZOV_PACKAGE_DIR} COMPONENT development)
 
 if(ZOV_BUILD_HOST)
-  foreach(library files stories views scene gl window)
+  include(${CMAKE_CURRENT_LIST_DIR}/ZovKitPackages.cmake)
+  foreach(library IN LISTS ZOV_KIT_LIBRARIES)
     install(TARGETS zov_${library} EXPORT zovtools_${library}Targets
       ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT kit
       FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT kit)
@@ -61,14 +62,10 @@ install(FILES ${PROJECT_BINARY_DIR}/zovtools.pc DESTINATION ${ZOV_PC_DIR} COMPON
 
 # The libraries of the kit are static, so what they are made with is for each program to link.
 if(ZOV_BUILD_HOST)
-  include(${CMAKE_CURRENT_LIST_DIR}/ZovKitPackages.cmake)
-  set(ZOV_PC_REQUIRES_stories zovhost-files)
-  set(ZOV_PC_REQUIRES_views zovhost-stories)
-  set(ZOV_PC_REQUIRES_gl zovhost-scene zovhost-files)
-  set(ZOV_PC_REQUIRES_window zovhost-files)
   set(ZOV_PC_OTHERS_scene " -lembree3")  # has no module
-  foreach(library files stories views scene gl window)
-    set(requires ${ZOV_PC_REQUIRES_${library}} "zovtools = ${PROJECT_VERSION}")
+  foreach(library IN LISTS ZOV_KIT_LIBRARIES)
+    list(TRANSFORM ZOV_KIT_NEEDS_${library} PREPEND zovhost- OUTPUT_VARIABLE requires)
+    set(requires ${requires} "zovtools = ${PROJECT_VERSION}")
     foreach(row IN LISTS ZOV_KIT_PACKAGES)
       if(row MATCHES "^${library}\\|[^|]*\\|[^|]*\\|(.*)$")
         string(REPLACE " " ";" modules "${CMAKE_MATCH_1}")

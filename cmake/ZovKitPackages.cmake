@@ -1,6 +1,24 @@
-# What the libraries of the host kit are made with. Read when they are built, and by the installed package when
-# a program asks for them.
+# The libraries of the host kit, and what they are made with. Read when they are built, and by the installed package
+# when a program asks for them.
 find_package(PkgConfig QUIET)
+
+# Each after those of the kit that it needs itself.
+set(ZOV_KIT_LIBRARIES files stories views scene gl window)
+set(ZOV_KIT_NEEDS_stories files)
+set(ZOV_KIT_NEEDS_views stories)
+set(ZOV_KIT_NEEDS_gl files scene)
+set(ZOV_KIT_NEEDS_window files)
+
+# zov_add_needed_kit(<variable>): to the libraries in it come all those that they need.
+macro(zov_add_needed_kit libraries)
+  set(zov_order ${ZOV_KIT_LIBRARIES})
+  list(REVERSE zov_order)
+  foreach(zov_library IN LISTS zov_order)
+    if(zov_library IN_LIST ${libraries})
+      list(APPEND ${libraries} ${ZOV_KIT_NEEDS_${zov_library}})
+    endif()
+  endforeach()
+endmacro()
 
 # A row: the library of the kit, the name here, the Debian package, and the modules of pkg-config.
 set(ZOV_KIT_PACKAGES
