@@ -11,7 +11,6 @@
 #include "support/cameras.h"
 #include "support/manual_platform.h"
 #include "support/memory_hub.h"
-#include "support/virtual_slot.h"
 
 using namespace Korvane;
 
@@ -53,72 +52,6 @@ class CameraOperationsHub : public ::testing::Test {
 };
 
 }  // namespace
-
-// ---- the table of virtual operations ----
-
-namespace {
-
-// Opens the protected hooks.
-class OpenHub : public CameraOperations {
- public:
-  static int SlotOfOnBeginShot() { return VirtualSlot(&OpenHub::OnBeginShot); }
-  static int SlotOfOnEndShot() { return VirtualSlot(&OpenHub::OnEndShot); }
-};
-
-}  // namespace
-
-TEST(CameraOperationsTable, virtual_operations_stand_in_order) {
-  using H = CameraOperations;
-  using VectorForm = bool (H::*)(Vector3, Vector3, OperationType);
-  using KeyForm = bool (H::*)(KeyID, bool, OperationType);
-  using CursorForm = bool (H::*)(int, int, OperationType);
-  const int slots[] = {
-      VirtualSlot(&H::ApplyCameraParameters),
-      VirtualSlot(&H::QueryCameraParameters),
-      VirtualSlot(&H::RequestApplicationUpdate),
-      VirtualSlot(&H::SetSceneBoundingSphere),
-      VirtualSlot(&H::SetSceneBoundingBox),
-      VirtualSlot(&H::ResetSceneBoundingSphere),
-      VirtualSlot(&H::ResetSceneBoundingBox),
-      VirtualSlot(&H::SetUCSBoundingSphere),
-      VirtualSlot(&H::SetUCSBoundingBox),
-      VirtualSlot(&H::ResetUCSBoundingSphere),
-      VirtualSlot(&H::ResetUCSBoundingBox),
-      VirtualSlot(&H::IsGeometrySelected),
-      VirtualSlot(&H::SetGeometrySelection),
-      VirtualSlot(&H::ResetGeometrySelection),
-      VirtualSlot(&H::GetWorldUpDirection),
-      VirtualSlot(&H::GetWorldFrontDirection),
-      VirtualSlot(&H::PerformOperations),
-      VirtualSlot(&H::BeginOperation),
-      VirtualSlot(&H::EndOperation),
-      VirtualSlot(static_cast<VectorForm>(&H::UpdateOperationParams)),
-      VirtualSlot(static_cast<KeyForm>(&H::UpdateOperationParams)),
-      VirtualSlot(static_cast<CursorForm>(&H::UpdateOperationParams)),
-      VirtualSlot(&H::EndShot),
-      VirtualSlot(&H::AdvanceActiveShot),
-      VirtualSlot(&H::IsOperationActive),
-      VirtualSlot(&H::IsShotActive),
-      VirtualSlot(&H::GetActiveOperation),
-      VirtualSlot(&H::GetActiveShot),
-      VirtualSlot(&H::SetActiveShotObserver),
-      VirtualSlot(static_cast<ApplicationParameters& (H::*)()>(&H::GetApplicationParameters)),
-      VirtualSlot(static_cast<const ApplicationParameters& (H::*)() const>(&H::GetApplicationParameters)),
-      VirtualSlot(&H::GetCameraParameters),
-      VirtualSlot(&H::GetHomeCamera),
-      VirtualSlot(&H::CheckCamerasEqual),
-      VirtualSlot(&H::AddOperationObserver),
-      VirtualSlot(&H::RemoveOperationObserver),
-      VirtualSlot(&H::RecalculateSceneBounds),
-      VirtualSlot(&H::RecalculateSelectionBounds),
-      VirtualSlot(&H::RecalculateGlobalBounds),
-      OpenHub::SlotOfOnBeginShot(),
-      OpenHub::SlotOfOnEndShot(),
-  };
-  EXPECT_EQ(slots[0], 2);  // the destructor takes the first two places
-  for (std::size_t i = 1; i < std::size(slots); ++i) EXPECT_LT(slots[i - 1], slots[i]) << i;
-  EXPECT_EQ(VirtualSlot(&H::SetBoundingBoxSelection), -1);
-}
 
 // ---- beginning ----
 
