@@ -52,7 +52,8 @@ void Viewer::OnEvent(const WindowEvent& event) {
     case WindowEvent::Type::Resized:
       return OnResized();
     case WindowEvent::Type::FileDropped:
-      return Open({event.path});
+      dropped.emplace_back(event.path);  // the others of the same drop come next
+      return window.Wake();
     case WindowEvent::Type::Closing:
       if (desk.GetPage() == StoryDesk::Page::Losing) return;  // who asks twice means it
       window.KeepOpen();

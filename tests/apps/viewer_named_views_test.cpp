@@ -23,13 +23,6 @@ using Korvane::Vector3;
 using Part = zovview::NamedViewsPanel::Part;
 using Names = std::vector<std::string>;
 
-constexpr const char* VIEWPOINT =
-    "<VisualizationInfo Guid=\"0f4c2b6a-8d1e-4f37-9a52-6c3b1d7e8f90\"><PerspectiveCamera>"
-    "<CameraViewPoint><X>3</X><Y>-8</Y><Z>2</Z></CameraViewPoint>"
-    "<CameraDirection><X>0</X><Y>1</Y><Z>0</Z></CameraDirection>"
-    "<CameraUpVector><X>0</X><Y>0</Y><Z>1</Z></CameraUpVector>"
-    "<FieldOfView>50</FieldOfView></PerspectiveCamera></VisualizationInfo>";
-
 std::string ReadText(const fs::path& file) {
   std::ifstream input(file, std::ios::binary);
   return {std::istreambuf_iterator<char>(input), std::istreambuf_iterator<char>()};

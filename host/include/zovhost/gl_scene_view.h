@@ -36,6 +36,13 @@ class GLSceneView {
   /// unfit or memory is short, or when `progress`, which may be empty, has broken it off; the view then shows
   /// what it showed before, as it does until this returns. `progress` may draw, with this view too.
   bool SetScene(const Scene* scene, const Progress& progress = {});
+  /// The long half of SetScene alone: uploads a scene beside the present one, which goes on to show until
+  /// ShowPrepared. One that was prepared before is freed. False as SetScene; nothing is prepared then.
+  bool Prepare(const Scene& scene, const Progress& progress = {});
+  /// The short half: shows what was prepared. False when nothing was.
+  bool ShowPrepared();
+  /// Frees what was prepared and has not been shown.
+  void DropPrepared();
   /// Whether Options::moving makes a difference to the present scene.
   bool DropsDetail() const;
   /// Frees everything; the destructor does so as well. The context has to be current.
