@@ -36,8 +36,8 @@ class Viewer {
     Recorder* recorder = nullptr;
     /// Events, frames and rests are told on the error stream.
     bool log = false;
-    /// Of the discs of the first view, which otherwise begin as they come; and these introduce themselves
-    /// only where it can be kept that they have. Borrowed.
+    /// Of all views, which otherwise begin as they come; discs introduce themselves, in the first view, only
+    /// where it can be kept that they have. Borrowed.
     SettingsFile* settings = nullptr;
     /// Opened with the first model, and presented; empty for none.
     std::filesystem::path story = {};
@@ -124,11 +124,13 @@ class Viewer {
   void AddView();
   void ReadSettings(Viewport& view);
   void ReadKept(Viewport& view);
+  void TakeSettings(Viewport& view);
   void ApplyPreferences();
   void ShowGround();
   void SpeakLanguage();
   void TellFontProblem();
   void KeepSettings();
+  void KeepSettings(std::size_t view);
   void OnEvent(const zovhost::WindowEvent& event);
   void OnPointerEvent(zovhost::WindowEvent event);
   void OnKeyEvent(const zovhost::WindowEvent& event);

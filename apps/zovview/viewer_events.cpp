@@ -150,7 +150,8 @@ void Viewer::AskForFile(std::size_t view, const FileRequest& request) {
   }
   const auto write = [this, view, enlargement = request.enlargement](const std::filesystem::path& file,
                                                                      std::string& error) {
-    return WritePictureFile(file, views[view]->GetHub(), sceneView, enlargement, window.GetScale(), error);
+    return WritePictureFile(file, views[view]->GetHub(), sceneView, views[view]->GetSelection().GetPart(),
+                            enlargement, window.GetScale(), error);
   };
   const std::filesystem::path name = modelFile.empty() ? "view" : modelFile.stem();
   files.Ask(

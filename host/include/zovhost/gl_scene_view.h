@@ -21,6 +21,7 @@ class GLSceneView {
     bool drawBackground = true;
     bool drawEdges = true;
     bool drawGroundShadow = true;
+    bool drawFaceHighlight = true;
     int selectedPart = -1;  // index into the scene's parts, -1: none
     /// The view moves: a large scene is drawn coarsely, without edges, shadow and what is tiny, so that
     /// frames follow each other without a graphics card too. One that is not large is drawn as at rest.

@@ -273,6 +273,7 @@ void GLSceneView::Impl::DrawWhole(const SceneFrame& frame, const Place& place) c
 }
 
 void GLSceneView::Impl::DrawFace(const SceneFrame& frame) {
+  if (!options.drawFaceHighlight) return;
   glEnable(GL_DEPTH_TEST);
   glEnable(GL_BLEND);
   glDisable(GL_POLYGON_OFFSET_FILL);
