@@ -23,6 +23,8 @@ class FileDesk {
   /// One at a time; another is not asked.
   void Ask(FileQuestion wanted);
   void TakeAnswer();
+  /// A dialog of the desktop's is open.
+  bool IsAsking() const { return dialog.IsAsking(); }
 
  private:
   Surroundings surroundings;

@@ -1,8 +1,12 @@
 #include "film_output.h"
 
+#include <algorithm>
 #include <array>
+#include <charconv>
 #include <cstdio>
 #include <fstream>
+#include <iterator>
+#include <string_view>
 #include <utility>
 
 namespace zovview {
@@ -14,6 +18,11 @@ namespace {
 constexpr int SHEET_COLUMNS = 4;
 constexpr int THUMBNAIL_WIDTH = 400;
 constexpr std::size_t LONGEST_QUEUE = 4;  // pictures that wait to be written
+constexpr const char* PAGE = "index.html";
+constexpr const char* SHEET = "contact_sheet.png";
+constexpr const char* COUNT_MARK = "<meta name=\"zovtools-pictures\" content=\"";  // and the number
+constexpr std::size_t PAGE_HEAD = 4096;   // bytes of a page, in which it stands
+constexpr int MOST_PICTURES = 1'000'000;  // that anybody believes
 
 std::string PictureName(int number) {
   std::array<char, 16> name{};
@@ -39,6 +48,21 @@ std::string EscapeHtml(const std::string& text) {
     }
   }
   return escaped;
+}
+
+// Of the film that wrote this page; 0 for none of this program's.
+int ReadPictureCount(const fs::path& page) {
+  std::error_code ignored;
+  if (!fs::is_regular_file(page, ignored)) return 0;
+  std::ifstream input(page, std::ios::binary);
+  std::string head(PAGE_HEAD, '\0');
+  input.read(head.data(), static_cast<std::streamsize>(head.size()));
+  const std::string_view mark = COUNT_MARK;
+  const std::size_t at = head.find(mark);
+  if (at == std::string::npos) return 0;
+  int count = 0;
+  std::from_chars(head.data() + at + mark.size(), head.data() + head.size(), count);
+  return std::clamp(count, 0, MOST_PICTURES);
 }
 
 std::string Describe(const fs::path& path, const std::error_code& failure) {
@@ -147,13 +171,14 @@ bool FilmOutput::WriteSheet(std::string& error) {
   parameters.thumbnailWidth = THUMBNAIL_WIDTH;
   zovhost::Image sheet;
   return zovhost::MakeContactSheet(sheetPictures, parameters, sheet, error) &&
-         zovhost::WritePng(partial / "contact_sheet.png", sheet, error);
+         zovhost::WritePng(partial / SHEET, sheet, error);
 }
 
 bool FilmOutput::WritePage(std::string& error) {
-  const fs::path path = partial / "index.html";
+  const fs::path path = partial / PAGE;
   std::ofstream page(path);
-  page << "<!doctype html>\n<html lang=\"en\">\n<meta charset=\"utf-8\">\n<title>" << EscapeHtml(labels.title)
+  page << "<!doctype html>\n<html lang=\"en\">\n<meta charset=\"utf-8\">\n"
+       << COUNT_MARK << pictureCount << "\">\n<title>" << EscapeHtml(labels.title)
        << "</title>\n<style>body{font-family:sans-serif;margin:2rem auto;max-width:80rem;"
           "background:#f4f5f6;color:#222}img{max-width:100%}</style>\n<h1>"
        << EscapeHtml(labels.title) << "</h1>\n<p><img src=\"" << EscapeHtml(labels.animation)
@@ -167,23 +192,35 @@ bool FilmOutput::WritePage(std::string& error) {
 
 bool FilmOutput::MoveInPlace(std::string& error) {
   std::error_code failure;
+  const int formerCount = ReadPictureCount(directory / PAGE);
   fs::create_directories(directory, failure);
-  for (const fs::directory_entry& file : fs::directory_iterator(partial, failure)) {
-    if (!failure) fs::rename(file.path(), directory / file.path().filename(), failure);
-    if (failure) break;
+  std::vector<fs::path> files;
+  fs::directory_iterator file(partial, failure);
+  for (; !failure && file != fs::directory_iterator(); file.increment(failure)) files.push_back(file->path());
+  for (const fs::path& each : files) {
+    if (!failure) fs::rename(each, directory / each.filename(), failure);
   }
   if (failure) {
     error = Describe(directory, failure);
     return false;
   }
-  RemoveOldPictures();
+  RemoveOldPictures(formerCount);
   return true;
 }
 
-void FilmOutput::RemoveOldPictures() {
-  std::error_code failure;
-  for (int number = pictureCount; fs::remove(directory / PictureName(number), failure); ++number) {
+void FilmOutput::RemoveOldPictures(int formerCount) const {
+  std::error_code ignored;
+  for (int number = pictureCount; number < formerCount; ++number) {
+    fs::remove(directory / PictureName(number), ignored);
   }
+}
+
+bool FilmOutput::ReplacesFiles(const fs::path& directory, const std::string& animation) {
+  const std::string names[] = {PictureName(0), SHEET, PAGE, animation};
+  return std::any_of(std::begin(names), std::end(names), [&directory](const std::string& name) {
+    std::error_code ignored;
+    return fs::exists(directory / name, ignored);
+  });
 }
 
 }  // namespace zovview

@@ -39,8 +39,10 @@ class FilmOutput {
   /// `onSheet`: it appears on the contact sheet as well, under its caption.
   /// An earlier picture's failure is told here too.
   bool Add(zovhost::Image picture, const std::string& caption, bool onSheet, std::string& error);
+  /// Whether a film in this folder replaces files that are there.
+  static bool ReplacesFiles(const std::filesystem::path& directory, const std::string& animation);
   /// Writes the sheet, the animation and the page, and moves everything to its place. Pictures of an
-  /// earlier, longer film are removed there; nothing else is touched.
+  /// earlier, longer film, which its page counts, are removed there; nothing else is touched.
   bool Publish(std::string& error);
 
   int GetPictureCount() const { return pictureCount; }
@@ -58,7 +60,7 @@ class FilmOutput {
   bool WriteSheet(std::string& error);
   bool WritePage(std::string& error);
   bool MoveInPlace(std::string& error);
-  void RemoveOldPictures();
+  void RemoveOldPictures(int formerCount) const;
 
   std::filesystem::path directory;
   std::filesystem::path partial;

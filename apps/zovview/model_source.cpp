@@ -1,7 +1,9 @@
 #include "model_source.h"
 
 #include <cstdlib>
+#include <new>
 #include <sstream>
+#include <system_error>
 
 namespace zovview {
 
@@ -10,6 +12,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char* SAMPLE_HOUSE = "assimp/models/IFC/AC14-FZK-Haus.ifc";
+constexpr const char* TOO_LARGE = ": reading it takes more memory than there is";
 constexpr const char* DATA_DIRECTORIES = "/usr/local/share:/usr/share";
 
 std::string GetDataDirectories() {
@@ -35,11 +38,15 @@ ModelSource FindDefaultModel() {
   return {};
 }
 
-LoadedModel LoadModel(const ModelSource& source, const zovhost::Progress& progress) {
+LoadedModel LoadModel(const ModelSource& source, const zovhost::Progress& progress) try {
   LoadedModel model{source, nullptr, {}};
   model.scene = source.file.empty() ? zovhost::MakeDemoBuilding()
                                     : zovhost::LoadScene(source.file, progress, model.error);
   return model;
+} catch (const std::bad_alloc&) {
+  return {source, nullptr, source.GetName() + TOO_LARGE};
+} catch (const std::system_error&) {  // no thread can be had
+  return {source, nullptr, source.GetName() + TOO_LARGE};
 }
 
 }  // namespace zovview

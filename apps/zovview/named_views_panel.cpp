@@ -94,6 +94,8 @@ void NamedViewsPanel::Draw(ViewList& list, const ViewTarget& target, float width
   drawn.clear();
   const std::size_t count = list.GetViews().GetCount();
   if (renamed.has_value() && !list.GetViews().FindGuid(*renamed).has_value()) renamed.reset();
+  if (std::exchange(frame, ImGui::GetFrameCount()) + 1 < ImGui::GetFrameCount()) EndUnseen(list);
+  nameDrawn = false;
   if (count == 0) {
     ImGui::TextDisabled("%s", zovhost::Say("None is kept of this model yet."));
     return;
@@ -112,6 +114,7 @@ void NamedViewsPanel::Draw(ViewList& list, const ViewTarget& target, float width
   }
   ImGui::EndChild();
   ImGui::PopStyleVar();
+  if (renamed.has_value() && !nameDrawn) EndUnseen(list);  // scrolled away
   Fulfil(list);
   const bool settles = framesOfNews > 0 || framesOfFocus > 0;
   if (framesOfFocus > 0) --framesOfFocus;
@@ -152,9 +155,12 @@ void NamedViewsPanel::DrawRow(ViewList& list, const ViewTarget& target, std::siz
   const float left = at.x + PICTURE_WIDTH + GAP;
   ImGui::SetCursorScreenPos(ImVec2(left, at.y + 4.0F));
   DrawName(list, index, width - (left - at.x) - 4.0F);
-  if (isHovered || isShown) {
+  if (isHovered || isShown || doomed == view.guid) {
     ImGui::SetCursorScreenPos(ImVec2(left, at.y + size.y - ImGui::GetFrameHeight() - 3.0F));
-    DrawButtons(index, list.GetViews().GetCount());
+    if (doomed == view.guid)
+      DrawQuestion(index);
+    else
+      DrawButtons(index, list.GetViews().GetCount());
   }
   ImGui::SetCursorScreenPos(ImVec2(at.x, after.y));
   ImGui::Dummy(ImVec2(0.0F, ROW_HEIGHT - size.y));
@@ -167,6 +173,7 @@ void NamedViewsPanel::DrawName(ViewList& list, std::size_t index, float width) {
     ImGui::TextUnformatted(FitText(zovhost::ToPanelText(view.name), width).c_str());
     return;
   }
+  nameDrawn = true;
   ImGui::SetNextItemWidth(width);
   const bool begins = std::exchange(focuses, false);
   if (begins) ImGui::SetKeyboardFocusHere();
@@ -186,6 +193,13 @@ void NamedViewsPanel::DrawButtons(std::size_t index, std::size_t count) {
   if (DrawButton(index, Part::Delete, true)) wish = Wish{Part::Delete, index};
 }
 
+// The answers stand so that a second click of the same hand deletes nothing.
+void NamedViewsPanel::DrawQuestion(std::size_t index) {
+  if (DrawButton(index, Part::Delete, true)) wish = Wish{Part::Delete, index};
+  ImGui::SameLine();
+  if (DrawButton(index, Part::Keep, true)) wish = Wish{Part::Keep, index};
+}
+
 bool NamedViewsPanel::DrawButton(std::size_t index, Part part, bool enabled) {
   bool pressed = false;
   ImGui::BeginDisabled(!enabled);
@@ -193,6 +207,7 @@ bool NamedViewsPanel::DrawButton(std::size_t index, Part part, bool enabled) {
   if (part == Part::Down) pressed = ImGui::ArrowButton("##down", ImGuiDir_Down);
   if (part == Part::Rename) pressed = ImGui::Button(zovhost::SayLabel("Rename"));
   if (part == Part::Delete) pressed = ImGui::Button(zovhost::SayLabel("Delete"));
+  if (part == Part::Keep) pressed = ImGui::Button(zovhost::SayLabel("Cancel"));
   ImGui::EndDisabled();
   Note(index, part);
   return pressed;
@@ -202,6 +217,8 @@ void NamedViewsPanel::Fulfil(ViewList& list) {
   const std::optional<Wish> asked = std::exchange(wish, std::nullopt);
   if (!asked.has_value()) return;
   const std::size_t index = asked->index;
+  const std::string guid = list.GetViews().Get()[index].guid;
+  const std::optional<std::string> condemned = std::exchange(doomed, std::nullopt);
   switch (asked->part) {
     case Part::Picture:
       return list.Fly(index);
@@ -212,15 +229,28 @@ void NamedViewsPanel::Fulfil(ViewList& list) {
       list.Move(index, index + 1);
       return;
     case Part::Rename:
-      renamed = list.GetViews().Get()[index].guid;
+      renamed = guid;
       name = list.GetViews().Get()[index].name;
       focuses = true;
       framesOfFocus = FRAMES_OF_FOCUS;
       return;
     case Part::Delete:
-      list.Remove(index);
+      if (condemned == guid) {
+        list.Remove(index);
+      } else {
+        doomed = guid;
+      }
+      return;
+    case Part::Keep:
       return;
   }
+}
+
+// What was typed, or asked, in a row that is out of sight.
+void NamedViewsPanel::EndUnseen(ViewList& list) {
+  if (renamed.has_value()) EndRenaming(list);
+  focuses = false;
+  doomed.reset();
 }
 
 void NamedViewsPanel::EndRenaming(ViewList& list) {

@@ -1,6 +1,7 @@
 #include "picture_file.h"
 
 #include "bound_target.h"
+#include "picture_look.h"
 #include "zovhost/offscreen_target.h"
 #include "zovhost/picture.h"
 
@@ -8,14 +9,14 @@ namespace zovview {
 
 namespace {
 
-bool DrawPicture(const zovhost::ViewHub& hub, zovhost::GLSceneView& sceneView, int enlargement, double scale,
-                 zovhost::Image& picture) {
+bool DrawPicture(const zovhost::ViewHub& hub, zovhost::GLSceneView& sceneView, int selectedPart,
+                 int enlargement, double scale, zovhost::Image& picture) {
   zovhost::OffscreenTarget target;
   const int width = hub.GetViewportWidth() * enlargement;
   const int height = hub.GetViewportHeight() * enlargement;
   if (!target.Create(width, height)) return false;
   const BoundTarget bound(target);
-  sceneView.GetOptions().moving = false;
+  const PictureLook look(sceneView, selectedPart);
   return bound.IsGood() && sceneView.Draw(hub.GetView(), 0, 0, width, height, scale * enlargement) &&
          target.Read(picture);
 }
@@ -23,9 +24,10 @@ bool DrawPicture(const zovhost::ViewHub& hub, zovhost::GLSceneView& sceneView, i
 }  // namespace
 
 bool WritePictureFile(const std::filesystem::path& file, const zovhost::ViewHub& hub,
-                      zovhost::GLSceneView& sceneView, int enlargement, double scale, std::string& error) {
+                      zovhost::GLSceneView& sceneView, int selectedPart, int enlargement, double scale,
+                      std::string& error) {
   zovhost::Image picture;
-  if (DrawPicture(hub, sceneView, enlargement, scale, picture))
+  if (DrawPicture(hub, sceneView, selectedPart, enlargement, scale, picture))
     return zovhost::WritePng(file, picture, error);
   error = "the graphics memory does not hold a picture of this size";
   return false;

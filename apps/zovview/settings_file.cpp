@@ -38,6 +38,7 @@ constexpr std::array<const char*, 7> DISC_NAMES = {
 constexpr const char* BAR_NAME = "navigationBar";
 constexpr const char* TOOLS_NAME = "toolbar";
 constexpr const char* DEVICE_NAME = "sixAxisDevice";
+constexpr const char* CUBE_NAME = "orientationCube";
 constexpr const char* LINKED_NAME = "cube";
 // In the order of Toolbar::Position.
 constexpr std::array<const char*, 4> EDGE_NAMES = {"left", "top", "right", "bottom"};
@@ -185,6 +186,7 @@ struct Kept {
   DiscType lastDisc;
   BarPlaces bars;
   KeptDevices devices;
+  KeptCube cube;
   Choices choices;
 };
 
@@ -200,7 +202,13 @@ const char* TakeAll(const Json& settings, Kept& kept) {
   }
   const auto device = settings.find(DEVICE_NAME);
   if (device != settings.end() && !kept.devices.Take(*device)) return DEVICE_NAME;
+  const auto cube = settings.find(CUBE_NAME);
+  if (cube != settings.end() && !kept.cube.Take(*cube)) return CUBE_NAME;
   return TakeLastDisc(settings, kept.lastDisc) ? nullptr : LAST_DISC_NAME;
+}
+
+std::string Print(const Json& settings) {
+  return settings.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
 Parameters MeasureInPoints(const HelmDisc& disc, double scale) {
@@ -212,7 +220,7 @@ Parameters MeasureInPoints(const HelmDisc& disc, double scale) {
 }
 
 std::string Format(DiscType lastDisc, const Parameters& disc, const BarPlaces& bars, const Choices& choices,
-                   const KeptDevices& devices) {
+                   const KeptDevices& devices, const KeptCube& cube) {
   Json settings;
   settings[VERSION_NAME] = VERSION;
   settings[LAST_DISC_NAME] = DISC_NAMES[static_cast<std::size_t>(lastDisc)];
@@ -221,11 +229,26 @@ std::string Format(DiscType lastDisc, const Parameters& disc, const BarPlaces& b
   }
   settings[BAR_NAME] = FormatPlace(bars.navigation);
   settings[TOOLS_NAME] = FormatPlace(bars.tools);
+  settings[CUBE_NAME] = cube.Format();
   for (const Choice& choice : CHOICES) {
     std::visit([&](auto field) { settings[choice.name] = choices.*field; }, choice.field);
   }
   if (!devices.values.empty()) settings[DEVICE_NAME] = devices.Format();
-  return settings.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+  return Print(settings);
+}
+
+// What is another now than it was goes into the file's, field by field.
+void TakeChanges(const Json& before, const Json& now, Json& into) {
+  for (const auto& [name, value] : now.items()) {
+    const auto former = before.find(name);
+    if (former != before.end() && *former == value) continue;
+    const bool inBoth = former != before.end() && former->is_object() && value.is_object();
+    if (inBoth && into.contains(name) && into[name].is_object()) {
+      TakeChanges(*former, value, into[name]);
+    } else {
+      into[name] = value;
+    }
+  }
 }
 
 // ---- the file ----
@@ -233,9 +256,10 @@ std::string Format(DiscType lastDisc, const Parameters& disc, const BarPlaces& b
 // Null, with a reason, for what is none of this program's.
 Json ReadJson(const fs::path& file, const char*& reason) {
   std::error_code failure;
-  std::ifstream input(file, std::ios::binary);
   reason = "cannot be read";
-  if (!fs::is_regular_file(file, failure) || !input) return {};
+  if (!fs::is_regular_file(file, failure)) return {};  // a pipe would be waited for
+  std::ifstream input(file, std::ios::binary);
+  if (!input) return {};
   reason = "is no settings file";
   if (fs::file_size(file, failure) > LARGEST_FILE || failure) return {};
   const std::string text{std::istreambuf_iterator<char>(input), std::istreambuf_iterator<char>()};
@@ -279,7 +303,8 @@ fs::path SettingsFile::FindAside(const fs::path& file) {
 fs::path SettingsFile::GetModelFolder() const { return file.empty() ? file : file.parent_path() / "models"; }
 
 bool SettingsFile::Read(HelmDisc& disc, std::string& error) {
-  kept = Format(disc.GetDefaultDiscType(), disc.GetParameters(), bars, choices, devices);
+  kept = first = FormatNow(disc, 1.0);
+  seen.clear();
   broken = false;
   std::error_code failure;
   if (file.empty() || fs::symlink_status(file, failure).type() == fs::file_type::not_found) return true;
@@ -293,7 +318,7 @@ bool SettingsFile::Read(HelmDisc& disc, std::string& error) {
   if (settings.is_null()) return fail(reason);
   closed = settings[VERSION_NAME] > VERSION;
   if (closed) return fail("is of a newer version, and stays as it is");
-  Kept read = {disc.GetParameters(), disc.GetDefaultDiscType(), bars, devices, choices};
+  Kept read = {disc.GetParameters(), disc.GetDefaultDiscType(), bars, devices, cube, choices};
   if (const char* const wrong = TakeAll(settings, read)) {
     return fail(std::string("has a wrong value for \"") + wrong + "\"");
   }
@@ -301,15 +326,43 @@ bool SettingsFile::Read(HelmDisc& disc, std::string& error) {
   disc.SetDefaultDiscType(read.lastDisc);
   bars = read.bars;
   devices = read.devices;
+  cube = read.cube;
   choices = read.choices;
-  kept = Format(disc.GetDefaultDiscType(), disc.GetParameters(), bars, choices, devices);
+  kept = first = FormatNow(disc, 1.0);
   return true;
 }
 
-bool SettingsFile::Keep(const HelmDisc& disc, std::string& error) {
+std::string SettingsFile::FormatNow(const HelmDisc& disc, double pixelsForPoint) const {
+  return Format(disc.GetDefaultDiscType(), MeasureInPoints(disc, pixelsForPoint), bars, choices, devices,
+                cube);
+}
+
+// That of the file, which another program may have written meanwhile; or as it was kept last, where there is
+// no file, or a broken one. Null for one of a newer version.
+Json SettingsFile::ReadPresent() {
+  std::error_code failure;
+  const char* reason = nullptr;
+  const bool isThere = fs::symlink_status(file, failure).type() != fs::file_type::not_found;
+  Json present = isThere && !broken ? ReadJson(file, reason) : Json();
+  if (!present.is_null()) return present[VERSION_NAME] > VERSION ? Json() : present;
+  broken = isThere;
+  return Json::parse(kept);
+}
+
+bool SettingsFile::Keep(const HelmDisc& disc, std::string& error, std::size_t view) {
   if (closed || file.empty()) return true;
-  std::string text = Format(disc.GetDefaultDiscType(), MeasureInPoints(disc, scale), bars, choices, devices);
-  if (text == kept) return true;
+  if (seen.size() <= view) seen.resize(view + 1, first);
+  const std::string before = std::exchange(seen[view], FormatNow(disc, scale));
+  if (seen[view] == before) return true;
+  Json present = ReadPresent();
+  closed = present.is_null();
+  if (closed) {
+    error = file.string() + " is of a newer version by now, and stays as it is";
+    return false;
+  }
+  TakeChanges(Json::parse(before), Json::parse(seen[view]), present);
+  std::string text = Print(present);
+  if (text == kept && !broken) return true;
   kept = std::move(text);
   if (std::exchange(broken, false)) SetAside();
   closed = !WriteText(kept, error);
@@ -325,7 +378,9 @@ void SettingsFile::SetAside() const {
 bool SettingsFile::WriteText(const std::string& text, std::string& error) const {
   std::error_code ignored;  // the file then tells what is wrong
   fs::create_directories(file.parent_path(), ignored);
-  zovhost::WholeFile output(file);
+  std::error_code unknown;  // a link that leads nowhere becomes the file
+  const fs::path target = fs::is_symlink(file, ignored) ? fs::canonical(file, unknown) : file;
+  zovhost::WholeFile output(unknown ? file : target);
   output.Write(text.data(), text.size());
   return output.Finish(error);
 }

@@ -275,6 +275,9 @@ void StoryDesk::DrawFile() {
 void StoryDesk::DrawExport() {
   ImGui::TextUnformatted(zovhost::Say("Export pictures and an animation into the folder"));
   DrawPath("##folder", path, 0);
+  if (StoryExport::ReplacesFiles(ToPath(path))) {
+    ImGui::TextDisabled("%s", zovhost::Say("There are files of a film: they will be replaced."));
+  }
   Choose(FIELDS[0], RATES, rate);
   Choose(FIELDS[1], SIZES, size);
   if (DrawButton("Export")) return Confirm();

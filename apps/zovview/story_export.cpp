@@ -18,6 +18,7 @@ namespace zovview {
 namespace {
 
 constexpr int PICTURES_OF_SHEET = 48;  // at most
+constexpr const char* ANIMATION = "story.webp";
 constexpr int EXIT_BAD_STORY = 2;
 constexpr int EXIT_INTERRUPTED = 130;
 
@@ -45,7 +46,7 @@ int Fail(const std::string& error, int code) {
 StoryExport::StoryExport(const zovhost::Scene& scene, zovhost::GLSceneView& sceneView, const Options& options,
                          const std::string& title)
     : film(scene, sceneView, options.film),
-      output(options.directory, {title, "Played by the storyboard", "story.webp",
+      output(options.directory, {title, "Played by the storyboard", ANIMATION,
                                  MeasurePictureTime(options.film.picturesPerSecond)}) {}
 
 std::unique_ptr<StoryExport> StoryExport::Begin(const Korvane::Story& story, const zovhost::Scene& scene,
@@ -68,6 +69,10 @@ StoryExport::State StoryExport::TakeNext(std::string& error) {
     return output.Add(std::move(picture), {}, onSheet, error) ? State::Going : State::Failed;
   }
   return error.empty() && output.Publish(error) ? State::Done : State::Failed;
+}
+
+bool StoryExport::ReplacesFiles(const std::filesystem::path& directory) {
+  return FilmOutput::ReplacesFiles(directory, ANIMATION);
 }
 
 std::string StoryExport::Describe() const {

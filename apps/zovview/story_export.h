@@ -25,6 +25,9 @@ class StoryExport {
                                             zovhost::GLSceneView& sceneView, const Options& options,
                                             std::string& error);
 
+  /// Whether an export into this folder replaces files that are there.
+  static bool ReplacesFiles(const std::filesystem::path& directory);
+
   /// One picture more; with the last, all files come to their place. One that is destroyed before that leaves
   /// nothing. `error` holds one line when it has failed.
   State TakeNext(std::string& error);

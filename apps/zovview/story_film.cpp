@@ -7,6 +7,7 @@
 #include <cstdint>
 
 #include "korvane/story.h"
+#include "picture_look.h"
 #include "zovhost/start_camera.h"
 
 namespace zovview {
@@ -105,7 +106,7 @@ void StoryFilm::Advance() {
 bool StoryFilm::Draw(zovhost::Image& picture) {
   GLint shown = 0;
   glGetIntegerv(GL_DRAW_FRAMEBUFFER_BINDING, &shown);
-  sceneView.GetOptions().selectedPart = -1;
+  const PictureLook look(sceneView);
   renderer.SetCamera(hub.GetView());
   const bool drawn = target.Bind() && sceneView.Draw(hub.GetView(), options.width, options.height);
   board->Draw();  // what fades

@@ -58,7 +58,9 @@ void ViewDevices::Advance(Recorder* recorder) {
   const bool focused = window.IsFocused();
   listening = recorder != nullptr && recorder->HasBegun() ? recorder : nullptr;
   hand.Advance(focused);
-  if (target->bars != nullptr) target->bars->ShowDevice(IsConnected());
+  for (const ViewTarget* const view : shownIn) {
+    if (view->bars != nullptr) view->bars->ShowDevice(IsConnected());
+  }
   if (listening != nullptr) Record(*listening, focused);
   listening = nullptr;
   if (hand.IsMoving()) window.RequestFrame();

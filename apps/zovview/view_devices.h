@@ -24,6 +24,8 @@ class ViewDevices {
   ViewDevices(const ViewDevices&) = delete;
   ViewDevices& operator=(const ViewDevices&) = delete;
 
+  /// A view where their button shows while there are any. Borrowed.
+  void AddView(const ViewTarget& view) { shownIn.push_back(&view); }
   /// The view that they move from now on.
   void SetTarget(const ViewTarget& target);
   /// Something has come since the last call; a frame looks at it.
@@ -54,6 +56,7 @@ class ViewDevices {
   zovhost::SixAxisPanel page;
   std::vector<zovhost::SixAxisSource*> sources;
   const ViewTarget* target = nullptr;
+  std::vector<const ViewTarget*> shownIn;
   Recorder* listening = nullptr;  // to the buttons of the present frame
   zovhost::SixAxes recordedAxes{};
   std::vector<double> recordedSettings;  // as the view began, then as the recording has them

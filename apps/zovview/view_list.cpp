@@ -31,6 +31,11 @@ CameraParameters AtRest(CameraParameters camera) {
   return camera;
 }
 
+std::string DescribeShare(const fs::path& file, std::size_t taken, std::size_t count) {
+  return file.string() + ": only " + std::to_string(taken) + " of " + std::to_string(count) +
+         " views were added";
+}
+
 }  // namespace
 
 ViewList::ViewList(Surroundings around, zovhost::GLSceneView& sceneView)
@@ -112,16 +117,20 @@ double ViewList::FindDistance(const zovhost::BcfViewpoint& viewpoint) const {
   return depth > 0.0 ? depth : scene->GetRadius();
 }
 
-bool ViewList::ReadViews(const fs::path& from, zovhost::NamedViews& read, std::string& error) const {
+bool ViewList::ReadViews(const fs::path& from, zovhost::NamedViews& read, std::size_t& count,
+                         std::string& error) const {
   if (!zovhost::IsBcfFile(from)) {
     std::string text;
     if (!zovhost::ReadWholeFile(from, LARGEST_VIEWS_FILE, text, error)) return false;
-    if (zovhost::ParseNamedViews(text, read, error)) return true;
+    const bool parsed = zovhost::ParseNamedViews(text, read, error);
+    count = read.GetCount();
+    if (parsed) return true;
     error.insert(0, from.string() + ": ");
     return false;
   }
   std::vector<zovhost::BcfView> exchanged;
   if (!zovhost::ReadBcfFile(from, exchanged, error)) return false;
+  count = exchanged.size();
   for (const zovhost::BcfView& view : exchanged) {
     CameraParameters camera;
     if (!zovhost::CameraFromBcf(view.viewpoint, AxesOf(*scene), FindDistance(view.viewpoint), camera))
@@ -143,22 +152,26 @@ bool ViewList::Take(const zovhost::NamedView& view, std::size_t& index) {
 
 bool ViewList::Import(const fs::path& from, std::size_t& first, std::string& error) {
   zovhost::NamedViews read;
+  std::size_t count = 0;
   if (scene == nullptr) {
     error = from.string() + ": there is no model to show it";
     return false;
   }
-  if (!ReadViews(from, read, error)) return false;
-  bool any = false;
+  if (!ReadViews(from, read, count, error)) return false;
+  std::size_t taken = 0;
   for (const zovhost::NamedView& view : read.Get()) {
     std::size_t index = 0;
     if (!Take(view, index)) break;
-    if (!any) first = index;
-    any = true;
+    if (taken++ == 0) first = index;
   }
-  if (!any) error = from.string() + ": it has no views, or there are too many already";
-  if (any) news = first;
   NoteChange();
-  return any;
+  if (taken == 0) {
+    error = from.string() + ": it has no views, or there are too many already";
+    return false;
+  }
+  news = first;
+  if (taken < count) surroundings.tell(DescribeShare(from, taken, count));
+  return true;
 }
 
 void ViewList::Open(const fs::path& from) {
@@ -169,11 +182,16 @@ void ViewList::Open(const fs::path& from) {
 }
 
 std::optional<CameraParameters> ViewList::FindCamera(const std::string& nameOrFile) {
-  std::size_t first = 0;
+  zovhost::NamedViews read;
+  std::size_t count = 0;
   std::string error = nameOrFile + ": no view of this model has that name";
   const std::optional<std::size_t> named = views.FindName(nameOrFile);
   if (named.has_value()) return views.Get()[*named].camera;
-  if (IsViewsFile(nameOrFile) && Import(nameOrFile, first, error)) return views.Get()[first].camera;
+  const bool isFile = IsViewsFile(nameOrFile) && scene != nullptr;
+  if (isFile && ReadViews(nameOrFile, read, count, error)) {
+    if (read.GetCount() > 0) return read.Get().front().camera;
+    error = nameOrFile + ": it has no views, or there are too many already";
+  }
   surroundings.tell(error);
   return std::nullopt;
 }

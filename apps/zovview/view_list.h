@@ -63,12 +63,13 @@ class ViewList {
   /// A file of viewpoints, or of views, by its name.
   static bool IsViewsFile(const std::filesystem::path& file);
   /// Adds the views of such a file. One that is there already, by its identifier, gets the camera of the
-  /// file. False, with one line in `error`, where nothing was added. `first` is the first of them.
+  /// file. False, with one line in `error`, where nothing was added; where it was not all, that is told.
+  /// `first` is the first of them.
   bool Import(const std::filesystem::path& file, std::size_t& first, std::string& error);
   /// Import, and a flight to the first. What fails is told.
   void Open(const std::filesystem::path& file);
-  /// That of a view by its name, or the first of a file that is imported. Nothing where there is none, which
-  /// is told.
+  /// That of a view by its name, or the first of a file, whose views are not added. Nothing where there is
+  /// none, which is told.
   std::optional<Korvane::CameraParameters> FindCamera(const std::string& nameOrFile);
   /// All views. Containers have pictures of them. False with one line in `error`.
   bool Export(const std::filesystem::path& file, std::string& error);
@@ -77,7 +78,9 @@ class ViewList {
   void AskExport();
 
  private:
-  bool ReadViews(const std::filesystem::path& file, zovhost::NamedViews& read, std::string& error) const;
+  // `count`: of the views in the file, also those that cannot be taken.
+  bool ReadViews(const std::filesystem::path& file, zovhost::NamedViews& read, std::size_t& count,
+                 std::string& error) const;
   bool FormatView(const zovhost::NamedView& view, bool withPicture, zovhost::BcfView& out,
                   std::string& error);
   bool Take(const zovhost::NamedView& view, std::size_t& index);

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "bound_target.h"
+#include "picture_look.h"
 #include "zovhost/offscreen_target.h"
 #include "zovhost/view_hub.h"
 
@@ -17,11 +18,8 @@ constexpr int SAMPLES = 4;
 bool DrawInto(const zovhost::OffscreenTarget& target, zovhost::GLSceneView& sceneView,
               Korvane::CameraParameters camera) {
   zovhost::ShapeToViewport(camera, target.GetWidth(), target.GetHeight());
-  const int selected = sceneView.GetOptions().selectedPart;
-  sceneView.GetOptions().selectedPart = -1;
-  const bool drawn = sceneView.Draw(camera, target.GetWidth(), target.GetHeight());
-  sceneView.GetOptions().selectedPart = selected;
-  return drawn;
+  const PictureLook look(sceneView);
+  return sceneView.Draw(camera, target.GetWidth(), target.GetHeight());
 }
 
 bool Create(zovhost::OffscreenTarget& target, int width) {
@@ -51,6 +49,10 @@ void ViewPictures::Clear() {
   wishes.clear();
   for (const auto& [key, picture] : textures) glDeleteTextures(1, &picture.texture);
   textures.clear();
+}
+
+void ViewPictures::Renew() {
+  for (auto& [key, picture] : textures) picture.width = 0;
 }
 
 // One that cannot be drawn is not wanted again and again: its texture is none.

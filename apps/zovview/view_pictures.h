@@ -27,6 +27,8 @@ class ViewPictures {
   unsigned Find(const std::string& key, const Korvane::CameraParameters& camera, int width);
   void Forget(const std::string& key);
   void Clear();
+  /// What they show looks different now: each is drawn anew when it is asked for, and shows until then.
+  void Renew();
   /// Draws one of those that are wanted.
   void DrawNext();
   bool IsWanted() const { return !wishes.empty(); }

@@ -67,7 +67,7 @@ int WriteViewStill(const LoadedModel& model, const ViewStill& still) {
   std::error_code failure;
   fs::create_directories(file.parent_path(), failure);
   if (failure) return Fail(file.parent_path().string() + ": " + failure.message());
-  if (!WritePictureFile(file, hub, sceneView, 1, still.scale, error)) return Fail(error);
+  if (!WritePictureFile(file, hub, sceneView, -1, 1, still.scale, error)) return Fail(error);
   std::printf("The view \"%s\" of %s is in %s\n", still.view.c_str(), model.source.GetName().c_str(),
               file.string().c_str());
   return 0;

@@ -6,6 +6,7 @@
 
 #include "command_icons.h"
 #include "language_commands.h"
+#include "picture_look.h"
 #include "text_path.h"
 #include "zovhost/host_pictures.h"
 #include "zovhost/phrases.h"
@@ -124,14 +125,20 @@ void Viewer::AddView() {
   Viewport& view = *views.back();
   view.GetRenderer().SetFaceShow(
       [this](const zovhost::SceneFace* face) { sceneView.SetFaceHighlight(face); });
-  view.GetRenderer().SetSceneDraw([this](const Korvane::CameraParameters& camera, int width, int height) {
-    sceneView.Draw(camera, width, height);
-  });
+  view.GetRenderer().SetSceneDraw(
+      [this, &view](const Korvane::CameraParameters& camera, int width, int height) {
+        const PictureLook look(sceneView, view.GetSelection().GetPart());
+        sceneView.Draw(camera, width, height);
+      });
   if (index == 0) ReadSettings(view);
+  TakeSettings(view);
   SpeakLanguage();
   view.ApplyPreferences();
   if (!view.Create()) std::fprintf(stderr, "%s: the tools and the cube cannot be drawn\n", PROGRAM);
-  if (index == 0 && settings != nullptr) view.GetBars().SetPlaces(settings->GetBarPlaces());
+  devices.AddView(view.GetTarget());
+  if (settings == nullptr) return;
+  view.GetBars().SetPlaces(settings->GetBarPlaces());
+  RestoreCube(settings->GetCube(), view.GetTarget());
 }
 
 // What the environment says holds for the session, and is not kept; a recording is played without it.
@@ -143,6 +150,14 @@ void Viewer::ReadSettings(Viewport& view) {
   preferences.Set(std::move(choices));
   ShowGround();
   preferences.SetObserver([this] { ApplyPreferences(); });
+}
+
+// The other views begin as the first one does, which has read them.
+void Viewer::TakeSettings(Viewport& view) {
+  const Korvane::HelmDisc& first = views[0]->GetDisc();
+  view.GetDisc().GetParameters() = first.GetParameters();
+  view.GetDisc().SetDefaultDiscType(first.GetDefaultDiscType());
+  if (settings != nullptr) devices.Restore(settings->GetDevices(), view.GetTarget());
   view.GetHub().GetApplicationParameters().preserve_orbit_up_direction =
       view.GetDisc().GetParameters().keepSceneUpright;
 }
@@ -151,7 +166,6 @@ void Viewer::ReadKept(Viewport& view) {
   std::string error;
   settings->GetDevices() = devices.GetKept(view.GetTarget());
   if (!settings->Read(view.GetDisc(), error)) std::fprintf(stderr, "%s: %s\n", PROGRAM, error.c_str());
-  devices.Restore(settings->GetDevices(), view.GetTarget());
 }
 
 // Between two frames, as the panels speak it too.
@@ -176,23 +190,32 @@ void Viewer::ApplyPreferences() {
 
 void Viewer::ShowGround() {
   const zovhost::SceneGround& ground = FindGround(preferences.Get().ground);
-  sceneView.GetOptions().ground = ground;
   gui.SetLight(ground.lightPanels);
+  if (ground == sceneView.GetOptions().ground) return;
+  sceneView.GetOptions().ground = ground;
+  namedViews.GetPictures().Renew();
 }
 
 void Viewer::KeepSettings() {
   if (settings == nullptr) return;
-  std::string error;
   const Choices kept = settings->GetChoices();
-  settings->GetBarPlaces() = views[0]->GetBars().GetPlaces();
   settings->GetChoices() = preferences.Get();
   if (zovhost::ViewHub::WantsReducedMotion()) settings->GetChoices().reducedMotion = kept.reducedMotion;
   if (settings->GetChoices().ground == givenGround) settings->GetChoices().ground = kept.ground;
-  settings->GetDevices() = devices.GetKept(views[0]->GetTarget());
-  settings->SetScale(views[0]->GetScale());
-  if (!settings->Keep(views[0]->GetDisc(), error)) {
-    std::fprintf(stderr, "%s: %s\n", PROGRAM, error.c_str());
-  }
+  for (std::size_t view = 0; view < views.size(); ++view) KeepSettings(view);
+}
+
+// A drag may have borrowed some of them.
+void Viewer::KeepSettings(std::size_t index) {
+  std::string error;
+  Viewport& view = *views[index];
+  if (view.IsPressed()) return;
+  settings->GetBarPlaces() = view.GetBars().GetPlaces();
+  settings->GetCube() = ReadCube(view.GetTarget());
+  settings->GetDevices() = devices.GetKept(view.GetTarget());
+  settings->SetScale(view.GetScale());
+  if (settings->Keep(view.GetDisc(), error, index)) return;
+  std::fprintf(stderr, "%s: %s\n", PROGRAM, error.c_str());
 }
 
 Viewer::~Viewer() {

@@ -36,8 +36,8 @@ class Viewer {
     Recorder* recorder = nullptr;
     /// Events, frames and rests are told on the error stream.
     bool log = false;
-    /// Of the discs of the first view, which otherwise begin as they come; and these introduce themselves
-    /// only where it can be kept that they have. Borrowed.
+    /// Of all views, which otherwise begin as they come; discs introduce themselves, in the first view, only
+    /// where it can be kept that they have. Borrowed.
     SettingsFile* settings = nullptr;
     /// Opened with the first model, and presented; empty for none.
     std::filesystem::path story = {};
@@ -61,9 +61,12 @@ class Viewer {
   int Run(const ModelSource& first);
 
   /// Loads a model in one of the next rounds of the window's loop; it replaces the present one when that has
-  /// succeeded. While another is loading, this one follows it; of several only the last.
+  /// succeeded. While another is loading, this one follows it; of several only the last. A file of views or
+  /// of a story is of the model that is loading, or else of the present one.
   void Open(const ModelSource& source);
   bool IsLoading() const { return waiting.has_value() || contents.loading.has_value(); }
+  /// A model has been loaded, and shows once no question is open.
+  bool HasArrival() const { return arrival.has_value(); }
   /// Of the last failure, for a while; empty for none.
   const std::string& GetMessage() const { return contents.message; }
   const zovhost::Scene* GetScene() const { return scene.get(); }
@@ -111,14 +114,23 @@ class Viewer {
     std::size_t view;
   };
 
+  // A model that has been loaded, while the present one still shows.
+  struct Arrival {
+    enum class State : int { Waiting, Asked, Allowed };
+    LoadedModel model;
+    State state = State::Waiting;
+  };
+
   void AddView();
   void ReadSettings(Viewport& view);
   void ReadKept(Viewport& view);
+  void TakeSettings(Viewport& view);
   void ApplyPreferences();
   void ShowGround();
   void SpeakLanguage();
   void TellFontProblem();
   void KeepSettings();
+  void KeepSettings(std::size_t view);
   void OnEvent(const zovhost::WindowEvent& event);
   void OnPointerEvent(zovhost::WindowEvent event);
   void OnKeyEvent(const zovhost::WindowEvent& event);
@@ -147,11 +159,17 @@ class Viewer {
   std::filesystem::path FindModelFolder() const;
   void ShowCursor(Korvane::CursorID id);
   void OnWake();
+  void TakeDropped();
+  void OpenModel(const ModelSource& source, const std::vector<std::filesystem::path>& ofIt);
+  void OpenOfModel(const std::filesystem::path& file);
   void LoadWaiting();
   void Load(const ModelSource& source);
   bool ShowProgress(double fraction, const char* step);
   void TellBadModel(const std::string& error);
   void TellCancelled(const ModelSource& source);
+  bool Prepare(LoadedModel& model);
+  bool IsAsking() const { return desk.IsOpen() || files.IsAsking(); }
+  void AdvanceArrival();
   void ShowModel(LoadedModel model);
   void Enter(std::size_t view, const zovhost::Scene& entered);
   void Tell(const std::string& failure);
@@ -193,6 +211,9 @@ class Viewer {
   ViewRest rest;
   ProgressLine progress;
   std::optional<ModelSource> waiting;
+  std::optional<Arrival> arrival;
+  std::vector<std::filesystem::path> dropped;  // in this round of the window's loop
+  std::vector<std::filesystem::path> ofModel;  // files of views and stories of the model that is to come
   bool loadCancelled = false;
   int exitCode = 0;
 };

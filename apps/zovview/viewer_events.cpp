@@ -52,7 +52,8 @@ void Viewer::OnEvent(const WindowEvent& event) {
     case WindowEvent::Type::Resized:
       return OnResized();
     case WindowEvent::Type::FileDropped:
-      return Open({event.path});
+      dropped.emplace_back(event.path);  // the others of the same drop come next
+      return window.Wake();
     case WindowEvent::Type::Closing:
       if (desk.GetPage() == StoryDesk::Page::Losing) return;  // who asks twice means it
       window.KeepOpen();
@@ -149,7 +150,8 @@ void Viewer::AskForFile(std::size_t view, const FileRequest& request) {
   }
   const auto write = [this, view, enlargement = request.enlargement](const std::filesystem::path& file,
                                                                      std::string& error) {
-    return WritePictureFile(file, views[view]->GetHub(), sceneView, enlargement, window.GetScale(), error);
+    return WritePictureFile(file, views[view]->GetHub(), sceneView, views[view]->GetSelection().GetPart(),
+                            enlargement, window.GetScale(), error);
   };
   const std::filesystem::path name = modelFile.empty() ? "view" : modelFile.stem();
   files.Ask(

@@ -46,6 +46,7 @@ void Viewer::DrawFrame() {
   MarkActiveView();
   gui.EndFrame();
   NoteMargins();
+  if (arrival.has_value() && !IsAsking()) window.Wake();
   if (window.IsFrameRequested()) return;  // what has changed is drawn first
   KeepSettings();
   namedViews.Save();

@@ -3,6 +3,7 @@
 
 #include <epoxy/gl.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <utility>
@@ -11,6 +12,7 @@
 
 namespace zovview {
 
+namespace fs = std::filesystem;
 using zovhost::WindowEvent;
 
 namespace {
@@ -20,20 +22,48 @@ constexpr double READING_SHARE = 0.8;  // of the progress of a load; the rest br
 constexpr double MESSAGE_SECONDS = 8.0;
 constexpr int EXIT_BAD_MODEL = 2;
 
+// Views or a story, rather than a model.
+bool IsOfModel(const fs::path& file) { return ViewList::IsViewsFile(file) || IsStoryFile(file); }
+
 }  // namespace
 
 void Viewer::Open(const ModelSource& source) {
-  if (ViewList::IsViewsFile(source.file)) return namedViews.Open(source.file);
-  if (IsStoryFile(source.file)) return desk.Open(source.file, views[active]->GetStory());
-  LeaveStories([this, source] {
+  if (!IsOfModel(source.file)) return OpenModel(source, {});
+  if (IsLoading() || HasArrival()) return ofModel.push_back(source.file);
+  OpenOfModel(source.file);
+}
+
+void Viewer::OpenOfModel(const fs::path& file) {
+  if (IsStoryFile(file) && !ViewList::IsViewsFile(file)) return desk.Open(file, views[active]->GetStory());
+  namedViews.Open(file);
+}
+
+void Viewer::OpenModel(const ModelSource& source, const std::vector<fs::path>& ofIt) {
+  LeaveStories([this, source, ofIt] {
     waiting = source;
+    ofModel = ofIt;
     window.Wake();
   });
 }
 
+// Files that come together belong together, in whatever order they come.
+void Viewer::TakeDropped() {
+  std::vector<fs::path> came = std::exchange(dropped, {});
+  const auto model = std::find_if_not(came.rbegin(), came.rend(), IsOfModel);
+  if (model == came.rend()) {
+    for (const fs::path& file : came) Open({file});
+    return;
+  }
+  const ModelSource source = {*model};
+  std::erase_if(came, [](const fs::path& file) { return !IsOfModel(file); });
+  OpenModel(source, came);
+}
+
 void Viewer::OnWake() {
   files.TakeAnswer();
+  TakeDropped();
   if (devices.TakeWake() && window.IsFocused()) window.RequestFrame();
+  AdvanceArrival();
   LoadWaiting();
 }
 
@@ -46,20 +76,59 @@ void Viewer::LoadWaiting() {
 // process, before which the threads of the graphics driver come to rest by glFinish. The child touches
 // nothing that another thread may hold but the memory of the C library, which is fit for use after a fork.
 void Viewer::Load(const ModelSource& source) {
+  arrival.reset();
+  sceneView.DropPrepared();
   contents.loading = LoadingStatus{0.0, "", source.GetName()};
   loadCancelled = false;
   glFinish();
   LoadedModel model = LoadModel(source, [this](double fraction, const char* step) {
     return ShowProgress(fraction * READING_SHARE, step);
   });
-  if (window.IsOpen() && !loadCancelled) {
-    ShowModel(std::move(model));
-  } else if (window.IsOpen()) {
-    TellCancelled(source);
-  }
+  const bool loaded = window.IsOpen() && !loadCancelled && Prepare(model);
   progress.Clear();
   contents.loading.reset();
   window.RequestFrame();
+  if (!window.IsOpen()) return;
+  if (loaded) {
+    arrival.emplace(Arrival{std::move(model)});
+    return AdvanceArrival();
+  }
+  if (!waiting.has_value()) ofModel.clear();
+  if (loadCancelled) return TellCancelled(source);
+  TellBadModel(model.error);
+}
+
+// What cannot be brought to the graphics card tells why.
+bool Viewer::Prepare(LoadedModel& model) {
+  const auto report = [this](double fraction, const char* step) {
+    return ShowProgress(READING_SHARE + fraction * (1.0 - READING_SHARE), step);
+  };
+  if (model.scene == nullptr) return false;
+  if (sceneView.Prepare(*model.scene, report)) return true;
+  model.error = model.source.GetName() + ": the graphics memory does not hold this model";
+  return false;
+}
+
+// What was done while it was loading is not lost by it: it waits until nothing is asked any more, and asks
+// itself where a story has changed meanwhile. A question that ends without leave has refused it.
+void Viewer::AdvanceArrival() {
+  using State = Arrival::State;
+  if (!arrival.has_value() || IsAsking()) return;
+  if (arrival->state == State::Asked) {
+    const ModelSource refused = std::exchange(arrival, std::nullopt)->model.source;
+    sceneView.DropPrepared();
+    if (!waiting.has_value()) ofModel.clear();
+    return TellCancelled(refused);
+  }
+  if (arrival->state == State::Waiting) {
+    arrival->state = scene == nullptr ? State::Allowed : State::Asked;  // of nothing there is no story
+    if (scene != nullptr)
+      LeaveStories([this] {
+        if (arrival.has_value()) arrival->state = State::Allowed;
+        window.Wake();
+      });
+  }
+  if (arrival->state == State::Allowed) ShowModel(std::move(std::exchange(arrival, std::nullopt)->model));
 }
 
 // Whether to go on: Escape breaks a load off, and a closed window must not wait for one.
@@ -101,16 +170,7 @@ void Viewer::TellBadModel(const std::string& error) {
 }
 
 void Viewer::ShowModel(LoadedModel model) {
-  const auto report = [this](double fraction, const char* step) {
-    return ShowProgress(READING_SHARE + fraction * (1.0 - READING_SHARE), step);
-  };
-  if (model.scene != nullptr && !sceneView.SetScene(model.scene.get(), report)) {
-    if (!window.IsOpen()) return;
-    if (loadCancelled) return TellCancelled(model.source);
-    model.error = model.source.GetName() + ": the graphics memory does not hold this model";
-    model.scene.reset();
-  }
-  if (model.scene == nullptr) return TellBadModel(model.error);
+  sceneView.ShowPrepared();
   if (scene == nullptr) DrawFrame();  // which tells what the panel will cover
   for (std::size_t i = 0; i < views.size(); ++i) Enter(i, *model.scene);
   rest.Restart();
@@ -127,6 +187,7 @@ void Viewer::ShowModel(LoadedModel model) {
   namedViews.SetModel(scene.get(), modelFile,
                       settings != nullptr ? settings->GetModelFolder() : std::filesystem::path());
   ShowFirstView();
+  for (const fs::path& file : std::exchange(ofModel, {})) OpenOfModel(file);
 }
 
 // Three and more are those of a drawing: the others show it from its sides.

@@ -2,6 +2,9 @@
 #include "settings_file.h"
 
 #include <gtest/gtest.h>
+#if !defined(_WIN32)
+#  include <sys/stat.h>
+#endif
 
 #include <cstdlib>
 #include <fstream>
@@ -150,6 +153,120 @@ TEST_F(SettingsFileTest, what_is_missing_of_a_bar_is_as_on_a_first_start) {
   EXPECT_EQ(bars.tools, zovview::BarPlaces().tools);
 }
 
+TEST_F(SettingsFileTest, the_cube_is_read_as_it_was_kept) {
+  using Look = Korvane::OrientorParameters;
+  zovview::KeptCube cube;
+  for (int i = Look::SIZE_AUTOMATIC; i <= Look::SIZE_LARGE; ++i) {
+    ASSERT_TRUE(Read()) << error;
+    cube.size = static_cast<Look::Size>(i);
+    cube.corner = static_cast<Look::Location>(i % 4);
+    cube.opacity = i % 2 == 0 ? 0.25 : 0.8;
+    cube.compass = !cube.compass;
+    cube.fitsOnClick = i > 2;
+    cube.snaps = !cube.snaps;
+    settings.GetCube() = cube;
+    ASSERT_TRUE(Keep()) << error;
+    SettingsFile again(file);
+    ASSERT_TRUE(again.Read(disc, error)) << error;
+    EXPECT_EQ(again.GetCube(), cube) << i;
+  }
+}
+
+TEST_F(SettingsFileTest, an_older_file_has_the_cube_of_a_first_start) {
+  ASSERT_TRUE(ReadFrom("{\"version\": 1, \"largeDiscSize\": 64}")) << error;
+  EXPECT_EQ(settings.GetCube(), zovview::KeptCube());
+  ASSERT_TRUE(ReadFrom("{\"version\": 1, \"orientationCube\": {\"compass\": true}}")) << error;
+  zovview::KeptCube expected;
+  expected.compass = true;
+  EXPECT_EQ(settings.GetCube(), expected);
+}
+
+// ---- more than one ----
+
+TEST_F(SettingsFileTest, what_two_views_choose_is_kept_of_both) {
+  ASSERT_TRUE(Read());
+  HelmDisc second;
+  second.GetParameters() = disc.GetParameters();
+  ASSERT_TRUE(settings.Keep(second, error, 1));
+  EXPECT_TRUE(folder.IsEmpty()) << "nothing was chosen";
+  disc.GetParameters().clickZoom = true;
+  ASSERT_TRUE(settings.Keep(disc, error, 0)) << error;
+  second.GetParameters().miniDiscSize = 32;
+  settings.GetCube().compass = true;
+  ASSERT_TRUE(settings.Keep(second, error, 1)) << error;
+  settings.GetCube().compass = false;
+  ASSERT_TRUE(settings.Keep(disc, error, 0)) << "which has none still";
+  HelmDisc other;
+  SettingsFile again(file);
+  ASSERT_TRUE(again.Read(other, error)) << error;
+  EXPECT_TRUE(other.GetParameters().clickZoom);
+  EXPECT_EQ(other.GetParameters().miniDiscSize, 32);
+  EXPECT_TRUE(again.GetCube().compass);
+}
+
+TEST_F(SettingsFileTest, what_another_program_has_kept_meanwhile_stays) {
+  ASSERT_TRUE(Read());
+  SettingsFile beside(file);
+  HelmDisc itsDisc;
+  ASSERT_TRUE(beside.Read(itsDisc, error));
+  itsDisc.GetParameters().clickZoom = true;
+  beside.GetChoices().language = "pl";
+  ASSERT_TRUE(beside.Keep(itsDisc, error)) << error;
+  disc.GetParameters().largeDiscSize = 256;
+  ASSERT_TRUE(Keep()) << error;
+  HelmDisc other;
+  SettingsFile again(file);
+  ASSERT_TRUE(again.Read(other, error)) << error;
+  EXPECT_TRUE(other.GetParameters().clickZoom);
+  EXPECT_EQ(other.GetParameters().largeDiscSize, 256);
+  EXPECT_EQ(again.GetChoices().language, "pl");
+}
+
+TEST_F(SettingsFileTest, a_file_that_a_newer_program_has_written_meanwhile_stays) {
+  ASSERT_TRUE(Read());
+  const std::string newer = "{\"version\": 2}";
+  folder.Write("settings.json", newer);
+  disc.GetParameters().clickZoom = true;
+  EXPECT_FALSE(Keep());
+  EXPECT_NE(error.find("newer"), std::string::npos) << error;
+  disc.GetParameters().clickZoom = false;
+  EXPECT_TRUE(Keep()) << "told once";
+  EXPECT_EQ(ReadText(file), newer);
+}
+
+TEST_F(SettingsFileTest, a_file_that_was_broken_meanwhile_is_set_aside) {
+  ASSERT_TRUE(ReadFrom("{\"version\": 1, \"largeDiscSize\": 64}"));
+  folder.Write("settings.json", "broken");
+  disc.GetParameters().clickZoom = true;
+  ASSERT_TRUE(Keep()) << error;
+  HelmDisc other;
+  ASSERT_TRUE(SettingsFile(file).Read(other, error)) << error;
+  EXPECT_EQ(other.GetParameters().largeDiscSize, 64);
+  EXPECT_TRUE(other.GetParameters().clickZoom);
+  EXPECT_EQ(ReadText(SettingsFile::FindAside(file)), "broken");
+}
+
+#if !defined(_WIN32)
+
+TEST_F(SettingsFileTest, a_link_is_written_through) {
+  const fs::path target = folder.Write("elsewhere.json", "{\"version\": 1, \"largeDiscSize\": 64}");
+  fs::create_symlink(target, file);
+  ASSERT_TRUE(Read()) << error;
+  disc.GetParameters().clickZoom = true;
+  ASSERT_TRUE(Keep()) << error;
+  EXPECT_TRUE(fs::is_symlink(file));
+  EXPECT_NE(ReadText(target).find("\"clickZoom\": true"), std::string::npos);
+}
+
+TEST_F(SettingsFileTest, a_pipe_in_its_place_is_not_waited_for) {
+  ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+  EXPECT_FALSE(Read());
+  EXPECT_NE(error.find("cannot be read"), std::string::npos) << error;
+  ExpectDefaults();
+}
+
+#endif
+
 TEST_F(SettingsFileTest, every_kind_of_disc_has_a_name) {
   ASSERT_TRUE(Read());
   for (int kind = 0; kind < 7; ++kind) {
@@ -275,6 +392,11 @@ INSTANTIATE_TEST_SUITE_P(
         BrokenFile{"a_recent_file_as_a_switch", "{\"version\": 1, \"recentFiles\": [true]}"},
         BrokenFile{"endless_recent_files",
                    "{\"version\": 1, \"recentFiles\": [\"a\"" + Repeat(", \"a\"", 40) + "]}"},
+        BrokenFile{"the_cube_in_words", "{\"version\": 1, \"orientationCube\": \"large\"}"},
+        BrokenFile{"no_such_size", "{\"version\": 1, \"orientationCube\": {\"size\": \"huge\"}}"},
+        BrokenFile{"no_such_corner", "{\"version\": 1, \"orientationCube\": {\"corner\": 1}}"},
+        BrokenFile{"too_opaque", "{\"version\": 1, \"orientationCube\": {\"opacity\": 1.01}}"},
+        BrokenFile{"a_compass_as_a_number", "{\"version\": 1, \"orientationCube\": {\"compass\": 1}}"},
         BrokenFile{"no_such_disc", "{\"version\": 1, \"lastDisc\": \"round\"}"},
         BrokenFile{"one_wrong_spoils_all", "{\"version\": 1, \"largeDiscSize\": 64, \"lastDisc\": 2}"}),
     [](const testing::TestParamInfo<BrokenFile>& file) { return file.param.name; });

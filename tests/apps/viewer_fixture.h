@@ -3,8 +3,10 @@
 #include <SDL.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "korvane/vector2.h"
 #include "program.h"
@@ -14,6 +16,13 @@ namespace apps_test {
 
 inline constexpr const char* TRIANGLE = "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n";
 inline constexpr const char* SQUARE = "v 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\nf 1 2 3 4\n";
+/// A file of one view, from the front and above.
+inline constexpr const char* VIEWPOINT =
+    "<VisualizationInfo Guid=\"0f4c2b6a-8d1e-4f37-9a52-6c3b1d7e8f90\"><PerspectiveCamera>"
+    "<CameraViewPoint><X>3</X><Y>-8</Y><Z>2</Z></CameraViewPoint>"
+    "<CameraDirection><X>0</X><Y>1</Y><Z>0</Z></CameraDirection>"
+    "<CameraUpVector><X>0</X><Y>0</Y><Z>1</Z></CameraUpVector>"
+    "<FieldOfView>50</FieldOfView></PerspectiveCamera></VisualizationInfo>";
 
 inline constexpr int WIDTH = 800;
 inline constexpr int HEIGHT = 600;
@@ -62,11 +71,14 @@ class ViewerTest : public testing::Test {
     FAIL() << "the viewer does not come to rest";
   }
 
-  void Drop(const std::filesystem::path& file) {
-    SDL_Event event = {};
-    event.type = SDL_DROPFILE;
-    event.drop.file = SDL_strdup(file.c_str());
-    SDL_PushEvent(&event);
+  void Drop(const std::filesystem::path& file) { DropTogether({file}); }
+  void DropTogether(const std::vector<std::filesystem::path>& files) {
+    for (const std::filesystem::path& file : files) {
+      SDL_Event event = {};
+      event.type = SDL_DROPFILE;
+      event.drop.file = SDL_strdup(file.c_str());
+      SDL_PushEvent(&event);
+    }
     do window->Step(0);
     while (SDL_HasEvent(SDL_DROPFILE) == SDL_TRUE);
     ComeToRest();

@@ -1,7 +1,20 @@
+#include <epoxy/gl.h>
+
+#include <algorithm>
+#include <array>
 #include <chrono>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "../host/large_meshes.h"
+#include "korvane/interval_timer.h"
 #include "viewer_fixture.h"
+#include "zovhost/gl_scene_view.h"
 
 namespace {
 
@@ -9,6 +22,67 @@ using Clock = std::chrono::steady_clock;
 
 class ViewerLoadingTest : public apps_test::ViewerTest {
  protected:
+  class Later : public Korvane::IntervalTimer {
+   public:
+    Later(double seconds, std::function<void()> toDo) : action(std::move(toDo)) { Start(seconds, false); }
+    void Timeout() override { action(); }
+
+   private:
+    const std::function<void()> action;
+  };
+
+  // A patch of the model, beside the mark of the pivot.
+  static constexpr int PATCH = 120;
+  static constexpr int LEFT = 240;
+  static constexpr int BOTTOM = 200;
+  static constexpr int FEW = PATCH * PATCH / 50;
+  static constexpr int MANY = PATCH * PATCH / 10;
+  using Pixels = std::vector<std::array<std::uint8_t, 4>>;
+
+  static Pixels ReadPatch() {
+    Pixels pixels(static_cast<std::size_t>(PATCH) * PATCH);
+    glReadPixels(LEFT, BOTTOM, PATCH, PATCH, GL_RGBA, GL_UNSIGNED_BYTE, pixels.data());
+    return pixels;
+  }
+  // Each second triangle is lit from the other side, so that one that is left out shows.
+  static std::string MakeRoughStl(std::uint32_t side) {
+    constexpr std::size_t HEADER = 84;
+    constexpr std::size_t FACET = 50;
+    std::string bytes = zovtest::MakeHillsStl(side);
+    for (std::size_t i = 0; HEADER + i * FACET < bytes.size(); ++i) {
+      const std::array<float, 3> normal = {i % 2 == 0 ? 0.8F : -0.8F, 0.0F, 0.6F};
+      std::memcpy(bytes.data() + HEADER + i * FACET, normal.data(), sizeof normal);
+    }
+    return bytes;
+  }
+  // Pixels of the patch in the window that are not as the whole model has them.
+  int CountCoarse() {
+    DrawFrames(1);
+    const Pixels shown = ReadPatch();
+    zovhost::GLSceneView whole;
+    EXPECT_TRUE(whole.SetScene(viewer->GetScene()));
+    whole.GetOptions().ground = viewer->GetSceneView().GetOptions().ground;
+    whole.Draw(GetHub().GetView(), 0, 0, apps_test::WIDTH, apps_test::HEIGHT, window->GetScale());
+    const Pixels expected = ReadPatch();
+    int count = 0;
+    for (std::size_t i = 0; i < shown.size(); ++i) {
+      int difference = 0;
+      for (std::size_t channel = 0; channel < 3; ++channel) {
+        difference = std::max(difference, std::abs(shown[i][channel] - expected[i][channel]));
+      }
+      if (difference > 4) ++count;
+    }
+    return count;
+  }
+  // For a minute at most.
+  void AwaitRest() {
+    const Clock::time_point begin = Clock::now();
+    while (viewer->GetSceneView().GetOptions().moving && Clock::now() - begin < std::chrono::minutes(1)) {
+      window->Step(10);
+    }
+    ComeToRest();
+  }
+
   // A model that takes a while.
   std::filesystem::path WriteHills() { return folder.Write("hills.stl", zovtest::MakeHillsStl(400)); }
 };
@@ -39,21 +113,45 @@ TEST_F(ViewerLoadingTest, escape_while_the_first_model_loads_ends_the_program) {
   EXPECT_EQ(viewer->GetExitCode(), 0);
 }
 
-TEST_F(ViewerLoadingTest, a_large_model_is_drawn_whole_when_its_view_has_come_to_rest) {
+// The present model takes its time for each frame that the load draws.
+TEST_F(ViewerLoadingTest, escape_breaks_a_load_off_within_a_second_where_frames_cost) {
   viewer->Open({WriteHills()});
   ComeToRest();
-  zovview::ViewRest rest([] {});
-  zovview::Viewport& view = viewer->GetView(0);
-  EXPECT_TRUE(rest.IsMoving(view, false));  // not seen before
-  const Clock::time_point begin = Clock::now();
-  while (rest.IsMoving(view, false) && std::chrono::duration<double>(Clock::now() - begin).count() < 60.0) {
-    window->Step(10);
+  ASSERT_TRUE(viewer->GetSceneView().DropsDetail()) << "a large one";
+  for (int round = 0; round < 3; ++round) {
+    viewer->Open({folder.Write("more.stl", zovtest::MakeHillsStl(600))});
+    Clock::time_point pressed;
+    const Later later(0.05 + 0.15 * round, [&] {  // in one stage of it or another
+      SDL_Event event = {};
+      event.type = SDL_KEYDOWN;
+      event.key.keysym.sym = SDLK_ESCAPE;
+      SDL_PushEvent(&event);
+      pressed = Clock::now();
+    });
+    while (viewer->IsLoading()) window->Step(10);
+    ASSERT_NE(pressed, Clock::time_point()) << "it was faster than the key";
+    EXPECT_LT(std::chrono::duration<double>(Clock::now() - pressed).count(), 1.0);
+    EXPECT_EQ(viewer->GetMessage(), "more.stl: loading was cancelled");
+    EXPECT_EQ(GetTitle(), "hills.stl - zovview");
+    ComeToRest();
   }
-  EXPECT_FALSE(rest.IsMoving(view, false));
-  Korvane::CameraParameters camera = GetHub().GetView();
-  camera.eye.x += 1.0;
-  GetHub().SetView(camera);
-  EXPECT_TRUE(rest.IsMoving(view, false));
+}
+
+TEST_F(ViewerLoadingTest, a_large_model_is_drawn_coarsely_while_it_moves_and_whole_at_rest) {
+  viewer->Open({folder.Write("rough.stl", MakeRoughStl(400))});
+  ComeToRest();
+  ASSERT_TRUE(viewer->GetSceneView().DropsDetail()) << "a large one";
+  AwaitRest();
+  EXPECT_LT(CountCoarse(), FEW);
+  PushMotion(400, 300);
+  PushButton(SDL_MOUSEBUTTONDOWN, 400, 300, 1);
+  PushMotion(430, 300);
+  DrawFrames(3);
+  EXPECT_GT(CountCoarse(), MANY) << "while it is held";
+  PushButton(SDL_MOUSEBUTTONUP, 430, 300, 1);
+  DrawFrames(1);
+  AwaitRest();
+  EXPECT_LT(CountCoarse(), FEW) << "whole again";
 }
 
 }  // namespace

@@ -23,13 +23,6 @@ using Korvane::Vector3;
 using Part = zovview::NamedViewsPanel::Part;
 using Names = std::vector<std::string>;
 
-constexpr const char* VIEWPOINT =
-    "<VisualizationInfo Guid=\"0f4c2b6a-8d1e-4f37-9a52-6c3b1d7e8f90\"><PerspectiveCamera>"
-    "<CameraViewPoint><X>3</X><Y>-8</Y><Z>2</Z></CameraViewPoint>"
-    "<CameraDirection><X>0</X><Y>1</Y><Z>0</Z></CameraDirection>"
-    "<CameraUpVector><X>0</X><Y>0</Y><Z>1</Z></CameraUpVector>"
-    "<FieldOfView>50</FieldOfView></PerspectiveCamera></VisualizationInfo>";
-
 std::string ReadText(const fs::path& file) {
   std::ifstream input(file, std::ios::binary);
   return {std::istreambuf_iterator<char>(input), std::istreambuf_iterator<char>()};
@@ -154,7 +147,59 @@ TEST_F(NamedViewsInViewerTest, buttons_move_a_view_up_and_down_and_delete_it) {
   ClickOn(2, Part::Down);
   EXPECT_EQ(GetNames(), (Names{"View 2", "View 3", "View 1"})) << "there is nothing beyond";
   ClickOn(1, Part::Delete);
+  EXPECT_EQ(GetNames(), (Names{"View 2", "View 3", "View 1"})) << "it is asked about";
+  ClickOn(1, Part::Delete);
   EXPECT_EQ(GetNames(), (Names{"View 2", "View 1"}));
+}
+
+TEST_F(NamedViewsInViewerTest, a_view_that_is_not_to_be_deleted_after_all_stays) {
+  KeepThree();
+  ClickOn(1, Part::Delete);
+  ASSERT_TRUE(viewer->GetNamedViewsPanel().FindPart(1, Part::Keep).has_value());
+  EXPECT_FALSE(viewer->GetNamedViewsPanel().FindPart(1, Part::Rename).has_value());
+  ClickOn(1, Part::Keep);
+  EXPECT_EQ(CountViews(), 3U);
+  ClickOn(1, Part::Delete);
+  ClickOn(0, Part::Picture);  // something else
+  EXPECT_FALSE(viewer->GetNamedViewsPanel().FindPart(1, Part::Keep).has_value());
+  EXPECT_EQ(CountViews(), 3U);
+}
+
+TEST_F(NamedViewsInViewerTest, a_second_click_at_the_same_place_deletes_nothing) {
+  KeepThree();
+  ClickOn(1, Part::Delete);
+  const auto cancel = viewer->GetNamedViewsPanel().FindPart(1, Part::Keep);
+  const auto again = viewer->GetNamedViewsPanel().FindPart(1, Part::Delete);
+  ASSERT_TRUE(cancel.has_value() && again.has_value());
+  Click({WIDTH / 2.0, HEIGHT / 2.0});
+  EXPECT_LT(again->x, cancel->x);
+  EXPECT_EQ(CountViews(), 3U);
+}
+
+TEST_F(NamedViewsInViewerTest, a_name_that_is_out_of_sight_is_typed_no_more) {
+  KeepThree();
+  ClickOn(1, Part::Rename);
+  ASSERT_TRUE(viewer->GetNamedViewsPanel().IsRenaming());
+  Type("The stairs");
+  viewer->GetPreferences().Edit(
+      [](zovview::Choices& choices) { choices.panel = zovview::Choices::PANEL_FOLDED; });
+  DrawFrames(3);
+  UnfoldPanel();
+  DrawFrames(3);
+  ComeToRest();
+  EXPECT_FALSE(viewer->GetNamedViewsPanel().IsRenaming());
+  EXPECT_EQ(GetNames(), (Names{"View 1", "The stairs", "View 3"})) << "what was typed is not lost";
+}
+
+TEST_F(NamedViewsInViewerTest, a_name_that_scrolls_away_is_typed_no_more) {
+  KeepThree();
+  for (int i = 0; i < 9; ++i) PressAndRest(SDLK_v);
+  ClickOn(10, Part::Rename);
+  ASSERT_TRUE(viewer->GetNamedViewsPanel().IsRenaming());
+  GetList().Move(10, 0);  // the end of the list shows
+  DrawFrames(4);
+  ComeToRest();
+  EXPECT_FALSE(viewer->GetNamedViewsPanel().IsRenaming());
 }
 
 TEST_F(NamedViewsInViewerTest, a_name_is_typed_in_its_place) {
@@ -251,6 +296,24 @@ TEST_F(NamedViewsInViewerTest, views_go_out_with_their_pictures_and_come_in_agai
   }
 }
 
+TEST_F(NamedViewsInViewerTest, views_that_a_list_has_no_room_for_are_counted_in_one_line) {
+  constexpr std::size_t MORE = 5;
+  PressAndRest(SDLK_v);
+  std::string error;
+  std::vector<zovhost::BcfView> views;
+  const fs::path file = folder.GetPath() / "many.bcf";
+  ASSERT_TRUE(GetList().Export(file, error) && zovhost::ReadBcfFile(file, views, error)) << error;
+  views.resize(zovhost::NamedViews::MOST - 1 + MORE, views.front());
+  for (zovhost::BcfView& view : views) view.viewpoint.guid.clear();
+  ASSERT_TRUE(zovhost::WriteBcfFile(file, views, error)) << error;
+  testing::internal::CaptureStderr();
+  Drop(file);
+  const std::string told = testing::internal::GetCapturedStderr();
+  EXPECT_EQ(CountViews(), zovhost::NamedViews::MOST);
+  EXPECT_EQ(CountLines(told), 1) << told;
+  EXPECT_NE(told.find("many.bcf: only 999 of 1004 views were added"), std::string::npos) << told;
+}
+
 TEST_F(NamedViewsInViewerTest, the_desk_asks_for_the_files) {
   KeepThree();
   zovview::StoryDesk& desk = viewer->GetDesk();
@@ -298,6 +361,7 @@ TEST_F(NamedViewsInViewerTest, a_view_may_be_shown_first) {
     if (row.view == "View 2") ExpectView(wanted);
     if (row.view.ends_with(".bcfv")) {
       EXPECT_EQ(GetHub().GetView().eye, Vector3(3, 2, 8));
+      EXPECT_EQ(CountViews(), 3U) << "it is shown, and not added";
     }
   }
 }

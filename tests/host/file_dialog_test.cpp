@@ -2,11 +2,17 @@
 #include "zovhost/file_dialog.h"
 
 #include <gtest/gtest.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <condition_variable>
+#include <cstdio>
 #include <cstdlib>
 #include <mutex>
+#include <string>
 
 #include "fake_portal.h"
 
@@ -113,6 +119,33 @@ TEST_F(FileDialogTest, goes_with_its_owner) {
     ASSERT_TRUE(portal.AwaitQuestion());
   }
   EXPECT_TRUE(portal.AwaitClose());
+}
+
+// A bus that takes calls and answers none. In a process of its own, since a process has but one bus.
+void CloseBeforeAMuteBus() {
+  constexpr unsigned LONGEST = 30;  // seconds until it is given up
+  constexpr int PATIENCE = 20'000;  // milliseconds
+  alarm(LONGEST);
+  sockaddr_un place = {};
+  place.sun_family = AF_UNIX;
+  std::snprintf(place.sun_path, sizeof place.sun_path, "/tmp/zov-mute-bus-%d", static_cast<int>(getpid()));
+  const int bus = socket(AF_UNIX, SOCK_STREAM, 0);
+  const bool listens =
+      bind(bus, reinterpret_cast<const sockaddr*>(&place), sizeof place) == 0 && listen(bus, 4) == 0;
+  setenv("DBUS_SESSION_BUS_ADDRESS", (std::string("unix:path=") + place.sun_path).c_str(), 1);
+  {
+    FileDialog dialog({});
+    dialog.Ask({});
+    pollfd caller = {bus, POLLIN, 0};
+    if (!listens || poll(&caller, 1, PATIENCE) != 1) std::_Exit(1);
+  }
+  unlink(place.sun_path);
+  std::_Exit(0);
+}
+
+TEST(FileDialogDeathTest, goes_with_its_owner_before_a_bus_that_does_not_answer) {
+  testing::FLAGS_gtest_death_test_style = "threadsafe";
+  EXPECT_EXIT(CloseBeforeAMuteBus(), testing::ExitedWithCode(0), "");
 }
 
 TEST_F(FileDialogTest, outside_of_a_session_there_is_none) {

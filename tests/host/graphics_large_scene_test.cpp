@@ -1,5 +1,6 @@
 #include <cstdlib>
 #include <memory>
+#include <new>
 #include <random>
 #include <string>
 
@@ -302,6 +303,33 @@ TEST_F(LargeSceneView, a_scene_whose_upload_is_broken_off_leaves_the_present_one
   }
   EXPECT_TRUE(view.SetScene(hills.get(), [](double, const char*) { return true; }));
   EXPECT_NE(Draw(camera).rgba, present.rgba);
+}
+
+TEST_F(LargeSceneView, a_scene_that_memory_is_too_short_for_leaves_the_present_one) {
+  const auto building = zovhost::MakeDemoBuilding();
+  const auto hills = Make(zovtest::MakeSceneData(zovtest::MakeHills(700)));
+  ASSERT_TRUE(view.SetScene(building.get()));
+  const CameraParameters camera = Around(building->GetCentre(), 0.7, 2.0 * building->GetRadius());
+  const Image present = Draw(camera);
+  EXPECT_FALSE(view.SetScene(hills.get(), [](double, const char*) -> bool { throw std::bad_alloc(); }));
+  EXPECT_EQ(Draw(camera).rgba, present.rgba);
+  EXPECT_FALSE(view.ShowPrepared()) << "nothing is left of it";
+}
+
+TEST_F(LargeSceneView, a_scene_that_was_prepared_shows_when_it_is_told_to) {
+  const auto building = zovhost::MakeDemoBuilding();
+  const auto hills = Make(zovtest::MakeSceneData(zovtest::MakeHills(20)));
+  ASSERT_TRUE(view.SetScene(building.get()));
+  const CameraParameters camera = Around(building->GetCentre(), 0.7, 2.0 * building->GetRadius());
+  const Image present = Draw(camera);
+  ASSERT_TRUE(view.Prepare(*hills));
+  EXPECT_EQ(Draw(camera).rgba, present.rgba);
+  view.DropPrepared();
+  EXPECT_FALSE(view.ShowPrepared());
+  ASSERT_TRUE(view.Prepare(*hills));
+  EXPECT_TRUE(view.ShowPrepared());
+  EXPECT_NE(Draw(camera).rgba, present.rgba);
+  EXPECT_FALSE(view.ShowPrepared()) << "it shows already";
 }
 
 // A floor that reaches 10^5 times as far as the eye is from it, and tiles a little above: none may show

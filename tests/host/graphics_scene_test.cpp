@@ -428,6 +428,10 @@ TEST_F(SceneViewTest, a_highlighted_face_is_tinted_and_hides_behind_what_is_near
   EXPECT_GT(PixelAt(tinted, 32 + 4, 24)[2], PixelAt(plain, 32 + 4, 24)[2] + 60);
   EXPECT_GT(PixelAt(tinted, 32 - 4, 24)[2], PixelAt(plain, 32 - 4, 24)[2] + 60);  // its other triangle
   EXPECT_EQ(PixelAt(tinted, 32, 24), PixelAt(plain, 32, 24));
+  view.GetOptions().drawFaceHighlight = false;
+  EXPECT_EQ(Draw(FrontCamera()).rgba, plain.rgba);
+  view.GetOptions().drawFaceHighlight = true;
+  EXPECT_EQ(Draw(FrontCamera()).rgba, tinted.rgba) << "it was only left out";
   view.SetFaceHighlight(nullptr);
   EXPECT_EQ(Draw(FrontCamera()).rgba, plain.rgba);
   view.SetFaceHighlight(&face);

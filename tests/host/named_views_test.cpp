@@ -363,6 +363,37 @@ TEST_F(NamedViewsFileTest, one_that_can_be_written_nowhere_is_told_once) {
   Keep(file, views);
 }
 
+TEST_F(NamedViewsFileTest, what_another_program_has_added_meanwhile_stays) {
+  NamedViewsFile first(model, ownFolder);
+  NamedViewsFile second(model, ownFolder);
+  NamedViews ours = Read(first);
+  NamedViews theirs = Read(second);
+  theirs.Add("Roof", ViewsOf({"Roof"}).Get()[0].camera);
+  Keep(second, theirs);
+  ours.Add("Door", ViewsOf({"Door"}).Get()[0].camera);
+  Keep(first, ours);
+  NamedViewsFile again(model, ownFolder);
+  EXPECT_EQ(NamesOf(Read(again)), (Names{"Door", "Roof"}));
+  ours.Remove(0);
+  Keep(first, ours);
+  NamedViewsFile last(model, ownFolder);
+  EXPECT_EQ(NamesOf(Read(last)), Names{"Roof"}) << "what was removed here does not come back";
+}
+
+TEST_F(NamedViewsFileTest, one_that_was_broken_meanwhile_stays_as_it_is) {
+  for (const bool wasThere : {true, false}) {
+    NamedViewsFile file(model, ownFolder);
+    Read(file);
+    if (wasThere) Keep(file, ViewsOf({"Door"}));
+    folder.Write("house.obj.views.json", "{");
+    std::string error;
+    EXPECT_FALSE(file.Keep(ViewsOf({"Roof"}), error));
+    EXPECT_EQ(error, beside.string() + ": it stays as it is, so the views are not kept");
+    EXPECT_EQ(ReadText(beside), "{");
+    fs::remove(beside);
+  }
+}
+
 TEST_F(NamedViewsFileTest, a_broken_file_and_a_newer_one_are_never_written_over) {
   for (const char* const text : {"{", R"({"format": "zovtools views", "version": 2, "views": []})"}) {
     folder.Write("house.obj.views.json", text);

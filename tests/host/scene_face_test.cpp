@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <chrono>
 #include <cmath>
 #include <cstdint>
 #include <ctime>
+#include <thread>
 #include <vector>
 
 #include "zovhost/scene.h"
@@ -158,6 +160,23 @@ TEST(SceneFace, is_found_among_many_triangles_with_little_work) {
   const double seconds = static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC / faces;
   RecordProperty("microseconds_each", static_cast<int>(seconds * 1e6));
   EXPECT_LT(seconds, 0.5);
+}
+
+// As of a file in which every part was exported twice and more.
+TEST(SceneFace, of_triangles_that_all_lie_on_each_other_is_found_with_little_work) {
+  constexpr std::uint32_t count = 60'000;
+  SceneMesh mesh;
+  mesh.positions = {0, 0, 0, 1, 0, 0, 0, 1, 0, 1, 1, 0};
+  for (std::uint32_t i = 0; i < count; ++i) mesh.indices.insert(mesh.indices.end(), {0, 1, 2});
+  mesh.indices.insert(mesh.indices.end(), {1, 3, 2});
+  const auto scene = Make(std::move(mesh));
+  scene->PrepareFaces();
+  const auto limit = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+  while (!scene->AreFacesReady() && std::chrono::steady_clock::now() < limit) std::this_thread::yield();
+  ASSERT_TRUE(scene->AreFacesReady());
+  const std::clock_t begin = std::clock();
+  EXPECT_EQ(FaceBelow(*scene, 0.8, 0.8).triangles.size(), count + 1);
+  EXPECT_LT(static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC, 0.5);
 }
 
 }  // namespace

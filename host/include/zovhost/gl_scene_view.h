@@ -21,6 +21,7 @@ class GLSceneView {
     bool drawBackground = true;
     bool drawEdges = true;
     bool drawGroundShadow = true;
+    bool drawFaceHighlight = true;
     int selectedPart = -1;  // index into the scene's parts, -1: none
     /// The view moves: a large scene is drawn coarsely, without edges, shadow and what is tiny, so that
     /// frames follow each other without a graphics card too. One that is not large is drawn as at rest.
@@ -36,6 +37,13 @@ class GLSceneView {
   /// unfit or memory is short, or when `progress`, which may be empty, has broken it off; the view then shows
   /// what it showed before, as it does until this returns. `progress` may draw, with this view too.
   bool SetScene(const Scene* scene, const Progress& progress = {});
+  /// The long half of SetScene alone: uploads a scene beside the present one, which goes on to show until
+  /// ShowPrepared. One that was prepared before is freed. False as SetScene; nothing is prepared then.
+  bool Prepare(const Scene& scene, const Progress& progress = {});
+  /// The short half: shows what was prepared. False when nothing was.
+  bool ShowPrepared();
+  /// Frees what was prepared and has not been shown.
+  void DropPrepared();
   /// Whether Options::moving makes a difference to the present scene.
   bool DropsDetail() const;
   /// Frees everything; the destructor does so as well. The context has to be current.

@@ -18,7 +18,7 @@ bool ParseNamedViews(std::string_view text, NamedViews& views, std::string& erro
 std::string FormatNamedViews(const NamedViews& views);
 
 /// Where the views of one model are kept: in MODEL.views.json beside it, or in a file of the user's own where
-/// that cannot be written.
+/// that cannot be written. Views that another program has added to the file meanwhile stay in it.
 ///
 /// The file of the user's own counts where there is one, and what was changed goes back to where it came
 /// from. A file that is broken, or of a newer version of the program, is never written over; nothing is kept

@@ -3,6 +3,7 @@
 #include <mutex>
 #include <new>
 #include <set>
+#include <system_error>
 #include <utility>
 
 namespace zovhost {
@@ -36,15 +37,18 @@ BackgroundWork::~BackgroundWork() {
   End();
 }
 
-void BackgroundWork::Begin() {
+// Where memory or threads are short it stays undone.
+void BackgroundWork::Begin() try {
   if (finished) return;
   stopped = false;
   thread = std::thread([this] {
     try {
       finished = work(stopped);
-    } catch (const std::bad_alloc&) {  // so it stays undone
+    } catch (const std::bad_alloc&) {
     }
   });
+} catch (const std::system_error&) {
+} catch (const std::bad_alloc&) {
 }
 
 void BackgroundWork::End() {

@@ -13,7 +13,7 @@ class BackgroundWork {
   /// Looks at `stopped` now and then, and returns whether it is finished.
   using Work = std::function<bool(const std::atomic<bool>& stopped)>;
 
-  /// Begins at once.
+  /// Begins at once. Where no thread can be had, it stays unfinished.
   explicit BackgroundWork(Work work);
   /// Breaks it off; the thread is gone afterwards.
   ~BackgroundWork();

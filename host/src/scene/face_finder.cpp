@@ -4,7 +4,9 @@
 #include <array>
 #include <cmath>
 #include <numeric>
+#include <optional>
 #include <tuple>
+#include <unordered_set>
 
 #include "projection/matrix.h"
 #include "scene/face_index.h"
@@ -128,8 +130,11 @@ std::vector<std::uint32_t> WalkInPlane(const SceneMesh& mesh, const SideIndex& s
   std::vector<std::uint32_t> found = {seed};
   std::vector<bool> seen(mesh.indices.size() / 3);
   seen[seed] = true;
+  std::unordered_set<std::uint64_t> crowded;  // sides whose triangles have all been seen
   for (std::size_t i = 0; i < found.size(); ++i) {
     for (std::uint32_t own = 3 * found[i]; own < 3 * found[i] + 3; ++own) {
+      const std::optional<std::uint64_t> side = sides.FindCrowdedSide(mesh, own);
+      if (side.has_value() && !crowded.insert(*side).second) continue;
       sides.VisitNeighbours(mesh, own, [&](std::uint32_t neighbour) {
         if (seen[neighbour]) return;
         seen[neighbour] = true;

@@ -3,6 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <new>
+#include <optional>
+#include <stdexcept>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -49,6 +53,20 @@ struct Look {
   bool operator==(const Look&) const = default;
 };
 
+// All that is drawn of one scene.
+struct SceneStock {
+  SceneBuffers buffers;
+  GroundShadow shadow;
+  SceneSphere sphere;
+  Vector3 up = {0.0, 1.0, 0.0};
+
+  void Destroy() {
+    buffers.Destroy();
+    shadow.Destroy();
+    *this = {};
+  }
+};
+
 // The picture of one place, drawn little by little.
 struct GradualPicture {
   Place place = {};
@@ -86,18 +104,22 @@ Clock::time_point GetDeadline(double seconds) {
 class GLSceneView::Impl {
  public:
   bool SetScene(const Scene* scene, const Progress& progress);
+  bool Prepare(const Scene& scene, const Progress& progress);
+  bool ShowPrepared();
+  void DropPrepared();
   void Destroy();
   bool Draw(const CameraParameters& camera, int x, int y, int width, int height, double scale);
   bool DrawGradually(const CameraParameters& camera, int x, int y, int width, int height, double scale,
                      double seconds);
 
   Options options;
-  SceneSphere sphere;
   FaceHighlight faceHighlight;
-  SceneBuffers buffers;
+  SceneStock shown;
 
  private:
   bool CreatePrograms();
+  static bool Upload(const Scene& scene, const Progress& progress, SceneStock& into);
+  void Show(SceneStock stock);
   void DrawBackground() const;
   SceneFrame MakeFrame(const CameraParameters& camera, const Place& place, double scale, bool reduced) const;
   Look MakeLook(const SceneFrame& frame) const;
@@ -114,8 +136,7 @@ class GLSceneView::Impl {
   GLint backgroundTop = -1;
   GLint backgroundBottom = -1;
   GLuint emptyArray = 0;
-  GroundShadow shadow;
-  Vector3 up = {0.0, 1.0, 0.0};
+  std::optional<SceneStock> prepared;
   std::vector<GradualPicture> gradual;
 };
 
@@ -132,39 +153,72 @@ bool GLSceneView::Impl::CreatePrograms() {
   return true;
 }
 
-// The new scene is made beside the present one, which shows until it is whole.
 bool GLSceneView::Impl::SetScene(const Scene* scene, const Progress& progress) {
+  if (scene != nullptr) return Prepare(*scene, progress) && ShowPrepared();
   if (!IsContextFit()) return false;
-  SceneBuffers newBuffers;
-  GroundShadow newShadow;
+  const GLStateGuard guard;
+  if (!CreatePrograms()) return false;
+  Show({});
+  return true;
+}
+
+// What memory or threads are too short for is freed as far as it was made.
+bool GLSceneView::Impl::Upload(const Scene& scene, const Progress& progress, SceneStock& into) try {
+  if (!into.buffers.Upload(scene, progress)) return false;
+  const GLStateGuard guard;
+  if (!into.shadow.Create(scene, into.buffers)) into.shadow.Destroy();
+  into.sphere = {scene.GetCentre(), scene.GetRadius()};
+  into.up = scene.GetUpDirection();
+  return true;
+} catch (const std::bad_alloc&) {
+  return false;
+} catch (const std::length_error&) {
+  return false;
+} catch (const std::system_error&) {
+  return false;
+}
+
+// The new scene is made beside the present one, which `progress` may draw.
+bool GLSceneView::Impl::Prepare(const Scene& scene, const Progress& progress) {
+  if (!IsContextFit()) return false;
   {
     const GLStateGuard guard;
     if (!CreatePrograms()) return false;
   }
-  if (scene != nullptr && !newBuffers.Upload(*scene, progress)) {
-    newBuffers.Destroy();
+  DropPrepared();
+  SceneStock stock;
+  if (!Upload(scene, progress, stock)) {
+    stock.Destroy();
     return false;
   }
-  const GLStateGuard guard;
-  if (scene != nullptr && !newShadow.Create(*scene, newBuffers)) newShadow.Destroy();
-  buffers.Destroy();
-  shadow.Destroy();
-  ForgetGradual();
-  buffers = std::move(newBuffers);
-  shadow = newShadow;
-  faceHighlight.SetFace(nullptr);
-  sphere = {};
-  if (scene == nullptr) return true;
-  sphere = {scene->GetCentre(), scene->GetRadius()};
-  up = scene->GetUpDirection();
+  prepared = std::move(stock);
   return true;
+}
+
+bool GLSceneView::Impl::ShowPrepared() {
+  if (!prepared.has_value()) return false;
+  const GLStateGuard guard;
+  Show(*std::exchange(prepared, std::nullopt));
+  return true;
+}
+
+void GLSceneView::Impl::DropPrepared() {
+  if (prepared.has_value()) prepared->Destroy();
+  prepared.reset();
+}
+
+void GLSceneView::Impl::Show(SceneStock stock) {
+  shown.Destroy();
+  ForgetGradual();
+  shown = std::move(stock);
+  faceHighlight.SetFace(nullptr);
 }
 
 void GLSceneView::Impl::Destroy() {
   if (!programsReady) return;
   ForgetGradual();
-  buffers.Destroy();
-  shadow.Destroy();
+  DropPrepared();
+  shown.Destroy();
   faceHighlight.Destroy();
   painter.Destroy();
   glDeleteProgram(background);
@@ -180,7 +234,7 @@ bool GLSceneView::Impl::Draw(const CameraParameters& camera, int x, int y, int w
   if (!programsReady || width < 1 || height < 1) return false;
   const GLStateGuard guard;
   const Place place = {GetTarget(), x, y, width, height};
-  const SceneFrame frame = MakeFrame(camera, place, scale, options.moving && buffers.IsLarge());
+  const SceneFrame frame = MakeFrame(camera, place, scale, options.moving && shown.buffers.IsLarge());
   DrawWhole(frame, place);
   DrawFace(frame);
   return true;
@@ -188,7 +242,7 @@ bool GLSceneView::Impl::Draw(const CameraParameters& camera, int x, int y, int w
 
 SceneFrame GLSceneView::Impl::MakeFrame(const CameraParameters& camera, const Place& place, double scale,
                                         bool reduced) const {
-  const Projection projection(camera, sphere);
+  const Projection projection(camera, shown.sphere);
   return {projection,
           projection.GetViewProjection(),
           GetProjectionBlend(camera),
@@ -198,7 +252,7 @@ SceneFrame GLSceneView::Impl::MakeFrame(const CameraParameters& camera, const Pl
           reduced,
           ViewVolume(projection, place.height),
           options.ground,
-          up,
+          shown.up,
           options.selectedPart,
           options.drawEdges,
           options.drawGroundShadow};
@@ -214,16 +268,18 @@ void GLSceneView::Impl::ClearPlace(const Place& place) const {
 
 void GLSceneView::Impl::DrawWhole(const SceneFrame& frame, const Place& place) const {
   ClearPlace(place);
-  painter.Paint(frame, buffers, shadow, painter.Plan(frame, buffers), 0, Clock::time_point::max());
+  painter.Paint(frame, shown.buffers, shown.shadow, painter.Plan(frame, shown.buffers), 0,
+                Clock::time_point::max());
 }
 
 void GLSceneView::Impl::DrawFace(const SceneFrame& frame) {
+  if (!options.drawFaceHighlight) return;
   glEnable(GL_DEPTH_TEST);
   glEnable(GL_BLEND);
   glDisable(GL_POLYGON_OFFSET_FILL);
   glDepthMask(GL_FALSE);
   glDisable(GL_CULL_FACE);
-  faceHighlight.Draw(frame.projection, buffers);
+  faceHighlight.Draw(frame.projection, shown.buffers);
 }
 
 void GLSceneView::Impl::DrawBackground() const {
@@ -258,7 +314,7 @@ bool GLSceneView::Impl::DrawGradually(const CameraParameters& camera, int x, int
   if (picture.next < picture.steps.size()) {
     picture.whole.Bind();
     SetPlace(place);
-    picture.next = painter.Paint(frame, buffers, shadow, picture.steps, picture.next, deadline);
+    picture.next = painter.Paint(frame, shown.buffers, shown.shadow, picture.steps, picture.next, deadline);
   }
   const bool finished = picture.next >= picture.steps.size();
   (finished ? picture.whole : picture.coarse).Restore(place.target, x, y, width, height);
@@ -283,7 +339,7 @@ bool GLSceneView::Impl::BeginGradual(GradualPicture& picture, const SceneFrame& 
   DrawWhole(reduced, place);
   picture.coarse.Save(place.target, place.x, place.y, place.width, place.height);
   picture.look = MakeLook(frame);
-  picture.steps = painter.Plan(frame, buffers);
+  picture.steps = painter.Plan(frame, shown.buffers);
   picture.next = 0;
   picture.whole.Bind();
   ClearPlace(place);
@@ -314,12 +370,17 @@ GLSceneView::~GLSceneView() { impl->Destroy(); }
 bool GLSceneView::SetScene(const Scene* scene, const Progress& progress) {
   return impl->SetScene(scene, progress);
 }
-bool GLSceneView::DropsDetail() const { return impl->buffers.IsLarge(); }
+bool GLSceneView::Prepare(const Scene& scene, const Progress& progress) {
+  return impl->Prepare(scene, progress);
+}
+bool GLSceneView::ShowPrepared() { return impl->ShowPrepared(); }
+void GLSceneView::DropPrepared() { impl->DropPrepared(); }
+bool GLSceneView::DropsDetail() const { return impl->shown.buffers.IsLarge(); }
 void GLSceneView::Destroy() { impl->Destroy(); }
 GLSceneView::Options& GLSceneView::GetOptions() { return impl->options; }
 const GLSceneView::Options& GLSceneView::GetOptions() const { return impl->options; }
 void GLSceneView::SetFaceHighlight(const SceneFace* face) { impl->faceHighlight.SetFace(face); }
-const SceneSphere& GLSceneView::GetSphere() const { return impl->sphere; }
+const SceneSphere& GLSceneView::GetSphere() const { return impl->shown.sphere; }
 
 bool GLSceneView::Draw(const CameraParameters& camera, int x, int y, int width, int height, double scale) {
   return impl->Draw(camera, x, y, width, height, scale);
@@ -327,7 +388,7 @@ bool GLSceneView::Draw(const CameraParameters& camera, int x, int y, int width, 
 
 bool GLSceneView::DrawGradually(const CameraParameters& camera, int x, int y, int width, int height,
                                 double scale, double seconds) {
-  if (impl->buffers.IsLarge() && !impl->options.moving)
+  if (impl->shown.buffers.IsLarge() && !impl->options.moving)
     return impl->DrawGradually(camera, x, y, width, height, scale, seconds);
   impl->Draw(camera, x, y, width, height, scale);
   return true;

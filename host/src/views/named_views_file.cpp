@@ -115,6 +115,26 @@ std::string FormatNamedViews(const NamedViews& views) {
 
 // ---- files ----
 
+namespace {
+
+// What another program has added to the file since it was read or written here stays in it. False where the
+// file is none that may be written over.
+bool AddOthers(const fs::path& file, const NamedViews& former, NamedViews& views) {
+  std::string ignored;
+  std::string text;
+  NamedViews present;
+  if (!IsThere(file)) return true;
+  if (!ReadWholeFile(file, LARGEST_FILE, text, ignored)) return false;
+  if (!ParseNamedViews(text, present, ignored)) return false;
+  for (const NamedView& view : present.Get()) {
+    const bool known = former.FindGuid(view.guid).has_value() || views.FindGuid(view.guid).has_value();
+    if (!known) views.Add(view.name, view.camera, view.guid);
+  }
+  return true;
+}
+
+}  // namespace
+
 fs::path NamedViewsFile::FindPlaceBeside(const fs::path& model) {
   return model.empty() ? fs::path() : Append(model, EXTENSION);
 }
@@ -150,15 +170,22 @@ bool NamedViewsFile::Read(NamedViews& views, std::string& error) {
 bool NamedViewsFile::Keep(const NamedViews& views, std::string& error) {
   std::string text = FormatNamedViews(views);
   if (text == kept || (beside.empty() && own.empty())) return true;
+  NamedViews former;
+  NamedViews written = views;
+  const fs::path first = !place.empty() ? place : !beside.empty() ? beside : own;
+  if (!closed && ParseNamedViews(kept, former, error) && !AddOthers(first, former, written)) {
+    closed = true;
+    place = first;
+  }
   kept = std::move(text);
   if (closed && IsThere(place)) {
     error = place.string() + ": it stays as it is, so the views are not kept";
     return false;
   }
   closed = false;
-  const fs::path& first = !place.empty() ? place : !beside.empty() ? beside : own;
-  if (Write(first, kept, error)) return true;
-  return first != own && !own.empty() && Write(own, kept, error);
+  const std::string whole = FormatNamedViews(written);
+  if (Write(first, whole, error)) return true;
+  return first != own && !own.empty() && Write(own, whole, error);
 }
 
 bool NamedViewsFile::Write(const fs::path& to, const std::string& text, std::string& error) {

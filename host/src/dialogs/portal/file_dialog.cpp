@@ -39,6 +39,7 @@ class FileDialog::Impl {
 
   std::function<void()> wake;
   ContextPtr context;
+  GObjectPtr<GCancellable> patience;  // with a bus that is asked whether there is a portal
   Question question;
   std::thread worker;
   std::atomic<bool> closing = false;
@@ -52,6 +53,7 @@ bool FileDialog::Impl::Ask(const Question& asked) {
   question = asked;
   closing = false;
   context.reset(g_main_context_new());
+  patience.reset(g_cancellable_new());
   worker = std::thread([this] { Run(); });
   return true;
 }
@@ -68,8 +70,8 @@ void FileDialog::Impl::Run() {
 }
 
 FileDialog::Answer FileDialog::Impl::Wait() {
-  PortalCall call(question);
-  if (!call.Begin()) return {};
+  PortalCall call(question, patience.get());
+  if (!call.Begin()) return {closing ? Answer::Kind::Cancelled : Answer::Kind::Unavailable, {}};
   while (!call.IsDone()) {
     if (closing.exchange(false)) {
       call.Cancel();
@@ -95,6 +97,7 @@ std::optional<FileDialog::Answer> FileDialog::Impl::TakeAnswer() {
 void FileDialog::Impl::Close() {
   if (!asking) return;
   closing = true;
+  g_cancellable_cancel(patience.get());
   g_main_context_wakeup(context.get());
 }
 

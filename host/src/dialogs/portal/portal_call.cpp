@@ -30,10 +30,10 @@ std::string ReadEnvironment(const char* name) {
 }
 
 // Whether the bus answers a question about the portal's name, and not with a refusal.
-VariantPtr AskBus(GDBusConnection* bus, const char* method, GVariant* parameters) {
+VariantPtr AskBus(GDBusConnection* bus, const char* method, GVariant* parameters, GCancellable* patience) {
   return VariantPtr(g_dbus_connection_call_sync(
       bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method, parameters,
-      nullptr, G_DBUS_CALL_FLAGS_NONE, START_MILLISECONDS, nullptr, nullptr));
+      nullptr, G_DBUS_CALL_FLAGS_NONE, START_MILLISECONDS, patience, nullptr));
 }
 
 // a(sa(us)); null for none, by which every file shows.
@@ -83,11 +83,11 @@ PortalCall::~PortalCall() {
 // Running, or started by this. One that nobody has told how to start may run all the same.
 bool PortalCall::FindPortal() {
   if (!HasSession()) return false;
-  bus.reset(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
+  bus.reset(g_bus_get_sync(G_BUS_TYPE_SESSION, patience, nullptr));
   if (bus == nullptr) return false;
   g_dbus_connection_set_exit_on_close(bus.get(), FALSE);  // a session that ends is no reason to die here
-  return AskBus(bus.get(), "GetNameOwner", g_variant_new("(s)", PORTAL)) != nullptr ||
-         AskBus(bus.get(), "StartServiceByName", g_variant_new("(su)", PORTAL, 0U)) != nullptr;
+  return AskBus(bus.get(), "GetNameOwner", g_variant_new("(s)", PORTAL), patience) != nullptr ||
+         AskBus(bus.get(), "StartServiceByName", g_variant_new("(su)", PORTAL, 0U), patience) != nullptr;
 }
 
 bool PortalCall::Begin() {

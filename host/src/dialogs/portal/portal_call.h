@@ -17,7 +17,9 @@ using GObjectPtr = std::unique_ptr<Object, GObjectDeleter>;
 /// One question to the portal, and its answer. On the thread whose main context is the default one.
 class PortalCall {
  public:
-  explicit PortalCall(const FileDialog::Question& question) : asked(question) {}
+  /// Whoever cancels `ofBus`, from any thread, ends what is asked before the dialog is open. Both are
+  /// borrowed.
+  PortalCall(const FileDialog::Question& question, GCancellable* ofBus) : asked(question), patience(ofBus) {}
   /// Goes once the desktop has been told everything.
   ~PortalCall();
   PortalCall(const PortalCall&) = delete;
@@ -39,6 +41,7 @@ class PortalCall {
   void Take(GVariant* reply, const GError* error);
 
   const FileDialog::Question& asked;
+  GCancellable* const patience;  // with the bus
   GObjectPtr<GDBusConnection> bus;
   GObjectPtr<XdpPortal> portal;
   GObjectPtr<GCancellable> cancellable{g_cancellable_new()};
