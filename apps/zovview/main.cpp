@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "glances.h"
 #include "korvane/story.h"
 #include "model_source.h"
 #include "progress_line.h"
@@ -109,7 +110,9 @@ std::optional<int> ReadArguments(int argc, char** argv, Arguments& arguments) {
       "MODEL", arguments.model, "glTF, OBJ, STL, PLY, FBX, DAE, 3MF or IFC file; without one a sample house");
   CLI::Option* const headless = app.add_flag("--headless", arguments.headless,
                                              "Without a window: write a tour as pictures, or a view as one");
-  app.add_flag("--glance", arguments.tour.glance, "A tour of a few seconds instead of the whole one")
+  app.add_flag("--glance{" + std::string(zovview::WHOLE_GLANCE) + "}", arguments.tour.glance,
+               "A tour of a few seconds instead of the whole one; --glance=cube, of one device")
+      ->check(CLI::IsMember(zovview::GetGlanceNames()))
       ->needs(headless);
   AddSizeOption(app, arguments);
   app.add_option("--out", arguments.tour.directory,
