@@ -1,4 +1,4 @@
-"""Draws docs/images/house.svg, the folders and what stands on what, by the tables of check_layers.py.
+"""Draws docs/images/folders.svg, the folders and what stands on what, by the tables of check_layers.py.
 
 With --check it draws nothing and tells whether the picture that is kept is the one that it would draw.
 """
@@ -8,7 +8,7 @@ from xml.sax.saxutils import escape
 
 from check_layers import ROOMS, SHELVES
 
-PICTURE = pathlib.Path(__file__).resolve().parent.parent / "docs/images/house.svg"
+PICTURE = pathlib.Path(__file__).resolve().parent.parent / "docs/images/folders.svg"
 
 # What a folder holds, in the few words that fit on it. One that is missing here stops the drawing.
 HOLDS = {
@@ -93,7 +93,7 @@ def main():
         return 0
     if PICTURE.is_file() and PICTURE.read_text() == draw():
         return 0
-    print("docs/images/house.svg shows another house: python3 scripts/house_picture.py draws it anew")
+    print("docs/images/folders.svg shows another house: python3 scripts/house_picture.py draws it anew")
     return 1
 
 
