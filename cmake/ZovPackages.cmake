@@ -37,14 +37,14 @@ function(zov_add_package component package)
 endfunction()
 
 set(CPACK_COMPONENTS_ALL "")
-zov_add_package(runtime libzovtools${PROJECT_VERSION_MAJOR} SECTION libs
+zov_add_package(runtime libzovtools${ZOV_ABI} SECTION libs
   SUMMARY "camera navigation devices for 3D viewports: the library"
   DESCRIPTION "Moves the camera of any 3D application: an orientation cube, discs that\nfollow the pointer, navigation bars, mouse tools, animated moves, a history\nof views, storyboards and six-axis devices. Draws through a renderer of the\nprogram's own and needs nothing but the standard library.")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/packaging/triggers)
 
 zov_add_package(development libzovtools-dev SECTION libdevel
-  DEPENDS "libzovtools${PROJECT_VERSION_MAJOR} ${ZOV_SAME_RELEASE}"
+  DEPENDS "libzovtools${ZOV_ABI} ${ZOV_SAME_RELEASE}"
   SUMMARY "camera navigation devices for 3D viewports: to build with"
   DESCRIPTION "The headers of the library, with what CMake and pkg-config need to find it.")
 
@@ -60,7 +60,7 @@ zov_add_package(kit libzovhost-dev SECTION libdevel
   DESCRIPTION "What a program around the library needs and the library does not know, as\nstatic libraries: a window with its input, menus and panels, a renderer with\nall pictures and words, models with rays and bounds, stories and named views\nin files.")
 
 zov_add_package(viewer zovview SECTION graphics
-  DEPENDS "libzovtools${PROJECT_VERSION_MAJOR} ${ZOV_SAME_RELEASE}" fonts-dejavu-core libegl1 libgl1
+  DEPENDS "libzovtools${ZOV_ABI} ${ZOV_SAME_RELEASE}" fonts-dejavu-core libegl1 libgl1
   SUMMARY "viewer of 3D models with every device of navigation"
   DESCRIPTION "Opens glTF, OBJ, STL, PLY, FBX, DAE, 3MF and IFC, and has all devices of the\nlibrary libzovtools: cube, discs, bars, tools, named views, storyboards.\nWithout a display it writes a tour of the model as pictures.")
 set(CPACK_DEBIAN_VIEWER_PACKAGE_SHLIBDEPS ON)

@@ -12,6 +12,7 @@
 
 #include "disc_wedges.h"
 #include "film_output.h"
+#include "glances.h"
 #include "korvane/track_menu.h"
 #include "progress_line.h"
 #include "scene_keeper.h"
@@ -182,8 +183,8 @@ Tour::Tour(zovhost::Window& onWindow, const zovhost::Scene& ofScene, const TourO
       devicePage(device.GetHand()),
       viewHeight(options.height),
       progress(ProgressLine::OffTerminal::Quarters),
-      script(options.glance ? GetGlanceScript() : GetTourScript()),
-      framesPerPicture(options.glance ? FRAMES_PER_GLANCE_PICTURE : FRAMES_PER_PICTURE),
+      script(options.glance.empty() ? GetTourScript() : FindGlance(options.glance)),
+      framesPerPicture(options.glance.empty() ? FRAMES_PER_PICTURE : FRAMES_PER_GLANCE_PICTURE),
       frameCount(CountFrames(script)) {}
 
 bool Tour::Prepare(std::string& error) {
@@ -433,7 +434,7 @@ int RunTour(const LoadedModel& model, const TourOptions& options) {
 
   FilmOutput output(options.directory,
                     {model.source.GetName(), "Moved by the library's own operations and shots", "tour.webp",
-                     options.glance ? MILLISECONDS_PER_GLANCE_PICTURE : MILLISECONDS_PER_PICTURE});
+                     options.glance.empty() ? MILLISECONDS_PER_PICTURE : MILLISECONDS_PER_GLANCE_PICTURE});
   {
     Tour tour(*window, *model.scene, options);
     if (!tour.Prepare(error) || !output.Begin(error)) return Fail(error);

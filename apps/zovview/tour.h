@@ -12,7 +12,7 @@ struct TourOptions {
   int height = 800;
   std::filesystem::path directory;
   std::string ground = {};  // a name of the kit's grounds; empty: the first
-  bool glance = false;      // a few seconds instead of all
+  std::string glance = {};  // a name of the glances instead of the whole tour
 };
 
 /// Shows a model without a display: plays the tour through the hub and writes it as pictures. The exit code

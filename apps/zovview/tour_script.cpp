@@ -6,6 +6,7 @@
 #include "korvane/math.h"
 #include "korvane/navigation_bar.h"
 #include "korvane/orientor.h"
+#include "tour_moves.h"
 #include "view_tools.h"
 
 namespace zovview {
@@ -19,96 +20,12 @@ using Korvane::OrientorObserver;
 
 namespace {
 
-constexpr TourMove MakeCommand(const char* caption, double seconds, std::string_view command) {
-  TourMove move = {caption, Command, seconds};
-  move.command = command;
-  return move;
-}
-
-constexpr TourMove MakeCubeClick(const char* caption, double seconds, int part) {
-  TourMove move = {caption, Click, seconds, 0.0, 0.0, 0.0, 0.0};
-  move.cubePart = part;
-  return move;
-}
-constexpr TourMove MakeOverlayClick(const char* caption, double seconds, int part) {
-  TourMove move = {caption, Click, seconds, 0.0, 0.0, 0.0, 0.0};
-  move.overlayPart = part;
-  return move;
-}
-constexpr TourMove MakeCubeDrag(const char* caption, double seconds, int part, double toX, double toY) {
-  TourMove move = {caption, Drag, seconds, 0.0, 0.0, toX, toY};
-  move.cubePart = part;
-  return move;
-}
-
-constexpr TourMove MakeWedgeHover(const char* caption, double seconds, HelmDiscZone zone) {
-  TourMove move = {caption, Hover, seconds, 0.0, 0.0, 0.0, 0.0};
-  move.wedge = static_cast<int>(zone);
-  return move;
-}
-constexpr TourMove MakeWelcome(const char* caption, TourMove::Kind kind, double seconds, int part) {
-  TourMove move = {caption, kind, seconds, 0.0, 0.0, 0.0, 0.0};
-  move.welcomePart = part;
-  return move;
-}
-constexpr TourMove MakeWedgeClick(const char* caption, double seconds, HelmDiscZone zone) {
-  TourMove move = MakeWedgeHover(caption, seconds, zone);
-  move.kind = Click;
-  return move;
-}
-constexpr TourMove MakeWedgeDrag(const char* caption, double seconds, HelmDiscZone zone, double toX,
-                                 double toY) {
-  TourMove move = {caption, Drag, seconds, 0.0, 0.0, toX, toY};
-  move.wedge = static_cast<int>(zone);
-  move.arrival = 0.9;
-  return move;
-}
-
-constexpr TourMove MakeBarMove(const char* caption, TourMove::Kind kind, double seconds, int tag) {
-  TourMove move = {caption, kind, seconds, 0.0, 0.0, 0.0, 0.0};
-  move.barItem = tag;
-  return move;
-}
-constexpr TourMove MakeArrowClick(const char* caption, double seconds, int tag) {
-  TourMove move = MakeBarMove(caption, Click, seconds, tag);
-  move.onArrow = true;
-  return move;
-}
-constexpr TourMove MakeBarDrag(const char* caption, double seconds, double toX, double toY) {
-  TourMove move = MakeBarMove(caption, Drag, seconds, NavigationBar::TAG_GRIP);
-  move.toX = toX;
-  move.toY = toY;
-  return move;
-}
-
-constexpr TourMove MakeDeviceMove(const char* caption, double seconds, const zovhost::SixAxes& axes) {
-  TourMove move = {caption, Device, seconds};
-  move.axes = axes;
-  return move;
-}
-
-constexpr TourMove MakeStoryMove(const char* caption, TourMove::Kind kind, double seconds, StoryPart part,
-                                 int index = 0) {
-  TourMove move = {caption, kind, seconds, 0.0, 0.0, 0.0, 0.0};
-  move.storyPart = part;
-  move.storyIndex = index;
-  return move;
-}
-constexpr TourMove MakeStoryDrag(const char* caption, double seconds, StoryPart part, int index, double toX) {
-  TourMove move = MakeStoryMove(caption, Drag, seconds, part, index);
-  move.toX = toX;
-  move.arrival = 0.8;
-  return move;
-}
-
 // The regions of the welcome screen, in its order.
 constexpr int WELCOME_TITLE = 1;
 constexpr int WELCOME_TO_BASIC = 4;
 constexpr int WELCOME_MINI_OBJECT = 5;
 constexpr int WELCOME_OBJECT = 9;
 constexpr int WELCOME_BUILDING = 10;
-
-constexpr int HOME_ITEM = 201;  // of the navigation bar, the viewer's own
 
 // A drag across the whole width turns by 5 radians.
 constexpr auto SCRIPT = std::to_array<TourMove>({
@@ -246,28 +163,9 @@ constexpr auto SCRIPT = std::to_array<TourMove>({
     {"Start view", Rest, 0.3},
 });
 
-constexpr auto GLANCE = std::to_array<TourMove>({
-    {"A house", Rest, 0.2},
-    MakeCommand("The navigation bar", 0.0, "toggle-bar"),
-    MakeCubeDrag("The cube: a drag", 1.3, OrientorObserver::PART_FRONT, -0.10, -0.03),
-    MakeCommand("The cube: a click on its top", 0.6, "home"),
-    MakeCubeClick("The cube: a click on its top", 0.9, OrientorObserver::PART_TOP),
-    MakeBarMove("The navigation bar: home", Click, 0.9, HOME_ITEM),
-    {"A disc: orbit by its wedge", Hover, 0.4, 0.90, 0.62, 0.42, 0.56},
-    MakeCommand("A disc: orbit by its wedge", 0.0, "disc-full-navigation"),
-    MakeWedgeHover("A disc: orbit by its wedge", 0.5, HelmDiscZone::Zoom),
-    MakeWedgeHover("A disc: orbit by its wedge", 0.3, HelmDiscZone::Orbit),
-    MakeWedgeDrag("A disc: orbit by its wedge", 1.3, HelmDiscZone::Orbit, 0.16, 0.02),
-    MakeCommand("A flight to the front", 0.0, "close-disc"),
-    MakeCommand("A flight to the front", 1.0, "front"),
-    MakeCommand("And back", 1.0, "previous-view"),
-    MakeCommand("And back", 0.8, "home"),
-});
-
 }  // namespace
 
 std::span<const TourMove> GetTourScript() { return SCRIPT; }
-std::span<const TourMove> GetGlanceScript() { return GLANCE; }
 
 // A hand presses a cap and lets go of it by degrees.
 zovhost::SixAxes FindAxes(const TourMove& move, double fraction) {

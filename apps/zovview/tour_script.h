@@ -61,8 +61,6 @@ struct TourMove {
 };
 
 std::span<const TourMove> GetTourScript();
-/// A few seconds of it: the cube, a disc, the bar, a flight and back.
-std::span<const TourMove> GetGlanceScript();
 
 /// Where the pointer is at a moment of a move; `fraction` of its time, 0 to 1.
 struct TourPointer {

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <fstream>
 
+#include "glances.h"
 #include "program.h"
 #include "tour_pace.h"
 #include "tour_script.h"
@@ -164,13 +165,35 @@ TEST(viewer_program, a_glance_is_a_few_seconds_of_the_tour) {
       RunViewer({model.string(), "--headless", "--glance", "--size", "320x200", "--out", out.string()});
   ASSERT_EQ(result.exitCode, 0) << result.error;
   double seconds = 0.0;
-  for (const zovview::TourMove& move : zovview::GetGlanceScript()) seconds += move.seconds;
+  for (const zovview::TourMove& move : zovview::FindGlance(zovview::WHOLE_GLANCE)) seconds += move.seconds;
   const auto pictures =
       static_cast<int>(std::ceil(seconds * 60.0 / zovview::FRAMES_PER_GLANCE_PICTURE - 1e-6));
   EXPECT_NE(LastLine(result.out).find(std::to_string(pictures) + " pictures"), std::string::npos)
       << result.out;
   EXPECT_NE(LastLine(result.out).find("ms a picture"), std::string::npos) << result.out;
   EXPECT_TRUE(fs::exists(out / "tour.webp"));
+}
+
+// Each finds what its hand takes hold of: a tour whose move begins nowhere fails.
+TEST(viewer_program, has_a_glance_of_each_device) {
+  const TemporaryFolder folder;
+  const fs::path model = folder.Write("pyramid.obj", PYRAMID);
+  for (const std::string& name : zovview::GetGlanceNames()) {
+    const fs::path out = folder.GetPath() / name;
+    const ProgramResult result = RunViewer(
+        {model.string(), "--headless", "--glance=" + name, "--size", "320x240", "--out", out.string()});
+    EXPECT_EQ(result.exitCode, 0) << name << ": " << result.error;
+    EXPECT_TRUE(fs::exists(out / "tour.webp")) << name;
+  }
+}
+
+TEST(viewer_program, a_glance_of_nothing_is_refused) {
+  const TemporaryFolder folder;
+  const fs::path out = folder.GetPath() / "glance";
+  const ProgramResult result = RunViewer({"--headless", "--glance=tree", "--out", out.string()});
+  EXPECT_EQ(result.exitCode, 2);
+  EXPECT_EQ(CountLines(result.error), 1) << result.error;
+  EXPECT_FALSE(fs::exists(out));
 }
 
 // ---- the tour ----

@@ -1,4 +1,4 @@
-"""Each block of C++ in README.md and docs/ stands in a file that is compiled, and some are whole programs."""
+"""Each block of C++ in README.md, CONTRIBUTING.md and docs/ stands in a file that is compiled, and some are whole programs."""
 import pathlib
 import re
 import sys
@@ -17,7 +17,7 @@ def main():
     root = pathlib.Path(sys.argv[1])
     sources = [normal(path.read_text()) for folder in COMPILED for pattern in ("*.cpp", "*.h")
                for path in (root / folder).rglob(pattern)]
-    pages = [root / "README.md", *sorted((root / "docs").glob("*.md"))]
+    pages = [root / "README.md", root / "CONTRIBUTING.md", *sorted((root / "docs").rglob("*.md"))]
     faults = []
     blocks = 0
     for page in pages:
