@@ -58,7 +58,6 @@ class NamedViewsPanel {
   bool focuses = false;
   std::optional<std::size_t> news;
   int framesOfNews = 0;
-  int framesOfFocus = 0;
 };
 
 }  // namespace zovview
