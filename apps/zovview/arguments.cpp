@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <memory>
 
+#include "glances.h"
 #include "view_grid.h"
 #include "zovhost/languages.h"
 #include "zovhost/scene_ground.h"
@@ -97,7 +98,9 @@ void AddModes(CLI::App& app, Arguments& arguments) {
 void AddPictures(CLI::App& app, Arguments& arguments) {
   CLI::Option* const headless = app.add_flag("--headless", arguments.headless,
                                              "Without a window: write a tour as pictures, or a view as one");
-  app.add_flag("--glance", arguments.tour.glance, "A tour of a few seconds instead of the whole one")
+  app.add_flag("--glance{" + std::string(WHOLE_GLANCE) + "}", arguments.tour.glance,
+               "A tour of a few seconds instead of the whole one; --glance=cube, of one device")
+      ->check(CLI::IsMember(GetGlanceNames()))
       ->needs(headless);
   CLI::Option* const play = Add(app, "--play", "STORY", arguments.play,
                                 "Opens a story and presents it; with --headless as pictures");

@@ -25,8 +25,6 @@ constexpr float ROUNDING = 3.0F;
 constexpr int MOST_ROWS = 4;  // beyond them the list scrolls
 // A window knows in the next frame how far it can scroll.
 constexpr int FRAMES_OF_NEWS = 2;
-// A text takes the keys in the third frame after it is asked to.
-constexpr int FRAMES_OF_FOCUS = 4;
 
 constexpr ImU32 FRAME = IM_COL32(255, 255, 255, 70);
 constexpr ImU32 EMPTY = IM_COL32(255, 255, 255, 20);
@@ -116,9 +114,7 @@ void NamedViewsPanel::Draw(ViewList& list, const ViewTarget& target, float width
   ImGui::PopStyleVar();
   if (renamed.has_value() && !nameDrawn) EndUnseen(list);  // scrolled away
   Fulfil(list);
-  const bool settles = framesOfNews > 0 || framesOfFocus > 0;
-  if (framesOfFocus > 0) --framesOfFocus;
-  if (list.GetPictures().IsWanted() || settles) target.hub.RequestApplicationUpdate();
+  if (list.GetPictures().IsWanted() || framesOfNews > 0) target.hub.RequestApplicationUpdate();
 }
 
 bool NamedViewsPanel::TakeNews(ViewList& list) {
@@ -232,7 +228,6 @@ void NamedViewsPanel::Fulfil(ViewList& list) {
       renamed = guid;
       name = list.GetViews().Get()[index].name;
       focuses = true;
-      framesOfFocus = FRAMES_OF_FOCUS;
       return;
     case Part::Delete:
       if (condemned == guid) {

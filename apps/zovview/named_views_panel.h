@@ -64,7 +64,6 @@ class NamedViewsPanel {
   int frame = 0;  // that it was drawn in
   std::optional<std::size_t> news;
   int framesOfNews = 0;
-  int framesOfFocus = 0;
 };
 
 }  // namespace zovview

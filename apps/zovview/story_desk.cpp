@@ -69,12 +69,19 @@ float GetWidth() {
 
 bool DrawButton(const char* name) { return ImGui::Button(zovhost::SayLabel(name), GetButtonSize()); }
 
+// While the text has the keys.
+enum class TypedEnd : int { None, Enter, Escape };
+
 // A path is typed as it is, also where others read from the right.
-bool DrawPath(const char* id, std::string& path, ImGuiInputTextFlags flags) {
+TypedEnd DrawPath(const char* id, std::string& path) {
   zovhost::ToPanelText(path);
   ImGui::SetNextItemWidth(-FLT_MIN);
   const zovhost::UprightItem upright;
-  return ImGui::InputText(id, &path, flags);
+  constexpr ImGuiInputTextFlags STYLE =
+      ImGuiInputTextFlags_EnterReturnsTrue | ImGuiInputTextFlags_AutoSelectAll;
+  if (ImGui::InputText(id, &path, STYLE)) return TypedEnd::Enter;
+  const bool escaped = ImGui::IsItemDeactivated() && ImGui::IsKeyPressed(ImGui::GetKeyIndex(ImGuiKey_Escape));
+  return escaped ? TypedEnd::Escape : TypedEnd::None;
 }
 
 }  // namespace
@@ -156,11 +163,20 @@ void StoryDesk::Confirm() {
     case Page::Export:
       return BeginExport();
     case Page::File:
-      problem.clear();
-      if (question.take(ToPath(path), problem)) Finish();
-      return;
+      return TakeFile();
   }
 }
+
+// Who gave one that will not do types another.
+void StoryDesk::TakeFile() {
+  problem.clear();
+  if (question.take(FindTyped(), problem)) return Finish();
+  focuses = true;
+  surroundings.requestFrame();
+}
+
+// A name alone is one beside what was suggested.
+fs::path StoryDesk::FindTyped() const { return question.suggestion.parent_path() / ToPath(path); }
 
 void StoryDesk::Drop() {
   if (page == Page::Losing) Finish();
@@ -174,6 +190,7 @@ void StoryDesk::Cancel() {
 
 void StoryDesk::Show(Page next, const std::string& suggestion) {
   page = next;
+  focuses = true;
   problem.clear();
   if (!suggestion.empty()) path = suggestion;
   surroundings.requestFrame();
@@ -201,7 +218,9 @@ void StoryDesk::BeginExport() {
   options.film = {wanted.width, wanted.height, RATES[static_cast<std::size_t>(rate)]};
   problem.clear();
   exported = surroundings.beginExport(*story->GetBoard().GetStory(), options, problem);
-  if (exported != nullptr) Show(Page::Exporting);
+  if (exported != nullptr) return Show(Page::Exporting);
+  focuses = true;
+  surroundings.requestFrame();
 }
 
 void StoryDesk::Advance() {
@@ -260,29 +279,31 @@ void StoryDesk::DrawLosing() {
 
 void StoryDesk::DrawFile() {
   ImGui::TextUnformatted(zovhost::Say(question.text));
-  if (ImGui::IsWindowAppearing()) ImGui::SetKeyboardFocusHere();
-  bool confirmed = DrawPath("##path", path, ImGuiInputTextFlags_EnterReturnsTrue);
+  if (std::exchange(focuses, false)) ImGui::SetKeyboardFocusHere();
+  const TypedEnd end = DrawPath("##path", path);
   std::error_code ignored;
-  if (question.saves && ToPath(path) != question.present && fs::exists(ToPath(path), ignored)) {
+  if (question.saves && FindTyped() != question.present && fs::exists(FindTyped(), ignored)) {
     ImGui::TextDisabled("%s", zovhost::Say("There is such a file: it will be replaced."));
   }
-  confirmed = DrawButton(question.button) || confirmed;
+  const bool confirmed = DrawButton(question.button) || end == TypedEnd::Enter;
   ImGui::SameLine();
-  if (DrawButton("Cancel")) return Cancel();
+  if (DrawButton("Cancel") || end == TypedEnd::Escape) return Cancel();
   if (confirmed) Confirm();
 }
 
 void StoryDesk::DrawExport() {
   ImGui::TextUnformatted(zovhost::Say("Export pictures and an animation into the folder"));
-  DrawPath("##folder", path, 0);
+  if (std::exchange(focuses, false)) ImGui::SetKeyboardFocusHere();
+  const TypedEnd end = DrawPath("##folder", path);
   if (StoryExport::ReplacesFiles(ToPath(path))) {
     ImGui::TextDisabled("%s", zovhost::Say("There are files of a film: they will be replaced."));
   }
   Choose(FIELDS[0], RATES, rate);
   Choose(FIELDS[1], SIZES, size);
-  if (DrawButton("Export")) return Confirm();
+  const bool confirmed = DrawButton("Export") || end == TypedEnd::Enter;
   ImGui::SameLine();
-  if (DrawButton("Cancel")) Cancel();
+  if (DrawButton("Cancel") || end == TypedEnd::Escape) return Cancel();
+  if (confirmed) Confirm();
 }
 
 void StoryDesk::DrawExporting() {

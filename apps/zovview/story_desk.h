@@ -74,6 +74,8 @@ class StoryDesk {
   void Finish();
   void AskForStory(bool saves);
   bool Read(ViewStory& into, const std::filesystem::path& file, std::string& error) const;
+  void TakeFile();
+  std::filesystem::path FindTyped() const;
   void BeginExport();
   void DrawPage();
   void DrawLosing();
@@ -88,7 +90,8 @@ class StoryDesk {
   std::function<void()> then;  // after a question; empty: nothing
   std::string path;            // UTF-8
   std::string problem;
-  int rate = 1;  // rows of tables
+  bool focuses = false;  // its text is to have the keys
+  int rate = 1;          // rows of tables
   int size = 0;
   std::unique_ptr<StoryExport> exported;
 };

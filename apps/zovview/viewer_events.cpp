@@ -86,11 +86,11 @@ void Viewer::ActivateView(std::size_t index) {
 
 void Viewer::OnKeyEvent(const WindowEvent& event) {
   const bool pressed = event.type == WindowEvent::Type::KeyDown && !event.repeated;
+  if (desk.IsOpen() && event.type == WindowEvent::Type::KeyDown) return OnDeskKey(event);
   if (pressed && contents.loading.has_value() && event.key == SDLK_ESCAPE) {
     loadCancelled = true;
     return;
   }
-  if (pressed && desk.IsOpen()) return OnDeskKey(event);
   if (pressed && menus.IsOpen() && event.key == SDLK_ESCAPE) {
     menus.Close();
     return window.RequestFrame();
@@ -125,7 +125,9 @@ bool Viewer::OnPanelKey(const WindowEvent& event) {
   return used;
 }
 
+// The question's own; what was held when it came is released as ever.
 void Viewer::OnDeskKey(const WindowEvent& event) {
+  if (event.repeated) return;
   if (event.key == SDLK_ESCAPE) desk.Cancel();
   if (event.key == SDLK_RETURN || event.key == SDLK_KP_ENTER) desk.Confirm();
 }
@@ -142,11 +144,15 @@ void Viewer::ShowHelp() {
 
 void Viewer::AskForFile(std::size_t view, const FileRequest& request) {
   if (request.kind == FileRequest::Kind::OpenModel) {
-    const auto open = [this](const std::filesystem::path& file, std::string& /*error*/) {
-      Open({file});
+    // Once the question is closed, as what it leads to may be another: whether changes are to be lost.
+    const auto chosen = std::make_shared<std::filesystem::path>();
+    const auto take = [chosen](const std::filesystem::path& file, std::string& /*error*/) {
+      *chosen = file;
       return true;
     };
-    return files.Ask({"Open a model", "Open", false, FindModelFolder() / modelFile.filename(), open});
+    const auto open = [this, chosen] { Open({*chosen}); };
+    return files.Ask(
+        {"Open a model", "Open", false, FindModelFolder() / modelFile.filename(), take, {}, open});
   }
   const auto write = [this, view, enlargement = request.enlargement](const std::filesystem::path& file,
                                                                      std::string& error) {

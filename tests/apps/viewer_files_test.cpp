@@ -17,17 +17,6 @@ using zovview::StoryDesk;
 
 class ViewerFilesTest : public apps_test::ViewerTest {
  protected:
-  void PressControl(SDL_Keycode key) {
-    SDL_Event event = {};
-    event.type = SDL_KEYDOWN;
-    event.key.keysym.sym = key;
-    event.key.keysym.mod = KMOD_LCTRL;
-    SDL_SetModState(KMOD_LCTRL);
-    SDL_PushEvent(&event);
-    window->Step(0);
-    SDL_SetModState(KMOD_NONE);
-    ComeToRest();
-  }
   void Answer(const fs::path& file) {
     ASSERT_EQ(viewer->GetDesk().GetPage(), StoryDesk::Page::File);
     viewer->GetDesk().SetPath(file.string());

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "korvane/vector2.h"
@@ -84,19 +85,52 @@ class ViewerTest : public testing::Test {
     ComeToRest();
   }
 
-  void Press(SDL_Keycode key) {
+  void PushKey(Uint32 type, SDL_Keycode key, SDL_Keymod modifiers = KMOD_NONE) {
     SDL_Event event = {};
-    event.type = SDL_KEYDOWN;
+    event.type = type;
+    event.key.state = type == SDL_KEYDOWN ? SDL_PRESSED : SDL_RELEASED;
     event.key.keysym.sym = key;
+    event.key.keysym.scancode = SDL_GetScancodeFromKey(key);
+    event.key.keysym.mod = static_cast<Uint16>(modifiers);
     SDL_PushEvent(&event);
-    window->Step(0);
   }
-
-  void Type(const char* text) {
+  void PushText(const std::string& text) {
     SDL_Event event = {};
     event.type = SDL_TEXTINPUT;
-    SDL_strlcpy(event.text.text, text, sizeof(event.text.text));
+    SDL_strlcpy(event.text.text, text.c_str(), sizeof(event.text.text));
     SDL_PushEvent(&event);
+  }
+  // The keys of these go down before another, and up after it.
+  void PushModifiers(Uint32 type, SDL_Keymod modifiers) {
+    constexpr std::pair<SDL_Keymod, SDL_Keycode> KEYS[] = {{KMOD_LCTRL, SDLK_LCTRL},
+                                                           {KMOD_LSHIFT, SDLK_LSHIFT}};
+    for (const auto& [modifier, key] : KEYS) {
+      if ((modifiers & modifier) != 0) PushKey(type, key, type == SDL_KEYDOWN ? modifiers : KMOD_NONE);
+    }
+  }
+  // Down, with the text that comes of it, and up again, within one round of the window.
+  void Press(SDL_Keycode key, SDL_Keymod modifiers = KMOD_NONE) {
+    const bool prints = key >= SDLK_SPACE && key < SDLK_DELETE && modifiers == KMOD_NONE;
+    SDL_SetModState(modifiers);
+    PushModifiers(SDL_KEYDOWN, modifiers);
+    PushKey(SDL_KEYDOWN, key, modifiers);
+    if (prints) PushText(std::string(1, static_cast<char>(key)));
+    PushKey(SDL_KEYUP, key, modifiers);
+    window->Step(0);
+    SDL_SetModState(KMOD_NONE);
+    PushModifiers(SDL_KEYUP, modifiers);
+    if (modifiers != KMOD_NONE) window->Step(0);
+  }
+  void PressAndRest(SDL_Keycode key, SDL_Keymod modifiers = KMOD_NONE) {
+    Press(key, modifiers);
+    ComeToRest();
+  }
+  void PressControl(SDL_Keycode key, SDL_Keymod more = KMOD_NONE) {
+    PressAndRest(key, static_cast<SDL_Keymod>(KMOD_LCTRL | more));
+  }
+  // Into whatever has the keys, a character at a time.
+  void Type(const std::string& text) {
+    for (const char letter : text) PushText(std::string(1, letter));
     ComeToRest();
   }
 

@@ -54,10 +54,7 @@ class ViewerFocusTest : public apps_test::ViewerTest {
   }
   void Hear(const FocusThing* thing) { present = thing != nullptr ? *thing : FocusThing(); }
   void PushKey(Uint32 type, SDL_Keycode key) {
-    SDL_Event event = {};
-    event.type = type;
-    event.key.keysym.sym = key;
-    SDL_PushEvent(&event);
+    ViewerTest::PushKey(type, key);
     window->Step(0);
   }
   // Down and up.

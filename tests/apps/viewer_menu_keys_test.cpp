@@ -29,30 +29,7 @@ class ViewerMenuKeysTest : public apps_test::ViewerTest {
   static void Hear(FocusThing& heard, const FocusThing* thing) {
     heard = thing != nullptr ? *thing : FocusThing();
   }
-  void PushKey(Uint32 type, SDL_Keycode key, SDL_Keymod modifiers) {
-    SDL_Event event = {};
-    event.type = type;
-    event.key.keysym.sym = key;
-    event.key.keysym.scancode = SDL_GetScancodeFromKey(key);
-    event.key.keysym.mod = static_cast<Uint16>(modifiers);
-    SDL_SetModState(modifiers);
-    SDL_PushEvent(&event);
-    window->Step(0);
-    SDL_SetModState(KMOD_NONE);
-  }
-  // Down and up.
-  void Key(SDL_Keycode key, SDL_Keymod modifiers = KMOD_NONE) {
-    PushKey(SDL_KEYDOWN, key, modifiers);
-    PushKey(SDL_KEYUP, key, modifiers);
-    ComeToRest();
-  }
-  void Type(const char* text) {
-    SDL_Event event = {};
-    event.type = SDL_TEXTINPUT;
-    SDL_strlcpy(event.text.text, text, sizeof event.text.text);
-    SDL_PushEvent(&event);
-    ComeToRest();
-  }
+  void Key(SDL_Keycode key, SDL_Keymod modifiers = KMOD_NONE) { PressAndRest(key, modifiers); }
   void TabTo(const std::string& group) {
     for (int i = 0; i < 12 && present.group != group; ++i) Key(SDLK_TAB);
     ASSERT_EQ(present.group, group);
@@ -144,9 +121,7 @@ TEST_F(ViewerMenuKeysTest, a_shot_is_named) {
   Key(SDLK_F2);
   EXPECT_TRUE(viewer->GetView(0).GetStory().GetEditor().IsPanelVisible());
   Type("Porch");
-  PushKey(SDL_KEYDOWN, SDLK_RETURN, KMOD_NONE);
-  ComeToRest();
-  PushKey(SDL_KEYUP, SDLK_RETURN, KMOD_NONE);
+  Key(SDLK_RETURN);
   EXPECT_NE(GetNames().find("Porch"), std::string::npos) << GetNames();
   EXPECT_NE(present.name.find("Porch"), std::string::npos) << "and so is what is under the focus";
   Key(SDLK_RIGHT);
@@ -164,9 +139,8 @@ TEST_F(ViewerMenuKeysTest, a_shot_is_played_and_flown_to) {
   Key(SDLK_RETURN);
   EXPECT_LT((GetHub().GetView().eye - start).Length(), 1e-3);
   StepTo(SDLK_LEFT, GetText(84));
-  PushKey(SDL_KEYDOWN, SDLK_RETURN, KMOD_NONE);
+  Press(SDLK_RETURN);
   EXPECT_TRUE(GetBoard().IsPlayingBack());
-  PushKey(SDL_KEYUP, SDLK_RETURN, KMOD_NONE);
   GetBoard().StopPlayback();
   ComeToRest();
 }

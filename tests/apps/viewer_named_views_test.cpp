@@ -46,10 +46,6 @@ class NamedViewsInViewerTest : public ViewerTest {
   }
   fs::path GetFile() const { return folder.GetPath() / "triangle.obj.views.json"; }
 
-  void PressAndRest(SDL_Keycode key) {
-    Press(key);
-    ComeToRest();
-  }
   /// From the front, the right and above.
   void KeepThree() {
     for (const SDL_Keycode key : {SDLK_1, SDLK_4, SDLK_5}) {
@@ -68,17 +64,6 @@ class NamedViewsInViewerTest : public ViewerTest {
     const Korvane::Vector2 pixel(place->x, HEIGHT - 1.0 - place->y);
     Move(static_cast<int>(pixel.x), static_cast<int>(pixel.y));
     Click(pixel);
-  }
-  /// While a text is typed; the panels know keys by their places.
-  void EndTyping(SDL_Scancode key) {
-    for (const SDL_EventType type : {SDL_KEYDOWN, SDL_KEYUP}) {
-      SDL_Event event = {};
-      event.type = type;
-      event.key.keysym.scancode = key;
-      event.key.keysym.sym = SDL_GetKeyFromScancode(key);
-      SDL_PushEvent(&event);
-      ComeToRest();
-    }
   }
   void ExpectView(const CameraParameters& camera) const {
     EXPECT_TRUE(GetHub().CheckCamerasEqual(&camera, &GetHub().GetView()));
@@ -207,7 +192,7 @@ TEST_F(NamedViewsInViewerTest, a_name_is_typed_in_its_place) {
   ClickOn(1, Part::Rename);
   ASSERT_TRUE(viewer->GetNamedViewsPanel().IsRenaming());
   Type("The stairs");
-  EndTyping(SDL_SCANCODE_RETURN);
+  PressAndRest(SDLK_RETURN);
   EXPECT_FALSE(viewer->GetNamedViewsPanel().IsRenaming());
   EXPECT_EQ(GetNames(), (Names{"View 1", "The stairs", "View 3"}));
 }
@@ -216,7 +201,7 @@ TEST_F(NamedViewsInViewerTest, escape_leaves_a_name_as_it_was) {
   KeepThree();
   ClickOn(0, Part::Rename);
   Type("Never");
-  EndTyping(SDL_SCANCODE_ESCAPE);
+  PressAndRest(SDLK_ESCAPE);
   EXPECT_FALSE(viewer->GetNamedViewsPanel().IsRenaming());
   EXPECT_EQ(GetNames(), (Names{"View 1", "View 2", "View 3"}));
 }

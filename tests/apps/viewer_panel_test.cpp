@@ -37,16 +37,7 @@ class ViewerPanelTest : public ViewerTest {
     viewer->GetView(0).Run(*zovview::FindViewCommand(command));
     ComeToRest();
   }
-  void Key(SDL_Keycode key) {
-    for (const Uint32 type : {SDL_KEYDOWN, SDL_KEYUP}) {
-      SDL_Event event = {};
-      event.type = type;
-      event.key.keysym.sym = key;
-      SDL_PushEvent(&event);
-      window->Step(0);
-    }
-    ComeToRest();
-  }
+  void Key(SDL_Keycode key) { PressAndRest(key); }
   void TabToPanel() {
     for (int i = 0; i < 20 && !viewer->GetPanelFocus().IsActive(); ++i) Key(SDLK_TAB);
     ASSERT_TRUE(viewer->GetPanelFocus().IsActive());

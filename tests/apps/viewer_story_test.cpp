@@ -59,12 +59,6 @@ class ViewerStoryTest : public ViewerTest {
     zovview::FindStoryPart(zovview::StoryPart::Shot, index, x, y);
     return {static_cast<double>(x), static_cast<double>(y)};
   }
-  void PressControl(SDL_Keycode key, SDL_Keymod more = KMOD_NONE) {
-    SDL_SetModState(static_cast<SDL_Keymod>(KMOD_LCTRL | more));
-    Press(key);
-    SDL_SetModState(KMOD_NONE);
-    ComeToRest();
-  }
   void Close() {
     SDL_Event event = {};
     event.type = SDL_QUIT;
@@ -199,9 +193,8 @@ TEST_F(ViewerStoryTest, a_story_is_saved_where_the_user_says_and_then_there) {
   ASSERT_TRUE(IsAsking(true));
   EXPECT_EQ(fs::path(GetDesk().GetPath()), folder.GetPath() / "story.json") << "beside the model";
   const fs::path file = folder.GetPath() / "kept.json";
-  GetDesk().SetPath(file.string());
-  Press(SDLK_RETURN);
-  ComeToRest();
+  Type(file.string());
+  PressAndRest(SDLK_RETURN);
   EXPECT_FALSE(GetDesk().IsOpen());
   EXPECT_FALSE(GetStory().IsChanged());
   EXPECT_EQ(GetStory().GetPath(), file);
@@ -226,9 +219,8 @@ TEST_F(ViewerStoryTest, a_place_that_cannot_be_written_is_told_and_asked_for_aga
   EXPECT_TRUE(IsAsking(true));
   EXPECT_FALSE(GetDesk().GetProblem().empty());
   EXPECT_TRUE(GetStory().IsChanged());
-  Press(SDLK_ESCAPE);
+  PressAndRest(SDLK_ESCAPE);
   EXPECT_FALSE(GetDesk().IsOpen());
-  ComeToRest();
 }
 
 TEST_F(ViewerStoryTest, a_story_is_opened_from_its_file) {
@@ -321,9 +313,8 @@ TEST_F(ViewerStoryTest, keys_are_the_questions_own) {
   Ask(StoryRequest::Open);
   Press(SDLK_w);
   EXPECT_EQ(viewer->GetView(0).GetManager().GetActiveTool(), zovview::TOOL_ORBIT);
-  Press(SDLK_ESCAPE);
+  PressAndRest(SDLK_ESCAPE);
   EXPECT_FALSE(GetDesk().IsOpen());
-  ComeToRest();
 }
 
 // ---- films ----

@@ -463,12 +463,9 @@ TEST_F(SplitTest, a_key_that_is_released_over_the_other_view_is_released) {
   const Korvane::Vector3 before = direction();
   const Korvane::Vector3 eye = EyeOf(0);
   Move(350, 50);
-  Press(SDLK_LSHIFT);
+  PushKey(SDL_KEYDOWN, SDLK_LSHIFT);
   Move(WIDTH - 100, 50);
-  SDL_Event released = {};
-  released.type = SDL_KEYUP;
-  released.key.keysym.sym = SDLK_LSHIFT;
-  SDL_PushEvent(&released);
+  PushKey(SDL_KEYUP, SDLK_LSHIFT);
   Move(350, 50);
   PushButton(SDL_MOUSEBUTTONDOWN, 350, 50, 1, SDL_BUTTON_MIDDLE);
   PushMotion(390, 60);
@@ -774,8 +771,8 @@ TEST_F(ViewerTest, a_session_is_written_down_and_ends_in_a_whole_file) {
   for (const zovview::RecordedEvent& event : recording.events) {
     if (!event.margins.has_value()) types.push_back(event.event.type);
   }
-  const std::vector<Type> expected = {Type::MouseMove, Type::MouseDown, Type::MouseMove,
-                                      Type::MouseUp,   Type::KeyDown,   Type::FileDropped};
+  const std::vector<Type> expected = {Type::MouseMove, Type::MouseDown, Type::MouseMove,  Type::MouseUp,
+                                      Type::KeyDown,   Type::KeyUp,     Type::FileDropped};
   EXPECT_EQ(types, expected);
 }
 

@@ -7,16 +7,15 @@
 #include <imgui_internal.h>
 
 #include <algorithm>
-#include <bitset>
 #include <cfloat>
 #include <cmath>
-#include <deque>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "window/gui_look.h"
+#include "window/panel_keys.h"
 #include "window/panel_state.h"
 #include "zovhost/phrases.h"
 #include "zovhost/window.h"
@@ -72,17 +71,8 @@ class Gui::Impl {
   void LiftFinger();
   void SendPointer(Uint32 type, ImVec2 point);
   ImVec2 GetFingerPoint(const SDL_TouchFingerEvent& event) const;
-  bool OnKeyEvent(const SDL_Event& event);
-  bool IsReleaseTooSoon(const SDL_Event& event);
-  void ReleaseKeys();
-  bool LeadsThroughPanels(const SDL_KeyboardEvent& event) const;
-  bool QueueKey(const SDL_Event& event);
-  void FeedKey();
-  void LeavePanels();
-  void SettleMark();
   void SetDisplaySize() const;
   ImVec2 ToPoints(int x, int y) const;
-  bool IsTyping() const;
   void EndTyping(const SDL_Event& event);
   void OnPointerLeaves();
   void TrackOwner(const SDL_MouseButtonEvent& event, bool ofPanels);
@@ -109,13 +99,9 @@ class Gui::Impl {
     SDL_TouchID device;
     SDL_FingerID id;
   };
-  std::bitset<SDL_NUM_SCANCODES> newKeys;  // that went down since the last frame
-  std::vector<SDL_Event> releases;         // of those, for after the next
-  std::optional<Finger> finger;            // that came down on a panel, and is its mouse
-  int framesToLeave = 0;                   // until the pointer goes with the finger that was lifted
-  bool ledThrough = false;                 // keys have gone through the popup that is open
-  bool hadKeys = false;                    // a panel, in the last frame
-  std::deque<SDL_Event> keys;  // that lead through panels, one a frame: the library looks at what is down
+  std::optional<Finger> finger;  // that came down on a panel, and is its mouse
+  int framesToLeave = 0;         // until the pointer goes with the finger that was lifted
+  PanelKeys keys;
 };
 
 Gui::Impl::Impl(Window* overWindow, int pictureWidth, int pictureHeight, double pictureDensity)
@@ -123,7 +109,8 @@ Gui::Impl::Impl(Window* overWindow, int pictureWidth, int pictureHeight, double 
       window(overWindow),
       width(pictureWidth),
       height(pictureHeight),
-      density(pictureDensity > 0.0 ? pictureDensity : 1.0) {
+      density(pictureDensity > 0.0 ? pictureDensity : 1.0),
+      keys(*context, panels, [this] { Settle(); }) {
   ImGuiIO& io = ImGui::GetIO();
   io.IniFilename = nullptr;  // nothing is left behind on the disk
   // The cursor is the window's business.
@@ -202,7 +189,7 @@ void Gui::Impl::BeginFrame() {
   LoadFont();
   ImGui_ImplOpenGL3_NewFrame();
   if (window != nullptr) {
-    FeedKey();
+    keys.BeginFrame();
     ImGui_ImplSDL2_NewFrame();
     SetDisplaySize();
     // The backend asks for the pointer on the whole desktop, which SDL knows only after it has moved a while.
@@ -219,13 +206,12 @@ void Gui::Impl::BeginFrame() {
 }
 
 void Gui::Impl::EndFrame() {
-  SettleMark();
+  if (window != nullptr) keys.SettleMark();
   ImGui::Render();
   panels.order.Apply(*ImGui::GetDrawData(), panels.mirrored, ImGui::GetIO().FontGlobalScale);
   ImGui_ImplOpenGL3_RenderDrawData(ImGui::GetDrawData());
   if (framesToLeave > 0 && --framesToLeave == 0) OnPointerLeaves();
-  ReleaseKeys();
-  if (!keys.empty()) Settle();
+  if (window != nullptr) keys.EndFrame();
   framesOfGrowth = IsPanelGrowing() ? framesOfGrowth + 1 : 0;
   const bool grows = framesOfGrowth > 0 && framesOfGrowth <= FRAMES_TO_GROW;
   const bool settles = framesToSettle > 0 || grows || IsPanelAppearing() || panels.font.IsOutdated();
@@ -282,7 +268,7 @@ bool Gui::Impl::IsOverPanel(float pointX, float pointY) const {
 bool Gui::Impl::OnNativeEvent(const SDL_Event& event) {
   if (IsPointerEvent(event.type)) return OnPointerEvent(event);
   if (IsFingerEvent(event.type)) return OnFingerEvent(event.tfinger);
-  if (IsKeyEvent(event.type)) return OnKeyEvent(event);
+  if (IsKeyEvent(event.type)) return keys.OnEvent(event);
   if (event.type == SDL_WINDOWEVENT) {
     if (event.window.event == SDL_WINDOWEVENT_FOCUS_LOST) {
       LiftFinger();
@@ -317,7 +303,7 @@ bool Gui::Impl::OnPointerEvent(const SDL_Event& event) {
   if (event.type == SDL_MOUSEBUTTONDOWN || event.type == SDL_MOUSEBUTTONUP)
     TrackOwner(event.button, ofPanels);
   if (!ofPanels) {
-    if (event.type == SDL_MOUSEBUTTONDOWN) LeavePanels();
+    if (event.type == SDL_MOUSEBUTTONDOWN) keys.Leave();
     if (wasOver) Settle();  // what was lit up under the pointer goes out
     EndTyping(event);
     return false;
@@ -335,7 +321,7 @@ bool Gui::Impl::OnFingerEvent(const SDL_TouchFingerEvent& event) {
   if (event.type == SDL_FINGERDOWN && !isOwn) {
     const bool over = !context->OpenPopupStack.empty() || IsOverPanel(point.x, point.y);
     if (over && !finger.has_value()) PressFinger(event);
-    if (!over && IsTyping()) SendPointer(SDL_MOUSEBUTTONDOWN, point);
+    if (!over && keys.IsTyping()) SendPointer(SDL_MOUSEBUTTONDOWN, point);
     return over;
   }
   if (!isOwn) return false;
@@ -389,140 +375,9 @@ void Gui::Impl::SendPointer(Uint32 type, ImVec2 point) {
 
 // Whoever typed a text knows of the press beside it, and that it is over.
 void Gui::Impl::EndTyping(const SDL_Event& event) {
-  if (event.type != SDL_MOUSEBUTTONDOWN || !IsTyping()) return;
+  if (event.type != SDL_MOUSEBUTTONDOWN || !keys.IsTyping()) return;
   ImGui_ImplSDL2_ProcessEvent(&event);
   Settle();
-}
-
-// A text whose panel is gone keeps what it has for two frames more.
-bool Gui::Impl::IsTyping() const {
-  const ImGuiWindow* const panel = context->ActiveIdWindow;
-  return ImGui::GetIO().WantTextInput && panel != nullptr && panel->Active;
-}
-
-// The panels know of every key, for Ctrl with a click; a key that goes up may have gone down for either.
-bool Gui::Impl::OnKeyEvent(const SDL_Event& event) {
-  const bool typing = IsTyping();
-  const bool ofKey = event.type == SDL_KEYDOWN || event.type == SDL_KEYUP;
-  if (event.type == SDL_TEXTINPUT) panels.font.Add(event.text.text);
-  if (ofKey && !typing) {
-    panels.byKeys = true;
-    if (QueueKey(event)) return event.type == SDL_KEYDOWN;
-  }
-  if ((typing || ofKey) && !IsReleaseTooSoon(event)) ImGui_ImplSDL2_ProcessEvent(&event);
-  if (typing) Settle();
-  return typing && event.type != SDL_KEYUP;
-}
-
-// Panels see a key when it is down in a frame.
-bool Gui::Impl::IsReleaseTooSoon(const SDL_Event& event) {
-  if (event.type != SDL_KEYDOWN && event.type != SDL_KEYUP) return false;
-  const SDL_Scancode key = event.key.keysym.scancode;
-  if (key < 0 || key >= SDL_NUM_SCANCODES) return false;
-  if (event.type == SDL_KEYDOWN) newKeys.set(key);
-  if (event.type != SDL_KEYUP || !newKeys.test(key)) return false;
-  releases.push_back(event);
-  return true;
-}
-
-void Gui::Impl::ReleaseKeys() {
-  newKeys.reset();
-  for (const SDL_Event& release : releases) ImGui_ImplSDL2_ProcessEvent(&release);
-  releases.clear();
-}
-
-// ---- keys that lead through panels ----
-
-// A question has Enter and Escape itself, but Enter when keys have gone through it.
-bool Gui::Impl::LeadsThroughPanels(const SDL_KeyboardEvent& event) const {
-  const bool inPopup = !context->OpenPopupStack.empty();
-  if (!inPopup && !panels.hasKeys) return false;
-  const ImGuiWindow* const popup = inPopup ? context->OpenPopupStack.back().Window : nullptr;
-  const bool asks = popup != nullptr && (popup->Flags & ImGuiWindowFlags_Modal) != 0;
-  switch (event.keysym.sym) {
-    case SDLK_UP:
-    case SDLK_DOWN:
-    case SDLK_LEFT:
-    case SDLK_RIGHT:
-    case SDLK_TAB:
-    case SDLK_SPACE:
-      return true;
-    case SDLK_RETURN:
-    case SDLK_KP_ENTER:
-      return !asks || ledThrough;
-    case SDLK_ESCAPE:
-      return !asks;
-    default:
-      return false;
-  }
-}
-
-// A letter is a menu's. A key that goes up follows on what went down.
-bool Gui::Impl::QueueKey(const SDL_Event& event) {
-  constexpr int OTHERS = KMOD_CTRL | KMOD_ALT | KMOD_GUI;
-  constexpr SDL_Keycode LAST_LETTER = 0xFFFF;
-  const SDL_Keycode key = event.key.keysym.sym;
-  const bool down = event.type == SDL_KEYDOWN;
-  if ((event.key.keysym.mod & OTHERS) != 0 && down) return false;
-  if (down && LeadsThroughPanels(event.key)) {
-    Settle();
-    if (event.key.repeat == 0) keys.push_back(event);
-    ledThrough = true;
-    return true;
-  }
-  if (!down && !keys.empty()) {
-    keys.push_back(event);
-    return true;
-  }
-  const bool ofMenu = !context->OpenPopupStack.empty() && context->OpenPopupStack.back().Window != nullptr &&
-                      (context->OpenPopupStack.back().Window->Flags & ImGuiWindowFlags_Modal) == 0;
-  if (!down || !ofMenu || key <= SDLK_SPACE || key > LAST_LETTER || key == SDLK_DELETE) return false;
-  panels.letter = static_cast<char32_t>(key);
-  Settle();
-  return true;
-}
-
-// By the place on the keyboard: Enter does what the space bar does, and a mirrored panel is read the other
-// way.
-void Gui::Impl::FeedKey() {
-  if (keys.empty()) return;
-  SDL_Event event = keys.front();
-  SDL_Keysym& key = event.key.keysym;
-  const bool popup = !context->OpenPopupStack.empty();
-  if (key.sym == SDLK_ESCAPE && event.type == SDL_KEYDOWN && !popup && context->ActiveId == 0) {
-    keys.pop_front();
-    return LeavePanels();
-  }
-  if (key.sym == SDLK_RETURN || key.sym == SDLK_KP_ENTER) key.sym = SDLK_SPACE;
-  if (panels.mirrored && (key.sym == SDLK_LEFT || key.sym == SDLK_RIGHT)) {
-    key.sym = key.sym == SDLK_LEFT ? SDLK_RIGHT : SDLK_LEFT;
-  }
-  key.scancode = SDL_GetScancodeFromKey(key.sym);
-  // One that nobody has seen go up goes up first.
-  bool& isDown = ImGui::GetIO().KeysDown[key.scancode];
-  if (event.type == SDL_KEYDOWN && std::exchange(isDown, false)) return;
-  keys.pop_front();
-  ImGui_ImplSDL2_ProcessEvent(&event);
-}
-
-void Gui::Impl::LeavePanels() {
-  if (!std::exchange(panels.hasKeys, false)) return;
-  ImGui::ClearActiveID();
-  ImGui::FocusWindow(nullptr);
-  Settle();
-}
-
-// A menu that keys have opened shows where they are; one that is closed leaves no mark behind.
-void Gui::Impl::SettleMark() {
-  if (window == nullptr) return;
-  if (!std::exchange(hadKeys, panels.hasKeys) && panels.hasKeys) Settle();
-  const bool popup = !context->OpenPopupStack.empty();
-  ledThrough = ledThrough && popup;
-  if (!popup && !panels.hasKeys) context->NavDisableHighlight = true;
-  const ImGuiWindow* const top = popup ? context->OpenPopupStack.back().Window : nullptr;
-  if (top == nullptr || !top->Appearing || !panels.byKeys) return;
-  context->NavDisableHighlight = false;
-  context->NavDisableMouseHover = true;
 }
 
 void Gui::Impl::OnPointerLeaves() {
