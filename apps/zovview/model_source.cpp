@@ -3,6 +3,8 @@
 #include <cstdlib>
 #include <sstream>
 
+#include "progress_line.h"
+
 namespace zovview {
 
 namespace fs = std::filesystem;
@@ -39,6 +41,8 @@ LoadedModel LoadModel(const ModelSource& source, const zovhost::Progress& progre
   LoadedModel model{source, nullptr, {}};
   model.scene = source.file.empty() ? zovhost::MakeDemoBuilding()
                                     : zovhost::LoadScene(source.file, progress, model.error);
+  if (model.scene == nullptr) return model;
+  for (const std::string& line : model.scene->GetWarnings()) PrintLine(source.GetName() + ": " + line);
   return model;
 }
 
