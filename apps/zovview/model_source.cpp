@@ -5,6 +5,8 @@
 #include <sstream>
 #include <system_error>
 
+#include "progress_line.h"
+
 namespace zovview {
 
 namespace fs = std::filesystem;
@@ -42,6 +44,8 @@ LoadedModel LoadModel(const ModelSource& source, const zovhost::Progress& progre
   LoadedModel model{source, nullptr, {}};
   model.scene = source.file.empty() ? zovhost::MakeDemoBuilding()
                                     : zovhost::LoadScene(source.file, progress, model.error);
+  if (model.scene == nullptr) return model;
+  for (const std::string& line : model.scene->GetWarnings()) PrintLine(source.GetName() + ": " + line);
   return model;
 } catch (const std::bad_alloc&) {
   return {source, nullptr, source.GetName() + TOO_LARGE};

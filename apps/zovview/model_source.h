@@ -26,6 +26,7 @@ struct LoadedModel {
 /// generated building.
 ModelSource FindDefaultModel();
 
+/// What was left out of the file is told on the error stream, a line each.
 LoadedModel LoadModel(const ModelSource& source, const zovhost::Progress& progress);
 
 }  // namespace zovview

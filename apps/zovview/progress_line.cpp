@@ -25,6 +25,10 @@ bool IsTerminal() {
 
 }  // namespace
 
+void PrintLine(const std::string& line) {
+  std::fprintf(stderr, "%szovview: %s\n", IsTerminal() ? CLEAR_LINE : "", line.c_str());
+}
+
 ProgressLine::ProgressLine(OffTerminal off) : offTerminal(off), onTerminal(IsTerminal()) {}
 
 ProgressLine::~ProgressLine() { Clear(); }

@@ -4,6 +4,9 @@
 
 namespace zovview {
 
+/// A line of its own on the error stream, in place of a progress that stands there.
+void PrintLine(const std::string& line);
+
 /// One line on the error stream that tells how far something is. On a terminal it is written over and over
 /// in place; elsewhere a line is added at each quarter, or nothing at all if so asked.
 class ProgressLine {

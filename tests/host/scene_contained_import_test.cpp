@@ -1,5 +1,3 @@
-#include <sys/stat.h>
-
 #include <chrono>
 #include <thread>
 
@@ -17,15 +15,27 @@ class ContainedImport : public testing::Test {
   std::string error;
 };
 
-// Reading from a pipe that nobody writes to never ends.
+// Each node has the next one twice for a child.
+std::string MakeEndlessTree() {
+  std::string nodes = "[";
+  for (int i = 1; i < 40; ++i)
+    nodes += R"({"children":[)" + std::to_string(i) + "," + std::to_string(i) + "]},";
+  return MakeGltfSlab(nodes + R"({"mesh":0}])");
+}
+
 TEST_F(ContainedImport, gives_up_on_a_file_that_takes_for_ever) {
-  const std::filesystem::path path = folder.path / "endless.obj";
-  ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+  const std::filesystem::path path = folder.Write("endless.gltf", MakeEndlessTree());
   int beats = 0;  // a window serves its events in each
   const zovhost::Progress progress = [&](double, const char*) { return ++beats > 0; };
-  EXPECT_FALSE(zovhost::ImportContained(path, {1s, 300ms, 1e9}, progress, data, error));
+  EXPECT_FALSE(zovhost::ImportContained(path, {60s, 300ms, 8e9}, progress, data, error));
   EXPECT_NE(error.find("longer than 1 s"), std::string::npos) << error;
   EXPECT_GE(beats, 1);
+}
+
+TEST_F(ContainedImport, gives_up_on_a_file_that_keeps_the_processor_for_nothing) {
+  const std::filesystem::path path = folder.Write("endless.gltf", MakeEndlessTree());
+  EXPECT_FALSE(zovhost::ImportContained(path, {200ms, 60s, 8e9}, {}, data, error));
+  EXPECT_NE(error.find("no further for 1 s"), std::string::npos) << error;
 }
 
 // A window draws a frame in each report.

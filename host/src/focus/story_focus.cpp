@@ -113,7 +113,7 @@ void StoryFocus::ListShots(std::vector<FocusThing>& things) {
     const ShotSpecification* const shot = GetShot(i);
     for (const Part part : {Storyboard::SLIDE_ITSELF, Storyboard::SLIDE_PLAY, Storyboard::SLIDE_TARGET}) {
       const bool isSlide = part == Storyboard::SLIDE_ITSELF;
-      FocusThing thing = MakeThing({SHOTS, i, part}, TEXTS[part]);
+      FocusThing thing = MakeThing({SHOTS, i, part}, TEXTS[static_cast<std::size_t>(part)]);
       if (isSlide) thing.name = WideToUtf8(shot->GetName());
       thing.on = isSlide && board.GetShotInShotEditor() == shot;
       (void)board.GetSlideBounds(shot, part, thing.bounds);  // made with the next frame
@@ -135,7 +135,7 @@ void StoryFocus::ListSequences(std::vector<FocusThing>& things) {
     const Sequence* const sequence = GetSequence(i);
     for (const Part part : {Storyboard::SLIDE_ITSELF, Storyboard::SLIDE_PLAY, Storyboard::SLIDE_TARGET}) {
       const bool isSlide = part == Storyboard::SLIDE_ITSELF;
-      FocusThing thing = MakeThing({SEQUENCES, i, part}, TEXTS[part]);
+      FocusThing thing = MakeThing({SEQUENCES, i, part}, TEXTS[static_cast<std::size_t>(part)]);
       if (isSlide) thing.name = WideToUtf8(sequence->GetName());
       thing.on = isSlide && board.GetSelectedSequence() == sequence;
       (void)board.GetSlideBounds(sequence, part, thing.bounds);

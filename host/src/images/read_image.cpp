@@ -2,6 +2,7 @@
 
 #include <gdk-pixbuf/gdk-pixbuf.h>
 
+#include <algorithm>
 #include <cstring>
 #include <fstream>
 #include <iterator>
@@ -27,9 +28,20 @@ std::string TakeMessage(GError* error) {
   return text;
 }
 
+struct Room {
+  std::size_t bytes;
+  std::string refusal;
+};
+
 // Told before the pixels are allocated; size 0 makes the loader give up.
-void LimitSize(GdkPixbufLoader* loader, int width, int height, gpointer) {
-  if (width > LARGEST_SIDE || height > LARGEST_SIDE) gdk_pixbuf_loader_set_size(loader, 0, 0);
+void LimitSize(GdkPixbufLoader* loader, int width, int height, gpointer data) {
+  Room& room = *static_cast<Room*>(data);
+  const auto pixels =
+      static_cast<std::uint64_t>(std::max(width, 0)) * static_cast<std::uint64_t>(std::max(height, 0));
+  if (width <= LARGEST_SIDE && height <= LARGEST_SIDE && 4 * pixels <= room.bytes) return;
+  room.refusal = "it is " + std::to_string(width) + " x " + std::to_string(height) +
+                 ", which is more than there is room for";
+  gdk_pixbuf_loader_set_size(loader, 0, 0);
 }
 
 Image CopyPixels(const GdkPixbuf& pixbuf) {
@@ -52,13 +64,15 @@ Image CopyPixels(const GdkPixbuf& pixbuf) {
 
 }  // namespace
 
-bool DecodeImage(const std::uint8_t* bytes, std::size_t size, Image& image, std::string& error) {
+bool DecodeImage(const std::uint8_t* bytes, std::size_t size, Image& image, std::string& error,
+                 std::size_t mostBytes) {
   if (size == 0) {
     error = "the file is empty";
     return false;
   }
+  Room room{mostBytes, {}};
   const Loader loader(gdk_pixbuf_loader_new());
-  g_signal_connect(loader.get(), "size-prepared", G_CALLBACK(LimitSize), nullptr);
+  g_signal_connect(loader.get(), "size-prepared", G_CALLBACK(LimitSize), &room);
   GError* failure = nullptr;
   const bool read = gdk_pixbuf_loader_write(loader.get(), bytes, size, &failure) != FALSE;
   // A loader wants to be closed in any case.
@@ -66,13 +80,14 @@ bool DecodeImage(const std::uint8_t* bytes, std::size_t size, Image& image, std:
   const GdkPixbuf* pixbuf = read && closed ? gdk_pixbuf_loader_get_pixbuf(loader.get()) : nullptr;
   if (pixbuf == nullptr) {
     error = TakeMessage(failure);
+    if (!room.refusal.empty()) error = room.refusal;
     return false;
   }
   image = CopyPixels(*pixbuf);
   return true;
 }
 
-bool ReadImage(const std::filesystem::path& path, Image& image, std::string& error) {
+bool ReadImage(const std::filesystem::path& path, Image& image, std::string& error, std::size_t mostBytes) {
   const auto fail = [&](const std::string& reason) {
     error = path.string() + ": " + reason;
     return false;
@@ -86,7 +101,7 @@ bool ReadImage(const std::filesystem::path& path, Image& image, std::string& err
   const std::vector<char> bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
   std::string reason;
   const auto* data = reinterpret_cast<const std::uint8_t*>(bytes.data());
-  return DecodeImage(data, bytes.size(), image, reason) || fail(reason);
+  return DecodeImage(data, bytes.size(), image, reason, mostBytes) || fail(reason);
 }
 
 }  // namespace zovhost

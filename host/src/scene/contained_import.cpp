@@ -1,5 +1,9 @@
 #include "scene/contained_import.h"
 
+#if !defined(_WIN32)
+#  include <unistd.h>
+#endif
+
 #include <algorithm>
 #include <utility>
 
@@ -29,14 +33,25 @@ double GetMegabytesOfBuffers(const std::filesystem::path& path) {
   return std::min(sum, 1e6);
 }
 
+double GetMachineMemory() {
+#if defined(_SC_PHYS_PAGES)
+  return static_cast<double>(sysconf(_SC_PHYS_PAGES)) * static_cast<double>(sysconf(_SC_PAGESIZE));
+#else
+  return 0.0;
+#endif
+}
+
 }  // namespace
 
 // Ten times and more what importers take: the IFC house, 4 MB, needs 0.4 s. They keep up to thirty times the
 // size of a text file in memory, and archives unfold further.
 ImportLimits GetImportLimits(const std::filesystem::path& path) {
+  constexpr double leastMemory = 4096.0 * 1024.0 * 1024.0;
   const double size = GetMegabytes(path) + GetMegabytesOfBuffers(path);
-  const std::chrono::seconds work(20 + static_cast<int>(4.0 * size));
-  return {work, 60s + 10 * work, (4096.0 + 64.0 * size) * 1024.0 * 1024.0};
+  const std::chrono::seconds work(5 + static_cast<int>(4.0 * size));
+  const double most = std::max(leastMemory, 0.75 * GetMachineMemory());
+  const double memory = std::min(leastMemory + 64.0 * size * 1024.0 * 1024.0, most);
+  return {work, 60s + 10 * work, memory, 0.5 * memory};
 }
 
 }  // namespace zovhost
@@ -75,6 +90,7 @@ bool ImportContained(const std::filesystem::path& path, const ImportLimits&, con
 #  include <optional>
 
 #  include "scene/background_work.h"
+#  include "scene/closed_process.h"
 #  include "scene/scene_stream.h"
 
 namespace zovhost {
@@ -151,12 +167,31 @@ void PrepareChild(const ImportLimits& limits) {
   SetLimit(RLIMIT_CORE, 0);
   LimitWork(limits.work);
   SetLimit(RLIMIT_AS, static_cast<rlim_t>(GetAddressSpace() + limits.memory));
+  CloseProcess();
 }
+
+// Gives the limit anew when the import has got further, by steps that bound how often.
+class WorkWatch {
+ public:
+  explicit WorkWatch(std::chrono::milliseconds limit) : work(limit) {}
+  void Tell(double fraction) {
+    constexpr double step = 0.001;
+    if (!(fraction >= reached + step)) return;
+    reached = fraction;
+    LimitWork(work);
+  }
+
+ private:
+  const std::chrono::milliseconds work;
+  double reached = 0.0;
+};
 
 void RunChild(const std::filesystem::path& path, const ImportLimits& limits, int output) {
   PrepareChild(limits);
   SceneWriter writer([output](const void* bytes, std::size_t size) { return WriteAll(output, bytes, size); });
-  const Progress progress = [&writer](double fraction, const char* what) {
+  WorkWatch watch(limits.work);
+  const Progress progress = [&writer, &watch](double fraction, const char* what) {
+    watch.Tell(fraction);
     writer.Exchange(Message::Progress);
     writer.Exchange(fraction);
     writer.Exchange(std::string(what));
@@ -169,7 +204,7 @@ void RunChild(const std::filesystem::path& path, const ImportLimits& limits, int
   };
   SceneData data;
   std::string error;
-  if (ImportScene(path, progress, data, error, sink)) {
+  if (ImportScene(path, progress, data, error, {sink, limits.images})) {
     writer.Exchange(Message::Scene);
     ExchangeFields(writer, std::as_const(data));
   } else {
@@ -259,6 +294,9 @@ class Listener {
 
   bool ReadAll(void* bytes, std::size_t size) {
     char* next = static_cast<char*>(bytes);
+    received += static_cast<double>(size);
+    tooLarge = received > limits.scene;
+    if (tooLarge) return false;
     while (size > 0) {
       if (!WaitForInput()) return false;
       const ssize_t count = read(child.GetInput(), next, size);
@@ -284,14 +322,19 @@ class Listener {
   }
 
   std::string GetFault() {
-    const int signal = child.Wait(timedOut);
-    if (timedOut || signal == SIGPROF) {
-      const auto limit = std::chrono::ceil<std::chrono::seconds>(timedOut ? limits.wait : limits.work);
-      return "reading it takes longer than " + std::to_string(limit.count()) + " s and was given up";
-    }
+    const int signal = child.Wait(timedOut || tooLarge);
+    if (tooLarge) return "it unfolds to more than the " + GetMegabytes(limits.scene) + " MB that it may take";
+    if (timedOut) return "reading it takes longer than " + GetSeconds(limits.wait) + " s and was given up";
+    if (signal == SIGPROF)
+      return "reading it came no further for " + GetSeconds(limits.work) + " s and was given up";
     return signal == SIGKILL ? "reading it takes more memory than there is"
                              : "it is broken: the importer crashed on it";
   }
+
+  static std::string GetSeconds(std::chrono::milliseconds time) {
+    return std::to_string(std::chrono::ceil<std::chrono::seconds>(time).count());
+  }
+  static std::string GetMegabytes(double bytes) { return std::to_string(static_cast<long>(bytes / 1e6)); }
 
   Child& child;
   PacedProgress progress;
@@ -302,6 +345,8 @@ class Listener {
   std::string what = "Reading the file";
   bool wanted = true;
   bool timedOut = false;
+  bool tooLarge = false;
+  double received = 0.0;
 };
 
 }  // namespace

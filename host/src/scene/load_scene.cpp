@@ -1,9 +1,11 @@
 #include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <fstream>
+#include <new>
 #include <utility>
 
 #include "scene/contained_import.h"
@@ -54,6 +56,18 @@ std::string MakeReason(const std::string& text) {
   return line.size() <= LONGEST_REASON ? line : line.substr(0, LONGEST_REASON) + "...";
 }
 
+// The importer of PLY files turns in circles on a header without an end. By the first bytes, as it goes by
+// them.
+bool IsCutOffPly(std::istream& file) {
+  constexpr std::size_t longest = std::size_t{1} << 20;
+  std::string head(longest, '\0');
+  file.read(head.data(), static_cast<std::streamsize>(head.size()));
+  head.resize(static_cast<std::size_t>(file.gcount()));
+  if (head.compare(0, 3, "ply") != 0) return false;
+  const bool asWord = head.size() == 3 || std::isspace(static_cast<unsigned char>(head[3])) != 0;
+  return asWord && head.find("end_header") == std::string::npos;
+}
+
 // The reasons that do not need an importer; empty when there are none.
 std::string FindObstacle(const std::filesystem::path& path) {
   std::error_code failure;
@@ -66,13 +80,13 @@ std::string FindObstacle(const std::filesystem::path& path) {
   std::ifstream file(path, std::ios::binary);
   if (!file) return std::string("it cannot be opened: ") + std::strerror(errno);
   if (file.peek() == std::ifstream::traits_type::eof()) return "the file is empty";
-  return {};
+  return IsCutOffPly(file) ? "its header has no end" : "";
 }
 
 }  // namespace
 
 std::unique_ptr<Scene> LoadScene(const std::filesystem::path& path, const Progress& progress,
-                                 std::string& error) {
+                                 std::string& error) try {
   MonotoneProgress monotone(progress);
   const Progress importing = [&monotone](double fraction, const char* what) {
     return monotone.Report(fraction * IMPORT_SHARE, what);
@@ -96,6 +110,9 @@ std::unique_ptr<Scene> LoadScene(const std::filesystem::path& path, const Progre
   std::unique_ptr<Scene> scene = MakeScene(std::move(data), making, reason);
   if (scene == nullptr || !monotone.Report(1.0, "Done")) return fail(reason);
   return scene;
+} catch (const std::bad_alloc&) {
+  error = MakeLine(path.string()) + ": there is not enough memory for it";
+  return nullptr;
 }
 
 }  // namespace zovhost

@@ -50,13 +50,18 @@ Image CopyTexels(const aiTexture& texture) {
   return image;
 }
 
-bool ReadEmbedded(const aiTexture& texture, Image& image, std::string& error) {
+bool ReadEmbedded(const aiTexture& texture, Image& image, std::string& error, std::size_t room) {
   if (texture.pcData == nullptr || texture.mWidth == 0) {
     error = "the embedded picture is empty";
     return false;
   }
   if (texture.mHeight == 0)
-    return DecodeImage(reinterpret_cast<const std::uint8_t*>(texture.pcData), texture.mWidth, image, error);
+    return DecodeImage(reinterpret_cast<const std::uint8_t*>(texture.pcData), texture.mWidth, image, error,
+                       room);
+  if (std::uint64_t{4} * texture.mWidth * texture.mHeight > room) {
+    error = "there is no room for the embedded picture";
+    return false;
+  }
   image = CopyTexels(texture);
   return true;
 }
@@ -67,17 +72,19 @@ float EncodeSrgb(float linear) {
   return linear <= 0.0031308f ? 12.92f * linear : 1.055f * std::pow(linear, 1.0f / 2.4f) - 0.055f;
 }
 
-MaterialImporter::MaterialImporter(const aiScene& sourceScene, const std::filesystem::path& modelPath,
-                                   bool coloursAreLinear, SceneData& sceneData)
+MaterialImporter::MaterialImporter(const aiScene& sourceScene, const ModelFolder& modelFolder,
+                                   bool coloursAreLinear, std::size_t imageBytes, SceneData& sceneData)
     : source(sourceScene),
-      folder(modelPath.parent_path()),
+      folder(modelFolder),
       linearColours(coloursAreLinear),
+      room(imageBytes),
       data(sceneData) {}
 
-void MaterialImporter::ImportAll() {
+void MaterialImporter::ImportAll(const Report& report) {
   for (unsigned i = 0; i < source.mNumMaterials; ++i) {
     textureSets.push_back(0);
     data.materials.push_back(Convert(*source.mMaterials[i]));
+    report((i + 1.0) / source.mNumMaterials);
   }
 }
 
@@ -125,6 +132,7 @@ int MaterialImporter::FindOrLoad(const std::string& name) {
   int index = -1;
   if (Load(name, image, error)) {
     index = static_cast<int>(data.images.size());
+    room -= image.rgba.size();
     data.images.push_back(std::move(image));
   } else {
     data.warnings.push_back("texture " + name + ": " + error);
@@ -134,34 +142,30 @@ int MaterialImporter::FindOrLoad(const std::string& name) {
 
 bool MaterialImporter::Load(const std::string& name, Image& image, std::string& error) const {
   if (const aiTexture* embedded = source.GetEmbeddedTexture(name.c_str()))
-    return ReadEmbedded(*embedded, image, error);
-  const std::filesystem::path path = FindFile(name);
-  if (path.empty()) {
-    error = "the file is not there";
-    return false;
-  }
-  return ReadImage(path, image, error);
+    return ReadEmbedded(*embedded, image, error, std::min(LARGEST_IMAGE, room));
+  error = "the file is not there";
+  const std::filesystem::path path = FindFile(name, error);
+  return !path.empty() && ReadImage(path, image, error, std::min(LARGEST_IMAGE, room));
 }
 
 // Files name their pictures by paths of the machine that wrote them: as written, else beside the model.
-std::filesystem::path MaterialImporter::FindFile(const std::string& name) const {
+std::filesystem::path MaterialImporter::FindFile(const std::string& name, std::string& reason) const {
   std::string slashes = name;
   std::replace(slashes.begin(), slashes.end(), '\\', '/');
   const std::filesystem::path written(slashes);
-  std::error_code ignored;
-  if (std::filesystem::is_regular_file(folder / written, ignored)) return folder / written;
-  return FindBesideModel(written.filename().string());
+  const std::filesystem::path path = folder.Find(folder.GetPath() / written, reason);
+  return path.empty() ? FindBesideModel(written.filename().string(), reason) : path;
 }
 
 // Whatever the case of its letters: many files were written where that does not matter.
-std::filesystem::path MaterialImporter::FindBesideModel(const std::string& fileName) const {
-  const std::filesystem::path here = folder.empty() ? std::filesystem::path(".") : folder;
+std::filesystem::path MaterialImporter::FindBesideModel(const std::string& fileName,
+                                                        std::string& reason) const {
   std::error_code failure;
-  std::filesystem::directory_iterator entry(here, failure);
+  std::filesystem::directory_iterator entry(folder.GetPath(), failure);
   for (; !failure && entry != std::filesystem::directory_iterator(); entry.increment(failure)) {
-    std::error_code ignored;
-    if (HasSameLetters(entry->path().filename().string(), fileName) && entry->is_regular_file(ignored))
-      return entry->path();
+    if (!HasSameLetters(entry->path().filename().string(), fileName)) continue;
+    std::filesystem::path path = folder.Find(entry->path(), reason);
+    if (!path.empty()) return path;
   }
   return {};
 }

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <string>
 
+#include "scene/model_folder.h"
 #include "zovhost/scene.h"
 
 struct aiMaterial;
@@ -14,12 +16,15 @@ namespace zovhost {
 /// Turns the importer's materials into the scene's, and decodes the pictures that they name.
 class MaterialImporter {
  public:
-  /// `linearColours`: the file states colours as light intensities (glTF) and not as sRGB.
-  MaterialImporter(const aiScene& source, const std::filesystem::path& modelPath, bool linearColours,
-                   SceneData& data);
+  /// `linearColours`: the file states colours as light intensities (glTF) and not as sRGB. `imageBytes`: what
+  /// the pixels of all pictures may take.
+  MaterialImporter(const aiScene& source, const ModelFolder& folder, bool linearColours,
+                   std::size_t imageBytes, SceneData& data);
 
+  /// Told after each material, 0 to 1.
+  using Report = std::function<void(double fraction)>;
   /// Appends all materials to the scene, one for each of the file and in its order.
-  void ImportAll();
+  void ImportAll(const Report& report);
 
   /// Which set of texture coordinates the picture of a material is laid out with.
   unsigned GetTextureSet(unsigned material) const { return textureSets[material]; }
@@ -30,12 +35,13 @@ class MaterialImporter {
   int GetImage(const aiMaterial& material);
   int FindOrLoad(const std::string& name);
   bool Load(const std::string& name, Image& image, std::string& error) const;
-  std::filesystem::path FindFile(const std::string& name) const;
-  std::filesystem::path FindBesideModel(const std::string& fileName) const;
+  std::filesystem::path FindFile(const std::string& name, std::string& reason) const;
+  std::filesystem::path FindBesideModel(const std::string& fileName, std::string& reason) const;
 
   const aiScene& source;
-  const std::filesystem::path folder;
+  const ModelFolder& folder;
   const bool linearColours;
+  std::size_t room;  // bytes for the pixels of further pictures
   SceneData& data;
   std::map<std::string, int> images;  // by the name that the file uses; -1: could not be read
   std::vector<unsigned> textureSets;

@@ -16,6 +16,7 @@
 #include <utility>
 
 #include "projection/matrix.h"
+#include "scene/confined_files.h"
 #include "scene/material_importer.h"
 #include "scene/mesh_repair.h"
 
@@ -51,8 +52,10 @@ constexpr FormatTraits USUAL_FORMAT = {"", false, false, false};
 // (x, y, z) with y up back to z up: (x, -z, y).
 constexpr Matrix Y_UP_TO_Z_UP = {1, 0, 0, 0, 0, 0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 1};
 
+constexpr const char* NO_MEMORY = "reading it takes more memory than is allowed";
 constexpr const char* CANCELLED = "reading it was broken off";
-constexpr double READING_SHARE = 0.8;  // of the progress; the rest is ours
+constexpr double READING_SHARE = 0.8;   // of the progress; the rest is ours
+constexpr double PICTURES_SHARE = 0.1;  // of it, of which the pictures are this
 
 bool HasExtension(const aiImporterDesc& description, const char* extension) {
   const std::string all = std::string(" ") + description.mFileExtensions + " ";
@@ -111,19 +114,21 @@ std::uint8_t GetByte(float value) {
 
 class SceneConverter {
  public:
-  SceneConverter(const aiScene& sourceScene, const FormatTraits& sourceFormat,
-                 const std::filesystem::path& path, SceneData& sceneData, const MeshSink& meshSink)
+  SceneConverter(const aiScene& sourceScene, const FormatTraits& sourceFormat, const ModelFolder& folder,
+                 SceneData& sceneData, const ImportOptions& options)
       : source(sourceScene),
         format(sourceFormat),
         data(sceneData),
-        sink(meshSink),
-        materials(sourceScene, path, sourceFormat.linearColours, sceneData),
+        sink(options.sink),
+        materials(sourceScene, folder, sourceFormat.linearColours, options.imageBytes, sceneData),
         converted(sourceScene.mNumMeshes) {}
 
   // Empties the meshes of the source. False when it was broken off.
   bool Run(const Progress& progress) {
     data.upDirection = GetUpDirection(format, source);
-    materials.ImportAll();
+    materials.ImportAll([&](double fraction) {
+      wanted = wanted && Report(progress, READING_SHARE + PICTURES_SHARE * fraction);
+    });
     if (data.materials.empty()) data.materials.emplace_back();
     ConvertNodes(progress);
     if (dropped > 0)
@@ -144,6 +149,10 @@ class SceneConverter {
   };
   static constexpr int UNSEEN = -2;
   static constexpr int NOTHING = -1;
+
+  static bool Report(const Progress& progress, double fraction) {
+    return !progress || progress(fraction, "Preparing surfaces");
+  }
 
   // Without recursion: a hostile file nests deeper than any stack.
   void ConvertNodes(const Progress& progress) {
@@ -193,7 +202,8 @@ class SceneConverter {
     }
     ++convertedCount;
     const double fraction = static_cast<double>(convertedCount) / source.mNumMeshes;
-    wanted = !progress || progress(READING_SHARE + (1.0 - READING_SHARE) * fraction, "Preparing surfaces");
+    constexpr double before = READING_SHARE + PICTURES_SHARE;
+    wanted = Report(progress, before + (1.0 - before) * fraction);
     return result;
   }
 
@@ -277,6 +287,7 @@ class SceneConverter {
 
 std::string GetReason(const Assimp::Importer& importer, const std::filesystem::path& path) {
   const std::string text = importer.GetErrorString();
+  if (text.find("bad_alloc") != std::string::npos) return NO_MEMORY;
   if (text.find("No suitable reader") == std::string::npos)
     return "it cannot be read: " + (text.empty() ? std::string("the importer gives no reason") : text);
   return importer.IsExtensionSupported(path.extension().string())
@@ -287,26 +298,28 @@ std::string GetReason(const Assimp::Importer& importer, const std::filesystem::p
 }  // namespace
 
 bool ImportScene(const std::filesystem::path& path, const Progress& progress, SceneData& data,
-                 std::string& error, const MeshSink& sink) try {
+                 std::string& error, const ImportOptions& options) try {
+  const ModelFolder folder(path);
   Assimp::Importer importer;
+  importer.SetIOHandler(new ConfinedFiles(folder, data.warnings));
   importer.SetProgressHandler(new ReadingProgress(progress));
   // Pivots would come as nodes of their own, which double the names in the tree.
   importer.SetPropertyBool(AI_CONFIG_IMPORT_FBX_PRESERVE_PIVOTS, false);
   importer.SetPropertyBool(AI_CONFIG_IMPORT_NO_SKELETON_MESHES, true);
   const aiScene* source = importer.ReadFile(path.string(), aiProcess_Triangulate);
   if (source == nullptr || source->mRootNode == nullptr) {
-    error = GetReason(importer, path);
+    error = data.warnings.empty() ? GetReason(importer, path) : "it needs " + data.warnings.front();
     return false;
   }
   const std::unique_ptr<aiScene> owned(importer.GetOrphanedScene());
-  if (!SceneConverter(*source, GetTraits(importer), path, data, sink).Run(progress)) {
+  if (!SceneConverter(*source, GetTraits(importer), folder, data, options).Run(progress)) {
     error = CANCELLED;
     return false;
   }
   if (data.parts.empty()) error = "there are no triangles in it";
   return !data.parts.empty();
 } catch (const std::bad_alloc&) {
-  error = "reading it takes more memory than is allowed";
+  error = NO_MEMORY;
   return false;
 } catch (const std::exception& exception) {
   error = std::string("it cannot be read: ") + exception.what();
