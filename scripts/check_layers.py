@@ -117,6 +117,9 @@ FOREIGN = {room: tuple(names.split()) for room, names in {
     "devices": "SDL spnav.h sys/ fcntl.h poll.h unistd.h",
 }.items()}
 PROGRAMS = ("host/sheets", "apps", "examples")
+# Of the viewer, lowest first: a room knows those before it.
+VIEWER = "apps/zovview/"
+VIEWER_ROOMS = "files views stories commands viewport settings recordings panel tour viewer".split()
 
 UMBRELLAS = {"include/korvane/korvane.h", "include/zov/zovtools.h"}
 WINDOWS = re.compile(r"src/foundation/windows_\w+\.(h|cpp)$")
@@ -190,10 +193,22 @@ def host_faults_of(root, path):
 
 
 def program_faults_of(root, path):
-    """A program includes what is public, and what lies beside it or below."""
+    """A program includes what is public, and what is its own."""
+    base = VIEWER if path.startswith(VIEWER) else f"{pathlib.PurePath(path).parent}/"
+    own = viewer_floor(path.removeprefix(VIEWER))
     for bracket, name in INCLUDE.findall((root / path).read_text()):
-        if bracket == '"' and not is_public(root, name) and not ((root / path).parent / name).is_file():
+        if bracket == "<" or is_public(root, name):
+            continue
+        if not (root / base / name).is_file():
             yield f"{path}: {name} is neither public nor its own"
+        elif base == VIEWER and viewer_floor(name) > own:
+            yield f"{path}: {name} is of a higher room"
+
+
+def viewer_floor(name):
+    """Where a source of the viewer lies: the number of its room, or above all rooms."""
+    room = name.split("/")[0]
+    return VIEWER_ROOMS.index(room) if room in VIEWER_ROOMS else len(VIEWER_ROOMS)
 
 
 def umbrella_faults_of(root, umbrella):

@@ -4,8 +4,8 @@
 #include <cstdio>
 #include <memory>
 
-#include "glances.h"
-#include "view_grid.h"
+#include "tour/glances.h"
+#include "viewer/view_grid.h"
 #include "zovhost/languages.h"
 #include "zovhost/scene_ground.h"
 

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "tour.h"
+#include "tour/tour.h"
 
 namespace zovview {
 

@@ -1,5 +1,5 @@
 // What the menu of the cube and the list of coordinate systems do.
-#include "cube_commands.h"
+#include "commands/cube_commands.h"
 
 #include <gtest/gtest.h>
 

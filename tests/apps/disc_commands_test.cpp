@@ -1,5 +1,5 @@
 // Discs and the way back, as the keys, the panel and the menus of the viewer have them.
-#include "disc_commands.h"
+#include "commands/disc_commands.h"
 
 #include <gtest/gtest.h>
 
@@ -8,12 +8,12 @@
 #include <string>
 #include <vector>
 
-#include "cube_commands.h"
+#include "commands/cube_commands.h"
+#include "commands/viewer_menus.h"
 #include "korvane/pixel_icon2d.h"
 #include "korvane/rewind_history.h"
 #include "korvane/track_menu.h"
-#include "view_tools.h"
-#include "viewer_menus.h"
+#include "views/view_tools.h"
 #include "wired_view.h"
 
 namespace {

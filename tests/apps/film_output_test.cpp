@@ -1,5 +1,5 @@
 // The files of a film, and what is left of one that fails.
-#include "film_output.h"
+#include "files/film_output.h"
 
 #include <gtest/gtest.h>
 

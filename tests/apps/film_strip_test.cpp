@@ -6,10 +6,10 @@
 #include <memory>
 #include <string>
 
-#include "disc_wedges.h"
 #include "korvane/helm_disc_observer.h"
 #include "korvane/rewind_history.h"
 #include "lone_view.h"
+#include "tour/disc_wedges.h"
 #include "zovhost/scene.h"
 
 namespace {

@@ -1,5 +1,5 @@
 // The help names every key that does something, and none that does not.
-#include "help.h"
+#include "commands/help.h"
 
 #include <SDL.h>
 #include <gtest/gtest.h>
@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "view_commands.h"
+#include "commands/view_commands.h"
 #include "zovhost/key_table.h"
 #include "zovhost/navigation_style.h"
 

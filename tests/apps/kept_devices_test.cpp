@@ -1,12 +1,12 @@
 // What is kept of six-axis devices, and what is made of texts that are not as it was left.
-#include "kept_devices.h"
+#include "settings/kept_devices.h"
 
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
 #include <string>
 
-#include "device_settings.h"
+#include "settings/device_settings.h"
 
 namespace {
 

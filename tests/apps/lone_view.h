@@ -5,8 +5,8 @@
 #include <memory>
 #include <string>
 
-#include "tour_clock.h"
-#include "viewport.h"
+#include "stories/tour_clock.h"
+#include "viewport/viewport.h"
 #include "zovhost/offscreen_target.h"
 #include "zovhost/window.h"
 

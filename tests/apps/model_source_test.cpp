@@ -1,4 +1,4 @@
-#include "model_source.h"
+#include "files/model_source.h"
 
 #include <gtest/gtest.h>
 

@@ -11,7 +11,7 @@
 #include "korvane/pivot_ball.h"
 #include "korvane/rewind_history.h"
 #include "korvane/tool.h"
-#include "view_tools.h"
+#include "views/view_tools.h"
 #include "wired_view.h"
 
 namespace {

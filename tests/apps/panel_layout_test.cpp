@@ -5,13 +5,13 @@
 #include <array>
 #include <filesystem>
 
+#include "commands/viewer_menus.h"
 #include "korvane/story.h"
 #include "korvane/storyboard.h"
+#include "panel/viewer_panel.h"
 #include "panel_stage.h"
-#include "story_desk.h"
+#include "stories/story_desk.h"
 #include "support/drawn_texts.h"
-#include "viewer_menus.h"
-#include "viewer_panel.h"
 #include "zovhost/six_axis_panel.h"
 #include "zovhost/spnav_source.h"
 

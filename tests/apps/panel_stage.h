@@ -9,9 +9,9 @@
 #include <span>
 #include <string>
 
-#include "command_icons.h"
-#include "preferences.h"
-#include "viewport.h"
+#include "commands/command_icons.h"
+#include "viewport/viewport.h"
+#include "views/preferences.h"
 #include "zovhost/gui.h"
 #include "zovhost/host_pictures.h"
 #include "zovhost/offscreen_target.h"

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "view_commands.h"
+#include "commands/view_commands.h"
 #include "zovhost/phrases.h"
 
 namespace {
@@ -82,8 +82,9 @@ TEST(PhrasesUsed, are_all_words_of_panels) {
   static const std::regex identifier(R"([a-z0-9]+([-.][a-z0-9]+)+|[A-Z]\d*)");
   const fs::path root = ZOV_SOURCES;
   for (const char* const name :
-       {"apps/zovview/viewer_panel.cpp", "apps/zovview/viewer_menus.cpp", "apps/zovview/story_desk.cpp",
-        "host/src/panels/shot_editor_panel.cpp", "host/src/panels/six_axis_panel.cpp"}) {
+       {"apps/zovview/panel/viewer_panel.cpp", "apps/zovview/commands/viewer_menus.cpp",
+        "apps/zovview/stories/story_desk.cpp", "host/src/panels/shot_editor_panel.cpp",
+        "host/src/panels/six_axis_panel.cpp"}) {
     for (const std::string& literal : FindLiterals(root / name)) {
       const bool drawn = std::regex_match(literal, word) && !std::regex_match(literal, identifier);
       const bool isCommand = zovview::FindViewCommand(literal) != nullptr;

@@ -1,5 +1,5 @@
 // What is written down is read as the same again.
-#include "recorder.h"
+#include "recordings/recorder.h"
 
 #include <SDL_keycode.h>
 #include <gtest/gtest.h>
@@ -9,7 +9,7 @@
 #include <string>
 
 #include "program.h"
-#include "tour_clock.h"
+#include "stories/tour_clock.h"
 #include "zovhost/key_table.h"
 
 namespace {

@@ -1,5 +1,5 @@
 // Pictures of a model one after the other: those of a camera that rests are copied, and nobody can tell.
-#include "scene_keeper.h"
+#include "tour/scene_keeper.h"
 
 #include <gtest/gtest.h>
 

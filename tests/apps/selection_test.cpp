@@ -1,5 +1,5 @@
 // The part of the model that is selected, and what the hub makes of it.
-#include "selection.h"
+#include "views/selection.h"
 
 #include <gtest/gtest.h>
 

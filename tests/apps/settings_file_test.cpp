@@ -1,5 +1,5 @@
 // What the viewer keeps between two runs, and what it makes of files that are not as it left them.
-#include "settings_file.h"
+#include "settings/settings_file.h"
 
 #include <gtest/gtest.h>
 #if !defined(_WIN32)

@@ -1,4 +1,4 @@
-#include "tour_clock.h"
+#include "stories/tour_clock.h"
 
 #include <gtest/gtest.h>
 

@@ -5,16 +5,16 @@
 #include <memory>
 #include <span>
 
+#include "commands/view_bars.h"
+#include "commands/view_commands.h"
 #include "cuboids.h"
 #include "korvane/helm_disc.h"
 #include "korvane/orientor.h"
-#include "preferences.h"
-#include "selection.h"
-#include "tour_clock.h"
-#include "view_bars.h"
-#include "view_commands.h"
-#include "view_story.h"
-#include "viewer_view_manager.h"
+#include "stories/tour_clock.h"
+#include "stories/view_story.h"
+#include "views/preferences.h"
+#include "views/selection.h"
+#include "views/viewer_view_manager.h"
 #include "zovhost/start_camera.h"
 #include "zovhost/view_hub.h"
 

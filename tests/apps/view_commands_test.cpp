@@ -1,5 +1,5 @@
 // The commands of the viewer: where the camera arrives, and that it travels.
-#include "view_commands.h"
+#include "commands/view_commands.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // How views share a window.
-#include "view_grid.h"
+#include "viewer/view_grid.h"
 
 #include <gtest/gtest.h>
 

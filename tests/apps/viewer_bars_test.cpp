@@ -6,13 +6,13 @@
 #include <string_view>
 #include <vector>
 
+#include "commands/view_bars.h"
 #include "korvane/navigation_bar.h"
 #include "korvane/orientor.h"
 #include "korvane/toolbar.h"
 #include "lone_view.h"
-#include "view_bars.h"
-#include "view_tools.h"
 #include "viewer_fixture.h"
+#include "views/view_tools.h"
 
 namespace {
 

@@ -5,11 +5,11 @@
 #include <fstream>
 #include <functional>
 
-#include "device_commands.h"
-#include "device_settings.h"
+#include "commands/device_commands.h"
 #include "korvane/cam3d_controller_observer.h"
-#include "recorder.h"
-#include "settings_file.h"
+#include "recordings/recorder.h"
+#include "settings/device_settings.h"
+#include "settings/settings_file.h"
 #include "viewer_fixture.h"
 
 namespace {

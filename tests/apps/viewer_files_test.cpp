@@ -2,7 +2,7 @@
 // dialog would ask for them: the window asks.
 #include <gtest/gtest.h>
 
-#include "story_desk.h"
+#include "stories/story_desk.h"
 #include "viewer_fixture.h"
 #include "zovhost/read_image.h"
 

@@ -11,7 +11,7 @@
 
 #include "korvane/vector2.h"
 #include "program.h"
-#include "viewer.h"
+#include "viewer/viewer.h"
 
 namespace apps_test {
 

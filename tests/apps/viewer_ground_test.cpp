@@ -10,7 +10,7 @@
 #include <string>
 #include <string_view>
 
-#include "settings_file.h"
+#include "settings/settings_file.h"
 #include "viewer_fixture.h"
 
 namespace {

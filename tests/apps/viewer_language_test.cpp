@@ -3,13 +3,13 @@
 
 #include <string>
 
-#include "cube_commands.h"
+#include "commands/cube_commands.h"
+#include "commands/language_commands.h"
+#include "commands/view_commands.h"
 #include "korvane/navigation_bar.h"
 #include "korvane/orientor.h"
-#include "language_commands.h"
-#include "view_commands.h"
-#include "view_tools.h"
 #include "viewer_fixture.h"
+#include "views/view_tools.h"
 #include "zovhost/phrases.h"
 #include "zovhost/resource_pack.h"
 #include "zovhost/wide_text.h"

@@ -5,8 +5,8 @@
 
 #include "korvane/shot_specification.h"
 #include "korvane/story.h"
-#include "view_tools.h"
 #include "viewer_fixture.h"
+#include "views/view_tools.h"
 #include "zovhost/wide_text.h"
 
 namespace {

@@ -9,7 +9,7 @@
 
 #include "korvane/helm_disc.h"
 #include "korvane/rewind_history.h"
-#include "recorder.h"
+#include "recordings/recorder.h"
 #include "viewer_fixture.h"
 #include "zovhost/bcf_file.h"
 #include "zovhost/read_image.h"

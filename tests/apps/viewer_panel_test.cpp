@@ -9,9 +9,9 @@
 #include <string_view>
 
 #include "panel_stage.h"
-#include "settings_file.h"
-#include "view_tools.h"
+#include "settings/settings_file.h"
 #include "viewer_fixture.h"
+#include "views/view_tools.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 
 #include "host/fake_portal.h"
 #include "korvane/story.h"
-#include "story_desk.h"
+#include "stories/story_desk.h"
 #include "viewer_fixture.h"
 
 namespace {

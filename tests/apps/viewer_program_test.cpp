@@ -7,10 +7,10 @@
 #include <cstdio>
 #include <fstream>
 
-#include "glances.h"
 #include "program.h"
-#include "tour_pace.h"
-#include "tour_script.h"
+#include "tour/glances.h"
+#include "tour/tour_pace.h"
+#include "tour/tour_script.h"
 #include "zovhost/read_image.h"
 
 namespace {

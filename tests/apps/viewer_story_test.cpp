@@ -9,9 +9,9 @@
 
 #include "korvane/platform.h"
 #include "korvane/story.h"
-#include "story_places.h"
-#include "view_tools.h"
+#include "stories/story_places.h"
 #include "viewer_fixture.h"
+#include "views/view_tools.h"
 #include "zovhost/story_file.h"
 
 namespace apps_test {

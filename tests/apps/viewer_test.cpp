@@ -1,5 +1,5 @@
 // The viewer in a window, offscreen: models come and go by dropped files.
-#include "viewer.h"
+#include "viewer/viewer.h"
 
 #include <SDL.h>
 #include <epoxy/gl.h>
@@ -12,15 +12,15 @@
 #include <string>
 #include <vector>
 
-#include "disc_wedges.h"
 #include "korvane/helm_disc_observer.h"
 #include "korvane/pixel_icon2d.h"
 #include "korvane/rewind_history.h"
 #include "korvane/track_menu.h"
 #include "program.h"
 #include "replayed.h"
-#include "view_tools.h"
+#include "tour/disc_wedges.h"
 #include "viewer_fixture.h"
+#include "views/view_tools.h"
 
 namespace {
 

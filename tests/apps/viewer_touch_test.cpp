@@ -12,8 +12,8 @@
 #include "korvane/pixel_icon2d.h"
 #include "korvane/rewind_history.h"
 #include "korvane/track_menu.h"
-#include "view_tools.h"
 #include "viewer_fixture.h"
+#include "views/view_tools.h"
 
 namespace {
 

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "korvane/story.h"
-#include "view_tools.h"
 #include "viewer_fixture.h"
+#include "views/view_tools.h"
 #include "zovhost/read_image.h"
 #include "zovhost/story_file.h"
 

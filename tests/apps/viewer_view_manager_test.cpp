@@ -1,5 +1,5 @@
 // Events of the window as the view manager gets them. The renderer records, and answers rays with the model.
-#include "viewer_view_manager.h"
+#include "views/viewer_view_manager.h"
 
 #include <SDL_keycode.h>
 #include <gtest/gtest.h>
@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "korvane/tool.h"
-#include "view_tools.h"
+#include "views/view_tools.h"
 #include "wired_view.h"
 #include "zovhost/key_table.h"
 

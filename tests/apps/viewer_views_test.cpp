@@ -10,13 +10,13 @@
 #include <vector>
 
 #include "../host/large_meshes.h"
-#include "bar_commands.h"
-#include "cube_commands.h"
-#include "disc_commands.h"
+#include "commands/bar_commands.h"
+#include "commands/cube_commands.h"
+#include "commands/disc_commands.h"
 #include "korvane/orientor.h"
 #include "korvane/story.h"
-#include "picture_look.h"
 #include "viewer_fixture.h"
+#include "views/picture_look.h"
 #include "zovhost/phrases.h"
 #include "zovhost/read_image.h"
 #include "zovhost/wide_text.h"

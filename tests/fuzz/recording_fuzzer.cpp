@@ -4,7 +4,7 @@
 #include <sstream>
 #include <string>
 
-#include "recording.h"
+#include "recordings/recording.h"
 
 namespace {
 

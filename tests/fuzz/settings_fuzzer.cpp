@@ -8,7 +8,7 @@
 #include <string>
 
 #include "korvane/korvane.h"
-#include "settings_file.h"
+#include "settings/settings_file.h"
 
 namespace {
 

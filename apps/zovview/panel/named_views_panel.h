@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "commands/view_commands.h"
+
+namespace zovview {
+
+class ViewList;
+
+/// The list of named views, a row each: a click on the picture or the name flies there, buttons move the view
+/// up and down, rename and delete it, which is asked about in their place. To be drawn in a window of the
+/// Gui.
+class NamedViewsPanel {
+ public:
+  enum class Part : int { Picture, Up, Down, Rename, Delete, Keep };
+  struct Place {
+    float x = 0.0F;  // points from the top left of the window
+    float y = 0.0F;
+  };
+
+  /// Under its heading. `width`: of the list, in points.
+  void Draw(ViewList& list, const ViewTarget& target, float width);
+  /// Before the heading. True when it is to open.
+  bool TakeNews(ViewList& list);
+  /// At the end of what is under the heading: what is new comes into sight.
+  void ScrollToNews();
+  bool IsRenaming() const { return renamed.has_value(); }
+  /// The middle of a part of a row, as it was drawn last; nothing where it was not.
+  std::optional<Place> FindPart(std::size_t index, Part part) const;
+
+ private:
+  // What a row asks for; it is done when all are drawn.
+  struct Wish {
+    Part part;
+    std::size_t index;
+  };
+  struct DrawnPart {
+    std::size_t index;
+    Part part;
+    Place place;
+  };
+
+  void DrawRow(ViewList& list, const ViewTarget& target, std::size_t index, float width);
+  void DrawName(ViewList& list, std::size_t index, float width);
+  void DrawButtons(std::size_t index, std::size_t count);
+  void DrawQuestion(std::size_t index);
+  bool DrawButton(std::size_t index, Part part, bool enabled);
+  void Note(std::size_t index, Part part);
+  void Fulfil(ViewList& list);
+  void EndRenaming(ViewList& list);
+  void EndUnseen(ViewList& list);
+
+  std::vector<DrawnPart> drawn;
+  std::optional<Wish> wish;
+  std::optional<std::string> renamed;  // by its identifier
+  std::string name;                    // as it is typed
+  std::optional<std::string> doomed;   // likewise: whether it is to be deleted is asked
+  bool focuses = false;
+  bool nameDrawn = false;
+  int frame = 0;  // that it was drawn in
+  std::optional<std::size_t> news;
+  int framesOfNews = 0;
+};
+
+}  // namespace zovview

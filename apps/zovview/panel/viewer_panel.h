@@ -1,0 +1,130 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "commands/view_commands.h"
+#include "panel/named_views_panel.h"
+#include "panel/panel_words.h"
+#include "zovhost/keyboard_focus.h"
+#include "zovhost/panel_tip.h"
+
+namespace zovview {
+
+/// How far the loading of a model is.
+struct LoadingStatus {
+  double fraction = 0.0;
+  std::string step;
+  std::string name;
+};
+
+/// A cube, which panels keep clear of: points from the top left of the window.
+struct CubePlace {
+  float left = 0.0F;
+  float top = 0.0F;
+  float right = 0.0F;
+  float bottom = 0.0F;
+};
+
+/// What the panel shows beside the settings of the hub, and what it minds.
+struct PanelContents {
+  std::string name;
+  std::size_t triangleCount = 0;
+  std::string message;                   // of a failure; empty for none
+  std::optional<LoadingStatus> loading;  // while a model loads
+  float viewWidth = 1280.0F;             // points, of the narrowest view at the left
+  std::vector<CubePlace> cubes;          // those that show
+};
+
+/// The panel at the left of the window, and the bar of progress. To be drawn within a frame of the Gui.
+///
+/// It is folded to a strip of icons while the views are small, or when the user has chosen so; see
+/// Choices::panel.
+class ViewerPanel {
+ public:
+  /// Panels do not fold themselves in views that are as wide, in points.
+  static constexpr float LEAST_VIEW = 1000.0F;
+
+  /// `requestFrame` is called when something is to be drawn later; empty: nobody is.
+  explicit ViewerPanel(std::function<void()> requestFrame = {}) : tip(std::move(requestFrame)) {}
+
+  /// The command that was chosen; null for none. `target` is what the panel shows the settings of.
+  const ViewCommand* Draw(const PanelContents& contents, const ViewTarget& target);
+  /// How far it reaches into the window from the left, in points, or will when there is a model; 0 while it
+  /// is not to be seen.
+  float GetReach() const { return reach; }
+  /// As it was drawn last.
+  bool IsFolded() const { return folded; }
+  void ToggleVisible();
+  /// Its buttons, settings and headings, as they were drawn last; points from the bottom left. Their presses
+  /// count with the next drawing.
+  std::vector<zovhost::FocusThing> GetThings();
+  /// What is under the focus is marked, and brought into sight; null: nothing is.
+  void ShowFocus(const zovhost::FocusThing* thing);
+  /// The panel, with its help unfolded.
+  void ShowHelp();
+  const NamedViewsPanel& GetNamedViews() const { return namedViews; }
+  /// The tooltip that shows; null for none.
+  const char* GetTip() const { return tip.GetText(); }
+
+ private:
+  // Something to press, as it was drawn.
+  struct Item {
+    int id;
+    const char* name;
+    zovhost::FocusRole role;
+    bool on;
+    Korvane::Box2 bounds;
+  };
+  // What is free for the panel, from the top of the window.
+  struct Room {
+    float top;
+    float height;
+  };
+
+  const ViewCommand* DrawPanel(const PanelContents& contents, const ViewTarget& target);
+  const ViewCommand* DrawStrip(const PanelContents& contents, const ViewTarget& target);
+  const ViewCommand* DrawSections(const ViewTarget& target, bool unfoldHelp);
+  const ViewCommand* DrawButtons(ViewCommand::Place place, const ViewTarget& target);
+  const ViewCommand* DrawSettings(const ViewTarget& target);
+  const ViewCommand* DrawNamedViews(const ViewTarget& target);
+  const ViewCommand* DrawChoices(ViewCommand::Place place, const ViewTarget& target);
+  const ViewCommand* DrawLanguages(const ViewTarget& target);
+  const ViewCommand* DrawStripButton(const ViewCommand& command, const ViewTarget& target);
+  bool DrawButton(const ViewCommand& command, bool lit);
+  void DrawHelp(bool unfold);
+  void DrawHead(const PanelContents& contents, const ViewTarget& target);
+  void DrawSelection(const std::string& name);
+  bool DrawHeading(const char* label, bool unfold = false);
+  bool FindFolded(const PanelContents& contents, const ViewTarget& target) const;
+  void Fold(bool wanted, const ViewTarget& target);
+  float FindWidth() const;
+  float GetRightOfKeys() const;
+  static Room FindRoom(const PanelContents& contents, const ViewTarget& target, float right);
+  void NoteReach();
+  bool NoteItem(const ViewCommand& command, bool on);
+  bool NoteItem(int id, const char* name, zovhost::FocusRole role, bool on);
+  void NoteTip(int id, const char* text);
+
+  bool visible = true;
+  bool helpWanted = false;
+  bool openForHelp = false;  // as long as the help was asked for, whatever was chosen
+  bool folded = false;
+  float reach = 0.0F;
+  PanelWords words;
+  PanelText nameText;
+  PanelText countText;
+  PanelText selectionText;
+  PanelText languageText;
+  NamedViewsPanel namedViews;
+  zovhost::PanelTip tip;
+  std::vector<Item> items;
+  std::optional<int> pressed;  // by the identifier of an item
+  std::optional<int> focused;
+  bool broughtIntoSight = false;
+};
+
+}  // namespace zovview

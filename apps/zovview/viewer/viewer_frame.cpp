@@ -1,0 +1,125 @@
+// The viewer: the frame.
+#include "viewer/viewer.h"
+
+#include <epoxy/gl.h>
+#include <imgui.h>
+
+#include <algorithm>
+
+#include "commands/bar_commands.h"
+#include "commands/language_commands.h"
+#include "zovhost/accent.h"
+#include "zovhost/panel_texts.h"
+
+namespace zovview {
+
+namespace {
+
+constexpr float EDITOR_RIGHT = 220.0F;  // points: beside the cube
+constexpr float EDITOR_TOP = 12.0F;
+constexpr double MARK_WIDTH = 2.0;  // points
+constexpr double PATIENCE = 0.05;   // seconds of a frame for a large model at rest
+
+}  // namespace
+
+void Viewer::DrawFrame() {
+  log.AddFrame();
+  if (spoken != &FindLanguage(preferences)) SpeakLanguage();
+  desk.Advance();
+  namedViews.Advance();
+  devices.Advance(recorder);
+  glDisable(GL_SCISSOR_TEST);
+  glClearColor(0.0F, 0.0F, 0.0F, 1.0F);  // what shows between two views
+  glClear(GL_COLOR_BUFFER_BIT);
+  DrawViews();
+  // Over a panel or a menu the pointer is no tool.
+  const bool ofPanels = gui.HasPointer() || menus.IsOpen();
+  if (views[active]->GetStory().IsPresenting()) {
+    window.SetCursor(Korvane::CURSOR_NONE);
+  } else if (ofPanels || !views[active]->GetManager().OnSetCursor()) {
+    ShowCursor(Korvane::CURSOR_ARROW);
+  }
+  glViewport(0, 0, window.GetWidth(), window.GetHeight());
+  gui.BeginFrame();
+  TellFontProblem();
+  DrawPanels();
+  MarkActiveView();
+  gui.EndFrame();
+  NoteMargins();
+  if (arrival.has_value() && !IsAsking()) window.Wake();
+  if (window.IsFrameRequested()) return;  // what has changed is drawn first
+  KeepSettings();
+  namedViews.Save();
+}
+
+void Viewer::DrawViews() {
+  for (const auto& view : views) {
+    view->PerformFrame();
+    sceneView.GetOptions().moving =
+        sceneView.DropsDetail() && rest.IsMoving(*view, contents.loading.has_value());
+    sceneView.GetOptions().selectedPart = view->GetSelection().GetPart();
+    const bool whole =
+        sceneView.DrawGradually(view->GetHub().GetView(), view->GetX(), view->GetY(), view->GetWidth(),
+                                view->GetHeight(), window.GetScale(), PATIENCE);
+    if (!whole) window.RequestFrame();
+    view->DrawWidgets();
+  }
+}
+
+// That the keys go to; one alone needs no mark.
+void Viewer::MarkActiveView() const {
+  if (views.size() < 2) return;
+  const double points = 1.0 / window.GetScale();
+  const ViewPlace& place = places[active];
+  const double inset = (MARK_WIDTH - 1.0) / 2.0;  // a line is drawn through the middles of pixels
+  const auto [left, right] =
+      std::minmax({zovhost::MirrorPlace(static_cast<float>(place.x * points + inset)),
+                   zovhost::MirrorPlace(static_cast<float>((place.x + place.width) * points - inset))});
+  const int rows = window.GetHeight() - place.y;  // counted from the top
+  const auto top = static_cast<float>((rows - place.height) * points + inset);
+  const auto bottom = static_cast<float>(rows * points - inset);
+  const auto& [red, green, blue] = zovhost::ACCENT_COLOUR;
+  const ImVec4 accent(static_cast<float>(red), static_cast<float>(green), static_cast<float>(blue), 1.0F);
+  ImGui::GetBackgroundDrawList()->AddRect(ImVec2(left, top), ImVec2(right, bottom),
+                                          ImGui::GetColorU32(accent), 0.0F, 0,
+                                          static_cast<float>(MARK_WIDTH));
+}
+
+// The views that the panel stands over, and the cubes that it keeps clear of.
+void Viewer::NotePlaces() {
+  const double points = 1.0 / window.GetScale();
+  contents.viewWidth = static_cast<float>(window.GetWidth() * points);
+  contents.cubes.clear();
+  for (const auto& view : views) {
+    if (view->GetX() == 0)
+      contents.viewWidth = std::min(contents.viewWidth, static_cast<float>(view->GetWidth() * points));
+    if (!IsCubeShown(view->GetTarget())) continue;
+    const Korvane::Box2 bounds = view->GetManager().GetOrientorBounds();
+    const double left = view->GetX() + bounds.Min().x;
+    const double top = window.GetHeight() - view->GetY() - bounds.Max().y;
+    contents.cubes.push_back({static_cast<float>(left * points), static_cast<float>(top * points),
+                              static_cast<float>((left + 2.0 * bounds.halfExtent.x) * points),
+                              static_cast<float>((top + 2.0 * bounds.halfExtent.y) * points)});
+  }
+}
+
+void Viewer::DrawPanels() {
+  const ViewTarget& target = views[active]->GetTarget();
+  desk.Draw();
+  if (target.story->IsPresenting()) return;
+  const float right = ImGui::GetIO().DisplaySize.x - EDITOR_RIGHT;
+  target.story->GetEditor().Draw(right, EDITOR_TOP);
+  devices.DrawPage(right, EDITOR_TOP);
+  panel.ShowFocus(panelFocus.Get());
+  NotePlaces();
+  const ViewCommand* const pressed = panel.Draw(contents, target);
+  const bool hadMenu = menus.IsOpen();
+  const ViewCommand* const chosen = menus.Draw(target);
+  if (menus.IsOpen() != hadMenu) window.RequestFrame();  // the pointer changes with it
+  panelFocus.Get();                                      // tells of a state that has changed
+  if (pressed != nullptr) Run(*pressed);
+  if (pressed != nullptr && panelFocus.IsActive()) window.RequestFrame();
+  if (chosen != nullptr) Run(*chosen);
+}
+
+}  // namespace zovview
