@@ -140,20 +140,25 @@ TEST_F(ViewerArrivalTest, a_model_waits_for_a_question_that_is_open_and_what_was
 }
 
 TEST_F(ViewerArrivalTest, an_export_goes_on_to_its_end_before_the_model_shows) {
-  viewer->Open({folder.Write("story.json", STILL)});
+  std::string story = STILL;
+  story.replace(story.find("0.1"), 3, "3.0");
+  viewer->Open({folder.Write("story.json", story)});
   ComeToRest();
   const fs::path out = folder.GetPath() / "film";
-  bool began = false;
-  LoadAnd([&] {
+  viewer->Open({folder.Write("hills.stl", zovtest::MakeHillsStl(40))});
+  const Soon soon([&] {
     GetDesk().Ask(StoryRequest::Export, GetStory());
     GetDesk().SetPath(out.string());
     GetDesk().Confirm();
-    began = GetDesk().IsExporting();
   });
-  EXPECT_TRUE(began);
+  while (viewer->IsLoading()) window->Step(10);
+  EXPECT_TRUE(GetDesk().IsExporting());
+  EXPECT_TRUE(viewer->HasArrival());
+  EXPECT_EQ(viewer->GetScene(), before);
+  ComeToRest();
   EXPECT_FALSE(GetDesk().IsExporting());
   EXPECT_TRUE(fs::exists(out / "index.html"));
-  EXPECT_TRUE(fs::exists(out / "000.png"));
+  EXPECT_TRUE(fs::exists(out / "017.png"));
   ExpectHills();
 }
 

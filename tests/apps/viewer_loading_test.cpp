@@ -5,9 +5,7 @@
 #include <chrono>
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <functional>
-#include <string>
 #include <utility>
 #include <vector>
 
@@ -43,17 +41,6 @@ class ViewerLoadingTest : public apps_test::ViewerTest {
     Pixels pixels(static_cast<std::size_t>(PATCH) * PATCH);
     glReadPixels(LEFT, BOTTOM, PATCH, PATCH, GL_RGBA, GL_UNSIGNED_BYTE, pixels.data());
     return pixels;
-  }
-  // Each second triangle is lit from the other side, so that one that is left out shows.
-  static std::string MakeRoughStl(std::uint32_t side) {
-    constexpr std::size_t HEADER = 84;
-    constexpr std::size_t FACET = 50;
-    std::string bytes = zovtest::MakeHillsStl(side);
-    for (std::size_t i = 0; HEADER + i * FACET < bytes.size(); ++i) {
-      const std::array<float, 3> normal = {i % 2 == 0 ? 0.8F : -0.8F, 0.0F, 0.6F};
-      std::memcpy(bytes.data() + HEADER + i * FACET, normal.data(), sizeof normal);
-    }
-    return bytes;
   }
   // Pixels of the patch in the window that are not as the whole model has them.
   int CountCoarse() {
@@ -138,7 +125,7 @@ TEST_F(ViewerLoadingTest, escape_breaks_a_load_off_within_a_second_where_frames_
 }
 
 TEST_F(ViewerLoadingTest, a_large_model_is_drawn_coarsely_while_it_moves_and_whole_at_rest) {
-  viewer->Open({folder.Write("rough.stl", MakeRoughStl(400))});
+  viewer->Open({folder.Write("rough.stl", zovtest::MakeRoughStl(400))});
   ComeToRest();
   ASSERT_TRUE(viewer->GetSceneView().DropsDetail()) << "a large one";
   AwaitRest();

@@ -251,9 +251,12 @@ TEST_F(ViewerViewsTest, a_picture_is_drawn_with_a_look_of_its_own_which_goes_wit
 
 TEST_F(ViewerViewsTest, a_picture_that_is_saved_while_a_large_model_moves_is_whole) {
   Start(1);
-  viewer->Open({folder.Write("hills.stl", zovtest::MakeHillsStl(300))});
+  viewer->Open({folder.Write("rough.stl", zovtest::MakeRoughStl(300))});
   ComeToRest();
   ASSERT_TRUE(viewer->GetSceneView().DropsDetail());
+  for (int i = 0; i < 6000 && viewer->GetSceneView().GetOptions().moving; ++i) window->Step(10);
+  ComeToRest();
+  ASSERT_FALSE(viewer->GetSceneView().GetOptions().moving);
   const zovhost::Image atRest = SavePicture(0);
   ComeToRest();
   PushMotion(400, 300);

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <array>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <fstream>
 #include <string>
 
@@ -52,6 +54,18 @@ inline std::string MakeHillsStl(std::uint32_t side) {
       for (std::size_t axis = 0; axis < 3; ++axis) add(mesh.positions[3 * mesh.indices[i + corner] + axis]);
     }
     add(std::uint16_t{0});
+  }
+  return bytes;
+}
+
+/// The hills, of which each second triangle is lit from the other side, so that one that is left out shows.
+inline std::string MakeRoughStl(std::uint32_t side) {
+  constexpr std::size_t HEADER = 84;
+  constexpr std::size_t FACET = 50;
+  std::string bytes = MakeHillsStl(side);
+  for (std::size_t i = 0; HEADER + i * FACET < bytes.size(); ++i) {
+    const std::array<float, 3> normal = {i % 2 == 0 ? 0.8F : -0.8F, 0.0F, 0.6F};
+    std::memcpy(bytes.data() + HEADER + i * FACET, normal.data(), sizeof normal);
   }
   return bytes;
 }

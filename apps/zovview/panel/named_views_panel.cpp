@@ -73,6 +73,17 @@ void DrawPicture(ViewList& list, const zovhost::NamedView& view, const ImVec2& a
   drawing.AddRect(at, end, isShown ? AccentFrame() : FRAME, ROUNDING, 0, isShown ? 2.0F : 1.0F);
 }
 
+void BeginRows(std::size_t count, float width) {
+  const auto rows = static_cast<float>(std::min<std::size_t>(count, MOST_ROWS));
+  ImGui::PushStyleVar(ImGuiStyleVar_ItemSpacing, ImVec2(4.0F, 0.0F));
+  ImGui::BeginChild("##views", ImVec2(width, rows * ROW_HEIGHT));
+}
+
+void EndRows() {
+  ImGui::EndChild();
+  ImGui::PopStyleVar();
+}
+
 }  // namespace
 
 std::optional<NamedViewsPanel::Place> NamedViewsPanel::FindPart(std::size_t index, Part part) const {
@@ -98,9 +109,7 @@ void NamedViewsPanel::Draw(ViewList& list, const ViewTarget& target, float width
     ImGui::TextDisabled("%s", zovhost::Say("None is kept of this model yet."));
     return;
   }
-  const auto rows = static_cast<float>(std::min<std::size_t>(count, MOST_ROWS));
-  ImGui::PushStyleVar(ImGuiStyleVar_ItemSpacing, ImVec2(4.0F, 0.0F));
-  ImGui::BeginChild("##views", ImVec2(width, rows * ROW_HEIGHT));
+  BeginRows(count, width);
   if (news.has_value()) ImGui::SetScrollY(static_cast<float>(*news) * ROW_HEIGHT);
   const float room = ImGui::GetContentRegionAvail().x;
   ImGuiListClipper clipper;
@@ -110,8 +119,7 @@ void NamedViewsPanel::Draw(ViewList& list, const ViewTarget& target, float width
       DrawRow(list, target, static_cast<std::size_t>(i), room);
     }
   }
-  ImGui::EndChild();
-  ImGui::PopStyleVar();
+  EndRows();
   if (renamed.has_value() && !nameDrawn) EndUnseen(list);  // scrolled away
   Fulfil(list);
   if (list.GetPictures().IsWanted() || framesOfNews > 0) target.hub.RequestApplicationUpdate();
