@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 #include <list>
+#include <new>
 
 namespace Korvane {
 
@@ -18,9 +19,15 @@ class ObserverList {
   ObserverList(const ObserverList&) = delete;
   ObserverList& operator=(const ObserverList&) = delete;
 
-  /// Null is ignored. No check for duplicates.
-  void Add(Observer* observer) {
-    if (observer != nullptr) entries.push_back(observer);
+  /// Null is ignored. No check for duplicates. False for null, and where memory has run out.
+  bool Add(Observer* observer) {
+    if (observer == nullptr) return false;
+    try {
+      entries.push_back(observer);
+    } catch (const std::bad_alloc&) {
+      return false;
+    }
+    return true;
   }
 
   /// Removes every entry equal to `observer`.
@@ -45,20 +52,27 @@ class ObserverList {
   /// Calls `tell(observer)` for each entry. Rounds may be nested.
   template <class Tell>
   void Notify(Tell&& tell) {
-    Round round{entries.begin(), innermost};
-    innermost = &round;
+    Round round(*this);
     while (round.next != entries.end()) {
       Observer* const observer = *round.next++;
       tell(*observer);
     }
-    innermost = round.outer;
   }
 
  private:
   using Entry = typename std::list<Observer*>::iterator;
+  // Over also where an observer of the host throws.
   struct Round {
+    explicit Round(ObserverList& told) : list(told), next(told.entries.begin()), outer(told.innermost) {
+      list.innermost = this;
+    }
+    Round(const Round&) = delete;
+    Round& operator=(const Round&) = delete;
+    ~Round() { list.innermost = outer; }
+
+    ObserverList& list;
     Entry next;
-    Round* outer;
+    Round* const outer;
   };
 
   Entry Erase(Entry entry) {

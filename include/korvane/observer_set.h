@@ -9,12 +9,8 @@ namespace Korvane {
 template <class Observer>
 class ObserverSet {
  public:
-  /// False for null only. One that is already held keeps its place.
-  bool Add(Observer* observer) {
-    if (observer == nullptr) return false;
-    if (!observers.Contains(observer)) observers.Add(observer);
-    return true;
-  }
+  /// False for null, and where memory has run out. One that is already held keeps its place.
+  bool Add(Observer* observer) { return observers.Contains(observer) || observers.Add(observer); }
 
   /// Null, and one that is not held, are ignored.
   void Remove(const Observer* observer) { observers.Remove(observer); }

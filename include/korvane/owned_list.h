@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <memory>
+#include <new>
 #include <string>
 #include <utility>
 #include <vector>
@@ -16,11 +17,13 @@ class OwnedList {
   /// The index of what is not there.
   static constexpr std::uint64_t NOT_THERE = ~std::uint64_t{0};
 
-  /// At the end. The index it has then; one that is there already stays where it is. NOT_THERE for null.
+  /// At the end. The index it has then; one that is there already stays where it is. NOT_THERE for null, and
+  /// where memory runs out, which leaves the object with the caller.
   std::uint64_t Add(T* object) { return Insert(objects.size(), object); }
   /// Before an index; at the end for one beyond. As Add.
   std::uint64_t Insert(std::uint64_t index, T* object) {
     if (object == nullptr || Contains(object)) return GetIndexOf(object);
+    if (!MakeRoom()) return NOT_THERE;
     const std::uint64_t place = std::min<std::uint64_t>(index, objects.size());
     objects.insert(objects.begin() + static_cast<std::ptrdiff_t>(place), std::unique_ptr<T>(object));
     return place;
@@ -64,6 +67,16 @@ class OwnedList {
   }
 
  private:
+  bool MakeRoom() {
+    if (objects.size() < objects.capacity()) return true;
+    try {
+      objects.reserve(2 * objects.size() + 1);
+    } catch (const std::bad_alloc&) {
+      return false;
+    }
+    return true;
+  }
+
   std::vector<std::unique_ptr<T>> objects;
 };
 

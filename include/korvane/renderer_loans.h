@@ -41,10 +41,10 @@ class ZOVTOOLS_API TextureLoan {
   TextureLoan(const TextureLoan&) = delete;
   TextureLoan& operator=(const TextureLoan&) = delete;
   /// Counts down; the textures stay until the renderer applies its counts.
-  ~TextureLoan() { Count(false); }
+  ~TextureLoan() { CountDown(); }
 
   /// Takes all of them and lets the renderer load them; gives them back to another renderer before. Nothing
-  /// when they are held. Null gives back.
+  /// when they are held. Null gives back. Where memory runs out none is held, and the next Take tries again.
   void Take(Renderer* renderer);
   /// The same for those whose owner applies the counts afterwards; null gives back.
   void Want(Renderer* renderer);
@@ -53,7 +53,7 @@ class ZOVTOOLS_API TextureLoan {
   bool IsHeld() const { return lender.Get() != nullptr; }
 
  private:
-  void Count(bool wanted);
+  void CountDown();
 
   std::span<const TextureID> ids;
   Borrowed<Renderer> lender;

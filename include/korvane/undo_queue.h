@@ -1,8 +1,8 @@
 #pragma once
 
 #include <cstddef>
-#include <deque>
 #include <memory>
+#include <vector>
 
 #include "korvane/export.h"
 #include "korvane/lifeline.h"
@@ -49,7 +49,8 @@ class ZOVTOOLS_API UndoQueue {
   virtual bool CanUndo() const;
   virtual bool CanRedo() const;
   /// Takes the command over and, when `run` is set, does it; else its work is done already. What could have
-  /// been made again is dropped. Null is ignored.
+  /// been made again is dropped. Null is ignored. Where memory runs out the command is destroyed, and not
+  /// done.
   virtual void Add(UndoCommand* command, bool run);
   /// Destroys all commands.
   virtual void Clear();
@@ -58,7 +59,7 @@ class ZOVTOOLS_API UndoQueue {
   Lifeline& GetLifeline() { return lifeline; }
 
  private:
-  using Commands = std::deque<std::shared_ptr<UndoCommand>>;
+  using Commands = std::vector<std::shared_ptr<UndoCommand>>;
 
   void DropFrom(std::size_t place);
 

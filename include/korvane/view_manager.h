@@ -303,6 +303,8 @@ class ZOVTOOLS_API ViewManager {
   void CloseOpenRecord(ViewManagerRewindShotObserver* observer) const;
   void HandHistoryOn();
   void DropMouseNavigation();
+  bool MakeMouseNavigation();
+  bool WatchCollaborators();
   void CloseToolGesture();
   bool IsWiredAsNow(const Tool& tool) const;
   void ReleaseShotObserver();

@@ -10,6 +10,7 @@
 #include "camera/slide_operation.h"
 #include "camera/zoom2d_operation.h"
 #include "camera/zoom_operation.h"
+#include "foundation/out_of_memory.h"
 #include "korvane/operation.h"
 
 namespace Korvane {
@@ -60,7 +61,7 @@ OperationKind::~OperationKind() {
 
 std::unique_ptr<Operation> Operation::CreateOperation(OperationType type) {
   const Make make = FindMake(type);
-  return make != nullptr ? make() : nullptr;
+  return make != nullptr ? OrFail(make) : nullptr;
 }
 
 }  // namespace Korvane

@@ -44,12 +44,14 @@ double DistanceToSurface(const Vector3& extent, const Vector3& toPoint, double d
 OperationKind cam3DControllerKind(OPERATION_CAM3D_CONTROLLER, &Cam3DControllerOperation::Make);
 
 std::unique_ptr<Operation> Cam3DControllerOperation::Make() {
-  return std::make_unique<Cam3DControllerOperation>();
+  auto made = std::make_unique<Cam3DControllerOperation>();
+  if (!made->HasMembers()) made.reset();  // no memory for one of them
+  return made;
 }
 
 Cam3DControllerOperation::Cam3DControllerOperation() {
   for (const OperationType type : MEMBERS) AddOperation(CreateOperation(type));
-  GetOperation(LOOK)->SetCombined(true);
+  if (Operation* const look = GetOperation(LOOK)) look->SetCombined(true);
   CombinedOperation::Set3DControllerOperation(true);
 }
 

@@ -1,13 +1,28 @@
 #include "korvane/orientor.h"
 
+#include <array>
 #include <cmath>
+#include <cstddef>
 
 #include "cube/orientor_parts.h"
+#include "foundation/out_of_memory.h"
 #include "korvane/camera_operations.h"
+#include "render/texture_counts.h"
 
 namespace Korvane {
 
 namespace {
+
+constexpr int TEXTURE_COUNT = TEXTURES_CUBE.last - TEXTURES_CUBE.first + 1;
+
+constexpr std::array<TextureID, TEXTURE_COUNT> ListTextures() {
+  std::array<TextureID, TEXTURE_COUNT> all{};
+  for (int i = 0; i < TEXTURE_COUNT; ++i) {
+    all[static_cast<std::size_t>(i)] = static_cast<TextureID>(TEXTURES_CUBE.first + i);
+  }
+  return all;
+}
+constexpr auto TEXTURES = ListTextures();
 
 constexpr bool IsInRange(int value, int begin, int end) { return value >= begin && value < end; }
 
@@ -19,6 +34,7 @@ OrientorObserver::~OrientorObserver() = default;
 // ---- life ----
 
 Orientor::Orientor() : parts(std::make_unique<OrientorParts>(this, parameters)) {
+  GetPartDirection(0);  // makes the table of the parts, before an event does
   SetLocation(parameters.screen_location);
   SetSize(parameters.size);
 }
@@ -40,16 +56,17 @@ void Orientor::SetRenderer(Renderer* value) {
 void Orientor::SetRewindHistory(RewindHistory* history) { parts->partners.history.Set(history); }
 
 bool Orientor::Create() {
-  Renderer* const renderer = parts->renderer.Get();
-  if (renderer == nullptr) return false;
-  for (int id = TEXTURES_CUBE.first; id <= TEXTURES_CUBE.last; ++id)
-    renderer->IncrementTextureUsage(static_cast<TextureID>(id));
-  renderer->ApplyTextureUsage();
-  parts->tooltips.Load(*renderer);
-  const std::wstring name = renderer->LoadStringResource(STRING_UCS_DEFAULT);
-  parts->label.SetDefaultName(name);
-  SetActiveUCS(name.c_str(), true);
-  return true;
+  return OrFail([&] {
+    Renderer* const renderer = parts->renderer.Get();
+    if (renderer == nullptr) return false;
+    if (!CountTexturesUp(*renderer, TEXTURES)) return false;
+    renderer->ApplyTextureUsage();
+    parts->tooltips.Load(*renderer);
+    const std::wstring name = renderer->LoadStringResource(STRING_UCS_DEFAULT);
+    parts->label.SetDefaultName(name);
+    SetActiveUCS(name.c_str(), true);
+    return true;
+  });
 }
 
 bool Orientor::Destroy() {
@@ -60,8 +77,7 @@ bool Orientor::Destroy() {
   }
   Renderer* const renderer = parts->renderer.Get();
   if (renderer == nullptr) return false;
-  for (int id = TEXTURES_CUBE.first; id <= TEXTURES_CUBE.last; ++id)
-    renderer->DecrementTextureUsage(static_cast<TextureID>(id));
+  CountTexturesDown(*renderer, TEXTURES);
   parts->label.Destroy(*renderer);
   renderer->ApplyTextureUsage();
   return true;
@@ -110,14 +126,16 @@ void Orientor::GetRegionSize(int& width, int& height) const {
 void Orientor::UpdateUCSMenuLabel(bool redraw) {
   Renderer* const renderer = parts->renderer.Get();
   if (renderer == nullptr) return;
-  parts->label.Make(*renderer, parameters, parts->layout);
+  OrFail([&] { parts->label.Make(*renderer, parameters, parts->layout); });
   CameraOperations* const hub = parts->partners.hub.Get();
   if (redraw && hub != nullptr) hub->RequestApplicationUpdate();
 }
 
 void Orientor::SetActiveUCS(const wchar_t* name, bool redraw) {
-  const bool isRenamed = parts->label.SetName(name);
-  if (isRenamed || parts->label.IsMismatched(parameters)) UpdateUCSMenuLabel(redraw);
+  OrFail([&] {
+    const bool isRenamed = parts->label.SetName(name);
+    if (isRenamed || parts->label.IsMismatched(parameters)) UpdateUCSMenuLabel(redraw);
+  });
 }
 
 const wchar_t* Orientor::GetActiveUCS() const { return parts->label.GetName().c_str(); }

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "cube/pass_view.h"
+#include "foundation/out_of_memory.h"
 #include "korvane/camera_operations.h"
 #include "korvane/icon2d.h"
 #include "korvane/orientor.h"
@@ -98,28 +99,30 @@ int OrientorParts::PickOverlay(const Vector2& point, bool arrows) const {
 
 // In the middle of a quad, or else, where others lie over that, on the way to one of its corners.
 bool OrientorParts::FindGeometry(int part, Vector2& point) {
-  static constexpr double WAYS[] = {0.0, 0.5, 0.8};
-  Renderer* const target = renderer.Get();
-  if (target == nullptr || partners.hub.Get() == nullptr) return false;
-  const CubePicker::Setting setting{parameters, layout, space, AreArrowsShown()};
-  const Box2 box = layout.GetPassBox(parameters);
-  const PassView pass(MakeCubeCamera(parameters, space));
-  const auto isHit = [&](const Vector3& place) {
-    Vector2 local;
-    if (!pass.Project(place, local)) return false;
-    point = Vector2(std::floor(box.center.x + local.x * box.halfExtent.x),
-                    std::floor(box.center.y + local.y * box.halfExtent.y));
-    return picker.Pick(*target, setting, point).part == part;
-  };
-  const std::vector<Vector3> corners = picker.GetCorners(setting, part);
-  for (const double way : WAYS) {
-    for (std::size_t i = 0; i < corners.size() / 4 * 4; ++i) {
-      const Vector3* const quad = &corners[i / 4 * 4];
-      const Vector3 middle = (quad[0] + quad[1] + quad[2] + quad[3]) * 0.25;
-      if (isHit(middle + (corners[i] - middle) * way)) return true;
+  return OrFail([&] {
+    static constexpr double WAYS[] = {0.0, 0.5, 0.8};
+    Renderer* const target = renderer.Get();
+    if (target == nullptr || partners.hub.Get() == nullptr) return false;
+    const CubePicker::Setting setting{parameters, layout, space, AreArrowsShown()};
+    const Box2 box = layout.GetPassBox(parameters);
+    const PassView pass(MakeCubeCamera(parameters, space));
+    const auto isHit = [&](const Vector3& place) {
+      Vector2 local;
+      if (!pass.Project(place, local)) return false;
+      point = Vector2(std::floor(box.center.x + local.x * box.halfExtent.x),
+                      std::floor(box.center.y + local.y * box.halfExtent.y));
+      return picker.Pick(*target, setting, point).part == part;
+    };
+    const std::vector<Vector3> corners = picker.GetCorners(setting, part);
+    for (const double way : WAYS) {
+      for (std::size_t i = 0; i < corners.size() / 4 * 4; ++i) {
+        const Vector3* const quad = &corners[i / 4 * 4];
+        const Vector3 middle = (quad[0] + quad[1] + quad[2] + quad[3]) * 0.25;
+        if (isHit(middle + (corners[i] - middle) * way)) return true;
+      }
     }
-  }
-  return false;
+    return false;
+  });
 }
 
 bool OrientorParts::FindOverlay(int part, Vector2& point) const {

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "disc/helm_disc_parts.h"
+#include "foundation/out_of_memory.h"
 #include "foundation/truncate.h"
 #include "korvane/helm_disc_observer.h"
 #include "korvane/icon2d.h"
@@ -56,16 +57,18 @@ HelmDisc::~HelmDisc() {
 }
 
 bool HelmDisc::Create() {
-  const Lifeline::Watch alive(parts->lifeline);
-  parts->created = true;
-  parts->closeNote.Take(GetRenderer(), STRING_DISC_CLOSED);
-  bool result = alive && CreatePivotBall();
-  result = alive && CreateMenus() && result;
-  result = alive && CreateWelcome() && result;
-  if (!alive) return false;
-  parts->timers.tooltip.SetHelmDisc(this);
-  UpdateSettings();
-  return result;
+  return OrFail([&] {
+    const Lifeline::Watch alive(parts->lifeline);
+    parts->created = true;
+    parts->closeNote.Take(GetRenderer(), STRING_DISC_CLOSED);
+    bool result = alive && CreatePivotBall();
+    result = alive && CreateMenus() && result;
+    result = alive && CreateWelcome() && result;
+    if (!alive) return false;
+    parts->timers.tooltip.SetHelmDisc(this);
+    UpdateSettings();
+    return result;
+  });
 }
 
 bool HelmDisc::CreatePivotBall() {

@@ -1,6 +1,7 @@
 // Filling the discs with their regions.
 #include "disc/disc_listeners.h"
 #include "disc/disc_tables.h"
+#include "foundation/out_of_memory.h"
 #include "korvane/icon2d.h"
 #include "korvane/track_menu.h"
 
@@ -12,12 +13,22 @@ using Region = TrackMenu::Region;
 
 constexpr double OPACITY_OF_DISABLED = 0.5;
 
-Region MakeRegion(const DiscRegion& row, int overlay, HelmDisc& disc, TrackMenu& menu) {
-  Region region;
-  region.color = row.colour;
+// Null of what there was no memory for.
+void MakeBelongings(const DiscRegion& row, int overlay, HelmDisc& disc, TrackMenu& menu, Region& region) {
   region.listener = MakeDiscListener(row.listener, disc, menu).release();
   region.icon = new ResourceIcon2D(static_cast<TextureID>(row.icon));
   if (overlay != TEXTURE_NONE) region.overlayIcon = new ResourceIcon2D(static_cast<TextureID>(overlay));
+}
+
+bool IsWhole(const Region& region, int overlay) {
+  return region.listener != nullptr && region.icon != nullptr &&
+         (overlay == TEXTURE_NONE || region.overlayIcon != nullptr);
+}
+
+Region MakeRegion(const DiscRegion& row, int overlay, HelmDisc& disc, TrackMenu& menu) {
+  Region region;
+  OrFail([&] { MakeBelongings(row, overlay, disc, menu, region); });
+  region.color = row.colour;
   region.labelString = static_cast<StringID>(row.label);
   region.tooltipString = row.tooltip.Choose(disc.GetParameters());
   region.tooltipHUDString = static_cast<StringID>(row.note);
@@ -31,8 +42,8 @@ Region MakeRegion(const DiscRegion& row, int overlay, HelmDisc& disc, TrackMenu&
 
 // A region that the menu does not take goes.
 template <class Add>
-bool Give(Region region, const Add& add) {
-  if (add(region)) return true;
+bool Give(Region region, int overlay, const Add& add) {
+  if (IsWhole(region, overlay) && add(region)) return true;
   region.Destroy();
   return false;
 }
@@ -40,10 +51,11 @@ bool Give(Region region, const Add& add) {
 bool FillMenu(const DiscTable& table, HelmDisc& disc, TrackMenu& menu) {
   Region disabled = MakeRegion(table.disabled, table.overlay, disc, menu);
   if (disabled.overlayIcon != nullptr) disabled.overlayIcon->SetOpacity(OPACITY_OF_DISABLED);
-  if (!Give(disabled, [&](const Region& each) { return menu.SetDisabledRegion(each); })) return false;
+  if (!Give(disabled, table.overlay, [&](const Region& each) { return menu.SetDisabledRegion(each); }))
+    return false;
   for (const DiscRegion& row : table.regions) {
     const Region region = MakeRegion(row, table.overlay, disc, menu);
-    if (!Give(region, [&](const Region& each) { return menu.AddRegion(each); })) return false;
+    if (!Give(region, table.overlay, [&](const Region& each) { return menu.AddRegion(each); })) return false;
   }
   return true;
 }

@@ -21,6 +21,11 @@ void CollectOne(std::vector<Owned*>& all, Owned* owned) {
 
 }  // namespace
 
+void RegionBelongings::Reserve(std::size_t regions) {
+  listeners.reserve(regions);
+  icons.reserve(2 * regions);
+}
+
 void RegionBelongings::Collect(const Region& region) {
   CollectOne(listeners, region.listener);
   CollectOne(icons, region.icon);

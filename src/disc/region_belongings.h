@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 #include "disc/listener_calls.h"
@@ -12,6 +13,8 @@ class RegionBelongings {
  public:
   using Region = TrackMenu::Region;
 
+  /// For so many regions, whose Collect allocates nothing then.
+  void Reserve(std::size_t regions);
   void Collect(const Region& region);
   /// Leaves with a region what belongs to it as well.
   void Leave(const Region& region);

@@ -1,6 +1,7 @@
 #include "disc/region_loans.h"
 
 #include "korvane/icon2d.h"
+#include "render/texture_counts.h"
 
 namespace Korvane {
 
@@ -27,11 +28,10 @@ TextureID TextureOf(const ResourceIcon2D* icon) {
 void RegionLoans::Take(Renderer* renderer, Region& region) {
   if (renderer == nullptr) return;
   if (lender.Get() != renderer) {
-    CountTextures(false);
-    lender.Set(renderer);
+    CountTexturesBack();
     textures[0] = TextureOf(region.icon);
     textures[1] = TextureOf(region.overlayIcon);
-    CountTextures(true);
+    lender.Set(CountTexturesUp(*renderer, textures) ? renderer : nullptr);
   }
   const Lifeline::Watch wanted(taking);
   for (int i = 0; i < 3; ++i) {
@@ -43,16 +43,14 @@ void RegionLoans::Take(Renderer* renderer, Region& region) {
 
 void RegionLoans::GiveBack(Region& region) {
   taking.Cut();
-  CountTextures(false);
+  CountTexturesBack();
   lender.Set(nullptr);
   for (StringLoan& text : texts) text.GiveBack();
   for (const Text& text : TEXTS) region.*text.icon = nullptr;
 }
 
-void RegionLoans::CountTextures(bool wanted) {
-  Renderer* const held = lender.Get();
-  if (held == nullptr) return;
-  for (const TextureID id : textures) held->WantTexture(id, wanted);
+void RegionLoans::CountTexturesBack() {
+  if (Renderer* const held = lender.Get()) CountTexturesDown(*held, textures);
 }
 
 }  // namespace Korvane

@@ -12,7 +12,7 @@ class RegionLoans {
   RegionLoans() = default;
   RegionLoans(const RegionLoans&) = delete;
   RegionLoans& operator=(const RegionLoans&) = delete;
-  ~RegionLoans() { CountTextures(false); }
+  ~RegionLoans() { CountTexturesBack(); }
 
   /// Nothing that is held is taken again. The host, who makes the texts, may give all of it back meanwhile,
   /// or destroy it with the region.
@@ -20,7 +20,7 @@ class RegionLoans {
   void GiveBack(TrackMenu::Region& region);
 
  private:
-  void CountTextures(bool wanted);
+  void CountTexturesBack();
 
   Borrowed<Renderer> lender;  // of the textures
   TextureID textures[2] = {TEXTURE_NONE, TEXTURE_NONE};

@@ -3,6 +3,7 @@
 #include "korvane/icon2d.h"
 #include "korvane/lifeline.h"
 #include "korvane/renderer.h"
+#include "render/texture_counts.h"
 
 namespace Korvane {
 
@@ -45,7 +46,12 @@ class SingleIcon {
  private:
   void Count(bool wanted) {
     Renderer* const held = lender.Get();
-    if (held != nullptr && used) held->WantTexture(texture, wanted);
+    if (held == nullptr || !used) return;
+    if (!wanted) {
+      held->DecrementTextureUsage(texture);
+    } else if (!CountTexturesUp(*held, {&texture, 1})) {
+      lender.Set(nullptr);
+    }
   }
 
   bool used = false;

@@ -7,6 +7,7 @@
 #include "disc/region_belongings.h"
 #include "disc/region_map.h"
 #include "disc/track_menu_parts.h"
+#include "foundation/out_of_memory.h"
 
 namespace Korvane {
 
@@ -64,10 +65,9 @@ void TrackMenu::DropRegions() {
   parts->activation.Cut();
   parts->state.beingPutAway = false;
   parts->single.Hold(nullptr);
-  RegionBelongings belongings;
-  std::deque<TrackMenuParts::HeldRegion> leaving;
-  leaving.swap(parts->regions);
-  for (const TrackMenuParts::HeldRegion& each : leaving) belongings.Collect(each.region);
+  RegionBelongings belongings = std::exchange(parts->room, {});
+  std::vector<std::unique_ptr<TrackMenuParts::HeldRegion>> leaving = std::exchange(parts->regions, {});
+  for (const auto& each : leaving) belongings.Collect(each->region);
   TrackMenuParts::HeldRegion& disabled = parts->disabled;
   belongings.Collect(disabled.region);
   disabled.loans.GiveBack(disabled.region);
@@ -108,37 +108,46 @@ void TrackMenu::RequestUpdateIfVisible() {
 // ---- regions ----
 
 bool TrackMenu::AddRegion(Region region) {
-  if (parts->maps.present == nullptr) return false;
+  if (parts->maps.present == nullptr || !OrFail([&] { return parts->Hold(region); })) return false;
   parts->SizeToImage(region);
-  parts->regions.emplace_back().region = region;
   if (region.icon != nullptr) parts->active = region;
   RequestUpdateIfVisible();
   return true;
 }
 
 bool TrackMenu::SetDisabledRegion(Region region) {
-  if (parts->maps.present == nullptr) return false;
+  if (parts->maps.present == nullptr || !OrFail([&] { return parts->ReplaceDisabled(region); })) return false;
   parts->SizeToImage(region);
-  parts->ReplaceDisabled(region);
   RequestUpdateIfVisible();
   return true;
 }
 
+// One more than there are, for the disabled one.
+bool TrackMenuParts::Hold(const Region& region) {
+  room.Reserve(regions.size() + 2);
+  regions.push_back(std::make_unique<HeldRegion>());
+  regions.back()->region = region;
+  return true;
+}
+
 // What the former one owned goes with it.
-void TrackMenuParts::ReplaceDisabled(const Region& region) {
+bool TrackMenuParts::ReplaceDisabled(const Region& region) {
   RegionBelongings belongings;
+  belongings.Reserve(1);
+  room.Reserve(regions.size() + 1);
   belongings.Collect(disabled.region);
   disabled.loans.GiveBack(disabled.region);
   disabled.region = region;
   belongings.Leave(region);
-  for (const HeldRegion& each : regions) belongings.Leave(each.region);
+  for (const auto& each : regions) belongings.Leave(each->region);
   if (belongings.IsSharedBy(active)) active = Region();
   belongings.Delete(calls);
+  return true;
 }
 
 Region* TrackMenu::GetRegion(int index) {
   const bool isThere = index >= 0 && static_cast<std::size_t>(index) < parts->regions.size();
-  return isThere ? &parts->regions[static_cast<std::size_t>(index)].region : nullptr;
+  return isThere ? &parts->regions[static_cast<std::size_t>(index)]->region : nullptr;
 }
 
 void TrackMenu::SetActiveRegion(Region region) { parts->active = region; }
@@ -226,7 +235,7 @@ void TrackMenu::Hold(bool state) {
       each.loans.GiveBack(each.region);
     }
   };
-  for (std::size_t i = 0; current && i < parts->regions.size(); ++i) hold(parts->regions[i]);
+  for (std::size_t i = 0; current && i < parts->regions.size(); ++i) hold(*parts->regions[i]);
   if (current) hold(parts->disabled);
   if (!current) return;
   parts->state.beingPutAway = false;
@@ -249,7 +258,7 @@ void TrackMenuParts::ForEachIcon(const Place& place) {
     place(each.region.overlayIcon, each);
     if (partners.renderer.Get() != nullptr) place(each.region.label, each);
   };
-  for (const HeldRegion& each : regions) placeAll(each);
+  for (const auto& each : regions) placeAll(*each);
   placeAll(disabled);
 }
 

@@ -149,14 +149,14 @@ bool TrackMenuParts::FindColour(Vector3& colour) const {
     if (!mouse.leftButtonDown) return false;
     colour = active.color;
   }
-  const bool sticky = !regions.empty() && regions.front().region.sticky;
+  const bool sticky = !regions.empty() && regions.front()->region.sticky;
   if (sticky && IsColourAround(map, mouse.GetPosition(), active.color)) colour = active.color;
   return true;
 }
 
 void TrackMenuParts::Choose(const Vector3& colour) {
-  for (const HeldRegion& each : regions) {
-    if (each.region.enabled && IsSameRegionColour(each.region.color, colour)) active = each.region;
+  for (const auto& each : regions) {
+    if (each->region.enabled && IsSameRegionColour(each->region.color, colour)) active = each->region;
   }
   if (IsSameRegionColour(disabled.region.color, colour)) active = disabled.region;
 }

@@ -1,9 +1,10 @@
 #pragma once
 
-#include <deque>
 #include <memory>
+#include <vector>
 
 #include "disc/listener_calls.h"
+#include "disc/region_belongings.h"
 #include "disc/region_loans.h"
 #include "disc/single_icon.h"
 #include "korvane/camera_operations.h"
@@ -101,7 +102,8 @@ struct TrackMenuParts {
   void PlaceIcons();
   /// Sizes the pictures and the text of a region that is being added.
   void SizeToImage(Region& region);
-  void ReplaceDisabled(const Region& region);
+  bool Hold(const Region& region);
+  bool ReplaceDisabled(const Region& region);
   void ForgetPictures();
 
   void DrawRegion(Renderer& pass) const;
@@ -111,7 +113,8 @@ struct TrackMenuParts {
   Lifeline lifeline;
   Partners partners;
   Maps maps;
-  std::deque<HeldRegion> regions;  // whose elements stay where they are
+  std::vector<std::unique_ptr<HeldRegion>> regions;
+  RegionBelongings room;  // for what they own, so that they can go without memory
   HeldRegion disabled;
   Region active;
   Mouse mouse;

@@ -2,6 +2,7 @@
 
 #include "camera/find_operation.h"
 #include "camera/fly_operation.h"
+#include "foundation/out_of_memory.h"
 #include "korvane/helm_disc.h"
 #include "korvane/icon2d.h"
 #include "korvane/track_menu.h"
@@ -118,13 +119,15 @@ void WalkRegionListener::RestoreSpeed() {
 // ---- a frame ----
 
 void WalkRegionListener::Fade(DynamicIcon2D* note, double from, double to) const {
-  if (note == nullptr) return;
-  const HelmDisc* const owner = GetDisc();
-  if (owner != nullptr && owner->AreMessagesAtOnce()) return note->SetOpacity(to);
-  ChangingInTimeValueChain opacity;
-  opacity.Add(ChangingInTimeValue(from, to, FADE_TIME, INTERPOLATION_LINEAR));
-  opacity.Start();
-  note->SetChangingInTimeOpacity(opacity);
+  OrFail([&] {
+    if (note == nullptr) return;
+    const HelmDisc* const owner = GetDisc();
+    if (owner != nullptr && owner->AreMessagesAtOnce()) return note->SetOpacity(to);
+    ChangingInTimeValueChain opacity;
+    opacity.Add(ChangingInTimeValue(from, to, FADE_TIME, INTERPOLATION_LINEAR));
+    opacity.Start();
+    note->SetChangingInTimeOpacity(opacity);
+  });
 }
 
 void WalkRegionListener::OnDraw() {

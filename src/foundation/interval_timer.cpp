@@ -1,10 +1,15 @@
 #include "korvane/interval_timer.h"
 
 #include <algorithm>
+#include <atomic>
+#include <cassert>
 #include <cmath>
 #include <limits>
+#include <thread>
+#include <utility>
 
 #include "foundation/interval_timer_impl.h"
+#include "foundation/out_of_memory.h"
 #include "korvane/platform.h"
 
 namespace Korvane {
@@ -23,6 +28,21 @@ void IntervalTimer::Stop() {
 
 bool IntervalTimer::IsRunning() const { return impl != nullptr && impl->IsRunning(); }
 
+#ifndef NDEBUG
+namespace {
+
+// Whether this is the thread of the timers that run.
+bool IsOnThreadOfTimers(const std::map<std::uint64_t, IntervalTimerImpl*>& timers) {
+  static std::atomic<std::thread::id> thread;
+  const bool anyRuns =
+      std::any_of(timers.begin(), timers.end(), [](const auto& each) { return each.second != nullptr; });
+  if (!anyRuns) thread = std::this_thread::get_id();
+  return thread == std::this_thread::get_id();
+}
+
+}  // namespace
+#endif
+
 // Never destroyed: a timer that outlives the end of main still finds it.
 std::map<std::uint64_t, IntervalTimerImpl*>& IntervalTimerImpl::Timers() {
   static auto* timers = new std::map<std::uint64_t, IntervalTimerImpl*>;
@@ -36,10 +56,16 @@ bool IntervalTimerImpl::Start(double seconds, bool repeatedly) {
   if (!std::isfinite(milliseconds) || seconds < 0.0) return false;
   const double longest = std::numeric_limits<std::uint32_t>::max();
   const auto period = static_cast<std::uint32_t>(std::min(milliseconds, longest));
+  assert(IsOnThreadOfTimers(Timers()) && "timers belong to one thread");
   timerID = GetPlatform().SetTimer(period, &TimerProc);
   if (timerID == 0) return false;
-  Timers()[timerID] = this;
-  return true;
+  const bool noted = OrFail([this] {
+    Timers()[timerID] = this;
+    return true;
+  });
+  if (noted) return true;
+  GetPlatform().KillTimer(std::exchange(timerID, 0));
+  return false;
 }
 
 void IntervalTimerImpl::Stop() {
@@ -56,7 +82,7 @@ void IntervalTimerImpl::CallTimeout() {
 // The timer may be destroyed in its own Timeout: nothing of it is touched after the call.
 void IntervalTimerImpl::TimerProc(void* /*window*/, unsigned /*message*/, std::uint64_t timerID,
                                   std::uint32_t /*time*/) {
-  IntervalTimerImpl* const timer = Timers()[timerID];
+  IntervalTimerImpl* const timer = OrFail([timerID] { return Timers()[timerID]; });
   if (timer == nullptr) return;
   if (!timer->repeat) timer->Stop();
   timer->CallTimeout();

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "camera/view_size.h"
+#include "foundation/out_of_memory.h"
 #include "korvane/camera_parameters.h"
 
 namespace Korvane {
@@ -18,9 +19,8 @@ Renderer::~Renderer() = default;
 
 void Renderer::IncrementTextureUsage(TextureID id) {
   if (id == TEXTURE_NONE) return;
-  const auto [usage, isNew] = textureUsage.try_emplace(id, 0);
-  ++usage->second;
-  if (isNew) textureLoaded[id] = false;
+  textureLoaded.try_emplace(id, false);
+  ++textureUsage.try_emplace(id, 0).first->second;
 }
 
 void Renderer::DecrementTextureUsage(TextureID id) {
@@ -108,10 +108,13 @@ DynamicIcon2D* Renderer::GetStringTexture(StringID id) {
   const CreateIcon create = FindStringIconCreator(id);
   DynamicIcon2D* icon = create != nullptr ? (this->*create)(text.c_str()) : nullptr;
   if (icon == nullptr) return nullptr;
-  ++stringUsage[id];
-  const auto [entry, isFirst] = stringTextures.try_emplace(id, icon);
-  DynamicIcon2D* const shared = entry->second;
-  if (!isFirst) DestroyIcon(icon);  // somebody has asked for the text while it was being made
+  DynamicIcon2D* const shared = OrFail([&] {
+    std::uint64_t& usage = stringUsage[id];
+    DynamicIcon2D* const held = stringTextures.try_emplace(id, icon).first->second;
+    ++usage;
+    return held;
+  });
+  if (icon != shared) DestroyIcon(icon);  // somebody has asked for the text while it was being made
   return shared;
 }
 

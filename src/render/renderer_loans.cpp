@@ -1,5 +1,7 @@
 #include "korvane/renderer_loans.h"
 
+#include "render/texture_counts.h"
+
 namespace Korvane {
 
 DynamicIcon2D* StringLoan::Take(Renderer* renderer, StringID id) {
@@ -36,23 +38,20 @@ void TextureLoan::Take(Renderer* renderer) {
 
 void TextureLoan::Want(Renderer* renderer) {
   if (lender.Get() == renderer) return;
-  Count(false);
-  lender.Set(renderer);
-  Count(true);
+  CountDown();
+  lender.Set(renderer != nullptr && CountTexturesUp(*renderer, ids) ? renderer : nullptr);
 }
 
 void TextureLoan::GiveBack() {
   Renderer* const held = lender.Get();
   if (held == nullptr) return;
-  Count(false);
+  CountDown();
   lender.Set(nullptr);
   held->ApplyTextureUsage();
 }
 
-void TextureLoan::Count(bool wanted) {
-  Renderer* const held = lender.Get();
-  if (held == nullptr) return;
-  for (const TextureID id : ids) held->WantTexture(id, wanted);
+void TextureLoan::CountDown() {
+  if (Renderer* const held = lender.Get()) CountTexturesDown(*held, ids);
 }
 
 }  // namespace Korvane

@@ -1,8 +1,8 @@
 // The BeginShot forms of the hub: one for each kind of shot. They stand here because they know the classes.
 #include <algorithm>
 #include <cmath>
-#include <new>
 
+#include "foundation/out_of_memory.h"
 #include "korvane/camera_operations.h"
 #include "shots/center_shot.h"
 #include "shots/closest_view_align_shot.h"
@@ -72,7 +72,8 @@ bool IsValid(const TrackShotParameters& p) { return AreFinite(p.duration, p.dist
 
 template <class ConcreteShot, class Parameters>
 Shot* MakeShot(const Parameters& parameters) {
-  return IsValid(parameters) ? new (std::nothrow) ConcreteShot(parameters) : nullptr;
+  if (!IsValid(parameters)) return nullptr;
+  return OrFail([&] { return static_cast<Shot*>(new ConcreteShot(parameters)); });
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "foundation/out_of_memory.h"
 #include "story/storyboard_parts.h"
 
 namespace Korvane {
@@ -84,25 +85,27 @@ bool Storyboard::Destroy() {
 }
 
 void Storyboard::TakePictures() {
-  const Staying now(parts);
-  const Borrowed<Renderer> renderer(now->partners.renderer.Get());
-  now->GiveMessagesBack();
-  if (now) now->pictures.SetRenderer(renderer.Get());
-  if (!now || renderer.Get() == nullptr) return;
-  const auto isWanted = [&] {
-    return now && now->life.created && renderer.Get() != nullptr &&
-           renderer.Get() == now->partners.renderer.Get();
-  };
-  now->walk.beginMessage.Take(*renderer.Get(), STRING_RECORD_WALK);
-  if (isWanted()) now->walk.upDownMessage.Take(*renderer.Get(), STRING_WALK);
-  if (!isWanted()) return;
-  if (now->walk.recorder != nullptr) now->LendMessages(*now->walk.recorder);
-  for (int i = 0; i < STORY_MESSAGE_COUNT; ++i) {
-    std::wstring text = renderer.Get()->LoadStringResource(STRING_STORY_PLAY + i);
+  OrFail([&] {
+    const Staying now(parts);
+    const Borrowed<Renderer> renderer(now->partners.renderer.Get());
+    now->GiveMessagesBack();
+    if (now) now->pictures.SetRenderer(renderer.Get());
+    if (!now || renderer.Get() == nullptr) return;
+    const auto isWanted = [&] {
+      return now && now->life.created && renderer.Get() != nullptr &&
+             renderer.Get() == now->partners.renderer.Get();
+    };
+    now->walk.beginMessage.Take(*renderer.Get(), STRING_RECORD_WALK);
+    if (isWanted()) now->walk.upDownMessage.Take(*renderer.Get(), STRING_WALK);
     if (!isWanted()) return;
-    now->messages[i] = std::move(text);
-  }
-  if (now->life.visible) now->textures.Take(renderer.Get());
+    if (now->walk.recorder != nullptr) now->LendMessages(*now->walk.recorder);
+    for (int i = 0; i < STORY_MESSAGE_COUNT; ++i) {
+      std::wstring text = renderer.Get()->LoadStringResource(STRING_STORY_PLAY + i);
+      if (!isWanted()) return;
+      now->messages[i] = std::move(text);
+    }
+    if (now->life.visible) now->textures.Take(renderer.Get());
+  });
 }
 
 void Storyboard::GivePicturesBack() {
@@ -117,26 +120,28 @@ void Storyboard::GivePicturesBack() {
 bool Storyboard::IsVisible() const { return parts->life.visible; }
 
 void Storyboard::SetVisible(bool value) {
-  const Staying now(parts);
-  now->life.visible = value;
-  if (!value) now->ForgetPress();
-  now->Refresh();
-  now->RequestUpdate();
-  if (now && !value) CloseShotEditor();
-  if (!now) return;
-  now.TellObservers([&](StoryboardObserver& each) {
-    if (value) {
-      each.OnOpened(now->life.mode);
+  OrFail([&] {
+    const Staying now(parts);
+    now->life.visible = value;
+    if (!value) now->ForgetPress();
+    now->Refresh();
+    now->RequestUpdate();
+    if (now && !value) CloseShotEditor();
+    if (!now) return;
+    now.TellObservers([&](StoryboardObserver& each) {
+      if (value) {
+        each.OnOpened(now->life.mode);
+      } else {
+        each.OnClosed();
+      }
+    });
+    if (!now) return;
+    if (now->life.visible) {
+      now->textures.Take(now->partners.renderer.Get());
     } else {
-      each.OnClosed();
+      now->textures.GiveBack();
     }
   });
-  if (!now) return;
-  if (now->life.visible) {
-    now->textures.Take(now->partners.renderer.Get());
-  } else {
-    now->textures.GiveBack();
-  }
 }
 
 Storyboard::Mode Storyboard::GetMode() const { return parts->life.mode; }
@@ -227,7 +232,9 @@ void Storyboard::SetStory(Story* value) {
   RebuildDisplayElements();
 }
 
-void Storyboard::ResetToEmptyStory() { SetStory(new Story); }
+void Storyboard::ResetToEmptyStory() {
+  SetStory(OrFail([] { return new Story; }));
+}
 
 // The story goes last: who is told of the end of its pictures may still ask for it.
 void Storyboard::ClearAll() {
@@ -276,13 +283,15 @@ Sequence* Storyboard::GetSelectedSequence() const {
 }
 
 bool Storyboard::SetSelectedSequence(Sequence* sequence) {
-  const Story* const story = GetStory();
-  if (sequence != nullptr && (story == nullptr || !story->ContainsSequence(sequence))) return false;
-  const Staying now(parts);
-  now->slides.SelectSequence(sequence);
-  now->slides.shotScrollOffset = 0;
-  Update();
-  return true;
+  return OrFail([&] {
+    const Story* const story = GetStory();
+    if (sequence != nullptr && (story == nullptr || !story->ContainsSequence(sequence))) return false;
+    const Staying now(parts);
+    now->slides.SelectSequence(sequence);
+    now->slides.shotScrollOffset = 0;
+    Update();
+    return true;
+  });
 }
 
 // ---- pictures ----
@@ -292,26 +301,30 @@ DynamicIcon2D* Storyboard::GetThumbnail(const ShotSpecification* shot) const {
 }
 
 bool Storyboard::RefreshThumbnail(Sequence* sequence, ShotSpecification* shot) {
-  const Staying now(parts);
-  if (shot == nullptr || now->partners.renderer.Get() == nullptr) return false;
-  const Borrowed<ShotSpecification> shown(shot);
-  if (sequence != nullptr && sequence->GetFirstShot() == shot) now->pictures.DropThumbnail(sequence);
-  if (now && shown.Get() != nullptr) now->pictures.MakeThumbnail(*shown.Get());
-  if (now) now->RequestUpdate();
-  return true;
+  return OrFail([&] {
+    const Staying now(parts);
+    if (shot == nullptr || now->partners.renderer.Get() == nullptr) return false;
+    const Borrowed<ShotSpecification> shown(shot);
+    if (sequence != nullptr && sequence->GetFirstShot() == shot) now->pictures.DropThumbnail(sequence);
+    if (now && shown.Get() != nullptr) now->pictures.MakeThumbnail(*shown.Get());
+    if (now) now->RequestUpdate();
+    return true;
+  });
 }
 
 // ---- the editor ----
 
 bool Storyboard::EditShot(ShotSpecification* shot) {
-  const Staying now(parts);
-  Sequence* const sequence = GetSequenceForShot(shot);
-  ShotEditor* const editor = now->partners.editor.Get();
-  if (!now->IsEditing() || sequence == nullptr || editor == nullptr) return false;
-  now->slides.SelectShot(*sequence, shot);
-  editor->SetShot(sequence, shot);
-  ShotEditor* const opened = now->partners.editor.Get();
-  return opened != nullptr && opened->Show();
+  return OrFail([&] {
+    const Staying now(parts);
+    Sequence* const sequence = GetSequenceForShot(shot);
+    ShotEditor* const editor = now->partners.editor.Get();
+    if (!now->IsEditing() || sequence == nullptr || editor == nullptr) return false;
+    now->slides.SelectShot(*sequence, shot);
+    editor->SetShot(sequence, shot);
+    ShotEditor* const opened = now->partners.editor.Get();
+    return opened != nullptr && opened->Show();
+  });
 }
 
 void Storyboard::CloseShotEditor() {

@@ -36,7 +36,9 @@ struct SequencesOfStory {
     return list.GetIndexOfSequence(each);
   }
   static Element* At(const List& list, std::uint64_t index) { return list.GetSequence(index); }
-  static void Insert(List& list, std::uint64_t index, Element* each) { list.InsertSequence(index, each); }
+  static bool Insert(List& list, std::uint64_t index, Element* each) {
+    return list.InsertSequence(index, each) != List::NOT_THERE;
+  }
   static Element* Remove(List& list, const Element* each) { return list.RemoveSequence(each); }
   static void Move(List& list, Element* each, const Element* next) { list.MoveSequence(each, next); }
   /// What the editor opens on when one is added: its shot, where it has but one.
@@ -49,7 +51,9 @@ struct ShotsOfSequence {
   using Element = ShotSpecification;
   static std::uint64_t IndexOf(const List& list, const Element* each) { return list.GetIndexOfShot(each); }
   static Element* At(const List& list, std::uint64_t index) { return list.GetShot(index); }
-  static void Insert(List& list, std::uint64_t index, Element* each) { list.InsertShot(index, each); }
+  static bool Insert(List& list, std::uint64_t index, Element* each) {
+    return list.InsertShot(index, each) != List::NOT_THERE;
+  }
   static Element* Remove(List& list, const Element* each) { return list.RemoveShot(each); }
   static void Move(List& list, Element* each, const Element* next) { list.MoveShot(each, next); }
   static ShotSpecification* ShotToEdit(Element* added) { return added; }
@@ -77,7 +81,8 @@ class ElementEdit {
   }
   /// Only what it has taken out itself: all else is someone else's.
   void PutBack(std::uint64_t index) {
-    if (list.Get() != nullptr && held != nullptr) Kind::Insert(*list.Get(), index, held.release());
+    if (list.Get() != nullptr && held != nullptr && Kind::Insert(*list.Get(), index, held.get()))
+      held.release();
   }
   void Remove() {
     if (list.Get() == nullptr) return;

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "camera/host_camera.h"
+#include "foundation/out_of_memory.h"
 #include "story/object_names.h"
 #include "story/storyboard_commands.h"
 #include "story/storyboard_parts.h"
@@ -120,101 +121,112 @@ bool Storyboard::ResetShotToDefaults(ShotSpecification* shot) {
 // ---- new ones ----
 
 ShotSpecification* Storyboard::CreateShot(Sequence* sequence) {
-  const Staying now(parts);
-  const CameraOperations* const hub = now->partners.hub.Get();
-  if (!now->IsEditing() || sequence == nullptr || hub == nullptr) return nullptr;
-  if (now->partners.editor.Get() == nullptr) return nullptr;
-  const Borrowed<Sequence> into(sequence);
-  CameraParameters camera = QueryCamera(*hub);
-  camera.perspective_with_ortho = false;
-  auto created = std::make_unique<ShotSpecification>(camera);
-  created->SetShotType(camera.IsOrthographic() ? ShotSpecification::SHOT_PAN_ZOOM
-                                               : ShotSpecification::SHOT_ZOOM_IN);
-  ResetShotToDefaults(created.get());
-  const std::wstring format = LoadNameFormat(now->partners.renderer.Get(), STRING_SHOT_NAME, L"Shot #%d");
-  if (!now || into.Get() == nullptr) return nullptr;
-  created->SetName(
-      FindFreeName(format, [&](const std::wstring& name) { return into.Get()->FindShot(name) != nullptr; }));
-  now->pictures.MakeThumbnail(*created);
-  now->pictures.MakeLabel(*created);
-  if (!now || into.Get() == nullptr) return nullptr;
-  const Borrowed<ShotSpecification> shot(created.get());
-  into.Get()->AddShot(created.release());
-  now->slides.SelectShot(*into.Get(), shot.Get());
-  RebuildDisplayElements();
-  OpenNewShot(*this, now, into, shot);
-  return shot.Get();
+  return OrFail([&]() -> ShotSpecification* {
+    const Staying now(parts);
+    const CameraOperations* const hub = now->partners.hub.Get();
+    if (!now->IsEditing() || sequence == nullptr || hub == nullptr) return nullptr;
+    if (now->partners.editor.Get() == nullptr) return nullptr;
+    const Borrowed<Sequence> into(sequence);
+    CameraParameters camera = QueryCamera(*hub);
+    camera.perspective_with_ortho = false;
+    auto created = std::make_unique<ShotSpecification>(camera);
+    created->SetShotType(camera.IsOrthographic() ? ShotSpecification::SHOT_PAN_ZOOM
+                                                 : ShotSpecification::SHOT_ZOOM_IN);
+    ResetShotToDefaults(created.get());
+    const std::wstring format = LoadNameFormat(now->partners.renderer.Get(), STRING_SHOT_NAME, L"Shot #%d");
+    if (!now || into.Get() == nullptr) return nullptr;
+    created->SetName(FindFreeName(
+        format, [&](const std::wstring& name) { return into.Get()->FindShot(name) != nullptr; }));
+    now->pictures.MakeThumbnail(*created);
+    now->pictures.MakeLabel(*created);
+    if (!now || into.Get() == nullptr) return nullptr;
+    const Borrowed<ShotSpecification> shot(created.get());
+    if (into.Get()->AddShot(created.get()) == Sequence::NOT_THERE) return nullptr;
+    created.release();
+    now->slides.SelectShot(*into.Get(), shot.Get());
+    RebuildDisplayElements();
+    OpenNewShot(*this, now, into, shot);
+    return shot.Get();
+  });
 }
 
 Sequence* Storyboard::CreateSequence() {
-  const Staying now(parts);
-  const bool refused = !now->IsEditing() || now->story == nullptr || now->partners.hub.Get() == nullptr ||
-                       now->partners.editor.Get() == nullptr;
-  if (refused) return nullptr;
-  const std::wstring format =
-      LoadNameFormat(now->partners.renderer.Get(), STRING_SEQUENCE_NAME, L"Sequence #%d");
-  if (!now || now->story == nullptr) return nullptr;
-  const Borrowed<Story> story(now->story.get());
-  auto* const created = new Sequence;
-  const Borrowed<Sequence> sequence(created);
-  created->SetName(FindFreeName(
-      format, [&](const std::wstring& name) { return story.Get()->FindSequence(name) != nullptr; }));
-  story.Get()->AddSequence(created);
-  SetSelectedSequence(created);
-  const bool filled = now && CreateShot(sequence.Get()) != nullptr;
-  if (!filled && story.Get() != nullptr && sequence.Get() != nullptr && sequence.Get()->IsEmpty()) {
-    story.Get()->DeleteSequence(sequence.Get());
-  }
-  return sequence.Get();
+  return OrFail([&]() -> Sequence* {
+    const Staying now(parts);
+    const bool refused = !now->IsEditing() || now->story == nullptr || now->partners.hub.Get() == nullptr ||
+                         now->partners.editor.Get() == nullptr;
+    if (refused) return nullptr;
+    const std::wstring format =
+        LoadNameFormat(now->partners.renderer.Get(), STRING_SEQUENCE_NAME, L"Sequence #%d");
+    if (!now || now->story == nullptr) return nullptr;
+    const Borrowed<Story> story(now->story.get());
+    auto created = std::make_unique<Sequence>();
+    const Borrowed<Sequence> sequence(created.get());
+    created->SetName(FindFreeName(
+        format, [&](const std::wstring& name) { return story.Get()->FindSequence(name) != nullptr; }));
+    if (story.Get()->AddSequence(created.get()) == Story::NOT_THERE) return nullptr;
+    SetSelectedSequence(created.release());
+    const bool filled = now && CreateShot(sequence.Get()) != nullptr;
+    if (!filled && story.Get() != nullptr && sequence.Get() != nullptr && sequence.Get()->IsEmpty()) {
+      story.Get()->DeleteSequence(sequence.Get());
+    }
+    return sequence.Get();
+  });
 }
 
 // ---- deleting and moving ----
 
 bool Storyboard::DeleteShot(ShotSpecification* shot) {
-  const Staying now(parts);
-  if (!now->IsEditing() || GetSequenceForShot(shot) == nullptr) return false;
-  const Borrowed<ShotSpecification> deleted(shot);
-  StopPlayback();
-  if (now) CancelRecordWalk();
-  if (now && deleted.Get() != nullptr && GetShotInShotEditor() == deleted.Get()) CloseShotEditor();
-  Sequence* const sequence = now ? GetSequenceForShot(deleted.Get()) : nullptr;
-  if (sequence == nullptr) return false;
-  if (now->slides.GetSelectedShot(sequence) == shot) now->slides.SelectShot(*sequence, nullptr);
-  if (sequence->GetFirstShot() == shot) now->pictures.DropThumbnail(sequence);
-  if (!now || GetSequenceForShot(deleted.Get()) != sequence) return false;
-  RunDelete(*this, now, *sequence, *deleted.Get());
-  if (now) RebuildDisplayElements();
-  return true;
+  return OrFail([&] {
+    const Staying now(parts);
+    if (!now->IsEditing() || GetSequenceForShot(shot) == nullptr) return false;
+    const Borrowed<ShotSpecification> deleted(shot);
+    StopPlayback();
+    if (now) CancelRecordWalk();
+    if (now && deleted.Get() != nullptr && GetShotInShotEditor() == deleted.Get()) CloseShotEditor();
+    Sequence* const sequence = now ? GetSequenceForShot(deleted.Get()) : nullptr;
+    if (sequence == nullptr) return false;
+    if (now->slides.GetSelectedShot(sequence) == shot) now->slides.SelectShot(*sequence, nullptr);
+    if (sequence->GetFirstShot() == shot) now->pictures.DropThumbnail(sequence);
+    if (!now || GetSequenceForShot(deleted.Get()) != sequence) return false;
+    RunDelete(*this, now, *sequence, *deleted.Get());
+    if (now) RebuildDisplayElements();
+    return true;
+  });
 }
 
 bool Storyboard::MoveShot(ShotSpecification* shot, ShotSpecification* before) {
-  const Staying now(parts);
-  Sequence* const sequence = GetSequenceForShot(shot);
-  if (!now->IsEditing() || sequence == nullptr || before == shot) return false;
-  if (before != nullptr && !sequence->ContainsShot(before)) return false;
-  if (UndoQueue* const queue = now->partners.queue.Get()) {
-    queue->Add(new MoveShotCommand(this, sequence, shot, before), true);
-  } else {
-    sequence->MoveShot(shot, before);
-  }
-  if (now) RebuildDisplayElements();
-  return true;
+  return OrFail([&] {
+    const Staying now(parts);
+    Sequence* const sequence = GetSequenceForShot(shot);
+    if (!now->IsEditing() || sequence == nullptr || before == shot) return false;
+    if (before != nullptr && !sequence->ContainsShot(before)) return false;
+    if (UndoQueue* const queue = now->partners.queue.Get()) {
+      queue->Add(new MoveShotCommand(this, sequence, shot, before), true);
+    } else {
+      sequence->MoveShot(shot, before);
+    }
+    if (now) RebuildDisplayElements();
+    return true;
+  });
 }
 
 bool Storyboard::MoveSequence(Sequence* sequence, Sequence* before) {
-  const Staying now(parts);
-  Story* const story = GetStory();
-  if (!now->IsEditing() || story == nullptr || before == sequence || !story->ContainsSequence(sequence)) {
-    return false;
-  }
-  if (before != nullptr && !story->ContainsSequence(before)) return false;
-  if (UndoQueue* const queue = now->partners.queue.Get()) {
-    queue->Add(new MoveSequenceCommand(this, story, sequence, before), true);
-  } else {
-    story->MoveSequence(sequence, before);
-  }
-  if (now) RebuildDisplayElements();
-  return true;
+  return OrFail([&] {
+    const Staying now(parts);
+    Story* const story = GetStory();
+    if (!now->IsEditing() || story == nullptr || before == sequence || !story->ContainsSequence(sequence)) {
+      return false;
+    }
+    if (before != nullptr && !story->ContainsSequence(before)) return false;
+    if (UndoQueue* const queue = now->partners.queue.Get()) {
+      queue->Add(new MoveSequenceCommand(this, story, sequence, before), true);
+    } else {
+      story->MoveSequence(sequence, before);
+    }
+    if (now) RebuildDisplayElements();
+    return true;
+  });
 }
 
 // ---- a walk into the shot of the editor ----
@@ -228,29 +240,31 @@ bool Storyboard::CanRecordWalk() const {
 }
 
 bool Storyboard::BeginRecordWalk() {
-  const Staying now(parts);
-  if (!CanRecordWalk()) return false;
-  CameraOperations* const hub = now->partners.hub.Get();
-  if (hub == nullptr) return false;
-  // A view that may not switch stays as it is.
-  if (QueryCamera(*hub).IsOrthographic()) (void)hub->AutoSwitchToPerspectiveProjection();
-  if (!now || !CanRecordWalk()) return false;
-  if (now->partners.hub.Get() == nullptr || IsRecordingWalk()) return false;  // by the host, who was asked
-  const auto recorder = std::make_shared<WalkRecorder>();
-  recorder->SetKorvane(now->partners.hub.Get());
-  recorder->SetRenderer(now->partners.renderer.Get());
-  recorder->SetRewindHistory(now->partners.history.Get());
-  recorder->SetStoryboard(this);
-  recorder->SetViewportSize(now->room.viewportWidth, now->room.viewportHeight);
-  now->LendMessages(*recorder);
-  recorder->SetReleaseEndsHeight(now->life.releaseEndsHeight);
-  now->walk.recorder = recorder;
-  now->ForgetPress();
-  now->mouse.inRegion = false;
-  now->tooltip.clear();
-  if (ShotEditor* const editor = now->partners.editor.Get()) editor->SetRecordingState(true);
-  if (now) now->RequestUpdate();
-  return true;
+  return OrFail([&] {
+    const Staying now(parts);
+    if (!CanRecordWalk()) return false;
+    CameraOperations* const hub = now->partners.hub.Get();
+    if (hub == nullptr) return false;
+    // A view that may not switch stays as it is.
+    if (QueryCamera(*hub).IsOrthographic()) (void)hub->AutoSwitchToPerspectiveProjection();
+    if (!now || !CanRecordWalk()) return false;
+    if (now->partners.hub.Get() == nullptr || IsRecordingWalk()) return false;  // by the host, who was asked
+    const auto recorder = std::make_shared<WalkRecorder>();
+    recorder->SetKorvane(now->partners.hub.Get());
+    recorder->SetRenderer(now->partners.renderer.Get());
+    recorder->SetRewindHistory(now->partners.history.Get());
+    recorder->SetStoryboard(this);
+    recorder->SetViewportSize(now->room.viewportWidth, now->room.viewportHeight);
+    now->LendMessages(*recorder);
+    recorder->SetReleaseEndsHeight(now->life.releaseEndsHeight);
+    now->walk.recorder = recorder;
+    now->ForgetPress();
+    now->mouse.inRegion = false;
+    now->tooltip.clear();
+    if (ShotEditor* const editor = now->partners.editor.Get()) editor->SetRecordingState(true);
+    if (now) now->RequestUpdate();
+    return true;
+  });
 }
 
 bool Storyboard::CancelRecordWalk() {
@@ -265,14 +279,16 @@ bool Storyboard::CancelRecordWalk() {
 }
 
 bool Storyboard::WalkRecorded(WalkRecorder* recorder) {
-  const Staying now(parts);
-  if (recorder == nullptr || now->walk.recorder.get() != recorder) return false;
-  const std::shared_ptr<WalkRecorder> done = std::move(now->walk.recorder);
-  StoryboardParts::Dismiss(*done);
-  if (ShotEditor* const editor = now->partners.editor.Get()) editor->SetRecordingState(false);
-  if (ShotEditor* const editor = now->partners.editor.Get()) editor->WalkRecorded(done.get());
-  if (now) now->RequestUpdate();
-  return true;
+  return OrFail([&] {
+    const Staying now(parts);
+    if (recorder == nullptr || now->walk.recorder.get() != recorder) return false;
+    const std::shared_ptr<WalkRecorder> done = std::move(now->walk.recorder);
+    StoryboardParts::Dismiss(*done);
+    if (ShotEditor* const editor = now->partners.editor.Get()) editor->SetRecordingState(false);
+    if (ShotEditor* const editor = now->partners.editor.Get()) editor->WalkRecorded(done.get());
+    if (now) now->RequestUpdate();
+    return true;
+  });
 }
 
 void Storyboard::SetReleaseEndsHeight(bool value) { parts->life.releaseEndsHeight = value; }

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <utility>
 
+#include "foundation/out_of_memory.h"
+
 namespace Korvane {
 
 namespace {
@@ -72,7 +74,17 @@ void StoryboardParts::GiveMessagesBack() {
 
 // ---- the mouse and the slides ----
 
+// Where memory runs out the panel shows no slides, until it does not.
 bool StoryboardParts::Refresh() {
+  try {
+    return RefreshSlides();
+  } catch (const std::bad_alloc&) {
+    slides.Forget();
+    return true;
+  }
+}
+
+bool StoryboardParts::RefreshSlides() {
   const bool dragged = grab.IsDragging();
   PanelSlides::Mouse over;
   over.point = mouse.GetPoint();
@@ -134,6 +146,10 @@ ShotSpecification* GetSubject(const Storyboard::ShotDisplayElement& slide) { ret
 // Whoever makes a picture may change the story: the slides are brought up to date before the next one, and it
 // ends after as many as there are slides.
 bool StoryboardParts::MakePictures() {
+  return OrFail([this] { return MakeEachPicture(); });
+}
+
+bool StoryboardParts::MakeEachPicture() {
   std::size_t left = slides.sequences.size() + slides.shots.size();
   Made made = MakePicture();
   const bool any = made != Made::Nothing;

@@ -121,6 +121,8 @@ struct StoryboardParts {
   Lifeline lifeline;
 
  private:
+  bool RefreshSlides();
+  bool MakeEachPicture();
   bool UpdateMouse();
   StringID FindTooltip() const;
   enum class Made { Nothing, Label, Thumbnail };

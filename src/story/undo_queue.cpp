@@ -3,7 +3,22 @@
 #include <iterator>
 #include <utility>
 
+#include "foundation/out_of_memory.h"
+
 namespace Korvane {
+
+namespace {
+
+// False where memory runs out in it.
+bool Run(UndoCommand& command, void (UndoCommand::*step)(), bool undone) {
+  return OrFail([&] {
+    (command.*step)();
+    command.SetUndone(undone);
+    return true;
+  });
+}
+
+}  // namespace
 
 UndoCommand::UndoCommand() = default;
 UndoCommand::~UndoCommand() = default;
@@ -23,10 +38,10 @@ bool UndoQueue::Undo() {
   const Lifeline::Watch alive(lifeline);
   const std::shared_ptr<UndoCommand> command = commands[--cursor];
   running = true;
-  command->Undo();
-  command->SetUndone(true);
+  const bool done = Run(*command, &UndoCommand::Undo, true);
   if (alive) running = false;
-  return true;
+  if (alive && !done) ++cursor;
+  return done;
 }
 
 bool UndoQueue::Redo() {
@@ -34,24 +49,26 @@ bool UndoQueue::Redo() {
   const Lifeline::Watch alive(lifeline);
   const std::shared_ptr<UndoCommand> command = commands[cursor];
   running = true;
-  command->Redo();
-  command->SetUndone(false);
+  const bool done = Run(*command, &UndoCommand::Redo, false);
   if (alive) running = false;
-  if (alive && CanRedo() && commands[cursor] == command) ++cursor;
-  return true;
+  if (alive && done && CanRedo() && commands[cursor] == command) ++cursor;
+  return done;
 }
 
 void UndoQueue::Add(UndoCommand* command, bool run) {
   if (command == nullptr) return;
-  const std::shared_ptr<UndoCommand> added(command);
   const Lifeline::Watch alive(lifeline);
-  while (alive && CanRedo()) DropFrom(cursor);
-  if (!alive) return;
-  commands.push_back(added);
+  const std::shared_ptr<UndoCommand> added = OrFail([&] {
+    std::shared_ptr<UndoCommand> owned(command);
+    while (alive && CanRedo()) DropFrom(cursor);
+    if (alive) commands.push_back(owned);
+    return owned;
+  });
+  if (added == nullptr || !alive) return;
   cursor = commands.size();
   if (!run) return;
   const bool before = std::exchange(running, true);
-  added->Do();
+  OrFail([&] { added->Do(); });
   if (alive) running = before;
 }
 
@@ -59,9 +76,14 @@ void UndoQueue::Clear() { DropFrom(0); }
 
 // The end of a command may call out, which then finds the queue without it.
 void UndoQueue::DropFrom(std::size_t place) {
-  Commands dropped(std::make_move_iterator(commands.begin() + static_cast<std::ptrdiff_t>(place)),
+  Commands dropped;
+  if (place == 0) {
+    dropped.swap(commands);
+  } else {
+    dropped.assign(std::make_move_iterator(commands.begin() + static_cast<std::ptrdiff_t>(place)),
                    std::make_move_iterator(commands.end()));
-  commands.resize(place);
+    commands.resize(place);
+  }
   cursor = place;
 }
 

@@ -7,6 +7,7 @@
 #include "camera/height_operation.h"
 #include "camera/host_camera.h"
 #include "camera/pixels.h"
+#include "foundation/out_of_memory.h"
 #include "korvane/camera_operations.h"
 #include "korvane/renderer.h"
 #include "korvane/storyboard.h"
@@ -163,8 +164,12 @@ void WalkRecorder::CancelRecording() {
 void WalkRecorder::OnBeginOperation(OperationType /*type*/, const CameraParameters& /*camera*/) {}
 
 void WalkRecorder::OnPerformOperation(OperationType /*type*/, double dt, const CameraParameters& camera) {
-  deltaTimes.push_back(dt);
-  cameras.push_back(AsWalked(camera));
+  const bool kept = OrFail([&] {
+    deltaTimes.reserve(deltaTimes.capacity() > deltaTimes.size() ? 0 : 2 * deltaTimes.size() + 1);
+    cameras.push_back(AsWalked(camera));
+    return true;
+  });
+  if (kept) deltaTimes.push_back(dt);
 }
 
 void WalkRecorder::OnEndOperation(OperationType /*type*/) { SetCursor(CURSOR_ARROW); }

@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "foundation/out_of_memory.h"
 #include "korvane/helm_disc.h"
 #include "toolbar/navigation_bar_parts.h"
 
@@ -92,24 +93,26 @@ Lifeline& NavigationBar::GetLifeline() { return parts->lifeline; }
 // Whoever is asked for the items of the host may let go of the bar; so may whoever is told of a toolbar that
 // was not new.
 bool NavigationBar::Create() {
-  const Staying now(parts);
-  const bool canDraw = now->partners.hub.Get() != nullptr && now->partners.renderer.Get() != nullptr;
-  if (now->toolbar != nullptr || !canDraw) return false;
-  now->toolbar.reset(InstantiateToolbar());
-  const Borrowed<Toolbar> toolbar(now->toolbar.get());
-  const auto goesOn = [&] { return now && toolbar.Get() != nullptr; };
-  for (const Gift give : GIFTS) {
-    if (goesOn()) give(*parts, *toolbar.Get());
-  }
-  if (goesOn()) PopulateItems();
-  const bool result = goesOn() && toolbar.Get()->Create();
-  if (!goesOn()) return false;
-  if (result) {
-    now->toolbarObserver = std::make_unique<NavigationBarToolbarObserver>(toolbar.Get(), this);
-    toolbar.Get()->AddObserver(now->toolbarObserver.get());
-  }
-  toolbar.Get()->SetWantAnimation(true);
-  return result;
+  return OrFail([&] {
+    const Staying now(parts);
+    const bool canDraw = now->partners.hub.Get() != nullptr && now->partners.renderer.Get() != nullptr;
+    if (now->toolbar != nullptr || !canDraw) return false;
+    now->toolbar.reset(InstantiateToolbar());
+    const Borrowed<Toolbar> toolbar(now->toolbar.get());
+    const auto goesOn = [&] { return now && toolbar.Get() != nullptr; };
+    for (const Gift give : GIFTS) {
+      if (goesOn()) give(*parts, *toolbar.Get());
+    }
+    if (goesOn()) PopulateItems();
+    const bool result = goesOn() && toolbar.Get()->Create();
+    if (!goesOn()) return false;
+    if (result) {
+      now->toolbarObserver = std::make_unique<NavigationBarToolbarObserver>(toolbar.Get(), this);
+      toolbar.Get()->AddObserver(now->toolbarObserver.get());
+    }
+    toolbar.Get()->SetWantAnimation(true);
+    return result;
+  });
 }
 
 Toolbar* NavigationBar::InstantiateToolbar() { return std::make_unique<Toolbar>().release(); }

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "foundation/out_of_memory.h"
 #include "korvane/math.h"
 #include "korvane/toolbar.h"
 
@@ -12,7 +13,8 @@ namespace {
 // A chain that moves is made anew: what it was to do is forgotten.
 void Jump(ChangingInTimeValueChain& chain, double target) {
   if (chain.IsChangingInTime()) chain = ChangingInTimeValueChain();
-  if (chain.GetCount() == 0 || chain.GetValue() != target) chain.SetValue(target);
+  if (chain.GetCount() != 0 && chain.GetValue() == target) return;
+  OrFail([&] { chain.SetValue(target); });
 }
 
 // Whether a way begins.
@@ -33,11 +35,13 @@ void Stop(ChangingInTimeValueChain& chain) {
 
 // Read at once, so that a chain that is to stop has begun.
 void BeginWay(ChangingInTimeValueChain& chain, double from, double target, double seconds) {
-  ChangingInTimeValueChain way;
-  way.Add(ChangingInTimeValue(from, target, seconds, INTERPOLATION_EASED));
-  chain = way;
-  chain.Start();
-  chain.GetValue();
+  OrFail([&] {
+    ChangingInTimeValueChain way;
+    way.Add(ChangingInTimeValue(from, target, seconds, INTERPOLATION_EASED));
+    chain = way;
+    chain.Start();
+    chain.GetValue();
+  });
 }
 
 void StripMotion::SetCenter(const Vector2& center) {

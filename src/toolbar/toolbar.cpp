@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "foundation/out_of_memory.h"
 #include "toolbar/toolbar_parts.h"
 
 namespace Korvane {
@@ -52,12 +53,14 @@ Toolbar::~Toolbar() {
 Lifeline& Toolbar::GetLifeline() { return parts->lifeline; }
 
 bool Toolbar::Create() {
-  if (parts->life.created) return true;
-  const Staying now(parts);
-  now->life.created = true;
-  now->UpdateTextures(true);
-  if (now) PostRefresh();
-  return true;
+  return OrFail([&] {
+    if (parts->life.created) return true;
+    const Staying now(parts);
+    now->life.created = true;
+    now->UpdateTextures(true);
+    if (now) PostRefresh();
+    return true;
+  });
 }
 
 bool Toolbar::Destroy() {
@@ -72,11 +75,13 @@ bool Toolbar::Destroy() {
 }
 
 void Toolbar::ApplyItemChanges() {
-  const Staying now(parts);
-  if (!now->life.created) return;
-  now->motion.wantSize = now->motion.HasExtent();
-  now->UpdateTextures(true);
-  if (now) PostRefresh();
+  OrFail([&] {
+    const Staying now(parts);
+    if (!now->life.created) return;
+    now->motion.wantSize = now->motion.HasExtent();
+    now->UpdateTextures(true);
+    if (now) PostRefresh();
+  });
 }
 
 void Toolbar::PostRefresh() {
@@ -216,11 +221,13 @@ const ChangingInTimeBox2& Toolbar::GetToolbarBounds() const { return parts->moti
 // ---- layout ----
 
 void Toolbar::Refresh() {
-  const Staying now(parts);
-  now->life.refreshPending = false;
-  if (!now->life.created) return;
-  RecalculateLayout();
-  if (now) now->Update();
+  OrFail([&] {
+    const Staying now(parts);
+    now->life.refreshPending = false;
+    if (!now->life.created) return;
+    RecalculateLayout();
+    if (now) now->Update();
+  });
 }
 
 void Toolbar::RecalculateLayout() {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "foundation/out_of_memory.h"
+
 namespace Korvane {
 
 namespace {
@@ -152,10 +154,12 @@ double ToolbarParts::GetOpacityFromMouse() const {
 }
 
 void ToolbarParts::UpdateTooltip() {
-  static const std::wstring none;
-  const bool shown = !mouse.pressed && mouse.overItem && mouse.overIndex < items.GetCount();
-  const std::wstring& text = shown ? items.GetAt(mouse.overIndex).GetTooltip() : none;
-  if (mouse.tooltip != text) mouse.tooltip = text;
+  OrFail([&] {
+    static const std::wstring none;
+    const bool shown = !mouse.pressed && mouse.overItem && mouse.overIndex < items.GetCount();
+    const std::wstring& text = shown ? items.GetAt(mouse.overIndex).GetTooltip() : none;
+    if (mouse.tooltip != text) mouse.tooltip = text;
+  });
 }
 
 std::shared_ptr<ToolbarItem> ToolbarParts::FindClicked() const {

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "camera/host_camera.h"
+#include "foundation/out_of_memory.h"
 #include "interaction/view_manager/view_manager_doors.h"
 #include "interaction/view_manager/view_manager_observers.h"
 #include "korvane/rewind_history.h"
@@ -15,6 +16,15 @@ namespace Korvane {
 
 namespace {
 
+// False where there is no memory for it.
+template <class Observer, class Subject>
+bool Watch(std::unique_ptr<Observer>& observer, Subject* subject, ViewManager* owner) {
+  if (subject == nullptr || observer != nullptr) return true;
+  observer = OrFail([&] { return std::make_unique<Observer>(subject, owner); });
+  if (observer != nullptr && !subject->AddObserver(observer.get())) observer.reset();
+  return observer != nullptr;
+}
+
 // Takes the observer off the old subject, if any, and puts a new one on the new.
 template <class Observer, class Subject>
 void ChangeSubject(std::unique_ptr<Observer>& observer, Subject*& subject, Subject* value,
@@ -22,9 +32,7 @@ void ChangeSubject(std::unique_ptr<Observer>& observer, Subject*& subject, Subje
   if (subject != nullptr && observer != nullptr) subject->RemoveObserver(observer.get());
   observer.reset();
   subject = value;
-  if (subject == nullptr) return;
-  observer = std::make_unique<Observer>(subject, owner);
-  subject->AddObserver(observer.get());
+  Watch(observer, subject, owner);
 }
 
 }  // namespace
@@ -68,9 +76,28 @@ void ViewManager::ChangeHelmDisc(HelmDisc* disc) {
   if (historyGoes) Doors::TakeBall<&ViewManager::helmDisc>(*this);
   while (navigation.orbitTool != nullptr) DropMouseNavigation();
   ChangeSubject(helmDiscObserver, helmDisc, disc, this);
-  navigation.orbitTool = disc != nullptr ? std::make_unique<OrbitTool>() : nullptr;
-  navigation.panTool = disc != nullptr ? std::make_unique<PanTool>() : nullptr;
-  navigation.zoomTool = disc != nullptr ? std::make_unique<MouseWheelZoomTool>() : nullptr;
+  MakeMouseNavigation();
+}
+
+// All three or none; none where there is no memory for them.
+bool ViewManager::MakeMouseNavigation() {
+  if (helmDisc == nullptr || navigation.orbitTool != nullptr) return true;
+  return OrFail([this] {
+    auto orbit = std::make_unique<OrbitTool>();
+    auto pan = std::make_unique<PanTool>();
+    navigation.zoomTool = std::make_unique<MouseWheelZoomTool>();
+    navigation.panTool = std::move(pan);
+    navigation.orbitTool = std::move(orbit);
+    return true;
+  });
+}
+
+// What the setters of the collaborators had no memory for.
+bool ViewManager::WatchCollaborators() {
+  const bool watching = Watch(helmDiscObserver, helmDisc, this) &&
+                        Watch(storyboardObserver, storyboard, this) &&
+                        Watch(orientorObserver, orientor, this);
+  return watching && MakeMouseNavigation();
 }
 
 void ViewManager::SetStoryboard(Storyboard* panel) {
@@ -102,8 +129,7 @@ void ViewManager::HandHistoryOn() {
 bool ViewManager::AddToolbar(Toolbar* toolbar) {
   if (toolbar == nullptr) return false;
   toolbars.Remove(toolbar);
-  toolbars.Add(toolbar);
-  return true;
+  return toolbars.Add(toolbar);
 }
 
 bool ViewManager::RemoveToolbar(Toolbar* toolbar) {
@@ -122,7 +148,7 @@ bool ViewManager::AddTool(int id, Tool* tool) {
   if (id == 0 || tool == nullptr || tools.count(id) != 0) return false;
   const auto isTool = [tool](const auto& entry) { return entry.second.get() == tool; };
   if (std::any_of(tools.begin(), tools.end(), isTool)) return false;
-  tools.emplace(id, tool);
+  if (!OrFail([&] { return tools.emplace(id, tool).second; })) return false;
   Doors::GiveTool<Doors::Hub, Doors::Pictures, Doors::History, Doors::Pivot>(*this, id);
   return true;
 }

@@ -5,6 +5,7 @@
 #include <type_traits>
 
 #include "camera/pixels.h"
+#include "foundation/out_of_memory.h"
 #include "korvane/cam3d_controller.h"
 #include "korvane/camera_operations.h"
 #include "korvane/helm_disc.h"
@@ -66,7 +67,7 @@ struct ViewManager::Doors {
     const CallOut calling(owner);
     for (const Door& door : doors) {
       if (owner.cleanScreen && door.cleanScreen == CleanScreen::Hides) continue;
-      if (door.offer(owner, event)) return true;
+      if (OrFail([&] { return door.offer(owner, event); })) return true;
     }
     return false;
   }

@@ -28,7 +28,7 @@ void ViewManager::OnDrawOverlay() {
   const Borrowed<Renderer> queuing(renderer);  // may be taken away, or changed, within the frame
   if (renderer != nullptr) renderer->QueueSetCursorID(true);
   for (const Drawing& widget : WIDGETS) {
-    if (!cleanScreen || widget.cleanScreen == CleanScreen::Stays) widget.draw(*this);
+    if (!cleanScreen || widget.cleanScreen == CleanScreen::Stays) OrFail([&] { widget.draw(*this); });
   }
   if (Renderer* const open = queuing.Get()) CloseCursorQueue(*open);
 }

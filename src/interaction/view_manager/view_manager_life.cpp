@@ -3,6 +3,7 @@
 #include <initializer_list>
 #include <utility>
 
+#include "foundation/out_of_memory.h"
 #include "interaction/view_manager/view_manager_doors.h"
 #include "interaction/view_manager/view_manager_observers.h"
 
@@ -11,25 +12,28 @@ namespace Korvane {
 // ---- create ----
 
 bool ViewManager::Create() {
-  using D = Doors;
-  assert(callsOut == 0 && "created within a call of its widgets");
-  if (cameraOperations == nullptr || renderer == nullptr || !renderer->Create()) return false;
-  static constexpr bool (*WIDGETS[])(ViewManager&) = {
-      [](ViewManager& owner) { return owner.CreatePivotBall(); },
-      D::CreateHelmDisc,
-      D::Create<&ViewManager::orientor, D::Hub, D::Pictures, D::History>,
-      D::Create<&ViewManager::storyboard, D::Hub, D::Pictures, D::History>,
-      D::Create<&ViewManager::navigationBar, D::Hub, D::Pictures>,
-      D::Create<&ViewManager::cam3DController, D::Hub, D::History, D::Pivot, D::Pictures>,
-  };
-  bool result = true;
-  for (const auto create : WIDGETS) result = create(*this) && result;
-  if (!result) return false;
-  ReleaseShotObserver();
-  rewindShotObserver = std::make_unique<ViewManagerRewindShotObserver>(GetRewindHistory());
-  if (!CreateToolbars()) return false;
-  D::GiveTools<D::Hub, D::Pictures, D::History, D::Pivot>(*this);
-  return true;
+  return OrFail([&] {
+    using D = Doors;
+    assert(callsOut == 0 && "created within a call of its widgets");
+    if (cameraOperations == nullptr || renderer == nullptr || !WatchCollaborators()) return false;
+    if (!renderer->Create()) return false;
+    static constexpr bool (*WIDGETS[])(ViewManager&) = {
+        [](ViewManager& owner) { return owner.CreatePivotBall(); },
+        D::CreateHelmDisc,
+        D::Create<&ViewManager::orientor, D::Hub, D::Pictures, D::History>,
+        D::Create<&ViewManager::storyboard, D::Hub, D::Pictures, D::History>,
+        D::Create<&ViewManager::navigationBar, D::Hub, D::Pictures>,
+        D::Create<&ViewManager::cam3DController, D::Hub, D::History, D::Pivot, D::Pictures>,
+    };
+    bool result = true;
+    for (const auto create : WIDGETS) result = create(*this) && result;
+    if (!result) return false;
+    ReleaseShotObserver();
+    rewindShotObserver = std::make_unique<ViewManagerRewindShotObserver>(GetRewindHistory());
+    if (!CreateToolbars()) return false;
+    D::GiveTools<D::Hub, D::Pictures, D::History, D::Pivot>(*this);
+    return true;
+  });
 }
 
 PivotBall* ViewManager::InstantiatePivotBall() {

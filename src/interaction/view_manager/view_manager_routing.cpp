@@ -369,7 +369,7 @@ void ViewManager::LetGo(bool onlyHidden) {
   for (const Door& door : RELEASE) {
     const bool isHidden = door.cleanScreen == CleanScreen::Hides;
     if (onlyHidden ? !isHidden : isHidden && cleanScreen) continue;
-    if (door.offer(*this, event)) return;
+    if (OrFail([&] { return door.offer(*this, event); })) return;
   }
 }
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "foundation/out_of_memory.h"
+
 namespace Korvane {
 
 using Observer = RewindHistoryObserver;
@@ -17,20 +19,21 @@ int RewindElements::Add(const CameraParameters& given, DynamicIcon2D* thumbnail)
   const bool outsideView = lives && partners.IsSceneOutsideView(camera);
   // A watch takes itself out of the list when it ends, which the analyzer does not see.
   if (!lives) return -1;  // NOLINT(clang-analyzer-core.StackAddressEscape)
-  const int index = Append(camera, thumbnail, outsideView);
+  if (!OrFail([&] { return Append(camera, thumbnail, outsideView); })) return -1;
+  const int index = current;
   const Lifeline::Watch same(places);
   partners.Notify(same, [&](Observer& each) { each.OnElementAdded(index, camera); });
   if (same && thumbnail == nullptr) MakeThumbnails();
   return same ? index : -1;  // NOLINT(clang-analyzer-core.StackAddressEscape)
 }
 
-int RewindElements::Append(const CameraParameters& camera, DynamicIcon2D* thumbnail, bool outsideView) {
+bool RewindElements::Append(const CameraParameters& camera, DynamicIcon2D* thumbnail, bool outsideView) {
   list.push_back({camera, thumbnail, Box2(Vector2(), strip.GetHalfSize()), 0.0, outsideView});
   current = selected = GetLast();
   choice.Cut();
   strip.Space(list);
   thumbnails.Place(list.back());
-  return current;
+  return true;
 }
 
 bool RewindElements::Follow(const CameraParameters& camera) {
@@ -163,12 +166,11 @@ DynamicIcon2D* RewindElements::Take(int index) {
 void RewindElements::Clear() {
   if (clearing && list.empty()) return;
   const Lifeline::Watch lives(partners.life);
-  const std::vector<DynamicIcon2D*> icons = RewindThumbnails::TakeAll(list);
-  list.clear();
+  const std::vector<Element> leaving = std::exchange(list, {});
   current = selected = 0;
   strip.layoutStale = true;
   CutPlaces();
-  thumbnails.GiveBack(icons);
+  thumbnails.GiveBack(leaving);
   const bool outer = std::exchange(clearing, true);
   partners.Notify(lives, [](Observer& each) { each.OnHistoryCleared(); });
   clearing = outer;
@@ -177,10 +179,9 @@ void RewindElements::Clear() {
 void RewindElements::End() {
   partners.life.Cut();
   CutPlaces();
-  const std::vector<DynamicIcon2D*> icons = RewindThumbnails::TakeAll(list);
-  list.clear();
+  const std::vector<Element> leaving = std::exchange(list, {});
   current = selected = 0;
-  thumbnails.GiveBack(icons);
+  thumbnails.GiveBack(leaving);
 }
 
 void RewindElements::CutPlaces() {

@@ -59,7 +59,7 @@ class RewindElements {
 
  private:
   bool IsFull() const { return limit != 0 && list.size() >= limit; }
-  int Append(const CameraParameters& camera, DynamicIcon2D* thumbnail, bool outsideView);
+  bool Append(const CameraParameters& camera, DynamicIcon2D* thumbnail, bool outsideView);
   void Replace(int index, const CameraParameters& camera);
   void Store(int index, const CameraParameters& camera);
   bool CutAfter(int index);

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "foundation/out_of_memory.h"
 #include "foundation/truncate.h"
 #include "korvane/icon2d.h"
 
@@ -21,10 +22,14 @@ void RewindThumbnails::SetRenderer(Elements& elements, Renderer* value) {
   if (value != nullptr && value == renderer.Get()) return;
   const Borrowed<Renderer> last(renderer.Get());
   std::vector<DynamicIcon2D*> icons;
-  if (hasMaker) icons = TakeAll(elements);
+  if (hasMaker) OrFail([&] { icons = TakeAll(elements); });
   renderer.Set(value);
-  hasMaker = value != nullptr;
+  const bool hadMaker = std::exchange(hasMaker, value != nullptr);
   for (DynamicIcon2D* const icon : icons) Destroy(last, icon);
+  // Where there was no memory to take them together, one by one.
+  for (std::size_t i = 0; hadMaker && icons.empty() && i < elements.size(); ++i) {
+    Destroy(last, std::exchange(elements[i].thumbnail, nullptr));
+  }
 }
 
 std::vector<DynamicIcon2D*> RewindThumbnails::TakeAll(Elements& elements) {
@@ -71,9 +76,9 @@ void RewindThumbnails::GiveBack(DynamicIcon2D* icon) const {
 }
 
 // To the renderer of now, whoever takes over meanwhile.
-void RewindThumbnails::GiveBack(const std::vector<DynamicIcon2D*>& icons) const {
+void RewindThumbnails::GiveBack(const Elements& leaving) const {
   const Borrowed<Renderer> maker(renderer.Get());
-  for (DynamicIcon2D* const icon : icons) Destroy(maker, icon);
+  for (const Element& each : leaving) Destroy(maker, each.thumbnail);
 }
 
 }  // namespace Korvane

@@ -27,7 +27,7 @@ class RewindThumbnails {
   DynamicIcon2D* Get(const Element& element) const { return IsLost() ? nullptr : element.thumbnail; }
   /// A picture that no element holds any more. Null is ignored.
   void GiveBack(DynamicIcon2D* icon) const;
-  void GiveBack(const std::vector<DynamicIcon2D*>& icons) const;
+  void GiveBack(const Elements& leaving) const;
 
   /// Takes the pictures out of the elements.
   static std::vector<DynamicIcon2D*> TakeAll(Elements& elements);
