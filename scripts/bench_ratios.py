@@ -1,7 +1,7 @@
 """Keeps and compares the ratios of a run of the benchmarks; scripts/bench calls it.
 
     bench_ratios.py RUN.json                     a table of the run
-    bench_ratios.py RUN.json --keep FILE         writes its ratios into FILE
+    bench_ratios.py RUN.json --keep FILE         writes its ratios into FILE, and some into README.md
     bench_ratios.py RUN.json --compare FILE      names on its last line the cases that have lost, and fails for them
 
 A ratio is the library's time by that of the bare arithmetic in the same run. The least time of some repetitions is the
@@ -17,6 +17,10 @@ LOSS = 0.15
 HALVES = 200
 SURE = 0.9  # of the halves lie within the noise
 SIDES = ("library", "bare")
+README = pathlib.Path(__file__).resolve().parent.parent / "README.md"
+BEGIN, END = "<!-- by scripts/bench --keep -->\n", "<!-- end -->\n"
+IN_README = ("orbit step", "pan step", "zoom step", "frame of a move", "FitBoundingBoxToView", "idle frame",
+             "mouse over the cube", "cube drawn", "disc drawn", "toolbar drawn")
 
 
 def times_of(run):
@@ -47,10 +51,17 @@ def ratios_of(run):
                    "nanoseconds": round(min(sides["library"]), 1)} for name, sides in sorted(times_of(run).items())}
 
 
-def print_table(ratios):
-    print("| case | ns | times the bare arithmetic | noise |", "|---|--:|--:|--:|", sep="\n")
-    for name, case in ratios.items():
-        print(f"| {name} | {case['nanoseconds']:.0f} | {case['ratio']:.2f} | {case['noise']:.0%} |")
+def table_of(ratios):
+    rows = [f"| {name} | {case['nanoseconds']:.0f} | {case['ratio']:.2f} | {case['noise']:.0%} |\n"
+            for name, case in ratios.items()]
+    return "".join(["| case | ns | times the bare arithmetic | noise |\n", "|---|--:|--:|--:|\n", *rows])
+
+
+def fill_readme(ratios):
+    before, begin, rest = README.read_text().partition(BEGIN)
+    _, end, after = rest.partition(END)
+    table = table_of({name: ratios[name] for name in IN_README if name in ratios})
+    README.write_text(before + begin + table + end + after)
 
 
 def losses(kept, ratios):
@@ -76,8 +87,9 @@ def main():
         return 2
     if arguments.keep:
         arguments.keep.write_text(json.dumps(ratios, indent=1) + "\n")
+        fill_readme(ratios)
     if not arguments.compare:
-        print_table(ratios)
+        print(table_of(ratios), end="")
         return 0
     kept = json.loads(arguments.compare.read_text())
     lost = list(losses(kept, ratios))

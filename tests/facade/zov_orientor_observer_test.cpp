@@ -31,6 +31,16 @@ TEST(ZovOrientorObserver, has_its_operations_in_the_order_that_hosts_know) {
   EXPECT_EQ(VirtualSlot(&Longer::Next), 6);  // the destructor takes 4 and 5
 }
 
+TEST(ZovOrientorObserver, is_one_of_the_inner_classes_too) {
+  FacadeScene<zovOrientor> scene;
+  const auto listener = std::make_shared<FacadeListener>(*scene.cube);
+  EXPECT_TRUE(scene.cube->korvane().AddObserver(&listener->korvane()));
+  scene.PointAt(FRONT_RIGHT_TOP);
+  scene.Click();
+  EXPECT_EQ(listener->told, (Told{{"clicked", 24}}));
+  scene.cube->korvane().RemoveObserver(&listener->korvane());
+}
+
 TEST(ZovOrientorObserver, is_told_what_the_user_does) {
   FacadeScene<zovOrientor> scene;
   const auto listener = std::make_shared<FacadeListener>(*scene.cube);

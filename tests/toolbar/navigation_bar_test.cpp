@@ -891,4 +891,20 @@ TEST_F(NavigationBarTest, a_host_may_delete_the_bar_when_an_item_is_clicked) {
   EXPECT_EQ(journal.Take(), (Lines{"clicked 13"}));
 }
 
+TEST(NavigationBar, is_known_to_have_gone_by_who_watches_it) {
+  auto bar = std::make_unique<NavigationBar>();
+  const Lifeline::Watch alive(bar->GetLifeline());
+  EXPECT_TRUE(alive);
+  bar.reset();
+  EXPECT_FALSE(alive);
+}
+
+TEST(NavigationBar, shows_its_items_to_who_may_only_read) {
+  BarScene scene;
+  scene.Start();
+  const Toolbar& toolbar = *scene.bar.GetToolbar();
+  EXPECT_GT(toolbar.GetItems().GetCount(), 0);
+  EXPECT_EQ(&toolbar.GetItems(), &scene.bar.GetToolbar()->GetItems());
+}
+
 }  // namespace

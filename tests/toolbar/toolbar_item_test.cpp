@@ -137,4 +137,16 @@ TEST(ToolbarItemList, keeps_an_item_that_somebody_shares) {
   EXPECT_EQ(shared->GetTag(), 4);
 }
 
+TEST(ToolbarItem, is_copied_with_what_flies_out_of_it) {
+  ToolbarItem item = Tagged(5);
+  item.SetTooltip(L"tools");
+  item.GetFlyoutItems().Append(Tagged(6));
+  ToolbarItem other = Tagged(7);
+  other = item;
+  item.GetFlyoutItems().RemoveAll();
+  EXPECT_EQ(other.GetTag(), 5);
+  EXPECT_EQ(other.GetTooltip(), L"tools");
+  EXPECT_EQ(Tags(other.GetFlyoutItems()), "6 ");
+}
+
 }  // namespace

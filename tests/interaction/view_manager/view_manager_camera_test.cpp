@@ -71,6 +71,22 @@ TEST_F(CameraMovesTest, are_each_one_record_that_closes_with_the_shot) {
   }
 }
 
+TEST_F(CameraMovesTest, of_the_hosts_own_are_one_record_with_its_result) {
+  const auto lift = [this](CameraOperations& moved) {
+    EXPECT_EQ(&moved, &hub);
+    hub.view.eye.y += 1.0;
+    return true;
+  };
+  EXPECT_TRUE(manager.MoveCamera(lift));
+  EXPECT_EQ(disc.record->begun, 1);
+  EXPECT_EQ(disc.record->ended, 1);
+  EXPECT_EQ(disc.record->endCamera.eye.y, 1.0);
+  EXPECT_FALSE(manager.MoveCamera([](CameraOperations&) { return false; }));
+  EXPECT_FALSE(manager.MoveCamera(nullptr));
+  manager.SetKorvane(nullptr);
+  EXPECT_FALSE(manager.MoveCamera(lift));
+}
+
 TEST_F(CameraMovesTest, need_a_hub) {
   manager.SetKorvane(nullptr);
   EXPECT_FALSE(manager.FitAllToView());
