@@ -363,6 +363,18 @@ TEST_F(PanelTest, tells_what_is_under_the_mouse) {
 
 // ---- pictures ----
 
+TEST_F(PanelTest, a_frame_that_finds_a_shot_gone_asks_for_another_one) {
+  Sequence* const sequence = AddSelected(2);
+  for (int i = 0; i < 4; ++i) Frame();
+  Forget();
+  Frame();
+  EXPECT_EQ(hub.requested, 0);
+  sequence->DeleteShot(sequence->GetFirstShot());
+  Forget();
+  Frame();
+  EXPECT_EQ(hub.requested, 1);
+}
+
 TEST_F(PanelTest, makes_one_picture_of_the_scene_a_frame_and_each_once) {
   AddSequence(3);
   board->SetSelectedSequence(board->GetStory()->GetSequence(0));

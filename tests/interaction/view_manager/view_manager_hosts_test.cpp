@@ -189,6 +189,15 @@ TEST_F(HostsTest, a_cancelled_press_is_released_outside) {
   }
 }
 
+TEST_F(HostsTest, a_tool_that_is_cancelled_is_told_of_the_key_and_of_its_release) {
+  Start();
+  tool->operating = true;
+  manager.CancelGesture();
+  const std::string key = "(" + std::to_string(KEY_ESCAPE) + ")";
+  EXPECT_EQ(journal.Count("tool.OnKeyDown" + key), 1);
+  EXPECT_EQ(journal.Count("tool.OnKeyUp" + key), 1);
+}
+
 TEST_F(HostsTest, a_cancelled_right_press_is_no_longer_held) {
   manager.OnRightMouseDown(300, 200);
   manager.CancelGesture();
