@@ -205,6 +205,13 @@ TEST_F(HostsTest, a_cancelled_right_press_is_no_longer_held) {
   EXPECT_FALSE(manager.mouse.rightClickOpen);
 }
 
+TEST_F(HostsTest, a_move_whose_hub_goes_as_its_record_begins_does_not_happen) {
+  disc.record->onBegin = [this] { manager.SetKorvane(nullptr); };
+  EXPECT_FALSE(manager.RestoreCenter(Vector3(1, 0, 0)));
+  EXPECT_FALSE(hub.IsShotActive());
+  EXPECT_EQ(disc.record->GetOpenCount(), 0);
+}
+
 TEST_F(HostsTest, a_move_that_runs_by_itself_is_not_cancelled) {
   manager.RestoreCenter(Vector3(1, 0, 0));
   manager.CancelGesture();
