@@ -249,6 +249,14 @@ TEST_F(FitBox, the_orthographic_size_keeps_its_aspect_and_the_box_touches_it) {
   }
 }
 
+TEST_F(FitBox, a_box_without_height_is_fitted_by_its_width_however_narrow) {
+  CameraParameters camera = WithOrthographic(hub.view, 4.0, 2.0);
+  ASSERT_TRUE(
+      hub.FitBoundingBoxToView({0, 0, 0}, Box3({0, 0, 0}, {0.2, 0, 0.1}), {0, 0, -1}, {0, 1, 0}, camera));
+  EXPECT_NEAR(camera.ortho_width, 0.4, 1e-12);
+  EXPECT_NEAR(camera.ortho_height, 0.2, 1e-12);
+}
+
 TEST_F(FitBox, an_orthographic_view_stands_as_far_off_as_the_perspective_one) {
   Random random;
   for (int i = 0; i < 10000; ++i) {

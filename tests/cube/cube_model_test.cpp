@@ -397,6 +397,12 @@ TEST(CubeSides, of_a_box_round_the_whole_cube_are_all_six) {
   EXPECT_EQ(sides.count, 24U);
 }
 
+TEST(CubeSides, are_written_over_those_of_before) {
+  PartVertices sides;
+  for (int i = 0; i < 2; ++i) GetPartVertexArray(DEFAULT_CUBE, Vector3(-0.095), Vector3(0.095), true, sides);
+  EXPECT_EQ(sides.count, 24U);
+}
+
 TEST(CubeSides, within_the_cube_are_left_out) {
   PartVertices sides;
   GetPartVertexArray(DEFAULT_CUBE, Vector3(-0.0949), Vector3(0.0949), true, sides);

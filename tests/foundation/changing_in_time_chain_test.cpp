@@ -290,4 +290,15 @@ TEST_F(ChangingInTimeChainTest, comparing_a_chain_reads_it_and_so_advances_it) {
   EXPECT_TRUE(chain < 11.0);
 }
 
+TEST_F(ChangingInTimeChainTest, a_chain_whose_next_step_takes_no_time_is_still_on_its_way) {
+  ChangingInTimeValueChain chain;
+  chain.Add(Linear(0.0, 1.0, 1.0));
+  chain.Add(Linear(5.0, 5.0, 0.0));
+  chain.Add(Linear(7.0, 8.0, 1.0));
+  EXPECT_EQ(chain.GetValue(), 5.0);  // not started, it goes on where it is read
+  EXPECT_TRUE(chain.IsChangingInTime());
+  chain.Stop();
+  EXPECT_FALSE(chain.IsChangingInTime());
+}
+
 }  // namespace

@@ -19,12 +19,19 @@ using namespace std::chrono_literals;
 constexpr const char* EXTENSIONS[] = {".obj", ".gltf", ".glb", ".ply", ".stl", ".off", ".dae", ".3mf",
                                       ".fbx", ".ifc",  ".dxf", ".x",   ".3ds", ".lwo", ".ac",  ".ms3d"};
 
-std::filesystem::path MakeFolder() {
-  const std::filesystem::path folder =
+// Of this process; gone with it.
+struct Folder {
+  Folder() { std::filesystem::create_directories(path); }
+  ~Folder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path, ignored);
+  }
+  Folder(const Folder&) = delete;
+  Folder& operator=(const Folder&) = delete;
+
+  const std::filesystem::path path =
       std::filesystem::temp_directory_path() / ("model_fuzzer." + std::to_string(getpid()));
-  std::filesystem::create_directories(folder);
-  return folder;
-}
+};
 
 void RequireSound(const zovhost::Scene& scene) {
   if (!scene.GetMin().IsFinite() || !scene.GetMax().IsFinite() || scene.GetTriangleCount() == 0) std::abort();
@@ -34,9 +41,9 @@ void RequireSound(const zovhost::Scene& scene) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t count) {
   if (count == 0) return 0;
-  static const std::filesystem::path folder = MakeFolder();
+  static const Folder folder;
   const std::filesystem::path path =
-      folder / (std::string("model") + EXTENSIONS[bytes[0] % std::size(EXTENSIONS)]);
+      folder.path / (std::string("model") + EXTENSIONS[bytes[0] % std::size(EXTENSIONS)]);
   std::ofstream(path, std::ios::binary)
       .write(reinterpret_cast<const char*>(bytes) + 1, static_cast<std::streamsize>(count - 1));
   zovhost::SceneData data;

@@ -43,6 +43,11 @@ TEST(ObjectNames, only_the_number_is_a_field) {
   for (const NameRow& row : ROWS) EXPECT_EQ(FormatName(row.format, 7), row.name) << row.format;
 }
 
+TEST(ObjectNames, a_number_that_is_longer_than_its_field_stands_whole) {
+  EXPECT_EQ(FormatName(L"%2d", 123), L"123");
+  EXPECT_EQ(FormatName(L"%03d", 1234), L"1234");
+}
+
 TEST(ObjectNames, are_at_most_255_characters_with_the_number_among_them) {
   const std::wstring lot(300, L'x');
   EXPECT_EQ(FormatName(lot + L"%d", 12), std::wstring(253, L'x') + L"12");

@@ -50,6 +50,17 @@ TEST_F(StoryPicturesTest, go_back_once_their_object_is_gone) {
   EXPECT_EQ(first.GetLiveIconCount(), 0);
 }
 
+TEST_F(StoryPicturesTest, a_shot_without_a_name_lacks_its_label_until_it_is_made) {
+  pictures.SetRenderer(&first);
+  const std::unique_ptr<ShotSpecification> shot = MakeShot();
+  shot->SetName(L"");
+  pictures.MakeThumbnail(*shot);
+  EXPECT_FALSE(pictures.FindLack(*shot).thumbnail);
+  EXPECT_TRUE(pictures.FindLack(*shot).label);
+  pictures.MakeLabel(*shot);
+  EXPECT_FALSE(pictures.FindLack(*shot).label);
+}
+
 // A host replaces the renderer, and has pictures made, while it takes one of the lost ones back.
 TEST_F(StoryPicturesTest, go_back_to_whoever_has_made_them_though_the_renderer_is_replaced_meanwhile) {
   pictures.SetRenderer(&first);

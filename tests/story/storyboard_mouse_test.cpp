@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <functional>
 #include <iterator>
 #include <utility>
@@ -363,6 +364,37 @@ TEST_F(PanelTest, tells_what_is_under_the_mouse) {
 
 // ---- pictures ----
 
+TEST_F(PanelTest, where_slides_overlap_the_selected_one_is_under_the_mouse) {
+  board->SetViewportSize(300, 600);
+  for (int i = 0; i < 12; ++i) AddSequence(1);
+  const auto& slides = board->GetParts().slides.sequences;
+  board->SetSelectedSequence(board->GetStory()->GetSequence(0));
+  Frame();
+  const Box2 first = slides[0].GetBounds();
+  int overlaps = 0;
+  for (int x = static_cast<int>(first.Min().x) + 1; x < first.Max().x; ++x) {
+    const Vector2 point(x, first.center.y);
+    const auto lies = [&](const auto& each) { return each.GetBounds().IsPointInside(point); };
+    if (!std::any_of(slides.begin() + 1, slides.end(), lies)) continue;
+    ++overlaps;
+    board->OnMouseMove(x, static_cast<int>(point.y));
+    EXPECT_TRUE(slides[0].highlighted) << x;
+  }
+  EXPECT_GT(overlaps, 0);
+}
+
+TEST_F(PanelTest, a_frame_that_finds_a_shot_gone_asks_for_another_one) {
+  Sequence* const sequence = AddSelected(2);
+  for (int i = 0; i < 4; ++i) Frame();
+  Forget();
+  Frame();
+  EXPECT_EQ(hub.requested, 0);
+  sequence->DeleteShot(sequence->GetShot(1));
+  Forget();
+  Frame();
+  EXPECT_EQ(hub.requested, 1);
+}
+
 TEST_F(PanelTest, makes_one_picture_of_the_scene_a_frame_and_each_once) {
   AddSequence(3);
   board->SetSelectedSequence(board->GetStory()->GetSequence(0));
@@ -549,6 +581,15 @@ TEST_F(PanelTest, the_mark_of_a_menu_goes_with_the_next_move) {
 }
 
 // ---- the end of it ----
+
+TEST_F(PanelTest, the_mark_of_a_menu_goes_with_a_press_without_a_move) {
+  AddSelected(1);
+  board->OnRightMouseDown(SHOT_X[0], SHOT_Y);
+  board->OpenMenu();
+  board->OnLeftMouseDown(SHOT_X[0], SHOT_Y);
+  board->OnLeftMouseUp(SHOT_X[0], SHOT_Y);
+  EXPECT_FALSE(board->GetParts().slides.shots[0].menuOpen);
+}
 
 TEST_F(PanelTest, what_plays_leaves_no_record_open_whatever_ends_it) {
   AddSelected(1);

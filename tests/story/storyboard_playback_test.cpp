@@ -569,4 +569,17 @@ TEST_F(PlaybackTest, a_target_is_flown_to_in_a_quarter_of_a_second_and_recorded)
   EXPECT_TRUE(history.Has(1, 1));
 }
 
+TEST_F(PlaybackTest, a_shot_that_is_deleted_as_its_camera_is_shown_does_not_begin) {
+  Sequence* const sequence = AddSequence(2);
+  bool deleted = false;
+  hub.onApply = [&] {
+    if (!std::exchange(deleted, true)) sequence->DeleteShot(sequence->GetFirstShot());
+  };
+  board->PlaybackSingleShot(sequence->GetFirstShot());
+  for (int i = 0; i < 3; ++i) Frame();
+  EXPECT_TRUE(deleted);
+  EXPECT_FALSE(hub.IsShotActive());
+  EXPECT_EQ(sequence->GetShotCount(), 1U);
+}
+
 }  // namespace

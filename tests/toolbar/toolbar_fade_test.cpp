@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "toolbar/strip_fade.h"
 #include "toolbar/toolbar_scene.h"
 
 using namespace Korvane;
@@ -217,6 +218,18 @@ TEST_F(ToolbarFadeTest, a_strip_on_its_way_out_takes_no_press) {
   toolbar.SetVisible(false);
   EXPECT_FALSE(Press(place));
   EXPECT_TRUE(journal.Take().empty());
+}
+
+TEST(StripNearness, falls_alike_on_each_of_the_four_sides) {
+  const Box2 strip({100, 80}, {20, 10});
+  constexpr double distance = 5.0;
+  for (int way = 0; way <= 40; ++way) {
+    const double right = GetNearness(strip, {120.0 + way, 80}, distance);
+    EXPECT_NEAR(GetNearness(strip, {80.0 - way, 80}, distance), right, 1e-12) << way;
+    EXPECT_NEAR(GetNearness(strip, {100, 90.0 + way}, distance), right, 1e-12) << way;
+    EXPECT_NEAR(GetNearness(strip, {100, 70.0 - way}, distance), right, 1e-12) << way;
+  }
+  EXPECT_NEAR(GetNearness(strip, {120 + 3 * distance, 80}, distance), 0.5, 1e-12);
 }
 
 }  // namespace

@@ -74,6 +74,19 @@ TEST_F(WalkToolTest, a_refused_walk_operates_with_a_warning_and_runs_no_operatio
   EXPECT_EQ(bench.history.samples, 0);
 }
 
+TEST_F(WalkToolTest, a_walk_that_is_refused_after_another_one_warns_as_well) {
+  DynamicIcon2D warning(9);
+  tool.SetWarningHUD(&warning);
+  tool.OnMouseDown(1, 1);
+  tool.OnMouseUp(1, 1);
+  tool.OnDraw();
+  EXPECT_EQ(bench.renderer.CountCalls("RenderDynamic"), 0);
+  ForbidWalking();
+  tool.OnMouseDown(1, 1);
+  tool.OnDraw();
+  EXPECT_EQ(bench.renderer.CountCalls("RenderDynamic"), 1);
+}
+
 TEST_F(WalkToolTest, the_warning_is_not_cleared_at_the_release) {
   ForbidWalking();
   DynamicIcon2D warning(9);

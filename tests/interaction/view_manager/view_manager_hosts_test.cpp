@@ -189,11 +189,27 @@ TEST_F(HostsTest, a_cancelled_press_is_released_outside) {
   }
 }
 
+TEST_F(HostsTest, a_tool_that_is_cancelled_is_told_of_the_key_and_of_its_release) {
+  Start();
+  tool->operating = true;
+  manager.CancelGesture();
+  const std::string key = "(" + std::to_string(KEY_ESCAPE) + ")";
+  EXPECT_EQ(journal.Count("tool.OnKeyDown" + key), 1);
+  EXPECT_EQ(journal.Count("tool.OnKeyUp" + key), 1);
+}
+
 TEST_F(HostsTest, a_cancelled_right_press_is_no_longer_held) {
   manager.OnRightMouseDown(300, 200);
   manager.CancelGesture();
   EXPECT_FALSE(manager.IsRightMouseDown());
   EXPECT_FALSE(manager.mouse.rightClickOpen);
+}
+
+TEST_F(HostsTest, a_move_whose_hub_goes_as_its_record_begins_does_not_happen) {
+  disc.record->onBegin = [this] { manager.SetKorvane(nullptr); };
+  EXPECT_FALSE(manager.RestoreCenter(Vector3(1, 0, 0)));
+  EXPECT_FALSE(hub.IsShotActive());
+  EXPECT_EQ(disc.record->GetOpenCount(), 0);
 }
 
 TEST_F(HostsTest, a_move_that_runs_by_itself_is_not_cancelled) {
