@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "support/random.h"
 #include "zov/zov_string_converter.h"
 
@@ -15,6 +17,15 @@ const std::string FACE_UTF8 = "\xF0\x9F\x98\x80";
 TEST(QmString, without_arguments_is_empty) {
   EXPECT_TRUE(qmString().empty());
   EXPECT_EQ(qmString().convert(qmStringUTF8), "");
+}
+
+TEST(QmString, is_moved_with_its_text) {
+  qmString text(L"cube", qmStringWcs);
+  qmString moved(std::move(text));
+  EXPECT_EQ(moved.convert(qmStringUTF8), "cube");
+  qmString assigned;
+  assigned = std::move(moved);
+  EXPECT_EQ(assigned.convert(qmStringUTF8), "cube");
 }
 
 TEST(QmString, reads_utf8_of_the_length_that_goes_in) {
