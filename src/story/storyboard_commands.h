@@ -82,7 +82,7 @@ class ElementEdit {
   /// Only what it has taken out itself: all else is someone else's.
   void PutBack(std::uint64_t index) {
     if (list.Get() != nullptr && held != nullptr && Kind::Insert(*list.Get(), index, held.get()))
-      held.release();
+      (void)held.release();
   }
   void Remove() {
     if (list.Get() == nullptr) return;

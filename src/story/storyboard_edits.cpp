@@ -142,7 +142,7 @@ ShotSpecification* Storyboard::CreateShot(Sequence* sequence) {
     if (!now || into.Get() == nullptr) return nullptr;
     const Borrowed<ShotSpecification> shot(created.get());
     if (into.Get()->AddShot(created.get()) == Sequence::NOT_THERE) return nullptr;
-    created.release();
+    (void)created.release();
     now->slides.SelectShot(*into.Get(), shot.Get());
     RebuildDisplayElements();
     OpenNewShot(*this, now, into, shot);

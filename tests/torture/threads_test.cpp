@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <thread>
 #include <vector>
 
@@ -13,6 +14,16 @@
 using namespace Korvane;
 
 namespace {
+
+/// A clock that any thread may read.
+class SharedClock : public Platform {
+ public:
+  SharedClock() { SetPlatform(this); }
+  ~SharedClock() override { SetPlatform(nullptr); }
+  std::uint32_t GetTickCount() override { return 1000; }
+  std::uint64_t SetTimer(std::uint32_t /*milliseconds*/, TimerProc /*proc*/) override { return 0; }
+  bool KillTimer(std::uint64_t /*timerID*/) override { return false; }
+};
 
 /// The hub of a view that has no widgets: operations and animated moves.
 class Navigation : public MemoryHub {
@@ -49,7 +60,7 @@ bool AreSame(const std::vector<CameraParameters>& one, const std::vector<CameraP
 }
 
 TEST(Threads, two_hubs_work_on_two_threads_as_on_one) {
-  const ManualPlatform platform;
+  const SharedClock platform;
   Navigation alone;
   alone.Work();
   EXPECT_GT(alone.cameras.size(), 500U);

@@ -77,6 +77,26 @@ std::unique_ptr<WholeView> MakeView(FaultyClock& clock) {
 
 }  // namespace
 
+// The session with its fault; whether the view could be created, at once or, as a host tries, once more.
+bool Trial::Play(const Fault& fault, FaultyClock& clock, std::unique_ptr<WholeView>& view,
+                 std::vector<double>& settings) {
+  const AllocationFault failing(fault.firstAllocation, fault.failingAllocations);
+  view = MakeView(clock);
+  if (view == nullptr) return false;
+  {
+    const HostCode host;
+    settings = view->GetSettings();
+    fault.begin(clock, view->renderer);
+  }
+  bool created = view->Create();
+  if (!created) {
+    view->Destroy();
+    created = view->Create();
+  }
+  if (created) view->PlayAll();
+  return created;
+}
+
 std::string Trial::Run(const Fault& fault) {
   GetCounts();
   Findings findings;
@@ -87,21 +107,7 @@ std::string Trial::Run(const Fault& fault) {
     bool created = false;
     std::vector<double> settings;
     try {
-      const AllocationFault failing(fault.firstAllocation, fault.failingAllocations);
-      view = MakeView(clock);
-      if (view != nullptr) {
-        {
-          const HostCode host;
-          settings = view->GetSettings();
-          fault.begin(clock, view->renderer);
-        }
-        created = view->Create();
-        if (!created) {  // as a host that tries once more
-          view->Destroy();
-          created = view->Create();
-        }
-        if (created) view->PlayAll();
-      }
+      created = Play(fault, clock, view, settings);
     } catch (const std::bad_alloc&) {
       findings.Note(true, "an exception has come out");
     }
@@ -111,8 +117,7 @@ std::string Trial::Run(const Fault& fault) {
       LookAtTheEnd(*view, clock, fault.losesIcons, findings);
     }
   }
-  // What the standard library and the messages above keep is no more than a few texts.
-  const std::int64_t texts = findings.text.empty() ? 0 : 1;
+  const std::int64_t texts = findings.text.empty() ? 0 : 1;  // the one of the findings themselves
   const std::int64_t live = counter.GetLive();
   findings.Note(live > texts && !fault.timersStay, std::to_string(live) + " allocations");
   return findings.text;

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -38,6 +39,10 @@ class Trial {
     std::vector<Korvane::CameraParameters> film;
   };
   static const Counts& GetCounts();
+
+ private:
+  static bool Play(const Fault& fault, FaultyClock& clock, std::unique_ptr<WholeView>& view,
+                   std::vector<double>& settings);
 };
 
 /// Calls `run(n)` for numbers from 1 to `last`: for about `some` of them, spread evenly, for all of them with
