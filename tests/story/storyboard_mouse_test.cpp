@@ -251,6 +251,19 @@ TEST_F(PanelTest, a_drag_that_lands_beside_its_own_place_loses_nothing) {
   EXPECT_EQ(NamesOf(*sequence), (Names{L"shot 1", L"shot 2", L"shot 3"}));
 }
 
+TEST_F(PanelTest, a_drag_that_lands_nowhere_puts_its_slide_back_at_once) {
+  AddSelected(2);
+  const auto& shots = board->GetParts().slides.shots;
+  const double place = shots[0].x;
+  Press(SHOT_X[0], SHOT_Y);
+  board->OnMouseMove(SHOT_X[0] + 300, 400);
+  EXPECT_NE(shots[0].x, place);
+  Forget();
+  board->OnLeftMouseUp(SHOT_X[0] + 300, 400);
+  EXPECT_EQ(shots[0].x, place);
+  EXPECT_GE(hub.requested, 1);
+}
+
 TEST_F(PanelTest, a_sequence_is_dragged) {
   Sequence* const first = AddSequence(1);
   Sequence* const second = AddSequence(1);
@@ -381,6 +394,28 @@ TEST_F(PanelTest, where_slides_overlap_the_selected_one_is_under_the_mouse) {
     EXPECT_TRUE(slides[0].highlighted) << x;
   }
   EXPECT_GT(overlaps, 0);
+}
+
+TEST_F(PanelTest, slides_and_their_buttons_lie_where_a_click_finds_them) {
+  Sequence* const sequence = AddSelected(2);
+  const ShotSpecification* const none = nullptr;
+  Box2 bounds;
+  for (std::uint64_t i = 0; i < 2; ++i) {
+    ASSERT_TRUE(board->GetSlideBounds(sequence->GetShot(i), Storyboard::SLIDE_ITSELF, bounds));
+    EXPECT_TRUE(bounds.IsPointInside(Vector2(SHOT_X[i], SHOT_Y))) << i;
+    ASSERT_TRUE(board->GetSlideBounds(sequence->GetShot(i), Storyboard::SLIDE_PLAY, bounds));
+    Click(static_cast<int>(bounds.center.x), static_cast<int>(bounds.center.y));
+    EXPECT_TRUE(board->IsPlayingBack()) << i;
+    board->StopPlayback();
+  }
+  ASSERT_TRUE(board->GetSlideBounds(sequence, Storyboard::SLIDE_PLAY, bounds));
+  Click(static_cast<int>(bounds.center.x), static_cast<int>(bounds.center.y));
+  EXPECT_TRUE(board->IsPlayingBack());
+  // The one that adds has no buttons, and what is not there has no place.
+  EXPECT_TRUE(board->GetSlideBounds(none, Storyboard::SLIDE_ITSELF, bounds));
+  EXPECT_FALSE(board->GetSlideBounds(none, Storyboard::SLIDE_PLAY, bounds));
+  const ShotSpecification foreign(hub.view);
+  EXPECT_FALSE(board->GetSlideBounds(&foreign, Storyboard::SLIDE_ITSELF, bounds));
 }
 
 TEST_F(PanelTest, a_frame_that_finds_a_shot_gone_asks_for_another_one) {
