@@ -430,6 +430,25 @@ TEST_F(PanelTest, a_frame_that_finds_a_shot_gone_asks_for_another_one) {
   EXPECT_EQ(hub.requested, 1);
 }
 
+TEST_F(PanelTest, a_slide_that_rests_offers_to_play_and_one_that_plays_to_pause) {
+  Sequence* const sequence = AddSelected(1);
+  const auto shows = [&](TextureID id) {
+    const auto& calls = renderer.GetCalls();
+    return std::count(calls.begin(), calls.end(), "RenderResource(" + std::to_string(id) + ")") > 0;
+  };
+  board->OnMouseMove(SHOT_X[0], SHOT_Y);
+  Forget();
+  Frame();
+  EXPECT_TRUE(shows(TEXTURE_SHOT_PLAY));
+  EXPECT_FALSE(shows(TEXTURE_SHOT_PAUSE));
+  board->PlaybackSingleShot(sequence->GetShot(0));
+  Frame();
+  Forget();
+  Frame();
+  EXPECT_FALSE(shows(TEXTURE_SHOT_PLAY));
+  EXPECT_TRUE(shows(TEXTURE_SHOT_PAUSE));
+}
+
 TEST_F(PanelTest, makes_one_picture_of_the_scene_a_frame_and_each_once) {
   AddSequence(3);
   board->SetSelectedSequence(board->GetStory()->GetSequence(0));
