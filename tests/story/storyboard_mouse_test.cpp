@@ -418,6 +418,27 @@ TEST_F(PanelTest, slides_and_their_buttons_lie_where_a_click_finds_them) {
   EXPECT_FALSE(board->GetSlideBounds(&foreign, Storyboard::SLIDE_ITSELF, bounds));
 }
 
+TEST_F(PanelTest, the_last_of_a_stack_shows_that_others_lie_under_it) {
+  board->SetViewportSize(300, 600);
+  for (int i = 0; i < 12; ++i) AddSequence(1);
+  board->SetSelectedSequence(board->GetStory()->GetSequence(6));
+  for (int i = 0; i < 3; ++i) Frame();
+  Forget();
+  Frame();
+  const auto& slides = board->GetParts().slides.sequences;
+  const auto countDrawn = [&](TextureID id) {
+    const auto& calls = renderer.GetCalls();
+    return std::count(calls.begin(), calls.end(), "RenderResource(" + std::to_string(id) + ")");
+  };
+  const auto left =
+      std::count_if(slides.begin(), slides.end(), [](const auto& each) { return each.fadeLeft; });
+  const auto right =
+      std::count_if(slides.begin(), slides.end(), [](const auto& each) { return each.fadeRight; });
+  EXPECT_EQ(countDrawn(TEXTURE_SEQUENCE_STACK_LEFT), left);
+  EXPECT_EQ(countDrawn(TEXTURE_SEQUENCE_STACK_RIGHT), right);
+  EXPECT_GT(left + right, 0);
+}
+
 TEST_F(PanelTest, a_frame_that_finds_a_shot_gone_asks_for_another_one) {
   Sequence* const sequence = AddSelected(2);
   for (int i = 0; i < 4; ++i) Frame();
