@@ -101,6 +101,25 @@ TEST_F(RecorderTest, everything_that_can_happen_is_read_back) {
   }
 }
 
+// Some systems end a line by it, so none of it is read back there.
+TEST_F(RecorderTest, a_path_that_no_line_holds_is_left_out_and_a_recording_is_read_as_it_is_written) {
+  const std::unique_ptr<Recorder> recorder = Make();
+  recorder->Begin(header);
+  for (const char* path : {"/a\nb.obj", "/c.obj\r", "/d\re.obj"}) {
+    WindowEvent opened = MakeEvent(Type::FileDropped);
+    opened.path = path;
+    recorder->Add(opened);
+  }
+  ASSERT_TRUE(recorder->Finish(error)) << error;
+  const Recording read = ReadBack();
+  ASSERT_EQ(read.events.size(), 1u);
+  EXPECT_EQ(read.events[0].event.path, "/d\re.obj");
+  std::istringstream strange(zovview::FormatHeader(read) + "10 open /f.obj\r\r\r\n20 end\r\n");
+  Recording again;
+  ASSERT_TRUE(zovview::ReadRecording(strange, again, error)) << error;
+  EXPECT_EQ(again.events[0].event.path, "/f.obj");
+}
+
 TEST_F(RecorderTest, whatever_comes_from_a_six_axis_device_is_read_back) {
   using Kind = zovview::DeviceEvent::Kind;
   const zovhost::SixAxes axes = {0.1, -350.0, 1.0 / 3.0, 2000.0, -2000.0, 0.0};

@@ -571,6 +571,17 @@ TEST_F(FitSphere, a_radius_that_is_not_above_0_gives_false_and_changes_nothing) 
   }
 }
 
+TEST_F(FitSphere, a_radius_that_is_not_above_0_gives_false_beside_margins_too) {
+  FitMargins margins;
+  margins.left = 0.25;
+  ASSERT_TRUE(hub.SetFitMargins(margins));
+  for (const double radius : {0.0, -1.0, NOT_A_NUMBER}) {
+    CameraParameters camera = hub.view;
+    EXPECT_FALSE(hub.FitBoundingSphereToView({7, 8, 9}, radius, {0, 0, -1}, {0, 1, 0}, camera)) << radius;
+    EXPECT_EQ(camera.eye, hub.view.eye) << radius;
+  }
+}
+
 TEST_F(FitSphere, a_bad_sphere_or_camera_leaves_the_camera_as_it_is_or_finite) {
   Random random;
   static constexpr double RADII[] = {1.0,          1e300, 5e-324,

@@ -251,6 +251,19 @@ TEST_F(PanelTest, a_drag_that_lands_beside_its_own_place_loses_nothing) {
   EXPECT_EQ(NamesOf(*sequence), (Names{L"shot 1", L"shot 2", L"shot 3"}));
 }
 
+TEST_F(PanelTest, a_drag_that_lands_nowhere_puts_its_slide_back_at_once) {
+  AddSelected(2);
+  const auto& shots = board->GetParts().slides.shots;
+  const double place = shots[0].x;
+  Press(SHOT_X[0], SHOT_Y);
+  board->OnMouseMove(SHOT_X[0] + 300, 400);
+  EXPECT_NE(shots[0].x, place);
+  Forget();
+  board->OnLeftMouseUp(SHOT_X[0] + 300, 400);
+  EXPECT_EQ(shots[0].x, place);
+  EXPECT_GE(hub.requested, 1);
+}
+
 TEST_F(PanelTest, a_sequence_is_dragged) {
   Sequence* const first = AddSequence(1);
   Sequence* const second = AddSequence(1);
@@ -383,6 +396,49 @@ TEST_F(PanelTest, where_slides_overlap_the_selected_one_is_under_the_mouse) {
   EXPECT_GT(overlaps, 0);
 }
 
+TEST_F(PanelTest, slides_and_their_buttons_lie_where_a_click_finds_them) {
+  Sequence* const sequence = AddSelected(2);
+  const ShotSpecification* const none = nullptr;
+  Box2 bounds;
+  for (std::uint64_t i = 0; i < 2; ++i) {
+    ASSERT_TRUE(board->GetSlideBounds(sequence->GetShot(i), Storyboard::SLIDE_ITSELF, bounds));
+    EXPECT_TRUE(bounds.IsPointInside(Vector2(SHOT_X[i], SHOT_Y))) << i;
+    ASSERT_TRUE(board->GetSlideBounds(sequence->GetShot(i), Storyboard::SLIDE_PLAY, bounds));
+    Click(static_cast<int>(bounds.center.x), static_cast<int>(bounds.center.y));
+    EXPECT_TRUE(board->IsPlayingBack()) << i;
+    board->StopPlayback();
+  }
+  ASSERT_TRUE(board->GetSlideBounds(sequence, Storyboard::SLIDE_PLAY, bounds));
+  Click(static_cast<int>(bounds.center.x), static_cast<int>(bounds.center.y));
+  EXPECT_TRUE(board->IsPlayingBack());
+  // The one that adds has no buttons, and what is not there has no place.
+  EXPECT_TRUE(board->GetSlideBounds(none, Storyboard::SLIDE_ITSELF, bounds));
+  EXPECT_FALSE(board->GetSlideBounds(none, Storyboard::SLIDE_PLAY, bounds));
+  const ShotSpecification foreign(hub.view);
+  EXPECT_FALSE(board->GetSlideBounds(&foreign, Storyboard::SLIDE_ITSELF, bounds));
+}
+
+TEST_F(PanelTest, the_last_of_a_stack_shows_that_others_lie_under_it) {
+  board->SetViewportSize(300, 600);
+  for (int i = 0; i < 12; ++i) AddSequence(1);
+  board->SetSelectedSequence(board->GetStory()->GetSequence(6));
+  for (int i = 0; i < 3; ++i) Frame();
+  Forget();
+  Frame();
+  const auto& slides = board->GetParts().slides.sequences;
+  const auto countDrawn = [&](TextureID id) {
+    const auto& calls = renderer.GetCalls();
+    return std::count(calls.begin(), calls.end(), "RenderResource(" + std::to_string(id) + ")");
+  };
+  const auto left =
+      std::count_if(slides.begin(), slides.end(), [](const auto& each) { return each.fadeLeft; });
+  const auto right =
+      std::count_if(slides.begin(), slides.end(), [](const auto& each) { return each.fadeRight; });
+  EXPECT_EQ(countDrawn(TEXTURE_SEQUENCE_STACK_LEFT), left);
+  EXPECT_EQ(countDrawn(TEXTURE_SEQUENCE_STACK_RIGHT), right);
+  EXPECT_GT(left + right, 0);
+}
+
 TEST_F(PanelTest, a_frame_that_finds_a_shot_gone_asks_for_another_one) {
   Sequence* const sequence = AddSelected(2);
   for (int i = 0; i < 4; ++i) Frame();
@@ -393,6 +449,25 @@ TEST_F(PanelTest, a_frame_that_finds_a_shot_gone_asks_for_another_one) {
   Forget();
   Frame();
   EXPECT_EQ(hub.requested, 1);
+}
+
+TEST_F(PanelTest, a_slide_that_rests_offers_to_play_and_one_that_plays_to_pause) {
+  Sequence* const sequence = AddSelected(1);
+  const auto shows = [&](TextureID id) {
+    const auto& calls = renderer.GetCalls();
+    return std::count(calls.begin(), calls.end(), "RenderResource(" + std::to_string(id) + ")") > 0;
+  };
+  board->OnMouseMove(SHOT_X[0], SHOT_Y);
+  Forget();
+  Frame();
+  EXPECT_TRUE(shows(TEXTURE_SHOT_PLAY));
+  EXPECT_FALSE(shows(TEXTURE_SHOT_PAUSE));
+  board->PlaybackSingleShot(sequence->GetShot(0));
+  Frame();
+  Forget();
+  Frame();
+  EXPECT_FALSE(shows(TEXTURE_SHOT_PLAY));
+  EXPECT_TRUE(shows(TEXTURE_SHOT_PAUSE));
 }
 
 TEST_F(PanelTest, makes_one_picture_of_the_scene_a_frame_and_each_once) {

@@ -242,8 +242,11 @@ TEST_F(ToolbarDockingTest, a_strip_in_a_corner_is_on_the_edge_beside_it_once_its
 TEST_F(ToolbarDockingTest, converts_a_corner_and_leaves_an_edge) {
   EXPECT_FALSE(toolbar.ConvertToEdgePosition());
   toolbar.SetPosition(Toolbar::POSITION_BOTTOM_RIGHT);
+  toolbar.Draw();
+  Forget();
   EXPECT_TRUE(toolbar.ConvertToEdgePosition());
   EXPECT_EQ(toolbar.GetPosition(), 2);
+  EXPECT_GE(hub.requested, 1);  // for the strip as it lies there
 }
 
 TEST_F(ToolbarDockingTest, gives_way_to_the_cube_but_not_during_the_press) {

@@ -69,6 +69,21 @@ TEST_F(ToolbarTest, starts_at_the_right_edge_invisible_and_without_animation) {
 
 // ---- pictures ----
 
+TEST_F(ToolbarTest, asks_for_a_frame_when_one_side_alone_of_its_room_changes) {
+  Start();
+  using Resize = void (Toolbar::*)(int width, int height);
+  for (const Resize resize : {&Toolbar::SetViewportSize, &Toolbar::SetRibbonSize, &Toolbar::SetSizeLimits}) {
+    (toolbar.*resize)(700, 500);
+    Forget();
+    (toolbar.*resize)(701, 500);
+    EXPECT_EQ(hub.requested, 1);
+    (toolbar.*resize)(701, 501);
+    EXPECT_EQ(hub.requested, 2);
+    (toolbar.*resize)(701, 501);
+    EXPECT_EQ(hub.requested, 2);
+  }
+}
+
 TEST_F(ToolbarTest, holds_its_pictures_from_create_to_destroy) {
   Fill();
   toolbar.SetFlyoutIcon(static_cast<TextureID>(50), 8, 8);

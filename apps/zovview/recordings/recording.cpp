@@ -258,7 +258,7 @@ class Reader {
     if (std::exchange(held, false)) return true;
     while (std::getline(input, line)) {
       ++number;
-      if (!line.empty() && line.back() == '\r') line.pop_back();
+      line.erase(line.find_last_not_of('\r') + 1);
       if (!line.empty() && line.front() != '#') return true;
     }
     error = "it ends without its last line";
@@ -435,7 +435,8 @@ std::string FormatForm(Form form, const RecordedEvent& recorded) {
 bool HasWords(const WindowEvent& event) {
   const bool isKey = event.type == Type::KeyDown || event.type == Type::KeyUp;
   if (isKey) return !event.repeated && *SDL_GetKeyName(event.key) != '\0';
-  if (event.type == Type::FileDropped) return event.path.find('\n') == std::string::npos;
+  if (event.type == Type::FileDropped)
+    return !event.path.ends_with('\r') && event.path.find('\n') == std::string::npos;
   return event.type != Type::Closing;
 }
 
