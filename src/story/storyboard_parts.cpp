@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <utility>
 
+#include "render/display_scale.h"
+
 namespace Korvane {
 
 namespace {
@@ -72,7 +74,23 @@ void StoryboardParts::GiveMessagesBack() {
 
 // ---- the mouse and the slides ----
 
+// By what the hub says of the display. Pictures of the scene are made anew for another.
+void StoryboardParts::Measure() {
+  const double scale = PixelsPerPoint(partners.hub.Get());
+  if (scale == place.scale) return;
+  place.scale = scale;
+  MoveTo(place, room);
+  pictures.SetScale(scale);
+}
+
+void StoryboardParts::MoveMouse(int x, int y) {
+  Measure();
+  mouse.x = place.ToPanel(x);
+  mouse.y = place.ToPanel(y);
+}
+
 bool StoryboardParts::Refresh() {
+  Measure();
   const bool dragged = grab.IsDragging();
   PanelSlides::Mouse over;
   over.point = mouse.GetPoint();
