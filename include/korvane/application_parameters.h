@@ -114,6 +114,10 @@ class ZOVTOOLS_API ApplicationParameters {
   bool look_invert_vertical_axis = defaultLookInvertVerticalAxis;
   /// A look-at keeps clear of what stands between.
   bool use_look_at_obstruction_detection = defaultUseLookAtObstructionDetection;
+  /// Pixels of the display to a point. What the library gives a size in pixels by itself - the storyboard,
+  /// the film strip, gauges, the welcome screen, how far a note stands from the pointer - is so many times as
+  /// large. 1 at first; anything not finite or not above 0 counts as 1.
+  float pixels_per_point = 1.0F;
   /// The directions of the model. Front is the x axis.
   Vector3 scene_up_direction = Vector3(0, 1, 0);
   Vector3 scene_front_direction = Vector3(1, 0, 0);

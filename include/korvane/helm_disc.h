@@ -161,7 +161,8 @@ class ZOVTOOLS_API HelmDisc {
   void SetVisible(bool value);
   /// Pixels; zero is legal.
   void SetViewportSize(int width, int height);
-  /// The lower left corner of the welcome screen, from now on; set it after Create.
+  /// The lower left corner of the welcome screen, from now on; set it after Create, and when the hub counts
+  /// another number of pixels to a point.
   void SetWelcomeMenuPosition(int x, int y);
   /// The cursor is on the welcome screen, which shows.
   bool IsOverWelcome() const;

@@ -159,6 +159,10 @@ class ZOVTOOLS_API RewindHistory {
   void SetThumbnailSize(float size);
   /// Pixels between two pictures; below 0 they overlap.
   void SetThumbnailGapSize(float size);
+  /// Pixels for each of those two and for what else the strip has a size of: its bracket, and how near the
+  /// bracket snaps. 1 at first; what is not finite or not above 0 is refused. With another one all pictures
+  /// are given back; UpdateThumbnails makes them anew.
+  void SetScale(double scale);
   /// Pixels; zero is legal.
   void SetViewportSize(int width, int height);
 

@@ -99,7 +99,7 @@ class ZOVTOOLS_API Storyboard {
   /// The lower left corner of the room that the panel may take.
   void SetPosition(int left, int bottom);
   /// Between that corner and the panel, which else begins right at it: its shots then touch the edge of a
-  /// view. 0 at first.
+  /// view. Counts like the sizes of the panel itself, see pixels_per_point of the parameters. 0 at first.
   void SetMargin(int pixels);
   /// The size of the view in pixels; the panel ends at its right edge.
   void SetViewportSize(int width, int height);

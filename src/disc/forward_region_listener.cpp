@@ -6,7 +6,9 @@
 #include "camera/host_camera.h"
 #include "camera/view_size.h"
 #include "camera/zoom_operation.h"
+#include "foundation/truncate.h"
 #include "korvane/pivot_ball.h"
+#include "render/display_scale.h"
 #include "render/render_pass.h"
 
 namespace Korvane {
@@ -56,7 +58,6 @@ ForwardRegionListener::ForwardRegionListener(TrackMenu* menu, HelmDisc* helmDisc
       missHUD({STRING_OFF_MODEL}),
       gauge(TEXTURE_FORWARD_GAUGE),
       target(TEXTURE_FORWARD_TARGET) {
-  gauge.SetSize(GAUGE_WIDTH, GAUGE_HEIGHT);
   gauge.SetOpacity(GAUGE_OPACITY);
 }
 
@@ -97,8 +98,9 @@ void ForwardRegionListener::BorrowSettings(CameraOperations& hub) {
   lender.Set(&hub);
   settings.Borrow(hub);
   ApplicationParameters& parameters = hub.GetApplicationParameters();
-  parameters.zoom_in_snap_size = SNAP_SIZE;
-  parameters.zoom_out_snap_size = SNAP_SIZE;
+  const int snap = Truncate(SNAP_SIZE * PixelsPerPoint(parameters));
+  parameters.zoom_in_snap_size = snap;
+  parameters.zoom_out_snap_size = snap;
   parameters.zoom_min_limit_motion = true;
   parameters.zoom_sense_reversed = false;
 }
@@ -241,10 +243,12 @@ double ForwardRegionListener::GetProgress(const CameraOperations& hub) const {
 void ForwardRegionListener::DrawGauge(const CameraOperations& hub) {
   const double progress = GetProgress(hub);
   const double size = Math::Max((1.0 - progress) * TARGET_LARGEST + progress * TARGET_SMALLEST, TARGET_LEAST);
-  const Vector2 place(downX, downY - GAUGE_DROP);
+  const double scale = PixelsPerPoint(&hub);
+  const Vector2 place(downX, downY - GAUGE_DROP * scale);
+  gauge.SetSize(GAUGE_WIDTH * scale, GAUGE_HEIGHT * scale);
   gauge.SetPosition(place);
-  target.SetSize(size, size);
-  target.SetPosition(place + Vector2(0.0, TARGET_START + progress * TARGET_RANGE));
+  target.SetSize(size * scale, size * scale);
+  target.SetPosition(place + Vector2(0.0, (TARGET_START + progress * TARGET_RANGE) * scale));
   const FullViewPass pass(GetRenderer(), hub);
   if (!pass) return;
   pass->Render(&gauge);

@@ -3,6 +3,7 @@
 #include "camera/height_operation.h"
 #include "camera/pixels.h"
 #include "korvane/track_menu.h"
+#include "render/display_scale.h"
 #include "render/render_pass.h"
 
 namespace Korvane {
@@ -44,6 +45,7 @@ void HeightRegionListener::DrawGauge(const CameraOperations& hub) {
   const Press frame(*this);
   const FullViewPass pass(GetRenderer(), hub);
   if (!pass) return;
+  gauge.SetScale(PixelsPerPoint(&hub));
   gauge.SetPosition(place);
   gauge.DrawGauge(*pass.operator->());
   auto* const height = frame ? operation.Get<HeightOperation>() : nullptr;

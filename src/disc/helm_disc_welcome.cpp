@@ -1,8 +1,11 @@
 // The welcome screen.
+#include <utility>
+
 #include "disc/helm_disc_parts.h"
 #include "foundation/truncate.h"
 #include "korvane/helm_disc_observer.h"
 #include "korvane/pixel_icon2d.h"
+#include "render/display_scale.h"
 
 namespace Korvane {
 
@@ -16,6 +19,13 @@ void AddRegions(TrackMenu& menu) {
     if (alive) menu.AddRegion(region);
   }
   if (alive) menu.SetDisabledRegion(TrackMenu::Region());
+}
+
+// As large as its image, counted in points.
+void SizeMap(TrackMenu& menu, double scale) {
+  const PixelIcon2D* const map = menu.GetRegionMap();
+  if (map == nullptr) return;
+  menu.SetSize(Truncate(map->GetImageWidth() * scale), Truncate(map->GetImageHeight() * scale));
 }
 
 // The maps of both pages, and the place of the screen before it is given one.
@@ -67,9 +77,15 @@ void HelmDisc::SetWelcomeMenuPosition(int x, int y) {
   WelcomeScreen& screen = parts->welcome;
   screen.x = x;
   screen.y = y;
+  const double scale = PixelsPerPoint(GetKorvane());
+  const bool resized = std::exchange(screen.scale, scale) != scale;
   if (screen.menu == nullptr || screen.menu->GetRegionMap() == nullptr) return;
   const Vector2 middle = screen.GetMiddle();
-  if (screen.shown != nullptr) screen.shown->SetPosition(middle);
+  if (screen.shown != nullptr) {
+    screen.shown->SetSize(screen.GetSize(), screen.GetSize());
+    screen.shown->SetPosition(middle);
+  }
+  if (resized) SizeMap(*screen.menu, scale);
   screen.menu->SetLocation(Truncate(middle.x), Truncate(middle.y));
 }
 
@@ -81,6 +97,7 @@ void HelmDisc::TurnWelcomePage(bool advanced, WelcomePicture picture) {
   WelcomeScreen& screen = parts->welcome;
   screen.advancedPage = advanced;
   screen.menu->UseAlternateRegionMap(!advanced);
+  if (screen.scale != 1.0) SizeMap(*screen.menu, screen.scale);
   ChangeWelcomeIcon(&screen.GetIcon(picture));
 }
 
@@ -89,7 +106,7 @@ void HelmDisc::ChangeWelcomeIcon(ResourceIcon2D* icon) {
   WelcomeScreen& screen = parts->welcome;
   if (screen.menu == nullptr || icon == nullptr || icon == screen.shown) return;
   screen.shown = icon;
-  icon->SetSize(WelcomeScreen::SIZE, WelcomeScreen::SIZE);
+  icon->SetSize(screen.GetSize(), screen.GetSize());
   icon->SetPosition(screen.GetMiddle());
   icon->SetVisible(true);
   screen.menu->ExchangeSingleIconForDraw(icon);

@@ -8,6 +8,7 @@
 #include "korvane/icon2d.h"
 #include "korvane/rewind_history.h"
 #include "korvane/track_menu.h"
+#include "render/display_scale.h"
 #include "render/render_pass.h"
 
 namespace Korvane {
@@ -57,8 +58,9 @@ void RewindRegionListener::OnMouseMove(int x, int y) {
 }
 
 bool RewindRegionListener::IsBeyondClick(int x, int y) const {
-  return std::abs(static_cast<double>(x) - downX) >= CLICK_DISTANCE ||
-         std::abs(static_cast<double>(y) - downY) >= CLICK_DISTANCE;
+  const double reach = CLICK_DISTANCE * PixelsPerPoint(GetHub());
+  return std::abs(static_cast<double>(x) - downX) >= reach ||
+         std::abs(static_cast<double>(y) - downY) >= reach;
 }
 
 void RewindRegionListener::Slide(int x, int y) {
@@ -122,6 +124,8 @@ void RewindRegionListener::GoBack() {
 void RewindRegionListener::OnShowTimeline() {
   if (GetHistory() == nullptr || IsTimelineOpen()) return;
   const Lifeline::Watch alive(GetLifeline());
+  GetHistory()->SetScale(PixelsPerPoint(GetHub()));
+  if (!alive || GetHistory() == nullptr) return;
   GetHistory()->UpdateThumbnails();
   CameraOperations* const hub = alive ? GetHub() : nullptr;
   if (hub == nullptr) return;
@@ -207,7 +211,8 @@ DynamicIcon2D* RewindRegionListener::PlaceNote(double width) {
   const bool hints = parameters.showToolHUDs || IsOnBasicDisc();
   DynamicIcon2D* const note = hints && !hideTimer.IsRunning() ? hintHUD.Get() : nullptr;
   const Vector2 bracket = history->GetBracketPosition();
-  const double way = bracket.y < HINT_DISTANCE ? HINT_DISTANCE : -HINT_DISTANCE;
+  const double distance = HINT_DISTANCE * PixelsPerPoint(GetHub());
+  const double way = bracket.y < distance ? distance : -distance;
   if (note != nullptr) note->SetPosition(bracket + Vector2(0.0, way));
   return note;
 }

@@ -4,6 +4,7 @@
 #include "camera/roll_operation.h"
 #include "camera/view_size.h"
 #include "korvane/aspect_ratio_adjuster.h"
+#include "render/display_scale.h"
 #include "render/render_pass.h"
 
 namespace Korvane {
@@ -41,9 +42,7 @@ Vector2 ProjectDirection(const CameraParameters& camera, const Vector3& directio
 }  // namespace
 
 RollRegionListener::RollRegionListener(TrackMenu* menu, HelmDisc* helmDisc)
-    : OperationRegionListener(menu, helmDisc, OPERATION_ROLL, TEXTURES), ring(TEXTURE_ROLL_RING) {
-  ring.SetSize(RING_SIZE, RING_SIZE);
-}
+    : OperationRegionListener(menu, helmDisc, OPERATION_ROLL, TEXTURES), ring(TEXTURE_ROLL_RING) {}
 
 void RollRegionListener::OnTrackMenuActivate(bool active) {
   const bool pressed = IsMouseDown();
@@ -80,6 +79,8 @@ void RollRegionListener::DrawGauge(const CameraOperations& hub) {
   const Press frame(*this);
   const FullViewPass pass(GetRenderer(), hub);
   if (!pass) return;
+  const double size = RING_SIZE * PixelsPerPoint(&hub);
+  ring.SetSize(size, size);
   ring.SetPosition(place);
   pass->Render(&ring);
   if (frame) DrawTick(*pass.operator->(), hub, place);
@@ -89,10 +90,11 @@ void RollRegionListener::DrawGauge(const CameraOperations& hub) {
 void RollRegionListener::DrawTick(Renderer& pass, const CameraOperations& hub, const Vector2& place) const {
   const auto* const roll = operation.Get<RollOperation>();
   if (roll == nullptr) return;
+  const double scale = PixelsPerPoint(&hub);
   const Vector2 along = ProjectDirection(hub.GetCameraParameters(), roll->GetInitialUp());
-  const Vector2 across = Vector2(-along.y, along.x) * TICK_HALF_WIDTH;
-  const Vector2 outer = place + along * (RING_RADIUS + TICK_START);
-  const Vector2 inner = outer + along * TICK_LENGTH;
+  const Vector2 across = Vector2(-along.y, along.x) * TICK_HALF_WIDTH * scale;
+  const Vector2 outer = place + along * (RING_RADIUS + TICK_START) * scale;
+  const Vector2 inner = outer + along * TICK_LENGTH * scale;
   const Vector2 corners[] = {outer - across, outer + across, inner + across, inner - across};
   float vertices[12] = {};
   for (int i = 0; i < 4; ++i) {

@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "disc/track_menu_parts.h"
+#include "render/display_scale.h"
 #include "render/render_pass.h"
 
 namespace Korvane {
@@ -31,14 +32,15 @@ void TrackMenu::DrawTrackMenu() {
   Renderer* const renderer = GetRenderer();
   if (hub == nullptr || renderer == nullptr || !now.HasViewport()) return;
   const Lifeline::Watch alive(now.lifeline);
+  const double scale = PixelsPerPoint(hub);
   {
     const Vector2 half(now.viewportWidth / 2.0, now.viewportHeight / 2.0);
     const RenderPass pass(renderer, Box2(half, half), hub->GetCameraParameters(), Renderer::RENDER_OVERLAY);
     if (pass && now.state.visible) {
       now.DrawRegion(*renderer);
-      if (alive) now.DrawTooltip(*renderer);
+      if (alive) now.DrawTooltip(*renderer, scale);
     } else if (pass) {
-      now.DrawNote(*renderer);
+      now.DrawNote(*renderer, scale);
     }
   }
   if (!alive) return;
@@ -59,23 +61,23 @@ void TrackMenuParts::DrawRegion(Renderer& pass) const {
   RenderIfThere(pass, active.label);
 }
 
-void TrackMenuParts::DrawTooltip(Renderer& pass) const {
+void TrackMenuParts::DrawTooltip(Renderer& pass, double scale) const {
   const ResourceIcon2D* const icon = active.icon;
   DynamicIcon2D* const tooltip = active.tooltip;
   if (icon == nullptr || tooltip == nullptr || !tooltip->IsVisible()) return;
   if (!state.visible || !Switches::IsOn(switches.showTooltip)) return;
-  const double top = icon->GetPosition().y - std::floor(icon->GetHeight() / 2.0) + TOOLTIP_GAP;
+  const double top = icon->GetPosition().y - std::floor(icon->GetHeight() / 2.0) + TOOLTIP_GAP * scale;
   tooltip->SetPosition(Vector2(icon->GetPosition().x, top + std::floor(tooltip->GetHeight() / 2.0)));
   tooltip->SetOpacity(icon->GetOpacity());
   pass.Render(tooltip);
 }
 
-void TrackMenuParts::DrawNote(Renderer& pass) const {
+void TrackMenuParts::DrawNote(Renderer& pass, double scale) const {
   DynamicIcon2D* const note = active.tooltipHUD;
   if (note == nullptr || !Switches::IsOn(switches.showTooltipHUD)) return;
   const double x = active.wrap ? WrapIntoViewport(mouse.x, viewportWidth) : mouse.x;
   const double y = active.wrap ? WrapIntoViewport(mouse.y, viewportHeight) : mouse.y;
-  note->SetPosition(Vector2(x, y - NOTE_DROP));
+  note->SetPosition(Vector2(x, y - NOTE_DROP * scale));
   pass.Render(note);
 }
 

@@ -107,8 +107,8 @@ struct TrackMenuParts {
   void ForgetPictures();
 
   void DrawRegion(Renderer& pass) const;
-  void DrawTooltip(Renderer& pass) const;
-  void DrawNote(Renderer& pass) const;
+  void DrawTooltip(Renderer& pass, double scale) const;
+  void DrawNote(Renderer& pass, double scale) const;
 
   Lifeline lifeline;
   Partners partners;

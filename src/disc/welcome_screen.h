@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "disc/welcome_tables.h"
+#include "foundation/truncate.h"
 #include "korvane/icon2d.h"
 #include "korvane/track_menu.h"
 
@@ -20,7 +21,7 @@ std::array<ResourceIcon2D, sizeof...(Index)> MakeWelcomeIcons(std::index_sequenc
 /// What the welcome screen of a disc is made of: a menu that is locked in its place, and draws one of ten
 /// pictures of a whole page.
 struct WelcomeScreen {
-  static constexpr int SIZE = 512;  // pixels, of the square picture
+  static constexpr int SIZE = 512;  // points, of the square picture
 
   ResourceIcon2D& GetIcon(WelcomePicture which) { return icons[static_cast<std::size_t>(which)]; }
   bool IsVisible() const { return menu != nullptr && menu->GetVisible(); }
@@ -33,7 +34,9 @@ struct WelcomeScreen {
     }
     return std::nullopt;
   }
-  Vector2 GetMiddle() const { return Vector2(x + SIZE / 2.0, y + SIZE / 2.0); }
+  /// Pixels.
+  int GetSize() const { return Truncate(SIZE * scale); }
+  Vector2 GetMiddle() const { return Vector2(x + GetSize() / 2.0, y + GetSize() / 2.0); }
   /// With nothing shown, and nobody on it.
   void Reset() {
     menu->ExchangeSingleIconForDraw(nullptr);
@@ -55,7 +58,8 @@ struct WelcomeScreen {
   bool over = false;      // the cursor is on the screen,
   bool toldOver = false;  // and observers know
   bool clickPending = false;
-  int x = 0;  // the lower left corner
+  double scale = 1.0;  // pixels to a point
+  int x = 0;           // the lower left corner
   int y = 0;
 };
 

@@ -17,24 +17,21 @@ constexpr TextureID TEXTURES[] = {TEXTURE_HEIGHT_GAUGE, TEXTURE_HEIGHT_START, TE
 }  // namespace
 
 HeightGauge::HeightGauge()
-    : gauge(TEXTURE_HEIGHT_GAUGE), startMark(TEXTURE_HEIGHT_START), mark(TEXTURE_HEIGHT_MARK) {
-  gauge.SetSize(GAUGE_SIZE, GAUGE_SIZE);
-  startMark.SetSize(MARK_SIZE, MARK_SIZE);
-  mark.SetSize(MARK_SIZE, MARK_SIZE);
-}
+    : gauge(TEXTURE_HEIGHT_GAUGE), startMark(TEXTURE_HEIGHT_START), mark(TEXTURE_HEIGHT_MARK) {}
 
 std::span<const TextureID> HeightGauge::GetTextures() { return TEXTURES; }
 double HeightGauge::GetHeight(HeightOperation& operation) { return operation.GetUnitHeight() - 0.5; }
 
-void HeightGauge::DrawGauge(Renderer& target) { Draw(target, gauge, 0.0); }
+void HeightGauge::DrawGauge(Renderer& target) { Draw(target, gauge, GAUGE_SIZE, 0.0); }
 
 void HeightGauge::DrawMarks(Renderer& target, double start, double now) {
-  Draw(target, startMark, start);
-  Draw(target, mark, now);
+  Draw(target, startMark, MARK_SIZE, start);
+  Draw(target, mark, MARK_SIZE, now);
 }
 
-void HeightGauge::Draw(Renderer& target, ResourceIcon2D& picture, double height) const {
-  picture.SetPosition(position + Vector2(0.0, height * MARK_RANGE));
+void HeightGauge::Draw(Renderer& target, ResourceIcon2D& picture, double size, double height) const {
+  picture.SetSize(size * scale, size * scale);
+  picture.SetPosition(position + Vector2(0.0, height * MARK_RANGE * scale));
   target.Render(&picture);
 }
 

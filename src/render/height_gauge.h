@@ -22,13 +22,16 @@ class HeightGauge {
 
   /// In viewport pixels, of its middle.
   void SetPosition(const Vector2& value) { position = value; }
+  /// How many pixels stand for one of its own.
+  void SetScale(double value) { scale = value; }
   void DrawGauge(Renderer& target);
   void DrawMarks(Renderer& target, double start, double now);
 
  private:
-  void Draw(Renderer& target, ResourceIcon2D& picture, double height) const;
+  void Draw(Renderer& target, ResourceIcon2D& picture, double size, double height) const;
 
   Vector2 position;
+  double scale = 1.0;
   ResourceIcon2D gauge;
   ResourceIcon2D startMark;
   ResourceIcon2D mark;

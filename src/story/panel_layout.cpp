@@ -58,9 +58,13 @@ bool StackAt(double edge, bool beyond, double& place) {
 
 // ---- the title bar ----
 
+int PanelPlace::ToPanel(int pixel) const { return Truncate(std::floor(pixel / scale)); }
+
 void MoveTo(const PanelPlace& place, PanelRoom& room) {
-  room.x = AddPixels(place.left, place.margin);
-  room.y = AddPixels(place.bottom, place.margin);
+  room.x = AddPixels(place.ToPanel(place.left), place.margin);
+  room.y = AddPixels(place.ToPanel(place.bottom), place.margin);
+  room.viewportWidth = place.ToPanel(place.viewportWidth);
+  room.viewportHeight = place.ToPanel(place.viewportHeight);
 }
 
 Box2 GetTitleBar(const PanelRoom& room) { return {{room.x + TITLE_X, room.y + TITLE_Y}, TITLE_HALF}; }

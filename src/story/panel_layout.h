@@ -9,14 +9,22 @@
 
 namespace Korvane {
 
-/// Where a host wants the panel: a corner, and how far from it.
+/// Where a host wants the panel, in viewport pixels: a corner, and how far from it; the size of the view; and
+/// how many of them stand for one of the panel's own.
 struct PanelPlace {
   int left = 15;
   int bottom = 15;
-  int margin = 0;
+  int margin = 0;  // in the panel's own
+  int viewportWidth = 0;
+  int viewportHeight = 0;
+  double scale = 1.0;
+
+  int ToPanel(int pixel) const;
+  Box2 ToViewport(const Box2& box) const { return {box.center * scale, box.halfExtent * scale}; }
 };
 
-/// The room that the panel stands in: its lower left corner, and the size of the view.
+/// The room that the panel stands in: its lower left corner, and the size of the view. In pixels of the
+/// panel's own, as all that lies in it.
 struct PanelRoom {
   int x = 15;
   int y = 15;
@@ -24,7 +32,7 @@ struct PanelRoom {
   int viewportHeight = 0;
 };
 
-/// Pixels.
+/// Pixels of the panel's own.
 struct PanelLayout {
   static constexpr double SEQUENCE_HALF = 64.0;
   static constexpr double SHOT_HALF = 32.0;
@@ -41,7 +49,7 @@ enum TitleButton : int {
 };
 constexpr int TITLE_BUTTON_COUNT = 4;
 
-/// Brings the corner of a room to a place.
+/// Brings a room to a place.
 void MoveTo(const PanelPlace& place, PanelRoom& room);
 
 Box2 GetTitleBar(const PanelRoom& room);

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "foundation/truncate.h"
 #include "korvane/shot_specification.h"
 #include "korvane/story.h"
 
@@ -60,6 +61,11 @@ void StoryPictures::DropThumbnail(const void* subject) {
   if (found == entries.end()) return;
   found->second.thumbnailMade = false;
   Destroy(Borrowed<Renderer>(renderer.Get()), std::exchange(found->second.thumbnail, nullptr));
+}
+
+void StoryPictures::SetScale(double value) {
+  scale = value;
+  for (auto& [subject, entry] : entries) entry.thumbnailMade = false;
 }
 
 void StoryPictures::Destroy(const Borrowed<Renderer>& maker, DynamicIcon2D* icon) {
@@ -146,7 +152,8 @@ void StoryPictures::Photograph(Subject& subject, const ShotSpecification& shot, 
   const CameraParameters camera = shot.GetCameraParameters();
   Destroy(maker, std::exchange(entry.thumbnail, nullptr));
   if (maker.Get() == nullptr) return;
-  Keep(maker, alive, &subject, &Entry::thumbnail, maker.Get()->CreateSceneScreenshot(width, height, camera));
+  Keep(maker, alive, &subject, &Entry::thumbnail,
+       maker.Get()->CreateSceneScreenshot(Truncate(width * scale), Truncate(height * scale), camera));
 }
 
 template <class Subject>

@@ -47,6 +47,8 @@ class StoryPictures {
   Lack FindLack(const Sequence& sequence) const;
   /// To be made anew.
   void DropThumbnail(const void* subject);
+  /// Pixels for each of their size; thumbnails of another are made anew.
+  void SetScale(double value);
 
  private:
   struct Entry {
@@ -77,6 +79,7 @@ class StoryPictures {
 
   Entries entries;
   Borrowed<Renderer> renderer;
+  double scale = 1.0;
 };
 
 }  // namespace Korvane

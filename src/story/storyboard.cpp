@@ -169,8 +169,9 @@ void Storyboard::SetMargin(int pixels) {
 }
 
 void Storyboard::SetViewportSize(int width, int height) {
-  parts->room.viewportWidth = width;
-  parts->room.viewportHeight = height;
+  parts->place.viewportWidth = width;
+  parts->place.viewportHeight = height;
+  MoveTo(parts->place, parts->room);
   if (parts->walk.recorder != nullptr) parts->walk.recorder->SetViewportSize(width, height);
 }
 
@@ -184,15 +185,15 @@ void Storyboard::SetCutsOnly(bool value) { parts->life.cutsOnly = value; }
 
 namespace {
 
-bool FindPart(const Slide& slide, bool adds, const SlideButtons& buttons, Storyboard::SlidePart part,
-              Box2& bounds) {
+bool FindPart(const PanelPlace& place, const Slide& slide, bool adds, const SlideButtons& buttons,
+              Storyboard::SlidePart part, Box2& bounds) {
   if (part == Storyboard::SLIDE_ITSELF) {
-    bounds = slide.GetBounds();
+    bounds = place.ToViewport(slide.GetBounds());
     return true;
   }
   if (adds || (part != Storyboard::SLIDE_PLAY && part != Storyboard::SLIDE_TARGET)) return false;
   const RoundButton& button = part == Storyboard::SLIDE_PLAY ? buttons.first : buttons.second;
-  bounds = Box2(button.GetCenter(slide), Vector2(button.radius, button.radius));
+  bounds = place.ToViewport(Box2(button.GetCenter(slide), Vector2(button.radius, button.radius)));
   return true;
 }
 
@@ -200,20 +201,21 @@ bool FindPart(const Slide& slide, bool adds, const SlideButtons& buttons, Storyb
 
 Box2 Storyboard::GetTitleBounds(TitlePart part) const {
   const bool isPart = part >= TITLE_PLAY && part <= TITLE_CLOSE;
-  return isPart ? GetTitleButton(parts->room, static_cast<TitleButton>(part)) : Box2();
+  if (!isPart) return {};
+  return parts->place.ToViewport(GetTitleButton(parts->room, static_cast<TitleButton>(part)));
 }
 
 bool Storyboard::GetSlideBounds(const Sequence* sequence, SlidePart part, Box2& bounds) const {
   for (const DisplayElement& slide : parts->slides.sequences) {
     if (slide.sequence == sequence)
-      return FindPart(slide, sequence == nullptr, SEQUENCE_BUTTONS, part, bounds);
+      return FindPart(parts->place, slide, sequence == nullptr, SEQUENCE_BUTTONS, part, bounds);
   }
   return false;
 }
 
 bool Storyboard::GetSlideBounds(const ShotSpecification* shot, SlidePart part, Box2& bounds) const {
   for (const ShotDisplayElement& slide : parts->slides.shots) {
-    if (slide.shot == shot) return FindPart(slide, shot == nullptr, SHOT_BUTTONS, part, bounds);
+    if (slide.shot == shot) return FindPart(parts->place, slide, shot == nullptr, SHOT_BUTTONS, part, bounds);
   }
   return false;
 }

@@ -16,7 +16,8 @@ class PanelDrawing {
 
   void Draw() {
     const PanelSlides& slides = parts.slides;
-    if (!slides.shots.empty()) StoryboardPainter::DrawShotRow(target, GetShotRow(parts.room, slides.shots));
+    parts.painter.SetScale(parts.place.scale);
+    if (!slides.shots.empty()) parts.painter.DrawShotRow(target, GetShotRow(parts.room, slides.shots));
     parts.painter.DrawTitleBar(
         target, parts.room,
         {parts.playback.IsPlaying(), parts.playback.loop, parts.mouse.titleButtonHovered});

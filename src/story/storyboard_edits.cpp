@@ -254,7 +254,7 @@ bool Storyboard::BeginRecordWalk() {
     recorder->SetRenderer(now->partners.renderer.Get());
     recorder->SetRewindHistory(now->partners.history.Get());
     recorder->SetStoryboard(this);
-    recorder->SetViewportSize(now->room.viewportWidth, now->room.viewportHeight);
+    recorder->SetViewportSize(now->place.viewportWidth, now->place.viewportHeight);
     now->LendMessages(*recorder);
     recorder->SetReleaseEndsHeight(now->life.releaseEndsHeight);
     now->walk.recorder = recorder;

@@ -18,12 +18,12 @@ bool Storyboard::OnMouseMove(int x, int y) {
   const Staying now(parts);
   if (const std::shared_ptr<WalkRecorder> recorder = now->walk.recorder) return recorder->OnMouseMove(x, y);
   StoryboardParts::Mouse& mouse = now->mouse;
-  const int by = SubtractPixels(x, mouse.x);
-  mouse.x = x;
-  mouse.y = y;
+  const int before = mouse.x;
+  now->MoveMouse(x, y);
+  const int by = SubtractPixels(mouse.x, before);
   now->menuMarked = false;
   if (!now->life.visible) return false;
-  mouse.dragging = mouse.leftDown && (mouse.dragging || IsDrag(mouse.downX, x));
+  mouse.dragging = mouse.leftDown && (mouse.dragging || IsDrag(mouse.downX, mouse.x));
   if (mouse.dragging) PanelHand(*this, parts).Drag(by);
   Update();
   return mouse.leftDown;
@@ -36,15 +36,14 @@ bool Storyboard::OnLeftMouseDown(int x, int y) {
   }
   if (!now->life.visible) return false;
   StoryboardParts::Mouse& mouse = now->mouse;
-  mouse.x = x;
-  mouse.y = y;
+  now->MoveMouse(x, y);
   now->Refresh();
   if (!mouse.inRegion || mouse.leftDown) return false;
   now->menuMarked = false;
   mouse.leftDown = true;
-  mouse.downX = x;
+  mouse.downX = mouse.x;
   mouse.dragging = false;
-  mouse.dragInStrip = y > now->room.y + PanelLayout::STRIP_TOP;
+  mouse.dragInStrip = mouse.y > now->room.y + PanelLayout::STRIP_TOP;
   if (!mouse.controlDown) PanelHand(*this, parts).Press();
   now->RequestUpdate();
   return true;
@@ -55,8 +54,7 @@ bool Storyboard::OnLeftMouseUp(int x, int y) {
   if (const std::shared_ptr<WalkRecorder> recorder = now->walk.recorder) return recorder->OnLeftMouseUp(x, y);
   StoryboardParts::Mouse& mouse = now->mouse;
   if (!mouse.leftDown) return false;
-  mouse.x = x;
-  mouse.y = y;
+  now->MoveMouse(x, y);
   now->Refresh();
   const bool dragged = mouse.dragging;
   mouse.leftDown = mouse.dragging = mouse.dragInStrip = false;
@@ -77,8 +75,7 @@ bool Storyboard::OnLeftMouseUp(int x, int y) {
 bool Storyboard::OnRightMouseDown(int x, int y) {
   const Staying now(parts);
   if (!now->life.visible || !now->IsEditing() || IsRecordingWalk()) return false;
-  now->mouse.x = x;
-  now->mouse.y = y;
+  now->MoveMouse(x, y);
   now->Refresh();
   const ShotDisplayElement* const slide = now->slides.GetHighlightedShot();
   return slide != nullptr && slide->shot != nullptr;

@@ -90,15 +90,15 @@ StoryboardPainter::StoryboardPainter() {
   for (const ImageRun& run : IMAGE_RUNS) {
     for (int i = 0; i < run.count; ++i) {
       ResourceIcon2D image(static_cast<TextureID>(texture++));
-      image.SetSize(run.width, run.height);
-      images.push_back(image);
+      images.push_back({image, {run.width, run.height}});
     }
   }
 }
 
 void StoryboardPainter::Draw(Renderer& target, int texture, const Vector2& place) {
-  ResourceIcon2D& image = images[static_cast<std::size_t>(texture) - FIRST_IMAGE];
-  image.SetPosition(place);
+  auto& [image, size] = images[static_cast<std::size_t>(texture) - FIRST_IMAGE];
+  image.SetSize(size.x * scale, size.y * scale);
+  image.SetPosition(place * scale);
   target.Render(&image);
 }
 
@@ -124,9 +124,10 @@ void StoryboardPainter::DrawTitleBar(Renderer& target, const PanelRoom& room, co
   }
 }
 
-void StoryboardPainter::DrawShotRow(Renderer& target, const Box2& row) {
+void StoryboardPainter::DrawShotRow(Renderer& target, const Box2& ofPanel) const {
+  const Box2 row(ofPanel.center * scale, ofPanel.halfExtent * scale);
   const double half = row.halfExtent.y;
-  const double cap = Math::Min(FRAME_CAP, row.halfExtent.x);
+  const double cap = Math::Min(FRAME_CAP * scale, row.halfExtent.x);
   const double xs[] = {row.Min().x, row.Min().x + cap, row.Max().x - cap, row.Max().x};
   constexpr float CAP = FRAME_CAP / FRAME_WIDTH;
   constexpr float US[] = {0.0F, CAP, 1.0F - CAP, 1.0F};
@@ -167,8 +168,8 @@ void StoryboardPainter::DrawKind(Renderer& target, const SlideKind& kind, bool a
   } else {
     const int selected = hovered ? kind.selectedHovered : kind.selected;
     Draw(target, slide.selected ? selected : OfHover(kind.card, hovered), center);
-    DrawContent(target, content.pictures.GetThumbnail(content.subject), center + kind.thumbnail);
-    DrawContent(target, content.pictures.GetLabel(content.subject), center + kind.label);
+    DrawContent(target, content.pictures.GetThumbnail(content.subject), (center + kind.thumbnail) * scale);
+    DrawContent(target, content.pictures.GetLabel(content.subject), (center + kind.label) * scale);
     if (content.state == SlideState::Playing) Draw(target, kind.playing, center);
     if (content.state == SlideState::Paused) Draw(target, kind.paused, center);
     if (hovered || content.state != SlideState::Resting) DrawButtons(target, kind, slide, content.state);

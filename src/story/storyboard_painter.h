@@ -18,6 +18,9 @@ class StoryboardPainter {
  public:
   StoryboardPainter();
 
+  /// Viewport pixels for each of the panel's own, which all places count in but those of the whole view.
+  void SetScale(double value) { scale = value; }
+
   /// A grey over the whole view.
   static void DrawFade(Renderer& target, const Box2& view, const FadeOverlay& fade);
 
@@ -28,7 +31,7 @@ class StoryboardPainter {
   };
   void DrawTitleBar(Renderer& target, const PanelRoom& room, const TitleBar& bar);
   /// What lies behind the shots.
-  static void DrawShotRow(Renderer& target, const Box2& row);
+  void DrawShotRow(Renderer& target, const Box2& ofPanel) const;
 
   /// What is drawn of a slide beside its card. The pictures are asked for one by one: whoever draws may give
   /// them back.
@@ -50,7 +53,12 @@ class StoryboardPainter {
                 const Content& content);
   void DrawButtons(Renderer& target, const SlideKind& kind, const Slide& slide, SlideState state);
 
-  std::vector<ResourceIcon2D> images;
+  struct Image {
+    ResourceIcon2D icon;
+    Vector2 size;  // in pixels of the panel's own
+  };
+  std::vector<Image> images;
+  double scale = 1.0;
 };
 
 }  // namespace Korvane

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "foundation/out_of_memory.h"
+#include "render/display_scale.h"
 
 namespace Korvane {
 
@@ -74,6 +75,21 @@ void StoryboardParts::GiveMessagesBack() {
 
 // ---- the mouse and the slides ----
 
+// By what the hub says of the display. Pictures of the scene are made anew for another.
+void StoryboardParts::Measure() {
+  const double scale = PixelsPerPoint(partners.hub.Get());
+  if (scale == place.scale) return;
+  place.scale = scale;
+  MoveTo(place, room);
+  pictures.SetScale(scale);
+}
+
+void StoryboardParts::MoveMouse(int x, int y) {
+  Measure();
+  mouse.x = place.ToPanel(x);
+  mouse.y = place.ToPanel(y);
+}
+
 // Where memory runs out the panel shows no slides, until it does not.
 bool StoryboardParts::Refresh() {
   try {
@@ -85,6 +101,7 @@ bool StoryboardParts::Refresh() {
 }
 
 bool StoryboardParts::RefreshSlides() {
+  Measure();
   const bool dragged = grab.IsDragging();
   PanelSlides::Mouse over;
   over.point = mouse.GetPoint();

@@ -44,7 +44,7 @@ struct StoryboardParts {
   };
 
   struct Mouse {
-    int x = 0;
+    int x = 0;  // in pixels of the panel's own
     int y = 0;
     bool leftDown = false;
     int downX = 0;
@@ -88,6 +88,8 @@ struct StoryboardParts {
     });
   }
   void ForgetPress();
+  /// The mouse is on a pixel of the viewport.
+  void MoveMouse(int x, int y);
   /// The messages of a walk, for a recorder to draw; and from it again.
   void LendMessages(WalkRecorder& recorder) const;
   static void TakeMessages(WalkRecorder& recorder);
@@ -121,6 +123,7 @@ struct StoryboardParts {
   Lifeline lifeline;
 
  private:
+  void Measure();
   bool RefreshSlides();
   bool MakeEachPicture();
   bool UpdateMouse();

@@ -11,6 +11,7 @@
 #include "korvane/camera_operations.h"
 #include "korvane/renderer.h"
 #include "korvane/storyboard.h"
+#include "render/display_scale.h"
 #include "render/height_gauge.h"
 #include "render/render_pass.h"
 
@@ -196,6 +197,7 @@ void WalkRecorder::DrawHeight(Renderer& target) {
   const double now = GetHeight(startHeight);
   heightGauge->SetPosition({static_cast<double>(WrapAround(heightStart.x, viewport.x)),
                             static_cast<double>(WrapAround(heightStart.y, viewport.y))});
+  heightGauge->SetScale(PixelsPerPoint(hub.Get()));
   heightGauge->DrawGauge(target);
   heightGauge->DrawMarks(target, startHeight, now);
 }

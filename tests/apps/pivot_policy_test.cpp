@@ -31,7 +31,7 @@ class PivotPolicyTest : public apps_test::ViewerTest {
     ViewerTest::SetUp();
     viewer->Open({folder.Write("parts.obj", TWO_PARTS)});
     ComeToRest();
-    Press(SDLK_F1);  // the panel goes
+    Press(SDLK_F1, KMOD_LSHIFT);  // the panel goes
     viewer->GetDevices().AddSource(&source, "Test");
   }
   void TearDown() override {

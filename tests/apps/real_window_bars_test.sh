@@ -13,7 +13,7 @@ echo '{"version": 1, "welcomeSeen": true}' >"$kept"
 
 open_viewer "$work/house.obj" --log
 wait_for "no window with the name of the model" find_window
-xdotool key --window "$window" F1 # the panel is in the way of the left edge
+xdotool key --window "$window" shift+F1 # the panel is in the way of the left edge
 settle
 xdotool mousemove --window "$window" 400 300
 settle

@@ -50,7 +50,7 @@ class ViewerBarsTest : public ViewerTest {
  protected:
   void SetUp() override {
     ViewerTest::SetUp();
-    Press(SDLK_F1);  // the panel is in the way
+    Press(SDLK_F1, KMOD_LSHIFT);  // the panel is in the way
     ComeToRest();
   }
 
@@ -337,7 +337,7 @@ class KeptBarsTest : public ViewerBarsTest {
     options.settings = &*settings;
     viewer = std::make_unique<zovview::Viewer>(*window, options);
     viewer->Open({folder.Write("square.obj", SQUARE)});
-    Press(SDLK_F1);
+    Press(SDLK_F1, KMOD_LSHIFT);
     ComeToRest();
   }
   void TearDown() override {

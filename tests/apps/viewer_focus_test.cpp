@@ -223,7 +223,7 @@ TEST_F(ViewerFocusTest, the_buttons_of_the_cube_are_pressed_by_enter) {
 // ---- a disc ----
 
 TEST_F(ViewerFocusTest, each_wedge_of_a_disc_is_pressed_and_held_by_enter) {
-  Press(SDLK_F1);
+  Press(SDLK_F1, KMOD_LSHIFT);
   const auto open = [this] {
     Key(SDLK_ESCAPE);
     if (GetView().GetDisc().GetActiveDisc() == DiscType::None) {
@@ -263,7 +263,7 @@ TEST_F(ViewerFocusTest, each_wedge_of_a_disc_is_pressed_and_held_by_enter) {
 }
 
 TEST_F(ViewerFocusTest, a_wedge_that_is_held_is_dragged_by_arrows) {
-  Press(SDLK_F1);
+  Press(SDLK_F1, KMOD_LSHIFT);
   Move(400, 300);
   GetView().Run(*zovview::FindViewCommand("disc-full-navigation"));
   ComeToRest();
@@ -284,7 +284,7 @@ TEST_F(ViewerFocusTest, a_wedge_that_is_held_is_dragged_by_arrows) {
 // ---- the bars ----
 
 TEST_F(ViewerFocusTest, each_item_of_the_navigation_bar_is_pressed_by_enter) {
-  Press(SDLK_F1);
+  Press(SDLK_F1, KMOD_LSHIFT);
   ComeToRest();
   TabTo("Navigation bar");
   const Steps steps = Explore();
@@ -331,7 +331,7 @@ TEST_F(ViewerFocusTest, each_item_of_the_navigation_bar_is_pressed_by_enter) {
 }
 
 TEST_F(ViewerFocusTest, each_item_of_the_toolbar_is_pressed_by_enter) {
-  Press(SDLK_F1);
+  Press(SDLK_F1, KMOD_LSHIFT);
   GetView().Run(*zovview::FindViewCommand("toggle-tools"));
   ComeToRest();
   TabTo("Toolbar");

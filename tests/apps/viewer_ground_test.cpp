@@ -24,7 +24,7 @@ class ViewerGroundTest : public ViewerTest {
  protected:
   void SetUp() override {
     ViewerTest::SetUp();
-    Press(SDLK_F1);  // the panel is in the way
+    Press(SDLK_F1, KMOD_LSHIFT);  // the panel is in the way
     ComeToRest();
   }
 

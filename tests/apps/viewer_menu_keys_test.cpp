@@ -21,7 +21,7 @@ class ViewerMenuKeysTest : public apps_test::ViewerTest {
  protected:
   void SetUp() override {
     ViewerTest::SetUp();
-    Key(SDLK_F1);  // the panel goes
+    Key(SDLK_F1, KMOD_LSHIFT);  // the panel goes
     viewer->GetView(0).GetFocus().SetObserver([this](const FocusThing* thing) { Hear(present, thing); });
     viewer->GetMenuKeys().SetObserver([this](const FocusThing* thing) { Hear(marked, thing); });
   }

@@ -8,8 +8,10 @@
 #include <string>
 #include <string_view>
 
+#include "../host/large_meshes.h"
 #include "panel_stage.h"
 #include "settings/settings_file.h"
+#include "support/allocation_counter.h"
 #include "viewer_fixture.h"
 #include "views/view_tools.h"
 
@@ -61,6 +63,62 @@ class ViewerPanelTest : public ViewerTest {
     }
   }
 };
+
+// ---- what a frame costs ----
+
+// Of this program: the library that draws panels has an allocator of its own.
+TEST_F(ViewerPanelTest, a_frame_allocates_nearly_as_little_with_the_panel_as_without_it) {
+  constexpr int FRAMES = 20;
+  const auto count = [this] {
+    DrawFrames(10);
+    const AllocationCounter counter;
+    DrawFrames(FRAMES);
+    return static_cast<int>(counter.GetAllocations() / FRAMES);
+  };
+  Key(SDLK_F1);
+  ASSERT_TRUE(GetPanel().IsHelpOpen());
+  const int with = count();
+  PressAndRest(SDLK_F1, KMOD_LSHIFT);
+  const int without = count();
+  RecordProperty("allocations_with_the_panel", with);
+  RecordProperty("allocations_without_it", without);
+  EXPECT_LE(with - without, 12) << with << " with it, " << without << " without";
+  EXPECT_LE(without, 40);
+}
+
+// ---- the help ----
+
+TEST_F(ViewerPanelTest, the_keys_of_the_help_unfold_it_with_the_panel_and_fold_it_in_alone) {
+  ASSERT_TRUE(IsFolded());
+  Key(SDLK_F1);
+  EXPECT_FALSE(IsFolded());
+  EXPECT_TRUE(GetPanel().IsHelpOpen());
+  Key(SDLK_F1);
+  EXPECT_FALSE(IsFolded()) << "the panel stays";
+  EXPECT_FALSE(GetPanel().IsHelpOpen());
+  Type("?");
+  EXPECT_TRUE(GetPanel().IsHelpOpen());
+  Type("?");
+  EXPECT_FALSE(GetPanel().IsHelpOpen());
+  EXPECT_EQ(GetChoice(), "") << "nothing that lasts";
+}
+
+TEST_F(ViewerPanelTest, a_help_that_is_asked_for_is_brought_into_sight) {
+  UnfoldPanel();
+  ComeToRest();
+  Key(SDLK_F1);
+  EXPECT_GT(GetWindow().Scroll.y, 0.5F * GetWindow().Size.y) << "it is the last of the panel";
+}
+
+TEST_F(ViewerPanelTest, the_progress_of_a_load_lies_above_the_other_panels) {
+  UnfoldPanel();
+  ComeToRest();
+  viewer->Open({folder.Write("hills.stl", zovtest::MakeHillsStl(200))});
+  PressAndRest(SDLK_n);  // while it loads: the editor of a shot comes
+  const ImVector<ImGuiWindow*>& windows = ImGui::GetCurrentContext()->Windows;
+  ASSERT_NE(ImGui::FindWindowByName("##progress"), nullptr);
+  EXPECT_STREQ(windows.back()->Name, "##progress") << "it was the last that was drawn";
+}
 
 TEST_F(ViewerPanelTest, in_a_small_window_it_is_a_strip_that_a_press_unfolds_and_another_folds) {
   EXPECT_TRUE(IsFolded());

@@ -8,10 +8,17 @@
 #include <string>
 #include <vector>
 
+#include "disc_wedges.h"
 #include "korvane/helm_disc.h"
+#include "korvane/helm_disc_observer.h"
+#include "korvane/icon2d.h"
 #include "korvane/navigation_bar.h"
 #include "korvane/orientor.h"
+#include "korvane/pixel_icon2d.h"
+#include "korvane/rewind_history.h"
+#include "korvane/story.h"
 #include "korvane/toolbar.h"
+#include "korvane/track_menu.h"
 #include "viewer_fixture.h"
 
 namespace {
@@ -48,7 +55,7 @@ class ViewerScaleTest : public apps_test::ViewerTest {
     window = zovhost::Window::Create(options, error);
     ASSERT_NE(window, nullptr) << error;
     viewer = std::make_unique<zovview::Viewer>(*window);
-    viewer->Open({folder.Write("triangle.obj", apps_test::TRIANGLE)});
+    viewer->Open({folder.Write("square.obj", apps_test::SQUARE)});
     ComeToRest();
   }
 
@@ -91,11 +98,79 @@ class ViewerScaleTest : public apps_test::ViewerTest {
           Box2(Vector2(middle.x, middle.y), Vector2(size.x / 2.0, size.y / 2.0));
     }
   }
-  Places FindPlaces() const {
+  Box2 ToPoints(const Box2& pixels) const { return {ToPoints(pixels.center), ToPoints(pixels.halfExtent)}; }
+
+  void AddStoryboard(Places& places) const {
+    using Korvane::Storyboard;
+    const Storyboard& board = GetView().GetStory().GetBoard();
+    for (const auto part : {Storyboard::TITLE_PLAY, Storyboard::TITLE_CLOSE})
+      places["story title " + std::to_string(part)] = ToPoints(board.GetTitleBounds(part));
+    const Korvane::Sequence* const sequence = board.GetStory()->GetFirstSequence();
+    for (const auto part : {Storyboard::SLIDE_ITSELF, Storyboard::SLIDE_PLAY, Storyboard::SLIDE_TARGET}) {
+      Box2 bounds;
+      if (board.GetSlideBounds(sequence, part, bounds))
+        places["sequence " + std::to_string(part)] = ToPoints(bounds);
+      if (board.GetSlideBounds(sequence->GetFirstShot(), part, bounds))
+        places["shot " + std::to_string(part)] = ToPoints(bounds);
+    }
+  }
+  // Its wedges are pressed, which show the film strip and say what rests.
+  void AddDiscTools(Places& places) {
+    for (const SDL_Keycode key : {SDLK_5, SDLK_HOME}) PressAndRest(key);  // something to go back to
+    GetView().Run(*zovview::FindViewCommand("disc-tour-building"));
+    ComeToRest();
+    PressWedge(Korvane::HelmDiscZone::Rewind, [&] {
+      const Korvane::RewindHistory& strip = *GetView().GetDisc().GetHistory();
+      EXPECT_TRUE(strip.IsTimelineOpen());
+      const Korvane::DynamicIcon2D* const picture = strip.GetElementThumbnail(0);
+      ASSERT_NE(picture, nullptr) << strip.GetElementCount();
+      places["film strip"].halfExtent = ToPoints(picture->GetBounds().halfExtent);
+    });
+    PressWedge(Korvane::HelmDiscZone::Forward, [&] {
+      const double rest = GetHub().GetApplicationParameters().zoom_out_snap_size / window->GetScale();
+      places["gauge"].halfExtent = Vector2(rest, rest);
+    });
+  }
+  template <class Look>
+  void PressWedge(Korvane::HelmDiscZone zone, const Look& look) {
+    Push(SDL_MOUSEMOTION, window->GetWidth() / 2, window->GetHeight() / 2);
+    ComeToRest();
+    int x = 0;
+    int y = 0;
+    ASSERT_TRUE(zovview::FindWedge(GetView().GetDisc(), static_cast<int>(zone), x, y));
+    const int row = window->GetHeight() - 1 - y;
+    Push(SDL_MOUSEMOTION, x, row);
+    ComeToRest();
+    Push(SDL_MOUSEBUTTONDOWN, x, row);
+    Push(SDL_MOUSEMOTION, x + static_cast<int>(20.0 * window->GetScale()), row);
+    DrawFrames(3);
+    look();
+    Push(SDL_MOUSEBUTTONUP, x, row);
+    ComeToRest();
+  }
+  static void Push(Uint32 type, int x, int row) {
+    SDL_Event event = {};
+    event.type = type;
+    if (type == SDL_MOUSEMOTION) {
+      event.motion.x = x;
+      event.motion.y = row;
+    } else {
+      event.button.button = SDL_BUTTON_LEFT;
+      event.button.clicks = 1;
+      event.button.x = x;
+      event.button.y = row;
+    }
+    SDL_PushEvent(&event);
+  }
+  Places FindPlaces() {
     Places places;
     AddCube(places);
     AddBar(places);
     AddPanel(places);
+    PressAndRest(SDLK_n);
+    AddStoryboard(places);
+    PressAndRest(SDLK_y);
+    AddDiscTools(places);
     const double disc = GetView().GetDisc().GetParameters().largeDiscSize / window->GetScale();
     places["disc"].halfExtent = Vector2(disc, disc);
     return places;
@@ -169,6 +244,46 @@ TEST_F(ViewerScaleTest, another_scale_while_it_runs_draws_everything_anew) {
   ChangeScale(1.0);
   EXPECT_EQ(GetView().GetCube().GetScreenSize(), size);
   EXPECT_EQ(GetView().GetDisc().GetParameters().largeDiscSize, disc);
+}
+
+TEST_F(ViewerScaleTest, the_storyboard_follows_while_it_runs) {
+  Start(1.0);
+  PressAndRest(SDLK_n);
+  Places before;
+  AddStoryboard(before);
+  ASSERT_EQ(before.size(), 8U);
+  for (const double scale : {2.0, 1.25, 1.0}) {
+    SCOPED_TRACE(scale);
+    ChangeScale(scale);
+    Places now;
+    AddStoryboard(now);
+    ExpectSame(before, now);
+  }
+}
+
+TEST_F(ViewerScaleTest, the_welcome_screen_is_as_large_in_points) {
+  for (const double scale : SCALES) {
+    SCOPED_TRACE(scale);
+    Start(scale);
+    zovview::SettingsFile settings(folder.GetPath() / ("settings" + std::to_string(scale) + ".json"));
+    zovview::Viewer::Options options;
+    options.settings = &settings;
+    viewer.reset();
+    viewer = std::make_unique<zovview::Viewer>(*window, options);
+    viewer->Open({folder.Write("triangle.obj", apps_test::TRIANGLE)});
+    ComeToRest();
+    for (const double shown : {scale, 2.0, scale}) {
+      ChangeScale(shown);
+      const Korvane::TrackMenu* const menu = GetView().GetDisc().GetWelcomeTrackMenu();
+      ASSERT_NE(menu, nullptr);
+      EXPECT_EQ(menu->GetWidth(), static_cast<int>(512.0 * shown));
+      const Vector2 middle(window->GetWidth() / 2.0, window->GetHeight() / 2.0);
+      const Vector2 place = GetView().GetDisc().GetWelcomeTrackMenu()->GetRegionMap()->GetPosition();
+      EXPECT_NEAR(place.x, middle.x, 1.0);
+      EXPECT_NEAR(place.y, middle.y, 1.0);
+    }
+    viewer.reset();  // before its settings
+  }
 }
 
 TEST_F(ViewerScaleTest, a_size_that_is_chosen_is_one_of_points) {

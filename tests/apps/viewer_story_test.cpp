@@ -32,7 +32,7 @@ class ViewerStoryTest : public ViewerTest {
  protected:
   void SetUp() override {
     ViewerTest::SetUp();
-    Press(SDLK_F1);  // the panel is in the way
+    Press(SDLK_F1, KMOD_LSHIFT);  // the panel is in the way
     ComeToRest();
   }
 

@@ -331,7 +331,7 @@ class SplitTest : public ViewerTest {
     options.views = 2;
     viewer = std::make_unique<zovview::Viewer>(*window, options);
     viewer->Open({folder.Write("square.obj", SQUARE)});
-    Press(SDLK_F1);  // the panel is in the way
+    Press(SDLK_F1, KMOD_LSHIFT);  // the panel is in the way
     ComeToRest();
   }
 
@@ -379,7 +379,7 @@ class GridTest : public ViewerTest {
     options.views = count;
     viewer = std::make_unique<zovview::Viewer>(*window, options);
     viewer->Open({folder.Write("square.obj", SQUARE)});
-    Press(SDLK_F1);  // the panel is in the way
+    Press(SDLK_F1, KMOD_LSHIFT);  // the panel is in the way
     ComeToRest();
   }
   const Korvane::CameraParameters& CameraOf(std::size_t view) {
@@ -592,7 +592,7 @@ TEST_F(ViewerTest, the_middle_button_pressed_twice_fits_all) {
 }
 
 // Over the panel a button of the pointer is the panel's.
-TEST_F(ViewerTest, the_question_mark_opens_and_closes_the_panel_as_its_own_key_does) {
+TEST_F(ViewerTest, shift_with_the_key_of_the_help_hides_the_panel_and_shows_it) {
   const auto isOverPanel = [this] {
     const Korvane::Vector3 before = GetHub().GetView().eye;
     Press(SDLK_5);
@@ -607,11 +607,9 @@ TEST_F(ViewerTest, the_question_mark_opens_and_closes_the_panel_as_its_own_key_d
     return !stepped;
   };
   EXPECT_TRUE(isOverPanel());
-  Type("?");
-  ComeToRest();
+  PressAndRest(SDLK_F1, KMOD_LSHIFT);
   EXPECT_FALSE(isOverPanel());
-  Press(SDLK_F1);
-  ComeToRest();
+  PressAndRest(SDLK_F1, KMOD_LSHIFT);
   EXPECT_TRUE(isOverPanel());
 }
 
@@ -626,7 +624,7 @@ class WelcomeTest : public ViewerTest {
     options.settings = &*settings;
     viewer = std::make_unique<zovview::Viewer>(*window, options);
     viewer->Open({folder.Write("square.obj", SQUARE)});
-    Press(SDLK_F1);  // the panel is in the way
+    Press(SDLK_F1, KMOD_LSHIFT);  // the panel is in the way
     ComeToRest();
   }
   Korvane::HelmDisc& GetDisc() { return viewer->GetView(0).GetDisc(); }

@@ -34,7 +34,7 @@ class ViewerTouchTest : public apps_test::ViewerTest {
   void SetUp() override {
     ViewerTest::SetUp();
     Drop(folder.Write("square.obj", SQUARE));
-    Press(SDLK_F1);  // the panel is in the way
+    Press(SDLK_F1, KMOD_LSHIFT);  // the panel is in the way
     ComeToRest();
   }
 
@@ -341,7 +341,7 @@ TEST_F(ViewerTouchTest, the_pointer_is_nowhere_when_the_finger_is_lifted) {
 
 TEST_F(ViewerTouchTest, a_finger_on_the_panel_is_its_mouse) {
   UnfoldPanel();
-  Press(SDLK_F1);
+  Press(SDLK_F1, KMOD_LSHIFT);
   ComeToRest();
   const Vector3 eye = GetCamera().eye;
   // All over it, with the view beside it out of reach.
@@ -395,7 +395,7 @@ TEST_F(ViewerTouchTest, what_fingers_do_is_recorded) {
   viewer = std::make_unique<zovview::Viewer>(*window, options);
   viewer->Open({folder.Write("square.obj", SQUARE)});
   ComeToRest();
-  Press(SDLK_F1);
+  Press(SDLK_F1, KMOD_LSHIFT);
   ComeToRest();
   Down(0, 300, 300);
   Down(1, 400, 310);

@@ -312,6 +312,17 @@ TEST_F(ForwardWedge, the_gauge_shows_the_way_of_a_drag) {
   EXPECT_TRUE(IsDrawn(drawn[1], 99, {500, 300 - 50 + t * 66 - 22}, size, size));
 }
 
+TEST_F(ForwardWedge, the_gauge_and_the_way_that_rests_count_in_points) {
+  Settings().pixels_per_point = 2.0F;
+  Press();
+  auto drawn = Draw();
+  ASSERT_EQ(drawn.size(), 2U);
+  EXPECT_TRUE(IsDrawn(drawn[0], 98, {500, 300 - 44}, 256, 512));
+  EXPECT_TRUE(IsDrawn(drawn[1], 99, {500, 300 - 100 - 44}, 140, 140));
+  EXPECT_EQ(Settings().zoom_in_snap_size, 400);
+  EXPECT_EQ(Settings().zoom_out_snap_size, 400);
+}
+
 TEST_F(ForwardWedge, what_the_gauge_shows_never_gets_too_small) {
   Settings().zoom_min_limit_multiplier = 1.0;
   Press();

@@ -65,6 +65,16 @@ TEST_F(HeightWedge, the_gauge_shows_the_height_of_the_start_and_of_now) {
   EXPECT_TRUE(IsDrawn(drawn[2], 97, {500, 300 - 43}, 32, 32));
 }
 
+TEST_F(HeightWedge, the_gauge_counts_in_points) {
+  Settings().pixels_per_point = 1.5F;
+  hub.view.eye.y = hub.view.centre.y = 4;
+  Press();
+  const auto drawn = Draw();
+  ASSERT_EQ(drawn.size(), 3U);
+  EXPECT_TRUE(IsDrawn(drawn[0], 95, {500, 300}, 192, 192));
+  EXPECT_TRUE(IsDrawn(drawn[1], 96, {500, 332.25}, 48, 48));
+}
+
 TEST_F(HeightWedge, a_wrapped_press_shows_its_gauge_in_the_view) {
   struct {
     int x;
@@ -161,6 +171,14 @@ TEST_F(RollWedge, a_drag_is_the_roll_operation_around_the_marked_pivot) {
 
 // The pivot (1, 2, -3) lies 13 before the eye at (0, 0, 10), where half the view of 45 degrees is 13 wide and
 // high: 1 / 13 and 2 / 13 of half a view off the middle.
+TEST_F(RollWedge, the_ring_counts_in_points) {
+  Settings().pixels_per_point = 3.0F;
+  Press();
+  const auto drawn = Draw();
+  ASSERT_FALSE(drawn.empty());
+  EXPECT_EQ(drawn[0].bounds.halfExtent, Vector2(192, 192));
+}
+
 TEST_F(RollWedge, the_ring_stands_around_the_pivot) {
   Press();
   const auto drawn = Draw();

@@ -85,6 +85,21 @@ std::vector<int> HeldTextures(const std::vector<std::string>& calls) {
 
 using Numbers = std::vector<int>;
 
+// ---- its size ----
+
+TEST_F(WelcomeTest, counts_in_points) {
+  StartOn(true);
+  for (const float scale : {1.5F, 2.0F, 1.0F}) {
+    hub.GetApplicationParameters().pixels_per_point = scale;
+    disc.SetWelcomeMenuPosition(100, 50);
+    const double half = 256.0 * static_cast<double>(scale);
+    EXPECT_EQ(disc.open.welcome.shown->GetPosition(), Vector2(100 + half, 50 + half));
+    EXPECT_EQ(disc.open.welcome.shown->GetWidth(), 2.0 * half);
+    EXPECT_EQ(Menu().GetWidth(), static_cast<int>(120.0F * scale)) << "as large as its map";
+    EXPECT_EQ(Menu().GetRegionMap()->GetPosition(), disc.open.welcome.GetMiddle());
+  }
+}
+
 // ---- tables ----
 
 TEST(WelcomeMenuParts, have_their_numbers) {

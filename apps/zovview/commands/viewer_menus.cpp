@@ -2,6 +2,7 @@
 
 #include <imgui.h>
 
+#include <algorithm>
 #include <array>
 #include <span>
 #include <string>
@@ -20,6 +21,16 @@ using Place = ViewCommand::Place;
 namespace {
 
 constexpr const char* POPUP = "##menu";
+
+// All of it, wherever it was asked for.
+void KeepInWindow() {
+  const ImVec2 screen = ImGui::GetIO().DisplaySize;
+  const ImVec2 size = ImGui::GetWindowSize();
+  const ImVec2 place = ImGui::GetWindowPos();
+  const ImVec2 kept(std::clamp(place.x, 0.0F, std::max(0.0F, screen.x - size.x)),
+                    std::clamp(place.y, 0.0F, std::max(0.0F, screen.y - size.y)));
+  if (kept.x != place.x || kept.y != place.y) ImGui::SetWindowPos(kept);
+}
 
 // At the end of the last item, in the colour by which the Gui knows a tick.
 void DrawTick() {
@@ -295,6 +306,7 @@ const ViewCommand* ViewerMenus::Draw(const ViewTarget& target) {
     keys.EndFrame();
     return nullptr;
   }
+  KeepInWindow();
   const ViewCommand* const chosen = MENUS[static_cast<std::size_t>(kind)]({target, keys});
   if (closes) ImGui::CloseCurrentPopup();
   ImGui::EndPopup();

@@ -27,6 +27,8 @@ constexpr float BAR_WIDTH = 320.0F;  // points
 constexpr float LOWEST_PANEL = 60.0F;
 constexpr float BESIDE_CUBE = 4.0F;
 constexpr int COLUMNS = 2;
+// A panel knows in the next frame how far it can scroll.
+constexpr int FRAMES_TO_HELP = 3;
 constexpr int HEADINGS = 1'000'000;  // above the numbers of all commands
 constexpr ImGuiWindowFlags PANEL = STILL | ImGuiWindowFlags_AlwaysAutoResize | ImGuiWindowFlags_NoTitleBar;
 constexpr ImGuiWindowFlags NOTICE =
@@ -50,11 +52,11 @@ void DrawKeyOfItem(const PanelWords::Words& words, float right) {
                                       ImGui::GetColorU32(ImGuiCol_TextDisabled), words.key.c_str());
 }
 
-// Above the storyboard, which counts in pixels.
+// Above the storyboard.
 float FindFoot(const ViewTarget& target) {
   const ImGuiIO& io = ImGui::GetIO();
   const bool boardShows = target.story != nullptr && target.story->IsShown();
-  const float below = boardShows ? ViewStory::HEIGHT / std::max(1.0F, io.DisplayFramebufferScale.y) : 0.0F;
+  const float below = boardShows ? ViewStory::HEIGHT : 0.0F;
   return io.DisplaySize.y - below - MARGIN;
 }
 
@@ -67,6 +69,7 @@ void DrawProgress(const LoadingStatus& status) {
   const ImVec2 size = ImGui::GetIO().DisplaySize;
   zovhost::PlaceNextPanel(size.x * 0.5F, size.y * 0.5F, 0.5F, 0.5F, true);
   if (ImGui::Begin("##progress", nullptr, NOTICE)) {
+    zovhost::RaisePanel();
     const zovhost::Phrases& phrases = zovhost::GetPhrases();
     const std::string opening = phrases.SayPlain("Opening {}", {phrases.SayPlain(status.name.c_str())});
     ImGui::TextUnformatted(zovhost::ToPanelText(opening).c_str());
@@ -116,7 +119,16 @@ void ViewerPanel::ToggleVisible() {
   openForHelp = false;
 }
 
-void ViewerPanel::ShowHelp() { visible = helpWanted = openForHelp = true; }
+void ViewerPanel::ShowHelp() {
+  visible = openForHelp = true;
+  helpWanted = true;
+  framesToHelp = FRAMES_TO_HELP;
+}
+
+void ViewerPanel::ToggleHelp() {
+  if (!visible || folded || !helpOpen) return ShowHelp();
+  helpWanted = false;
+}
 
 // ---- its place ----
 
@@ -266,8 +278,14 @@ const ViewCommand* ViewerPanel::DrawLanguages(const ViewTarget& target) {
   return chosen;
 }
 
-void ViewerPanel::DrawHelp(bool unfold) {
-  if (!DrawHeading("Help", unfold)) return;
+void ViewerPanel::DrawHelp(std::optional<bool> wanted) {
+  if (wanted == false) ImGui::SetNextItemOpen(false);
+  helpOpen = DrawHeading("Help", wanted == true);
+  if (framesToHelp > 0) {
+    ImGui::SetScrollHereY(0.0F);
+    if (--framesToHelp > 0) requestFrame();
+  }
+  if (!helpOpen) return;
   const float column = words.GetHelpColumn();
   ImGui::PushTextWrapPos(std::max(GetRightOfKeys() - ImGui::GetWindowPos().x, 2.0F * column));
   for (const PanelWords::Line& line : words.GetHelp()) {
@@ -355,7 +373,7 @@ const ViewCommand* ViewerPanel::DrawNamedViews(const ViewTarget& target) {
   return chosen;
 }
 
-const ViewCommand* ViewerPanel::DrawSections(const ViewTarget& target, bool unfoldHelp) {
+const ViewCommand* ViewerPanel::DrawSections(const ViewTarget& target, std::optional<bool> help) {
   const ViewCommand* chosen = nullptr;
   const auto take = [&chosen](const ViewCommand* command) {
     if (command != nullptr) chosen = command;
@@ -381,7 +399,7 @@ const ViewCommand* ViewerPanel::DrawSections(const ViewTarget& target, bool unfo
     ImGui::TextDisabled("%s", zovhost::Say("Orbit"));
     take(DrawChoices(ViewCommand::Place::Pivots, target));
   }
-  DrawHelp(unfoldHelp);
+  DrawHelp(help);
   return chosen;
 }
 
@@ -409,7 +427,7 @@ void ViewerPanel::DrawHead(const PanelContents& contents, const ViewTarget& targ
 }
 
 const ViewCommand* ViewerPanel::DrawPanel(const PanelContents& contents, const ViewTarget& target) {
-  const bool unfoldHelp = std::exchange(helpWanted, false);
+  const std::optional<bool> help = std::exchange(helpWanted, std::nullopt);
   const float width = FindWidth();
   const Room room = FindRoom(contents, target, MARGIN + width);
   zovhost::PlaceNextPanel(MARGIN, room.top, 0.0F, 0.0F, true);
@@ -423,7 +441,7 @@ const ViewCommand* ViewerPanel::DrawPanel(const PanelContents& contents, const V
     if (countText.IsOld(words, count))
       countText.Set(zovhost::Say("{} triangles", {GroupDigits(contents.triangleCount)}));
     ImGui::TextDisabled("%s", countText.Get().c_str());
-    chosen = DrawSections(target, unfoldHelp);
+    chosen = DrawSections(target, help);
   }
   ImGui::End();
   return chosen;

@@ -48,8 +48,9 @@ class ViewerPanel {
   /// Panels do not fold themselves in views that are as wide, in points.
   static constexpr float LEAST_VIEW = 1000.0F;
 
-  /// `requestFrame` is called when something is to be drawn later; empty: nobody is.
-  explicit ViewerPanel(std::function<void()> requestFrame = {}) : tip(std::move(requestFrame)) {}
+  /// `onRequest` is called when something is to be drawn later.
+  explicit ViewerPanel(std::function<void()> onRequest = [] {})
+      : requestFrame(std::move(onRequest)), tip(requestFrame) {}
 
   /// The command that was chosen; null for none. `target` is what the panel shows the settings of.
   const ViewCommand* Draw(const PanelContents& contents, const ViewTarget& target);
@@ -66,6 +67,9 @@ class ViewerPanel {
   void ShowFocus(const zovhost::FocusThing* thing);
   /// The panel, with its help unfolded.
   void ShowHelp();
+  /// That, or folds the help in where it shows; the panel stays.
+  void ToggleHelp();
+  bool IsHelpOpen() const { return visible && !folded && helpOpen; }
   const NamedViewsPanel& GetNamedViews() const { return namedViews; }
   /// The tooltip that shows; null for none.
   const char* GetTip() const { return tip.GetText(); }
@@ -87,7 +91,7 @@ class ViewerPanel {
 
   const ViewCommand* DrawPanel(const PanelContents& contents, const ViewTarget& target);
   const ViewCommand* DrawStrip(const PanelContents& contents, const ViewTarget& target);
-  const ViewCommand* DrawSections(const ViewTarget& target, bool unfoldHelp);
+  const ViewCommand* DrawSections(const ViewTarget& target, std::optional<bool> help);
   const ViewCommand* DrawButtons(ViewCommand::Place place, const ViewTarget& target);
   const ViewCommand* DrawSettings(const ViewTarget& target);
   const ViewCommand* DrawNamedViews(const ViewTarget& target);
@@ -95,7 +99,7 @@ class ViewerPanel {
   const ViewCommand* DrawLanguages(const ViewTarget& target);
   const ViewCommand* DrawStripButton(const ViewCommand& command, const ViewTarget& target);
   bool DrawButton(const ViewCommand& command, bool lit);
-  void DrawHelp(bool unfold);
+  void DrawHelp(std::optional<bool> wanted);
   void DrawHead(const PanelContents& contents, const ViewTarget& target);
   void DrawSelection(const std::string& name);
   bool DrawHeading(const char* label, bool unfold = false);
@@ -109,8 +113,11 @@ class ViewerPanel {
   bool NoteItem(int id, const char* name, zovhost::FocusRole role, bool on);
   void NoteTip(int id, const char* text);
 
+  const std::function<void()> requestFrame;
   bool visible = true;
-  bool helpWanted = false;
+  std::optional<bool> helpWanted;  // to be unfolded, or folded in
+  bool helpOpen = false;
+  int framesToHelp = 0;      // in which the panel scrolls to it
   bool openForHelp = false;  // as long as the help was asked for, whatever was chosen
   bool folded = false;
   float reach = 0.0F;

@@ -21,9 +21,9 @@ class ViewerViewManager;
 /// in.
 class ViewStory {
  public:
-  /// Pixels between the corner of the view and the panel.
+  /// Points between the corner of the view and the panel.
   static constexpr int MARGIN = 12;
-  /// Of what the panel takes of the view, in pixels from its lower edge.
+  /// Of what the panel takes of the view, in points from its lower edge.
   static constexpr float HEIGHT = MARGIN + 243.0F + 16.0F;
 
   ViewStory(ViewerViewManager& manager, zovhost::ViewHub& hub);

@@ -96,7 +96,12 @@ void Viewer::OnKeyEvent(const WindowEvent& event) {
     return window.RequestFrame();
   }
   if (pressed && (event.key == SDLK_F1 || event.key == SDLK_QUESTION)) {
-    panel.ToggleVisible();
+    const bool ofPanel = event.key == SDLK_F1 && (event.modifiers & WindowEvent::SHIFT) != 0;
+    if (ofPanel) {
+      panel.ToggleVisible();
+    } else {
+      panel.ToggleHelp();
+    }
     return window.RequestFrame();
   }
   if (pressed && event.key == SDLK_F11) {

@@ -119,6 +119,9 @@ void Viewport::SetScale(double value) {
   SetDiscSize(target, false, miniDisc);
   if (!surroundings.plainCube) zovhost::ResizeCube(cube.GetParameters(), scale);
   const auto reach = static_cast<int>(std::lround(zovhost::ClickWatch::REACH * scale));
+  hub.GetApplicationParameters().pixels_per_point = static_cast<float>(scale);
+  disc.GetHistory()->SetScale(scale);
+  manager.PlaceWelcome();
   clicks.SetReach(reach);
   middleClicks.SetReach(reach);
   hub.RequestApplicationUpdate();

@@ -14,7 +14,7 @@ using Korvane::Vector2;
 
 namespace {
 
-constexpr double DROP = 64.0;  // pixels below the pointer, as during a gesture
+constexpr double DROP = 64.0;  // points below the pointer, as during a gesture
 
 }  // namespace
 
@@ -54,7 +54,7 @@ void ToolNote::Draw(Renderer& renderer, const Korvane::CameraOperations& hub, in
   if (!shown || !inView) return;
   const Korvane::Box2 viewport(size / 2.0, size / 2.0);
   if (!renderer.BeginRender(viewport, hub.GetCameraParameters(), Renderer::RENDER_OVERLAY)) return;
-  icon->SetPosition(Vector2(x, y - DROP));
+  icon->SetPosition(Vector2(x, y - DROP * parameters.pixels_per_point));
   renderer.Render(icon);
   renderer.EndRender();
 }

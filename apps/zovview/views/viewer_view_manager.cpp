@@ -9,7 +9,7 @@ namespace zovview {
 
 namespace {
 
-constexpr int WELCOME_SIZE = 512;  // pixels, of the welcome screen's picture
+constexpr double WELCOME_SIZE = 512.0;  // points, of the welcome screen's picture
 
 }  // namespace
 
@@ -45,8 +45,15 @@ bool ViewerViewManager::Destroy() {
 
 void ViewerViewManager::Refresh() {
   WindowViewManager::Refresh();
+  PlaceWelcome();
+}
+
+void ViewerViewManager::PlaceWelcome() {
   if (helmDisc == nullptr) return;
-  helmDisc->SetWelcomeMenuPosition((viewportWidth - WELCOME_SIZE) / 2, (viewportHeight - WELCOME_SIZE) / 2);
+  const double scale =
+      cameraOperations != nullptr ? cameraOperations->GetApplicationParameters().pixels_per_point : 1.0;
+  const auto size = static_cast<int>(WELCOME_SIZE * scale);
+  helmDisc->SetWelcomeMenuPosition((viewportWidth - size) / 2, (viewportHeight - size) / 2);
 }
 
 // ---- the active tool ----

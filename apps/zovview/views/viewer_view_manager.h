@@ -29,6 +29,8 @@ class ViewerViewManager : public zovhost::WindowViewManager {
   const ToolNote& GetToolNote() const { return toolNote; }
   /// The welcome screen of the discs stands in the middle.
   void Refresh() override;
+  /// In the middle, after a change of the scale too.
+  void PlaceWelcome();
 
  protected:
   bool WantToolClicks() const override;

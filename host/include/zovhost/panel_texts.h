@@ -25,6 +25,9 @@ float MirrorPlace(float x);
 /// height from its left and its top lies there. `always`, or else when it appears.
 void PlaceNextPanel(float x, float y, float fractionX, float fractionY, bool always);
 
+/// The panel that is being put together lies above all others, but what asks something, and menus.
+void RaisePanel();
+
 /// The keys go to the item that is drawn next, and from there through its panel, until they are given back,
 /// by Escape too, or the pointer presses beside it.
 void TakeKeys();

@@ -15,17 +15,18 @@ using Korvane::Vector2;
 
 namespace {
 
-// Pixels from the tip of the pointer, whose picture lies below it and to the right.
+// Points from the tip of the pointer, whose picture lies below it and to the right.
 constexpr double besidePointer = 10.0;
 constexpr double belowPointer = 22.0;
 constexpr double border = 4.0;  // that a note keeps to the viewport's
 
 // Below the pointer; above it where there is no room, and within the viewport to the left and the right.
-Vector2 Place(const Vector2& pointer, const Vector2& half, const Vector2& viewport) {
-  const double below = pointer.y - belowPointer - half.y;
-  const double y = below - half.y >= border ? below : pointer.y + border + half.y;
-  const double most = viewport.x - border - half.x;
-  const double x = std::max(std::min(pointer.x + besidePointer + half.x, most), border + half.x);
+Vector2 Place(const Vector2& pointer, const Vector2& half, const Vector2& viewport, double scale) {
+  const double edge = border * scale;
+  const double below = pointer.y - belowPointer * scale - half.y;
+  const double y = below - half.y >= edge ? below : pointer.y + edge + half.y;
+  const double most = viewport.x - edge - half.x;
+  const double x = std::max(std::min(pointer.x + besidePointer * scale + half.x, most), edge + half.x);
   return {x, y};
 }
 
@@ -92,7 +93,8 @@ void TooltipNote::Draw(const Korvane::CameraOperations& hub, int viewportWidth, 
   const Box2 viewport(size / 2.0, size / 2.0);
   if (!renderer->BeginRender(viewport, hub.GetCameraParameters(), Renderer::RENDER_OVERLAY)) return;
   const Vector2 anchor = icon->GetPosition();
-  const Vector2 place = Place(anchor, icon->GetBounds().halfExtent, size);
+  const Vector2 place =
+      Place(anchor, icon->GetBounds().halfExtent, size, hub.GetApplicationParameters().pixels_per_point);
   icon->SetPosition(Vector2(std::floor(place.x), std::floor(place.y)));
   renderer->Render(icon);
   icon->SetPosition(anchor);

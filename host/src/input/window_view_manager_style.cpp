@@ -165,7 +165,9 @@ void WindowViewManager::FollowModifiers(unsigned modifiers) {
 
 bool WindowViewManager::OnMouseMove(int x, int y) {
   if (stylePress.has_value()) {
-    const auto isFar = [](int a, int b) { return std::abs(a - b) > ClickWatch::REACH; };
+    const double scale =
+        cameraOperations != nullptr ? cameraOperations->GetApplicationParameters().pixels_per_point : 1.0;
+    const auto isFar = [reach = ClickWatch::REACH * scale](int a, int b) { return std::abs(a - b) > reach; };
     if (isFar(x, stylePress->position.x) || isFar(y, stylePress->position.y)) stylePress->strayed = true;
   }
   if (!styleDrag->IsOperating()) return ViewManager::OnMouseMove(x, y);

@@ -1,6 +1,7 @@
 #include "zovhost/panel_texts.h"
 
 #include <imgui.h>
+#include <imgui_internal.h>
 
 #include <algorithm>
 #include <cfloat>
@@ -39,6 +40,11 @@ void PlaceNextPanel(float x, float y, float fractionX, float fractionY, bool alw
   const float fraction = ArePanelsMirrored() ? 1.0F - fractionX : fractionX;
   ImGui::SetNextWindowPos(ImVec2(MirrorPlace(x), y), always ? ImGuiCond_Always : ImGuiCond_Appearing,
                           ImVec2(fraction, fractionY));
+}
+
+void RaisePanel() {
+  const ImGuiContext& context = *ImGui::GetCurrentContext();
+  if (context.OpenPopupStack.empty()) ImGui::BringWindowToDisplayFront(context.CurrentWindow);
 }
 
 void TakeKeys() {

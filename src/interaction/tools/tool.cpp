@@ -9,6 +9,7 @@
 #include "korvane/pivot_ball.h"
 #include "korvane/renderer.h"
 #include "korvane/shot_watch.h"
+#include "render/display_scale.h"
 #include "render/render_pass.h"
 
 namespace Korvane {
@@ -171,8 +172,8 @@ void Tool::DrawNotes() {
   const int width = parameters.viewport_width;
   const int height = parameters.viewport_height;
   if (mouseHUD != nullptr) {
-    mouseHUD->SetPosition(
-        {static_cast<double>(WrapIntoView(mouseX, width)), WrapIntoView(mouseY, height) - MOUSE_NOTE_DROP});
+    mouseHUD->SetPosition({static_cast<double>(WrapIntoView(mouseX, width)),
+                           WrapIntoView(mouseY, height) - MOUSE_NOTE_DROP * PixelsPerPoint(parameters)});
   }
   if (viewportHUD != nullptr) {
     viewportHUD->SetPosition(Vector2(width * 0.5, viewportHUD->GetHeight()) + viewHUDOffset);

@@ -37,7 +37,10 @@ class RewindElements {
   bool Update(int index, const CameraParameters& camera);
   bool UpdateLast(const CameraParameters& camera);
   bool SetThumbnail(int index, DynamicIcon2D* icon);
-  void MakeThumbnails() { thumbnails.Make(list, cameras, strip.thumbnailSize); }
+  void MakeThumbnails() {
+    thumbnails.Make(list, cameras, static_cast<float>(strip.thumbnailSize * strip.scale));
+  }
+  void DropThumbnails() { thumbnails.GiveBack(RewindThumbnails::TakeAll(list)); }
   void SetRenderer(Renderer* renderer);
 
   int RemoveOldest(int count);

@@ -169,6 +169,10 @@ bool RewindHistory::GetSnapEnabled() const { return parts->strip.snapEnabled; }
 void RewindHistory::SetSnapEnabled(bool enabled) { parts->strip.snapEnabled = enabled; }
 void RewindHistory::SetThumbnailSize(float size) { parts->timeline.SetThumbnailSize(size); }
 void RewindHistory::SetThumbnailGapSize(float size) { parts->timeline.SetGapSize(size); }
+void RewindHistory::SetScale(double scale) {
+  const Kept kept = parts;
+  kept->timeline.SetScale(scale);
+}
 
 void RewindHistory::SetViewportSize(int width, int height) {
   if (width < 0 || height < 0) return;

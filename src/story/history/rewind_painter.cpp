@@ -8,8 +8,8 @@ constexpr double BRACKET_SIZE = 128.0;  // pixels
 
 }  // namespace
 
-void RewindPainter::DrawBracket(Renderer& target, const Vector2& position, bool snapped) {
-  Draw(target, snapped ? snappedBracket : bracket, Box2(position, Vector2(BRACKET_SIZE / 2.0)), 1.0);
+void RewindPainter::DrawBracket(Renderer& target, const Vector2& position, double scale, bool snapped) {
+  Draw(target, snapped ? snappedBracket : bracket, Box2(position, Vector2(BRACKET_SIZE * scale / 2.0)), 1.0);
 }
 
 void RewindPainter::DrawFrame(Renderer& target, const Box2& bounds, double weight) {

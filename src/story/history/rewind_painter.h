@@ -8,7 +8,7 @@ namespace Korvane {
 /// The pictures of the film strip itself, each one call in a pass that is open.
 class RewindPainter {
  public:
-  void DrawBracket(Renderer& target, const Vector2& position, bool snapped);
+  void DrawBracket(Renderer& target, const Vector2& position, double scale, bool snapped);
   /// Over the picture of an element.
   void DrawGlass(Renderer& target, const Box2& bounds) { Draw(target, glass, bounds, 1.0); }
   /// The two frames of an element: the one gives way to the other as it weighs more.

@@ -91,7 +91,7 @@ double RewindStrip::FindScroll(double mouseX, double first, double last) const {
 // The bracket goes to the element; while the strip scrolls the element comes to the bracket, and the rest of
 // its way is kept for the next step. The way that the strip takes.
 double RewindStrip::Snap(Elements elements, double scroll, double shift) {
-  const double reach = snapped ? STAY_DISTANCE : SNAP_DISTANCE;
+  const double reach = (snapped ? STAY_DISTANCE : SNAP_DISTANCE) * scale;
   const auto found = std::find_if(elements.begin(), elements.end(), [&](const Element& element) {
     return std::abs(element.bounds.center.x + shift - bracketPosition.x) < reach;
   });

@@ -7,15 +7,15 @@
 namespace Korvane {
 
 /// The film strip: where its elements stand, where the bracket stands between them, and how much each element
-/// weighs in the view. It only computes. Pixels, y upward; the strip runs along x.
+/// weighs in the view. It only computes. Pixels, y upward, but for sizes; the strip runs along x.
 struct RewindStrip {
   using Element = RewindHistory::HistoryElement;
   using Elements = std::span<Element>;
 
   /// From one element to the next.
-  double GetPitch() const { return static_cast<double>(thumbnailSize) + thumbnailGapSize; }
+  double GetPitch() const { return (static_cast<double>(thumbnailSize) + thumbnailGapSize) * scale; }
   /// A picture, wherever it stands.
-  Vector2 GetHalfSize() const { return Vector2(thumbnailSize / 2.0); }
+  Vector2 GetHalfSize() const { return Vector2(thumbnailSize * scale / 2.0); }
   /// The bracket has been left beside the current element: after it (1), before it (-1).
   bool LeansTo(int side) const { return bracketOffset.x * side < 0.0 && !layoutStale; }
 
@@ -28,6 +28,7 @@ struct RewindStrip {
 
   float thumbnailSize = 0.0F;
   float thumbnailGapSize = 0.0F;
+  double scale = 1.0;  // pixels for each of a size
   int viewportWidth = 0;
   int viewportHeight = 0;
 

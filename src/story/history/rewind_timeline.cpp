@@ -70,6 +70,18 @@ void RewindTimeline::PlaceAll() const {
 void RewindTimeline::SetThumbnailSize(float size) {
   if (!std::isfinite(size) || size < 0.0F) return;
   strip.thumbnailSize = size;
+  Space();
+}
+
+void RewindTimeline::SetScale(double scale) {
+  if (!std::isfinite(scale) || !(scale > 0.0) || scale == strip.scale) return;
+  strip.scale = scale;
+  const Lifeline::Watch lives(partners.life);
+  elements.DropThumbnails();
+  if (lives) Space();
+}
+
+void RewindTimeline::Space() {
   for (RewindElements::Element& element : elements.GetList()) element.bounds.halfExtent = strip.GetHalfSize();
   strip.Space(elements.GetList());
   PlaceAll();
@@ -93,7 +105,7 @@ void RewindTimeline::Draw(const CameraParameters& camera) {
 }
 
 void RewindTimeline::DrawStrip(Renderer& target) {
-  if (Draws(target)) painter.DrawBracket(target, strip.bracketPosition, strip.snapped);
+  if (Draws(target)) painter.DrawBracket(target, strip.bracketPosition, strip.scale, strip.snapped);
   for (int index = 0; Draws(target) && elements.Holds(index); ++index) DrawElement(target, index);
 }
 

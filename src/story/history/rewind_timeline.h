@@ -22,8 +22,11 @@ class RewindTimeline {
 
   void SetThumbnailSize(float size);
   void SetGapSize(float size);
+  /// Pixels for each of these sizes; pictures of another scale are given back.
+  void SetScale(double scale);
 
  private:
+  void Space();
   void PlaceAll() const;
   void DrawStrip(Renderer& target);
   void DrawElement(Renderer& target, int index);

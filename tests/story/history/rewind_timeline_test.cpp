@@ -1,5 +1,7 @@
 // What is drawn of the film strip.
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 #include "korvane/icon2d.h"
 #include "story/history/rewind_scene.h"
@@ -81,6 +83,28 @@ TEST_F(RewindDrawing, each_picture_has_its_place_and_opacity) {
     EXPECT_EQ(canvas.drawn[i].bounds.center, expected[i].bounds.center) << i;
     EXPECT_EQ(canvas.drawn[i].bounds.halfExtent, expected[i].bounds.halfExtent) << i;
     EXPECT_EQ(canvas.drawn[i].opacity, expected[i].opacity) << i;
+  }
+}
+
+TEST_F(RewindDrawing, another_scale_makes_all_larger_and_its_pictures_anew) {
+  Fill(2);
+  canvas.ClearCalls();
+  history.SetScale(2.0);
+  history.UpdateThumbnails();
+  const Lines calls = canvas.TakeCalls();
+  EXPECT_EQ(
+      std::count_if(calls.begin(), calls.end(),
+                    [](const auto& call) { return call.rfind("CreateSceneScreenshot(128, 128", 0) == 0; }),
+      2);
+  Open(400);
+  Draw();
+  ASSERT_EQ(canvas.drawn.size(), 9U);
+  EXPECT_EQ(canvas.drawn[0].bounds.halfExtent, Vector2(128, 128)) << "the bracket";
+  EXPECT_EQ(canvas.drawn[1].bounds.halfExtent, Vector2(64, 64));
+  EXPECT_EQ(canvas.drawn[5].bounds.center.x - canvas.drawn[1].bounds.center.x, 2.0 * 68.0);
+  for (const double scale : {0.0, -1.0, std::nan(""), std::numeric_limits<double>::infinity()}) {
+    history.SetScale(scale);
+    EXPECT_EQ(Strip().scale, 2.0);
   }
 }
 
