@@ -1,5 +1,6 @@
 #pragma once
 
+#include <utility>
 #include <vector>
 
 #include "story/history/rewind_partners.h"
@@ -40,7 +41,9 @@ class RewindElements {
   void MakeThumbnails() {
     thumbnails.Make(list, cameras, static_cast<float>(strip.thumbnailSize * strip.scale));
   }
-  void DropThumbnails() { thumbnails.GiveBack(RewindThumbnails::TakeAll(list)); }
+  void DropThumbnails() {
+    for (int i = 0; Holds(i); ++i) thumbnails.GiveBack(std::exchange(At(i).thumbnail, nullptr));
+  }
   void SetRenderer(Renderer* renderer);
 
   int RemoveOldest(int count);

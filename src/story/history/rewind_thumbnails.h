@@ -29,10 +29,8 @@ class RewindThumbnails {
   void GiveBack(DynamicIcon2D* icon) const;
   void GiveBack(const Elements& leaving) const;
 
-  /// Takes the pictures out of the elements.
-  static std::vector<DynamicIcon2D*> TakeAll(Elements& elements);
-
  private:
+  static std::vector<DynamicIcon2D*> TakeAll(Elements& elements);
   bool IsLost() const { return hasMaker && renderer.Get() == nullptr; }
   bool MakeOne(Elements& elements, std::size_t index, Lifeline& cameras, int size);
 
