@@ -8,7 +8,6 @@
 #include <string>
 #include <vector>
 
-#include "disc_wedges.h"
 #include "korvane/helm_disc.h"
 #include "korvane/helm_disc_observer.h"
 #include "korvane/icon2d.h"
@@ -19,6 +18,7 @@
 #include "korvane/story.h"
 #include "korvane/toolbar.h"
 #include "korvane/track_menu.h"
+#include "tour/disc_wedges.h"
 #include "viewer_fixture.h"
 
 namespace {
