@@ -102,6 +102,10 @@ class zovApplicationParameters {
   void set_use_look_at_obstruction_detection(bool value) {
     record->use_look_at_obstruction_detection = value;
   }
+  /// Pixels of the display to a point: what the library gives a size in pixels by itself is so many times as
+  /// large. 1 at first; anything not finite or not above 0 counts as 1.
+  double pixels_per_point() const { return static_cast<double>(record->pixels_per_point); }
+  void set_pixels_per_point(double value) { record->pixels_per_point = static_cast<float>(value); }
   /// The directions of the model. Front is the x axis.
   qmUnitVec3 scene_up_direction() const { return zovGeomUtils::kvvec_to_qmuvc(record->scene_up_direction); }
   void set_scene_up_direction(const qmUnitVec3& value) {

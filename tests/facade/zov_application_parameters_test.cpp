@@ -72,6 +72,7 @@ std::vector<FieldRow<Facade, Record>> Rows() {
       FIELD(zoom_sense_reversed),
       FIELD(look_invert_vertical_axis),
       FIELD(use_look_at_obstruction_detection),
+      FIELD(pixels_per_point),
       FIELD(scene_up_direction),
       FIELD(scene_front_direction),
       FIELD(scene_scale),

@@ -72,6 +72,7 @@ class PanelHand {
     event.type = down ? SDL_KEYDOWN : SDL_KEYUP;
     event.key.keysym.sym = SDLK_LCTRL;
     event.key.keysym.scancode = SDL_SCANCODE_LCTRL;
+    event.key.keysym.mod = static_cast<Uint16>(SDL_GetModState());
     SDL_PushEvent(&event);
     Rest();
   }

@@ -129,6 +129,27 @@ TEST_F(WindowTest, names_the_buttons) {
   EXPECT_EQ(events[4].button, MouseButton::Forward);
 }
 
+TEST_F(WindowTest, each_event_has_the_modifiers_of_its_moment_though_a_slow_frame_hears_of_all_at_once) {
+  const auto push = [this](Uint32 type, SDL_Keycode key, SDL_Keymod held) {
+    SDL_Event event = MakeEvent(type);
+    event.key.keysym.sym = key;
+    event.key.keysym.mod = static_cast<Uint16>(held);
+    SDL_PushEvent(&event);
+  };
+  PushMotion(10, 10);
+  push(SDL_KEYDOWN, SDLK_LSHIFT, KMOD_LSHIFT);
+  push(SDL_KEYDOWN, SDLK_F1, KMOD_LSHIFT);
+  PushMotion(20, 20);
+  push(SDL_KEYUP, SDLK_LSHIFT, KMOD_NONE);
+  push(SDL_KEYUP, SDLK_F1, KMOD_NONE);
+  PushMotion(30, 30);
+  Pump();
+  std::vector<unsigned> modifiers;
+  for (const WindowEvent& event : events) modifiers.push_back(event.modifiers);
+  const unsigned shift = WindowEvent::SHIFT;
+  EXPECT_EQ(modifiers, (std::vector<unsigned>{0, shift, shift, shift, 0, 0, 0}));
+}
+
 TEST_F(WindowTest, has_no_display_to_fill_offscreen) {
   EXPECT_FALSE(window->SetFullScreen(true));
   EXPECT_FALSE(window->IsFullScreen());

@@ -182,6 +182,7 @@ TEST_F(WindowTouchTest, a_wheel_turns_by_fractions_of_a_notch_and_a_level_one_no
 
 TEST_F(WindowTouchTest, a_wheel_that_shift_has_laid_over_turns_as_upright) {
   SDL_SetModState(KMOD_LSHIFT);
+  window->Step(0);
   PushWheel(0.25F, 0.0F);
   SDL_SetModState(KMOD_NONE);
   ASSERT_EQ(events.size(), 1U);

@@ -242,6 +242,7 @@ bool Window::Impl::Step(int longestWait) {
        more = SDL_PollEvent(&event)) {
     Handle(event);
   }
+  heldKeys = SDL_GetModState();
   if (!closed) DispatchTimers();
   if (!closed && frameRequested && CanDraw() && MillisecondsToFrame() == 0) DrawFrame();
   return !closed;

@@ -31,8 +31,7 @@ const ButtonName* FindButton(Uint8 native) {
   return nullptr;
 }
 
-unsigned GetModifiers() {
-  const SDL_Keymod state = SDL_GetModState();
+unsigned ToModifiers(SDL_Keymod state) {
   return ((state & KMOD_SHIFT) != 0 ? WindowEvent::SHIFT : 0U) |
          ((state & KMOD_CTRL) != 0 ? WindowEvent::CONTROL : 0U) |
          ((state & KMOD_ALT) != 0 ? WindowEvent::ALT : 0U);
@@ -60,6 +59,10 @@ void Window::Impl::Handle(const SDL_Event& event) {
   if (event.type == wakeEvent) {
     if (wakeHandler) wakeHandler();
     return;
+  }
+  // SDL itself only knows the modifiers of now, at the end of all that waits.
+  if (event.type == SDL_KEYDOWN || event.type == SDL_KEYUP) {
+    heldKeys = static_cast<SDL_Keymod>(event.key.keysym.mod);
   }
   if (event.type == SDL_WINDOWEVENT) HandleWindowEvent(event.window);
   LoseFingersOfGoneDevices();
@@ -93,7 +96,7 @@ void Window::Impl::Handle(const SDL_Event& event) {
 }
 
 void Window::Impl::Send(WindowEvent event) {
-  event.modifiers = GetModifiers();
+  event.modifiers = ToModifiers(heldKeys);
   if (eventHandler) eventHandler(event);
 }
 
@@ -173,7 +176,7 @@ void Window::Impl::HandleButton(const SDL_MouseButtonEvent& event) {
 void Window::Impl::HandleWheel(const SDL_MouseWheelEvent& event) {
   WindowEvent wheel = MakeEvent(WindowEvent::Type::Wheel);
   // With Shift held, some window systems turn an upright wheel into a level one.
-  const bool isLaidOver = event.preciseY == 0.0F && (SDL_GetModState() & KMOD_SHIFT) != 0;
+  const bool isLaidOver = event.preciseY == 0.0F && (heldKeys & KMOD_SHIFT) != 0;
   wheel.wheel = static_cast<double>(isLaidOver ? event.preciseX : event.preciseY);
   if (event.direction == SDL_MOUSEWHEEL_FLIPPED) wheel.wheel = -wheel.wheel;
   SetPosition(wheel, event.mouseX, event.mouseY);

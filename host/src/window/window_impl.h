@@ -111,7 +111,8 @@ class Window::Impl {
   std::function<TouchDevice(std::int64_t)> touchDevice;
   std::vector<Finger> fingers;
 
-  unsigned heldButtons = 0;  // one bit a MouseButton
+  unsigned heldButtons = 0;         // one bit a MouseButton
+  SDL_Keymod heldKeys = KMOD_NONE;  // that modify others, at the event that is handled
   bool warping = false;
   int warpX = 0;  // units
   int warpY = 0;
