@@ -107,12 +107,10 @@ class FakeSpnavDaemon {
     const int client = accept4(listener, nullptr, nullptr, SOCK_CLOEXEC);
     if (client < 0) return;
     CountVisit();
-    if (!behaviour.answers)
-      AddClient(client);
-    else if (Greet(client))
-      AddClient(client);
+    if (behaviour.answers)
+      Greet(client);
     else
-      close(client);
+      AddClient(client);
   }
   void CountVisit() {
     const std::lock_guard lock(mutex);
@@ -121,16 +119,24 @@ class FakeSpnavDaemon {
   }
   void AddClient(int client) {
     const std::lock_guard lock(mutex);
+    AddLocked(client);
+  }
+  void AddLocked(int client) {
     clients.push_back(client);
     ++accepted;
     come.notify_all();
   }
-  // The version that the client asks for.
-  static bool Greet(int client) {
+  // With the version that it asks for. Whoever has the answer is a client already: what the test sends from
+  // then on must reach it.
+  void Greet(int client) {
     std::int32_t version = 0;
-    if (recv(client, &version, sizeof version, MSG_WAITALL) != sizeof version) return false;
+    if (recv(client, &version, sizeof version, MSG_WAITALL) != sizeof version) {
+      close(client);
+      return;
+    }
+    const std::lock_guard lock(mutex);
     Send(&version, client, sizeof version);
-    return true;
+    AddLocked(client);
   }
   // Nothing is asked, so this is an end.
   void Forget(int client) {

@@ -236,6 +236,7 @@ TEST_F(SpnavSourceTest, an_old_daemon_that_answers_nothing_serves_too) {
   StartDaemon({false, true});
   StartSource();
   ASSERT_TRUE(WaitForDevice());
+  ASSERT_TRUE(daemon->WaitForClient());  // the source takes it for an old one without its doing anything
   daemon->Move(5, 4, 3, 2, 1, 0);
   EXPECT_TRUE(WaitForAxes({5, 4, 3, 2, 1, 0}));
 }
