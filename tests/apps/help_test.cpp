@@ -12,6 +12,7 @@
 #include "commands/view_commands.h"
 #include "zovhost/key_table.h"
 #include "zovhost/navigation_style.h"
+#include "zovhost/phrases.h"
 
 namespace {
 
@@ -67,6 +68,15 @@ TEST(HelpTest, no_key_that_works_is_missing) {
     }
   }
   EXPECT_GT(working, 100);
+}
+
+TEST(HelpTest, each_line_of_each_style_is_a_phrase) {
+  const zovhost::Phrases& english = zovhost::Phrases::Find(*zovhost::FindLanguage("en"));
+  for (const zovhost::NavigationStyle& style : zovhost::GetNavigationStyles()) {
+    for (const HelpLine& line : zovview::MakeHelp(style)) {
+      EXPECT_TRUE(english.Has(line.action)) << style.name << ": " << line.action;
+    }
+  }
 }
 
 TEST(HelpTest, no_key_is_listed_that_does_nothing) {

@@ -343,6 +343,16 @@ TEST_F(SettingsFileTest, a_file_with_much_room_in_it_is_read) {
   EXPECT_TRUE(disc.GetParameters().clickZoom);
 }
 
+TEST_F(SettingsFileTest, what_is_unknown_may_be_nested_and_stays) {
+  const std::string nested = std::string(31, '[') + std::string(31, ']');
+  ASSERT_TRUE(ReadFrom("{\"version\": 1, \"x\": " + nested + "}")) << error;
+  disc.GetParameters().clickZoom = true;
+  ASSERT_TRUE(Keep()) << error;
+  HelmDisc other;
+  EXPECT_TRUE(SettingsFile(file).Read(other, error)) << error;
+  EXPECT_NE(ReadText(file).find("\"x\""), std::string::npos);
+}
+
 struct BrokenFile {
   const char* name;
   std::string text;
@@ -371,6 +381,14 @@ INSTANTIATE_TEST_SUITE_P(
         BrokenFile{"no_object", "[1, 2]"}, BrokenFile{"no_version", "{\"welcomeSeen\": true}"},
         BrokenFile{"version_0", "{\"version\": 0}"}, BrokenFile{"version_in_words", "{\"version\": \"one\"}"},
         BrokenFile{"bytes", std::string("\0\xFF\xFE{\x80", 5)}, BrokenFile{"deep", std::string(2000, '[')},
+        BrokenFile{"just_too_deep", "{\"version\": 1, \"x\": " + std::string(33, '[') + std::string(33, ']') + "}"},
+        BrokenFile{"deep_and_closed",
+                   "{\"version\": 1, \"x\": " + std::string(120'000, '[') + std::string(120'000, ']') + "}"},
+        BrokenFile{"objects_in_objects",
+                   "{\"version\": 1, \"x\": " + Repeat("{\"a\": ", 30'000) + "0" + Repeat("}", 30'000) + "}"},
+        BrokenFile{"endless_names", "{\"version\": 1" + Repeat(", \"a\": 0", 20'000) + "}"},
+        BrokenFile{"longer_when_it_is_written",
+                   "{\"version\": 1, \"x\": [0" + Repeat(",0", 100'000) + "]}"},
         BrokenFile{"huge", "{\"version\": 1}" + std::string(270'000, ' ')},
         BrokenFile{"a_number_for_a_switch", "{\"version\": 1, \"welcomeSeen\": 1}"},
         BrokenFile{"a_fraction_for_a_size", "{\"version\": 1, \"largeDiscSize\": 64.5}"},

@@ -62,6 +62,18 @@ TEST_F(ViewerGroundTest, a_name_that_nobody_knows_is_the_gradient) {
   EXPECT_EQ(GetGround().name, "gradient");
 }
 
+TEST_F(ViewerGroundTest, nothing_is_told_of_a_model_that_is_not_there_yet) {
+  viewer.reset();
+  viewer = std::make_unique<zovview::Viewer>(*window, zovview::Viewer::Options{});
+  ASSERT_EQ(viewer->GetScene(), nullptr);
+  for (const SDL_Keycode key : {SDLK_n, SDLK_y}) {
+    Press(key);
+    ComeToRest();
+    EXPECT_FALSE(viewer->GetView(0).GetStory().IsShown()) << SDL_GetKeyName(key);
+    EXPECT_FALSE(viewer->GetView(0).GetStory().IsChanged()) << SDL_GetKeyName(key);
+  }
+}
+
 // At the top of the window: below, the progress is told.
 TEST_F(ViewerGroundTest, it_shows_while_the_first_model_loads) {
   for (const SceneGround& ground : zovhost::GetSceneGrounds()) {

@@ -27,6 +27,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t cou
   Korvane::HelmDisc disc;
   zovview::SettingsFile file(GetPlace());
   if (!file.Read(disc, error) && (error.empty() || error.find('\n') != std::string::npos)) std::abort();
+  // What the program writes it reads again, but what a newer one has written.
+  disc.GetParameters().clickZoom = !disc.GetParameters().clickZoom;
+  const bool isOurs = file.Keep(disc, error) && error.find("newer") == std::string::npos;
+  std::string next;
+  if (isOurs && !zovview::SettingsFile(GetPlace()).Read(disc, next)) std::abort();
   std::filesystem::remove(GetPlace());
+  std::filesystem::remove(zovview::SettingsFile::FindAside(GetPlace()));
   return 0;
 }

@@ -1,6 +1,7 @@
 #include "commands/story_commands.h"
 
 #include "stories/view_story.h"
+#include "views/selection.h"
 
 namespace zovview {
 
@@ -20,12 +21,17 @@ void WithShot(const ViewTarget& target, bool (Storyboard::*act)(ShotSpecificatio
   if (ShotSpecification* const shot = FindShot(board)) (board.*act)(shot);
 }
 
+// Of nothing there is no story: it would be lost when the first model stands there.
+ViewStory* FindStoryOfModel(const ViewTarget& target) {
+  return target.selection.GetScene() != nullptr ? target.story : nullptr;
+}
+
 }  // namespace
 
 // ---- the panel ----
 
 void ToggleStoryboard(const ViewTarget& target) {
-  if (target.story != nullptr) target.story->Show(!target.story->IsShown());
+  if (ViewStory* const story = FindStoryOfModel(target)) story->Show(!story->IsShown());
 }
 bool IsStoryboardShown(const ViewTarget& target) {
   return target.story != nullptr && target.story->IsShown();
@@ -41,17 +47,19 @@ void RedoEdit(const ViewTarget& target) {
 }
 
 void AddSequence(const ViewTarget& target) {
-  if (target.story == nullptr) return;
-  target.story->Show(true);
-  target.story->GetBoard().CreateSequence();
+  ViewStory* const story = FindStoryOfModel(target);
+  if (story == nullptr) return;
+  story->Show(true);
+  story->GetBoard().CreateSequence();
 }
 
 void AddShot(const ViewTarget& target) {
-  if (target.story == nullptr) return;
-  Storyboard& board = target.story->GetBoard();
+  ViewStory* const story = FindStoryOfModel(target);
+  if (story == nullptr) return;
+  Storyboard& board = story->GetBoard();
   Korvane::Sequence* const sequence = board.GetSelectedSequence();
   if (sequence == nullptr) return AddSequence(target);
-  target.story->Show(true);
+  story->Show(true);
   board.CreateShot(sequence);
 }
 

@@ -109,7 +109,7 @@ void PanelWords::CollectHelp(const zovhost::NavigationStyle& wantedStyle) {
     help.push_back({SayKeys(line.keys), zovhost::Say(line.action.c_str())});
     helpColumn = std::max(helpColumn, Measure(help.back().keys.c_str()));
   }
-  helpColumn += HELP_GAP;
+  helpColumn += ImGui::GetStyle().WindowPadding.x + HELP_GAP;  // it counts from the edge of the window
 }
 
 std::string PanelWords::NameLanguage(const ViewCommand& command) {

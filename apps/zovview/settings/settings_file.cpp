@@ -27,6 +27,10 @@ namespace {
 constexpr int VERSION = 1;
 constexpr std::uintmax_t LARGEST_FILE =
     262'144;  // bytes; what the program writes is mostly a hundredth of it
+// As it is written again: what the program adds must leave it readable.
+constexpr std::size_t LARGEST_TEXT = LARGEST_FILE / 2;
+constexpr int DEEPEST_VALUE = 32;  // objects and arrays within each other, which are walked one in the other
+constexpr int MOST_NAMES = 4096;   // each is looked for among those before it
 constexpr const char* VERSION_NAME = "version";
 constexpr const char* LAST_DISC_NAME = "lastDisc";
 
@@ -253,6 +257,19 @@ void TakeChanges(const Json& before, const Json& now, Json& into) {
 
 // ---- the file ----
 
+// Discarded for what is no JSON, what is nested too deeply, and what has too many names.
+Json ParseText(const std::string& text) {
+  bool isSmall = true;
+  int names = 0;
+  const auto keep = [&](int depth, Json::parse_event_t event, Json&) {
+    if (event == Json::parse_event_t::key) ++names;
+    isSmall = isSmall && depth <= DEEPEST_VALUE && names <= MOST_NAMES;
+    return isSmall;
+  };
+  Json settings = Json::parse(text, keep, false);
+  return isSmall ? settings : Json(Json::value_t::discarded);
+}
+
 // Null, with a reason, for what is none of this program's.
 Json ReadJson(const fs::path& file, const char*& reason) {
   std::error_code failure;
@@ -263,9 +280,10 @@ Json ReadJson(const fs::path& file, const char*& reason) {
   reason = "is no settings file";
   if (fs::file_size(file, failure) > LARGEST_FILE || failure) return {};
   const std::string text{std::istreambuf_iterator<char>(input), std::istreambuf_iterator<char>()};
-  Json settings = Json::parse(text, nullptr, false);
+  Json settings = ParseText(text);
   const bool isOurs = settings.is_object() && settings.contains(VERSION_NAME) &&
-                      settings[VERSION_NAME].is_number_integer() && settings[VERSION_NAME] >= 1;
+                      settings[VERSION_NAME].is_number_integer() && settings[VERSION_NAME] >= 1 &&
+                      Print(settings).size() <= LARGEST_TEXT;
   return isOurs ? settings : Json();
 }
 

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "zovhost/phrases.h"
 #include "zovhost/picture.h"
 #include "zovhost/scene.h"
 #include "zovhost/start_camera.h"
@@ -31,6 +32,11 @@ CameraParameters AtRest(CameraParameters camera) {
   return camera;
 }
 
+// A number more than there are.
+std::string NameNext(const zovhost::NamedViews& views) {
+  return zovhost::GetPhrases().SayPlain("View {}", {std::to_string(views.GetCount() + 1)});
+}
+
 std::string DescribeShare(const fs::path& file, std::size_t taken, std::size_t count) {
   return file.string() + ": only " + std::to_string(taken) + " of " + std::to_string(count) +
          " views were added";
@@ -57,7 +63,7 @@ void ViewList::SetModel(const zovhost::Scene* ofScene, const fs::path& ofFile, c
 void ViewList::NoteChange() { surroundings.requestFrame(); }
 
 bool ViewList::Add(const CameraParameters& camera) {
-  const std::optional<std::size_t> added = views.Add({}, AtRest(camera));
+  const std::optional<std::size_t> added = views.Add(NameNext(views), AtRest(camera));
   if (!added.has_value()) {
     surroundings.tell("there are as many views as a list holds");
     return false;
@@ -135,7 +141,7 @@ bool ViewList::ReadViews(const fs::path& from, zovhost::NamedViews& read, std::s
     CameraParameters camera;
     if (!zovhost::CameraFromBcf(view.viewpoint, AxesOf(*scene), FindDistance(view.viewpoint), camera))
       continue;
-    read.Add(view.name, camera, view.viewpoint.guid);
+    read.Add(view.name.empty() ? NameNext(read) : view.name, camera, view.viewpoint.guid);
   }
   return true;
 }
