@@ -60,10 +60,13 @@ std::string ReadSize(const std::string& text, int& width, int& height) {
   return {};
 }
 
+// A variable that a script forgot to set must not be taken for an option that was not given.
+std::string RefuseEmpty(const std::string& text) { return text.empty() ? "nothing is given" : ""; }
+
 // An option with a value; of several the last counts.
 template <class Value>
 CLI::Option* Add(CLI::App& app, const char* name, const char* valueName, Value& value, const char* help) {
-  return app.add_option(name, value, help)->type_name(valueName)->take_last();
+  return app.add_option(name, value, help)->type_name(valueName)->take_last()->check(RefuseEmpty);
 }
 
 void AddSize(CLI::App& app, Arguments& arguments) {
@@ -80,7 +83,8 @@ void AddSize(CLI::App& app, Arguments& arguments) {
 void AddModes(CLI::App& app, Arguments& arguments) {
   app.add_option("MODEL", arguments.model,
                  "glTF, OBJ, STL, PLY, FBX, DAE, 3MF or IFC file; without one a sample house")
-      ->type_name("");
+      ->type_name("")
+      ->check(RefuseEmpty);
   Add(app, "--views", "N", arguments.views, "Views of the model beside each other, 1 to 4, 1 if not given")
       ->check(CLI::Range(1, MOST_VIEWS));
   app.add_flag("--split", arguments.split, "As --views 2");

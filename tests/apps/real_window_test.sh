@@ -119,6 +119,16 @@ awk 'END {  # the model stands on y
   exit !(NR > 30 && across < 0.000001 && $3 > $6)
 }' "$work/replay1" || fail "the session ends elsewhere: $(tail -n 1 "$work/replay1")"
 
+# A window is no larger than the display.
+open_viewer --no-settings --size 3000x2000 "$work/house.obj" --log
+wait_for "no window on a display that is smaller than it" find_window
+settle
+size=$(xdotool getwindowgeometry "$window" | sed -n 's/.*Geometry: //p')
+[ "$size" = 1000x700 ] || fail "on a display of 1000x700 the window has $size"
+kill -TERM "$viewer"
+wait "$viewer" || fail "a window as large as the display ends with code $?"
+viewer=
+
 echo "not a model" >"$work/broken.glb"
 open_viewer --no-settings "$work/broken.glb"
 code=0

@@ -127,6 +127,7 @@ INSTANTIATE_TEST_SUITE_P(each, BadArgumentsTest,
                          testing::Values(Words{"--size", "1280"}, Words{"--size", "0x0"},
                                          Words{"--size", "-5x200"}, Words{"--size", "99999x99999"},
                                          Words{"--size", "800x600x2"}, Words{"--size"}, Words{"--out"},
+                                         Words{"--view", ""}, Words{"--out", ""}, Words{""},
                                          Words{"--no-such-option"}, Words{"one.obj", "two.obj"}));
 
 TEST(viewer_program, tells_its_version) {

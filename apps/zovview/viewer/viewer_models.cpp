@@ -82,7 +82,8 @@ void Viewer::Load(const ModelSource& source) {
   loadCancelled = false;
   glFinish();
   LoadedModel model = LoadModel(source, [this](double fraction, const char* step) {
-    return ShowProgress(fraction * READING_SHARE, step);
+    const std::string last = contents.loading->step;  // "Done" would be too early
+    return ShowProgress(fraction * READING_SHARE, fraction < 1.0 ? step : last.c_str());
   });
   const bool loaded = window.IsOpen() && !loadCancelled && Prepare(model);
   progress.Clear();

@@ -72,13 +72,27 @@ void SetContextAttributes(int samples) {
 // Of a length in points, where units of the window system are pixels or a density is not known yet.
 int ToUnits(int points, double scale) { return static_cast<int>(std::lround(points * scale)); }
 
+struct WindowSize {
+  int width;
+  int height;
+};
+
+// What is larger than the display could not be reached as a whole.
+WindowSize FindSize(const Window::Options& options, double unitsForPoint) {
+  const WindowSize wanted = {ToUnits(options.width, unitsForPoint), ToUnits(options.height, unitsForPoint)};
+  SDL_Rect usable = {};
+  if (options.offscreen || SDL_GetDisplayUsableBounds(0, &usable) != 0 || usable.w < 1 || usable.h < 1)
+    return wanted;
+  return {std::min(wanted.width, usable.w), std::min(wanted.height, usable.h)};
+}
+
 SdlWindow OpenNativeWindow(const Window::Options& options, double unitsForPoint, int samples) {
   SetContextAttributes(samples);
+  const WindowSize size = FindSize(options, unitsForPoint);
   const Uint32 flags =
       SDL_WINDOW_OPENGL | (options.offscreen ? 0U : SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI);
   return SdlWindow(SDL_CreateWindow(options.title.c_str(), SDL_WINDOWPOS_UNDEFINED, SDL_WINDOWPOS_UNDEFINED,
-                                    ToUnits(options.width, unitsForPoint),
-                                    ToUnits(options.height, unitsForPoint), flags));
+                                    size.width, size.height, flags));
 }
 
 std::chrono::milliseconds FindFramePeriod(SDL_Window* window) {
