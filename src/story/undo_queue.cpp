@@ -40,7 +40,7 @@ bool UndoQueue::Undo() {
   running = true;
   const bool done = Run(*command, &UndoCommand::Undo, true);
   if (alive) running = false;
-  if (alive && !done) ++cursor;
+  if (alive && !done && CanRedo() && commands[cursor] == command) ++cursor;
   return done;
 }
 

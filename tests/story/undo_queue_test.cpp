@@ -4,7 +4,9 @@
 
 #include <functional>
 #include <memory>
+#include <new>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "support/journal.h"
@@ -163,6 +165,36 @@ TEST_F(UndoQueueTest, may_be_cleared_and_added_to_from_within_a_command) {
   EXPECT_EQ(journal.Take(), (Lines{"do c", "do d", "c dies done"}));
   EXPECT_TRUE(queue->CanUndo());
   EXPECT_FALSE(queue->CanRedo());
+}
+
+// Undone half, it is left as done where it is still there.
+TEST_F(UndoQueueTest, an_undo_that_runs_out_of_memory_leaves_what_the_host_has_made_of_the_queue_meanwhile) {
+  struct Row {
+    std::function<void()> meanwhile;
+    int left;
+  };
+  const Row rows[] = {{[] {}, 2},
+                      {[this] { queue->Clear(); }, 0},
+                      {[this] { Add("c", false); }, 2},
+                      {[this] {
+                         queue->Clear();
+                         Add("d", false);
+                       },
+                       1}};
+  for (const Row& row : rows) {
+    queue = std::make_unique<UndoQueue>();
+    Add("a", false);
+    JournalCommand* const b = Add("b", false);
+    b->onAct = [&, meanwhile = row.meanwhile, runsOut = true]() mutable {
+      meanwhile();
+      if (std::exchange(runsOut, false)) throw std::bad_alloc();
+    };
+    EXPECT_FALSE(queue->Undo());
+    EXPECT_FALSE(queue->CanRedo()) << row.left;
+    int left = 0;
+    while (queue->Undo()) ++left;
+    EXPECT_EQ(left, row.left);
+  }
 }
 
 /// Adds and undoes another one as it dies.
