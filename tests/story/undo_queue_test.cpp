@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "support/allocation_counter.h"
 #include "support/journal.h"
 #include "support/virtual_slot.h"
 
@@ -194,6 +195,47 @@ TEST_F(UndoQueueTest, an_undo_that_runs_out_of_memory_leaves_what_the_host_has_m
     int left = 0;
     while (queue->Undo()) ++left;
     EXPECT_EQ(left, row.left);
+  }
+}
+
+TEST_F(UndoQueueTest, a_command_that_runs_out_of_memory_while_it_is_done_is_destroyed) {
+  for (const bool addsMeanwhile : {false, true}) {
+    queue = std::make_unique<UndoQueue>();
+    Add("a", false);
+    auto* const b = std::make_unique<JournalCommand>(journal, "b").release();
+    b->onAct = [&] {
+      if (addsMeanwhile) Add("c", false);
+      throw std::bad_alloc();
+    };
+    journal.Take();
+    queue->Add(b, true);
+    EXPECT_EQ(journal.Take(), (Lines{"do b", "b dies done"}));
+    EXPECT_FALSE(queue->CanRedo());
+    while (queue->Undo()) {
+    }
+    EXPECT_EQ(journal.Take(), (addsMeanwhile ? Lines{"undo c", "undo a"} : Lines{"undo a"}));
+  }
+}
+
+TEST_F(UndoQueueTest, what_could_have_been_redone_stays_where_there_is_no_memory_for_a_new_edit) {
+  for (std::uint64_t failed = 1;; ++failed) {
+    queue = std::make_unique<UndoQueue>();
+    Add("a", false);
+    Add("b", false);
+    while (queue->Undo()) {
+    }
+    auto* const c = std::make_unique<JournalCommand>(journal, "c").release();
+    journal.Take();
+    journal.lines.reserve(8);
+    bool met = false;
+    {
+      const AllocationFault fault(failed, 1);
+      queue->Add(c, false);
+      met = fault.GetCounted() >= failed;
+    }
+    EXPECT_EQ(journal.Take(), (met ? Lines{"c dies done"} : Lines{"a dies undone", "b dies undone"}));
+    if (!met) break;
+    EXPECT_TRUE(queue->CanRedo());
   }
 }
 
