@@ -44,7 +44,12 @@ class ZOVTOOLS_API Icon2D {
  protected:
   Icon2D();
   Icon2D(const Icon2D&) = default;
-  Icon2D& operator=(const Icon2D&) = default;
+  Icon2D& operator=(const Icon2D& other) {
+    opacity = other.opacity;  // what may throw comes first
+    visible = other.visible;
+    bounds = other.bounds;
+    return *this;
+  }
 
  private:
   bool visible = true;

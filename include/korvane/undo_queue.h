@@ -10,7 +10,8 @@
 namespace Korvane {
 
 /// An edit that can be taken back. It owns what it has taken out for as long as that is out: a command that
-/// adds owns its object while it is undone, one that deletes while it is not.
+/// adds owns its object while it is undone, one that deletes while it is not. A step that runs out of memory
+/// throws std::bad_alloc before it has changed anything, and counts as not made.
 class ZOVTOOLS_API UndoCommand {
  public:
   UndoCommand();
@@ -42,15 +43,17 @@ class ZOVTOOLS_API UndoQueue {
   UndoQueue(const UndoQueue&) = delete;
   UndoQueue& operator=(const UndoQueue&) = delete;
 
-  /// Takes the last edit back. False when there is none.
+  /// Takes the last edit back. False when there is none, and where memory runs out in it, which leaves it
+  /// done.
   virtual bool Undo();
-  /// Makes the edit again that was taken back last. False when there is none.
+  /// Makes the edit again that was taken back last. False when there is none, and where memory runs out in
+  /// it.
   virtual bool Redo();
   virtual bool CanUndo() const;
   virtual bool CanRedo() const;
   /// Takes the command over and, when `run` is set, does it; else its work is done already. What could have
-  /// been made again is dropped. Null is ignored. Where memory runs out the command is destroyed, and not
-  /// done.
+  /// been made again is dropped. Null is ignored. Where memory runs out in this, or in what the command does,
+  /// the command is destroyed and the queue is without it.
   virtual void Add(UndoCommand* command, bool run);
   /// Destroys all commands.
   virtual void Clear();
@@ -62,6 +65,7 @@ class ZOVTOOLS_API UndoQueue {
   using Commands = std::vector<std::shared_ptr<UndoCommand>>;
 
   void DropFrom(std::size_t place);
+  void Withdraw(const UndoCommand& command);
 
   Commands commands;
   std::size_t cursor = 0;  // those before it are done, the others taken back

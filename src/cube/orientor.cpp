@@ -59,7 +59,7 @@ bool Orientor::Create() {
   return OrFail([&] {
     Renderer* const renderer = parts->renderer.Get();
     if (renderer == nullptr) return false;
-    if (!CountTexturesUp(*renderer, TEXTURES)) return false;
+    if (!parts->textures.Note(CountTexturesUp(*renderer, TEXTURES))) return false;
     renderer->ApplyTextureUsage();
     parts->tooltips.Load(*renderer);
     const std::wstring name = renderer->LoadStringResource(STRING_UCS_DEFAULT);
@@ -77,7 +77,7 @@ bool Orientor::Destroy() {
   }
   Renderer* const renderer = parts->renderer.Get();
   if (renderer == nullptr) return false;
-  CountTexturesDown(*renderer, TEXTURES);
+  if (parts->textures.End()) CountTexturesDown(*renderer, TEXTURES);
   parts->label.Destroy(*renderer);
   renderer->ApplyTextureUsage();
   return true;

@@ -31,6 +31,24 @@ struct OrientorParts {
     bool before;
   };
 
+  // Which of the calls of Create found the memory to count the textures.
+  struct TextureCounts {
+    bool Note(bool counted) {
+      times += counted ? 1 : 0;
+      refused = !counted;
+      return counted;
+    }
+    /// Whether they are to be counted down: not where the one Create that there was counted none.
+    bool End() {
+      const bool none = std::exchange(refused, false) && times == 0;
+      if (times > 0) --times;
+      return !none;
+    }
+
+    int times = 0;
+    bool refused = false;
+  };
+
   OrientorParts(Orientor* cube, const OrientorParameters& settings)
       : parameters(settings), transitionObserver(cube), drag(partners, settings) {}
 
@@ -74,6 +92,7 @@ struct OrientorParts {
   CubeLabel label;
   CubeTooltips tooltips;
 
+  TextureCounts textures;
   bool arrowsVisible = false;  // a face arrow has been laid since the last draw began
   bool compassFollowsPointer = false;
   bool closing = false;  // see Closing

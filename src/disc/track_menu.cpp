@@ -117,7 +117,6 @@ bool TrackMenu::AddRegion(Region region) {
 
 bool TrackMenu::SetDisabledRegion(Region region) {
   if (parts->maps.present == nullptr || !OrFail([&] { return parts->ReplaceDisabled(region); })) return false;
-  parts->SizeToImage(region);
   RequestUpdateIfVisible();
   return true;
 }
@@ -130,11 +129,12 @@ bool TrackMenuParts::Hold(const Region& region) {
   return true;
 }
 
-// What the former one owned goes with it.
-bool TrackMenuParts::ReplaceDisabled(const Region& region) {
+// What the former one owned goes with it, and may take the map away as it goes.
+bool TrackMenuParts::ReplaceDisabled(Region& region) {
   RegionBelongings belongings;
   belongings.Reserve(1);
   room.Reserve(regions.size() + 1);
+  SizeToImage(region);
   belongings.Collect(disabled.region);
   disabled.loans.GiveBack(disabled.region);
   disabled.region = region;

@@ -103,7 +103,7 @@ struct TrackMenuParts {
   /// Sizes the pictures and the text of a region that is being added.
   void SizeToImage(Region& region);
   bool Hold(const Region& region);
-  bool ReplaceDisabled(const Region& region);
+  bool ReplaceDisabled(Region& region);
   void ForgetPictures();
 
   void DrawRegion(Renderer& pass) const;

@@ -96,6 +96,7 @@ ChangingInTimeValue& ChangingInTimeValue::operator-=(double d) { return *this +=
 
 ChangingInTimeValueChain& ChangingInTimeValueChain::operator=(const ChangingInTimeValueChain& source) {
   if (this == &source) return *this;
+  values.reserve(source.values.size());  // what may throw comes first
   Stop();
   Clear();
   running = source.running;

@@ -108,13 +108,16 @@ DynamicIcon2D* Renderer::GetStringTexture(StringID id) {
   const CreateIcon create = FindStringIconCreator(id);
   DynamicIcon2D* icon = create != nullptr ? (this->*create)(text.c_str()) : nullptr;
   if (icon == nullptr) return nullptr;
+  bool isFirst = false;
   DynamicIcon2D* const shared = OrFail([&] {
     std::uint64_t& usage = stringUsage[id];
-    DynamicIcon2D* const held = stringTextures.try_emplace(id, icon).first->second;
+    const auto [entry, isNew] = stringTextures.try_emplace(id, icon);
+    isFirst = isNew;
     ++usage;
-    return held;
+    return entry->second;
   });
-  if (icon != shared) DestroyIcon(icon);  // somebody has asked for the text while it was being made
+  // Somebody has asked for the text while it was being made; the host may have answered both with one icon.
+  if (!isFirst) DestroyIcon(icon);
   return shared;
 }
 

@@ -207,6 +207,8 @@ void PanelSlides::SelectShot(Sequence& sequence, ShotSpecification* shot) {
   choice.shot.Set(shot);
 }
 
+void PanelSlides::MakeRoomForChoice(const Sequence& sequence) { selectedShots.try_emplace(&sequence); }
+
 void PanelSlides::ClearSelection() {
   selectedSequence.Set(nullptr);
   selectedShots.clear();

@@ -37,6 +37,8 @@ class PanelSlides {
   ShotSpecification* GetSelectedShot(const Sequence* sequence) const;
   /// Null for none.
   void SelectShot(Sequence& sequence, ShotSpecification* shot);
+  /// SelectShot for this one needs no memory afterwards.
+  void MakeRoomForChoice(const Sequence& sequence);
   void ClearSelection();
   /// -1 for none.
   int GetSelectedSequenceIndex() const { return selectedSequenceIndex; }

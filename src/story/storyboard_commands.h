@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <new>
 
 #include "korvane/lifeline.h"
 #include "korvane/story.h"
@@ -10,13 +11,29 @@
 
 namespace Korvane {
 
+/// For the one that gives a command to a queue to be done: whether it has ended undone, for want of memory.
+struct CommandErrand {
+  Lifeline& GetLifeline() { return lifeline; }
+
+  bool failed = false;
+  Lifeline lifeline;
+};
+
 /// An edit of a story that is shown in a storyboard. Whatever it has taken out of the story it owns, until it
-/// puts it back. What it was made for may be gone by the time it runs: then it does nothing.
+/// puts it back. What it was made for may be gone by the time it runs: then it does nothing. A step that
+/// finds no memory throws, and has changed nothing.
 class StoryboardUndoCommand : public UndoCommand {
  public:
   explicit StoryboardUndoCommand(Storyboard* board) : storyboard(board) {}
+  ~StoryboardUndoCommand() override {
+    if (CommandErrand* const open = errand.Get()) open->failed = true;
+  }
+
+  void SetErrand(CommandErrand* value) { errand.Set(value); }
 
  protected:
+  /// The edit has been made.
+  void EndErrand() { errand.Set(nullptr); }
   /// The slides show the edit.
   void UpdateStoryboard() const;
   void OpenShotEditor(ShotSpecification* shot) const;
@@ -26,6 +43,7 @@ class StoryboardUndoCommand : public UndoCommand {
 
  private:
   Borrowed<Storyboard> storyboard;
+  Borrowed<CommandErrand> errand;
 };
 
 /// How a story lists its sequences, and a sequence its shots.
@@ -77,12 +95,16 @@ class ElementEdit {
 
   /// The first time, when it is handed over with the command.
   void Add() {
-    if (list.Get() != nullptr && Get() != nullptr) Kind::Insert(*list.Get(), List::NOT_THERE, Get());
+    if (list.Get() == nullptr || Get() == nullptr || Kind::Insert(*list.Get(), List::NOT_THERE, Get()))
+      return;
+    held.reset(Get());
+    throw std::bad_alloc();
   }
   /// Only what it has taken out itself: all else is someone else's.
   void PutBack(std::uint64_t index) {
-    if (list.Get() != nullptr && held != nullptr && Kind::Insert(*list.Get(), index, held.get()))
-      (void)held.release();
+    if (list.Get() == nullptr || held == nullptr) return;
+    if (!Kind::Insert(*list.Get(), index, held.get())) throw std::bad_alloc();
+    GiveBack();
   }
   void Remove() {
     if (list.Get() == nullptr) return;
@@ -90,13 +112,17 @@ class ElementEdit {
   }
   void Move(const Element* before) {
     if (list.Get() == nullptr || (held == nullptr && !IsThere())) return;
+    const bool leaves = before != nullptr && (before == Get() || !Contains(before));
     GiveBack();
     Kind::Move(*list.Get(), Get(), before);
-    if (!IsThere()) held.reset(Get());
+    if (IsThere()) return;
+    held.reset(Get());
+    if (!leaves) throw std::bad_alloc();
   }
 
  private:
   bool IsThere() const { return GetIndex() != List::NOT_THERE; }
+  bool Contains(const Element* each) const { return Kind::IndexOf(*list.Get(), each) != List::NOT_THERE; }
   void GiveBack() { static_cast<void>(held.release()); }
 
   Borrowed<List> list;
@@ -144,6 +170,7 @@ class DeleteCommand : public StoryboardUndoCommand {
   void Do() override {
     CloseShotEditor(edit.Get());
     edit.Remove();
+    EndErrand();
     UpdateStoryboard();
   }
   void Undo() override {
@@ -167,6 +194,7 @@ class MoveCommand : public StoryboardUndoCommand {
 
   void Do() override {
     edit.Move(before);
+    EndErrand();
     UpdateStoryboard();
   }
   void Undo() override {

@@ -74,39 +74,52 @@ constexpr Reset RESET_BY_TYPE[ShotSpecification::SHOT_TYPE_COUNT] = {
     ResetWalk,
 };
 
+void AddStep(UndoQueue& queue, Storyboard& board, Story* story, Sequence& sequence, ShotSpecification& shot) {
+  UndoCommand* command = nullptr;
+  if (sequence.GetShotCount() == 1) {
+    command = new AddSequenceCommand(&board, story, &sequence);
+  } else {
+    command = new AddShotCommand(&board, &sequence, &shot);
+  }
+  queue.Add(command, false);
+}
+
+// The shot stands: what there is no memory for is left out, and the rest done.
 void OpenNewShot(Storyboard& board, const Staying<StoryboardParts>& now, const Borrowed<Sequence>& sequence,
                  const Borrowed<ShotSpecification>& shot) {
-  if (ShotEditor* const editor = now->partners.editor.Get()) editor->SetShot(sequence.Get(), shot.Get());
-  if (ShotEditor* const editor = now->partners.editor.Get()) editor->Show();
+  OrFail([&] {
+    if (ShotEditor* const editor = now->partners.editor.Get()) editor->SetShot(sequence.Get(), shot.Get());
+  });
+  OrFail([&] {
+    if (ShotEditor* const editor = now->partners.editor.Get()) editor->Show();
+  });
   if (!now || sequence.Get() == nullptr || shot.Get() == nullptr) return;
-  if (UndoQueue* const queue = now->partners.queue.Get()) {
-    const bool first = sequence.Get()->GetShotCount() == 1;
-    UndoCommand* command = nullptr;
-    if (first) {
-      command = new AddSequenceCommand(&board, now->story.get(), sequence.Get());
-    } else {
-      command = new AddShotCommand(&board, sequence.Get(), shot.Get());
-    }
-    queue->Add(command, false);
-  }
-  now.TellObservers([](StoryboardObserver& each) { each.OnShotCreated(); });
+  OrFail([&] {
+    if (UndoQueue* const queue = now->partners.queue.Get())
+      AddStep(*queue, board, now->story.get(), *sequence.Get(), *shot.Get());
+  });
+  OrFail([&] { now.TellObservers([](StoryboardObserver& each) { each.OnShotCreated(); }); });
+}
+
+// False where there is no memory for it, and it has not been done.
+bool DoInQueue(UndoQueue& queue, std::unique_ptr<StoryboardUndoCommand> command) {
+  CommandErrand errand;
+  command->SetErrand(&errand);
+  queue.Add(command.release(), true);
+  return !errand.failed;
 }
 
 // A sequence goes with its last shot.
-void RunDelete(Storyboard& board, const Staying<StoryboardParts>& now, Sequence& sequence,
+bool RunDelete(Storyboard& board, const Staying<StoryboardParts>& now, Sequence& sequence,
                ShotSpecification& shot) {
   Story* const story = now->story.get();
   const bool last = sequence.GetShotCount() == 1;
   UndoQueue* const queue = now->partners.queue.Get();
-  if (queue != nullptr && last) {
-    queue->Add(new DeleteSequenceCommand(&board, story, &sequence), true);
-  } else if (queue != nullptr) {
-    queue->Add(new DeleteShotCommand(&board, &sequence, &shot), true);
-  } else if (last) {
-    story->DeleteSequence(&sequence);
-  } else {
-    sequence.DeleteShot(&shot);
-  }
+  if (queue != nullptr && last)
+    return DoInQueue(*queue, std::make_unique<DeleteSequenceCommand>(&board, story, &sequence));
+  if (queue != nullptr)
+    return DoInQueue(*queue, std::make_unique<DeleteShotCommand>(&board, &sequence, &shot));
+  return last ? story->DeleteSequence(&sequence) : sequence.DeleteShot(&shot);
 }
 
 }  // namespace
@@ -141,6 +154,7 @@ ShotSpecification* Storyboard::CreateShot(Sequence* sequence) {
     now->pictures.MakeLabel(*created);
     if (!now || into.Get() == nullptr) return nullptr;
     const Borrowed<ShotSpecification> shot(created.get());
+    now->slides.MakeRoomForChoice(*into.Get());
     if (into.Get()->AddShot(created.get()) == Sequence::NOT_THERE) return nullptr;
     (void)created.release();
     now->slides.SelectShot(*into.Get(), shot.Get());
@@ -189,9 +203,9 @@ bool Storyboard::DeleteShot(ShotSpecification* shot) {
     if (now->slides.GetSelectedShot(sequence) == shot) now->slides.SelectShot(*sequence, nullptr);
     if (sequence->GetFirstShot() == shot) now->pictures.DropThumbnail(sequence);
     if (!now || GetSequenceForShot(deleted.Get()) != sequence) return false;
-    RunDelete(*this, now, *sequence, *deleted.Get());
+    const bool done = RunDelete(*this, now, *sequence, *deleted.Get());
     if (now) RebuildDisplayElements();
-    return true;
+    return done;
   });
 }
 
@@ -201,13 +215,14 @@ bool Storyboard::MoveShot(ShotSpecification* shot, ShotSpecification* before) {
     Sequence* const sequence = GetSequenceForShot(shot);
     if (!now->IsEditing() || sequence == nullptr || before == shot) return false;
     if (before != nullptr && !sequence->ContainsShot(before)) return false;
+    bool done = true;
     if (UndoQueue* const queue = now->partners.queue.Get()) {
-      queue->Add(new MoveShotCommand(this, sequence, shot, before), true);
+      done = DoInQueue(*queue, std::make_unique<MoveShotCommand>(this, sequence, shot, before));
     } else {
       sequence->MoveShot(shot, before);
     }
     if (now) RebuildDisplayElements();
-    return true;
+    return done;
   });
 }
 
@@ -219,13 +234,14 @@ bool Storyboard::MoveSequence(Sequence* sequence, Sequence* before) {
       return false;
     }
     if (before != nullptr && !story->ContainsSequence(before)) return false;
+    bool done = true;
     if (UndoQueue* const queue = now->partners.queue.Get()) {
-      queue->Add(new MoveSequenceCommand(this, story, sequence, before), true);
+      done = DoInQueue(*queue, std::make_unique<MoveSequenceCommand>(this, story, sequence, before));
     } else {
       story->MoveSequence(sequence, before);
     }
     if (now) RebuildDisplayElements();
-    return true;
+    return done;
   });
 }
 

@@ -1,5 +1,6 @@
 #include "korvane/undo_queue.h"
 
+#include <algorithm>
 #include <iterator>
 #include <utility>
 
@@ -27,7 +28,7 @@ void UndoCommand::Redo() { Do(); }
 UndoQueue::UndoQueue() = default;
 UndoQueue::~UndoQueue() {
   lifeline.Cut();
-  while (!commands.empty()) DropFrom(0);
+  while (!commands.empty()) UndoQueue::Clear();
 }
 
 bool UndoQueue::CanUndo() const { return cursor > 0; }
@@ -40,7 +41,7 @@ bool UndoQueue::Undo() {
   running = true;
   const bool done = Run(*command, &UndoCommand::Undo, true);
   if (alive) running = false;
-  if (alive && !done) ++cursor;
+  if (alive && !done && CanRedo() && commands[cursor] == command) ++cursor;
   return done;
 }
 
@@ -68,23 +69,37 @@ void UndoQueue::Add(UndoCommand* command, bool run) {
   cursor = commands.size();
   if (!run) return;
   const bool before = std::exchange(running, true);
-  OrFail([&] { added->Do(); });
-  if (alive) running = before;
+  const bool done = OrFail([&] {
+    added->Do();
+    return true;
+  });
+  if (!alive) return;
+  running = before;
+  if (!done) Withdraw(*added);
 }
 
-void UndoQueue::Clear() { DropFrom(0); }
-
 // The end of a command may call out, which then finds the queue without it.
-void UndoQueue::DropFrom(std::size_t place) {
+void UndoQueue::Clear() {
   Commands dropped;
-  if (place == 0) {
-    dropped.swap(commands);
-  } else {
-    dropped.assign(std::make_move_iterator(commands.begin() + static_cast<std::ptrdiff_t>(place)),
-                   std::make_move_iterator(commands.end()));
-    commands.resize(place);
-  }
+  dropped.swap(commands);
+  cursor = 0;
+}
+
+// The room that they had stays, for the one that comes in their place.
+void UndoQueue::DropFrom(std::size_t place) {
+  const Commands dropped(std::make_move_iterator(commands.begin() + static_cast<std::ptrdiff_t>(place)),
+                         std::make_move_iterator(commands.end()));
+  commands.resize(place);
   cursor = place;
+}
+
+// Others may have been added after it. It lives for as long as its caller holds it.
+void UndoQueue::Withdraw(const UndoCommand& command) {
+  const auto found = std::find_if(commands.begin(), commands.end(),
+                                  [&](const auto& each) { return each.get() == &command; });
+  if (found == commands.end()) return;
+  commands.erase(found);
+  --cursor;
 }
 
 }  // namespace Korvane

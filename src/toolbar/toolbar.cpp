@@ -29,13 +29,18 @@ bool Store(Value& slot, const Value& value) {
   return true;
 }
 
+// All of them are made before the first is changed.
+template <std::size_t COUNT>
+void SetPictures(ResourceIcon2D (&icons)[COUNT], const ResourceIcon2D (&made)[COUNT], int width, int height) {
+  for (std::size_t i = 0; i < COUNT; ++i) {
+    icons[i] = made[i];
+    icons[i].SetSize(width, height);
+  }
+}
+
 void SetPicture(ResourceIcon2D& icon, TextureID texture, int width, int height) {
   icon = ResourceIcon2D(texture);
   icon.SetSize(width, height);
-}
-
-void SetPictures(ResourceIcon2D (&icons)[4], const TextureID (&textures)[4], int width, int height) {
-  for (int i = 0; i < 4; ++i) SetPicture(icons[i], textures[i], width, height);
 }
 
 }  // namespace
@@ -57,7 +62,7 @@ bool Toolbar::Create() {
     if (parts->life.created) return true;
     const Staying now(parts);
     now->life.created = true;
-    now->UpdateTextures(true);
+    if (!now->UpdateTextures(true)) return now->life.created = false;
     if (now) PostRefresh();
     return true;
   });
@@ -70,6 +75,7 @@ bool Toolbar::Destroy() {
   now->mouse.ForgetPlace();
   now->motion.Stop();
   now->fade.Stop();
+  now->life.texturesMissing = false;
   if (now->textures != nullptr) now->UpdateTextures(false);
   return true;
 }
@@ -225,6 +231,8 @@ void Toolbar::Refresh() {
     const Staying now(parts);
     now->life.refreshPending = false;
     if (!now->life.created) return;
+    if (now->life.texturesMissing) now->UpdateTextures(true);
+    if (!now) return;
     RecalculateLayout();
     if (now) now->Update();
   });
@@ -259,13 +267,19 @@ void Toolbar::SetMoreControlsIcon(Orientation orientation, TextureID texture, in
 
 void Toolbar::SetCornerIcons(TextureID topLeft, TextureID topRight, TextureID bottomRight,
                              TextureID bottomLeft, int width, int height) {
-  SetPictures(parts->look.corners, {topLeft, topRight, bottomRight, bottomLeft}, width, height);
+  SetPictures(parts->look.corners,
+              {ResourceIcon2D(topLeft), ResourceIcon2D(topRight), ResourceIcon2D(bottomRight),
+               ResourceIcon2D(bottomLeft)},
+              width, height);
   ApplyLook();
 }
 
 void Toolbar::SetCornerHighlightedIcons(TextureID topLeft, TextureID topRight, TextureID bottomRight,
                                         TextureID bottomLeft, int width, int height) {
-  SetPictures(parts->look.highlightedCorners, {topLeft, topRight, bottomRight, bottomLeft}, width, height);
+  SetPictures(parts->look.highlightedCorners,
+              {ResourceIcon2D(topLeft), ResourceIcon2D(topRight), ResourceIcon2D(bottomRight),
+               ResourceIcon2D(bottomLeft)},
+              width, height);
   ApplyLook();
 }
 

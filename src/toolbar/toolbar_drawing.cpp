@@ -18,7 +18,7 @@ bool GoesOn(bool moving, bool& inProgress) {
 void Toolbar::Draw() {
   const Staying now(parts);
   if (!now->CanDraw()) return;
-  if (now->life.refreshPending) Refresh();
+  if (now->life.refreshPending || now->life.texturesMissing) Refresh();
   if (!now || !now->CanDraw() || !(now->life.visible || now->fade.inProgress)) return;
   if (!now->items.IsEmpty()) DrawStrip();
   if (now) ShowCursor();

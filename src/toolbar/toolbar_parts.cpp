@@ -182,22 +182,33 @@ void ToolbarParts::EndPress() {
 
 // ---- partners ----
 
-// The host may do anything while the counts come true.
-void ToolbarParts::UpdateTextures(bool wanted) {
+// The host may do anything while the counts come true. Where memory runs out nothing changes, but that those
+// of another renderer go.
+bool ToolbarParts::UpdateTextures(bool wanted) {
   const Borrowed<Renderer> renderer(partners.renderer.Get());
+  const bool takes = wanted && renderer.Get() != nullptr;
   std::unique_ptr<Textures> next;
-  if (wanted) {
-    std::vector<TextureID> ids;
-    Collect(look, ids);
-    Collect(items, ids);
-    std::sort(ids.begin(), ids.end());
-    ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
-    next = std::make_unique<Textures>(std::move(ids));
-    next->loan.Want(renderer.Get());
+  if (takes) next = OrFail([&] { return TakeTextures(*renderer.Get()); });
+  life.texturesMissing = takes && next == nullptr;
+  if (life.texturesMissing) {
+    if (textures != nullptr && textures->lender != renderer.Get()) textures.reset();
+    return false;
   }
   textures.swap(next);
   next.reset();
   if (renderer.Get() != nullptr) renderer.Get()->ApplyTextureUsage();
+  return true;
+}
+
+// Null where memory runs out.
+std::unique_ptr<ToolbarParts::Textures> ToolbarParts::TakeTextures(Renderer& renderer) const {
+  std::vector<TextureID> ids;
+  Collect(look, ids);
+  Collect(items, ids);
+  std::sort(ids.begin(), ids.end());
+  ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
+  auto taken = std::make_unique<Textures>(std::move(ids), renderer);
+  return taken->loan.IsHeld() ? std::move(taken) : nullptr;
 }
 
 void ToolbarParts::SetCursor(CursorID id) const {

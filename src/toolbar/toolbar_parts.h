@@ -31,6 +31,7 @@ struct ToolbarParts {
     bool visible = false;
     bool disabled = false;
     bool refreshPending = false;
+    bool texturesMissing = false;  // there was no memory for them
   };
 
   struct Drag {
@@ -40,10 +41,14 @@ struct ToolbarParts {
   };
 
   struct Textures {
-    explicit Textures(std::vector<TextureID> wanted) : ids(std::move(wanted)), loan(ids) {}
+    Textures(std::vector<TextureID> wanted, Renderer& renderer)
+        : ids(std::move(wanted)), loan(ids), lender(&renderer) {
+      loan.Want(&renderer);
+    }
 
     const std::vector<TextureID> ids;
     TextureLoan loan;
+    const Renderer* lender;  // only compared
   };
 
   using ItemsTold = std::vector<std::shared_ptr<ToolbarItem>>;
@@ -71,8 +76,9 @@ struct ToolbarParts {
   void EndDrag();
   void EndPress();
 
-  /// Those of the strip and of all its items now; or gives back what is held.
-  void UpdateTextures(bool wanted);
+  /// Those of the strip and of all its items now; or gives back what is held. False where memory runs out:
+  /// the next frame tries again.
+  bool UpdateTextures(bool wanted);
   void SetCursor(CursorID id) const;
   void RequestUpdate() const;
   bool CanDraw() const;
@@ -97,6 +103,7 @@ struct ToolbarParts {
   Lifeline lifeline;
 
  private:
+  std::unique_ptr<Textures> TakeTextures(Renderer& renderer) const;
   bool UpdateItems();
   bool UpdateItemState(int index);
   bool UpdateMouseArea();

@@ -12,6 +12,7 @@
 #include "korvane/pixel_icon2d.h"
 #include "korvane/region_listener.h"
 #include "korvane/track_menu.h"
+#include "support/allocation_counter.h"
 #include "support/cameras.h"
 #include "support/journal.h"
 #include "support/manual_platform.h"
@@ -123,6 +124,7 @@ class JournalListener : public Korvane::RegionListener {
   JournalListener(std::string listenerName, Journal& theJournal, Korvane::TrackMenu* menu)
       : RegionListener(menu), name(std::move(listenerName)), journal(theJournal) {}
   ~JournalListener() override {
+    const HostCode ours;
     journal.Add(name + ".~");
     if (onEnd) onEnd();
   }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "disc/menu_scene.h"
+#include "support/allocation_counter.h"
 #include "support/virtual_slot.h"
 
 using namespace Korvane;
@@ -309,6 +310,39 @@ TEST_F(TrackMenuTest, deletes_what_a_replaced_disabled_region_owned) {
   EXPECT_EQ(menu.GetActiveRegion().listener, nullptr);
   menu.SetDisabledRegion({});
   EXPECT_EQ(journal.Count("red.~"), 0);  // also a region's
+}
+
+// The pictures have the size of the map that was there when the region came.
+TEST_F(TrackMenuTest, a_replaced_disabled_region_may_take_the_map_away_as_it_goes) {
+  Open();
+  listeners["none"]->onEnd = [this] { menu.UseAlternateRegionMap(true); };
+  const Region next = Dress(MakeRegion("next", Vector3(0, 0, 0), 91), disabledLabel);
+  EXPECT_TRUE(menu.SetDisabledRegion(next));
+  EXPECT_EQ(journal.Count("none.~"), 1);
+  EXPECT_EQ(menu.GetRegionMap(), nullptr);
+  EXPECT_EQ(next.icon->GetWidth(), 100);
+  EXPECT_EQ(disabledLabel.GetHeight(), 100);
+}
+
+TEST_F(TrackMenuTest, leaves_a_region_that_there_is_no_memory_for_as_it_is_and_to_its_owner) {
+  PrepareDressed();
+  for (const bool isDisabled : {false, true}) {
+    DynamicIcon2D text(3);
+    Region region = Dress(MakeRegion("more", Vector3(0, 0, 1), 92), text);
+    for (std::uint64_t n = 1;; ++n) {
+      const AllocationFault fault(n, 1);
+      const bool taken = isDisabled ? menu.SetDisabledRegion(region) : menu.AddRegion(region);
+      if (fault.GetCounted() < n) break;
+      EXPECT_FALSE(taken) << n;
+      EXPECT_EQ(text.GetWidth(), 0.0) << n;
+      EXPECT_EQ(journal.Count("none.~"), 0) << n;
+      EXPECT_EQ(menu.GetRegion(1) == nullptr, !isDisabled) << n;
+    }
+    EXPECT_EQ(text.GetWidth(), 100.0);
+    menu.GetRegion(1)->label = nullptr;
+  }
+  EXPECT_EQ(journal.Count("none.~"), 1);
+  menu.open.disabled.region.label = nullptr;
 }
 
 // ---- size, place, opacity ----

@@ -4,6 +4,7 @@
 
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "korvane/camera_parameters.h"
@@ -517,6 +518,34 @@ TEST_F(RendererTest, a_text_that_is_asked_for_while_it_is_made_is_made_and_count
   eager.ReleaseStringTexture(STRING_ORBIT);
   eager.ApplyTextureUsage();
   EXPECT_EQ(eager.GetLiveIconCount(), 0);
+}
+
+// A host that lends the same icon for the same text, and counts how often.
+TEST_F(RendererTest, of_two_answers_with_one_icon_the_second_is_given_back) {
+  struct Lending : RecordingRenderer {
+    std::wstring LoadStringResource(int id) override {
+      if (!std::exchange(asked, true)) GetStringTexture(STRING_ORBIT);
+      return RecordingRenderer::LoadStringResource(id);
+    }
+    DynamicIcon2D* CreateTooltipHUD(const wchar_t* /*text*/) override {
+      ++lent;
+      return &icon;
+    }
+    bool DestroyIcon(DynamicIcon2D*& given) override {
+      EXPECT_EQ(given, &icon);
+      --lent;
+      given = nullptr;
+      return true;
+    }
+    DynamicIcon2D icon{1};
+    bool asked = false;
+    int lent = 0;
+  } lending;
+  EXPECT_EQ(lending.GetStringTexture(STRING_ORBIT), &lending.icon);
+  EXPECT_EQ(lending.lent, 1);
+  for (int i = 0; i < 2; ++i) lending.ReleaseStringTexture(STRING_ORBIT);
+  lending.ApplyTextureUsage();
+  EXPECT_EQ(lending.lent, 0);
 }
 
 }  // namespace

@@ -4,9 +4,12 @@
 
 #include <functional>
 #include <memory>
+#include <new>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "support/allocation_counter.h"
 #include "support/journal.h"
 #include "support/virtual_slot.h"
 
@@ -163,6 +166,77 @@ TEST_F(UndoQueueTest, may_be_cleared_and_added_to_from_within_a_command) {
   EXPECT_EQ(journal.Take(), (Lines{"do c", "do d", "c dies done"}));
   EXPECT_TRUE(queue->CanUndo());
   EXPECT_FALSE(queue->CanRedo());
+}
+
+// Undone half, it is left as done where it is still there.
+TEST_F(UndoQueueTest, an_undo_that_runs_out_of_memory_leaves_what_the_host_has_made_of_the_queue_meanwhile) {
+  struct Row {
+    std::function<void()> meanwhile;
+    int left;
+  };
+  const Row rows[] = {{[] {}, 2},
+                      {[this] { queue->Clear(); }, 0},
+                      {[this] { Add("c", false); }, 2},
+                      {[this] {
+                         queue->Clear();
+                         Add("d", false);
+                       },
+                       1}};
+  for (const Row& row : rows) {
+    queue = std::make_unique<UndoQueue>();
+    Add("a", false);
+    JournalCommand* const b = Add("b", false);
+    b->onAct = [&, meanwhile = row.meanwhile, runsOut = true]() mutable {
+      meanwhile();
+      if (std::exchange(runsOut, false)) throw std::bad_alloc();
+    };
+    EXPECT_FALSE(queue->Undo());
+    EXPECT_FALSE(queue->CanRedo()) << row.left;
+    int left = 0;
+    while (queue->Undo()) ++left;
+    EXPECT_EQ(left, row.left);
+  }
+}
+
+TEST_F(UndoQueueTest, a_command_that_runs_out_of_memory_while_it_is_done_is_destroyed) {
+  for (const bool addsMeanwhile : {false, true}) {
+    queue = std::make_unique<UndoQueue>();
+    Add("a", false);
+    auto* const b = std::make_unique<JournalCommand>(journal, "b").release();
+    b->onAct = [&] {
+      if (addsMeanwhile) Add("c", false);
+      throw std::bad_alloc();
+    };
+    journal.Take();
+    queue->Add(b, true);
+    EXPECT_EQ(journal.Take(), (Lines{"do b", "b dies done"}));
+    EXPECT_FALSE(queue->CanRedo());
+    while (queue->Undo()) {
+    }
+    EXPECT_EQ(journal.Take(), (addsMeanwhile ? Lines{"undo c", "undo a"} : Lines{"undo a"}));
+  }
+}
+
+TEST_F(UndoQueueTest, what_could_have_been_redone_stays_where_there_is_no_memory_for_a_new_edit) {
+  for (std::uint64_t failed = 1;; ++failed) {
+    queue = std::make_unique<UndoQueue>();
+    Add("a", false);
+    Add("b", false);
+    while (queue->Undo()) {
+    }
+    auto* const c = std::make_unique<JournalCommand>(journal, "c").release();
+    journal.Take();
+    journal.lines.reserve(8);
+    bool met = false;
+    {
+      const AllocationFault fault(failed, 1);
+      queue->Add(c, false);
+      met = fault.GetCounted() >= failed;
+    }
+    EXPECT_EQ(journal.Take(), (met ? Lines{"c dies done"} : Lines{"a dies undone", "b dies undone"}));
+    if (!met) break;
+    EXPECT_TRUE(queue->CanRedo());
+  }
 }
 
 /// Adds and undoes another one as it dies.
