@@ -31,9 +31,10 @@ class zovRenderer;
 /// is given others, or none; what needs one that is missing is skipped and answers false, -1 or zero. What is
 /// taken away while the library calls it stays until that is over: it goes at the end of the call of the cube
 /// that is under way, or else of the next one, of which `const` questions are none. Call destroy before
-/// another renderer takes over, and before the cube ends: the renderer of before stays as long as the cube
-/// has a label of its making. A partner that the host shares without owning may end at any time but within a
-/// call of it, and is then forgotten. All calls belong on the host's window thread.
+/// another renderer takes over, and before the cube ends: else the renderer of before goes on counting the
+/// textures of the cube as used, and stays as long as the cube has a label of its making. A partner that the
+/// host shares without owning may end at any time but within a call of it, and is then forgotten. All calls
+/// belong on the host's window thread.
 class ZOVTOOLS_API zovOrientor {
  public:
   zovOrientor();
