@@ -2,7 +2,8 @@
 
     bench_ratios.py RUN.json                     a table of the run
     bench_ratios.py RUN.json --keep FILE         writes its ratios into FILE, and some into README.md
-    bench_ratios.py RUN.json --compare FILE      names on its last line the cases that have lost, and fails for them
+    bench_ratios.py RUN.json --compare FILE      fails with 1 for cases that have lost; its last line is a filter of their
+                                                 names for the benchmarks
 
 A ratio is the library's time by that of the bare arithmetic in the same run. The least time of some repetitions is the
 one that nothing disturbed; how far that can be trusted is seen by what other halves of the repetitions would have given.
@@ -11,6 +12,7 @@ import argparse
 import json
 import pathlib
 import random
+import re
 import sys
 
 LOSS = 0.15
@@ -75,6 +77,11 @@ def losses(kept, ratios):
                 yield name
 
 
+def filter_of(names):
+    """For the extended regular expressions of POSIX."""
+    return "|".join(re.sub(r"[].^$*+?()[{}|\\]", r"\\\g<0>", name) for name in names)
+
+
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("run", type=pathlib.Path)
@@ -95,7 +102,7 @@ def main():
     lost = list(losses(kept, ratios))
     missing = sorted(set(kept) - set(ratios))
     if lost:
-        print("|".join(lost))
+        print(filter_of(lost))
         return 1
     print(f"{len(set(kept) & set(ratios))} cases compared, none has lost"
           + (f"; not in this run: {', '.join(missing)}" if missing else ""))

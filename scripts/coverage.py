@@ -1,10 +1,12 @@
 """Tells what the tests of the core reach. A line that they do not is a fault, and so are fewer branches than before.
 
-    coverage.py COVERAGE.json        prints lines and branches, and each line that no test reaches
-    coverage.py COVERAGE.json --keep the share of branches of now is the one to reach from here on
+    coverage.py COVERAGE.json            prints lines and branches, and each line that no test reaches
+    coverage.py COVERAGE.json --branches each line as well of whose branches some are not taken
+    coverage.py COVERAGE.json --keep     the share of branches of now is the one to reach from here on
 
 COVERAGE.json is gcovr's. Lines that no test can reach, or should, stand in tests/coverage/exceptions.txt: a file, a text
-that such a line contains, and the reason. They are left out of the figures; one that is reached, or is no more, is told.
+that such a line contains, and the reason; and after the word `branches`, lines of which no test can take all. They are left
+out of the figures; one that is reached, or is no more, is told.
 """
 import argparse
 import json
@@ -18,11 +20,13 @@ TOLERANCE = 0.0005  # of the share of branches, of which a few are reached by ch
 
 
 def exceptions():
-    """Triples of a file, a text and a reason: `src/file.cpp | text | reason`, a line each."""
+    """What is left out: the kind, a file, a text and a reason, of `src/file.cpp | text | reason`, a line each, where
+    `branches src/file.cpp` begins one that is about branches."""
     for line in EXCEPTIONS.read_text().splitlines():
         if line.strip() and not line.startswith("#"):
             file, text, reason = (field.strip() for field in line.split(" | "))
-            yield file, text, reason
+            kind, _, file = file.rpartition(" ")
+            yield kind or "lines", file, text, reason
 
 
 class Reach:
@@ -30,7 +34,7 @@ class Reach:
 
     def __init__(self):
         self.counts = {"lines": [0, 0], "branches": [0, 0]}
-        self.missed = []  # file, number, text
+        self.missed = {"lines": [], "branches": []}  # file, number, text
         self.used = set()
 
     def add(self, file, listed):
@@ -38,31 +42,35 @@ class Reach:
         for line in file["lines"]:
             if line.get("gcovr/noncode"):
                 continue
-            number = line["line_number"]
-            text = texts[number - 1].strip()
-            exception = next((each for each in listed if each[0] == file["file"] and each[1] in text), None)
-            if exception and not line["count"]:
-                self.used.add(exception)
+            place = (file["file"], line["line_number"], texts[line["line_number"] - 1].strip())
+            if not line["count"] and self.is_left_out("lines", place, listed):
                 continue
-            self.count("lines", line["count"] > 0)
-            for branch in line["branches"]:
-                self.count("branches", branch["count"] > 0)
-            if not line["count"]:
-                self.missed.append((file["file"], number, text))
+            self.count("lines", [line["count"] > 0], place)
+            taken = [branch["count"] > 0 for branch in line["branches"]]
+            if line["count"] and not all(taken) and self.is_left_out("branches", place, listed):
+                taken = list(filter(None, taken))
+            self.count("branches", taken, place if line["count"] else None)
 
-    def count(self, kind, reached):
-        self.counts[kind][0] += reached
-        self.counts[kind][1] += 1
+    def is_left_out(self, kind, place, listed):
+        exception = next((each for each in listed if each[:2] == (kind, place[0]) and each[2] in place[2]), None)
+        self.used.add(exception)
+        return exception is not None
+
+    def count(self, kind, reached, place):
+        self.counts[kind][0] += sum(reached)
+        self.counts[kind][1] += len(reached)
+        if place and not all(reached):
+            self.missed[kind].append(place)
 
     def figures(self):
         return {kind: round(reached / max(1, every), 4) for kind, (reached, every) in self.counts.items()}
 
 
 def faults_of(reach, listed, kept):
-    for file, text, _ in sorted(set(listed) - reach.used):
+    for _, file, text, _ in sorted(set(listed) - reach.used):
         yield f"the exception `{text}` of {file} is reached, or is no more"
-    if reach.missed:
-        yield f"{len(reach.missed)} lines that no test reaches, and that no exception names"
+    if reach.missed["lines"]:
+        yield f"{len(reach.missed['lines'])} lines that no test reaches, and that no exception names"
     branches = reach.figures()["branches"]
     if branches < kept.get("branches", 0) - TOLERANCE:
         yield f"branches: {branches:.2%}, before {kept['branches']:.2%}"
@@ -71,14 +79,16 @@ def faults_of(reach, listed, kept):
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("coverage", type=pathlib.Path)
+    parser.add_argument("--branches", action="store_true")
     parser.add_argument("--keep", action="store_true")
     arguments = parser.parse_args()
     listed = list(exceptions())
     reach = Reach()
     for file in json.loads(arguments.coverage.read_text())["files"]:
         reach.add(file, listed)
-    for file, number, text in reach.missed:
-        print(f"{file}:{number}: {text}")
+    for kind in reach.missed if arguments.branches else ["lines"]:
+        for file, number, text in reach.missed[kind]:
+            print(f"{kind}: {file}:{number}: {text}")
     for kind, (reached, every) in reach.counts.items():
         print(f"{kind}: {reached} of {every}, {reach.figures()[kind]:.2%}")
     print(f"{len(listed)} exceptions, each with its reason, in {EXCEPTIONS.relative_to(ROOT)}")

@@ -57,8 +57,10 @@ class ZOVTOOLS_API Orientor {
   /// Another hub, or none, ends what the mouse does with the cube, in the hub that was there; nothing begins
   /// meanwhile. A hub that is destroyed is forgotten by itself.
   virtual void SetKorvane(CameraOperations* hub);
-  /// Call Destroy before another renderer takes over: what this one made can be given back only to it. A
-  /// renderer that is destroyed is forgotten by itself, and a label of its making with it.
+  /// Call Destroy before another renderer, or none, takes over: what this one made can be given back only to
+  /// it. One that is taken away without it is not called, and goes on counting the textures of the cube as
+  /// used, also when the cube has ended; set once more, it gets them back by Destroy. A renderer that is
+  /// destroyed is forgotten by itself, and a label of its making with it.
   virtual void SetRenderer(Renderer* value);
   virtual void SetRewindHistory(RewindHistory* history);
 

@@ -10,7 +10,7 @@ class ZOVTOOLS_API zovIconUtils {
  public:
   /// The host's side of an icon. One that the host has made by its values, in a shared pointer that owns it,
   /// comes back as it is, also as the class that the host has derived; any other gets a new one, which
-  /// borrows it.
+  /// borrows it. Null where there is no memory for it.
   [[nodiscard]] static std::shared_ptr<zovDynamicIcon2D> wrap_icon(Korvane::DynamicIcon2D* icon);
   [[nodiscard]] static std::shared_ptr<zovResourceIcon2D> wrap_icon(Korvane::ResourceIcon2D* icon);
   [[nodiscard]] static std::shared_ptr<zovPixelIcon2D> wrap_icon(Korvane::PixelIcon2D* icon);

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <list>
 #include <memory>
-#include <vector>
 
 #include "korvane/export.h"
 #include "zov/qmcore.h"
@@ -31,9 +31,10 @@ class zovRenderer;
 /// is given others, or none; what needs one that is missing is skipped and answers false, -1 or zero. What is
 /// taken away while the library calls it stays until that is over: it goes at the end of the call of the cube
 /// that is under way, or else of the next one, of which `const` questions are none. Call destroy before
-/// another renderer takes over, and before the cube ends: the renderer of before stays as long as the cube
-/// has a label of its making. A partner that the host shares without owning may end at any time but within a
-/// call of it, and is then forgotten. All calls belong on the host's window thread.
+/// another renderer takes over, and before the cube ends: else the renderer of before goes on counting the
+/// textures of the cube as used, and stays as long as the cube has a label of its making. A partner that the
+/// host shares without owning may end at any time but within a call of it, and is then forgotten. All calls
+/// belong on the host's window thread.
 class ZOVTOOLS_API zovOrientor {
  public:
   zovOrientor();
@@ -62,11 +63,12 @@ class ZOVTOOLS_API zovOrientor {
 
   /// Other camera operations, or none, end what the mouse does with the cube. These two may be called from
   /// anywhere, also from within what the library calls of those that they take away. A host that calls camera
-  /// operations or a renderer itself, on either layer, holds a pointer to them meanwhile.
+  /// operations or a renderer itself, on either layer, holds a pointer to them meanwhile. Where there is no
+  /// memory for the exchange they throw std::bad_alloc, and nothing has changed.
   void set_camera_operations(std::shared_ptr<zovCameraOperations> operations);
   void set_renderer(std::shared_ptr<zovRenderer> renderer);
-  /// Shares the observer, also one that was made for another cube. False for null only; one that is already
-  /// there keeps its place.
+  /// Shares the observer, also one that was made for another cube. False for null and where there is no
+  /// memory for it; one that is already there keeps its place.
   [[nodiscard]] bool add_observer(const std::shared_ptr<zovOrientorObserver>& observer);
   void remove_observer(const std::shared_ptr<zovOrientorObserver>& observer);
 
@@ -95,9 +97,9 @@ class ZOVTOOLS_API zovOrientor {
   int get_active_overlay_part() const;
   /// From the centre outward, components -1, 0 and 1, a letter's of unit length; zero for none.
   qmVector3 get_active_part_direction() const;
-  /// The English name of what the mouse is on, for the host's own use; empty for none.
+  /// The English name of what the mouse is on, for the host's own use; empty for none, and without memory.
   qmString get_active_part_name() const;
-  /// The text for what the mouse is on; empty for none.
+  /// The text for what the mouse is on; empty for none, and without memory.
   qmString get_tooltip() const;
   bool is_drag_active() const;
   /// The mouse is near the cube.
@@ -152,12 +154,12 @@ class ZOVTOOLS_API zovOrientor {
 
   // An observer that ends without having been removed.
   void forget(const zovOrientorObserver* gone);
-  std::vector<std::shared_ptr<zovOrientorObserver>> take_out(const zovOrientorObserver* observer);
+  std::list<std::shared_ptr<zovOrientorObserver>> take_out(const zovOrientorObserver* observer);
   void let_go_of_former();
 
   int calls = 0;  // of the cube, under way
   std::unique_ptr<partners> others;
-  std::vector<std::shared_ptr<zovOrientorObserver>> observers;
+  std::list<std::shared_ptr<zovOrientorObserver>> observers;
   std::unique_ptr<zovOrientorP> inner;  // goes before all that it borrows
   std::unique_ptr<zovOrientorParameters> parameters;
 };

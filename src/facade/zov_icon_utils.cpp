@@ -1,6 +1,7 @@
 #include "zov/zov_icon_utils.h"
 
 #include "facade/zov_icons_p.h"
+#include "foundation/out_of_memory.h"
 
 namespace {
 
@@ -10,7 +11,7 @@ std::shared_ptr<Facade> Wrap(Inner* icon) {
   if (const auto* const ours = dynamic_cast<const zovIconP<Inner, Facade>*>(icon)) {
     if (auto owner = ours->GetOwner()) return owner;
   }
-  return std::make_shared<Facade>(*icon);
+  return Korvane::OrFail([&] { return std::make_shared<Facade>(*icon); });
 }
 
 template <class Inner, class Facade>

@@ -10,6 +10,7 @@
 #include "facade/zov_orientor_observer_p.h"
 #include "facade/zov_orientor_p.h"
 #include "facade/zov_renderer_p.h"
+#include "foundation/out_of_memory.h"
 #include "korvane/lifeline.h"
 #include "zov/zov_camera_operations.h"
 #include "zov/zov_geom_utils.h"
@@ -70,10 +71,12 @@ struct zovOrientor::partners {
            std::any_of(former_renderers.begin(), former_renderers.end(), is_called);
   }
 
+  // `place`: for the one that was there until now. It has been made before anything changed.
   template <class Facade, class Inner>
   static void replace(Partner<Facade, Inner>& present, std::list<Partner<Facade, Inner>>& former,
-                      std::shared_ptr<Facade> value, Inner* of) {
-    former.emplace_back().Set(std::move(present.shared), present.within.Get());
+                      std::list<Partner<Facade, Inner>>& place, std::shared_ptr<Facade> value, Inner* of) {
+    place.front().Set(std::move(present.shared), present.within.Get());
+    former.splice(former.end(), place);
     present.Set(std::move(value), of);
   }
 };
@@ -112,16 +115,18 @@ void zovOrientor::let_go_of_former() {
 // Ending what the mouse does may tell the host, who may give others.
 void zovOrientor::set_camera_operations(std::shared_ptr<zovCameraOperations> operations) {
   const working here(*this);
+  std::list<partners::Hub> place(1);
   zovCameraOperationsP* const hub = operations != nullptr ? operations->inner.get() : nullptr;
   inner->SetKorvane(hub);
-  partners::replace(others->hub, others->former_hubs, std::move(operations), hub);
+  partners::replace(others->hub, others->former_hubs, place, std::move(operations), hub);
 }
 
 void zovOrientor::set_renderer(std::shared_ptr<zovRenderer> value) {
   const working here(*this);
+  std::list<partners::Maker> place(1);
   zovRendererP* const renderer = value != nullptr ? value->inner.get() : nullptr;
   inner->SetRenderer(renderer);
-  partners::replace(others->renderer, others->former_renderers, std::move(value), renderer);
+  partners::replace(others->renderer, others->former_renderers, place, std::move(value), renderer);
 }
 
 // ---- outside ----
@@ -175,13 +180,18 @@ bool zovOrientor::add_observer(const std::shared_ptr<zovOrientorObserver>& obser
   const auto is_shared_alike = [&](const auto& each) {
     return each == observer && !each.owner_before(observer) && !observer.owner_before(each);
   };
-  if (std::none_of(observers.begin(), observers.end(), is_shared_alike)) observers.push_back(observer);
-  observer->inner->BeToldBy(*inner);
-  return inner->AddObserver(observer->inner.get());
+  const bool is_known = std::any_of(observers.begin(), observers.end(), is_shared_alike);
+  return Korvane::OrFail([&] {
+    std::list<std::shared_ptr<zovOrientorObserver>> place(is_known ? 0 : 1, observer);
+    observer->inner->BeToldBy(*inner);
+    if (!inner->AddObserver(observer->inner.get())) return false;
+    observers.splice(observers.end(), place);
+    return true;
+  });
 }
 
 void zovOrientor::remove_observer(const std::shared_ptr<zovOrientorObserver>& observer) {
-  std::vector<std::shared_ptr<zovOrientorObserver>> leaving = take_out(observer.get());
+  std::list<std::shared_ptr<zovOrientorObserver>> leaving = take_out(observer.get());
   if (leaving.empty()) return;
   zovOrientorObserverP& within = *leaving.front()->inner;
   inner->RemoveObserver(&within);
@@ -191,12 +201,13 @@ void zovOrientor::remove_observer(const std::shared_ptr<zovOrientorObserver>& ob
 void zovOrientor::forget(const zovOrientorObserver* gone) { take_out(gone); }
 
 // Out of the list before they end: their end is the host's, who may change the list in it.
-std::vector<std::shared_ptr<zovOrientorObserver>> zovOrientor::take_out(const zovOrientorObserver* observer) {
-  const auto stays = [observer](const auto& each) { return each.get() != observer; };
-  const auto gone = std::partition(observers.begin(), observers.end(), stays);
-  std::vector<std::shared_ptr<zovOrientorObserver>> taken(std::make_move_iterator(gone),
-                                                          std::make_move_iterator(observers.end()));
-  observers.erase(gone, observers.end());
+std::list<std::shared_ptr<zovOrientorObserver>> zovOrientor::take_out(const zovOrientorObserver* observer) {
+  std::list<std::shared_ptr<zovOrientorObserver>> taken;
+  for (auto each = observers.begin(); each != observers.end();) {
+    const auto next = std::next(each);
+    if (each->get() == observer) taken.splice(taken.end(), observers, each);
+    each = next;
+  }
   return taken;
 }
 
@@ -223,8 +234,12 @@ int zovOrientor::get_active_overlay_part() const { return inner->GetActiveOverla
 qmVector3 zovOrientor::get_active_part_direction() const {
   return Utils::kvvec_to_qmvec(inner->GetActivePartDirection());
 }
-qmString zovOrientor::get_active_part_name() const { return {inner->GetActivePartName(), qmStringUTF8}; }
-qmString zovOrientor::get_tooltip() const { return zovStringConverter::to_qmString(inner->GetTooltip()); }
+qmString zovOrientor::get_active_part_name() const {
+  return Korvane::OrFail([&] { return qmString(inner->GetActivePartName(), qmStringUTF8); });
+}
+qmString zovOrientor::get_tooltip() const {
+  return Korvane::OrFail([&] { return zovStringConverter::to_qmString(inner->GetTooltip()); });
+}
 bool zovOrientor::is_drag_active() const { return inner->IsDragActive(); }
 bool zovOrientor::is_mouse_in_region() const { return inner->IsMouseInRegion(); }
 bool zovOrientor::is_mouse_on_geometry_part() const { return inner->IsMouseOnGeometryPart(); }

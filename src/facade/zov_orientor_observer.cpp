@@ -1,6 +1,5 @@
 #include "zov/zov_orientor_observer.h"
 
-#include <iterator>
 #include <utility>
 
 #include "facade/zov_orientor_observer_p.h"
@@ -27,10 +26,8 @@ void zovOrientorObserverP::BeToldBy(zovOrientorP& teller) {
   tellers.emplace_back(&teller);
 }
 
-void zovOrientorObserverP::KeepWhileTold(std::vector<std::shared_ptr<zovOrientorObserver>>& pointers) {
-  if (tellings == 0) return;
-  std::move(pointers.begin(), pointers.end(), std::back_inserter(kept));
-  pointers.clear();
+void zovOrientorObserverP::KeepWhileTold(std::list<std::shared_ptr<zovOrientorObserver>>& pointers) {
+  if (tellings > 0) kept.splice(kept.end(), pointers);
 }
 
 // A stretch within which the owner is told something. It stays meanwhile by a pointer of its own, and by
@@ -52,7 +49,7 @@ class zovOrientorObserverP::Telling {
   zovOrientorObserverP& told;
   const Korvane::Lifeline::Watch stays;
   const std::shared_ptr<zovOrientorObserver> shared;
-  std::vector<std::shared_ptr<zovOrientorObserver>> leaving;
+  std::list<std::shared_ptr<zovOrientorObserver>> leaving;
 };
 
 void zovOrientorObserverP::OnClicked(OrientorPart part) {

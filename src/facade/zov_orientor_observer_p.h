@@ -2,7 +2,6 @@
 
 #include <list>
 #include <memory>
-#include <vector>
 
 #include "facade/zov_orientor_p.h"
 #include "korvane/lifeline.h"
@@ -27,7 +26,7 @@ class zovOrientorObserverP : public Korvane::OrientorObserver {
 
   /// Takes over pointers to the owner that a cube gives up while it is being told, until it has been told;
   /// leaves them where they are while it is not.
-  void KeepWhileTold(std::vector<std::shared_ptr<zovOrientorObserver>>& pointers);
+  void KeepWhileTold(std::list<std::shared_ptr<zovOrientorObserver>>& pointers);
 
   zovOrientorP* GetCube() const { return cube.Get(); }
 
@@ -38,6 +37,6 @@ class zovOrientorObserverP : public Korvane::OrientorObserver {
   Korvane::Borrowed<zovOrientorP> cube;
   std::list<Korvane::Borrowed<zovOrientorP>> tellers;
   int tellings = 0;  // under way
-  std::vector<std::shared_ptr<zovOrientorObserver>> kept;
+  std::list<std::shared_ptr<zovOrientorObserver>> kept;
   Korvane::Lifeline lifeline;
 };

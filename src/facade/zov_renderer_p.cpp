@@ -4,8 +4,10 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <memory>
 #include <utility>
 
+#include "foundation/out_of_memory.h"
 #include "korvane/icon3d.h"
 #include "korvane/pixel_icon2d.h"
 #include "zov/zov_geom_utils.h"
@@ -17,6 +19,7 @@ using Korvane::CameraParameters;
 using Korvane::CursorID;
 using Korvane::DynamicIcon2D;
 using Korvane::MenuID;
+using Korvane::OrFail;
 using Korvane::PixelIcon2D;
 using Korvane::ResourceIcon2D;
 using Korvane::ResourceIcon3D;
@@ -37,12 +40,12 @@ qmString ToText(const wchar_t* text) {
 
 // The library deletes an image that it was given, which no shared pointer allows.
 PixelIcon2D* CopyImage(const PixelIcon2D& image) {
-  auto* const copy = new PixelIcon2D(image.GetImageWidth(), image.GetImageHeight(), image.GetImagePixels(),
-                                     image.GetPixelFormat());
+  auto copy = std::make_unique<PixelIcon2D>(image.GetImageWidth(), image.GetImageHeight(),
+                                            image.GetImagePixels(), image.GetPixelFormat());
   copy->SetBounds(image.GetBounds());
   copy->SetVisible(image.IsVisible());
   copy->SetChangingInTimeOpacity(image.GetChangingInTimeOpacity());
-  return copy;
+  return copy.release();
 }
 
 int NumberOf(const DynamicIcon2D& icon) { return icon.GetID(); }
@@ -64,13 +67,17 @@ bool zovRendererP::LoadTexture(TextureID id) { return owner->load_texture(static
 void zovRendererP::ReleaseTexture(TextureID id) { owner->release_texture(static_cast<zovTextureID>(id)); }
 
 std::wstring zovRendererP::LoadStringResource(int id) {
-  return zovStringConverter::to_KORVANE_STRING_T(owner->load_string_resource(static_cast<zovStringID>(id)));
+  return OrFail([&] {
+    return zovStringConverter::to_KORVANE_STRING_T(owner->load_string_resource(static_cast<zovStringID>(id)));
+  });
 }
 
 PixelIcon2D* zovRendererP::CreateImageData(TextureID id) {
-  const auto asked = owner.operator->();  // until the picture has gone
-  const std::shared_ptr<zovPixelIcon2D> image = asked->create_image_data(static_cast<zovTextureID>(id));
-  return image != nullptr ? CopyImage(*zovIconUtils::unwrap_icon(image)) : nullptr;
+  return OrFail([&]() -> PixelIcon2D* {
+    const auto asked = owner.operator->();  // until the picture has gone
+    const std::shared_ptr<zovPixelIcon2D> image = asked->create_image_data(static_cast<zovTextureID>(id));
+    return image != nullptr ? CopyImage(*zovIconUtils::unwrap_icon(image)) : nullptr;
+  });
 }
 
 // ---- passes ----
@@ -115,12 +122,13 @@ bool zovRendererP::RenderGeometry(unsigned vertexCount, const float* vertices, c
                                   const MaterialParams* material) {
   if (roomTaken) return RenderWithin(vertexCount, vertices, texCoords, material);
   roomTaken = true;
-  const zovMaterialParameters outside =
-      material != nullptr ? zovMaterialParameters(*material) : zovMaterialParameters();
-  const auto copiedVertices = CopyInto<3>(numbers.vertices, vertices, vertexCount);
-  const auto copiedTexCoords = CopyInto<2>(numbers.texCoords, texCoords, vertexCount);
-  const bool rendered =
-      owner.GetUncounted().render_geometry(vertexCount, copiedVertices, copiedTexCoords, outside);
+  const bool rendered = OrFail([&] {
+    const zovMaterialParameters outside =
+        material != nullptr ? zovMaterialParameters(*material) : zovMaterialParameters();
+    const auto copiedVertices = CopyInto<3>(numbers.vertices, vertices, vertexCount);
+    const auto copiedTexCoords = CopyInto<2>(numbers.texCoords, texCoords, vertexCount);
+    return owner.GetUncounted().render_geometry(vertexCount, copiedVertices, copiedTexCoords, outside);
+  });
   roomTaken = false;
   return rendered;
 }
@@ -160,14 +168,20 @@ int zovRendererP::GetSelection() const { return owner->get_selection(); }
 // ---- icons ----
 
 // Whoever kept an icon that only borrows has it with a copy from now on, since what it borrows may go. If it
-// has gone already, what is left of it is its number.
+// has gone already, what is left of it is its number; where there is no memory for either, an icon that shows
+// nothing, which has been made before the host could keep anything.
 template <class Facade, class Inner>
 bool zovRendererP::Show(const std::shared_ptr<Facade>& outside, Inner& icon) {
+  auto& spare = std::get<std::unique_ptr<Inner>>(spares);
+  if (spare == nullptr) spare = OrFail([] { return std::make_unique<Inner>(decltype(NumberOf(icon)){}); });
+  if (outside == nullptr || spare == nullptr) return false;
   const Korvane::Lifeline::Watch stays(icon.GetLifeline());
   const auto number = NumberOf(icon);
-  const bool rendered = owner->render(outside);
+  const bool rendered = OrFail([&] { return owner->render(outside); });
   if (outside->own != nullptr || outside.use_count() == 1) return rendered;
-  outside->take(stays ? std::make_unique<Inner>(icon) : std::make_unique<Inner>(number));
+  std::unique_ptr<Inner> copy =
+      OrFail([&] { return stays ? std::make_unique<Inner>(icon) : std::make_unique<Inner>(number); });
+  outside->take(copy != nullptr ? std::move(copy) : std::move(spare));
   return rendered;
 }
 
@@ -183,13 +197,32 @@ bool zovRendererP::Render(DynamicIcon2D* icon) {
   return known != nullptr ? owner->render(known) : Show(zovIconUtils::wrap_icon(icon), *icon);
 }
 
-DynamicIcon2D* zovRendererP::Hold(const std::shared_ptr<zovDynamicIcon2D>& icon) {
+// What there is no memory to hold goes back to the host at once.
+template <class Make>
+DynamicIcon2D* zovRendererP::Hold(const Make& make) {
+  const std::shared_ptr<zovDynamicIcon2D> icon = OrFail(make);
   DynamicIcon2D* const within = zovIconUtils::unwrap_icon(icon);
   if (within == nullptr) return nullptr;
-  Lent& held = lent[within];
+  const bool held = OrFail([&] {
+    Keep(icon, within);
+    return true;
+  });
+  if (held) return within;
+  OrFail([&] { owner->destroy_icon(icon); });
+  return nullptr;
+}
+
+// All or nothing.
+void zovRendererP::Keep(const std::shared_ptr<zovDynamicIcon2D>& icon, DynamicIcon2D* within) {
   const auto isSharedAlike = [&](const auto& each) {
     return !each.owner_before(icon) && !icon.owner_before(each) && each == icon;
   };
+  const auto known = lent.find(within);
+  if (known == lent.end()) {
+    lent.emplace(within, Lent{{icon}, 1});
+    return;
+  }
+  Lent& held = known->second;
   const auto alike = std::find_if(held.answers.begin(), held.answers.end(), isSharedAlike);
   if (alike == held.answers.end()) {
     held.answers.push_back(icon);
@@ -197,7 +230,6 @@ DynamicIcon2D* zovRendererP::Hold(const std::shared_ptr<zovDynamicIcon2D>& icon)
     std::rotate(alike, alike + 1, held.answers.end());
   }
   ++held.times;
-  return within;
 }
 
 std::shared_ptr<zovDynamicIcon2D> zovRendererP::FindOutside(DynamicIcon2D* icon) const {
@@ -206,52 +238,53 @@ std::shared_ptr<zovDynamicIcon2D> zovRendererP::FindOutside(DynamicIcon2D* icon)
 }
 
 // The last one takes all along that was kept with it.
-zovRendererP::Lent zovRendererP::TakeBack(DynamicIcon2D* icon) {
+zovRendererP::Returned zovRendererP::TakeBack(DynamicIcon2D* icon) {
   const auto held = lent.find(icon);
   if (held == lent.end()) return {};
-  if (--held->second.times > 0) return {{held->second.answers.back()}, 1};
-  Lent leaving = std::move(held->second);
+  if (--held->second.times > 0) return {held->second.answers.back(), {}};
+  Returned leaving{held->second.answers.back(), std::move(held->second)};
   lent.erase(held);
   return leaving;
 }
 
 std::shared_ptr<zovDynamicIcon2D> zovRendererP::GiveAway(DynamicIcon2D* icon) {
-  const Lent taken = TakeBack(icon);
-  return !taken.answers.empty() ? taken.answers.back() : nullptr;
+  return TakeBack(icon).newest;
 }
 
 bool zovRendererP::DestroyIcon(DynamicIcon2D*& icon) {
   const auto asked = owner.operator->();  // until the icon has gone
-  const Lent taken = TakeBack(icon);
-  if (taken.answers.empty()) return false;
+  const Returned taken = TakeBack(icon);
+  if (taken.newest == nullptr) return false;
   icon = nullptr;
-  return asked->destroy_icon(taken.answers.back());
+  return asked->destroy_icon(taken.newest);
 }
 
 DynamicIcon2D* zovRendererP::CreateSceneScreenshot(int width, int height, const CameraParameters& camera) {
-  return Hold(owner->create_scene_screenshot(width, height, zovCameraParameters(camera)));
+  return Hold([&] { return owner->create_scene_screenshot(width, height, zovCameraParameters(camera)); });
 }
 DynamicIcon2D* zovRendererP::CreateTextLabel(const wchar_t* text, float size, int width, int height) {
-  return Hold(owner->create_text_label(ToText(text), size, width, height));
+  return Hold([&] { return owner->create_text_label(ToText(text), size, width, height); });
 }
 DynamicIcon2D* zovRendererP::CreateTooltip(const wchar_t* text) {
-  return Hold(owner->create_tooltip(ToText(text)));
+  return Hold([&] { return owner->create_tooltip(ToText(text)); });
 }
 DynamicIcon2D* zovRendererP::CreateTooltipHUD(const wchar_t* text) {
-  return Hold(owner->create_tooltip_hud(ToText(text)));
+  return Hold([&] { return owner->create_tooltip_hud(ToText(text)); });
 }
 DynamicIcon2D* zovRendererP::CreateMessageHUD(const wchar_t* text) {
-  return Hold(owner->create_message_hud(ToText(text)));
+  return Hold([&] { return owner->create_message_hud(ToText(text)); });
 }
 DynamicIcon2D* zovRendererP::CreatePivotLabel(const wchar_t* text) {
-  return Hold(owner->create_pivot_label(ToText(text)));
+  return Hold([&] { return owner->create_pivot_label(ToText(text)); });
 }
 DynamicIcon2D* zovRendererP::CreateMiniWheelLabel(const wchar_t* text) {
-  return Hold(owner->create_miniwheel_label(ToText(text)));
+  return Hold([&] { return owner->create_miniwheel_label(ToText(text)); });
 }
 DynamicIcon2D* zovRendererP::CreateUCSMenuLabel(const wchar_t* activeName, const wchar_t* defaultName,
                                                 bool highlighted, int width) {
-  return Hold(owner->create_ucs_menu_label(ToText(activeName), ToText(defaultName), highlighted, width));
+  return Hold([&] {
+    return owner->create_ucs_menu_label(ToText(activeName), ToText(defaultName), highlighted, width);
+  });
 }
 
 // ---- the scene ----

@@ -4,10 +4,13 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "facade/zov_counted_owner.h"
 #include "korvane/camera_parameters.h"
+#include "korvane/icon2d.h"
+#include "korvane/icon3d.h"
 #include "korvane/renderer.h"
 #include "zov/zov_icons.h"
 #include "zov/zov_renderer.h"
@@ -83,6 +86,10 @@ class zovRendererP : public Korvane::Renderer {
     std::vector<std::shared_ptr<zovDynamicIcon2D>> answers;
     int times = 0;
   };
+  struct Returned {
+    std::shared_ptr<zovDynamicIcon2D> newest;
+    Lent all;
+  };
   // Grows, and is used again whatever it holds.
   struct Room {
     std::unique_ptr<float[]> numbers;
@@ -96,8 +103,10 @@ class zovRendererP : public Korvane::Renderer {
   // The many calls within a pass are counted as one.
   bool OpenPass(bool isOpen);
   void ClosePass();
-  Lent TakeBack(Korvane::DynamicIcon2D* icon);
-  Korvane::DynamicIcon2D* Hold(const std::shared_ptr<zovDynamicIcon2D>& icon);
+  Returned TakeBack(Korvane::DynamicIcon2D* icon);
+  template <class Make>
+  Korvane::DynamicIcon2D* Hold(const Make& make);
+  void Keep(const std::shared_ptr<zovDynamicIcon2D>& icon, Korvane::DynamicIcon2D* within);
   template <std::size_t perVertex>
   static qiIterator<float> CopyInto(Room& room, const float* values, unsigned vertexCount);
   bool RenderWithin(unsigned vertexCount, const float* vertices, const float* texCoords,
@@ -107,6 +116,9 @@ class zovRendererP : public Korvane::Renderer {
 
   zovCountedOwner<zovRenderer> owner;
   std::map<Korvane::DynamicIcon2D*, Lent> lent;
+  std::tuple<std::unique_ptr<Korvane::DynamicIcon2D>, std::unique_ptr<Korvane::ResourceIcon2D>,
+             std::unique_ptr<Korvane::ResourceIcon3D>>
+      spares;
   Numbers numbers;         // of the last geometry, kept for their room
   bool roomTaken = false;  // while the host draws, which may make the library draw more
   int openPasses = 0;

@@ -4,6 +4,8 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
+#include <utility>
 
 #include "korvane/shot_specification.h"
 #include "support/cameras.h"
@@ -59,6 +61,18 @@ TEST_F(StoryPicturesTest, a_shot_without_a_name_lacks_its_label_until_it_is_made
   EXPECT_TRUE(pictures.FindLack(*shot).label);
   pictures.MakeLabel(*shot);
   EXPECT_FALSE(pictures.FindLack(*shot).label);
+}
+
+TEST_F(StoryPicturesTest, of_an_object_that_is_gone_are_not_those_of_one_in_its_place) {
+  pictures.SetRenderer(&first);
+  std::optional<ShotSpecification> shot(std::in_place, LookAt({0, 0, 10}, {0, 0, 0}, {0, 1, 0}));
+  Make(*shot);
+  EXPECT_FALSE(pictures.FindLack(*shot).thumbnail);
+  shot.emplace(LookAt({10, 0, 0}, {0, 0, 0}, {0, 1, 0}));
+  EXPECT_TRUE(pictures.FindLack(*shot).label);
+  pictures.MakeLabel(*shot);
+  EXPECT_FALSE(pictures.FindLack(*shot).label);
+  EXPECT_TRUE(pictures.FindLack(*shot).thumbnail);
 }
 
 // A host replaces the renderer, and has pictures made, while it takes one of the lost ones back.

@@ -63,6 +63,25 @@ TEST_F(StoryboardBoundsTest, are_told_of_nothing_that_is_not_there) {
   EXPECT_EQ(board->GetTitleBounds(static_cast<Storyboard::TitlePart>(-1)).halfExtent.x, 0.0);
 }
 
+// Without a queue the edit itself is all that tells the panel.
+TEST_F(StoryboardBoundsTest, follow_an_edit_before_the_next_frame) {
+  board->SetUndoQueue(nullptr);
+  Sequence* const other = AddSequence(1);
+  Frame();
+  ShotSpecification* const first = sequence->GetShot(0);
+  ShotSpecification* const second = sequence->GetShot(1);
+  const double place = Find(first, Storyboard::SLIDE_ITSELF).center.x;
+  EXPECT_TRUE(board->MoveShot(first, nullptr));
+  EXPECT_EQ(Find(second, Storyboard::SLIDE_ITSELF).center.x, place);
+  EXPECT_TRUE(board->DeleteShot(second));
+  EXPECT_EQ(Find(first, Storyboard::SLIDE_ITSELF).center.x, place);
+  const double left = Find(sequence, Storyboard::SLIDE_ITSELF).center.x;
+  EXPECT_TRUE(board->MoveSequence(sequence, nullptr));
+  EXPECT_LT(Find(other, Storyboard::SLIDE_ITSELF).center.x,
+            Find(sequence, Storyboard::SLIDE_ITSELF).center.x);
+  EXPECT_EQ(Find(other, Storyboard::SLIDE_ITSELF).center.x, left);
+}
+
 TEST_F(StoryboardBoundsTest, of_the_title_are_where_a_click_plays_and_closes) {
   EXPECT_TRUE(ClickIn(board->GetTitleBounds(Storyboard::TITLE_PLAY)));
   EXPECT_GT(journal.Count("plays story"), 0);

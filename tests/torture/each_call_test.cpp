@@ -2,7 +2,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <string>
 #include <tuple>
+#include <vector>
 
 #include "torture/trial.h"
 
@@ -43,6 +45,25 @@ TEST(EachRendererCallTest, the_session_makes_use_of_all_but_few_operations) {
 }
 
 TEST(EachRendererCallTest, nothing_is_wrong_where_nothing_fails) { EXPECT_EQ(Trial::Run({}), ""); }
+
+TEST(ChosenNumbersTest, each_is_in_one_share) {
+  for (const std::string wanted : {"all", ""}) {
+    std::vector<long> numbers;
+    for (const char* share : {"0/3", "1/3", "2/3"}) {
+      const std::vector<long> part = ChooseNumbers(100, 7, wanted, share);
+      EXPECT_GT(part.size(), 1U) << share;
+      numbers.insert(numbers.end(), part.begin(), part.end());
+    }
+    std::sort(numbers.begin(), numbers.end());
+    EXPECT_EQ(numbers, ChooseNumbers(100, 7, wanted, ""));
+  }
+  EXPECT_EQ(ChooseNumbers(100, 7, "all", "").size(), 100U);
+}
+
+TEST(ChosenNumbersTest, one_may_be_wanted_alone) {
+  EXPECT_EQ(ChooseNumbers(100, 7, "42", ""), std::vector<long>{42});
+  EXPECT_TRUE(ChooseNumbers(41, 7, "42", "").empty());
+}
 
 // ---- memory ----
 

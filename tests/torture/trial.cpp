@@ -66,6 +66,11 @@ void LookAtTheEnd(const WholeView& view, const FaultyClock& clock, bool losesIco
   findings.Note(clock.GetTimerCount() != 0, "timers");
 }
 
+std::string GetSetting(const char* name) {
+  const char* const value = std::getenv(name);
+  return value != nullptr ? value : "";
+}
+
 // Null where there was no memory to make it.
 std::unique_ptr<WholeView> MakeView(FaultyClock& clock) {
   try {
@@ -147,13 +152,25 @@ const Trial::Counts& Trial::GetCounts() {
   return COUNTS;
 }
 
-std::string ForEachNumber(long last, long some, const std::function<std::string(long)>& run) {
-  const char* const value = std::getenv("ZOV_TORTURE");
-  const std::string wanted = value != nullptr ? value : "";
-  const long only = std::atol(wanted.c_str());
+std::vector<long> ChooseNumbers(long last, long some, const std::string& wanted, const std::string& share) {
+  std::vector<long> numbers;
+  if (const long only = std::atol(wanted.c_str()); only > 0) {
+    if (only <= last) numbers.push_back(only);
+    return numbers;
+  }
   const long stride = wanted == "all" ? 1 : std::max(1L, last / std::max(1L, some));
+  const std::size_t slash = share.find('/');
+  const long shares = slash != std::string::npos ? std::max(1L, std::atol(share.c_str() + slash + 1)) : 1;
+  const long own = std::atol(share.c_str());
+  for (long n = 1, i = 0; n <= last; n += stride, ++i) {
+    if (i % shares == own) numbers.push_back(n);
+  }
+  return numbers;
+}
+
+std::string ForEachNumber(long last, long some, const std::function<std::string(long)>& run) {
   std::string findings;
-  for (long n = only > 0 ? only : 1; n <= last; n += only > 0 ? last : stride) {
+  for (const long n : ChooseNumbers(last, some, GetSetting("ZOV_TORTURE"), GetSetting("ZOV_TORTURE_SHARE"))) {
     const std::string found = run(n);
     if (!found.empty()) findings += "number " + std::to_string(n) + ": " + found + "\n";
   }

@@ -45,8 +45,13 @@ class Trial {
                    std::vector<double>& settings);
 };
 
-/// Calls `run(n)` for numbers from 1 to `last`: for about `some` of them, spread evenly, for all of them with
-/// ZOV_TORTURE=all, and for the one that it names. The numbers with a fault, each with what it is.
+/// Of the numbers from 1 to `last` about `some`, spread evenly; all of them when `all` is wanted, and the one
+/// that is wanted by its number. `share`: I/M, the part I (from 0) of the M into which a run is split; every
+/// number is in one of them. Empty: all parts.
+std::vector<long> ChooseNumbers(long last, long some, const std::string& wanted, const std::string& share);
+
+/// Calls `run(n)` for the numbers that the environment's ZOV_TORTURE and ZOV_TORTURE_SHARE choose. The
+/// numbers with a fault, each with what it is.
 std::string ForEachNumber(long last, long some, const std::function<std::string(long)>& run);
 
 }  // namespace torture

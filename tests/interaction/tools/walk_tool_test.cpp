@@ -140,6 +140,15 @@ TEST_F(WalkToolTest, the_cursor_is_that_of_the_walk_only_while_it_walks) {
   EXPECT_EQ(tool.GetWalkCursorID(), CURSOR_WALK);
 }
 
+TEST_F(WalkToolTest, a_walk_that_is_refused_keeps_its_cursor_while_somebody_else_walks) {
+  ForbidWalking();
+  tool.OnMouseDown(1, 1);
+  ASSERT_TRUE(bench.hub.BeginOperation(OPERATION_FLY, 512, 300));
+  bench.hub.UpdateOperationParams(512, 600, OPERATION_FLY);
+  ASSERT_FALSE(Fly()->IsInDeadZone());
+  EXPECT_EQ(tool.GetWalkCursorID(), CURSOR_WALK);
+}
+
 TEST_F(WalkToolTest, up_and_down_reach_all_operations) {
   EXPECT_FALSE(tool.OnKeyDown(KEY_UP));
   tool.OnMouseDown(1, 1);

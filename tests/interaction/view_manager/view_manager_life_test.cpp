@@ -418,6 +418,25 @@ TEST_F(LifeTest, closes_a_gesture_of_the_middle_button_with_its_disc) {
   EXPECT_EQ(renderer.GetLiveIconCount(), 1);  // the ball's label
 }
 
+// The tool of the gesture may still show the ball's place at its end.
+TEST_F(LifeTest, ends_a_gesture_before_it_takes_the_ball_away_when_it_goes) {
+  auto passing = std::make_unique<OpenViewManager>();
+  passing->SetKorvane(&hub);
+  passing->SetRenderer(&renderer);
+  passing->SetHelmDisc(&disc);
+  disc.Open(DiscType::FullNavigation);
+  passing->SetViewportSize(800, 600);
+  passing->Create();
+  passing->OnKeyDown(KEY_SHIFT);
+  passing->OnMiddleMouseDown(400, 300);
+  ASSERT_TRUE(hub.IsOperationActive(OPERATION_ORBIT));
+  bool hasBall = false;
+  disc.record->onEnd = [&] { hasBall = disc.GetPivotBall() != nullptr; };
+  passing.reset();
+  EXPECT_TRUE(hasBall);
+  EXPECT_EQ(disc.GetPivotBall(), nullptr);
+}
+
 TEST_F(LifeTest, ends_the_record_of_the_shot_that_it_watches_when_the_hub_changes) {
   Start();
   manager.FitAllToView();
