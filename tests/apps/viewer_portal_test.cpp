@@ -104,6 +104,25 @@ TEST_F(ViewerPortalTest, a_place_that_cannot_be_written_is_told) {
   EXPECT_TRUE(GetStory().IsChanged());
 }
 
+TEST_F(ViewerPortalTest, a_model_that_has_been_loaded_waits_for_the_dialog_and_is_shown_after_it) {
+  const zovhost::Scene* const before = viewer->GetScene();
+  const fs::path picture = folder.GetPath() / "view.png";
+  GetStory().BeginEmpty();
+  portal.Set(Manner::Waits, "file://" + picture.string());
+  PressControl(SDLK_s);
+  ASSERT_TRUE(portal.AwaitQuestion());
+  Drop(folder.Write("square.obj", apps_test::SQUARE));
+  DrawFrames(3);
+  EXPECT_TRUE(viewer->HasArrival());
+  EXPECT_FALSE(GetDesk().IsOpen());
+  EXPECT_EQ(viewer->GetScene(), before);
+  EXPECT_EQ(GetTitle(), "triangle.obj - zovview");
+  portal.Answer(Manner::Chooses);
+  EXPECT_TRUE(WaitFor([this] { return !viewer->HasArrival(); }));
+  EXPECT_EQ(GetTitle(), "square.obj - zovview");
+  EXPECT_TRUE(fs::exists(picture)) << "what was asked is done, and before";
+}
+
 TEST_F(ViewerPortalTest, a_desktop_without_the_dialog_leaves_the_question_to_the_window) {
   portal.Set(Manner::Refuses);
   Ask(StoryRequest::SaveAs);
