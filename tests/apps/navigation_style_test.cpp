@@ -13,6 +13,7 @@
 #include "korvane/tool.h"
 #include "views/view_tools.h"
 #include "wired_view.h"
+#include "zovhost/click_watch.h"
 
 namespace {
 
@@ -276,6 +277,21 @@ TEST_F(NavigationStyleTest, a_right_click_moves_nothing_and_is_left_to_the_host)
     Do(Type::MouseMove, 640, 400, MouseButton::Right);
     Do(Type::MouseMove, 600, 400, MouseButton::Right);
     EXPECT_TRUE(Do(Type::MouseUp, 600, 400, MouseButton::Right)) << "there and back is no click";
+  }
+}
+
+TEST_F(NavigationStyleTest, a_right_click_may_stray_by_as_many_points_on_each_display) {
+  Use("right-orbits");
+  for (const double scale : {1.0, 1.25, 1.5, 2.0, 3.0}) {
+    SCOPED_TRACE(scale);
+    hub.GetApplicationParameters().pixels_per_point = static_cast<float>(scale);
+    const int reach = static_cast<int>(std::floor(zovhost::ClickWatch::REACH * scale));
+    for (const int strayed : {reach, -reach, reach + 1, -reach - 1}) {
+      Do(Type::MouseDown, 600, 400, MouseButton::Right);
+      Do(Type::MouseMove, 600, 400 + strayed, MouseButton::Right);
+      EXPECT_EQ(Do(Type::MouseUp, 600, 400 + strayed, MouseButton::Right), std::abs(strayed) > reach)
+          << strayed << ": what is used is a drag";
+    }
   }
 }
 

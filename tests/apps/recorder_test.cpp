@@ -101,6 +101,20 @@ TEST_F(RecorderTest, everything_that_can_happen_is_read_back) {
   }
 }
 
+#if !defined(_WIN32)
+TEST_F(RecorderTest, a_link_is_written_through) {
+  namespace fs = std::filesystem;
+  const fs::path target = folder.Write("elsewhere.txt", "before");
+  fs::create_symlink(target, folder.GetPath() / "recording.txt");
+  const std::unique_ptr<Recorder> recorder = Make();
+  recorder->Begin(header);
+  ASSERT_TRUE(recorder->Finish(error)) << error;
+  EXPECT_TRUE(fs::is_symlink(folder.GetPath() / "recording.txt"));
+  EXPECT_TRUE(fs::is_regular_file(target));
+  EXPECT_EQ(ReadBack().width, header.width);
+}
+#endif
+
 // Some systems end a line by it, so none of it is read back there.
 TEST_F(RecorderTest, a_path_that_no_line_holds_is_left_out_and_a_recording_is_read_as_it_is_written) {
   const std::unique_ptr<Recorder> recorder = Make();

@@ -1,7 +1,12 @@
-// Looks at an X display, for the test of the viewer's window:
+// Looks at an X display, for the tests of the viewer's window:
 //   screen_probe cursor             a number that stands for the picture of the pointer
 //   screen_probe pointer            where the pointer is, x and y from the top left
 //   screen_probe pixels X Y W H     how many pixels of a rectangle are of the accent colour's kind: bluish
+//   screen_probe resources TEXT     sets what programs find as the resources of the display
+//   screen_probe settings           is the manager of the settings of all programs until its input ends; each
+//                                   line of that is a number, Xft/DPI, or a word: then they are broken. Says
+//                                   when it has told them
+#include <X11/Xatom.h>
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 #include <X11/extensions/Xfixes.h>
@@ -9,8 +14,13 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <iostream>
 #include <memory>
+#include <string>
 #include <string_view>
+#include <vector>
+
+#include "support/x_settings_bytes.h"
 
 namespace {
 
@@ -81,6 +91,54 @@ int PrintBluish(Display* display, char** rectangle) {
   return 0;
 }
 
+void SetProperty(Display* display, Window window, Atom name, Atom type,
+                 const std::vector<unsigned char>& bytes) {
+  XChangeProperty(display, window, name, type, 8, PropModeReplace, bytes.data(),
+                  static_cast<int>(bytes.size()));
+  XFlush(display);
+}
+
+int SetResources(Display* display, std::string_view text) {
+  SetProperty(display, DefaultRootWindow(display), XA_RESOURCE_MANAGER, XA_STRING,
+              {text.begin(), text.end()});
+  XSync(display, False);
+  return 0;
+}
+
+// Tells all that there is a manager now.
+void Announce(Display* display, Window manager, Atom selection) {
+  XSetSelectionOwner(display, selection, manager, CurrentTime);
+  XEvent event = {};
+  event.xclient.type = ClientMessage;
+  event.xclient.window = DefaultRootWindow(display);
+  event.xclient.message_type = XInternAtom(display, "MANAGER", False);
+  event.xclient.format = 32;
+  event.xclient.data.l[0] = CurrentTime;
+  event.xclient.data.l[1] = static_cast<long>(selection);
+  event.xclient.data.l[2] = static_cast<long>(manager);
+  XSendEvent(display, DefaultRootWindow(display), False, StructureNotifyMask, &event);
+  XFlush(display);
+}
+
+int ManageSettings(Display* display) {
+  const Window manager = XCreateSimpleWindow(display, DefaultRootWindow(display), 0, 0, 1, 1, 0, 0, 0);
+  const Atom name = XInternAtom(display, "_XSETTINGS_SETTINGS", False);
+  bool announced = false;
+  for (std::string line; std::getline(std::cin, line);) {
+    XSettingsBytes settings;
+    settings.AddText("Net/ThemeName", "Plain").AddNumber("Xft/DPI", std::atoi(line.c_str()));
+    std::vector<unsigned char> bytes = settings.Get();
+    if (std::atoi(line.c_str()) == 0) bytes.resize(bytes.size() / 2);
+    SetProperty(display, manager, name, name, bytes);
+    if (!announced) Announce(display, manager, XInternAtom(display, "_XSETTINGS_S0", False));
+    announced = true;
+    XSync(display, False);
+    std::puts("told");
+    std::fflush(stdout);
+  }
+  return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -90,5 +148,7 @@ int main(int argc, char** argv) {
   if (question == "cursor") return PrintCursor(display.get());
   if (question == "pointer") return PrintPointer(display.get());
   if (question == "pixels" && argc == 6) return PrintBluish(display.get(), argv + 2);
+  if (question == "resources" && argc == 3) return SetResources(display.get(), argv[2]);
+  if (question == "settings") return ManageSettings(display.get());
   return 2;
 }

@@ -104,6 +104,41 @@ TEST_F(ViewerPortalTest, a_place_that_cannot_be_written_is_told) {
   EXPECT_TRUE(GetStory().IsChanged());
 }
 
+TEST_F(ViewerPortalTest, a_model_that_has_been_loaded_waits_for_the_dialog_and_is_shown_after_it) {
+  const zovhost::Scene* const before = viewer->GetScene();
+  const fs::path picture = folder.GetPath() / "view.png";
+  GetStory().BeginEmpty();
+  portal.Set(Manner::Waits, "file://" + picture.string());
+  PressControl(SDLK_s);
+  ASSERT_TRUE(portal.AwaitQuestion());
+  Drop(folder.Write("square.obj", apps_test::SQUARE));
+  DrawFrames(3);
+  EXPECT_TRUE(viewer->HasArrival());
+  EXPECT_FALSE(GetDesk().IsOpen());
+  EXPECT_EQ(viewer->GetScene(), before);
+  EXPECT_EQ(GetTitle(), "triangle.obj - zovview");
+  portal.Answer(Manner::Chooses);
+  EXPECT_TRUE(WaitFor([this] { return !viewer->HasArrival(); }));
+  EXPECT_EQ(GetTitle(), "square.obj - zovview");
+  EXPECT_TRUE(fs::exists(picture)) << "what was asked is done, and before";
+}
+
+TEST_F(ViewerPortalTest, another_question_while_the_dialog_is_open_is_told_and_not_asked) {
+  portal.Set(Manner::Waits);
+  PressControl(SDLK_s);
+  ASSERT_TRUE(portal.AwaitQuestion());
+  EXPECT_EQ(viewer->GetMessage(), "");
+  PressControl(SDLK_o);
+  EXPECT_NE(viewer->GetMessage().find("is open already"), std::string::npos);
+  EXPECT_EQ(portal.GetMethod(), "SaveFile");
+  EXPECT_FALSE(GetDesk().IsOpen());
+  portal.Answer(Manner::Cancels);
+  EXPECT_TRUE(WaitFor([this] {
+    PressControl(SDLK_o);
+    return portal.GetMethod() == "OpenFile";
+  })) << "once it is closed";
+}
+
 TEST_F(ViewerPortalTest, a_desktop_without_the_dialog_leaves_the_question_to_the_window) {
   portal.Set(Manner::Refuses);
   Ask(StoryRequest::SaveAs);

@@ -20,6 +20,7 @@
 #include "korvane/track_menu.h"
 #include "tour/disc_wedges.h"
 #include "viewer_fixture.h"
+#include "zovhost/click_watch.h"
 
 namespace {
 
@@ -148,19 +149,33 @@ class ViewerScaleTest : public apps_test::ViewerTest {
     Push(SDL_MOUSEBUTTONUP, x, row);
     ComeToRest();
   }
-  static void Push(Uint32 type, int x, int row) {
+  static void Push(Uint32 type, int x, int row, Uint8 button = SDL_BUTTON_LEFT) {
     SDL_Event event = {};
     event.type = type;
     if (type == SDL_MOUSEMOTION) {
       event.motion.x = x;
       event.motion.y = row;
     } else {
-      event.button.button = SDL_BUTTON_LEFT;
+      event.button.button = button;
       event.button.clicks = 1;
       event.button.x = x;
       event.button.y = row;
     }
     SDL_PushEvent(&event);
+  }
+  // In the middle, strayed by so many points.
+  bool OpensMenu(double strayed) {
+    const int x = window->GetWidth() / 2;
+    const int row = window->GetHeight() / 2;
+    const int to = x + static_cast<int>(std::floor(strayed * window->GetScale()));
+    Push(SDL_MOUSEMOTION, x, row);
+    Push(SDL_MOUSEBUTTONDOWN, x, row, SDL_BUTTON_RIGHT);
+    Push(SDL_MOUSEMOTION, to, row);
+    Push(SDL_MOUSEBUTTONUP, to, row, SDL_BUTTON_RIGHT);
+    ComeToRest();
+    const bool open = viewer->IsMenuOpen();
+    if (open) PressAndRest(SDLK_ESCAPE);
+    return open;
   }
   Places FindPlaces() {
     Places places;
@@ -224,6 +239,20 @@ TEST_F(ViewerScaleTest, a_button_of_the_panel_is_pressed_where_it_shows) {
       ComeToRest();
     }
     EXPECT_TRUE(zovview::FindViewCommand("pan")->isOn(GetView().GetTarget()));
+  }
+}
+
+TEST_F(ViewerScaleTest, a_right_click_may_stray_by_as_many_points_in_each_style) {
+  constexpr double REACH = zovhost::ClickWatch::REACH;
+  for (const double scale : SCALES) {
+    Start(scale);
+    for (const char* const style : {"", "right-orbits"}) {
+      SCOPED_TRACE(std::to_string(scale) + style);
+      viewer->GetPreferences().Edit([=](zovview::Choices& choices) { choices.navigationStyle = style; });
+      EXPECT_TRUE(OpensMenu(0.0));
+      EXPECT_TRUE(OpensMenu(REACH));
+      EXPECT_FALSE(OpensMenu(REACH + 1.0));
+    }
   }
 }
 

@@ -35,6 +35,12 @@ class FakePortal {
   /// False when nobody has asked for a minute.
   bool AwaitQuestion() { return Await(asked); }
   bool AwaitClose() { return Await(closed); }
+  /// What has waited is answered, in another manner.
+  void Answer(Manner wanted) {
+    const std::lock_guard lock(mutex);
+    manner = wanted;
+    Respond(waiting.sender, waiting.request);
+  }
 
   // Of the last question.
   std::string GetMethod() { return Read(method); }
@@ -128,6 +134,7 @@ class FakePortal {
     }
     Offer(request, REQUEST);
     g_dbus_method_invocation_return_value(invocation, g_variant_new("(o)", request.c_str()));
+    waiting = {sender, request};
     if (manner != Manner::Waits) Respond(sender, request);
   }
 
@@ -175,6 +182,10 @@ class FakePortal {
   std::string title;
   std::string filters;
   std::string name;
+  struct {
+    std::string sender;
+    std::string request;
+  } waiting;
   int asked = 0;
   int closed = 0;
 };

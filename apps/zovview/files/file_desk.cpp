@@ -11,6 +11,9 @@ using zovhost::FileDialog;
 
 namespace {
 
+constexpr const char* ALREADY_OPEN =
+    "the desktop's dialog for files is open already, perhaps behind this window";
+
 FileDialog::Question Translate(const FileQuestion& question) {
   using Kind = FileDialog::Question::Kind;
   FileDialog::Question asked;
@@ -25,10 +28,10 @@ FileDialog::Question Translate(const FileQuestion& question) {
 }  // namespace
 
 void FileDesk::Ask(FileQuestion wanted) {
-  if (dialog.IsAsking()) return;
+  if (dialog.IsAsking()) return surroundings.tell(ALREADY_OPEN);
   question = std::move(wanted);
-  if (!FileDialog::IsAvailable()) return surroundings.askInWindow(std::exchange(question, {}));
-  dialog.Ask(Translate(question));
+  const bool isAsked = FileDialog::IsAvailable() && dialog.Ask(Translate(question));
+  if (!isAsked) surroundings.askInWindow(std::exchange(question, {}));
 }
 
 void FileDesk::TakeAnswer() {

@@ -20,7 +20,7 @@ class FileDesk {
 
   explicit FileDesk(Surroundings around) : surroundings(std::move(around)), dialog(surroundings.wake) {}
 
-  /// One at a time; another is not asked.
+  /// One at a time: while a dialog of the desktop's is open, that is told, and another is not asked.
   void Ask(FileQuestion wanted);
   void TakeAnswer();
   /// A dialog of the desktop's is open.

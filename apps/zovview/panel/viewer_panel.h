@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "commands/view_commands.h"
+#include "panel/cube_place.h"
 #include "panel/named_views_panel.h"
 #include "panel/panel_words.h"
 #include "zovhost/keyboard_focus.h"
@@ -19,14 +20,6 @@ struct LoadingStatus {
   double fraction = 0.0;
   std::string step;
   std::string name;
-};
-
-/// A cube, which panels keep clear of: points from the top left of the window.
-struct CubePlace {
-  float left = 0.0F;
-  float top = 0.0F;
-  float right = 0.0F;
-  float bottom = 0.0F;
 };
 
 /// What the panel shows beside the settings of the hub, and what it minds.

@@ -4,12 +4,14 @@
 #include <utility>
 
 #include "korvane/platform.h"
+#include "zovhost/whole_file.h"
 
 namespace zovview {
 
 namespace fs = std::filesystem;
 
-Recorder::Recorder(fs::path path) : file(std::move(path)), partial(file) {
+Recorder::Recorder(fs::path path)
+    : file(std::move(path)), target(zovhost::FollowLinks(file)), partial(target) {
   partial += ".partial";
   output.open(partial, std::ios::binary | std::ios::trunc);
 }
@@ -63,7 +65,7 @@ bool Recorder::Finish(std::string& error) {
   output << FormatEnd(GetTime());
   output.close();
   std::error_code failure;
-  if (output.good()) fs::rename(partial, file, failure);
+  if (output.good()) fs::rename(partial, target, failure);
   if (output.good() && !failure) return true;
   error = file.string() + " cannot be written";
   return false;

@@ -38,6 +38,7 @@ class Recorder {
   std::uint32_t GetTime() const;
 
   std::filesystem::path file;
+  std::filesystem::path target;  // where the links of that lead
   std::filesystem::path partial;
   std::ofstream output;
   bool begun = false;

@@ -396,9 +396,7 @@ void SettingsFile::SetAside() const {
 bool SettingsFile::WriteText(const std::string& text, std::string& error) const {
   std::error_code ignored;  // the file then tells what is wrong
   fs::create_directories(file.parent_path(), ignored);
-  std::error_code unknown;  // a link that leads nowhere becomes the file
-  const fs::path target = fs::is_symlink(file, ignored) ? fs::canonical(file, unknown) : file;
-  zovhost::WholeFile output(unknown ? file : target);
+  zovhost::WholeFile output(file);
   output.Write(text.data(), text.size());
   return output.Finish(error);
 }

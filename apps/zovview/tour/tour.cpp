@@ -9,12 +9,14 @@
 #include <memory>
 #include <span>
 #include <utility>
+#include <vector>
 
 #include "commands/view_commands.h"
 #include "commands/viewer_menus.h"
 #include "files/film_output.h"
 #include "files/progress_line.h"
 #include "korvane/track_menu.h"
+#include "panel/cube_place.h"
 #include "recordings/scripted_device.h"
 #include "stories/tour_clock.h"
 #include "tour/disc_wedges.h"
@@ -37,8 +39,7 @@ namespace {
 
 constexpr int SAMPLES = 4;
 constexpr int PICTURES_PER_SHEET_PICTURE = 4;
-constexpr int LOW_VIEW = 150;           // pixels
-constexpr float EDITOR_RIGHT = 220.0F;  // pixels: beside the cube
+constexpr int LOW_VIEW = 150;  // pixels
 constexpr float EDITOR_TOP = 16.0F;
 constexpr int EXIT_INTERRUPTED = 130;
 constexpr ImU32 DARK = IM_COL32(28, 30, 33, 200);
@@ -125,6 +126,7 @@ class Tour {
   void End(const TourMove& move);
   void Send(zovhost::WindowEvent::Type type, zovhost::MouseButton button, int clicks = 0);
   void DrawUnseen();
+  void DrawPages();
   Korvane::TrackMenu* GetWelcome() { return view.GetDisc().GetWelcomeTrackMenu(); }
   void ShowWelcome(bool shown);
   void HideBar();
@@ -356,6 +358,14 @@ void Tour::End(const TourMove& move) {
   if (pressed) Send(zovhost::WindowEvent::Type::MouseUp, move.button);
 }
 
+void Tour::DrawPages() {
+  std::vector<CubePlace> cubes;
+  if (const auto cube = FindCubePlace(view, height, 1.0)) cubes.push_back(*cube);
+  const float right = FindPageRight(cubes, static_cast<float>(width));
+  view.GetStory().GetEditor().Draw(right, EDITOR_TOP);
+  devicePage.Draw(view.GetDevice(), right, EDITOR_TOP);
+}
+
 // Tools end their moves when they are drawn.
 void Tour::DrawUnseen() {
   unseen.Bind();
@@ -370,9 +380,7 @@ bool Tour::TakePicture(const TourMove& move, bool isLast, FilmOutput& output, st
   view.DrawWidgets();
   gui.BeginFrame();
   menus.Draw(view.GetTarget());
-  const float right = static_cast<float>(width) - EDITOR_RIGHT;
-  view.GetStory().GetEditor().Draw(right, EDITOR_TOP);
-  devicePage.Draw(view.GetDevice(), right, EDITOR_TOP);
+  DrawPages();
   DrawPointer();
   DrawCaption(move);
   gui.EndFrame();

@@ -6,8 +6,8 @@
 
 #include <algorithm>
 
-#include "commands/bar_commands.h"
 #include "commands/language_commands.h"
+#include "panel/cube_place.h"
 #include "zovhost/accent.h"
 #include "zovhost/panel_texts.h"
 
@@ -15,10 +15,9 @@ namespace zovview {
 
 namespace {
 
-constexpr float EDITOR_RIGHT = 220.0F;  // points: beside the cube
-constexpr float EDITOR_TOP = 12.0F;
-constexpr double MARK_WIDTH = 2.0;  // points
-constexpr double PATIENCE = 0.05;   // seconds of a frame for a large model at rest
+constexpr float EDITOR_TOP = 12.0F;  // points
+constexpr double MARK_WIDTH = 2.0;   // points
+constexpr double PATIENCE = 0.05;    // seconds of a frame for a large model at rest
 
 }  // namespace
 
@@ -93,13 +92,8 @@ void Viewer::NotePlaces() {
   for (const auto& view : views) {
     if (view->GetX() == 0)
       contents.viewWidth = std::min(contents.viewWidth, static_cast<float>(view->GetWidth() * points));
-    if (!IsCubeShown(view->GetTarget())) continue;
-    const Korvane::Box2 bounds = view->GetManager().GetOrientorBounds();
-    const double left = view->GetX() + bounds.Min().x;
-    const double top = window.GetHeight() - view->GetY() - bounds.Max().y;
-    contents.cubes.push_back({static_cast<float>(left * points), static_cast<float>(top * points),
-                              static_cast<float>((left + 2.0 * bounds.halfExtent.x) * points),
-                              static_cast<float>((top + 2.0 * bounds.halfExtent.y) * points)});
+    const auto cube = FindCubePlace(*view, window.GetHeight(), window.GetScale());
+    if (cube.has_value()) contents.cubes.push_back(*cube);
   }
 }
 
@@ -107,11 +101,11 @@ void Viewer::DrawPanels() {
   const ViewTarget& target = views[active]->GetTarget();
   desk.Draw();
   if (target.story->IsPresenting()) return;
-  const float right = ImGui::GetIO().DisplaySize.x - EDITOR_RIGHT;
+  NotePlaces();
+  const float right = FindPageRight(contents.cubes, ImGui::GetIO().DisplaySize.x);
   target.story->GetEditor().Draw(right, EDITOR_TOP);
   devices.DrawPage(right, EDITOR_TOP);
   panel.ShowFocus(panelFocus.Get());
-  NotePlaces();
   const ViewCommand* const pressed = panel.Draw(contents, target);
   const bool hadMenu = menus.IsOpen();
   const ViewCommand* const chosen = menus.Draw(target);

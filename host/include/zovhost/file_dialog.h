@@ -47,7 +47,8 @@ class FileDialog {
   FileDialog(const FileDialog&) = delete;
   FileDialog& operator=(const FileDialog&) = delete;
 
-  /// False while one is open, or while its answer has not been taken.
+  /// False while one is open, or while its answer has not been taken, and where the system has no thread for
+  /// it.
   bool Ask(const Question& question);
   bool IsAsking() const;
   /// None while there is none.

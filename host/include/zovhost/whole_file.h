@@ -12,8 +12,14 @@ namespace zovhost {
 bool ReadWholeFile(const std::filesystem::path& path, std::size_t most, std::string& bytes,
                    std::string& error);
 
-/// A file that appears whole or not at all: it is written under a temporary name beside its place and takes
-/// its name when everything has arrived. Dropped without Finish, it leaves nothing behind.
+/// Where what is written to `path` arrives: the file to which a symbolic link leads, over however many
+/// others. A link that leads nowhere, or round in a circle, is itself the place, as is every path that is
+/// none.
+std::filesystem::path FollowLinks(const std::filesystem::path& path);
+
+/// A file that appears whole or not at all: it is written under a temporary name beside its place, where
+/// links lead to, and takes its name when everything has arrived. Dropped without Finish, it leaves nothing
+/// behind.
 class WholeFile {
  public:
   explicit WholeFile(const std::filesystem::path& path);
@@ -30,6 +36,7 @@ class WholeFile {
  private:
   void Note(bool success);
 
+  const std::filesystem::path givenPath;
   const std::filesystem::path finalPath;
   std::filesystem::path temporaryPath;
   std::FILE* file = nullptr;

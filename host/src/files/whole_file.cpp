@@ -43,7 +43,15 @@ bool ReadWholeFile(const std::filesystem::path& path, std::size_t most, std::str
   return true;
 }
 
-WholeFile::WholeFile(const std::filesystem::path& path) : finalPath(path), temporaryPath(path) {
+std::filesystem::path FollowLinks(const std::filesystem::path& path) {
+  std::error_code failure;
+  if (!std::filesystem::is_symlink(path, failure)) return path;
+  const std::filesystem::path target = std::filesystem::canonical(path, failure);
+  return failure ? path : target;
+}
+
+WholeFile::WholeFile(const std::filesystem::path& path)
+    : givenPath(path), finalPath(FollowLinks(path)), temporaryPath(finalPath) {
   // Two programs that write the same picture at once must not write into the same temporary file.
   temporaryPath += ".part" + std::to_string(std::random_device()());
   file = std::fopen(temporaryPath.string().c_str(), "wb");
@@ -75,7 +83,7 @@ bool WholeFile::Finish(std::string& error) {
     std::filesystem::rename(temporaryPath, finalPath, renaming);
   }
   if (failure == 0 && !renaming) return true;
-  error = finalPath.string() + ": it cannot be written: " +
+  error = givenPath.string() + ": it cannot be written: " +
           (failure != 0 ? std::string(std::strerror(failure)) : renaming.message());
   std::error_code ignored;
   if (file == nullptr) std::filesystem::remove(temporaryPath, ignored);

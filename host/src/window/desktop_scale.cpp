@@ -1,12 +1,12 @@
 #include "window/desktop_scale.h"
 
-#include <X11/Xlib.h>
-
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <memory>
+
+#include "window/settings_manager.h"
 
 namespace zovhost {
 
@@ -38,9 +38,12 @@ struct DisplayDeleter {
 };
 
 // A connection of its own: the resources that one gives are those of when it was made.
-double FindByResources() {
+double FindByDisplay() {
   const std::unique_ptr<Display, DisplayDeleter> display(XOpenDisplay(nullptr));
-  const char* const resources = display != nullptr ? XResourceManagerString(display.get()) : nullptr;
+  if (display == nullptr) return 0.0;
+  const double managed = FindManagedScale(display.get());
+  if (managed > 0.0) return RoundScale(managed);
+  const char* const resources = XResourceManagerString(display.get());
   return resources != nullptr ? ParseDesktopScale(resources) : 0.0;
 }
 
@@ -58,7 +61,7 @@ double ParseDesktopScale(std::string_view resources) {
 }
 
 double FindDesktopScale() {
-  const double scale = FindByResources();
+  const double scale = FindByDisplay();
   if (scale > 0.0) return scale;
   const char* const given = std::getenv("GDK_SCALE");  // NOLINT(concurrency-mt-unsafe): nothing writes it
   const double byEnvironment = given != nullptr ? ParseNumber(given) : 0.0;

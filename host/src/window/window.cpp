@@ -154,6 +154,7 @@ bool Window::Impl::Open(const Options& options, std::string& error) {
   if (!offscreen && HasDesktopScale()) desktopScale = FindDesktopScale();
   if (!OpenContext(options, error)) return false;
   if (!offscreen) SDL_GL_SetSwapInterval(1);
+  if (!offscreen && HasDesktopScale()) desktopWatch.Begin(window.get());
   framePeriod = FindFramePeriod(window.get());
   wakeEvent = SDL_RegisterEvents(1);
   UpdateSize();

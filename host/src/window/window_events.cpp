@@ -60,6 +60,10 @@ void Window::Impl::Handle(const SDL_Event& event) {
     if (wakeHandler) wakeHandler();
     return;
   }
+  if (event.type == SDL_SYSWMEVENT) {
+    if (desktopWatch.Notices(event)) FollowDesktop();
+    return;
+  }
   // SDL itself only knows the modifiers of now, at the end of all that waits.
   if (event.type == SDL_KEYDOWN || event.type == SDL_KEYUP) {
     heldKeys = static_cast<SDL_Keymod>(event.key.keysym.mod);
@@ -132,7 +136,9 @@ void Window::Impl::FollowDesktop() {
   if (chosenScale > 0.0 || !HasDesktopScale()) return;
   const double before = GetScale();
   desktopScale = FindDesktopScale();
-  if (GetScale() != before) Send(MakeEvent(WindowEvent::Type::Resized));
+  if (GetScale() == before) return;
+  frameRequested = true;
+  Send(MakeEvent(WindowEvent::Type::Resized));
 }
 
 void Window::Impl::SetScale(double scale) {

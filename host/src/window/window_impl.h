@@ -7,6 +7,7 @@
 #include <memory>
 #include <vector>
 
+#include "window/desktop_watch.h"
 #include "zovhost/window.h"
 
 namespace zovhost {
@@ -92,6 +93,7 @@ class Window::Impl {
   int unitHeight = 0;
   double chosenScale = 0.0;  // 0: none
   double desktopScale = 1.0;
+  DesktopWatch desktopWatch;
 
   std::function<Clock::time_point()> clock;
   bool frameRequested = true;

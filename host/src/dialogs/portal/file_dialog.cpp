@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <mutex>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -54,8 +55,12 @@ bool FileDialog::Impl::Ask(const Question& asked) {
   closing = false;
   context.reset(g_main_context_new());
   patience.reset(g_cancellable_new());
-  worker = std::thread([this] { Run(); });
-  return true;
+  try {
+    worker = std::thread([this] { Run(); });
+  } catch (const std::system_error&) {
+    asking = false;  // no thread can be had
+  }
+  return asking;
 }
 
 void FileDialog::Impl::Run() {
