@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <numeric>
 
 #include "korvane/vector3.h"
 
@@ -78,24 +79,81 @@ bool IsCrease(const SceneMesh& mesh, const HalfEdge* first, const HalfEdge* end)
   return std::abs(cosine) < foldCosine;
 }
 
+// Whether a triangle runs along an edge from its low end to its high one.
+bool RunsUp(const SceneMesh& mesh, const std::vector<std::uint32_t>& merged, const HalfEdge& edge) {
+  const std::uint32_t* corners = mesh.indices.data() + std::size_t{3} * edge.triangle;
+  for (std::size_t corner = 0; corner < 3; ++corner) {
+    if (merged[corners[corner]] == edge.low && merged[corners[(corner + 1) % 3]] == edge.high) return true;
+  }
+  return false;
+}
+
+// Of the triangles that meet in one edge as many run along it one way as the other.
+bool AreBalanced(const SceneMesh& mesh, const std::vector<std::uint32_t>& merged, const HalfEdge* first,
+                 const HalfEdge* end) {
+  const auto up = std::count_if(first, end, [&](const HalfEdge& edge) { return RunsUp(mesh, merged, edge); });
+  return 2 * up == end - first;
+}
+
+// The pieces that hang together by their edges, joined edge by edge.
+class Pieces {
+ public:
+  explicit Pieces(std::size_t triangles) : parents(triangles) {
+    std::iota(parents.begin(), parents.end(), std::uint32_t{0});
+  }
+  std::uint32_t Find(std::uint32_t triangle) {
+    while (parents[triangle] != triangle) triangle = parents[triangle] = parents[parents[triangle]];
+    return triangle;
+  }
+  void Join(std::uint32_t a, std::uint32_t b) { parents[Find(a)] = Find(b); }
+
+ private:
+  std::vector<std::uint32_t> parents;
+};
+
+// Each piece, which has no border, has its triangles' fronts outside.
+bool FaceOutwards(const SceneMesh& mesh, Pieces& pieces) {
+  const std::size_t count = mesh.indices.size() / 3;
+  std::vector<double> volumes(count);
+  const Vector3 origin = PositionOf(mesh, mesh.indices.front());
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::uint32_t* corners = mesh.indices.data() + 3 * i;
+    const Vector3 a = PositionOf(mesh, corners[0]) - origin;
+    const Vector3 b = PositionOf(mesh, corners[1]) - origin;
+    const Vector3 c = PositionOf(mesh, corners[2]) - origin;
+    volumes[pieces.Find(static_cast<std::uint32_t>(i))] += a.Dot(b.Cross(c));
+  }
+  for (std::uint32_t i = 0; i < count; ++i) {
+    if (pieces.Find(i) == i && !(volumes[i] > 0.0)) return false;
+  }
+  return true;
+}
+
 }  // namespace
 
-std::vector<float> FindCreaseEdges(const SceneMesh& mesh) {
-  std::vector<float> lines;
-  const std::vector<HalfEdge> edges = SortHalfEdges(mesh, MergeByPlace(mesh));
+MeshEdges FindEdges(const SceneMesh& mesh) {
+  MeshEdges found;
+  const std::vector<std::uint32_t> merged = MergeByPlace(mesh);
+  const std::vector<HalfEdge> edges = SortHalfEdges(mesh, merged);
+  Pieces pieces(mesh.indices.size() / 3);
+  bool closed = !edges.empty() && edges.size() == mesh.indices.size();
   const HalfEdge* const end = edges.data() + edges.size();
   for (const HalfEdge* first = edges.data(); first != end;) {
     const HalfEdge* next = first;
     while (next != end && next->low == first->low && next->high == first->high) ++next;
+    closed = closed && AreBalanced(mesh, merged, first, next);
+    for (const HalfEdge* other = first + 1; closed && other != next; ++other)
+      pieces.Join(first->triangle, other->triangle);
     if (IsCrease(mesh, first, next)) {
       for (const std::uint32_t vertex : {first->low, first->high}) {
         const float* p = mesh.positions.data() + std::size_t{3} * vertex;
-        lines.insert(lines.end(), p, p + 3);
+        found.creases.insert(found.creases.end(), p, p + 3);
       }
     }
     first = next;
   }
-  return lines;
+  found.solid = closed && FaceOutwards(mesh, pieces);
+  return found;
 }
 
 }  // namespace zovhost

@@ -7,8 +7,12 @@
 
 namespace zovhost {
 
-/// The lines of a mesh that show its form: open borders and folds. Six floats each, from end to end.
-/// Vertices at one place count as one, whatever their normals.
-std::vector<float> FindCreaseEdges(const SceneMesh& mesh);
+/// What the edges of a mesh tell about it. Vertices at one place count as one, whatever their normals.
+struct MeshEdges {
+  std::vector<float> creases;  ///< The lines that show its form: open borders and folds. Six floats each.
+  /// It encloses solids: nobody outside of them sees the back of a triangle. False where that is not certain.
+  bool solid = false;
+};
+MeshEdges FindEdges(const SceneMesh& mesh);
 
 }  // namespace zovhost

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <new>
 #include <numeric>
+#include <utility>
 
 #include "gl/buffer_offset.h"
 #include "gl/gl_program.h"
@@ -37,6 +38,12 @@ bool IsTransparent(const Scene& scene, const SceneMesh& mesh) {
     if (mesh.colours[i] < opaque) return true;
   }
   return false;
+}
+
+// What is seen through shows the backs of its triangles.
+bool CoversAll(const Scene& scene, const SceneMesh& mesh) {
+  return !IsTransparent(scene, mesh) &&
+         scene.GetMaterials()[static_cast<std::size_t>(mesh.material)].image < 0;
 }
 
 GLuint MakeBuffer(GLenum target, std::size_t bytes, const void* data) {
@@ -147,6 +154,12 @@ void SceneBuffers::PlanMeshes(const Scene& scene, const std::vector<bool>& gathe
   }
 }
 
+bool SceneBuffers::AreSolid(const Scene& scene, const PartBatch& batch) const {
+  return std::all_of(batch.members.begin(), batch.members.end(), [&](const PartBatch::Member& member) {
+    return meshes[static_cast<std::size_t>(scene.GetParts()[member.part].mesh)].solid;
+  });
+}
+
 // A batch has those of its parts, each found in its own mesh: where parts touch is no fold.
 void SceneBuffers::PlanEdges(const Scene& scene, Plan& plan, WorkReport& report) {
   const std::size_t count = scene.GetMeshes().size();
@@ -156,7 +169,9 @@ void SceneBuffers::PlanEdges(const Scene& scene, Plan& plan, WorkReport& report)
     report.Tell(static_cast<double>(i) / static_cast<double>(count));
     indicesSeen += scene.GetMeshes()[i].indices.size();
     if (indicesSeen > mostEdgeIndices) break;
-    found[i] = FindCreaseEdges(scene.GetMeshes()[i]);
+    MeshEdges edges = FindEdges(scene.GetMeshes()[i]);
+    found[i] = std::move(edges.creases);
+    meshes[i].solid = edges.solid && CoversAll(scene, scene.GetMeshes()[i]);
   }
   for (std::size_t i = 0; i < meshes.size(); ++i) {
     const std::size_t before = plan.edges.size();
@@ -164,6 +179,7 @@ void SceneBuffers::PlanEdges(const Scene& scene, Plan& plan, WorkReport& report)
       plan.edges.insert(plan.edges.end(), found[i].begin(), found[i].end());
     }
     if (i >= count) AppendEdges(scene, plan.batches[i - count], found, plan.edges);
+    if (i >= count) meshes[i].solid = AreSolid(scene, plan.batches[i - count]);
     meshes[i].firstEdge = before / edgeFloats;
     meshes[i].edgeCount = static_cast<GLsizei>((plan.edges.size() - before) / edgeFloats);
   }

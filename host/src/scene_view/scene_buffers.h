@@ -25,6 +25,7 @@ class SceneBuffers {
     GLsizei edgeCount = 0;
     std::size_t material = 0;
     bool transparent = false;
+    bool solid = false;  // from outside nobody sees the back of a triangle
   };
   struct Material {
     std::array<float, 4> colour = {};  // sRGB, straight alpha
@@ -87,6 +88,7 @@ class SceneBuffers {
 
   void MakePlan(const Scene& scene, Plan& plan, WorkReport& report);
   void PlanMeshes(const Scene& scene, const std::vector<bool>& gathered, Plan& plan);
+  bool AreSolid(const Scene& scene, const PartBatch& batch) const;
   void PlanEdges(const Scene& scene, Plan& plan, WorkReport& report);
   void PlanCoarse(const Scene& scene, Plan& plan, WorkReport& report);
   void SortDrawn(const Scene& scene, const std::vector<bool>& gathered, const Plan& plan);

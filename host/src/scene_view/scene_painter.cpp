@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <string>
 #include <utility>
 
 #include "gl/buffer_offset.h"
@@ -136,12 +137,14 @@ class Planner {
 
 // ---- life ----
 
-bool ScenePainter::SurfaceProgram::Create() {
-  name = BuildProgram(surfaceVertexShader, surfaceFragmentShader);
+bool ScenePainter::SurfaceProgram::Create(bool withPicture) {
+  const std::string fragments =
+      std::string(withPicture ? "#define WITH_PICTURE\n" : "") + surfaceFragmentShader;
+  name = BuildProgram(surfaceVertexShader, fragments.c_str());
   const auto find = [this](const char* uniform) { return glGetUniformLocation(name, uniform); };
   if (name == 0) return false;
   matrix = find("matrix"), modelView = find("modelView"), normalMatrix = find("normalMatrix");
-  hasPicture = find("hasPicture"), materialColour = find("materialColour"), highlight = find("highlight");
+  materialColour = find("materialColour"), highlight = find("highlight");
   upDirection = find("upDirection"), keyDirection = find("keyDirection");
   fillDirection = find("fillDirection"), blend = find("blend");
   return true;
@@ -156,10 +159,11 @@ bool ScenePainter::EdgeProgram::Create() {
   return true;
 }
 
-bool ScenePainter::Create() { return surface.Create() && edge.Create(); }
+bool ScenePainter::Create() { return plain.Create(false) && pictured.Create(true) && edge.Create(); }
 
 void ScenePainter::Destroy() {
-  glDeleteProgram(surface.name);
+  glDeleteProgram(plain.name);
+  glDeleteProgram(pictured.name);
   glDeleteProgram(edge.name);
   *this = {};
 }
@@ -175,15 +179,19 @@ std::size_t ScenePainter::Paint(const SceneFrame& frame, const SceneBuffers& buf
                                 std::size_t from, DrawPace::Clock::time_point deadline) const {
   DrawPace pace(deadline);
   Kind present = Kind::None;
+  const SurfaceProgram* surface = nullptr;
   for (std::size_t i = from; i < steps.size(); ++i) {
     const PaintStep& step = steps[i];
-    if (step.kind != present) Begin(present = step.kind, frame, buffers);
+    if (step.kind != present) {
+      Begin(present = step.kind, frame, buffers);
+      surface = nullptr;
+    }
     if (step.kind == Kind::Edges) {
       PaintEdges(frame, buffers, step);
     } else if (step.kind == Kind::Shadow) {
       shadow.Draw(frame.projection, frame.ground.shadow);
     } else {
-      PaintSurface(frame, buffers, step);
+      PaintSurface(frame, buffers, step, surface);
     }
     if (!pace.Pass(step.kind == Kind::Edges ? 2 * step.count : step.count / 3)) return i + 1;
   }
@@ -201,36 +209,38 @@ void ScenePainter::Begin(Kind kind, const SceneFrame& frame, const SceneBuffers&
   opaque ? glDisable(GL_BLEND) : glEnable(GL_BLEND);
   glDepthMask(opaque ? GL_TRUE : GL_FALSE);
   if (kind == Kind::Edges) return BeginEdges(frame);
-  if (kind != Kind::Shadow) BeginSurfaces(frame, buffers);
+  if (kind != Kind::Shadow) glBindVertexArray(buffers.GetTriangleArray());
 }
 
 // The key light comes over the viewer's left shoulder, but always from above too, so that a roof is lighter
 // than a wall and two walls that meet are of different shades, from wherever one looks.
-void ScenePainter::BeginSurfaces(const SceneFrame& frame, const SceneBuffers& buffers) const {
+void ScenePainter::BeginSurfaces(const SceneFrame& frame, const SurfaceProgram& surface) {
   const CameraFrame& camera = frame.projection.GetFrame();
   const Matrix4& view = frame.projection.GetView();
   const Vector3& up = frame.up;
   glUseProgram(surface.name);
-  glBindVertexArray(buffers.GetTriangleArray());
   SetDirection(surface.upDirection, view, up);
   SetDirection(surface.keyDirection, view, up * 0.85 - camera.right * 0.55 - camera.forward * 0.65);
   SetDirection(surface.fillDirection, view, camera.right * 0.85 - camera.forward * 0.35 + up * 0.1);
   glUniform1f(surface.blend, static_cast<float>(frame.blend));
 }
 
-void ScenePainter::PaintSurface(const SceneFrame& frame, const SceneBuffers& buffers,
-                                const PaintStep& step) const {
+void ScenePainter::PaintSurface(const SceneFrame& frame, const SceneBuffers& buffers, const PaintStep& step,
+                                const SurfaceProgram*& present) const {
   const SceneBuffers::Drawn& drawn = buffers.GetDrawn()[step.drawn];
   const SceneBuffers::Mesh& mesh = buffers.GetMeshes()[drawn.mesh];
   const SceneBuffers::Material& material = buffers.GetMaterials()[mesh.material];
+  const SurfaceProgram& surface = material.texture != 0 ? pictured : plain;
+  if (present != &surface) BeginSurfaces(frame, *(present = &surface));
   const Matrix4 modelView = Multiply(frame.projection.GetView(), drawn.transform);
   SetMatrix(surface.matrix, ToFloat(Multiply(frame.viewProjection, drawn.transform)));
   SetMatrix(surface.modelView, ToFloat(modelView));
   glUniformMatrix3fv(surface.normalMatrix, 1, GL_FALSE, NormalMatrix(modelView).data());
   glUniform4fv(surface.materialColour, 1, material.colour.data());
-  glUniform1i(surface.hasPicture, material.texture != 0 ? 1 : 0);
   glBindTexture(GL_TEXTURE_2D, material.texture);
-  material.twoSided ? glDisable(GL_CULL_FACE) : glEnable(GL_CULL_FACE);
+  // The backs of a solid are half of what there is to draw, behind its fronts. Its coarse form has holes.
+  const bool hidesBacks = mesh.solid && !frame.reduced && frame.volume.IsOutside(drawn.centre, drawn.radius);
+  material.twoSided && !hidesBacks ? glDisable(GL_CULL_FACE) : glEnable(GL_CULL_FACE);
   glFrontFace(drawn.mirrored ? GL_CW : GL_CCW);
   glUniform4fv(surface.highlight, 1, (step.selected ? highlightColour : noHighlight).data());
   glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(step.count), GL_UNSIGNED_INT,

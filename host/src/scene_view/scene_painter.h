@@ -58,9 +58,9 @@ class ScenePainter {
  private:
   struct SurfaceProgram {
     GLuint name = 0;
-    GLint matrix = -1, modelView = -1, normalMatrix = -1, hasPicture = -1, materialColour = -1;
+    GLint matrix = -1, modelView = -1, normalMatrix = -1, materialColour = -1;
     GLint highlight = -1, upDirection = -1, keyDirection = -1, fillDirection = -1, blend = -1;
-    bool Create();
+    bool Create(bool withPicture);
   };
   struct EdgeProgram {
     GLuint name = 0;
@@ -69,12 +69,15 @@ class ScenePainter {
   };
 
   void Begin(PaintStep::Kind kind, const SceneFrame& frame, const SceneBuffers& buffers) const;
-  void BeginSurfaces(const SceneFrame& frame, const SceneBuffers& buffers) const;
+  static void BeginSurfaces(const SceneFrame& frame, const SurfaceProgram& surface);
   void BeginEdges(const SceneFrame& frame) const;
-  void PaintSurface(const SceneFrame& frame, const SceneBuffers& buffers, const PaintStep& step) const;
+  // `present`: the program that is in use, as BeginSurfaces has set it up.
+  void PaintSurface(const SceneFrame& frame, const SceneBuffers& buffers, const PaintStep& step,
+                    const SurfaceProgram*& present) const;
   void PaintEdges(const SceneFrame& frame, const SceneBuffers& buffers, const PaintStep& step) const;
 
-  SurfaceProgram surface;
+  SurfaceProgram plain;
+  SurfaceProgram pictured;
   EdgeProgram edge;
 };
 

@@ -32,9 +32,9 @@ void main() {
 }
 )";
 
+// With `WITH_PICTURE` or without: a processor that draws would run through both branches of a condition.
 inline constexpr const char* surfaceFragmentShader = R"(
 uniform sampler2D picture;
-uniform bool hasPicture;
 uniform vec3 upDirection;  // of the scene
 uniform vec3 keyDirection;
 uniform vec3 fillDirection;
@@ -53,34 +53,34 @@ vec3 ToSRGB(vec3 c) {
   vec3 root8 = sqrt(root4);
   return 0.662002687 * root2 + 0.684122060 * root4 - 0.323583601 * root8 - 0.0225411470 * c;
 }
-float Power48(float x) {
+float Power24(float x) {
   float x3 = x * x * x;
   float x6 = x3 * x3;
   float x12 = x6 * x6;
-  float x24 = x12 * x12;
-  return x24 * x24;
+  return x12 * x12;
 }
 
 void main() {
   vec4 base = tint;
-  if (hasPicture) {
-    vec4 texel = texture(picture, uv);
-    base *= vec4(ToLinear(texel.rgb), texel.a);
-    if (base.a < 0.02) discard;
-  }
+#ifdef WITH_PICTURE
+  vec4 texel = texture(picture, uv);
+  base *= vec4(ToLinear(texel.rgb), texel.a);
+  if (base.a < 0.02) discard;
+#endif
 
-  vec3 toViewer = normalize(mix(normalize(-viewPosition), vec3(0.0, 0.0, 1.0), blend));
-  vec3 flat_ = normalize(cross(dFdx(viewPosition), dFdy(viewPosition)));  // of the triangle, to the viewer
-  if (dot(flat_, toViewer) < 0.0) flat_ = -flat_;
-  vec3 n = dot(viewNormal, viewNormal) > 1e-8 ? normalize(viewNormal) : flat_;
-  if (dot(n, flat_) < 0.0) n = -n;
+  vec3 facing = cross(dFdx(viewPosition), dFdy(viewPosition));  // of the triangle, to the viewer
+  vec3 n = dot(viewNormal, viewNormal) > 1e-8 ? viewNormal : facing;
+  n *= inversesqrt(dot(n, n));
+  n = dot(n, facing) < 0.0 ? -n : n;
 
   float sky = 0.5 + 0.5 * dot(n, upDirection);
   vec3 light = mix(vec3(0.20, 0.19, 0.185), vec3(0.44, 0.46, 0.49), sky);
   light += vec3(0.60, 0.585, 0.56) * max(dot(n, keyDirection), 0.0);
   light += vec3(0.10, 0.11, 0.125) * max(dot(n, fillDirection), 0.0);
-  vec3 halfway = normalize(keyDirection + toViewer);
-  float shine = 0.05 * Power48(max(dot(n, halfway), 0.0));
+  vec3 toViewer = mix(-viewPosition, vec3(0.0, 0.0, 1.0), blend);
+  vec3 halfway = keyDirection + toViewer * inversesqrt(dot(toViewer, toViewer));
+  float along = max(dot(n, halfway), 0.0);
+  float shine = 0.05 * Power24(along * along / dot(halfway, halfway));
   vec3 shaded = ToSRGB(clamp(base.rgb * light + shine, 0.0, 1.0));
   fragment = vec4(shaded * base.a, base.a);
 }

@@ -43,4 +43,9 @@ bool ViewVolume::Shows(const Vector3& centre, double radius, double leastPixels)
   return leastPixels <= 0.0 || 2.0 * radius >= leastPixels * projection.GetPixelSize(depth, height);
 }
 
+bool ViewVolume::IsOutside(const Vector3& centre, double radius) const {
+  const double depth = (centre - eye).Dot(projection.GetFrame().forward);
+  return depth - radius * (1.0 + SLACK) > projection.GetNear();
+}
+
 }  // namespace zovhost

@@ -16,6 +16,8 @@ class ViewVolume {
 
   /// Whether a sphere may be seen, and is not smaller than `leastPixels` across.
   bool Shows(const Korvane::Vector3& centre, double radius, double leastPixels) const;
+  /// Whether a sphere lies behind the near plane as a whole: nobody looks at it from within.
+  bool IsOutside(const Korvane::Vector3& centre, double radius) const;
 
  private:
   struct Plane {
