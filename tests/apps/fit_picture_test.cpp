@@ -4,14 +4,10 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
-#include <memory>
 #include <string>
 
+#include "scene_stage.h"
 #include "travelling_hub.h"
-#include "zovhost/gl_scene_view.h"
-#include "zovhost/image.h"
-#include "zovhost/offscreen_target.h"
-#include "zovhost/window.h"
 
 namespace {
 
@@ -36,19 +32,12 @@ struct Case {
 class FitPictureTest : public apps_test::TravellingHub, public testing::WithParamInterface<Case> {
  protected:
   void SetUp() override {
-    std::string error;
-    zovhost::Window::Options options;
-    options.offscreen = true;
-    window = zovhost::Window::Create(options, error);
-    ASSERT_NE(window, nullptr) << error;
     Show(std::array{Box3({2, 3, 1}, {3, 2, 1})}, GetParam().width, GetParam().height);
-    view = std::make_unique<zovhost::GLSceneView>();
-    canvas = std::make_unique<zovhost::OffscreenTarget>();
-    ASSERT_TRUE(view->SetScene(scene.get()));
-    ASSERT_TRUE(canvas->Create(GetParam().width, GetParam().height));
-    view->GetOptions().drawGroundShadow = false;
-    view->GetOptions().ground.top.fill(1.0F);
-    view->GetOptions().ground.bottom.fill(1.0F);
+    ASSERT_NO_FATAL_FAILURE(stage.Create(*scene, GetParam().width, GetParam().height));
+    auto& options = stage.GetView().GetOptions();
+    options.drawGroundShadow = false;
+    options.ground.top.fill(1.0F);
+    options.ground.bottom.fill(1.0F);
   }
 
   void Fit() {
@@ -59,16 +48,12 @@ class FitPictureTest : public apps_test::TravellingHub, public testing::WithPara
   }
 
   zovhost::Image Draw() {
-    zovhost::Image picture;
-    EXPECT_TRUE(canvas->Bind());
-    EXPECT_TRUE(view->Draw(hub.GetView(), GetParam().width, GetParam().height));
-    EXPECT_TRUE(canvas->Read(picture));
-    return picture;
+    EXPECT_TRUE(stage.GetTarget().Bind());
+    EXPECT_TRUE(stage.GetView().Draw(hub.GetView(), GetParam().width, GetParam().height));
+    return stage.Read();
   }
 
-  std::unique_ptr<zovhost::Window> window;
-  std::unique_ptr<zovhost::GLSceneView> view;
-  std::unique_ptr<zovhost::OffscreenTarget> canvas;
+  apps_test::SceneStage stage;
 };
 
 // The background is white up to its dither, the model a light grey with dark edges.

@@ -5,9 +5,8 @@
 
 #include <memory>
 
-#include "zovhost/image.h"
+#include "scene_stage.h"
 #include "zovhost/start_camera.h"
-#include "zovhost/window.h"
 
 namespace {
 
@@ -19,35 +18,18 @@ constexpr int HEIGHT = 100;
 class SceneKeeperTest : public testing::Test {
  protected:
   void SetUp() override {
-    std::string error;
-    zovhost::Window::Options options;
-    options.offscreen = true;
-    window = zovhost::Window::Create(options, error);
-    ASSERT_NE(window, nullptr) << error;
-    sceneView = std::make_unique<zovhost::GLSceneView>();
-    target = std::make_unique<zovhost::OffscreenTarget>();
-    keeper = std::make_unique<zovview::SceneKeeper>(*sceneView);
-    ASSERT_TRUE(sceneView->SetScene(scene.get()));
-    ASSERT_TRUE(target->Create(WIDTH, HEIGHT));
+    ASSERT_NO_FATAL_FAILURE(stage.Create(*scene, WIDTH, HEIGHT));
+    keeper = std::make_unique<zovview::SceneKeeper>(stage.GetView());
     camera = zovhost::MakeStartCamera(*scene, WIDTH, HEIGHT);
-  }
-  void TearDown() override {  // while there is a context
-    keeper.reset();
-    target.reset();
-    sceneView.reset();
   }
 
   zovhost::Image Draw(int height = HEIGHT) {
-    zovhost::Image picture;
-    EXPECT_TRUE(keeper->Draw(camera, height, *target));
-    EXPECT_TRUE(target->Read(picture));
-    return picture;
+    EXPECT_TRUE(keeper->Draw(camera, height, stage.GetTarget()));
+    return stage.Read();
   }
 
   const std::unique_ptr<zovhost::Scene> scene = zovhost::MakeDemoBuilding();
-  std::unique_ptr<zovhost::Window> window;
-  std::unique_ptr<zovhost::GLSceneView> sceneView;
-  std::unique_ptr<zovhost::OffscreenTarget> target;
+  apps_test::SceneStage stage;
   std::unique_ptr<zovview::SceneKeeper> keeper;
   CameraParameters camera;
 };
@@ -72,7 +54,7 @@ TEST_F(SceneKeeperTest, a_camera_that_moves_is_drawn_and_what_was_kept_forgotten
 
 TEST_F(SceneKeeperTest, a_selected_part_and_another_height_are_other_pictures) {
   const zovhost::Image first = Draw();
-  sceneView->GetOptions().selectedPart = 0;
+  stage.GetView().GetOptions().selectedPart = 0;
   const zovhost::Image selected = Draw();
   EXPECT_NE(selected.rgba, first.rgba);
   EXPECT_EQ(Draw().rgba, selected.rgba);
@@ -86,7 +68,7 @@ TEST_F(SceneKeeperTest, what_covers_a_picture_is_not_in_the_next) {
   zovhost::OffscreenTarget other;
   ASSERT_TRUE(other.Create(WIDTH, HEIGHT));
   ASSERT_TRUE(other.Bind());
-  ASSERT_TRUE(other.CopyTo(*target));  // whatever it holds
+  ASSERT_TRUE(other.CopyTo(stage.GetTarget()));  // whatever it holds
   EXPECT_EQ(Draw().rgba, first.rgba);
 }
 
@@ -96,10 +78,10 @@ TEST_F(SceneKeeperTest, targets_that_differ_are_not_copied) {
   const zovhost::OffscreenTarget none;
   ASSERT_TRUE(larger.Create(WIDTH + 1, HEIGHT));
   ASSERT_TRUE(coarse.Create(WIDTH, HEIGHT, 0));
-  EXPECT_FALSE(target->CopyTo(larger));
-  EXPECT_FALSE(target->CopyTo(coarse));
-  EXPECT_FALSE(target->CopyTo(none));
-  EXPECT_FALSE(none.CopyTo(*target));
+  EXPECT_FALSE(stage.GetTarget().CopyTo(larger));
+  EXPECT_FALSE(stage.GetTarget().CopyTo(coarse));
+  EXPECT_FALSE(stage.GetTarget().CopyTo(none));
+  EXPECT_FALSE(none.CopyTo(stage.GetTarget()));
 }
 
 }  // namespace
