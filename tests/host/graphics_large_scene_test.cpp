@@ -46,6 +46,7 @@ SceneData MakeCity(int side, bool joined) {
   for (const float green : {0.2F, 0.7F}) {
     data.materials.emplace_back();
     data.materials.back().colour = {0.6F, green, 0.3F, 1.0F};
+    data.materials.back().twoSided = false;
   }
   if (joined) data.meshes.resize(2);
   for (int i = 0; i < side * side; ++i) {
@@ -67,7 +68,8 @@ SceneData MakeCity(int side, bool joined) {
     }
     for (const auto& face :
          {std::array{0, 2, 3, 1}, {4, 5, 7, 6}, {0, 1, 5, 4}, {2, 6, 7, 3}, {0, 4, 6, 2}, {1, 3, 7, 5}}) {
-      for (const int k : {0, 1, 2, 0, 2, 3}) {
+      const bool turned = joined && mirror < 0.0;
+      for (const int k : turned ? std::array{0, 2, 1, 0, 3, 2} : std::array{0, 1, 2, 0, 2, 3}) {
         mesh.indices.push_back(first + static_cast<std::uint32_t>(face[static_cast<std::size_t>(k)]));
       }
     }

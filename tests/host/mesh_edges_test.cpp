@@ -7,7 +7,10 @@
 #include <utility>
 
 #include "graphics_canvas.h"
+#include "host/large_meshes.h"
+#include "scene/work_report.h"
 #include "scene_view/crease_edges.h"
+#include "support/processor_time.h"
 #include "zovhost/gl_scene_view.h"
 #include "zovhost/scene.h"
 
@@ -29,7 +32,7 @@ void AddCuboid(SceneMesh& mesh, float x) {
   }
   for (const auto& face :
        {std::array{0, 2, 3, 1}, {4, 5, 7, 6}, {0, 1, 5, 4}, {2, 6, 7, 3}, {0, 4, 6, 2}, {1, 3, 7, 5}}) {
-    for (const std::size_t k : {0, 1, 2, 0, 2, 3})
+    for (const std::size_t k : std::array<std::size_t, 6>{0, 1, 2, 0, 2, 3})
       mesh.indices.push_back(first + static_cast<std::uint32_t>(face[k]));
   }
 }
@@ -78,6 +81,17 @@ TEST(MeshEdges, a_piece_that_is_turned_inside_out_makes_it_none) {
 }
 
 TEST(MeshEdges, a_mesh_without_triangles_is_none) { EXPECT_FALSE(FindEdges({}).solid); }
+
+// Sorting alone takes several times as long.
+TEST(MeshEdges, the_search_of_a_large_mesh_ends_at_once_when_it_is_broken_off) {
+  constexpr double SECONDS = 0.1;
+  const SceneMesh hills = zovtest::MakeHills(700);
+  zovhost::WorkReport report;
+  report.Cancel();
+  const ProcessorTime time;
+  EXPECT_THROW(FindEdges(hills, &report), zovhost::WorkCancelled);
+  EXPECT_LT(time.Get(), SECONDS);
+}
 
 class SolidsTest : public zovtest::RendererTest {
  protected:

@@ -60,7 +60,10 @@ void ViewList::SetModel(const zovhost::Scene* ofScene, const fs::path& ofFile, c
 
 // ---- edits ----
 
-void ViewList::NoteChange() { surroundings.requestFrame(); }
+void ViewList::NoteChange() {
+  changed = true;
+  surroundings.requestFrame();
+}
 
 bool ViewList::Add(const CameraParameters& camera) {
   const std::optional<std::size_t> added = views.Add(NameNext(views), AtRest(camera));
@@ -91,6 +94,7 @@ bool ViewList::Remove(std::size_t index) {
 }
 
 void ViewList::Save() {
+  if (!std::exchange(changed, false)) return;
   std::string error;
   if (!file.Keep(views, error)) surroundings.tell(error);
 }

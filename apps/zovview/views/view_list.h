@@ -93,6 +93,7 @@ class ViewList {
   std::filesystem::path model;
   zovhost::NamedViewsFile file{{}, {}};
   zovhost::NamedViews views;
+  bool changed = false;  // since the last Save
   std::optional<std::size_t> news;
 };
 

@@ -6,6 +6,7 @@
 #include <numeric>
 
 #include "korvane/vector3.h"
+#include "scene/work_report.h"
 
 namespace zovhost {
 
@@ -26,12 +27,26 @@ struct HalfEdge {
   }
 };
 
+// For each of many small steps; looks up once in some thousand.
+class Breaker {
+ public:
+  explicit Breaker(const WorkReport* asked) : report(asked) {}
+  void Step() {
+    constexpr std::size_t STEPS = std::size_t{1} << 14;
+    if ((++steps & (STEPS - 1)) == 0 && report != nullptr && report->IsCancelled()) throw WorkCancelled();
+  }
+
+ private:
+  const WorkReport* const report;
+  std::size_t steps = 0;
+};
+
 Vector3 PositionOf(const SceneMesh& mesh, std::uint32_t vertex) {
   return Vector3(mesh.positions.data() + std::size_t{3} * vertex);
 }
 
 // For each vertex the first one that stands at the same place.
-std::vector<std::uint32_t> MergeByPlace(const SceneMesh& mesh) {
+std::vector<std::uint32_t> MergeByPlace(const SceneMesh& mesh, Breaker& breaker) {
   const std::size_t count = mesh.positions.size() / 3;
   std::vector<std::uint32_t> order(count);
   for (std::size_t i = 0; i < count; ++i) order[i] = static_cast<std::uint32_t>(i);
@@ -39,6 +54,7 @@ std::vector<std::uint32_t> MergeByPlace(const SceneMesh& mesh) {
     return mesh.positions.data() + std::size_t{3} * vertex;
   };
   const auto before = [&](std::uint32_t a, std::uint32_t b) {
+    breaker.Step();
     return std::lexicographical_compare(place(a), place(a) + 3, place(b), place(b) + 3);
   };
   std::sort(order.begin(), order.end(), before);
@@ -50,7 +66,8 @@ std::vector<std::uint32_t> MergeByPlace(const SceneMesh& mesh) {
   return merged;
 }
 
-std::vector<HalfEdge> SortHalfEdges(const SceneMesh& mesh, const std::vector<std::uint32_t>& merged) {
+std::vector<HalfEdge> SortHalfEdges(const SceneMesh& mesh, const std::vector<std::uint32_t>& merged,
+                                    Breaker& breaker) {
   std::vector<HalfEdge> edges;
   edges.reserve(mesh.indices.size());
   for (std::size_t i = 0; i + 2 < mesh.indices.size(); i += 3) {
@@ -60,7 +77,10 @@ std::vector<HalfEdge> SortHalfEdges(const SceneMesh& mesh, const std::vector<std
       if (a != b) edges.push_back({std::min(a, b), std::max(a, b), static_cast<std::uint32_t>(i / 3)});
     }
   }
-  std::sort(edges.begin(), edges.end());
+  std::sort(edges.begin(), edges.end(), [&breaker](const HalfEdge& a, const HalfEdge& b) {
+    breaker.Step();
+    return a < b;
+  });
   return edges;
 }
 
@@ -131,14 +151,16 @@ bool FaceOutwards(const SceneMesh& mesh, Pieces& pieces) {
 
 }  // namespace
 
-MeshEdges FindEdges(const SceneMesh& mesh) {
+MeshEdges FindEdges(const SceneMesh& mesh, const WorkReport* report) {
   MeshEdges found;
-  const std::vector<std::uint32_t> merged = MergeByPlace(mesh);
-  const std::vector<HalfEdge> edges = SortHalfEdges(mesh, merged);
+  Breaker breaker(report);
+  const std::vector<std::uint32_t> merged = MergeByPlace(mesh, breaker);
+  const std::vector<HalfEdge> edges = SortHalfEdges(mesh, merged, breaker);
   Pieces pieces(mesh.indices.size() / 3);
   bool closed = !edges.empty() && edges.size() == mesh.indices.size();
   const HalfEdge* const end = edges.data() + edges.size();
   for (const HalfEdge* first = edges.data(); first != end;) {
+    breaker.Step();
     const HalfEdge* next = first;
     while (next != end && next->low == first->low && next->high == first->high) ++next;
     closed = closed && AreBalanced(mesh, merged, first, next);

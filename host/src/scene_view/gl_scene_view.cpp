@@ -74,7 +74,7 @@ struct GradualPicture {
   KeptPicture coarse;  // shows until the whole one is finished
   bool begun = false;
   Look look;
-  std::vector<PaintStep> steps;
+  PaintPlan plan;
   std::size_t next = 0;
 
   void Destroy() {
@@ -124,14 +124,15 @@ class GLSceneView::Impl {
   SceneFrame MakeFrame(const CameraParameters& camera, const Place& place, double scale, bool reduced) const;
   Look MakeLook(const SceneFrame& frame) const;
   void ClearPlace(const Place& place) const;
-  void DrawWhole(const SceneFrame& frame, const Place& place) const;
+  void DrawWhole(const SceneFrame& frame, const Place& place);
   void DrawFace(const SceneFrame& frame);
   GradualPicture& FindGradual(const Place& place);
   void ForgetGradual();
-  bool BeginGradual(GradualPicture& picture, const SceneFrame& frame, const SceneFrame& reduced) const;
+  bool BeginGradual(GradualPicture& picture, const SceneFrame& frame, const SceneFrame& reduced);
 
   bool programsReady = false;
   ScenePainter painter;
+  PaintPlan plan;  // of the last frame that was drawn at once
   GLuint background = 0;
   GLint backgroundTop = -1;
   GLint backgroundBottom = -1;
@@ -266,10 +267,10 @@ void GLSceneView::Impl::ClearPlace(const Place& place) const {
   DrawBackground();
 }
 
-void GLSceneView::Impl::DrawWhole(const SceneFrame& frame, const Place& place) const {
+void GLSceneView::Impl::DrawWhole(const SceneFrame& frame, const Place& place) {
   ClearPlace(place);
-  painter.Paint(frame, shown.buffers, shown.shadow, painter.Plan(frame, shown.buffers), 0,
-                Clock::time_point::max());
+  ScenePainter::Plan(frame, shown.buffers, plan);
+  painter.Paint(frame, shown.buffers, shown.shadow, plan.steps, 0, Clock::time_point::max());
 }
 
 void GLSceneView::Impl::DrawFace(const SceneFrame& frame) {
@@ -311,12 +312,13 @@ bool GLSceneView::Impl::DrawGradually(const CameraParameters& camera, int x, int
     DrawFace(frame);
     return true;
   }
-  if (picture.next < picture.steps.size()) {
+  if (picture.next < picture.plan.steps.size()) {
     picture.whole.Bind();
     SetPlace(place);
-    picture.next = painter.Paint(frame, shown.buffers, shown.shadow, picture.steps, picture.next, deadline);
+    picture.next =
+        painter.Paint(frame, shown.buffers, shown.shadow, picture.plan.steps, picture.next, deadline);
   }
-  const bool finished = picture.next >= picture.steps.size();
+  const bool finished = picture.next >= picture.plan.steps.size();
   (finished ? picture.whole : picture.coarse).Restore(place.target, x, y, width, height);
   if (finished) picture.coarse.Destroy();
   DrawFace(frame);
@@ -330,7 +332,7 @@ Look GLSceneView::Impl::MakeLook(const SceneFrame& frame) const {
 
 // False where pictures cannot be kept.
 bool GLSceneView::Impl::BeginGradual(GradualPicture& picture, const SceneFrame& frame,
-                                     const SceneFrame& reduced) const {
+                                     const SceneFrame& reduced) {
   const Place& place = picture.place;
   const int right = place.x + place.width;
   const int top = place.y + place.height;
@@ -339,7 +341,7 @@ bool GLSceneView::Impl::BeginGradual(GradualPicture& picture, const SceneFrame& 
   DrawWhole(reduced, place);
   picture.coarse.Save(place.target, place.x, place.y, place.width, place.height);
   picture.look = MakeLook(frame);
-  picture.steps = painter.Plan(frame, shown.buffers);
+  ScenePainter::Plan(frame, shown.buffers, picture.plan);
   picture.next = 0;
   picture.whole.Bind();
   ClearPlace(place);

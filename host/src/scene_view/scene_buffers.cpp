@@ -169,7 +169,7 @@ void SceneBuffers::PlanEdges(const Scene& scene, Plan& plan, WorkReport& report)
     report.Tell(static_cast<double>(i) / static_cast<double>(count));
     indicesSeen += scene.GetMeshes()[i].indices.size();
     if (indicesSeen > mostEdgeIndices) break;
-    MeshEdges edges = FindEdges(scene.GetMeshes()[i]);
+    MeshEdges edges = FindEdges(scene.GetMeshes()[i], &report);
     found[i] = std::move(edges.creases);
     meshes[i].solid = edges.solid && CoversAll(scene, scene.GetMeshes()[i]);
   }

@@ -58,15 +58,17 @@ std::array<float, 9> NormalMatrix(const Matrix4& m) {
 
 class Planner {
  public:
-  Planner(const SceneFrame& ofFrame, const SceneBuffers& ofBuffers) : frame(ofFrame), buffers(ofBuffers) {}
+  Planner(const SceneFrame& ofFrame, const SceneBuffers& ofBuffers, PaintPlan& plan)
+      : frame(ofFrame), buffers(ofBuffers), steps(plan.steps), transparent(plan.transparent) {}
 
-  std::vector<PaintStep> Make() {
+  void Make() {
+    steps.clear();
     for (std::size_t i = 0; i < buffers.GetOpaqueCount(); ++i) AddSurface(Kind::Opaque, i);
     if (frame.drawEdges && !frame.reduced)
       for (std::size_t i = 0; i < buffers.GetDrawn().size(); ++i) AddEdges(i);
     if (frame.drawGroundShadow && !frame.reduced) steps.push_back({.kind = Kind::Shadow});
-    for (const std::size_t i : SortTransparent()) AddSurface(Kind::Transparent, i);
-    return std::move(steps);
+    SortTransparent();
+    for (const auto& [depth, i] : transparent) AddSurface(Kind::Transparent, i);
   }
 
  private:
@@ -110,16 +112,12 @@ class Planner {
   }
 
   // From the back to the front.
-  std::vector<std::size_t> SortTransparent() const {
+  void SortTransparent() {
     const CameraFrame& camera = frame.projection.GetFrame();
-    std::vector<std::pair<double, std::size_t>> sorted;
+    transparent.clear();
     for (std::size_t i = buffers.GetOpaqueCount(); i < buffers.GetDrawn().size(); ++i)
-      sorted.emplace_back(-(buffers.GetDrawn()[i].centre - camera.eye).Dot(camera.forward), i);
-    std::sort(sorted.begin(), sorted.end());
-    std::vector<std::size_t> order;
-    order.reserve(sorted.size());
-    for (const auto& [depth, i] : sorted) order.push_back(i);
-    return order;
+      transparent.emplace_back(-(buffers.GetDrawn()[i].centre - camera.eye).Dot(camera.forward), i);
+    std::sort(transparent.begin(), transparent.end());
   }
 
   void Split(Kind kind, std::size_t index, std::size_t first, std::size_t count, bool selected) {
@@ -130,7 +128,8 @@ class Planner {
 
   const SceneFrame& frame;
   const SceneBuffers& buffers;
-  std::vector<PaintStep> steps;
+  std::vector<PaintStep>& steps;
+  std::vector<std::pair<double, std::size_t>>& transparent;
 };
 
 }  // namespace
@@ -170,8 +169,8 @@ void ScenePainter::Destroy() {
 
 // ---- painting ----
 
-std::vector<PaintStep> ScenePainter::Plan(const SceneFrame& frame, const SceneBuffers& buffers) const {
-  return Planner(frame, buffers).Make();
+void ScenePainter::Plan(const SceneFrame& frame, const SceneBuffers& buffers, PaintPlan& plan) {
+  Planner(frame, buffers, plan).Make();
 }
 
 std::size_t ScenePainter::Paint(const SceneFrame& frame, const SceneBuffers& buffers,

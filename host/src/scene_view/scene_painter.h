@@ -3,6 +3,7 @@
 #include <epoxy/gl.h>
 
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 #include "scene_view/draw_pace.h"
@@ -41,6 +42,12 @@ struct PaintStep {
   bool selected = false;
 };
 
+/// All that a frame draws, in its order. Made anew it keeps its memory.
+struct PaintPlan {
+  std::vector<PaintStep> steps;
+  std::vector<std::pair<double, std::size_t>> transparent;  // by depth: the planner's own
+};
+
 /// Draws the surfaces, edges and shadow of a scene, in steps that may be far apart in time.
 class ScenePainter {
  public:
@@ -48,8 +55,7 @@ class ScenePainter {
   bool Create();
   void Destroy();
 
-  /// All that the frame draws, in its order.
-  std::vector<PaintStep> Plan(const SceneFrame& frame, const SceneBuffers& buffers) const;
+  static void Plan(const SceneFrame& frame, const SceneBuffers& buffers, PaintPlan& plan);
   /// Draws from step `from` on, until all are done or the time is over; the step to go on with.
   std::size_t Paint(const SceneFrame& frame, const SceneBuffers& buffers, const GroundShadow& shadow,
                     const std::vector<PaintStep>& steps, std::size_t from,

@@ -77,7 +77,7 @@ void main() {
   vec3 light = mix(vec3(0.20, 0.19, 0.185), vec3(0.44, 0.46, 0.49), sky);
   light += vec3(0.60, 0.585, 0.56) * max(dot(n, keyDirection), 0.0);
   light += vec3(0.10, 0.11, 0.125) * max(dot(n, fillDirection), 0.0);
-  vec3 toViewer = mix(-viewPosition, vec3(0.0, 0.0, 1.0), blend);
+  vec3 toViewer = mix(normalize(-viewPosition), vec3(0.0, 0.0, 1.0), blend);
   vec3 halfway = keyDirection + toViewer * inversesqrt(dot(toViewer, toViewer));
   float along = max(dot(n, halfway), 0.0);
   float shine = 0.05 * Power24(along * along / dot(halfway, halfway));
