@@ -67,6 +67,7 @@ class View : private zovhost::RendererHost {
     renderer.SetDisplayScale(window.GetScale());
     manager.SetViewportSize(window.GetWidth(), window.GetHeight());
     hub.SetViewportSize(window.GetWidth(), window.GetHeight());
+    hub.GetApplicationParameters().pixels_per_point = static_cast<float>(window.GetScale());
   }
 
   // The hub moves the camera, and asks for the next frame as long as anything goes on.

@@ -114,9 +114,11 @@ class ZOVTOOLS_API ApplicationParameters {
   bool look_invert_vertical_axis = defaultLookInvertVerticalAxis;
   /// A look-at keeps clear of what stands between.
   bool use_look_at_obstruction_detection = defaultUseLookAtObstructionDetection;
-  /// Pixels of the display to a point. What the library gives a size in pixels by itself - the storyboard,
-  /// the film strip, gauges, the welcome screen, how far a note stands from the pointer - is so many times as
-  /// large. 1 at first; anything not finite or not above 0 counts as 1.
+  /// Pixels of the display to a point. The storyboard, the film strip, gauges, the welcome screen and how far
+  /// a note stands from the pointer are so many times as large. 1 at first; anything not finite or not above
+  /// 0 counts as 1. All else stays in pixels: what the host gives a size itself, as discs, and what has one
+  /// of its own: cube and labels of the cube, items of the navigation bar, crosshair of a rectangle, texts of
+  /// slides.
   float pixels_per_point = 1.0F;
   /// The directions of the model. Front is the x axis.
   Vector3 scene_up_direction = Vector3(0, 1, 0);

@@ -161,7 +161,8 @@ class ZOVTOOLS_API RewindHistory {
   void SetThumbnailGapSize(float size);
   /// Pixels for each of those two and for what else the strip has a size of: its bracket, and how near the
   /// bracket snaps. 1 at first; what is not finite or not above 0 is refused. With another one all pictures
-  /// are given back; UpdateThumbnails makes them anew.
+  /// are given back; UpdateThumbnails makes them anew. The disc of a history sets it to pixels_per_point of
+  /// its hub, with each size of the viewport and as the strip opens.
   void SetScale(double scale);
   /// Pixels; zero is legal.
   void SetViewportSize(int width, int height);

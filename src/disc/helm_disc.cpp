@@ -10,6 +10,7 @@
 #include "korvane/helm_disc_observer.h"
 #include "korvane/icon2d.h"
 #include "korvane/pixel_icon2d.h"
+#include "render/display_scale.h"
 #include "render/render_pass.h"
 
 namespace Korvane {
@@ -344,6 +345,7 @@ void HelmDisc::SetViewportSize(int width, int height) {
   const Lifeline::Watch alive(parts->lifeline);
   parts->ForEachMenu([=](TrackMenu& menu) { menu.SetViewportSize(width, height); });
   if (alive) parts->history->SetViewportSize(width, height);
+  if (alive) parts->history->SetScale(PixelsPerPoint(GetKorvane()));
 }
 
 bool HelmDisc::IsDragActive() const { return parts->press.dragBegun; }

@@ -79,6 +79,7 @@ void HelmDisc::SetWelcomeMenuPosition(int x, int y) {
   screen.y = y;
   const double scale = PixelsPerPoint(GetKorvane());
   const bool resized = std::exchange(screen.scale, scale) != scale;
+  screen.wasResized = screen.wasResized || resized;
   if (screen.menu == nullptr || screen.menu->GetRegionMap() == nullptr) return;
   const Vector2 middle = screen.GetMiddle();
   if (screen.shown != nullptr) {
@@ -97,7 +98,7 @@ void HelmDisc::TurnWelcomePage(bool advanced, WelcomePicture picture) {
   WelcomeScreen& screen = parts->welcome;
   screen.advancedPage = advanced;
   screen.menu->UseAlternateRegionMap(!advanced);
-  if (screen.scale != 1.0) SizeMap(*screen.menu, screen.scale);
+  if (screen.wasResized) SizeMap(*screen.menu, screen.scale);
   ChangeWelcomeIcon(&screen.GetIcon(picture));
 }
 

@@ -58,8 +58,9 @@ struct WelcomeScreen {
   bool over = false;      // the cursor is on the screen,
   bool toldOver = false;  // and observers know
   bool clickPending = false;
-  double scale = 1.0;  // pixels to a point
-  int x = 0;           // the lower left corner
+  double scale = 1.0;       // pixels to a point
+  bool wasResized = false;  // the map of the other page may have the size of another scale
+  int x = 0;                // the lower left corner
   int y = 0;
 };
 

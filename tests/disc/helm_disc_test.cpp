@@ -792,4 +792,23 @@ TEST(HelmDiscCosts, a_move_and_a_frame_of_an_open_disc_allocate_nothing) {
   EXPECT_GT(renderer.begun, 100);
 }
 
+// From the first picture on, and not only when its strip is opened.
+TEST_F(HelmDiscTest, its_history_counts_in_points) {
+  Start();
+  hub.GetApplicationParameters().pixels_per_point = 2.0F;
+  disc.SetViewportSize(800, 600);
+  RewindHistory& history = *disc.GetHistory();
+  history.BeginElementRecord(hub.view);
+  hub.view = LookAt({5, 0, 10}, {5, 0, 0}, {0, 1, 0});
+  history.EndElementRecord(hub.view);
+  history.UpdateThumbnails();
+  const Lines calls = renderer.GetCalls();
+  EXPECT_GT(renderer.CountCalls("CreateSceneScreenshot"), 0);
+  for (const std::string& call : calls) {
+    if (call.rfind("CreateSceneScreenshot(", 0) == 0) {
+      EXPECT_EQ(call.rfind("CreateSceneScreenshot(128, 128", 0), 0U) << call;
+    }
+  }
+}
+
 }  // namespace

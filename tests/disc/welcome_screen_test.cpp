@@ -100,6 +100,30 @@ TEST_F(WelcomeTest, counts_in_points) {
   }
 }
 
+// Also the map of the page that did not show when the screen became smaller again.
+TEST_F(WelcomeTest, both_pages_count_in_the_points_of_now) {
+  StartOn(true);
+  const auto turn = [&](bool advanced) {
+    TrackMenu::Region choice;
+    for (const WelcomeArea& area : GetWelcomeAreas()) {
+      if (area.turn && area.turn->toAdvanced == advanced) choice.color = area.colour;
+    }
+    Menu().SetActiveRegion(choice);
+    disc.open.welcome.over = true;
+    disc.ClickWelcome();
+    ASSERT_EQ(disc.open.welcome.advancedPage, advanced);
+  };
+  for (const float scale : {2.0F, 1.0F}) {
+    hub.GetApplicationParameters().pixels_per_point = scale;
+    disc.SetWelcomeMenuPosition(0, 0);
+    for (const bool advanced : {false, true}) {
+      turn(advanced);
+      EXPECT_EQ(Menu().GetRegionMap()->GetWidth(), 120.0 * static_cast<double>(scale)) << advanced;
+    }
+    turn(false);
+  }
+}
+
 // ---- tables ----
 
 TEST(WelcomeMenuParts, have_their_numbers) {
