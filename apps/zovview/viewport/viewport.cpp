@@ -120,7 +120,7 @@ void Viewport::SetScale(double value) {
   if (!surroundings.plainCube) zovhost::ResizeCube(cube.GetParameters(), scale);
   const auto reach = static_cast<int>(std::lround(zovhost::ClickWatch::REACH * scale));
   hub.GetApplicationParameters().pixels_per_point = static_cast<float>(scale);
-  disc.GetHistory()->SetScale(scale);
+  disc.GetHistory()->SetScale(hub.GetApplicationParameters().pixels_per_point);  // the same float
   manager.PlaceWelcome();
   clicks.SetReach(reach);
   middleClicks.SetReach(reach);
