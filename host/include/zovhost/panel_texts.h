@@ -33,6 +33,11 @@ void RaisePanel();
 void TakeKeys();
 void GiveKeysBack();
 
+/// The last item is one that Tab leads to, in a question that has the window to itself, after those that were
+/// told of before it. `first`: it is marked from the beginning, so that keys show where they are; to be what
+/// Enter means then.
+void NoteTabStop(bool first = false);
+
 // English phrases are drawn in the language of the process.
 
 /// The width of the widest of these phrases, in points.

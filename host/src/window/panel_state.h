@@ -2,6 +2,7 @@
 
 #include "window/panel_font.h"
 #include "window/screen_order.h"
+#include "window/tab_stops.h"
 
 namespace zovhost {
 
@@ -10,6 +11,7 @@ namespace zovhost {
 struct PanelState {
   PanelFont font;
   ScreenOrder order;
+  TabStops stops;
   bool mirrored = false;
   bool hasKeys = false;     // a panel that no text is typed in
   bool byKeys = false;      // what the user did last

@@ -56,6 +56,10 @@ void GiveKeysBack() {
   if (PanelState* const state = FindState()) state->hasKeys = false;
 }
 
+void NoteTabStop(bool first) {
+  if (PanelState* const state = FindState()) state->stops.Note(*ImGui::GetCurrentContext(), first);
+}
+
 // ---- phrases ----
 
 float MeasureWidest(std::span<const char* const> phrases) {
