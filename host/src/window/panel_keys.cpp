@@ -178,6 +178,7 @@ void PanelKeys::Lead() {
   const bool popup = !context.OpenPopupStack.empty();
   if (key.sym == SDLK_ESCAPE && event.type == SDL_KEYDOWN && !popup && context.ActiveId == 0) {
     keys.pop_front();
+    if (panels.hasKeys && context.NavWindow != nullptr) panels.escaped = context.NavWindow->RootWindow;
     return Leave();
   }
   if (key.sym == SDLK_RETURN || key.sym == SDLK_KP_ENTER) key.sym = SDLK_SPACE;
