@@ -103,7 +103,7 @@ class ViewFocus {
   std::optional<bool> overlayBefore;  // what the cube has said of its buttons; none: it still says so
   PixelPosition pointer;
   MouseButton pressedBy = MouseButton::Left;
-  int framesToPress = 0;                   // until what is pressed has seen the pointer come
+  int framesToPress = 0;  // until what is pressed has seen the pointer come
   bool down = false;
   bool letsGoThen = false;
 };
