@@ -2,7 +2,9 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 
+#include "korvane/orientor.h"
 #include "korvane/shot_specification.h"
 #include "korvane/story.h"
 #include "viewer_fixture.h"
@@ -205,11 +207,54 @@ TEST_F(ViewerMenuKeysTest, a_letter_goes_to_the_next_item_that_begins_with_it) {
   EXPECT_FALSE(viewer->IsMenuOpen());
 }
 
+TEST_F(ViewerMenuKeysTest, both_keys_of_menus_open_the_menu_of_what_is_under_the_focus) {
+  AddShots(1);
+  viewer->GetView(0).Run(*zovview::FindViewCommand("toggle-tools"));
+  ComeToRest();
+  const struct {
+    const char* group;
+    Kind menu;
+  } rows[] = {{"Cube", Kind::Cube},
+              {"Navigation bar", Kind::Bar},
+              {"Toolbar", Kind::Bar},
+              {"Storyboard", Kind::View}};  // of what has no menu itself
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.group);
+    for (const auto& [key, held] :
+         {std::pair(SDLK_F10, KMOD_LSHIFT), std::pair(SDLK_APPLICATION, KMOD_NONE)}) {
+      TabTo(row.group);
+      Key(key, held);
+      EXPECT_TRUE(viewer->IsMenuOpen());
+      EXPECT_EQ(viewer->GetOpenMenu(), row.menu);
+      EXPECT_FALSE(viewer->GetView(0).GetStory().IsPresenting());
+      EXPECT_FALSE(marked.name.empty()) << "keys go on in it";
+      Key(SDLK_ESCAPE);
+      EXPECT_FALSE(viewer->IsMenuOpen());
+      EXPECT_EQ(present.group, row.group) << "and is under the focus still";
+    }
+  }
+}
+
+TEST_F(ViewerMenuKeysTest, the_key_of_menus_opens_that_of_the_cube_on_its_buttons_too) {
+  TabTo("Cube");
+  Key(SDLK_TAB);
+  ASSERT_EQ(present.id, Korvane::Orientor::OVERLAY_HOME);
+  Key(SDLK_F10, KMOD_LSHIFT);
+  ASSERT_TRUE(viewer->IsMenuOpen());
+  EXPECT_EQ(viewer->GetOpenMenu(), Kind::Cube);
+}
+
+TEST_F(ViewerMenuKeysTest, the_key_of_menus_opens_that_of_the_view_where_nothing_has_the_focus) {
+  AddShots(1);
+  Key(SDLK_F10, KMOD_LSHIFT);
+  ASSERT_TRUE(viewer->IsMenuOpen());
+  EXPECT_EQ(viewer->GetOpenMenu(), Kind::View);
+  EXPECT_FALSE(viewer->GetView(0).GetStory().IsPresenting());
+}
+
 TEST_F(ViewerMenuKeysTest, a_flyout_is_used_by_keys) {
   TabTo("Navigation bar");
   StepTo(SDLK_DOWN, present.name);
-  Key(SDLK_F10, KMOD_LSHIFT);
-  EXPECT_FALSE(viewer->IsMenuOpen()) << "the bar has no such menu";
   for (int i = 0; i < 20 && present.role != FocusRole::MenuButton; ++i) Key(SDLK_DOWN);
   ASSERT_EQ(present.role, FocusRole::MenuButton);
   Key(SDLK_RETURN);

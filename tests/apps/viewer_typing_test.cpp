@@ -88,12 +88,76 @@ TEST_F(ViewerTypingTest, changes_that_are_to_be_saved_are_before_the_other_model
 
 TEST_F(ViewerTypingTest, changes_may_be_lost_by_the_button_that_arrows_lead_to) {
   AskForSquareWithChanges();
-  PressAndRest(SDLK_RIGHT);
-  PressAndRest(SDLK_RIGHT);
+  PressAndRest(SDLK_RIGHT);  // from that which is marked at once
   PressAndRest(SDLK_RETURN);
   EXPECT_FALSE(GetDesk().IsOpen());
   EXPECT_EQ(GetTitle(), "square.obj - zovview");
   EXPECT_EQ(FindFiles().size(), 2U) << "nothing is written";
+}
+
+TEST_F(ViewerTypingTest, changes_may_be_lost_by_the_button_that_tab_leads_to) {
+  AskForSquareWithChanges();
+  PressAndRest(SDLK_TAB);
+  PressAndRest(SDLK_RETURN);
+  EXPECT_FALSE(GetDesk().IsOpen());
+  EXPECT_EQ(GetTitle(), "square.obj - zovview");
+  EXPECT_EQ(FindFiles().size(), 2U) << "nothing is written";
+}
+
+TEST_F(ViewerTypingTest, tab_goes_round_the_buttons_of_a_question_and_back_with_shift) {
+  AskForSquareWithChanges();
+  for (int i = 0; i < 3; ++i) PressAndRest(SDLK_TAB);
+  PressAndRest(SDLK_TAB, KMOD_LSHIFT);  // from the first to the last, which cancels
+  PressAndRest(SDLK_RETURN);
+  EXPECT_FALSE(GetDesk().IsOpen());
+  EXPECT_EQ(GetTitle(), "triangle.obj - zovview");
+  EXPECT_EQ(CountShots(), 1U);
+}
+
+TEST_F(ViewerTypingTest, enter_is_the_question_s_answer_where_a_hand_has_marked_nothing) {
+  AskForSquareWithChanges();
+  PressAndRest(SDLK_SPACE);
+  ExpectQuestion(StoryDesk::Page::File);  // saves, as that is marked at once
+  Type("mine.json");
+  PressAndRest(SDLK_RETURN);
+  EXPECT_EQ(GetTitle(), "square.obj - zovview");
+}
+
+TEST_F(ViewerTypingTest, tab_leads_from_the_text_to_the_buttons_and_back_to_it) {
+  folder.Write("square.obj", SQUARE);
+  PressControl(SDLK_o);
+  Type("square.objx");
+  for (int i = 0; i < 3; ++i) PressAndRest(SDLK_TAB);
+  PressAndRest(SDLK_END);
+  PressAndRest(SDLK_BACKSPACE);
+  EXPECT_EQ(fs::path(GetDesk().GetPath()), "square.obj") << "is typed in again";
+  PressAndRest(SDLK_TAB, KMOD_LSHIFT);
+  PressAndRest(SDLK_RETURN);
+  EXPECT_FALSE(GetDesk().IsOpen()) << "cancelled";
+  EXPECT_EQ(GetTitle(), "triangle.obj - zovview");
+}
+
+TEST_F(ViewerTypingTest, what_is_pressed_in_one_round_of_slow_frames_leads_on_from_the_text) {
+  folder.Write("square.obj", SQUARE);
+  PressControl(SDLK_o);
+  PushText("square.obj");
+  for (const SDL_Keycode key : {SDLK_TAB, SDLK_RETURN}) {
+    PushKey(SDL_KEYDOWN, key);
+    PushKey(SDL_KEYUP, key);
+  }
+  ComeToRest();
+  EXPECT_FALSE(GetDesk().IsOpen()) << "by the button that opens";
+  EXPECT_EQ(GetTitle(), "square.obj - zovview");
+}
+
+TEST_F(ViewerTypingTest, tab_goes_through_the_lists_of_a_film_too) {
+  AddShot();
+  Ask("export-story");
+  Type((folder.GetPath() / "film").string());
+  for (int i = 0; i < 4; ++i) PressAndRest(SDLK_TAB);  // two lists, Export, Cancel
+  PressAndRest(SDLK_RETURN);
+  EXPECT_FALSE(GetDesk().IsOpen());
+  EXPECT_FALSE(fs::exists(folder.GetPath() / "film"));
 }
 
 TEST_F(ViewerTypingTest, who_keeps_the_changes_keeps_the_model) {

@@ -17,6 +17,7 @@
 #include "korvane/story.h"
 #include "viewer_fixture.h"
 #include "views/picture_look.h"
+#include "views/view_tools.h"
 #include "zovhost/phrases.h"
 #include "zovhost/read_image.h"
 #include "zovhost/wide_text.h"
@@ -214,6 +215,42 @@ TEST_F(ViewerViewsTest, a_view_is_kept_of_where_the_pointer_is_and_flown_to_ther
   ComeToRest();
   EXPECT_LT((GetView(1).GetHub().GetView().eye - kept.eye).Length(), 1e-9);
   EXPECT_EQ(GetView(2).GetHub().GetView().eye, left);
+}
+
+// ---- keys ----
+
+TEST_F(ViewerViewsTest, keys_go_round_the_views_and_back) {
+  Start(3);
+  const auto marked = [this](SDL_Keymod held) {
+    Press(SDLK_TAB, held);
+    ComeToRest();
+    PressAndRest(SDLK_h);
+    std::size_t moved = 3;
+    for (std::size_t view = 0; view < 3; ++view) {
+      const bool pans = GetView(view).GetManager().GetActiveTool() == zovview::TOOL_PAN;
+      EXPECT_TRUE(!pans || moved == 3) << "one at a time";
+      if (pans) moved = view;
+    }
+    PressAndRest(SDLK_o);
+    return moved;
+  };
+  constexpr auto BACK = static_cast<SDL_Keymod>(KMOD_LCTRL | KMOD_LSHIFT);
+  EXPECT_EQ(marked(KMOD_LCTRL), 1U);
+  EXPECT_EQ(marked(KMOD_LCTRL), 2U);
+  EXPECT_EQ(marked(KMOD_LCTRL), 0U);
+  EXPECT_EQ(marked(BACK), 2U);
+}
+
+TEST_F(ViewerViewsTest, the_focus_stays_behind_when_keys_go_to_another_view) {
+  Start(2);
+  PressAndRest(SDLK_TAB);
+  ASSERT_TRUE(GetView(0).GetFocus().GetFocus().IsActive());
+  Press(SDLK_TAB, KMOD_LCTRL);
+  ComeToRest();
+  EXPECT_FALSE(GetView(0).GetFocus().GetFocus().IsActive());
+  EXPECT_FALSE(GetView(1).GetFocus().GetFocus().IsActive());
+  PressAndRest(SDLK_TAB);
+  EXPECT_TRUE(GetView(1).GetFocus().GetFocus().IsActive());
 }
 
 // ---- pictures ----

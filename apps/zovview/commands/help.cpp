@@ -75,9 +75,10 @@ struct WindowKey {
   const char* action;
   std::vector<HelpKey> bound;
 };
-const std::array<WindowKey, 4>& GetWindowKeys() {
-  static const std::array<WindowKey, 4> KEYS = {
+const std::array<WindowKey, 5>& GetWindowKeys() {
+  static const std::array<WindowKey, 5> KEYS = {
       {{"Tab", "to the cube, disc, bars, panel; arrows, Enter", {{SDLK_TAB, 0}}},
+       {"Ctrl+Tab", "another of several views", {{SDLK_TAB, WindowEvent::CONTROL}}},
        {"F1, ?", "this help", {{SDLK_F1, 0}, {SDLK_QUESTION, 0}}},
        {"Shift+F1", "this panel", {{SDLK_F1, WindowEvent::SHIFT}}},
        {"F11", "full screen", {{SDLK_F11, 0}}}}};

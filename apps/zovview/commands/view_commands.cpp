@@ -404,7 +404,8 @@ bool StartsFromRest(const ViewCommand& command) {
 
 const ViewCommand* FindViewCommand(SDL_Keycode key, unsigned modifiers) {
   if (key == SDLK_UNKNOWN) return nullptr;
-  for (const unsigned held : {modifiers, modifiers & ~SHIFT}) {
+  const bool ofFunction = key >= SDLK_F1 && key <= SDLK_F12;  // others use such a one with Shift
+  for (const unsigned held : {modifiers, ofFunction ? modifiers : modifiers & ~SHIFT}) {
     const ViewCommand* const found =
         Find([=](const ViewCommand& command) { return command.key == key && command.modifiers == held; });
     if (found != nullptr) return found;

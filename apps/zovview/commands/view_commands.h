@@ -100,13 +100,13 @@ struct ViewCommand {
   SDL_Keycode key;
   void (*run)(const ViewTarget& target);
   bool (*isOn)(const ViewTarget& target) = nullptr;  ///< Of what is on or off, or chosen.
-  unsigned modifiers = 0;  ///< Of WindowEvent, with the key. SHIFT counts where a command asks for it.
+  unsigned modifiers = 0;  ///< Of WindowEvent, with the key; see FindViewCommand for SHIFT.
 };
 
 /// In the order of the panel and the menus; the panel has the views and the tools in two columns.
 std::span<const ViewCommand> GetViewCommands();
 /// Null for a key that none has, with just these of CONTROL and ALT. One that asks for SHIFT as well comes
-/// before one that does not.
+/// before one that does not, which a function key is not with SHIFT.
 const ViewCommand* FindViewCommand(SDL_Keycode key, unsigned modifiers = 0);
 /// As it was chosen.
 const zovhost::NavigationStyle& GetNavigationStyle(const ViewTarget& target);

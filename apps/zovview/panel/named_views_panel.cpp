@@ -4,6 +4,7 @@
 #include <imgui_stdlib.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <utility>
 
@@ -25,6 +26,8 @@ constexpr float ROUNDING = 3.0F;
 constexpr int MOST_ROWS = 4;  // beyond them the list scrolls
 // A window knows in the next frame how far it can scroll.
 constexpr int FRAMES_OF_NEWS = 2;
+constexpr int PARTS = 8;  // numbers of a row
+constexpr std::size_t MOST_NUMBERS = 100'000'000;
 
 constexpr ImU32 FRAME = IM_COL32(255, 255, 255, 70);
 constexpr ImU32 EMPTY = IM_COL32(255, 255, 255, 20);
@@ -34,6 +37,17 @@ ImU32 AccentFrame() {
   const auto [red, green, blue] = zovhost::ACCENT_COLOUR;
   return ImGui::GetColorU32(
       ImVec4(static_cast<float>(red), static_cast<float>(green), static_cast<float>(blue), 1.0F));
+}
+
+// The same as long as it is the same view.
+int FindRow(const std::string& guid) {
+  return NamedViewsPanel::FIRST_ID + static_cast<int>(std::hash<std::string>()(guid) % MOST_NUMBERS) * PARTS;
+}
+
+const char* NamePart(NamedViewsPanel::Part part) {
+  constexpr std::array<const char*, 6> NAMES = {"",       "Further up", "Further down",
+                                                "Rename", "Delete",     "Cancel"};
+  return NAMES[static_cast<std::size_t>(part)];
 }
 
 // Cut between characters, with dots where something is left out.
@@ -93,14 +107,62 @@ std::optional<NamedViewsPanel::Place> NamedViewsPanel::FindPart(std::size_t inde
   return found != drawn.end() ? std::optional<Place>(found->place) : std::nullopt;
 }
 
-void NamedViewsPanel::Note(std::size_t index, Part part) {
-  const ImVec2 low = ImGui::GetItemRectMin();
-  const ImVec2 high = ImGui::GetItemRectMax();
-  drawn.push_back({index, part, {(low.x + high.x) * 0.5F, (low.y + high.y) * 0.5F}});
+// The one that keeps the view has the number of the one that asked, so that keys that have pressed that are
+// on it and a second press of them deletes nothing.
+int NamedViewsPanel::MakeId(Part part) const {
+  constexpr int ANSWER = 6;
+  if (part == Part::Keep) return row + static_cast<int>(Part::Delete);
+  return row + (isAsked && part == Part::Delete ? ANSWER : static_cast<int>(part));
 }
 
-void NamedViewsPanel::Draw(ViewList& list, const ViewTarget& target, float width) {
+bool NamedViewsPanel::HasFocus() const {
+  return focus.id.has_value() && *focus.id >= row && *focus.id < row + PARTS;
+}
+
+// True when keys have pressed it. One that has become impossible under the focus stays there.
+bool NamedViewsPanel::Note(std::size_t index, Part part, const std::string& said, bool enabled) {
+  const ImVec2 low = ImGui::GetItemRectMin();
+  const ImVec2 high = ImGui::GetItemRectMax();
+  const int id = MakeId(part);
+  const bool reached = enabled || focus.id == id;
+  drawn.push_back(
+      {index, part, {(low.x + high.x) * 0.5F, (low.y + high.y) * 0.5F}, id, reached, ImGui::IsItemVisible()});
+  return (*focus.noteItem)(id, said, reached) && enabled;
+}
+
+bool NamedViewsPanel::IsRowInSight(int id) const {
+  return std::any_of(drawn.begin(), drawn.end(), [id](const DrawnPart& each) {
+    return each.id == id && each.part == Part::Picture && each.inSight;
+  });
+}
+
+// Up and down from row to row, aside within one.
+std::optional<int> NamedViewsPanel::Steer(int id, zovhost::FocusStep step) const {
+  const auto from =
+      std::find_if(drawn.begin(), drawn.end(), [id](const DrawnPart& each) { return each.id == id; });
+  if (from == drawn.end()) return std::nullopt;
+  if (step.up != 0) {
+    const auto next = std::find_if(drawn.begin(), drawn.end(), [&](const DrawnPart& each) {
+      return each.part == Part::Picture && each.index + static_cast<std::size_t>(step.up) == from->index;
+    });
+    return next != drawn.end() ? std::optional(next->id) : std::nullopt;
+  }
+  const bool onward = (step.right > 0) != zovhost::ArePanelsMirrored();
+  std::optional<int> found;
+  for (const DrawnPart& each : drawn) {
+    if (each.index != from->index || !each.enabled || each.id == id) continue;
+    const bool after = &each > &*from;
+    if (after != onward) continue;
+    found = each.id;
+    if (after) break;
+  }
+  return found.has_value() ? found : std::optional(id);
+}
+
+void NamedViewsPanel::Draw(ViewList& list, const ViewTarget& target, float width, std::optional<int> focused,
+                           const NoteItem& noteItem) {
   drawn.clear();
+  focus = {focused, &noteItem};
   const std::size_t count = list.GetViews().GetCount();
   if (renamed.has_value() && !list.GetViews().FindGuid(*renamed).has_value()) renamed.reset();
   if (std::exchange(frame, ImGui::GetFrameCount()) + 1 < ImGui::GetFrameCount()) EndUnseen(list);
@@ -114,6 +176,15 @@ void NamedViewsPanel::Draw(ViewList& list, const ViewTarget& target, float width
   const float room = ImGui::GetContentRegionAvail().x;
   ImGuiListClipper clipper;
   clipper.Begin(static_cast<int>(count), ROW_HEIGHT);
+  // Those that arrows lead to next as well, and that of the focus wherever it is.
+  const auto last = static_cast<int>(count) - 1;
+  const auto top = std::min(static_cast<int>(ImGui::GetScrollY() / ROW_HEIGHT), last);
+  clipper.ForceDisplayRangeByIndices(std::max(0, top - 1), std::min(last, top + MOST_ROWS + 1) + 1);
+  for (std::size_t i = 0; focused >= FIRST_ID && i < count; ++i) {
+    row = FindRow(list.GetViews().Get()[i].guid);
+    const auto at = static_cast<int>(i);
+    if (HasFocus()) clipper.ForceDisplayRangeByIndices(std::max(0, at - 1), std::min(last, at + 1) + 1);
+  }
   while (clipper.Step()) {
     for (int i = clipper.DisplayStart; i < clipper.DisplayEnd; ++i) {
       DrawRow(list, target, static_cast<std::size_t>(i), room);
@@ -121,8 +192,11 @@ void NamedViewsPanel::Draw(ViewList& list, const ViewTarget& target, float width
   }
   EndRows();
   if (renamed.has_value() && !nameDrawn) EndUnseen(list);  // scrolled away
+  const bool wished = wish.has_value();
   Fulfil(list);
-  if (list.GetPictures().IsWanted() || framesOfNews > 0) target.hub.RequestApplicationUpdate();
+  const bool beginsText = renamed.has_value() && !ImGui::GetIO().WantTextInput;
+  if (list.GetPictures().IsWanted() || framesOfNews > 0 || beginsText || wished)
+    target.hub.RequestApplicationUpdate();
 }
 
 bool NamedViewsPanel::TakeNews(ViewList& list) {
@@ -146,22 +220,24 @@ void NamedViewsPanel::DrawRow(ViewList& list, const ViewTarget& target, std::siz
   const bool isHovered = ImGui::IsWindowHovered(ImGuiHoveredFlags_AllowWhenBlockedByActiveItem) &&
                          ImGui::IsMouseHoveringRect(at, ImVec2(at.x + size.x, at.y + size.y));
   const bool isShown = IsShown(target.hub, view.camera);
+  row = FindRow(view.guid);
+  isAsked = doomed == view.guid;
   ImGui::PushID(view.guid.c_str());
   if (isHovered) {
     ImGui::GetWindowDrawList()->AddRectFilled(at, ImVec2(at.x + size.x, at.y + size.y), GROUND, ROUNDING);
   }
   if (ImGui::InvisibleButton("##fly", size)) wish = Wish{Part::Picture, index};
   ImGui::SetItemAllowOverlap();
-  Note(index, Part::Picture);
+  if (Note(index, Part::Picture, view.name)) wish = Wish{Part::Picture, index};
   const ImVec2 after = ImGui::GetCursorScreenPos();
   DrawPicture(list, view, ImVec2(at.x + 3.0F, at.y + 3.0F), isShown);
 
   const float left = at.x + PICTURE_WIDTH + GAP;
   ImGui::SetCursorScreenPos(ImVec2(left, at.y + 4.0F));
   DrawName(list, index, width - (left - at.x) - 4.0F);
-  if (isHovered || isShown || doomed == view.guid) {
+  if (isHovered || isShown || isAsked || HasFocus()) {
     ImGui::SetCursorScreenPos(ImVec2(left, at.y + size.y - ImGui::GetFrameHeight() - 3.0F));
-    if (doomed == view.guid)
+    if (isAsked)
       DrawQuestion(index);
     else
       DrawButtons(index, list.GetViews().GetCount());
@@ -209,12 +285,9 @@ bool NamedViewsPanel::DrawButton(std::size_t index, Part part, bool enabled) {
   ImGui::BeginDisabled(!enabled);
   if (part == Part::Up) pressed = ImGui::ArrowButton("##up", ImGuiDir_Up);
   if (part == Part::Down) pressed = ImGui::ArrowButton("##down", ImGuiDir_Down);
-  if (part == Part::Rename) pressed = ImGui::Button(zovhost::SayLabel("Rename"));
-  if (part == Part::Delete) pressed = ImGui::Button(zovhost::SayLabel("Delete"));
-  if (part == Part::Keep) pressed = ImGui::Button(zovhost::SayLabel("Cancel"));
+  if (part >= Part::Rename) pressed = ImGui::Button(zovhost::SayLabel(NamePart(part)));
   ImGui::EndDisabled();
-  Note(index, part);
-  return pressed;
+  return Note(index, part, zovhost::GetPhrases().SayPlain(NamePart(part)), enabled) || pressed;
 }
 
 void NamedViewsPanel::Fulfil(ViewList& list) {
@@ -239,6 +312,8 @@ void NamedViewsPanel::Fulfil(ViewList& list) {
       return;
     case Part::Delete:
       if (condemned == guid) {
+        row = FindRow(guid);
+        if (HasFocus()) FocusBeside(list, index);
         list.Remove(index);
       } else {
         doomed = guid;
@@ -247,6 +322,13 @@ void NamedViewsPanel::Fulfil(ViewList& list) {
     case Part::Keep:
       return;
   }
+}
+
+// On the one that takes its place, or else on the one before.
+void NamedViewsPanel::FocusBeside(const ViewList& list, std::size_t index) {
+  const std::vector<zovhost::NamedView>& views = list.GetViews().Get();
+  const std::size_t next = index + 1 < views.size() ? index + 1 : index - 1;
+  if (views.size() > 1) nextFocus = FindRow(views[next].guid);
 }
 
 // What was typed, or asked, in a row that is out of sight.

@@ -30,6 +30,7 @@ constexpr int COLUMNS = 2;
 // A panel knows in the next frame how far it can scroll.
 constexpr int FRAMES_TO_HELP = 3;
 constexpr int HEADINGS = 1'000'000;  // above the numbers of all commands
+constexpr int LANGUAGE_BOX = 3'000'000;
 constexpr ImGuiWindowFlags PANEL = STILL | ImGuiWindowFlags_AlwaysAutoResize | ImGuiWindowFlags_NoTitleBar;
 constexpr ImGuiWindowFlags NOTICE =
     STILL | ImGuiWindowFlags_AlwaysAutoResize | ImGuiWindowFlags_NoDecoration | ImGuiWindowFlags_NoInputs;
@@ -265,13 +266,18 @@ const ViewCommand* ViewerPanel::DrawLanguages(const ViewTarget& target) {
   zovhost::DrawFieldName("Language", words.GetLanguageColumn());
   ImGui::SetNextItemWidth(GetRightOfKeys() + ImGui::GetStyle().FramePadding.x * 2.0F -
                           ImGui::GetCursorScreenPos().x);
-  if (!ImGui::BeginCombo("##language", languageText.Get().c_str(), ImGuiComboFlags_HeightLarge))
+  const bool open = ImGui::BeginCombo("##language", languageText.Get().c_str(), ImGuiComboFlags_HeightLarge);
+  if (!open) {
+    const std::string name = zovhost::GetPhrases().SayPlain("Language");
+    if (NoteItem(LANGUAGE_BOX, name, zovhost::FocusRole::MenuButton, false)) zovhost::PressItem("##language");
     return nullptr;
+  }
   for (const ViewCommand& command : GetViewCommands()) {
     if (!isLanguage(command)) continue;
     ImGui::PushID(command.name.data());
     const std::string item = PanelWords::NameLanguage(command) + "###language";
     if (ImGui::Selectable(item.c_str(), command.isOn(target))) chosen = &command;
+    if (command.isOn(target)) ImGui::SetItemDefaultFocus();
     ImGui::PopID();
   }
   ImGui::EndCombo();
@@ -284,6 +290,15 @@ void ViewerPanel::DrawHelp(std::optional<bool> wanted) {
   if (framesToHelp > 0) {
     ImGui::SetScrollHereY(0.0F);
     if (--framesToHelp > 0) requestFrame();
+  }
+  helpId = items.back().id;
+  const float tall = ImGui::GetTextLineHeightWithSpacing();
+  linesOfPage = ImGui::GetWindowHeight() / tall - 2.0F;
+  linesAbove = helpOpen ? (ImGui::GetWindowPos().y - ImGui::GetItemRectMin().y) / tall : 0.0F;
+  const double scroll = std::exchange(linesToScroll, 0.0);
+  if (scroll != 0.0) {
+    ImGui::SetScrollY(ImGui::GetScrollY() + static_cast<float>(scroll) * tall);
+    requestFrame();
   }
   if (!helpOpen) return;
   const float column = words.GetHelpColumn();
@@ -322,44 +337,25 @@ void ViewerPanel::NoteTip(int id, const char* text) {
 }
 
 // The last item. True when keys have pressed it.
-bool ViewerPanel::NoteItem(int id, const char* name, zovhost::FocusRole role, bool on) {
+bool ViewerPanel::NoteItem(int id, const std::string& name, zovhost::FocusRole role, bool on, bool enabled) {
   const ImVec2 low = ImGui::GetItemRectMin();
   const ImVec2 high = ImGui::GetItemRectMax();
   const double height = ImGui::GetIO().DisplaySize.y;
   items.push_back(
-      {id, name, role, on,
+      {id, name, role, on, enabled,
        Korvane::Box2({zovhost::MirrorPlace((low.x + high.x) * 0.5F), height - (low.y + high.y) * 0.5},
                      {(high.x - low.x) * 0.5, (high.y - low.y) * 0.5})});
   if (focused == id) {
-    if (!std::exchange(broughtIntoSight, true)) ImGui::SetScrollHereY(0.5F);
+    if (!std::exchange(broughtIntoSight, true)) {
+      zovhost::BringItemIntoSight();
+      requestFrame();
+    }
     DrawMark(low, high);
   }
   if (pressed != id) return false;
   pressed.reset();
+  broughtIntoSight = false;  // it may stand elsewhere then
   return true;
-}
-
-std::vector<zovhost::FocusThing> ViewerPanel::GetThings() {
-  std::vector<zovhost::FocusThing> things;
-  for (const Item& item : items) {
-    zovhost::FocusThing& thing = things.emplace_back();
-    thing.id = item.id;
-    thing.group = zovhost::GetPhrases().SayPlain("Panel");
-    thing.name = item.name;
-    thing.role = item.role;
-    thing.on = item.on;
-    thing.bounds = item.bounds;
-    thing.press = [this, id = item.id](bool down) {
-      if (down) pressed = id;
-    };
-  }
-  return things;
-}
-
-void ViewerPanel::ShowFocus(const zovhost::FocusThing* thing) {
-  const std::optional<int> now = thing != nullptr ? std::optional(thing->id) : std::nullopt;
-  if (now != focused) broughtIntoSight = false;
-  focused = now;
 }
 
 // ---- as a whole ----
@@ -367,7 +363,10 @@ void ViewerPanel::ShowFocus(const zovhost::FocusThing* thing) {
 const ViewCommand* ViewerPanel::DrawNamedViews(const ViewTarget& target) {
   if (target.views == nullptr) return nullptr;
   if (!DrawHeading("Named views", namedViews.TakeNews(*target.views))) return nullptr;
-  namedViews.Draw(*target.views, target, words.GetContentWidth());
+  namedViews.Draw(*target.views, target, words.GetContentWidth(), focused,
+                  [this](int id, const std::string& name, bool enabled) {
+                    return NoteItem(id, name, zovhost::FocusRole::Button, false, enabled);
+                  });
   const ViewCommand* const chosen = DrawButtons(ViewCommand::Place::KeptViews, target);
   namedViews.ScrollToNews();
   return chosen;

@@ -52,10 +52,16 @@ class ViewerPanel {
   float GetReach() const { return reach; }
   /// As it was drawn last.
   bool IsFolded() const { return folded; }
+  /// Its lists show.
+  bool IsUnfolded() const { return visible && !folded; }
   void ToggleVisible();
   /// Its buttons, settings and headings, as they were drawn last; points from the bottom left. Their presses
   /// count with the next drawing.
   std::vector<zovhost::FocusThing> GetThings();
+  /// What an arrow leads to from one of them; none: nowhere.
+  std::optional<int> Steer(int id, zovhost::FocusStep step);
+  /// What the focus is to go to, as what it was on is no more; none: it stays.
+  std::optional<int> TakeNextFocus() { return namedViews.TakeNextFocus(); }
   /// What is under the focus is marked, and brought into sight; null: nothing is.
   void ShowFocus(const zovhost::FocusThing* thing);
   /// The panel, with its help unfolded.
@@ -71,9 +77,10 @@ class ViewerPanel {
   // Something to press, as it was drawn.
   struct Item {
     int id;
-    const char* name;
+    std::string name;
     zovhost::FocusRole role;
     bool on;
+    bool enabled;
     Korvane::Box2 bounds;
   };
   // What is free for the panel, from the top of the window.
@@ -103,7 +110,9 @@ class ViewerPanel {
   static Room FindRoom(const PanelContents& contents, const ViewTarget& target, float right);
   void NoteReach();
   bool NoteItem(const ViewCommand& command, bool on);
-  bool NoteItem(int id, const char* name, zovhost::FocusRole role, bool on);
+  bool NoteItem(int id, const std::string& name, zovhost::FocusRole role, bool on, bool enabled = true);
+  bool OnHelpKey(const zovhost::WindowEvent& event);
+  bool ScrollHelp(double lines);
   void NoteTip(int id, const char* text);
 
   const std::function<void()> requestFrame;
@@ -125,6 +134,10 @@ class ViewerPanel {
   std::optional<int> pressed;  // by the identifier of an item
   std::optional<int> focused;
   bool broughtIntoSight = false;
+  int helpId = 0;              // of its heading
+  double linesToScroll = 0.0;  // by keys on that
+  float linesOfPage = 0.0F;
+  float linesAbove = 0.0F;  // of the help, that are scrolled out of sight
 };
 
 }  // namespace zovview

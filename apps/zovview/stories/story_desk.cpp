@@ -47,12 +47,12 @@ void Choose(const char* name, const std::array<Row, COUNT>& rows, int& row) {
   const auto at = static_cast<std::size_t>(row);
   zovhost::DrawFieldName(name, zovhost::FindFieldColumn(FIELDS, 0.0F));
   ImGui::PushID(name);
-  if (ImGui::BeginCombo("##row", Describe(rows[at]).c_str())) {
-    for (std::size_t i = 0; i < COUNT; ++i) {
-      if (ImGui::Selectable(Describe(rows[i]).c_str(), i == at)) row = static_cast<int>(i);
-    }
-    ImGui::EndCombo();
+  const bool open = ImGui::BeginCombo("##row", Describe(rows[at]).c_str());
+  if (!open) zovhost::NoteTabStop();
+  for (std::size_t i = 0; open && i < COUNT; ++i) {
+    if (ImGui::Selectable(Describe(rows[i]).c_str(), i == at)) row = static_cast<int>(i);
   }
+  if (open) ImGui::EndCombo();
   ImGui::PopID();
 }
 
@@ -67,7 +67,12 @@ float GetWidth() {
   return std::max(LEAST_WIDTH, buttons + 2.0F * style.WindowPadding.x);
 }
 
-bool DrawButton(const char* name) { return ImGui::Button(zovhost::SayLabel(name), GetButtonSize()); }
+// `first`: keys are on it when the question comes.
+bool DrawButton(const char* name, bool first = false) {
+  const bool pressed = ImGui::Button(zovhost::SayLabel(name), GetButtonSize());
+  zovhost::NoteTabStop(first);
+  return pressed;
+}
 
 // While the text has the keys.
 enum class TypedEnd : int { None, Enter, Escape };
@@ -79,7 +84,9 @@ TypedEnd DrawPath(const char* id, std::string& path) {
   const zovhost::UprightItem upright;
   constexpr ImGuiInputTextFlags STYLE =
       ImGuiInputTextFlags_EnterReturnsTrue | ImGuiInputTextFlags_AutoSelectAll;
-  if (ImGui::InputText(id, &path, STYLE)) return TypedEnd::Enter;
+  const bool entered = ImGui::InputText(id, &path, STYLE);
+  zovhost::NoteTabStop();
+  if (entered) return TypedEnd::Enter;
   const bool escaped = ImGui::IsItemDeactivated() && ImGui::IsKeyPressed(ImGui::GetKeyIndex(ImGuiKey_Escape));
   return escaped ? TypedEnd::Escape : TypedEnd::None;
 }
@@ -270,7 +277,7 @@ void StoryDesk::DrawPage() {
 
 void StoryDesk::DrawLosing() {
   ImGui::TextWrapped("%s", zovhost::Say("The story has changes that are in no file."));
-  if (DrawButton("Save")) return Confirm();
+  if (DrawButton("Save", true)) return Confirm();
   ImGui::SameLine();
   if (DrawButton("Lose them")) return Drop();
   ImGui::SameLine();

@@ -34,6 +34,7 @@ class ViewDevices {
   void Advance(Recorder* recorder);
   void DrawPage(float right, float top);
   void TogglePage() { page.SetVisible(!page.IsVisible()); }
+  const zovhost::SixAxisPanel& GetPage() const { return page; }
   bool IsPageVisible() const { return page.IsVisible(); }
   bool IsConnected() const;
 

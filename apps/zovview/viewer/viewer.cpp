@@ -70,7 +70,10 @@ Viewer::Viewer(zovhost::Window& onWindow, const Options& options)
       namedViews({[this] { window.RequestFrame(); }, [this](const std::string& line) { Tell(line); },
                   [this] { return FindModelFolder(); },
                   [this](FileQuestion question) { files.Ask(std::move(question)); },
-                  [this](const Korvane::CameraParameters& camera) { Fly(camera); }},
+                  [this](const Korvane::CameraParameters& camera) { Fly(camera); },
+                  [this](const std::string& name) {
+                    if (!panel.IsUnfolded()) ShowMessage("Kept as " + name);
+                  }},
                  sceneView),
       cursorScales(Korvane::CURSOR_NONE, 0.0),
       gui(window),
@@ -96,7 +99,8 @@ Viewer::Viewer(zovhost::Window& onWindow, const Options& options)
   preferences.SetSessionLanguage(options.language.empty() && recorder != nullptr ? "en" : options.language);
   gui.SetIcons(GetPanelIcons(), zovhost::PaintIcon);
   sceneView.SetScene(nullptr);  // whose ground shows until there is one
-  panelFocus.AddGroup([this] { return panel.GetThings(); });
+  panelFocus.AddGroup([this] { return panel.GetThings(); },
+                      [this](int id, zovhost::FocusStep step) { return panel.Steer(id, step); });
   for (int i = 0; i < std::clamp(options.views, 1, MOST_VIEWS); ++i) AddView();
   window.SetEventHandler([this](const WindowEvent& event) { OnEvent(event); });
   window.SetFrameHandler([this] { DrawFrame(); });

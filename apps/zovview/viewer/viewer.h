@@ -134,6 +134,8 @@ class Viewer {
   void OnEvent(const zovhost::WindowEvent& event);
   void OnPointerEvent(zovhost::WindowEvent event);
   void OnKeyEvent(const zovhost::WindowEvent& event);
+  bool OnViewKey(const zovhost::WindowEvent& event);
+  void OnMenuKey(const zovhost::WindowEvent& event);
   bool OnPanelKey(const zovhost::WindowEvent& event);
   void OnDeskKey(const zovhost::WindowEvent& event);
   void OnResized();

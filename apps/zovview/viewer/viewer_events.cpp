@@ -21,11 +21,6 @@ constexpr double FIT_MARGIN = 0.05;   // of the view, at each side
 constexpr double MOST_COVERED = 0.5;  // of a view by the panel: beyond that a fit does not mind it
 constexpr std::size_t MOST_RECENT = 10;
 
-bool IsMenuKey(const WindowEvent& event) {
-  const bool shifted = (event.modifiers & WindowEvent::SHIFT) != 0;
-  return event.key == SDLK_APPLICATION || (event.key == SDLK_F10 && shifted);
-}
-
 }  // namespace
 
 void Viewer::OnEvent(const WindowEvent& event) {
@@ -108,18 +103,39 @@ void Viewer::OnKeyEvent(const WindowEvent& event) {
     window.SetFullScreen(!window.IsFullScreen());
     return;
   }
+  if (pressed && OnViewKey(event)) return;
   if (OnPanelKey(event)) return;
-  if (pressed && IsMenuKey(event) && !views[active]->GetFocus().GetFocus().IsActive()) {
-    const Viewport& view = *views[active];
-    const double points = 1.0 / window.GetScale();
-    return OpenMenu(
-        active, ViewerMenus::Kind::View,
-        ViewerMenus::Corner{(view.GetX() + view.GetWidth() * 0.5) * points,
-                            (window.GetHeight() - view.GetY() - view.GetHeight() * 0.5) * points, 0.5, 0.5});
-  }
+  if (pressed && zovhost::IsMenuKey(event) && !views[active]->GetStory().IsPresenting())
+    return OnMenuKey(event);
   if (recorder != nullptr) recorder->Add(event);
   const bool back = (event.modifiers & WindowEvent::SHIFT) != 0;
   if (!views[active]->OnEvent(event) && panelFocus.Enter(back)) window.RequestFrame();
+}
+
+// Round all views, as the pointer goes to any.
+bool Viewer::OnViewKey(const WindowEvent& event) {
+  constexpr unsigned HELD = WindowEvent::CONTROL | WindowEvent::ALT;
+  if (event.key != SDLK_TAB || (event.modifiers & HELD) != WindowEvent::CONTROL || views.size() < 2)
+    return false;
+  const bool back = (event.modifiers & WindowEvent::SHIFT) != 0;
+  panelFocus.Leave();
+  if (!views[active]->IsPressed()) ActivateView((active + (back ? views.size() - 1 : 1)) % views.size());
+  return true;
+}
+
+// That of what has the focus, or else of the view.
+void Viewer::OnMenuKey(const WindowEvent& event) {
+  Viewport& view = *views[active];
+  if (view.GetFocus().GetFocus().IsActive()) {
+    if (recorder != nullptr) recorder->Add(event);
+    if (view.GetFocus().OnEvent(event)) return;
+    return OpenMenu(active, ViewerMenus::Kind::View);
+  }
+  const double points = 1.0 / window.GetScale();
+  OpenMenu(
+      active, ViewerMenus::Kind::View,
+      ViewerMenus::Corner{(view.GetX() + view.GetWidth() * 0.5) * points,
+                          (window.GetHeight() - view.GetY() - view.GetHeight() * 0.5) * points, 0.5, 0.5});
 }
 
 // What a recording holds of it is the command that comes of it.

@@ -5,6 +5,7 @@
 #include <imgui.h>
 
 #include <algorithm>
+#include <optional>
 
 #include "commands/language_commands.h"
 #include "panel/cube_place.h"
@@ -16,8 +17,25 @@ namespace zovview {
 namespace {
 
 constexpr float EDITOR_TOP = 12.0F;  // points
-constexpr double MARK_WIDTH = 2.0;   // points
-constexpr double PATIENCE = 0.05;    // seconds of a frame for a large model at rest
+constexpr float BESIDE_EDITOR = 8.0F;
+constexpr float LEAST_BESIDE = 430.0F;  // room for either at the left of the other
+constexpr float BELOW_TITLE = 40.0F;
+constexpr double MARK_WIDTH = 2.0;
+constexpr double PATIENCE = 0.05;  // seconds of a frame for a large model at rest
+
+// Of the upper right corner, in points.
+struct PagePlace {
+  float right;
+  float top;
+};
+
+// The editor of shots and the page of devices stand beside each other; where there is no room for that, so
+// that both titles show.
+PagePlace FindPlaceBeside(std::optional<float> left, float right) {
+  if (!left.has_value()) return {right, EDITOR_TOP};
+  const float beside = *left - BESIDE_EDITOR;
+  return beside >= LEAST_BESIDE ? PagePlace{beside, EDITOR_TOP} : PagePlace{right, EDITOR_TOP + BELOW_TITLE};
+}
 
 }  // namespace
 
@@ -103,10 +121,17 @@ void Viewer::DrawPanels() {
   if (target.story->IsPresenting()) return;
   NotePlaces();
   const float right = FindPageRight(contents.cubes, ImGui::GetIO().DisplaySize.x);
-  target.story->GetEditor().Draw(right, EDITOR_TOP);
-  devices.DrawPage(right, EDITOR_TOP);
+  zovhost::ShotEditorPanel& editor = target.story->GetEditor();
+  const PagePlace ofEditor = FindPlaceBeside(devices.GetPage().GetLeft(), right);
+  editor.Draw(ofEditor.right, ofEditor.top);
+  const PagePlace ofPage = FindPlaceBeside(editor.GetLeft(), right);
+  devices.DrawPage(ofPage.right, ofPage.top);
   panel.ShowFocus(panelFocus.Get());
   const ViewCommand* const pressed = panel.Draw(contents, target);
+  if (const std::optional<int> next = panel.TakeNextFocus()) {
+    panelFocus.GoTo(*next);
+    window.RequestFrame();
+  }
   const bool hadMenu = menus.IsOpen();
   const ViewCommand* const chosen = menus.Draw(target);
   if (menus.IsOpen() != hadMenu) window.RequestFrame();  // the pointer changes with it

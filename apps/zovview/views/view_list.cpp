@@ -72,6 +72,7 @@ bool ViewList::Add(const CameraParameters& camera) {
     return false;
   }
   news = added;
+  if (surroundings.kept) surroundings.kept(views.Get()[*added].name);
   NoteChange();
   return true;
 }

@@ -29,6 +29,8 @@ class ViewList {
     std::function<std::filesystem::path()> findFolder;
     std::function<void(FileQuestion question)> ask;
     std::function<void(const Korvane::CameraParameters& camera)> fly;
+    /// Of a view that was kept, by its name. Empty: nobody minds.
+    std::function<void(const std::string& name)> kept = {};
   };
 
   /// Draws its pictures by `sceneView`, which is borrowed with its context.

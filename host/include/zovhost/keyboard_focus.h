@@ -73,6 +73,10 @@ class KeyboardFocus {
   void Leave();
   bool IsActive() const { return current.has_value(); }
   bool IsPressed() const { return pressed; }
+  /// The number of the group that the focus is in, in the order of AddGroup; none while it is in none.
+  std::optional<std::size_t> GetGroup() const {
+    return IsActive() ? std::optional(currentGroup) : std::nullopt;
+  }
   /// As it is now; null for nothing. Valid until the next call.
   const FocusThing* Get();
 
@@ -98,6 +102,9 @@ class KeyboardFocus {
   std::size_t currentGroup = 0;
   bool pressed = false;
 };
+
+/// The event is of a key that opens a menu, as desktops have it: the key of menus, or Shift with F10.
+bool IsMenuKey(const WindowEvent& event);
 
 /// The thing of the list that is nearest to a place on one side of it; null for none.
 const FocusThing* FindOnSide(const std::vector<FocusThing>& things, const FocusThing& from, FocusStep step);

@@ -33,6 +33,23 @@ void RaisePanel();
 void TakeKeys();
 void GiveKeysBack();
 
+/// As TakeKeys, of the last item, if keys are what the user has used last, as for opening the panel. False:
+/// they are not.
+bool FollowKeys();
+/// Escape has just taken the keys from the panel that is being put together; told once.
+bool TakeEscape();
+
+/// Scrolls the panel, and what it lies in, so that the last item shows.
+void BringItemIntoSight();
+
+/// The item of imgui.h with that name, in the panel that is being put together, is pressed in the next frame.
+void PressItem(const char* name);
+
+/// The last item is one that Tab leads to, in a question that has the window to itself, after those that were
+/// told of before it. `first`: it is marked from the beginning, so that keys show where they are; to be what
+/// Enter means then.
+void NoteTabStop(bool first = false);
+
 // English phrases are drawn in the language of the process.
 
 /// The width of the widest of these phrases, in points.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 
 #include "korvane/shot_editor.h"
@@ -35,6 +36,8 @@ class ShotEditorPanel : public Korvane::ShotEditor {
   /// left of the window; from there the user may move it.
   void Draw(float right, float top);
   bool IsPanelVisible() const { return visible; }
+  /// Where its left edge is, in points from the left of the window, as it was drawn last; none: it was not.
+  std::optional<float> GetLeft() const { return left; }
   /// With the next frame the name is typed, and Tab and arrows go on from there to the other fields: until
   /// Enter has ended the name, or Escape, or a press beside the panel.
   void TypeName() { typingName = true; }
@@ -64,6 +67,7 @@ class ShotEditorPanel : public Korvane::ShotEditor {
   void DrawWalk();
 
   Controls controls;
+  std::optional<float> left;
   double viewDistance = 1.0;  // from the eye to the centre, by which distances are dragged
   bool visible = false;
   bool previewing = false;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "zovhost/six_axis_hand.h"
@@ -26,7 +27,12 @@ class SixAxisPanel {
 
   /// Within a frame of the Gui; its upper right corner stands there when it appears, in points from the top
   /// left of the window.
+  ///
+  /// Where keys are what the user has used last, it has them when it appears: arrows and Tab go through it,
+  /// and Escape closes it.
   void Draw(Korvane::Cam3DController& controller, float right, float top);
+  /// Where its left edge is, in points from the left of the window, as it was drawn last; none: it was not.
+  std::optional<float> GetLeft() const { return left; }
   bool IsVisible() const { return visible; }
   void SetVisible(bool value) { visible = value; }
 
@@ -40,7 +46,9 @@ class SixAxisPanel {
 
   SixAxisHand& hand;
   std::vector<Source> sources;
+  std::optional<float> left;
   bool visible = false;
+  bool hasKeys = false;
 };
 
 }  // namespace zovhost

@@ -37,9 +37,10 @@ class PressableOrientor : public Korvane::Orientor {
 /// the focus by a frame in the accent colour with a white one around it.
 ///
 /// Arrows go round the cube, also over its far side, whose parts are marked faintly. Enter presses a part of
-/// the cube, and clicks on an item; a wedge it holds as long as the key is held, and arrows drag it. On a
-/// shot of the storyboard, Delete deletes it, F2 types its name, the key of menus opens its menu; Ctrl with
-/// an arrow moves a shot or a sequence along its row.
+/// the cube, and clicks on an item; a wedge it holds as long as the key is held, and arrows drag it. The key
+/// of menus, or Shift with F10, opens the menu of the cube, of a bar or of a shot. On a
+/// shot of the storyboard, Delete deletes it, F2 types its name; Ctrl with an arrow moves a shot or a
+/// sequence along its row. The buttons of the cube show while one of them is under the focus.
 ///
 /// What it works on is borrowed and outlives it. Positions are viewport pixels, origin at the bottom left.
 class ViewFocus {
@@ -86,7 +87,8 @@ class ViewFocus {
   std::string LoadText(int id) const;
   void AddStory();
   void AddClick(FocusThing& thing, PixelPosition at, bool held);
-  void PressAt(PixelPosition at, bool down, bool held);
+  void ShowCubeButtons();
+  void PressAt(PixelPosition at, bool down, bool held, MouseButton by = MouseButton::Left);
   void Send(WindowEvent::Type type, PixelPosition at);
   void PressPending();
   void LetGo();
@@ -98,7 +100,9 @@ class ViewFocus {
   std::unique_ptr<StoryFocus> story;  // null without a storyboard
   double scale = 1.0;
   bool sending = false;
+  std::optional<bool> overlayBefore;  // what the cube has said of its buttons; none: it still says so
   PixelPosition pointer;
+  MouseButton pressedBy = MouseButton::Left;
   int framesToPress = 0;  // until what is pressed has seen the pointer come
   bool down = false;
   bool letsGoThen = false;

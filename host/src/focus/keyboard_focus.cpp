@@ -39,6 +39,11 @@ bool IsSameToTell(const FocusThing& a, const FocusThing& b) {
 
 }  // namespace
 
+bool IsMenuKey(const WindowEvent& event) {
+  const bool shifted = (event.modifiers & WindowEvent::SHIFT) != 0;
+  return event.key == SDLK_APPLICATION || (event.key == SDLK_F10 && shifted);
+}
+
 const FocusThing* FindOnSide(const std::vector<FocusThing>& things, const FocusThing& from, FocusStep step) {
   const FocusThing* nearest = nullptr;
   double least = std::numeric_limits<double>::infinity();

@@ -251,15 +251,13 @@ void StoryFocus::PressSequence(const Place& place) {
 bool StoryFocus::OnKey(const Place& place, const WindowEvent& event) {
   const bool isShot = place.row == SHOTS && GetShot(place.index) != nullptr;
   const bool toSide = event.key == SDLK_LEFT || event.key == SDLK_RIGHT;
-  const bool ofMenu =
-      event.key == SDLK_APPLICATION || (event.key == SDLK_F10 && (event.modifiers & WindowEvent::SHIFT) != 0);
   if (toSide && (event.modifiers & WindowEvent::CONTROL) != 0) {
     Move(place, event.key == SDLK_LEFT);
   } else if (isShot && event.key == SDLK_DELETE) {
     partners.board.DeleteShot(GetShot(place.index));
   } else if (isShot && event.key == SDLK_F2) {
     TypeName(place);
-  } else if (isShot && ofMenu) {
+  } else if (isShot && IsMenuKey(event)) {
     OpenMenu(place);
   } else {
     return false;

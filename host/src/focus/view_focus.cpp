@@ -43,7 +43,8 @@ constexpr double WEDGE_SIZE = 12.0;
 constexpr double FRAME_WIDTH = 2.0;  // points
 constexpr double GAP = 1.0;
 constexpr double FAINT = 0.5;
-constexpr double FAR = 1e6;  // pixels
+constexpr double FAR = 1e6;                    // pixels
+constexpr std::size_t CUBE_BUTTONS_GROUP = 1;  // after its parts
 
 struct CubeButton {
   Orientor::OverlayPart part;
@@ -86,6 +87,25 @@ bool IsReachable(const ToolbarItem& item) {
 double GetPartSize(int part) {
   if (part < Orientor::FACE_COUNT) return PART_SIZES[0];
   return part < OrientorObserver::PART_BACK_RIGHT_BOTTOM ? PART_SIZES[1] : PART_SIZES[2];
+}
+
+// That opens the menu of the navigation bar, whose first items have none of their own.
+std::optional<PixelPosition> FindMenuItem(Korvane::Toolbar& strip) {
+  for (int i = 0; i < strip.GetItems().GetCount(); ++i) {
+    const ToolbarItem& item = strip.GetItems().GetAt(i);
+    if (item.GetTag() == Korvane::NavigationBar::TAG_MENU && IsReachable(item))
+      return GetMiddle(item.GetBounds());
+  }
+  return std::nullopt;
+}
+
+// What the key of menus does there.
+std::function<bool(const WindowEvent&)> OnMenuKey(std::function<void()> open) {
+  return [open = std::move(open)](const WindowEvent& event) {
+    if (!IsMenuKey(event)) return false;
+    open();
+    return true;
+  };
 }
 
 Vector2 GetMiddleInSight(const std::vector<FocusThing>& things) {
@@ -168,6 +188,7 @@ FocusThing ViewFocus::MakePart(int part) {
   thing.press = [this, part](bool pressed) {
     if (pressed) widgets.cube.Press(part);
   };
+  thing.key = OnMenuKey([this] { widgets.cube.Press(OrientorObserver::PART_CONTEXT_MENU); });
   return thing;
 }
 
@@ -223,9 +244,10 @@ std::vector<FocusThing> ViewFocus::ListCubeButtons() {
         button.part == Orientor::OVERLAY_LOCK && widgets.hub.GetApplicationParameters().lock_to_selection;
     thing.bounds = MakeBox(at, BUTTON_SIZE * scale);
     thing.press = [this, number = button.number](bool pressed) {
-      if (pressed && number == OrientorObserver::PART_NONE) return widgets.cube.OpenUCSMenu();
       if (pressed) widgets.cube.Press(number);
     };
+    if (button.number == OrientorObserver::PART_NONE) AddClick(thing, at, false);
+    thing.key = OnMenuKey([this] { widgets.cube.Press(OrientorObserver::PART_CONTEXT_MENU); });
     things.push_back(std::move(thing));
   }
   return things;
@@ -257,6 +279,7 @@ std::vector<FocusThing> ViewFocus::ListDisc() {
 std::vector<FocusThing> ViewFocus::ListBar(Korvane::Toolbar* strip, const char* group) {
   std::vector<FocusThing> things;
   if (strip == nullptr || !strip->IsVisible()) return things;
+  const std::optional<PixelPosition> menu = FindMenuItem(*strip);
   for (int i = 0; i < strip->GetItems().GetCount(); ++i) {
     const ToolbarItem& item = strip->GetItems().GetAt(i);
     if (!IsReachable(item)) continue;
@@ -272,6 +295,9 @@ std::vector<FocusThing> ViewFocus::ListBar(Korvane::Toolbar* strip, const char* 
     const bool hasArrow = item.GetType() == ToolbarItem::TYPE_FLYOUT_BUTTON;
     thing.bounds = hasArrow ? item.GetNonFlyoutIconBounds() : item.GetBounds();
     AddClick(thing, GetMiddle(thing.bounds), false);
+    thing.key = OnMenuKey([this, at = GetMiddle(thing.bounds), menu] {
+      PressAt(menu.value_or(at), true, false, menu.has_value() ? MouseButton::Left : MouseButton::Right);
+    });
     things.push_back(thing);
     if (!hasArrow) continue;
     thing.id += ARROW_OF_ITEM;
@@ -296,9 +322,10 @@ void ViewFocus::AddClick(FocusThing& thing, PixelPosition at, bool held) {
   };
 }
 
-void ViewFocus::PressAt(PixelPosition at, bool pressed, bool held) {
+void ViewFocus::PressAt(PixelPosition at, bool pressed, bool held, MouseButton by) {
   if (!pressed) return held ? LetGo() : void();
   pointer = at;
+  pressedBy = by;
   Send(Type::MouseMove, at);
   framesToPress = FRAMES_TO_FOLLOW;
   letsGoThen = !held;
@@ -328,6 +355,7 @@ void ViewFocus::LetGo() {
 void ViewFocus::Send(Type type, PixelPosition at) {
   WindowEvent event;
   event.type = type;
+  event.button = type == Type::MouseDown || type == Type::MouseUp ? pressedBy : MouseButton::Left;
   event.x = at.x;
   event.y = at.y;
   event.clicks = type == Type::MouseDown ? 1 : 0;
@@ -342,6 +370,7 @@ void ViewFocus::Send(Type type, PixelPosition at) {
 void ViewFocus::Draw(int viewportWidth, int viewportHeight) {
   PressPending();
   const FocusThing* const thing = focus.Get();
+  ShowCubeButtons();
   if (thing == nullptr || viewportWidth <= 0 || viewportHeight <= 0) return;
   const Vector2 size(viewportWidth, viewportHeight);
   const Box2 viewport(size / 2.0, size / 2.0);
@@ -350,6 +379,17 @@ void ViewFocus::Draw(int viewportWidth, int viewportHeight) {
   if (!widgets.renderer.BeginRender(viewport, camera, Renderer::RENDER_OVERLAY)) return;
   DrawFrame(thing->bounds, thing->inSight ? 1.0 : FAINT);
   widgets.renderer.EndRender();
+}
+
+// They show under a pointer otherwise.
+void ViewFocus::ShowCubeButtons() {
+  const bool wanted = focus.GetGroup() == CUBE_BUTTONS_GROUP;
+  if (wanted == overlayBefore.has_value()) return;
+  bool& shown = widgets.cube.GetParameters().overlay_always_on;
+  if (wanted) overlayBefore = shown;
+  shown = wanted || *overlayBefore;
+  if (!wanted) overlayBefore.reset();
+  widgets.hub.RequestApplicationUpdate();
 }
 
 // Accent between two white lines, so that one of them stands out from any ground.

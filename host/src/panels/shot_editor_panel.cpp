@@ -168,6 +168,7 @@ void ShotEditorPanel::WriteShot(Shot& edited) const {
 // ---- the panel ----
 
 void ShotEditorPanel::Draw(float right, float top) {
+  left.reset();
   if (!visible || GetShot() == nullptr) return;
   const Layout layout = MakeLayout();
   PlaceNextPanel(right, top, 1.0F, 0.0F, false);
@@ -176,6 +177,8 @@ void ShotEditorPanel::Draw(float right, float top) {
   constexpr ImGuiWindowFlags STYLE = ImGuiWindowFlags_NoResize | ImGuiWindowFlags_NoSavedSettings |
                                      ImGuiWindowFlags_NoCollapse | ImGuiWindowFlags_NoFocusOnAppearing;
   if (ImGui::Begin(SayLabel("Shot"), &open, STYLE)) DrawControls(layout);
+  const float edge = ImGui::GetWindowPos().x;
+  left = ArePanelsMirrored() ? MirrorPlace(edge + ImGui::GetWindowSize().x) : edge;
   ImGui::End();
   if (open) return;
   if (GetStoryboard() != nullptr) {

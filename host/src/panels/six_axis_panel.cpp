@@ -6,6 +6,7 @@
 #include <array>
 #include <cfloat>
 #include <string>
+#include <utility>
 
 #include "korvane/cam3d_controller.h"
 #include "korvane/cam3d_controller_observer.h"
@@ -289,6 +290,8 @@ void SixAxisPanel::AddSource(SixAxisSource* source, const char* name) {
 }
 
 void SixAxisPanel::Draw(Cam3DController& controller, float right, float top) {
+  left.reset();
+  if (!visible && std::exchange(hasKeys, false)) GiveKeysBack();
   if (!visible) return;
   PlaceNextPanel(right, top, 1.0F, 0.0F, false);
   const float highest = std::max(LOWEST_LIST, ImGui::GetIO().DisplaySize.y - 2.0F * MARGIN);
@@ -297,7 +300,11 @@ void SixAxisPanel::Draw(Cam3DController& controller, float right, float top) {
   constexpr ImGuiWindowFlags STYLE = ImGuiWindowFlags_AlwaysAutoResize | ImGuiWindowFlags_NoSavedSettings |
                                      ImGuiWindowFlags_NoCollapse | ImGuiWindowFlags_NoFocusOnAppearing;
   if (ImGui::Begin(SayLabel("Six-axis devices"), &visible, STYLE)) {
+    const float edge = ImGui::GetWindowPos().x;
+    left = ArePanelsMirrored() ? MirrorPlace(edge + ImGui::GetWindowSize().x) : edge;
     DrawMode(controller);
+    if (ImGui::IsWindowAppearing()) hasKeys = FollowKeys();
+    if (TakeEscape()) visible = false;
     DrawSpeed(controller);
     DrawThreshold(controller);
     DrawSwitches(controller);

@@ -61,15 +61,33 @@ bool PanelKeys::OnEvent(const SDL_Event& event) {
 // is in a frame, not what it was between two.
 void PanelKeys::Type() {
   std::bitset<SDL_NUM_SCANCODES> released;
+  bool fed = false;
   while (!typed.empty()) {
     const SDL_Event event = typed.front();
     const SDL_Scancode key = IsKey(event) ? event.key.keysym.scancode : SDL_SCANCODE_UNKNOWN;
     const bool known = key > SDL_SCANCODE_UNKNOWN && key < SDL_NUM_SCANCODES;
     if (known && event.type == SDL_KEYUP) released.set(key);
     if (known && event.type == SDL_KEYDOWN && released.test(key)) return;
+    if (IsStep(event)) {
+      if (fed) return;  // when the text has what came before
+      return LeaveText();
+    }
+    fed = true;
     typed.pop_front();
     Process(event);
     if (IsEditing(event)) return;
+  }
+}
+
+// Tab leads on through a question, and what follows on it is not typed.
+bool PanelKeys::IsStep(const SDL_Event& event) const {
+  return event.type == SDL_KEYDOWN && event.key.keysym.sym == SDLK_TAB &&
+         (event.key.keysym.mod & OTHER_MODIFIERS) == 0 && panels.stops.AreThere(context);
+}
+
+void PanelKeys::LeaveText() {
+  for (const SDL_Event& event : std::exchange(typed, {})) {
+    if (IsKey(event)) Queue(event);
   }
 }
 
@@ -98,13 +116,16 @@ bool PanelKeys::LeadsThroughPanels(const SDL_KeyboardEvent& event) const {
       return true;
     case SDLK_RETURN:
     case SDLK_KP_ENTER:
-      return !asks || ledThrough;
+      return !asks || (ledThrough && IsToPress());
     case SDLK_ESCAPE:
       return !asks;
     default:
       return false;
   }
 }
+
+// What is marked; where nothing is, Enter is the question's.
+bool PanelKeys::IsToPress() const { return !keys.empty() || panels.stops.IsMarked(context); }
 
 // A letter is a menu's. A key that goes up follows on what went down.
 bool PanelKeys::Queue(const SDL_Event& event) {
@@ -133,6 +154,7 @@ bool PanelKeys::Queue(const SDL_Event& event) {
 void PanelKeys::BeginFrame() {
   Type();
   Lead();
+  panels.stops.BeginFrame();
 }
 
 // What comes of a key may take some frames: one that a text was asked to take is taken in the third.
@@ -148,9 +170,15 @@ void PanelKeys::Lead() {
   if (keys.empty()) return;
   SDL_Event event = keys.front();
   SDL_Keysym& key = event.key.keysym;
+  if (IsStep(event)) {
+    keys.pop_front();
+    panels.stops.Step(context, (key.mod & KMOD_SHIFT) != 0);
+    return;
+  }
   const bool popup = !context.OpenPopupStack.empty();
   if (key.sym == SDLK_ESCAPE && event.type == SDL_KEYDOWN && !popup && context.ActiveId == 0) {
     keys.pop_front();
+    if (panels.hasKeys && context.NavWindow != nullptr) panels.escaped = context.NavWindow->RootWindow;
     return Leave();
   }
   if (key.sym == SDLK_RETURN || key.sym == SDLK_KP_ENTER) key.sym = SDLK_SPACE;
@@ -178,6 +206,7 @@ void PanelKeys::SettleMark() {
   const bool popup = !context.OpenPopupStack.empty();
   ledThrough = ledThrough && popup;
   if (!popup && !panels.hasKeys) context.NavDisableHighlight = true;
+  if (panels.stops.MarkFirst(context, panels.byKeys)) settle();
   const ImGuiWindow* const top = popup ? context.OpenPopupStack.back().Window : nullptr;
   if (top == nullptr || !top->Appearing || !panels.byKeys) return;
   context.NavDisableHighlight = false;

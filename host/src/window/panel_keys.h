@@ -36,6 +36,9 @@ class PanelKeys {
  private:
   void Type();
   void Lead();
+  bool IsStep(const SDL_Event& event) const;
+  void LeaveText();
+  bool IsToPress() const;
   bool LeadsThroughPanels(const SDL_KeyboardEvent& event) const;
   bool Queue(const SDL_Event& event);
 

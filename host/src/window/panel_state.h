@@ -2,6 +2,9 @@
 
 #include "window/panel_font.h"
 #include "window/screen_order.h"
+#include "window/tab_stops.h"
+
+struct ImGuiWindow;
 
 namespace zovhost {
 
@@ -10,10 +13,12 @@ namespace zovhost {
 struct PanelState {
   PanelFont font;
   ScreenOrder order;
+  TabStops stops;
   bool mirrored = false;
-  bool hasKeys = false;     // a panel that no text is typed in
-  bool byKeys = false;      // what the user did last
-  char32_t letter = U'\0';  // a key for the menu that is open; none
+  bool hasKeys = false;                  // a panel that no text is typed in
+  bool byKeys = false;                   // what the user did last
+  const ImGuiWindow* escaped = nullptr;  // the panel that Escape has taken the keys from; null: none
+  char32_t letter = U'\0';               // a key for the menu that is open; none
 };
 
 }  // namespace zovhost

@@ -52,8 +52,36 @@ void TakeKeys() {
   if (PanelState* const state = FindState()) state->hasKeys = true;
 }
 
+bool FollowKeys() {
+  PanelState* const state = FindState();
+  ImGuiContext& context = *ImGui::GetCurrentContext();
+  if (state == nullptr || !state->byKeys || context.LastItemData.ID == 0) return false;
+  ImGui::FocusWindow(context.CurrentWindow);
+  ImGui::SetFocusID(context.LastItemData.ID, context.CurrentWindow);
+  context.NavDisableHighlight = false;
+  context.NavDisableMouseHover = true;
+  state->hasKeys = true;
+  return true;
+}
+
+bool TakeEscape() {
+  PanelState* const state = FindState();
+  if (state == nullptr || state->escaped != ImGui::GetCurrentContext()->CurrentWindow->RootWindow)
+    return false;
+  state->escaped = nullptr;
+  return true;
+}
+
 void GiveKeysBack() {
   if (PanelState* const state = FindState()) state->hasKeys = false;
+}
+
+void BringItemIntoSight() { ImGui::ScrollToItem(ImGuiScrollFlags_KeepVisibleCenterY); }
+
+void PressItem(const char* name) { ImGui::ActivateItem(ImGui::GetID(name)); }
+
+void NoteTabStop(bool first) {
+  if (PanelState* const state = FindState()) state->stops.Note(*ImGui::GetCurrentContext(), first);
 }
 
 // ---- phrases ----

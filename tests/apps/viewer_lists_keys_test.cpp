@@ -1,0 +1,282 @@
+// Lists and pages without a mouse: the views that are kept, the languages, the help, and the settings of
+// six-axis devices.
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "commands/view_commands.h"
+#include "korvane/cam3d_controller.h"
+#include "korvane/orientor.h"
+#include "viewer_fixture.h"
+#include "zovhost/languages.h"
+#include "zovhost/phrases.h"
+
+namespace apps_test {
+namespace {
+
+using zovhost::FocusRole;
+using zovhost::FocusThing;
+using Names = std::vector<std::string>;
+
+class ViewerListsKeysTest : public ViewerTest {
+ protected:
+  void SetUp() override {
+    ViewerTest::SetUp();
+    UnfoldPanel();
+    ComeToRest();
+    viewer->GetPanelFocus().SetObserver([this](const FocusThing* thing) { Hear(thing); });
+    viewer->GetView(0).GetFocus().SetObserver([this](const FocusThing* thing) { Hear(thing); });
+  }
+  void TearDown() override {
+    ViewerTest::TearDown();
+    viewer.reset();
+    zovhost::SpeakLanguage(zovhost::GetLanguages().front());
+  }
+
+  void Hear(const FocusThing* thing) { present = thing != nullptr ? *thing : FocusThing(); }
+  void Key(SDL_Keycode key, SDL_Keymod held = KMOD_NONE) { PressAndRest(key, held); }
+  void TabTo(const std::string& group) {
+    for (int i = 0; i < 12 && present.group != group; ++i) Key(SDLK_TAB);
+    ASSERT_EQ(present.group, group);
+  }
+  void StepTo(SDL_Keycode arrow, const std::string& name) {
+    for (int i = 0; i < 60 && present.name != name; ++i) Key(arrow);
+    ASSERT_EQ(present.name, name);
+  }
+  // Each from another side, on the first of them.
+  void KeepViews(int count) {
+    for (int i = 0; i < count; ++i) {
+      Key(i % 2 == 0 ? SDLK_1 : SDLK_5);
+      Key(SDLK_v);
+    }
+    ASSERT_EQ(GetNames().size(), static_cast<std::size_t>(count));
+    TabTo("Panel");
+    StepTo(SDLK_DOWN, "Named views");
+    Key(SDLK_DOWN);
+  }
+  Names GetNames() const {
+    Names names;
+    for (const zovhost::NamedView& view : viewer->GetNamedViews().GetViews().Get())
+      names.push_back(view.name);
+    return names;
+  }
+  double GetHeightOfFocus() const { return viewer->GetPanelFocus().Get()->bounds.center.y; }
+
+  FocusThing present;
+};
+
+// ---- views that are kept ----
+
+TEST_F(ViewerListsKeysTest, a_view_that_is_kept_is_flown_to) {
+  KeepViews(2);
+  StepTo(SDLK_UP, "View 1");
+  EXPECT_EQ(present.role, FocusRole::Button);
+  const Korvane::Vector3 wanted = viewer->GetNamedViews().GetViews().Get()[0].camera.eye;
+  ASSERT_GT((GetHub().GetView().eye - wanted).Length(), 0.1);
+  Key(SDLK_RETURN);
+  EXPECT_LT((GetHub().GetView().eye - wanted).Length(), 1e-6);
+  EXPECT_EQ(present.name, "View 1") << "stays under the focus";
+}
+
+TEST_F(ViewerListsKeysTest, arrows_go_through_all_rows_of_a_list_that_scrolls_and_on) {
+  constexpr int COUNT = 9;
+  KeepViews(COUNT);
+  StepTo(SDLK_UP, "View 1");
+  for (int i = 2; i <= COUNT; ++i) {
+    Key(SDLK_DOWN);
+    EXPECT_EQ(present.name, "View " + std::to_string(i));
+    EXPECT_TRUE(viewer->GetNamedViewsPanel().IsRowInSight(present.id));
+  }
+  Key(SDLK_DOWN);
+  EXPECT_EQ(present.name.substr(0, 4), "Keep") << "what follows on the list";
+  for (int i = COUNT; i >= 1; --i) {
+    Key(SDLK_UP);
+    EXPECT_EQ(present.name, "View " + std::to_string(i));
+  }
+  Key(SDLK_UP);
+  EXPECT_EQ(present.name, "Named views");
+}
+
+TEST_F(ViewerListsKeysTest, rows_are_ordered) {
+  KeepViews(3);
+  StepTo(SDLK_UP, "View 1");
+  StepTo(SDLK_RIGHT, "Further down");
+  Key(SDLK_RETURN);
+  EXPECT_EQ(GetNames(), (Names{"View 2", "View 1", "View 3"}));
+  Key(SDLK_RETURN);
+  EXPECT_EQ(GetNames(), (Names{"View 2", "View 3", "View 1"}));
+  EXPECT_EQ(present.name, "Further down") << "of the view, not of the place";
+  Key(SDLK_RETURN);
+  EXPECT_EQ(GetNames(), (Names{"View 2", "View 3", "View 1"})) << "there is nothing below";
+  StepTo(SDLK_LEFT, "Further up");
+  Key(SDLK_RETURN);
+  EXPECT_EQ(GetNames(), (Names{"View 2", "View 1", "View 3"}));
+  Key(SDLK_DOWN);
+  EXPECT_EQ(present.name, "View 3");
+}
+
+TEST_F(ViewerListsKeysTest, a_view_is_deleted_when_that_is_asked_and_answered) {
+  KeepViews(3);
+  StepTo(SDLK_DOWN, "View 2");
+  StepTo(SDLK_RIGHT, "Delete");
+  Key(SDLK_RETURN);
+  EXPECT_EQ(present.name, "Cancel") << "a second press deletes nothing";
+  Key(SDLK_RETURN);
+  EXPECT_EQ(GetNames().size(), 3U);
+  EXPECT_EQ(present.name, "Delete");
+  Key(SDLK_RETURN);
+  StepTo(SDLK_LEFT, "Delete");
+  Key(SDLK_RETURN);
+  EXPECT_EQ(GetNames(), (Names{"View 1", "View 3"}));
+  EXPECT_EQ(present.name, "View 3") << "the one in its place";
+}
+
+TEST_F(ViewerListsKeysTest, a_view_is_named) {
+  KeepViews(2);
+  StepTo(SDLK_UP, "View 1");
+  StepTo(SDLK_RIGHT, "Rename");
+  Key(SDLK_RETURN);
+  ASSERT_TRUE(viewer->GetNamedViewsPanel().IsRenaming());
+  Type("Porch");
+  Key(SDLK_RETURN);
+  EXPECT_EQ(GetNames(), (Names{"Porch", "View 2"}));
+  StepTo(SDLK_LEFT, "Porch");
+  Key(SDLK_DOWN);
+  EXPECT_EQ(present.name, "View 2") << "the keys are the list's again";
+}
+
+TEST_F(ViewerListsKeysTest, a_view_that_is_kept_beside_a_folded_panel_is_told_by_a_line) {
+  Key(SDLK_v);
+  EXPECT_EQ(viewer->GetMessage(), "") << "the list shows it";
+  viewer->GetPreferences().Edit(
+      [](zovview::Choices& choices) { choices.panel = zovview::Choices::PANEL_FOLDED; });
+  ComeToRest();
+  Key(SDLK_v);
+  EXPECT_EQ(viewer->GetMessage(), "Kept as View 2");
+}
+
+// ---- languages and help ----
+
+TEST_F(ViewerListsKeysTest, a_language_is_chosen_from_its_list) {
+  TabTo("Panel");
+  StepTo(SDLK_DOWN, "Language");
+  EXPECT_EQ(present.role, FocusRole::MenuButton);
+  Key(SDLK_RETURN);
+  for (int i = 0; i < 3; ++i) Key(SDLK_DOWN);
+  Key(SDLK_RETURN);
+  EXPECT_EQ(viewer->GetPreferences().Get().language, "de");
+  EXPECT_EQ(present.group, "Tafel");
+  Key(SDLK_RETURN);
+  Key(SDLK_UP);
+  Key(SDLK_ESCAPE);
+  EXPECT_EQ(viewer->GetPreferences().Get().language, "de") << "nothing was chosen";
+  Key(SDLK_DOWN);
+  EXPECT_NE(present.name, "Sprache") << "the keys are the panel's again";
+}
+
+TEST_F(ViewerListsKeysTest, the_help_is_read_to_its_end_and_back) {
+  TabTo("Panel");
+  StepTo(SDLK_DOWN, "Help");
+  Key(SDLK_RETURN);
+  ASSERT_TRUE(viewer->GetPanel().IsHelpOpen());
+  const double start = GetHeightOfFocus();
+  Key(SDLK_DOWN);
+  EXPECT_GT(GetHeightOfFocus(), start);
+  double before = start;
+  for (int i = 0; i < 60 && GetHeightOfFocus() > before; ++i) {
+    before = GetHeightOfFocus();
+    Key(SDLK_PAGEDOWN);
+  }
+  EXPECT_GT(before, start + HEIGHT) << "more than a screen";
+  EXPECT_EQ(present.name, "Help");
+  Key(SDLK_PAGEUP);
+  EXPECT_LT(GetHeightOfFocus(), before);
+  for (int i = 0; i < 200 && present.name == "Help"; ++i) Key(SDLK_UP);
+  EXPECT_EQ(present.name, "Mouse and keys") << "past its beginning";
+}
+
+// ---- the page of devices ----
+
+TEST_F(ViewerListsKeysTest, the_page_of_devices_has_the_keys_and_escape_closes_it) {
+  Korvane::Cam3DController& device = *viewer->GetView(0).GetTarget().device;
+  ASSERT_EQ(device.GetNavigationMode(), Korvane::Cam3DController::NavigationMode::MODE_OBJECT);
+  Key(SDLK_e);
+  ASSERT_TRUE(viewer->GetDevices().IsPageVisible());
+  Key(SDLK_RETURN);
+  Key(SDLK_DOWN);
+  Key(SDLK_RETURN);
+  EXPECT_EQ(device.GetNavigationMode(), Korvane::Cam3DController::NavigationMode::MODE_WALK);
+  Key(SDLK_ESCAPE);
+  EXPECT_FALSE(viewer->GetDevices().IsPageVisible());
+  TabTo("Cube");  // the keys are the view's again
+  Key(SDLK_ESCAPE);
+  Key(SDLK_e);
+  Key(SDLK_e);
+  EXPECT_FALSE(viewer->GetDevices().IsPageVisible());
+  TabTo("Cube");
+}
+
+TEST_F(ViewerListsKeysTest, a_page_that_the_mouse_opens_leaves_the_keys_to_the_view) {
+  Move(WIDTH / 2, HEIGHT / 2);
+  viewer->GetView(0).Run(*zovview::FindViewCommand("device-page"));
+  ComeToRest();
+  ASSERT_TRUE(viewer->GetDevices().IsPageVisible());
+  TabTo("Cube");
+}
+
+class WideViewerListsKeysTest : public ViewerListsKeysTest {
+ protected:
+  zovhost::Window::Options GetOptions() const override {
+    zovhost::Window::Options options = ViewerTest::GetOptions();
+    options.width = 1280;
+    return options;
+  }
+};
+
+TEST_F(WideViewerListsKeysTest, the_page_of_devices_and_the_editor_of_shots_stand_beside_each_other) {
+  const auto expectApart = [this](bool pageAtRight) {
+    const std::optional<float> page = viewer->GetDevices().GetPage().GetLeft();
+    const std::optional<float> editor = viewer->GetView(0).GetStory().GetEditor().GetLeft();
+    ASSERT_TRUE(page.has_value() && editor.has_value());
+    EXPECT_GT(pageAtRight ? *page - *editor : *editor - *page, 250.0F);
+  };
+  Key(SDLK_n);
+  Key(SDLK_e);
+  expectApart(false);
+  Key(SDLK_ESCAPE);
+  viewer->GetView(0).GetStory().GetBoard().CloseShotEditor();
+  ComeToRest();
+  Key(SDLK_e);
+  Key(SDLK_n);
+  expectApart(true);
+}
+
+// ---- the buttons of the cube ----
+
+TEST_F(ViewerListsKeysTest, the_buttons_of_the_cube_show_while_one_of_them_has_the_focus) {
+  const Korvane::OrientorParameters& look = viewer->GetView(0).GetCube().GetParameters();
+  TabTo("Cube");
+  EXPECT_FALSE(look.overlay_always_on);
+  Key(SDLK_TAB);
+  ASSERT_EQ(present.id, Korvane::Orientor::OVERLAY_HOME);
+  EXPECT_TRUE(look.overlay_always_on);
+  Key(SDLK_ESCAPE);
+  EXPECT_FALSE(look.overlay_always_on);
+}
+
+TEST_F(ViewerListsKeysTest, the_list_of_coordinates_opens_by_enter) {
+  viewer->GetView(0).Run(*zovview::FindViewCommand("toggle-coordinates"));
+  ComeToRest();
+  TabTo("Cube");
+  Key(SDLK_TAB);
+  for (int i = 0; i < 8 && present.id != Korvane::Orientor::OVERLAY_UCS_MENU; ++i) Key(SDLK_DOWN);
+  ASSERT_EQ(present.id, Korvane::Orientor::OVERLAY_UCS_MENU);
+  Key(SDLK_RETURN);
+  ASSERT_TRUE(viewer->IsMenuOpen());
+  EXPECT_EQ(viewer->GetOpenMenu(), zovview::ViewerMenus::Kind::Coordinates);
+}
+
+}  // namespace
+}  // namespace apps_test
