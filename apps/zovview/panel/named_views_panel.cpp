@@ -172,24 +172,7 @@ void NamedViewsPanel::Draw(ViewList& list, const ViewTarget& target, float width
     return;
   }
   BeginRows(count, width);
-  if (news.has_value()) ImGui::SetScrollY(static_cast<float>(*news) * ROW_HEIGHT);
-  const float room = ImGui::GetContentRegionAvail().x;
-  ImGuiListClipper clipper;
-  clipper.Begin(static_cast<int>(count), ROW_HEIGHT);
-  // Those that arrows lead to next as well, and that of the focus wherever it is.
-  const auto last = static_cast<int>(count) - 1;
-  const auto top = std::min(static_cast<int>(ImGui::GetScrollY() / ROW_HEIGHT), last);
-  clipper.ForceDisplayRangeByIndices(std::max(0, top - 1), std::min(last, top + MOST_ROWS + 1) + 1);
-  for (std::size_t i = 0; focused >= FIRST_ID && i < count; ++i) {
-    row = FindRow(list.GetViews().Get()[i].guid);
-    const auto at = static_cast<int>(i);
-    if (HasFocus()) clipper.ForceDisplayRangeByIndices(std::max(0, at - 1), std::min(last, at + 1) + 1);
-  }
-  while (clipper.Step()) {
-    for (int i = clipper.DisplayStart; i < clipper.DisplayEnd; ++i) {
-      DrawRow(list, target, static_cast<std::size_t>(i), room);
-    }
-  }
+  DrawRows(list, target, static_cast<int>(count));
   EndRows();
   if (renamed.has_value() && !nameDrawn) EndUnseen(list);  // scrolled away
   const bool wished = wish.has_value();
@@ -197,6 +180,32 @@ void NamedViewsPanel::Draw(ViewList& list, const ViewTarget& target, float width
   const bool beginsText = renamed.has_value() && !ImGui::GetIO().WantTextInput;
   if (list.GetPictures().IsWanted() || framesOfNews > 0 || beginsText || wished)
     target.hub.RequestApplicationUpdate();
+}
+
+void NamedViewsPanel::DrawRows(ViewList& list, const ViewTarget& target, int count) {
+  if (news.has_value()) ImGui::SetScrollY(static_cast<float>(*news) * ROW_HEIGHT);
+  const float room = ImGui::GetContentRegionAvail().x;
+  ImGuiListClipper clipper;
+  clipper.Begin(count, ROW_HEIGHT);
+  AddRowsOfKeys(list, count - 1, clipper);
+  while (clipper.Step()) {
+    for (int i = clipper.DisplayStart; i < clipper.DisplayEnd; ++i) {
+      DrawRow(list, target, static_cast<std::size_t>(i), room);
+    }
+  }
+}
+
+// Those out of sight that arrows lead to next, and that of the focus with its neighbours wherever it is.
+void NamedViewsPanel::AddRowsOfKeys(const ViewList& list, int last, ImGuiListClipper& clipper) {
+  const auto add = [&clipper, last](int from, int to) {
+    clipper.ForceDisplayRangeByIndices(std::max(0, from), std::min(last, to) + 1);
+  };
+  const auto top = std::min(static_cast<int>(ImGui::GetScrollY() / ROW_HEIGHT), last);
+  add(top - 1, top + MOST_ROWS + 1);
+  for (int i = 0; focus.id >= FIRST_ID && i <= last; ++i) {
+    row = FindRow(list.GetViews().Get()[static_cast<std::size_t>(i)].guid);
+    if (HasFocus()) add(i - 1, i + 1);
+  }
 }
 
 bool NamedViewsPanel::TakeNews(ViewList& list) {

@@ -10,6 +10,8 @@
 #include "commands/view_commands.h"
 #include "zovhost/keyboard_focus.h"
 
+struct ImGuiListClipper;
+
 namespace zovview {
 
 class ViewList;
@@ -65,6 +67,8 @@ class NamedViewsPanel {
     const NoteItem* noteItem;
   };
 
+  void DrawRows(ViewList& list, const ViewTarget& target, int count);
+  void AddRowsOfKeys(const ViewList& list, int last, ImGuiListClipper& clipper);
   void DrawRow(ViewList& list, const ViewTarget& target, std::size_t index, float width);
   void DrawName(ViewList& list, std::size_t index, float width);
   void DrawButtons(std::size_t index, std::size_t count);
