@@ -353,6 +353,18 @@ TEST_F(SettingsFileTest, what_is_unknown_may_be_nested_and_stays) {
   EXPECT_NE(ReadText(file).find("\"x\""), std::string::npos);
 }
 
+TEST_F(SettingsFileTest, what_others_have_written_gives_way_where_it_leaves_no_room) {
+  const std::string head = "{\n  \"version\": 1,\n  \"x\": \"";
+  const std::string full = head + std::string(131'072 - head.size() - 4, 'a') + "\"\n}\n";
+  ASSERT_TRUE(ReadFrom(full)) << error;
+  disc.GetParameters().clickZoom = true;
+  ASSERT_TRUE(Keep()) << error;
+  HelmDisc other;
+  EXPECT_TRUE(SettingsFile(file).Read(other, error)) << error;
+  EXPECT_TRUE(other.GetParameters().clickZoom);
+  EXPECT_EQ(ReadText(SettingsFile::FindAside(file)), full);
+}
+
 struct BrokenFile {
   const char* name;
   std::string text;

@@ -380,6 +380,10 @@ bool SettingsFile::Keep(const HelmDisc& disc, std::string& error, std::size_t vi
   }
   TakeChanges(Json::parse(before), Json::parse(seen[view]), present);
   std::string text = Print(present);
+  if (text.size() > LARGEST_TEXT) {  // what others have written leaves no room
+    broken = true;
+    text = seen[view];
+  }
   if (text == kept && !broken) return true;
   kept = std::move(text);
   if (std::exchange(broken, false)) SetAside();
