@@ -16,7 +16,7 @@ settle
 xdotool mousemove --window "$window" 700 500
 settle
 # expect_cursor WHAT OPERATOR OTHER: the shape of the pointer comes to be (=), or not to be (!=), an earlier one
-cursor_is() { [ "$("$probe" cursor)" "$1" "$2" ]; }
+cursor_is() { test "$("$probe" cursor)" "$1" "$2"; }
 expect_cursor() { wait_for "the shape of the pointer: $1" cursor_is "$2" "$3"; }
 pointer_x() { "$probe" pointer | cut -d' ' -f1; }
 

@@ -268,7 +268,7 @@ const ViewCommand* ViewerPanel::DrawLanguages(const ViewTarget& target) {
                           ImGui::GetCursorScreenPos().x);
   const bool open = ImGui::BeginCombo("##language", languageText.Get().c_str(), ImGuiComboFlags_HeightLarge);
   if (!open) {
-    const std::string name = zovhost::GetPhrases().SayPlain("Language");
+    const char* const name = zovhost::GetPhrases().SayPlain("Language");
     if (NoteItem(LANGUAGE_BOX, name, zovhost::FocusRole::MenuButton, false)) zovhost::PressItem("##language");
     return nullptr;
   }
@@ -337,12 +337,17 @@ void ViewerPanel::NoteTip(int id, const char* text) {
 }
 
 // The last item. True when keys have pressed it.
-bool ViewerPanel::NoteItem(int id, const std::string& name, zovhost::FocusRole role, bool on, bool enabled) {
+bool ViewerPanel::NoteItem(int id, const char* name, zovhost::FocusRole role, bool on, bool enabled) {
   const ImVec2 low = ImGui::GetItemRectMin();
   const ImVec2 high = ImGui::GetItemRectMax();
   const double height = ImGui::GetIO().DisplaySize.y;
   items.push_back(
-      {id, name, role, on, enabled,
+      {id,
+       name,
+       {},
+       role,
+       on,
+       enabled,
        Korvane::Box2({zovhost::MirrorPlace((low.x + high.x) * 0.5F), height - (low.y + high.y) * 0.5},
                      {(high.x - low.x) * 0.5, (high.y - low.y) * 0.5})});
   if (focused == id) {
@@ -365,7 +370,9 @@ const ViewCommand* ViewerPanel::DrawNamedViews(const ViewTarget& target) {
   if (!DrawHeading("Named views", namedViews.TakeNews(*target.views))) return nullptr;
   namedViews.Draw(*target.views, target, words.GetContentWidth(), focused,
                   [this](int id, const std::string& name, bool enabled) {
-                    return NoteItem(id, name, zovhost::FocusRole::Button, false, enabled);
+                    const bool isPressed = NoteItem(id, "", zovhost::FocusRole::Button, false, enabled);
+                    items.back().ofView = name;
+                    return isPressed;
                   });
   const ViewCommand* const chosen = DrawButtons(ViewCommand::Place::KeptViews, target);
   namedViews.ScrollToNews();

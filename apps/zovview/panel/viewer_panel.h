@@ -77,7 +77,8 @@ class ViewerPanel {
   // Something to press, as it was drawn.
   struct Item {
     int id;
-    std::string name;
+    const char* name;    // of the tables of phrases
+    std::string ofView;  // instead of that, of a view that is kept
     zovhost::FocusRole role;
     bool on;
     bool enabled;
@@ -110,7 +111,7 @@ class ViewerPanel {
   static Room FindRoom(const PanelContents& contents, const ViewTarget& target, float right);
   void NoteReach();
   bool NoteItem(const ViewCommand& command, bool on);
-  bool NoteItem(int id, const std::string& name, zovhost::FocusRole role, bool on, bool enabled = true);
+  bool NoteItem(int id, const char* name, zovhost::FocusRole role, bool on, bool enabled = true);
   bool OnHelpKey(const zovhost::WindowEvent& event);
   bool ScrollHelp(double lines);
   void NoteTip(int id, const char* text);

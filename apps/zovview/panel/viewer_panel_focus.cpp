@@ -43,7 +43,7 @@ std::vector<zovhost::FocusThing> ViewerPanel::GetThings() {
     zovhost::FocusThing& thing = things.emplace_back();
     thing.id = item.id;
     thing.group = zovhost::GetPhrases().SayPlain("Panel");
-    thing.name = item.name;
+    thing.name = item.ofView.empty() ? item.name : item.ofView;
     thing.role = item.role;
     thing.on = item.on;
     thing.enabled = item.enabled;
