@@ -35,7 +35,7 @@ void TellOpposites(CLI::App& app) {
   static const Opposites TABLE[] = {
       {"--split", {"--views"}},
       {"--record", {"--split", "--views", "--headless"}},
-      {"--replay", {"--record", "--split", "--views", "--headless", "MODEL"}},
+      {"--replay", {"--split", "--views", "--headless", "MODEL"}},
       {"--play", {"--split", "--views", "--record", "--replay"}},
       {"--view", {"--record", "--replay", "--play"}},
   };
@@ -92,7 +92,9 @@ void AddModes(CLI::App& app, Arguments& arguments) {
       "Shows a view first: the name of one that is kept, or a .bcfv or .bcf file");
   Add(app, "--record", "FILE", arguments.record, "Writes what is done into a recording");
   Add(app, "--replay", "FILE", arguments.replay,
-      "Plays a recording without a window, and prints the cameras");
+      "Plays a recording without a window, and prints the cameras; with --record it is written there with "
+      "what its "
+      "rays met");
   app.add_flag("--log", arguments.log,
                "A line on the error stream for each event, frame and rest of the window");
   app.add_flag("--no-settings", arguments.noSettings,

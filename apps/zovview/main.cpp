@@ -119,7 +119,7 @@ bool IsViewGood(const std::string& view) {
 int RunProgram(int argc, char** argv) {
   Arguments arguments;
   if (const std::optional<int> code = zovview::ReadArguments(argc, argv, arguments)) return *code;
-  if (!arguments.replay.empty()) return zovview::RunReplay(arguments.replay);
+  if (!arguments.replay.empty()) return zovview::RunReplay(arguments.replay, arguments.record);
   if (!IsStoryGood(arguments.play) || !IsViewGood(arguments.view)) return EXIT_BAD_INPUT;
   const zovview::ModelSource source =
       arguments.model.empty() ? zovview::FindDefaultModel() : zovview::ModelSource{arguments.model};

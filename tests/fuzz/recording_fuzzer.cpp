@@ -1,4 +1,4 @@
-// Recordings. One that is read is written, and read as the same again.
+// Recordings. One that is read is written, with what rays met, and read as the same again.
 #include <cstdint>
 #include <cstdlib>
 #include <sstream>
@@ -11,7 +11,10 @@ namespace {
 std::string Write(const zovview::Recording& recording) {
   std::string text = zovview::FormatHeader(recording);
   for (const zovview::RecordedEvent& event : recording.events) text += zovview::FormatEvent(event);
-  return text + zovview::FormatEnd(recording.end);
+  std::istringstream bare(text + zovview::FormatEnd(recording.end));
+  std::string whole;
+  if (!zovview::CompleteRecording(bare, recording.rays, whole)) std::abort();
+  return whole;
 }
 
 }  // namespace

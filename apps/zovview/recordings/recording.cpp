@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <cmath>
 #include <limits>
 #include <optional>
 #include <sstream>
@@ -14,6 +13,8 @@
 #include <variant>
 
 #include "korvane/cam3d_controller_observer.h"
+#include "recordings/words.h"
+#include "stories/story_desk.h"
 #include "zovhost/named_views.h"
 
 namespace zovview {
@@ -30,6 +31,7 @@ constexpr double MOST_NOTCHES = 1000.0;
 constexpr int MOST_CLICKS = 1000;
 constexpr int MOST_FINGERS = 16;
 constexpr std::string_view PEN = "pen";
+constexpr std::string_view RAY = "ray ";
 
 // What follows the name of an event on its line.
 enum class Form : int {
@@ -101,30 +103,6 @@ const EventName& FindName(const RecordedEvent& recorded) {
 }
 
 // ---- reading ----
-
-// The words of a line, and the rest of it.
-class Words {
- public:
-  explicit Words(std::string_view line) : rest(line) {}
-
-  std::string_view Next() {
-    const std::string_view word = rest.substr(0, rest.find(' '));
-    rest.remove_prefix(std::min(rest.size(), word.size() + 1));
-    return word;
-  }
-  std::string_view Rest() { return std::exchange(rest, {}); }
-  bool IsAtEnd() const { return rest.empty(); }
-
-  template <class Number>
-  bool Read(Number& value, Number least, Number most) {
-    const std::string_view word = Next();
-    const auto [end, failure] = std::from_chars(word.data(), word.data() + word.size(), value);
-    return failure == std::errc() && end == word.data() + word.size() && value >= least && value <= most;
-  }
-
- private:
-  std::string_view rest;
-};
 
 bool ReadPosition(Words& words, WindowEvent& event) {
   return words.Read(event.x, -FURTHEST_POSITION, FURTHEST_POSITION) &&
@@ -245,7 +223,7 @@ class Reader {
   bool Read() {
     if (!ReadHeader()) return false;
     while (!ended) {
-      if (!ReadEvent()) return false;
+      if (!ReadRest()) return false;
     }
     std::string more;
     return std::getline(input, more) ? Fail(more, "follows the end") : true;
@@ -321,13 +299,20 @@ class Reader {
     return recording.orthographic || line == "projection perspective" || Fail(line, "names no projection");
   }
 
-  bool ReadEvent() {
+  bool ReadRest() {
     if (!NextLine()) return false;
     Words words(line);
+    if (line.starts_with(RAY)) return ReadRayOfModel(words);
+    std::uint32_t time = 0;
+    if (!words.Read(time, std::uint32_t{0}, LONGEST_RECORDING)) return Fail(line, "has no time");
+    if (time < lastTime) return Fail(line, "comes before the line above");
+    lastTime = time;
+    return ReadEvent(words);
+  }
+
+  bool ReadEvent(Words& words) {
     RecordedEvent recorded;
-    if (!words.Read(recorded.time, std::uint32_t{0}, LONGEST_RECORDING)) return Fail(line, "has no time");
-    if (recorded.time < lastTime) return Fail(line, "comes before the line above");
-    lastTime = recorded.time;
+    recorded.time = lastTime;
     const std::string_view name = words.Next();
     if (name == "end" && words.IsAtEnd()) {
       recording.end = recorded.time;
@@ -340,7 +325,18 @@ class Reader {
     if (const Device* const kind = std::get_if<Device>(&found->what)) recorded.device = DeviceEvent{*kind};
     if (found->form == Form::Camera) recorded.flight.emplace();
     if (!ReadForm(found->form, words, recorded) || !words.IsAtEnd()) return Fail(line, "is not understood");
+    if (IsModelOpened(recorded)) ++models;
     recording.events.push_back(std::move(recorded));
+    return true;
+  }
+
+  // Of the model that was named last.
+  bool ReadRayOfModel(Words& words) {
+    words.Next();
+    RecordedRay ray;
+    if (!ReadRay(words, ray) || !words.IsAtEnd()) return Fail(line, "is not understood");
+    recording.rays.resize(models);
+    recording.rays.back().push_back(ray);
     return true;
   }
 
@@ -350,9 +346,19 @@ class Reader {
   std::string error;
   int number = 0;
   std::uint32_t lastTime = 0;
+  std::size_t models = 1;
   bool ended = false;
   bool held = false;  // the line is to be read once more
 };
+
+// A line after which rays are of another model, or none.
+bool EndsModel(std::string_view line) {
+  if (line.starts_with('#')) return false;
+  Words words(line.substr(0, line.find_last_not_of('\r') + 1));
+  words.Next();
+  const std::string_view name = words.Next();
+  return name == "end" || (name == "open" && !IsStoryFile(words.Rest()));
+}
 
 // ---- writing ----
 
@@ -432,6 +438,10 @@ std::string FormatForm(Form form, const RecordedEvent& recorded) {
 
 }  // namespace
 
+bool IsModelOpened(const RecordedEvent& recorded) {
+  return recorded.event.type == Type::FileDropped && !IsStoryFile(recorded.event.path);
+}
+
 bool HasWords(const WindowEvent& event) {
   const bool isKey = event.type == Type::KeyDown || event.type == Type::KeyUp;
   if (isKey) return !event.repeated && *SDL_GetKeyName(event.key) != '\0';
@@ -448,10 +458,20 @@ bool ReadRecording(std::istream& input, Recording& recording, std::string& error
   return false;
 }
 
-std::string FormatNumber(double value) {
-  std::array<char, 32> digits{};
-  const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), value);
-  return std::string(digits.data(), written.ptr);
+bool CompleteRecording(std::istream& input, const std::vector<RaysOfModel>& rays, std::string& text) {
+  std::string line;
+  std::size_t model = 0;
+  const auto endModel = [&] {
+    if (model == rays.size()) return;
+    for (const RecordedRay& ray : rays[model]) text.append(RAY).append(FormatRay(ray)).append("\n");
+    ++model;
+  };
+  while (std::getline(input, line)) {
+    if (line.starts_with(RAY)) continue;
+    if (EndsModel(line)) endModel();
+    text.append(line).append("\n");
+  }
+  return model == rays.size();
 }
 
 std::string FormatHeader(const Recording& recording) {

@@ -9,6 +9,7 @@
 #include "commands/view_commands.h"
 #include "korvane/camera_parameters.h"
 #include "korvane/fit_margins.h"
+#include "recordings/recorded_rays.h"
 #include "settings/device_settings.h"
 #include "zovhost/six_axis_settings.h"
 #include "zovhost/window.h"
@@ -50,7 +51,9 @@ struct Recording {
   /// What the start view and fits leave free.
   Korvane::FitMargins margins = {};
   std::vector<RecordedEvent> events;  ///< In the order of time.
-  std::uint32_t end = 0;              ///< Milliseconds.
+  /// What rays met in each model, in the order in which models are shown; may end before the last one.
+  std::vector<RaysOfModel> rays;
+  std::uint32_t end = 0;  ///< Milliseconds.
 };
 
 constexpr int LARGEST_RECORDED_SIDE = 8192;
@@ -59,11 +62,15 @@ constexpr std::uint32_t LONGEST_RECORDING = 3'600'000;  // milliseconds
 /// False for a recording that is broken anywhere; `error` then holds the line and what is wrong with it.
 bool ReadRecording(std::istream& input, Recording& recording, std::string& error);
 
+/// A recording is written once more, with these rays in place of those that it has. False where it has not as
+/// many models.
+bool CompleteRecording(std::istream& input, const std::vector<RaysOfModel>& rays, std::string& text);
+
+/// Not a story.
+bool IsModelOpened(const RecordedEvent& recorded);
 /// Repetitions of a key, keys without a name, closing and such paths as no line holds have none.
 bool HasWords(const zovhost::WindowEvent& event);
 
-/// The shortest text that is read as the same number again.
-std::string FormatNumber(double value);
 std::string FormatHeader(const Recording& recording);
 /// One line.
 std::string FormatEvent(const RecordedEvent& event);

@@ -10,9 +10,12 @@
 #include <initializer_list>
 #include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "commands/cube_commands.h"
 #include "files/model_source.h"
+#include "recordings/recorded_rays.h"
 #include "recordings/recording.h"
 #include "recordings/scripted_device.h"
 #include "stories/story_desk.h"
@@ -21,6 +24,7 @@
 #include "zovhost/languages.h"
 #include "zovhost/offscreen_target.h"
 #include "zovhost/phrases.h"
+#include "zovhost/whole_file.h"
 #include "zovhost/window.h"
 
 namespace zovview {
@@ -70,6 +74,12 @@ LoadedModel LoadNamed(const std::string& name, const fs::path& folder) {
   return {house, nullptr, "the sample house is not installed"};
 }
 
+// A model, and what rays met in it.
+struct ShownModel {
+  std::unique_ptr<zovhost::Scene> scene;
+  std::unique_ptr<RayBook> rays;
+};
+
 class Replay {
  public:
   Replay(const Recording& recording, fs::path folder);
@@ -77,6 +87,8 @@ class Replay {
   bool Prepare(std::string& error);
   bool Play(std::string& error);
   const std::string& GetOutput() const { return output; }
+  /// Of each model that was shown, once it has been played.
+  std::vector<RaysOfModel> GetRays() const;
 
  private:
   bool Show(LoadedModel loaded, std::string& error);
@@ -93,7 +105,8 @@ class Replay {
   zovhost::OffscreenTarget target;
   ReplayedPointer pointer;
   Preferences preferences;
-  std::unique_ptr<zovhost::Scene> scene;
+  ShownModel model;
+  std::vector<RaysOfModel> formerRays;  // of the models that were shown before
   std::unique_ptr<Viewport> view;
   ScriptedDevice device;
   std::uint32_t time = 0;
@@ -134,9 +147,20 @@ bool Replay::Show(LoadedModel loaded, std::string& error) {
     error = loaded.error;
     return false;
   }
+  const std::size_t number = model.rays != nullptr ? formerRays.size() + 1 : 0;
+  const RaysOfModel known = number < recording.rays.size() ? recording.rays[number] : RaysOfModel();
+  auto rays = std::make_unique<RayBook>(*loaded.scene, known);
+  if (model.rays != nullptr) formerRays.push_back(model.rays->GetAsked());
   view->SetScene(*loaded.scene);
-  scene = std::move(loaded.scene);
+  const ShownModel former =
+      std::exchange(model, ShownModel{std::move(loaded.scene), std::move(rays)});  // its rays go before it
   return true;
+}
+
+std::vector<RaysOfModel> Replay::GetRays() const {
+  std::vector<RaysOfModel> rays = formerRays;
+  rays.push_back(model.rays->GetAsked());
+  return rays;
 }
 
 bool Replay::Open(const std::string& path, std::string& error) {
@@ -235,9 +259,23 @@ int Fail(const fs::path& file, const std::string& error) {
   return EXIT_BAD_INPUT;
 }
 
+bool Complete(std::ifstream& input, const std::vector<RaysOfModel>& rays, const fs::path& completed,
+              std::string& error) {
+  input.clear();
+  input.seekg(0);
+  std::string text;
+  if (!CompleteRecording(input, rays, text)) {
+    error = "has changed while it was played";
+    return false;
+  }
+  zovhost::WholeFile output(completed);
+  output.Write(text.data(), text.size());
+  return output.Finish(error);
+}
+
 }  // namespace
 
-int RunReplay(const fs::path& file) {
+int RunReplay(const fs::path& file, const fs::path& completed) {
   Recording recording;
   std::string error;
   std::error_code ignored;
@@ -246,6 +284,7 @@ int RunReplay(const fs::path& file) {
   if (!ReadRecording(input, recording, error)) return Fail(file, error);
   Replay replay(recording, file.parent_path());
   if (!replay.Prepare(error) || !replay.Play(error)) return Fail(file, error);
+  if (!completed.empty() && !Complete(input, replay.GetRays(), completed, error)) return Fail(file, error);
   std::fputs(replay.GetOutput().c_str(), stdout);
   return 0;
 }

@@ -64,6 +64,8 @@ struct SceneFace {
 class FaceIndex;
 class RayIndex;
 
+class RayAnswers;
+
 /// A model in memory that answers for its size and for rays. Immutable: every const member may be called from
 /// any number of threads at once.
 class Scene {
@@ -102,6 +104,11 @@ class Scene {
   /// The nearest triangle along the ray, from either face. False, with `hit` untouched, when there is none
   /// or when the ray is degenerate: a direction without length, or anything that is not finite.
   bool Intersect(const Korvane::Vector3& origin, const Korvane::Vector3& direction, Hit& hit) const;
+  /// The same, whoever answers in the place of the triangles.
+  bool IntersectTriangles(const Korvane::Vector3& origin, const Korvane::Vector3& direction, Hit& hit) const;
+  /// Who answers Intersect from now on; null, as at first, for the triangles. Not owned: it must stay until
+  /// another is set or the scene is gone. Not while others call this scene.
+  void SetRayAnswers(RayAnswers* answers) { rayAnswers = answers; }
 
   /// The face that was hit. A face that has the triangle of the hit already is left as it is, so that
   /// following a pointer costs only where the pointer comes to another face. False, with the face emptied,
@@ -125,7 +132,16 @@ class Scene {
   Korvane::Vector3 maximum;
   std::size_t triangleCount = 0;
   std::unique_ptr<RayIndex> rays;
+  RayAnswers* rayAnswers = nullptr;
   std::unique_ptr<FaceIndex> faces;
+};
+
+/// Answers rays in the place of a scene's triangles, for instance with what they met in an earlier session.
+class RayAnswers {
+ public:
+  virtual ~RayAnswers() = default;
+  /// As Scene::Intersect, on the thread that asks the scene.
+  virtual bool Answer(const Korvane::Vector3& origin, const Korvane::Vector3& direction, Scene::Hit& hit) = 0;
 };
 
 /// Told how far a long piece of work is: `fraction` from 0 to 1, never falling, and a few words that name the

@@ -120,6 +120,11 @@ Scene::~Scene() = default;
 Korvane::Box3 Scene::GetBoundingBox() const { return {GetCentre(), (maximum - minimum) * 0.5}; }
 
 bool Scene::Intersect(const Vector3& origin, const Vector3& direction, Hit& hit) const {
+  if (rayAnswers != nullptr) return rayAnswers->Answer(origin, direction, hit);
+  return IntersectTriangles(origin, direction, hit);
+}
+
+bool Scene::IntersectTriangles(const Vector3& origin, const Vector3& direction, Hit& hit) const {
   return rays->Intersect(origin, direction, hit);
 }
 
