@@ -3,7 +3,8 @@
     bench_ratios.py RUN.json                     a table of the run
     bench_ratios.py RUN.json --keep FILE         writes its ratios into FILE, and some into README.md
     bench_ratios.py RUN.json --compare FILE      fails with 1 for cases that have lost; its last line is a filter of their
-                                                 names for the benchmarks
+                                                 names for the benchmarks. Fails with 2 where the run lacks one of FILE
+                    --only FILTER                and only cases whose whole name the filter fits
 
 A ratio is the library's time by that of the bare arithmetic in the same run. The least time of some repetitions is the
 one that nothing disturbed; how far that can be trusted is seen by what other halves of the repetitions would have given.
@@ -87,6 +88,7 @@ def main():
     parser.add_argument("run", type=pathlib.Path)
     parser.add_argument("--keep", type=pathlib.Path)
     parser.add_argument("--compare", type=pathlib.Path)
+    parser.add_argument("--only", default=".*")
     arguments = parser.parse_args()
     ratios = ratios_of(arguments.run)
     if not ratios:
@@ -98,14 +100,17 @@ def main():
     if not arguments.compare:
         print(table_of(ratios), end="")
         return 0
-    kept = json.loads(arguments.compare.read_text())
+    kept = {name: case for name, case in json.loads(arguments.compare.read_text()).items()
+            if re.fullmatch(arguments.only, name)}
     lost = list(losses(kept, ratios))
     missing = sorted(set(kept) - set(ratios))
+    if missing:
+        print(f"kept, but not in this run: {', '.join(missing)}")
+        return 2
     if lost:
         print(filter_of(lost))
         return 1
-    print(f"{len(set(kept) & set(ratios))} cases compared, none has lost"
-          + (f"; not in this run: {', '.join(missing)}" if missing else ""))
+    print(f"{len(kept)} cases compared, none has lost")
     return 0
 
 

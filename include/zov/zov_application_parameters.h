@@ -1,5 +1,7 @@
 #pragma once
 
+#include <limits>
+
 #include "korvane/application_parameters.h"
 #include "zov/qmcore.h"
 #include "zov/zov_camera_parameters.h"
@@ -103,9 +105,14 @@ class zovApplicationParameters {
     record->use_look_at_obstruction_detection = value;
   }
   /// Pixels of the display to a point: what the library gives a size in pixels by itself is so many times as
-  /// large. 1 at first; anything not finite or not above 0 counts as 1.
+  /// large. 1 at first; anything not finite or not above 0 counts as 1. Kept in single precision: what goes
+  /// beyond that is not finite.
   double pixels_per_point() const { return static_cast<double>(record->pixels_per_point); }
-  void set_pixels_per_point(double value) { record->pixels_per_point = static_cast<float>(value); }
+  void set_pixels_per_point(double value) {
+    constexpr auto LARGEST = static_cast<double>(std::numeric_limits<float>::max());
+    const bool fits = value >= -LARGEST && value <= LARGEST;
+    record->pixels_per_point = fits ? static_cast<float>(value) : std::numeric_limits<float>::infinity();
+  }
   /// The directions of the model. Front is the x axis.
   qmUnitVec3 scene_up_direction() const { return zovGeomUtils::kvvec_to_qmuvc(record->scene_up_direction); }
   void set_scene_up_direction(const qmUnitVec3& value) {

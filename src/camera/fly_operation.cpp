@@ -5,6 +5,7 @@
 
 #include "camera/camera_frame.h"
 #include "camera/scene_bounds.h"
+#include "foundation/one_thread.h"
 #include "korvane/camera_operations.h"
 
 namespace Korvane {
@@ -75,7 +76,10 @@ bool FlyOperation::IsMovingLeft() const { return GetOffset().x < -GetDeadRadius(
 bool FlyOperation::IsMovingRight() const { return GetOffset().x > GetDeadRadius(); }
 
 bool FlyOperation::IsMoveAccelerated() const { return m_moveAccelerated; }
-void FlyOperation::SetMoveAccelerated(bool accelerated) { m_moveAccelerated = accelerated; }
+void FlyOperation::SetMoveAccelerated(bool accelerated) {
+  AssertOneThread();
+  m_moveAccelerated = accelerated;
+}
 
 CursorID FlyOperation::GetWalkCursorID() const {
   // Rows: back, level, forward; columns: left, straight, right.

@@ -1,5 +1,7 @@
 #include "korvane/aspect_ratio_adjuster.h"
 
+#include "foundation/one_thread.h"
+
 namespace Korvane {
 
 namespace {
@@ -8,7 +10,10 @@ AspectRatioAdjuster* theAdjuster = nullptr;
 
 AspectRatioAdjuster::~AspectRatioAdjuster() = default;
 
-void SetAspectRatioAdjuster(AspectRatioAdjuster* adjuster) { theAdjuster = adjuster; }
+void SetAspectRatioAdjuster(AspectRatioAdjuster* adjuster) {
+  AssertOneThread();
+  theAdjuster = adjuster;
+}
 
 void AdjustForAspectRatio(const CameraParameters& camera, int width, int height, double& horizontalExtent,
                           double& verticalExtent) {

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "foundation/interval_timer_impl.h"
+#include "foundation/one_thread.h"
 #include "foundation/out_of_memory.h"
 #include "korvane/platform.h"
 
@@ -29,24 +30,22 @@ void IntervalTimer::Stop() {
 bool IntervalTimer::IsRunning() const { return impl != nullptr && impl->IsRunning(); }
 
 #ifndef NDEBUG
-namespace {
-
-// Whether this is the thread of the timers that run.
-bool IsOnThreadOfTimers(const std::map<std::uint64_t, IntervalTimerImpl*>& timers) {
+void AssertOneThread() {
   static std::atomic<std::thread::id> thread;
-  const bool anyRuns =
-      std::any_of(timers.begin(), timers.end(), [](const auto& each) { return each.second != nullptr; });
-  if (!anyRuns) thread = std::this_thread::get_id();
-  return thread == std::this_thread::get_id();
+  if (!IntervalTimerImpl::AnyRuns()) thread = std::this_thread::get_id();
+  assert(thread == std::this_thread::get_id() && "timers and what is process-wide belong to one thread");
 }
-
-}  // namespace
 #endif
 
 // Never destroyed: a timer that outlives the end of main still finds it.
 std::map<std::uint64_t, IntervalTimerImpl*>& IntervalTimerImpl::Timers() {
   static auto* timers = new std::map<std::uint64_t, IntervalTimerImpl*>;
   return *timers;
+}
+
+bool IntervalTimerImpl::AnyRuns() {
+  return std::any_of(Timers().begin(), Timers().end(),
+                     [](const auto& each) { return each.second != nullptr; });
 }
 
 bool IntervalTimerImpl::Start(double seconds, bool repeatedly) {
@@ -56,7 +55,7 @@ bool IntervalTimerImpl::Start(double seconds, bool repeatedly) {
   if (!std::isfinite(milliseconds) || seconds < 0.0) return false;
   const double longest = std::numeric_limits<std::uint32_t>::max();
   const auto period = static_cast<std::uint32_t>(std::min(milliseconds, longest));
-  assert(IsOnThreadOfTimers(Timers()) && "timers belong to one thread");
+  AssertOneThread();
   timerID = GetPlatform().SetTimer(period, &TimerProc);
   if (timerID == 0) return false;
   const bool noted = OrFail([this] {

@@ -24,6 +24,7 @@ class IntervalTimerImpl {
   static void TimerProc(void* window, unsigned message, std::uint64_t timerID, std::uint32_t time);
   /// How many entries the map holds, unknown identifiers that were looked up included.
   static std::size_t GetMapSize() { return Timers().size(); }
+  static bool AnyRuns();
 
  private:
   static std::map<std::uint64_t, IntervalTimerImpl*>& Timers();

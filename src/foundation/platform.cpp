@@ -1,5 +1,7 @@
 #include "korvane/platform.h"
 
+#include "foundation/one_thread.h"
+
 #if defined(_WIN32)
 #  include "foundation/windows_platform.h"
 #endif
@@ -24,7 +26,10 @@ Platform& DefaultPlatform() {
 
 Platform::~Platform() = default;
 
-void SetPlatform(Platform* platform) { thePlatform = platform; }
+void SetPlatform(Platform* platform) {
+  AssertOneThread();
+  thePlatform = platform;
+}
 
 Platform& GetPlatform() { return thePlatform != nullptr ? *thePlatform : DefaultPlatform(); }
 

@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "foundation/one_thread.h"
 #include "foundation/out_of_memory.h"
 #include "toolbar/toolbar_parts.h"
 
@@ -290,10 +291,12 @@ void Toolbar::ApplyLook() {
 }
 
 void Toolbar::SetFadeDistanceFactor(double factor) {
+  AssertOneThread();
   if (IsSetting(factor)) sm_fadeDistanceFactor = factor;
 }
 
 void Toolbar::SetFadeStepValue(double step) {
+  AssertOneThread();
   if (IsSetting(step)) sm_fadeStepValue = step;
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 
 #include "facade/field_walk.h"
 #include "support/manual_platform.h"
@@ -163,6 +164,19 @@ TEST(ZovApplicationParameters, read_directions_at_unit_length) {
   const Facade settings(record);
   EXPECT_EQ(settings.world_up_direction(), qmUnitVec3(qmVector3(0.0, 0.0, 1.0)));
   EXPECT_EQ(settings.custom_orbit_up(), qmUnitVec3());
+}
+
+TEST(ZovApplicationParameters, know_no_scale_beyond_single_precision) {
+  Record record;
+  Facade settings(record);
+  for (const double beyond : {1e39, -1e39, std::numeric_limits<double>::max(),
+                              std::numeric_limits<double>::infinity(), std::nan("")}) {
+    settings.set_pixels_per_point(2.0);
+    settings.set_pixels_per_point(beyond);
+    EXPECT_FALSE(std::isfinite(record.pixels_per_point)) << beyond;
+  }
+  settings.set_pixels_per_point(1.5);
+  EXPECT_EQ(settings.pixels_per_point(), 1.5);
 }
 
 // 15 degrees are 0.2617993877991494 radians.

@@ -1,9 +1,11 @@
 // Model files that name what is not theirs, or ask for more than there is. Each is refused in a line, soon.
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <chrono>
 
 #include "../../host/src/scene/contained_import.h"
+#include "../../host/src/scene/model_folder.h"
 #include "host/scene_files.h"
 #include "zovhost/picture.h"
 #include "zovhost/read_image.h"
@@ -110,13 +112,31 @@ TEST_F(HostileModels, materials_lie_in_the_folder_of_the_model) {
   for (const std::string& way : GetWaysOut(".mtl"))
     EXPECT_NE(GetOnlyWarning(write(way)).find(OUTSIDE), std::string::npos) << way;
   EXPECT_NE(GetOnlyWarning(write("pipe.mtl")).find(NO_FILE), std::string::npos);
-  for (const std::string name : {"inside.mtl", "leads_in.mtl", "below/deep.mtl"}) {
+  for (const std::string& absolute :
+       {std::string("/dev/zero"), std::string("//dev/zero"), std::string("/proc/self/environ"),
+        (folder.path / "outside.mtl").string()}) {
+    const std::string line = GetOnlyWarning(write(absolute));
+    EXPECT_NE(line.find(OUTSIDE), std::string::npos) << absolute;
+    EXPECT_EQ(line.find(fs::path(absolute).lexically_normal().string()), 0u) << line;
+  }
+  for (const std::string& name : {std::string("inside.mtl"), std::string("leads_in.mtl"),
+                                  std::string("below/deep.mtl"), (own / "inside.mtl").string()}) {
     const auto scene = LoadWhole(write(name));
     ASSERT_NE(scene, nullptr);
     EXPECT_TRUE(scene->GetWarnings().empty()) << name;
     const auto material = static_cast<std::size_t>(scene->GetMeshes()[0].material);
     EXPECT_EQ(scene->GetMaterials()[material].name, "secret") << name;
   }
+}
+
+TEST_F(HostileModels, a_pipe_without_a_name_of_its_own_is_refused) {
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  std::string reason;
+  const zovhost::ModelFolder modelFolder(Write("slab.obj", MakeObjSlab("")));
+  EXPECT_TRUE(modelFolder.Find("/proc/self/fd/" + std::to_string(ends[0]), reason).empty());
+  EXPECT_NE(reason.find(NO_FILE), std::string::npos);
+  for (const int end : ends) close(end);
 }
 
 TEST_F(HostileModels, pictures_lie_in_the_folder_of_the_model) {

@@ -1,5 +1,6 @@
 // Damages files of a folder of models and brings each onto a screen, as the viewer does: the contained
-// import, the scene, the upload, a frame. This very program coming through is what is looked at.
+// import, the scene, the upload, a frame. What is looked at is that this very program comes through, with
+// each file in the time and the memory that docs/limits.md grants to it.
 //   mutated_models FOLDER COUNT [SEED [FIRST]]
 #include <sys/resource.h>
 
@@ -29,6 +30,9 @@ using Clock = std::chrono::steady_clock;
 constexpr std::uintmax_t LARGEST = std::uintmax_t{2} << 20;
 constexpr int SIDE = 128;  // of the picture, pixels
 constexpr double SLOW = 2.0;
+constexpr double LONGEST = 200.0;  // the child's minute and ten times the processor time of the largest file
+constexpr long MOST_HERE = 4096;   // MiB: a scene of half of what a child has, its index and its buffers
+constexpr long MOST_IN_CHILD = 4096 + 64 * (LARGEST >> 20);  // beyond what it began with
 
 std::string ReadBytes(const fs::path& path) {
   std::ifstream file(path, std::ios::binary);
@@ -129,11 +133,16 @@ bool IsModel(const fs::path& path) {
          error.find("its format is not") == std::string::npos;
 }
 
+// A new one, so that two runs do not meet; nothing where there can be none.
+fs::path MakeFolder() {
+  std::string name = (fs::temp_directory_path() / "mutated_models.XXXXXX").string();
+  return mkdtemp(name.data()) != nullptr ? fs::path(name) : fs::path();
+}
+
 class Run {
  public:
   Run(const fs::path& source, std::uint64_t theSeed) : seed(theSeed) {
-    std::error_code ignored;
-    fs::remove_all(folder, ignored);
+    if (folder.empty()) return;
     fs::copy(source, folder, fs::copy_options::recursive);
     for (const auto& entry : fs::recursive_directory_iterator(folder))
       if (entry.is_regular_file() && entry.file_size() <= LARGEST && IsModel(entry.path()))
@@ -142,7 +151,7 @@ class Run {
   }
   ~Run() {
     std::error_code ignored;
-    fs::remove_all(folder, ignored);
+    if (!folder.empty()) fs::remove_all(folder, ignored);
   }
   Run(const Run&) = delete;
   Run& operator=(const Run&) = delete;
@@ -166,14 +175,19 @@ class Run {
     WriteBytes(path, whole);
   }
 
-  void Tell(std::uint64_t count) const {
+  // Whether all of it has kept to its bounds.
+  bool Tell(std::uint64_t count) const {
     for (const auto& [kind, number] : kinds) std::printf("%6d  %s\n", number, kind.c_str());
     rusage own{}, children{};
     getrusage(RUSAGE_SELF, &own);
     getrusage(RUSAGE_CHILDREN, &children);
+    const long here = own.ru_maxrss / 1024;
+    const long inChild = children.ru_maxrss / 1024;
     std::printf("%llu files of %zu, slowest %.1f s; most memory here %ld MiB, in a child %ld MiB\n",
-                static_cast<unsigned long long>(count), files.size(), slowest, own.ru_maxrss / 1024,
-                children.ru_maxrss / 1024);
+                static_cast<unsigned long long>(count), files.size(), slowest, here, inChild);
+    const bool kept = slowest <= LONGEST && here <= MOST_HERE && inChild <= here + MOST_IN_CHILD;
+    if (!kept) std::puts("beyond the bounds of time or memory");
+    return kept;
   }
 
  private:
@@ -186,7 +200,7 @@ class Run {
   }
 
   const std::uint64_t seed;
-  const fs::path folder = fs::temp_directory_path() / "mutated_models";
+  const fs::path folder = MakeFolder();
   std::vector<fs::path> files;
   Screen screen;
   std::map<std::string, int> kinds;
@@ -208,5 +222,5 @@ int main(int count, char** values) {
   const std::uint64_t files = number(2, 0);
   const std::uint64_t first = number(4, 0);
   for (std::uint64_t i = first; i < first + files; ++i) run.Try(i);
-  run.Tell(files);
+  return run.Tell(files) ? 0 : 1;
 }

@@ -71,6 +71,11 @@ def main():
         ("one of two is a loss", [slow, {**fine, NAMES[2]: 30.0}], 1, [everything, both], "slower than kept.json"),
         ("less than the bound", [{**fine, NAMES[1]: 22.9}], 0, [everything], "none has lost"),
         ("a run without a case", [{}], 2, [""], "no case with both sides"),
+        ("a case that is no more", [{name: fine[name] for name in NAMES[:2]}], 2, [",".join(sorted(NAMES[:2]))],
+         f"kept, but not in this run: {NAMES[2]}"),
+        ("a case that is new", [{**fine, "new": 20.0}], 0, [",".join(sorted((*NAMES, "new")))], "3 cases compared"),
+        ("one of those timed again is no more", [slow, {NAMES[0]: 20.0}], 1, [everything, NAMES[0]],
+         f"kept, but not in this run: {NAMES[2]}"),
     ]
     faults = []
     for what, runs, status, asked, told in cases:

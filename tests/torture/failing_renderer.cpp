@@ -12,6 +12,9 @@ constexpr int SQUARE = 12;  // pixels
 constexpr int COLUMNS = 6;
 constexpr int ROWS = 5;
 constexpr unsigned char SHADES[] = {0, 128, 255};
+constexpr int LABEL_HEIGHT = 16;
+constexpr double GROUND = -0.5;           // the scene, a little below its middle
+constexpr double PIXELS_OF_A_UNIT = 100;  // of its parts, as they lie under the pointer
 
 // A square of every colour that a region of a disc has.
 std::vector<unsigned char> MakeRegionMap() {
@@ -41,6 +44,7 @@ const char* GetName(Operation operation) {
                                                                      "RenderGeometry",
                                                                      "BeginSelection",
                                                                      "RenderSelectionGeometry",
+                                                                     "EndSelection",
                                                                      "RenderIcon3D",
                                                                      "RenderDynamic",
                                                                      "RenderResource",
@@ -56,6 +60,13 @@ const char* GetName(Operation operation) {
                                                                      "CreateUCSMenuLabel",
                                                                      "DestroyIcon",
                                                                      "QueryRaySceneIntersection",
+                                                                     "QueryMouseRaySceneIntersection",
+                                                                     "QueryScreenRectRaySceneIntersection",
+                                                                     "BeginMouseoverComponent",
+                                                                     "GetMouseoverComponent",
+                                                                     "EndMouseoverComponent",
+                                                                     "ProjectToScreen",
+                                                                     "SetCursorID",
                                                                      "SetCursorPosition",
                                                                      "OpenMenu",
                                                                      "OpenUCSMenu",
@@ -114,6 +125,14 @@ PixelIcon2D* FailingRenderer::CreateImageData(TextureID /*id*/) {
   return new PixelIcon2D(COLUMNS * SQUARE, ROWS * SQUARE, MAP.data(), PixelIcon2D::PIXEL_FORMAT_RGBA);
 }
 
+// With a size, by which it is under a pointer.
+DynamicIcon2D* FailingRenderer::CreateUCSMenuLabel(const wchar_t* /*text*/, const wchar_t* /*other*/,
+                                                   bool /*highlighted*/, int width) {
+  DynamicIcon2D* const icon = MakeIcon(Operation::CreateUCSMenuLabel);
+  if (icon != nullptr) icon->SetSize(width, LABEL_HEIGHT);
+  return icon;
+}
+
 bool FailingRenderer::DestroyIcon(DynamicIcon2D*& icon) {
   const HostCode host;
   if (!Call(Operation::DestroyIcon)) return false;
@@ -128,14 +147,43 @@ bool FailingRenderer::DestroyIcon(DynamicIcon2D*& icon) {
   return true;
 }
 
-// The ground, a little below the middle of the scene.
 bool FailingRenderer::QueryRaySceneIntersection(const Vector3& origin, const Vector3& direction,
                                                 Vector3& hit) {
-  constexpr double GROUND = -0.5;
   if (!Call(Operation::QueryRaySceneIntersection)) return false;
   const double distance = (GROUND - origin.y) / direction.y;
   if (!(distance > 0.0 && distance < 1e3)) return false;
   hit = origin + direction * distance;
+  return true;
+}
+
+bool FailingRenderer::QueryScreenRectRaySceneIntersection(int left, int bottom, int right, int top,
+                                                          Vector3& hit) {
+  if (!Call(Operation::QueryScreenRectRaySceneIntersection)) return false;
+  hit = Vector3((left + right) / (2.0 * PIXELS_OF_A_UNIT), GROUND, (bottom + top) / (2.0 * PIXELS_OF_A_UNIT));
+  return true;
+}
+
+bool FailingRenderer::BeginMouseoverComponent(bool /*highlightFaces*/) {
+  if (!Call(Operation::BeginMouseoverComponent)) return false;
+  ++openMouseovers;
+  return true;
+}
+
+bool FailingRenderer::GetMouseoverComponent(Vector2 pixel, Vector3& point, Vector3& normal) {
+  if (!Call(Operation::GetMouseoverComponent)) return false;
+  point = Vector3(pixel.x / PIXELS_OF_A_UNIT - 4.0, GROUND, 3.0 - pixel.y / PIXELS_OF_A_UNIT);
+  normal = Vector3(0.0, 1.0, 0.0);
+  return true;
+}
+
+bool FailingRenderer::EndMouseoverComponent() {
+  --openMouseovers;
+  return Call(Operation::EndMouseoverComponent);
+}
+
+bool FailingRenderer::ProjectToScreen(Vector3 point, Vector2& pixel) {
+  if (!Call(Operation::ProjectToScreen)) return false;
+  pixel = Vector2(point.x, point.y) * PIXELS_OF_A_UNIT;
   return true;
 }
 

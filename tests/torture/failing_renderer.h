@@ -23,6 +23,7 @@ enum class Operation : int {
   RenderGeometry,
   BeginSelection,
   RenderSelectionGeometry,
+  EndSelection,
   RenderIcon3D,
   RenderDynamic,
   RenderResource,
@@ -38,16 +39,24 @@ enum class Operation : int {
   CreateUCSMenuLabel,
   DestroyIcon,
   QueryRaySceneIntersection,
+  QueryMouseRaySceneIntersection,
+  QueryScreenRectRaySceneIntersection,
+  BeginMouseoverComponent,
+  GetMouseoverComponent,
+  EndMouseoverComponent,
+  ProjectToScreen,
+  SetCursorID,
   SetCursorPosition,
   OpenMenu,
   OpenUCSMenu,
   SetCursorIcon,
 };
-constexpr int OPERATION_COUNT = 27;
+constexpr int OPERATION_COUNT = 35;
 const char* GetName(Operation operation);
 
-/// A host that draws nothing, has a picture for every number and a scene that is a plane, and whose
-/// operations fail when the test says so: of one operation the call of a number, or all from it on.
+/// A host that draws nothing, has a picture for every number, a scene that is a plane, and a part of it under
+/// each pixel, and whose operations fail when the test says so: of one operation the call of a number, or all
+/// from it on.
 class FailingRenderer : public Korvane::Renderer {
  public:
   FailingRenderer();
@@ -64,6 +73,8 @@ class FailingRenderer : public Korvane::Renderer {
   int GetHeldTextures() const;
   /// Icons given back that this renderer had not made.
   int GetForeignDestroys() const { return foreignDestroys; }
+  /// Begun and not ended.
+  int GetOpenMouseovers() const { return openMouseovers; }
 
   bool Create() override { return Call(Operation::Create); }
   bool Destroy() override { return Call(Operation::Destroy); }
@@ -85,6 +96,7 @@ class FailingRenderer : public Korvane::Renderer {
   bool RenderSelectionGeometry(unsigned count, const float* vertices, int id) override {
     return Call(Operation::RenderSelectionGeometry) && Renderer::RenderSelectionGeometry(count, vertices, id);
   }
+  bool EndSelection() override { return Call(Operation::EndSelection); }
   bool Render(Korvane::ResourceIcon3D* /*icon*/) override { return Call(Operation::RenderIcon3D); }
   bool Render(Korvane::DynamicIcon2D* icon) override {
     return icon->GetID() > 0 && Call(Operation::RenderDynamic);
@@ -116,12 +128,25 @@ class FailingRenderer : public Korvane::Renderer {
     return MakeIcon(Operation::CreateMiniWheelLabel);
   }
   Korvane::DynamicIcon2D* CreateUCSMenuLabel(const wchar_t* /*text*/, const wchar_t* /*other*/, bool /*flag*/,
-                                             int /*number*/) override {
-    return MakeIcon(Operation::CreateUCSMenuLabel);
-  }
+                                             int width) override;
   bool DestroyIcon(Korvane::DynamicIcon2D*& icon) override;
   bool QueryRaySceneIntersection(const Korvane::Vector3& origin, const Korvane::Vector3& direction,
                                  Korvane::Vector3& hit) override;
+  bool QueryMouseRaySceneIntersection(int x, int y, const Korvane::Vector3& origin,
+                                      const Korvane::Vector3& direction, Korvane::Vector3& hit) override {
+    return Call(Operation::QueryMouseRaySceneIntersection) &&
+           Renderer::QueryMouseRaySceneIntersection(x, y, origin, direction, hit);
+  }
+  bool QueryScreenRectRaySceneIntersection(int left, int bottom, int right, int top,
+                                           Korvane::Vector3& hit) override;
+  bool BeginMouseoverComponent(bool highlightFaces) override;
+  bool GetMouseoverComponent(Korvane::Vector2 pixel, Korvane::Vector3& point,
+                             Korvane::Vector3& normal) override;
+  bool EndMouseoverComponent() override;
+  bool ProjectToScreen(Korvane::Vector3 point, Korvane::Vector2& pixel) override;
+  bool SetCursorID(Korvane::CursorID id) override {
+    return Call(Operation::SetCursorID) && Renderer::SetCursorID(id);
+  }
   bool SetCursorPosition(int /*x*/, int /*y*/) override { return Call(Operation::SetCursorPosition); }
   bool OpenMenu(Korvane::MenuID /*id*/) override { return Call(Operation::OpenMenu); }
   bool OpenUCSMenu(int /*x*/, int /*y*/) override { return Call(Operation::OpenUCSMenu); }
@@ -139,6 +164,7 @@ class FailingRenderer : public Korvane::Renderer {
   std::vector<std::unique_ptr<Korvane::DynamicIcon2D>> icons;
   int iconsMade = 0;
   int foreignDestroys = 0;
+  int openMouseovers = 0;
 };
 
 }  // namespace torture

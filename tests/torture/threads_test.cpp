@@ -3,10 +3,15 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <string>
 #include <thread>
 #include <vector>
 
+#include "camera/fly_operation.h"
+#include "korvane/aspect_ratio_adjuster.h"
 #include "korvane/interval_timer.h"
+#include "korvane/rewind_history.h"
+#include "korvane/toolbar.h"
 #include "support/cameras.h"
 #include "support/manual_platform.h"
 #include "support/memory_hub.h"
@@ -73,28 +78,58 @@ TEST(Threads, two_hubs_work_on_two_threads_as_on_one) {
   EXPECT_TRUE(AreSame(there.cameras, alone.cameras));
 }
 
+/// As they are at first.
+class FadingBars : public Toolbar {
+ public:
+  static void SetStep() { SetFadeStepValue(sm_fadeStepValue); }
+  static void SetDistance() { SetFadeDistanceFactor(sm_fadeDistanceFactor); }
+};
+
 class Alarm : public IntervalTimer {
  protected:
   void Timeout() override {}
 };
 
-TEST(ThreadsDeathTest, a_timer_of_a_second_thread_is_caught) {
+// What belongs to the thread of the timers.
+struct Misuse {
+  const char* name;
+  void (*commit)();
+};
+
+class ThreadsDeathTest : public testing::TestWithParam<Misuse> {};
+
+TEST_P(ThreadsDeathTest, is_caught_on_a_second_thread_while_timers_run) {
   GTEST_FLAG_SET(death_test_style, "threadsafe");
   const auto misuse = [] {
     const ManualPlatform platform;
     Alarm first;
     first.Start(1.0, false);
-    std::thread other([] {
-      Alarm second;
-      second.Start(1.0, false);
-    });
-    other.join();
+    std::thread(GetParam().commit).join();
   };
 #ifdef NDEBUG
   misuse();
 #else
-  EXPECT_DEATH(misuse(), "timers belong to one thread");
+  EXPECT_DEATH(misuse(), "belong to one thread");
 #endif
 }
+
+TEST_P(ThreadsDeathTest, may_be_done_on_any_thread_while_no_timer_runs) {
+  const ManualPlatform platform;
+  std::thread(GetParam().commit).join();
+  GetParam().commit();
+  SetPlatform(nullptr);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Misuses, ThreadsDeathTest,
+    testing::Values(Misuse{"a_timer", [] { Alarm().Start(1.0, false); }},
+                    Misuse{"the_platform", [] { SetPlatform(nullptr); }},
+                    Misuse{"the_adjuster", [] { SetAspectRatioAdjuster(nullptr); }},
+                    Misuse{"an_accelerated_walk", [] { FlyOperation().SetMoveAccelerated(false); }},
+                    Misuse{"the_interpolation_of_the_film_strip",
+                           [] { RewindHistory::SetAngularInterpolation(true); }},
+                    Misuse{"the_fading_of_bars", [] { FadingBars::SetStep(); }},
+                    Misuse{"the_distance_at_which_bars_fade", [] { FadingBars::SetDistance(); }}),
+    [](const auto& misuse) { return std::string(misuse.param.name); });
 
 }  // namespace

@@ -63,6 +63,7 @@ void LookAtTheEnd(const WholeView& view, const FaultyClock& clock, bool losesIco
   findings.Note(view.renderer.GetLiveIcons() != 0 && !losesIcons, "icons");
   findings.Note(view.renderer.GetHeldTextures() != 0, "textures");
   findings.Note(view.renderer.GetForeignDestroys() != 0, "icons destroyed twice");
+  findings.Note(view.renderer.GetOpenMouseovers() != 0, "an open mouse-over");
   findings.Note(clock.GetTimerCount() != 0, "timers");
 }
 

@@ -124,6 +124,8 @@ void WholeView::UseMiddleButton() {
 void WholeView::UseCube() {
   int x = 0;
   int y = 0;
+  cube.SetActiveUCS(L"a name that is long enough", true);
+  Frame();
   for (const int part :
        {0, 12, 22, int{Orientor::COMPASS_LETTERS_BEGIN}, int{Orientor::COMPASS_RING_BEGIN} + 3}) {
     if (!cube.GetPartPosition(part, x, y)) continue;
@@ -141,7 +143,7 @@ void WholeView::UseCube() {
   manager.OnRightMouseDown(x, y);
   manager.OnRightMouseUp(x, y);
   cube.LockToCurrentSelection(false);
-  cube.SetActiveUCS(L"a name that is long enough", true);
+  cube.SetActiveUCS(L"another name that is long enough", true);
   Rest();
   cube.SetActiveUCS(L"", true);
 }

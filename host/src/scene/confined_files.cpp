@@ -14,10 +14,17 @@ Assimp::IOStream* ConfinedFiles::Open(const char* path, const char* mode) {
   return reading && !file.empty() ? DefaultIOSystem::Open(file.string().c_str(), mode) : nullptr;
 }
 
+// An importer puts its folder before an absolute name as well, which then stands behind two strokes.
 std::filesystem::path ConfinedFiles::Find(const char* path) const {
+  std::string name = path;
   std::string reason;
-  std::filesystem::path file = folder.Find(path, reason);
-  if (!reason.empty()) Tell(std::filesystem::path(path).lexically_normal().string() + ": " + reason);
+  std::filesystem::path file = folder.Find(name, reason);
+  const std::size_t strokes = name.rfind("//");
+  if (file.empty() && reason.empty() && strokes != std::string::npos) {
+    name.erase(0, strokes + 1);
+    file = folder.Find(name, reason);
+  }
+  if (!reason.empty()) Tell(std::filesystem::path(name).lexically_normal().string() + ": " + reason);
   return file;
 }
 

@@ -1,5 +1,6 @@
 #include "korvane/rewind_history.h"
 
+#include "foundation/one_thread.h"
 #include "story/history/rewind_interpolation.h"
 #include "story/history/rewind_parts.h"
 
@@ -181,7 +182,10 @@ void RewindHistory::SetViewportSize(int width, int height) {
 }
 
 bool RewindHistory::GetAngularInterpolation() { return angularInterpolation; }
-void RewindHistory::SetAngularInterpolation(bool enabled) { angularInterpolation = enabled; }
+void RewindHistory::SetAngularInterpolation(bool enabled) {
+  AssertOneThread();
+  angularInterpolation = enabled;
+}
 
 // ---- collaborators ----
 
