@@ -3,6 +3,7 @@
 #include <new>
 #include <random>
 #include <string>
+#include <vector>
 
 #include "graphics_canvas.h"
 #include "host/large_meshes.h"
@@ -305,6 +306,20 @@ TEST_F(LargeSceneView, a_scene_whose_upload_is_broken_off_leaves_the_present_one
   }
   EXPECT_TRUE(view.SetScene(hills.get(), [](double, const char*) { return true; }));
   EXPECT_NE(Draw(camera).rgba, present.rgba);
+}
+
+// Setting memory aside for all vertices takes a while, before the first of them is there.
+TEST_F(LargeSceneView, the_upload_is_told_of_before_anything_has_gone) {
+  constexpr double PLANNED = 0.6;
+  const auto hills = Make(zovtest::MakeSceneData(zovtest::MakeHills(700)));
+  std::vector<double> uploads;
+  const auto progress = [&](double fraction, const char* what) {
+    if (std::string(what) == "Uploading") uploads.push_back(fraction);
+    return true;
+  };
+  ASSERT_TRUE(view.SetScene(hills.get(), progress));
+  ASSERT_FALSE(uploads.empty());
+  EXPECT_EQ(uploads.front(), PLANNED);
 }
 
 TEST_F(LargeSceneView, a_scene_that_memory_is_too_short_for_leaves_the_present_one) {

@@ -62,14 +62,15 @@ class GLRenderer : public Korvane::Renderer {
   /// The camera of the view, to be told before each frame's drawing: ProjectToScreen and the queries of
   /// screen rectangles use it.
   void SetCamera(const Korvane::CameraParameters& camera);
-  /// The depths of the scene, the same that the host projects the scene with, so that things drawn in the
-  /// scene hide behind it.
+  /// The depths of the scene for a host that draws it itself: Projection of the camera and this sphere. So
+  /// things drawn in the scene hide behind it.
   void SetSceneSphere(const SceneSphere& sphere);
   void SetSceneDraw(SceneDraw draw);
   void SetSceneRay(SceneRay ray);
   /// Is called while faces are picked with highlighting, when the pointer comes to another face.
   void SetFaceShow(FaceShow show);
-  /// Sphere, rays and faces of a scene, which is borrowed; null forgets them.
+  /// Depths, rays and faces of a scene, which is borrowed; null forgets them. The depths are those of a
+  /// GLSceneView that shows the scene.
   void SetScene(const Scene* scene);
 
   /// How often a placeholder has been drawn, for a picture that nobody had asked for or that the pack does

@@ -54,7 +54,8 @@ class GLSceneView {
   /// Tints a face of the scene, which is copied, with the accent colour; null for none. Another scene has
   /// none. Needs no context.
   void SetFaceHighlight(const SceneFace* face);
-  /// Around the scene; the unit sphere while empty. Give it to whoever projects with the same depths.
+  /// Around the scene; the unit sphere while empty. Depths are fitted more closely than to this sphere: who
+  /// draws into the same picture with a GLRenderer tells that the scene.
   const SceneSphere& GetSphere() const;
 
   /// Clears colour and depth and draws, into a viewport at (`x`, `y`) of the framebuffer. `scale`: pixels

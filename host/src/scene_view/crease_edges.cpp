@@ -1,9 +1,11 @@
 #include "scene_view/crease_edges.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <numeric>
+#include <vector>
 
 #include "korvane/vector3.h"
 #include "scene/work_report.h"
@@ -149,6 +151,102 @@ bool FaceOutwards(const SceneMesh& mesh, Pieces& pieces) {
   return true;
 }
 
+// ---- creases ----
+
+// A fold or border, of which the ends and two of its triangles are known.
+struct Fold {
+  std::uint32_t low;
+  std::uint32_t high;
+  std::array<std::uint32_t, 2> triangles;
+};
+
+std::array<float, 3> ToFloats(const Vector3& v) {
+  return {static_cast<float>(v.x), static_cast<float>(v.y), static_cast<float>(v.z)};
+}
+
+Vector3 AcrossOf(const Vector3& v, const Vector3& along) { return v - along * v.Dot(along); }
+
+Vector3 UnitOf(const Vector3& v) {
+  const double largest = std::max({std::abs(v.x), std::abs(v.y), std::abs(v.z)});
+  return largest > 0.0 ? (v / largest).Normalized() : Vector3();
+}
+
+class CreaseMaker {
+ public:
+  CreaseMaker(const SceneMesh& ofMesh, const std::vector<std::uint32_t>& mergedVertices)
+      : mesh(ofMesh), merged(mergedVertices), faces(ofMesh.indices.size() / 3) {}
+
+  // The triangles that meet in one edge.
+  void Add(const HalfEdge* first, const HalfEdge* end) {
+    if (!IsCrease(mesh, first, end)) return faces.Join(first[0].triangle, first[1].triangle);
+    folds.push_back({first->low, first->high, {first->triangle, FindOther(first, end)}});
+  }
+
+  // Once all edges were added, since only then it is known what is one face.
+  std::vector<Crease> Make() {
+    SumAreas();
+    std::vector<Crease> creases;
+    creases.reserve(folds.size());
+    for (const Fold& fold : folds) creases.push_back(MakeCrease(fold));
+    return creases;
+  }
+
+ private:
+  // Of unit length; zero for a triangle without area.
+  Vector3 InwardsOf(std::uint32_t triangle, std::uint32_t low, std::uint32_t high) const {
+    const Vector3 from = PositionOf(mesh, low);
+    const Vector3 along = UnitOf(PositionOf(mesh, high) - from);
+    const std::uint32_t* corners = mesh.indices.data() + std::size_t{3} * triangle;
+    const auto isThird = [&](std::uint32_t corner) {
+      return merged[corner] != low && merged[corner] != high;
+    };
+    const std::uint32_t* const third = std::find_if(corners, corners + 3, isThird);
+    return third != corners + 3 ? UnitOf(AcrossOf(PositionOf(mesh, *third) - from, along)) : Vector3();
+  }
+
+  // Of all triangles the one that leads most to the other side than the first.
+  std::uint32_t FindOther(const HalfEdge* first, const HalfEdge* end) const {
+    const Vector3 own = InwardsOf(first->triangle, first->low, first->high);
+    const HalfEdge* other = first;
+    double least = 2.0;
+    for (const HalfEdge* edge = first + 1; edge != end; ++edge) {
+      const double cosine = own.Dot(InwardsOf(edge->triangle, edge->low, edge->high));
+      if (cosine < least) least = cosine, other = edge;
+    }
+    return other->triangle;
+  }
+
+  void SumAreas() {
+    areas.resize(mesh.indices.size() / 3);
+    for (std::uint32_t i = 0; i < areas.size(); ++i) {
+      const std::uint32_t* corners = mesh.indices.data() + std::size_t{3} * i;
+      const Vector3 a = PositionOf(mesh, corners[0]);
+      const Vector3 cross = (PositionOf(mesh, corners[1]) - a).Cross(PositionOf(mesh, corners[2]) - a);
+      areas[faces.Find(i)] += 0.5 * cross.Length();
+    }
+  }
+
+  Crease MakeCrease(const Fold& fold) {
+    const Vector3 from = PositionOf(mesh, fold.low);
+    const Vector3 to = PositionOf(mesh, fold.high);
+    const double length = (to - from).Length();
+    Crease crease{ToFloats(from), ToFloats(to), {}};
+    for (std::size_t i = 0; i < 2; ++i) {
+      Vector3 inwards = InwardsOf(fold.triangles[i], fold.low, fold.high);
+      if (inwards == Vector3::Zero) inwards = InwardsOf(fold.triangles[1 - i], fold.low, fold.high);
+      const double area = areas[faces.Find(fold.triangles[i])];
+      crease.faces[i] = {ToFloats(inwards), static_cast<float>(length > 0.0 ? area / length : 0.0)};
+    }
+    return crease;
+  }
+
+  const SceneMesh& mesh;
+  const std::vector<std::uint32_t>& merged;
+  Pieces faces;  // joined across the edges that are no folds
+  std::vector<Fold> folds;
+  std::vector<double> areas;
+};
+
 }  // namespace
 
 MeshEdges FindEdges(const SceneMesh& mesh, const WorkReport* report) {
@@ -157,6 +255,7 @@ MeshEdges FindEdges(const SceneMesh& mesh, const WorkReport* report) {
   const std::vector<std::uint32_t> merged = MergeByPlace(mesh, breaker);
   const std::vector<HalfEdge> edges = SortHalfEdges(mesh, merged, breaker);
   Pieces pieces(mesh.indices.size() / 3);
+  CreaseMaker creases(mesh, merged);
   bool closed = !edges.empty() && edges.size() == mesh.indices.size();
   const HalfEdge* const end = edges.data() + edges.size();
   for (const HalfEdge* first = edges.data(); first != end;) {
@@ -166,14 +265,10 @@ MeshEdges FindEdges(const SceneMesh& mesh, const WorkReport* report) {
     closed = closed && AreBalanced(mesh, merged, first, next);
     for (const HalfEdge* other = first + 1; closed && other != next; ++other)
       pieces.Join(first->triangle, other->triangle);
-    if (IsCrease(mesh, first, next)) {
-      for (const std::uint32_t vertex : {first->low, first->high}) {
-        const float* p = mesh.positions.data() + std::size_t{3} * vertex;
-        found.creases.insert(found.creases.end(), p, p + 3);
-      }
-    }
+    creases.Add(first, next);
     first = next;
   }
+  found.creases = creases.Make();
   found.solid = closed && FaceOutwards(mesh, pieces);
   return found;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstddef>
+#include <array>
 #include <vector>
 
 #include "zovhost/scene.h"
@@ -9,9 +9,21 @@ namespace zovhost {
 
 class WorkReport;
 
+/// A line that shows the form of a mesh, an open border or a fold, and two faces that meet in it: of a border
+/// the same one twice, of many those that differ most.
+struct Crease {
+  struct Face {
+    std::array<float, 3> inwards = {};  ///< From the line into the face, across the line, of unit length.
+    float breadth = 0.0F;               ///< How far the face reaches from there, all in all.
+  };
+  std::array<float, 3> from = {};
+  std::array<float, 3> to = {};
+  std::array<Face, 2> faces;
+};
+
 /// What the edges of a mesh tell about it. Vertices at one place count as one, whatever their normals.
 struct MeshEdges {
-  std::vector<float> creases;  ///< The lines that show its form: open borders and folds. Six floats each.
+  std::vector<Crease> creases;
   /// It encloses solids: nobody outside of them sees the back of a triangle. False where that is not certain.
   bool solid = false;
 };

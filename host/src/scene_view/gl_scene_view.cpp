@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "gl/gl_program.h"
+#include "scene/scene_depths.h"
 #include "scene_view/face_highlight.h"
 #include "scene_view/ground_shadow.h"
 #include "scene_view/kept_picture.h"
@@ -57,7 +58,7 @@ struct Look {
 struct SceneStock {
   SceneBuffers buffers;
   GroundShadow shadow;
-  SceneSphere sphere;
+  SceneDepths depths;
   Vector3 up = {0.0, 1.0, 0.0};
 
   void Destroy() {
@@ -168,7 +169,7 @@ bool GLSceneView::Impl::Upload(const Scene& scene, const Progress& progress, Sce
   if (!into.buffers.Upload(scene, progress)) return false;
   const GLStateGuard guard;
   if (!into.shadow.Create(scene, into.buffers)) into.shadow.Destroy();
-  into.sphere = {scene.GetCentre(), scene.GetRadius()};
+  into.depths = SceneDepths(scene);
   into.up = scene.GetUpDirection();
   return true;
 } catch (const std::bad_alloc&) {
@@ -243,7 +244,7 @@ bool GLSceneView::Impl::Draw(const CameraParameters& camera, int x, int y, int w
 
 SceneFrame GLSceneView::Impl::MakeFrame(const CameraParameters& camera, const Place& place, double scale,
                                         bool reduced) const {
-  const Projection projection(camera, shown.sphere);
+  const Projection projection = shown.depths.MakeProjection(camera);
   return {projection,
           projection.GetViewProjection(),
           GetProjectionBlend(camera),
@@ -277,7 +278,8 @@ void GLSceneView::Impl::DrawFace(const SceneFrame& frame) {
   if (!options.drawFaceHighlight) return;
   glEnable(GL_DEPTH_TEST);
   glEnable(GL_BLEND);
-  glDisable(GL_POLYGON_OFFSET_FILL);
+  glEnable(GL_POLYGON_OFFSET_FILL);
+  glPolygonOffset(-0.5F, -1.0F);  // its corners may be rounded otherwise than those of the surface
   glDepthMask(GL_FALSE);
   glDisable(GL_CULL_FACE);
   faceHighlight.Draw(frame.projection, shown.buffers);
@@ -382,7 +384,7 @@ void GLSceneView::Destroy() { impl->Destroy(); }
 GLSceneView::Options& GLSceneView::GetOptions() { return impl->options; }
 const GLSceneView::Options& GLSceneView::GetOptions() const { return impl->options; }
 void GLSceneView::SetFaceHighlight(const SceneFace* face) { impl->faceHighlight.SetFace(face); }
-const SceneSphere& GLSceneView::GetSphere() const { return impl->shown.sphere; }
+const SceneSphere& GLSceneView::GetSphere() const { return impl->shown.depths.GetSphere(); }
 
 bool GLSceneView::Draw(const CameraParameters& camera, int x, int y, int width, int height, double scale) {
   return impl->Draw(camera, x, y, width, height, scale);

@@ -15,7 +15,6 @@ namespace {
 using Korvane::Vector3;
 
 constexpr int resolution = 256;
-constexpr double margin = 0.35;  // of the scene's extent, on each side, for the soft border
 constexpr std::size_t mostIndices =
     3'000'000;  // of more the coarse model casts it: nobody sees that in a blur
 constexpr int blurRadius = 7;
@@ -54,7 +53,7 @@ Image BlurToImage(const std::vector<unsigned char>& coverage) {
 }  // namespace
 
 bool GroundShadow::Create(const Scene& scene, const SceneBuffers& buffers) {
-  PlaceGround(scene);
+  ground = FindGroundPlace(scene);
   program = BuildProgram(shadowVertexShader, shadowFragmentShader);
   std::vector<unsigned char> coverage;
   if (program == 0 || !CastShadow(buffers, coverage)) return false;
@@ -73,44 +72,22 @@ void GroundShadow::Destroy() {
   *this = {};
 }
 
-// The ground touches the scene's box from below, along the box's own axes when the scene stands on one.
-void GroundShadow::PlaceGround(const Scene& scene) {
-  up = scene.GetUpDirection();
-  Vector3 u = std::abs(up.x) < 0.9 ? Vector3(1, 0, 0) : Vector3(0, 1, 0);
-  u = (u - up * u.Dot(up)).Normalized();
-  const Vector3 v = up.Cross(u);
-  const Vector3 half = (scene.GetMax() - scene.GetMin()) * 0.5;
-  const auto reach = [&half](const Vector3& axis) {
-    return std::abs(axis.x) * half.x + std::abs(axis.y) * half.y + std::abs(axis.z) * half.z;
-  };
-  const double smallest = 1e-3 * scene.GetRadius();
-  const double widest = std::max({reach(u), reach(v), smallest});
-  const double halfU = reach(u) + margin * widest;
-  const double halfV = reach(v) + margin * widest;
-  height = std::max(2.0 * reach(up), smallest);
-  // A little lower, so that a floor at the very bottom is not mixed with its shadow.
-  const Vector3 foot = scene.GetCentre() - up * (reach(up) + 2e-3 * scene.GetRadius());
-  origin = foot - u * halfU - v * halfV;
-  sideU = u * (2.0 * halfU);
-  sideV = v * (2.0 * halfV);
-}
-
 // Ground coordinates to -1 to 1; the height to -1 at the ground and 1 at the top.
 Matrix4 GroundShadow::MakeGroundMatrix() const {
   const auto row = [](const Vector3& axis) { return axis * (2.0 / axis.LengthSquared()); };
-  const Vector3 rows[3] = {row(sideU), row(sideV), row(up * height)};
-  Matrix4 ground = identityMatrix;
+  const Vector3 rows[3] = {row(ground.sideU), row(ground.sideV), row(ground.up * ground.height)};
+  Matrix4 matrix = identityMatrix;
   for (std::size_t i = 0; i < 3; ++i) {
-    for (int axis = 0; axis < 3; ++axis) ground[4 * static_cast<std::size_t>(axis) + i] = rows[i][axis];
-    ground[12 + i] = -rows[i].Dot(origin) - 1.0;
+    for (int axis = 0; axis < 3; ++axis) matrix[4 * static_cast<std::size_t>(axis) + i] = rows[i][axis];
+    matrix[12 + i] = -rows[i].Dot(ground.origin) - 1.0;
   }
-  return ground;
+  return matrix;
 }
 
 // The greatest height over each place, into what is bound.
 void GroundShadow::DrawHeights(GLuint cast, const SceneBuffers& buffers,
                                std::vector<unsigned char>& coverage) const {
-  const Matrix4 ground = MakeGroundMatrix();
+  const Matrix4 onGround = MakeGroundMatrix();
   glViewport(0, 0, resolution, resolution);
   glClearColor(0.0F, 0.0F, 0.0F, 0.0F);
   glClear(GL_COLOR_BUFFER_BIT);
@@ -127,7 +104,7 @@ void GroundShadow::DrawHeights(GLuint cast, const SceneBuffers& buffers,
   for (const SceneBuffers::Drawn& drawn : buffers.GetDrawn()) {
     const SceneBuffers::Mesh& mesh = buffers.GetMeshes()[drawn.mesh];
     if (mesh.transparent) continue;
-    SetMatrix(location, ToFloat(Multiply(ground, drawn.transform)));
+    SetMatrix(location, ToFloat(Multiply(onGround, drawn.transform)));
     const std::size_t first = coarse ? mesh.firstCoarse : mesh.firstIndex;
     glDrawElements(GL_TRIANGLES, coarse ? mesh.coarseCount : mesh.indexCount, GL_UNSIGNED_INT,
                    BufferOffset(first * sizeof(std::uint32_t)));
@@ -167,6 +144,7 @@ void GroundShadow::MakeCorners() {
 }
 
 void GroundShadow::Draw(const Projection& projection, float strength) const {
+  const auto& [origin, sideU, sideV, up, height] = ground;
   const bool orthographic = projection.GetProjection()[11] == 0.0;
   const Vector3 from =
       orthographic ? projection.GetFrame().forward * -1.0 : projection.GetFrame().eye - origin;

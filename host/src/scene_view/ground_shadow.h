@@ -2,7 +2,7 @@
 
 #include <epoxy/gl.h>
 
-#include "korvane/vector3.h"
+#include "scene/ground_place.h"
 #include "scene_view/scene_buffers.h"
 #include "zovhost/projection.h"
 
@@ -18,19 +18,12 @@ class GroundShadow {
   void Draw(const Projection& projection, float strength) const;
 
  private:
-  void PlaceGround(const Scene& scene);
   bool CastShadow(const SceneBuffers& buffers, std::vector<unsigned char>& coverage) const;
   Matrix4 MakeGroundMatrix() const;
   void DrawHeights(GLuint cast, const SceneBuffers& buffers, std::vector<unsigned char>& coverage) const;
   void MakeCorners();
 
-  // The ground: a corner, two sides, and the height of the scene above it.
-  Korvane::Vector3 origin;
-  Korvane::Vector3 sideU;
-  Korvane::Vector3 sideV;
-  Korvane::Vector3 up;
-  double height = 1.0;
-
+  GroundPlace ground;
   GLuint texture = 0;
   GLuint program = 0;
   GLuint vertexArray = 0;

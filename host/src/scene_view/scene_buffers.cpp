@@ -14,6 +14,7 @@
 #include "scene_view/coarse_mesh.h"
 #include "scene_view/coarse_parts.h"
 #include "scene_view/crease_edges.h"
+#include "scene_view/packed_edges.h"
 #include "scene_view/packed_vertices.h"
 #include "zovhost/gl_state_guard.h"
 
@@ -23,12 +24,12 @@ namespace {
 
 // Looking for edges takes time and memory in proportion; beyond this they would be a thicket anyway.
 constexpr std::size_t mostEdgeIndices = std::size_t{6} * 1000 * 1000;
-constexpr std::size_t edgeFloats = 6;
 // Triangles that a frame of a moving view draws, so that it keeps up without a graphics card.
 constexpr std::size_t movingTriangles = 100'000;
 constexpr std::size_t mostQuickDraws = 1000;
 constexpr std::size_t fewestCoarse = 500;  // a mesh of fewer triangles is drawn whole
 constexpr std::size_t pieceBytes = std::size_t{4} << 20;
+constexpr const char* UPLOADING = "Uploading";
 
 bool IsTransparent(const Scene& scene, const SceneMesh& mesh) {
   constexpr int opaque = 250;
@@ -61,16 +62,12 @@ void Fill(GLuint buffer, std::size_t offset, const void* data, std::size_t bytes
 }
 
 // The lines of each part of a batch, placed; `found` by mesh of the scene.
-void AppendEdges(const Scene& scene, const PartBatch& batch, const std::vector<std::vector<float>>& found,
-                 std::vector<float>& edges) {
+void AppendEdges(const Scene& scene, const PartBatch& batch, const std::vector<std::vector<Crease>>& found,
+                 std::vector<PackedEdge>& edges) {
   for (const PartBatch::Member& member : batch.members) {
     const ScenePart& part = scene.GetParts()[member.part];
-    const std::vector<float>& lines = found[static_cast<std::size_t>(part.mesh)];
-    for (std::size_t k = 0; k + 2 < lines.size(); k += 3) {
-      const Korvane::Vector3 end =
-          TransformPoint(part.transform, Korvane::Vector3(lines.data() + k)) - batch.origin;
-      for (int axis = 0; axis < 3; ++axis) edges.push_back(static_cast<float>(end[axis]));
-    }
+    for (const Crease& crease : found[static_cast<std::size_t>(part.mesh)])
+      edges.push_back(PackEdge(crease, part.transform, batch.origin));
   }
 }
 
@@ -90,11 +87,7 @@ bool SceneBuffers::Upload(const Scene& scene, const Progress& progress) {
   };
   const auto work = [&](WorkReport& report) { MakePlan(scene, plan, report); };
   if (!RunReported(progress ? planning : Progress(), work)) return false;
-  {
-    const GLStateGuard guard;
-    UploadMaterials(scene);
-    UploadEdges(plan);
-  }
+  if (!UploadMaterials(scene, uploading) || !UploadEdges(plan, uploading)) return false;
   if (!UploadVertices(scene, plan, uploading) || !UploadIndices(scene, plan, uploading)) return false;
   const GLStateGuard guard;
   MakeTriangleArray(plan.hasTexCoords);
@@ -163,7 +156,7 @@ bool SceneBuffers::AreSolid(const Scene& scene, const PartBatch& batch) const {
 // A batch has those of its parts, each found in its own mesh: where parts touch is no fold.
 void SceneBuffers::PlanEdges(const Scene& scene, Plan& plan, WorkReport& report) {
   const std::size_t count = scene.GetMeshes().size();
-  std::vector<std::vector<float>> found(count);
+  std::vector<std::vector<Crease>> found(count);
   std::size_t indicesSeen = 0;
   for (std::size_t i = 0; i < count; ++i) {
     report.Tell(static_cast<double>(i) / static_cast<double>(count));
@@ -176,12 +169,12 @@ void SceneBuffers::PlanEdges(const Scene& scene, Plan& plan, WorkReport& report)
   for (std::size_t i = 0; i < meshes.size(); ++i) {
     const std::size_t before = plan.edges.size();
     if (i < count && plan.sources[i].mesh != nullptr) {
-      plan.edges.insert(plan.edges.end(), found[i].begin(), found[i].end());
+      for (const Crease& crease : found[i]) plan.edges.push_back(PackEdge(crease));
     }
     if (i >= count) AppendEdges(scene, plan.batches[i - count], found, plan.edges);
     if (i >= count) meshes[i].solid = AreSolid(scene, plan.batches[i - count]);
-    meshes[i].firstEdge = before / edgeFloats;
-    meshes[i].edgeCount = static_cast<GLsizei>((plan.edges.size() - before) / edgeFloats);
+    meshes[i].firstEdge = before;
+    meshes[i].edgeCount = static_cast<GLsizei>(plan.edges.size() - before);
   }
 }
 
@@ -243,10 +236,12 @@ void SceneBuffers::SortByMaterial() {
   }
 }
 
-// ---- the upload ----
+// ---- the upload: false where it is broken off ----
 
-void SceneBuffers::UploadMaterials(const Scene& scene) {
+bool SceneBuffers::UploadMaterials(const Scene& scene, const Progress& progress) {
   for (const Image& image : scene.GetImages()) {
+    if (!progress(0.0, UPLOADING)) return false;
+    const GLStateGuard guard;
     textures.push_back(UploadTexture(image, {.mipmaps = true, .repeat = true, .premultiply = false}));
   }
   for (const SceneMaterial& material : scene.GetMaterials()) {
@@ -254,6 +249,7 @@ void SceneBuffers::UploadMaterials(const Scene& scene) {
     materials.push_back({material.colour, hasImage ? textures[static_cast<std::size_t>(material.image)] : 0,
                          material.twoSided});
   }
+  return progress(0.0, UPLOADING);
 }
 
 namespace {
@@ -275,6 +271,7 @@ bool SceneBuffers::UploadVertices(const Scene& scene, const Plan& plan, const Pr
     const GLStateGuard guard;
     vertexBuffer = MakeBuffer(GL_ARRAY_BUFFER, count * stride, nullptr);
   }
+  if (!progress(0.0, UPLOADING)) return false;
   std::vector<std::uint8_t> piece;
   std::size_t done = 0;
   for (const Plan::Source& source : plan.sources) {
@@ -287,7 +284,7 @@ bool SceneBuffers::UploadVertices(const Scene& scene, const Plan& plan, const Pr
       Fill(vertexBuffer, done, piece.data(), piece.size());
       done += piece.size();
       piece.clear();
-      if (!progress(0.7 * static_cast<double>(done) / static_cast<double>(count * stride), "Uploading"))
+      if (!progress(0.7 * static_cast<double>(done) / static_cast<double>(count * stride), UPLOADING))
         return false;
     }
   }
@@ -321,7 +318,7 @@ class IndexUpload {
     Fill(buffer, done * sizeof(std::uint32_t), piece.data(), piece.size() * sizeof(std::uint32_t));
     done += piece.size();
     piece.clear();
-    return progress(0.7 + 0.3 * static_cast<double>(done) / static_cast<double>(count), "Uploading");
+    return progress(0.7 + 0.3 * static_cast<double>(done) / static_cast<double>(count), UPLOADING);
   }
 
  private:
@@ -348,6 +345,7 @@ bool SceneBuffers::UploadIndices(const Scene& scene, const Plan& plan, const Pro
     const GLStateGuard guard;
     indexBuffer = MakeBuffer(GL_ARRAY_BUFFER, count * sizeof(std::uint32_t), nullptr);
   }
+  if (!progress(0.7, UPLOADING)) return false;
   IndexUpload upload(indexBuffer, count, progress);
   for (std::size_t i = 0; i < meshes.size(); ++i) {
     if (plan.sources[i].indexCount == 0) continue;
@@ -376,24 +374,32 @@ void SceneBuffers::MakeTriangleArray(bool hasTexCoords) {
   PointAttributes(hasTexCoords);
 }
 
-void SceneBuffers::UploadEdges(const Plan& plan) {
-  glGenVertexArrays(1, &edgeArray);
-  glBindVertexArray(edgeArray);
-  edgeBuffer = MakeBuffer(GL_ARRAY_BUFFER, plan.edges.size() * sizeof(float), plan.edges.data());
-  for (const GLuint location : {0U, 1U}) {
-    glEnableVertexAttribArray(location);
-    glVertexAttribDivisor(location, 1);
+// The plan has done with them then.
+bool SceneBuffers::UploadEdges(Plan& plan, const Progress& progress) {
+  constexpr std::size_t piece = pieceBytes / sizeof(PackedEdge);
+  const std::vector<PackedEdge> edges = std::exchange(plan.edges, {});
+  {
+    const GLStateGuard guard;
+    glGenVertexArrays(1, &edgeArray);
+    glBindVertexArray(edgeArray);
+    edgeBuffer = MakeBuffer(GL_ARRAY_BUFFER, edges.size() * sizeof(PackedEdge), nullptr);
+    for (const GLuint location : {0U, 1U, 2U, 3U}) {
+      glEnableVertexAttribArray(location);
+      glVertexAttribDivisor(location, 1);
+    }
   }
+  for (std::size_t first = 0; first < edges.size(); first += piece) {
+    const std::size_t count = std::min(piece, edges.size() - first);
+    Fill(edgeBuffer, first * sizeof(PackedEdge), edges.data() + first, count * sizeof(PackedEdge));
+    if (!progress(0.0, UPLOADING)) return false;
+  }
+  return true;
 }
 
 void SceneBuffers::BindEdges(const Mesh& mesh, std::size_t first) const {
   glBindVertexArray(edgeArray);
   glBindBuffer(GL_ARRAY_BUFFER, edgeBuffer);
-  constexpr std::size_t stride = edgeFloats * sizeof(float);
-  for (const GLuint end : {0U, 1U}) {
-    glVertexAttribPointer(end, 3, GL_FLOAT, GL_FALSE, stride,
-                          BufferOffset((mesh.firstEdge + first) * stride + end * stride / 2));
-  }
+  PointEdgeAttributes(mesh.firstEdge + first);
 }
 
 const SceneBuffers::Part* SceneBuffers::FindPart(int index) const {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "scene/work_report.h"
+#include "scene_view/packed_edges.h"
 #include "scene_view/part_batches.h"
 #include "zovhost/projection.h"
 #include "zovhost/scene.h"
@@ -65,7 +66,7 @@ class SceneBuffers {
 
   /// Attributes 0 to 3: position, normal, texture coordinate, colour.
   GLuint GetTriangleArray() const { return triangleArray; }
-  /// Points attributes 0 and 1, both ends of a line, one line an instance, at line `first` of a mesh.
+  /// Points attributes 0 to 3, one line an instance, at line `first` of a mesh.
   void BindEdges(const Mesh& mesh, std::size_t first) const;
 
  private:
@@ -82,7 +83,7 @@ class SceneBuffers {
     std::vector<PartBatch> batches;
     std::vector<Source> sources;
     std::vector<std::vector<std::uint32_t>> coarse;
-    std::vector<float> edges;
+    std::vector<PackedEdge> edges;
     bool hasTexCoords = false;
   };
 
@@ -93,11 +94,11 @@ class SceneBuffers {
   void PlanCoarse(const Scene& scene, Plan& plan, WorkReport& report);
   void SortDrawn(const Scene& scene, const std::vector<bool>& gathered, const Plan& plan);
   void SortByMaterial();
-  void UploadMaterials(const Scene& scene);
+  bool UploadMaterials(const Scene& scene, const Progress& progress);
   static std::size_t CountIndices(const Plan& plan);
   bool UploadVertices(const Scene& scene, const Plan& plan, const Progress& progress);
   bool UploadIndices(const Scene& scene, const Plan& plan, const Progress& progress);
-  void UploadEdges(const Plan& plan);
+  bool UploadEdges(Plan& plan, const Progress& progress);
   void MakeTriangleArray(bool hasTexCoords);
 
   std::vector<Mesh> meshes;  // those of the scene, then those of the batches

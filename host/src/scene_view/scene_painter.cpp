@@ -27,7 +27,9 @@ constexpr std::array<float, 4> Accent(float opacity) {
 
 constexpr std::array<float, 4> highlightColour = Accent(0.55F);
 constexpr std::array<float, 4> selectedEdgeColour = Accent(1.0F);
-constexpr double leastPixels = 2.0;        // across, of what a view that moves still shows
+constexpr double leastPixels = 2.0;  // across, of what a view that moves still shows
+constexpr int edgeCorners = 6;
+constexpr std::size_t edgeTriangles = 4;
 constexpr double edgeWidth = 1.1;          // points
 constexpr double selectedEdgeWidth = 2.2;  // points
 
@@ -52,6 +54,22 @@ std::array<float, 9> NormalMatrix(const Matrix4& m) {
   std::array<float, 9> result{};
   for (std::size_t i = 0; i < 3; ++i) (columns[i] * factor).ToArray(result.data() + 3 * i);
   return result;
+}
+
+// With z' = A z + B and w = slope z + base along the view, z' / w changes by (A base - B slope) / w^2; a
+// pixel is as large as w times its size where w is 1.
+double GetPixelDepth(const Projection& projection, int height) {
+  const Matrix4& p = projection.GetProjection();
+  return (p[14] * p[11] - p[10] * p[15]) * 2.0 / (p[5] * height);
+}
+
+// By how much surfaces are pushed back: by what rounding may take from the edges, which lie in them, and by
+// little more from one material to the next, so that of surfaces that fall together one and the same is seen
+// in all pixels. No further: what stands just behind a surface must not be seen through it.
+void PushBack(std::size_t material) {
+  constexpr std::size_t RANKS = 6;
+  const auto rank = static_cast<float>(material % RANKS);
+  glPolygonOffset(0.02F + 0.006F * rank, 2.0F + 4.0F * rank);
 }
 
 // ---- the plan ----
@@ -106,7 +124,7 @@ class Planner {
     if (mesh.edgeCount == 0 || !frame.volume.Shows(drawn.centre, drawn.radius, 0.0)) return;
     const bool selected = drawn.members.empty() && IsSelected(index);
     const auto count = static_cast<std::size_t>(mesh.edgeCount);
-    constexpr std::size_t most = DrawPace::STEP / 2;  // two triangles a line
+    constexpr std::size_t most = DrawPace::STEP / edgeTriangles;
     for (std::size_t first = 0; first < count; first += most)
       steps.push_back({Kind::Edges, index, first, std::min(most, count - first), selected});
   }
@@ -154,7 +172,7 @@ bool ScenePainter::EdgeProgram::Create() {
   const auto find = [this](const char* uniform) { return glGetUniformLocation(name, uniform); };
   if (name == 0) return false;
   matrix = find("matrix"), viewport = find("viewport"), lineWidth = find("lineWidth");
-  scale = find("scale"), colour = find("colour");
+  scale = find("scale"), pixelDepth = find("pixelDepth"), colour = find("colour");
   return true;
 }
 
@@ -192,18 +210,16 @@ std::size_t ScenePainter::Paint(const SceneFrame& frame, const SceneBuffers& buf
     } else {
       PaintSurface(frame, buffers, step, surface);
     }
-    if (!pace.Pass(step.kind == Kind::Edges ? 2 * step.count : step.count / 3)) return i + 1;
+    if (!pace.Pass(step.kind == Kind::Edges ? edgeTriangles * step.count : step.count / 3)) return i + 1;
   }
   return steps.size();
 }
 
-// Surfaces are pushed back a little, so that the edges drawn on them are seen.
 void ScenePainter::Begin(Kind kind, const SceneFrame& frame, const SceneBuffers& buffers) const {
   const bool opaque = kind == Kind::Opaque;
   glEnable(GL_DEPTH_TEST);
   glFrontFace(GL_CCW);
   glDisable(GL_CULL_FACE);
-  glPolygonOffset(0.6F, 1.0F);
   opaque ? glEnable(GL_POLYGON_OFFSET_FILL) : glDisable(GL_POLYGON_OFFSET_FILL);
   opaque ? glDisable(GL_BLEND) : glEnable(GL_BLEND);
   glDepthMask(opaque ? GL_TRUE : GL_FALSE);
@@ -241,6 +257,7 @@ void ScenePainter::PaintSurface(const SceneFrame& frame, const SceneBuffers& buf
   const bool hidesBacks = mesh.solid && !frame.reduced && frame.volume.IsOutside(drawn.centre, drawn.radius);
   material.twoSided && !hidesBacks ? glDisable(GL_CULL_FACE) : glEnable(GL_CULL_FACE);
   glFrontFace(drawn.mirrored ? GL_CW : GL_CCW);
+  PushBack(mesh.material);
   glUniform4fv(surface.highlight, 1, (step.selected ? highlightColour : noHighlight).data());
   glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(step.count), GL_UNSIGNED_INT,
                  BufferOffset(step.first * sizeof(std::uint32_t)));
@@ -250,6 +267,7 @@ void ScenePainter::BeginEdges(const SceneFrame& frame) const {
   glUseProgram(edge.name);
   glUniform2f(edge.viewport, static_cast<float>(frame.width), static_cast<float>(frame.height));
   glUniform1f(edge.scale, static_cast<float>(frame.scale));
+  glUniform1f(edge.pixelDepth, static_cast<float>(GetPixelDepth(frame.projection, frame.height)));
 }
 
 void ScenePainter::PaintEdges(const SceneFrame& frame, const SceneBuffers& buffers,
@@ -260,7 +278,7 @@ void ScenePainter::PaintEdges(const SceneFrame& frame, const SceneBuffers& buffe
   glUniform4fv(edge.colour, 1, (step.selected ? selectedEdgeColour : frame.ground.edge).data());
   glUniform1f(edge.lineWidth, static_cast<float>(width));
   buffers.BindEdges(buffers.GetMeshes()[drawn.mesh], step.first);
-  glDrawArraysInstanced(GL_TRIANGLE_STRIP, 0, 4, static_cast<GLsizei>(step.count));
+  glDrawArraysInstanced(GL_TRIANGLE_STRIP, 0, edgeCorners, static_cast<GLsizei>(step.count));
 }
 
 }  // namespace zovhost

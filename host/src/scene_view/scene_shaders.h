@@ -86,16 +86,51 @@ void main() {
 }
 )";
 
-// One instance a line; the four corners of its strip come from the number of the vertex. Lines that are
-// short on the screen fade, so that a fine mesh far away does not turn black.
+// One instance a line; the six corners of its strip come from the number of the vertex: along one side of the
+// line, its middle and its other side. Each side lies in the face that is seen there, so that a line is
+// hidden where its faces are, however steep they are and however small they are drawn. Lines that are short
+// on the screen fade, and so do those whose faces are narrow: a fine mesh far away does not turn black.
 inline constexpr const char* edgeVertexShader = R"(
 layout(location = 0) in vec3 from;
 layout(location = 1) in vec3 to;
+layout(location = 2) in vec4 firstFace;  // from the line into it, and how broad it is
+layout(location = 3) in vec4 otherFace;
 uniform mat4 matrix;
 uniform vec2 viewport;   // pixels
 uniform float lineWidth; // pixels
 uniform float scale;     // pixels a point
+uniform float pixelDepth; // by how much a pixel's size changes the depth where w is 1
 out float strength;
+
+// How many pixels a face reaches across the line, to the right of it or (below zero) to the left, and by how
+// much its depth changes up to there.
+vec2 Reach(vec4 face, vec4 end, vec2 along, float depthAlong) {
+  vec4 far = matrix * vec4(face.xyz * (exp2(face.w * 16.0) * distance(from, to)), 0.0);
+  vec3 change = (far.xyz - end.xyz * (far.w / end.w)) / end.w;
+  vec2 pixels = change.xy * viewport * 0.5;
+  return vec2(dot(pixels, vec2(along.y, -along.x)), change.z - depthAlong * dot(pixels, along));
+}
+
+// Half a line's width into a face. Of one that is all but seen from its side that is not far, since where such
+// a face begins and ends falls into one pixel.
+float DepthAt(vec2 reach, float w) {
+  float width = 0.5 * lineWidth;
+  float most = 6.0 * width * pixelDepth / w;
+  return clamp(reach.y * min(width / max(abs(reach.x), 1e-6), 1.0), -most, most);
+}
+
+// On the side `right` (1 or -1): of the faces that are there the nearest; the other side's goes on where there
+// is none.
+float DepthOfSide(vec2 a, vec2 b, float right, float w) {
+  bool hasA = a.x * right > 0.0;
+  bool hasB = b.x * right > 0.0;
+  float depthA = DepthAt(a, w);
+  float depthB = DepthAt(b, w);
+  if (hasA && hasB) return min(depthA, depthB);
+  if (hasA || hasB) return hasA ? depthA : depthB;
+  return -min(depthA, depthB);
+}
+
 void main() {
   vec4 a = matrix * vec4(from, 1.0);
   vec4 b = matrix * vec4(to, 1.0);
@@ -111,11 +146,18 @@ void main() {
   if (db < 0.0) b = mix(b, a, db / (db - da));
   vec2 along = (b.xy / b.w - a.xy / a.w) * viewport * 0.5;
   float size = length(along);
-  strength = smoothstep(2.0, 14.0, size / scale);
+  float depthAlong = size > 1e-4 ? (b.z / b.w - a.z / a.w) / size : 0.0;
   along = size > 1e-4 ? along / size : vec2(1.0, 0.0);
-  vec2 across = vec2(-along.y, along.x) * (gl_VertexID % 2 == 0 ? 0.5 : -0.5) * lineWidth;
-  gl_Position = gl_VertexID < 2 ? a : b;
-  gl_Position.xy += across / viewport * 2.0 * gl_Position.w;
+  vec4 end = gl_VertexID % 2 == 0 ? a : b;
+  vec2 first = Reach(firstFace, end, along, depthAlong);
+  vec2 other = Reach(otherFace, end, along, depthAlong);
+  strength = smoothstep(2.0, 14.0, size / scale) *
+             smoothstep(1.0, 4.0, max(abs(first.x), abs(other.x)) / scale);
+  float right = float(gl_VertexID / 2 - 1);
+  gl_Position = end;
+  if (right == 0.0) return;
+  gl_Position.z += DepthOfSide(first, other, right, end.w) * end.w;
+  gl_Position.xy += vec2(along.y, -along.x) * (right * lineWidth) / viewport * end.w;
 }
 )";
 

@@ -100,7 +100,7 @@ void GLRenderer::SetCamera(const CameraParameters& camera) {
   impl->hasCamera = true;
 }
 
-void GLRenderer::SetSceneSphere(const SceneSphere& sphere) { impl->sphere = sphere; }
+void GLRenderer::SetSceneSphere(const SceneSphere& sphere) { impl->depths = SceneDepths(sphere); }
 void GLRenderer::SetSceneDraw(SceneDraw draw) { impl->sceneDraw = std::move(draw); }
 void GLRenderer::SetSceneRay(SceneRay ray) { impl->sceneRay = std::move(ray); }
 
@@ -109,7 +109,7 @@ void GLRenderer::SetFaceShow(FaceShow show) { impl->faceShow = std::move(show); 
 void GLRenderer::SetScene(const Scene* scene) {
   EndMouseoverComponent();
   impl->scene = scene;
-  impl->sphere = scene != nullptr ? SceneSphere{scene->GetCentre(), scene->GetRadius()} : SceneSphere{};
+  impl->depths = scene != nullptr ? SceneDepths(*scene) : SceneDepths();
   impl->sceneRay = nullptr;
   if (scene == nullptr) return;
   impl->sceneRay = [scene](const Vector3& origin, const Vector3& direction, Vector3& point) {

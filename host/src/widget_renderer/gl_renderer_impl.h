@@ -6,6 +6,7 @@
 #include <string>
 
 #include "pictures/label_styles.h"
+#include "scene/scene_depths.h"
 #include "widget_renderer/ball_painter.h"
 #include "widget_renderer/gl_painter.h"
 #include "widget_renderer/icon_store.h"
@@ -53,7 +54,7 @@ class GLRenderer::Impl {
   double scale = 1.0;
   Korvane::CameraParameters camera;
   bool hasCamera = false;
-  SceneSphere sphere;
+  SceneDepths depths;
   SceneDraw sceneDraw;
   SceneRay sceneRay;
   const Scene* scene = nullptr;

@@ -130,7 +130,7 @@ bool GLRenderer::Impl::BeginPass(const Box2& box, const CameraParameters& passCa
     return true;
   }
   if (mode == RENDER_SCENE) {
-    SetProjectedView(Projection(passCamera, sphere), area);
+    SetProjectedView(depths.MakeProjection(passCamera), area);
     return true;
   }
   // The half angles alone decide, whatever the camera says of its projection.

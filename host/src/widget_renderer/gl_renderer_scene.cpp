@@ -20,7 +20,7 @@ bool GLRenderer::QueryRaySceneIntersection(const Vector3& origin, const Vector3&
 // middle in the middle, and takes what lies beside it only when there is nothing.
 bool GLRenderer::QueryScreenRectRaySceneIntersection(int left, int bottom, int right, int top, Vector3& hit) {
   if (!impl->sceneRay || !impl->hasCamera) return false;
-  const Projection projection(impl->camera, impl->sphere);
+  const Projection projection(impl->camera, impl->depths.GetSphere());
   const Vector2 middle((static_cast<double>(left) + right) / 2.0, (static_cast<double>(bottom) + top) / 2.0);
   const Vector2 step((static_cast<double>(right) - left) / (rectangleRays - 1),
                      (static_cast<double>(top) - bottom) / (rectangleRays - 1));
@@ -42,7 +42,7 @@ bool GLRenderer::QueryScreenRectRaySceneIntersection(int left, int bottom, int r
 
 bool GLRenderer::ProjectToScreen(Vector3 point, Vector2& pixel) {
   if (!impl->hasCamera) return false;
-  const Projection projection(impl->camera, impl->sphere);
+  const Projection projection(impl->camera, impl->depths.GetSphere());
   return projection.WorldToPixel(point, impl->viewport.width, impl->viewport.height, pixel);
 }
 
@@ -57,7 +57,7 @@ bool GLRenderer::BeginMouseoverComponent(bool highlightFaces) {
 
 bool GLRenderer::GetMouseoverComponent(Vector2 pixel, Vector3& point, Vector3& normal) {
   if (!impl->picksFaces || !impl->hasCamera) return false;
-  const Projection projection(impl->camera, impl->sphere);
+  const Projection projection(impl->camera, impl->depths.GetSphere());
   Vector3 origin;
   Vector3 direction;
   Scene::Hit hit;
