@@ -264,7 +264,8 @@ bool Storyboard::BeginRecordWalk() {
     // A view that may not switch stays as it is.
     if (QueryCamera(*hub).IsOrthographic()) (void)hub->AutoSwitchToPerspectiveProjection();
     if (!now || !CanRecordWalk()) return false;
-    if (now->partners.hub.Get() == nullptr || IsRecordingWalk()) return false;  // by the host, who was asked
+    if (!now || now->partners.hub.Get() == nullptr || IsRecordingWalk())
+      return false;  // by the host, who was asked
     const auto recorder = std::make_shared<WalkRecorder>();
     recorder->SetKorvane(now->partners.hub.Get());
     recorder->SetRenderer(now->partners.renderer.Get());

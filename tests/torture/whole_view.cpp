@@ -138,6 +138,9 @@ void WholeView::LetGo() {
   disc.SetActiveDisc(DiscType::None);
   hub.EndShot();
   hub.EndOperation(OPERATION_ALL);
+  manager.SetActiveTool(LOOK_AT);  // one that was left in its flight finds it over when it is drawn again
+  Frame();
+  manager.SetActiveTool(0);
   Move(400, 300);
   Frames(2);
   pass(time, 10000);
