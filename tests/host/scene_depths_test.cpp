@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "graphics_canvas.h"
+#include "support/allocation_counter.h"
 #include "support/random.h"
 #include "zovhost/gl_scene_view.h"
 #include "zovhost/offscreen_target.h"
@@ -189,6 +190,19 @@ TEST_F(SceneDepthsTest, of_very_many_parts_the_near_plane_follows_those_that_are
     AddSquare(data, {static_cast<double>(i % SIDE), static_cast<double>(i / SIDE), 0}, 0.4F, WHITE);
   const auto scene = Make(std::move(data));
   EXPECT_GT(SceneDepths(*scene).MakeProjection(LookAt({20, 15, 10}, {20, 15, 0})).GetNear(), 4.0);
+}
+
+TEST_F(SceneDepthsTest, depths_of_a_frame_ask_for_no_memory) {
+  zovhost::SceneData data;
+  for (int i = -20; i <= 20; ++i) AddSquare(data, {i * 3.0, i * 1.0, i * 2.0}, 9.0F, WHITE);
+  const auto scene = Make(std::move(data));
+  const SceneDepths depths(*scene);
+  const AllocationCounter counter;
+  double nearest = 0.0;
+  for (int i = 0; i < 50; ++i)
+    nearest += depths.MakeProjection(LookAt({90, i * 4.0, 40}, {0, 0, 0})).GetNear();
+  EXPECT_EQ(counter.GetAllocations(), 0U);
+  EXPECT_GT(nearest, 50.0) << "there was something to cut";
 }
 
 TEST_F(SceneDepthsTest, what_marks_the_pivot_is_not_cut_off) {

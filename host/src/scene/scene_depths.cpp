@@ -4,7 +4,6 @@
 #include <array>
 #include <cstddef>
 #include <map>
-#include <utility>
 
 #include "scene/ground_place.h"
 #include "zovhost/scene.h"
@@ -93,9 +92,10 @@ class ViewPyramid {
     constexpr std::size_t FACES[6][4] = {{0, 1, 3, 2}, {4, 5, 7, 6}, {0, 1, 5, 4},
                                          {2, 3, 7, 6}, {0, 2, 6, 4}, {1, 3, 7, 5}};
     for (const auto& face : FACES) {
-      const std::vector<Vector3> seen =
-          Cut({corners[face[0]], corners[face[1]], corners[face[2]], corners[face[3]]});
-      for (const Vector3& corner : seen) most = std::min(most, corner.z);
+      Polygon seen;
+      for (const std::size_t corner : face) seen.Add(corners[corner]);
+      Cut(seen);
+      for (std::size_t i = 0; i < seen.count; ++i) most = std::min(most, seen.corners[i].z);
     }
     return most;
   }
@@ -105,6 +105,15 @@ class ViewPyramid {
     Vector3 normal;
     double offset = 0.0;
     double Measure(const Vector3& point) const { return normal.Dot(point) + offset; }
+  };
+
+  // A face of a box: each side that cuts it gives it one corner more. In a frame no memory is asked for.
+  struct Polygon {
+    std::array<Vector3, 8> corners;
+    std::size_t count = 0;
+    void Add(const Vector3& corner) {
+      if (count < corners.size()) corners[count++] = corner;
+    }
   };
 
   static Vector3 CornerOf(const Box& box, std::size_t number) {
@@ -125,21 +134,20 @@ class ViewPyramid {
     return frame.right * own.x + frame.up * own.y + frame.forward * own.z;
   }
 
-  // What all sides leave of a polygon.
-  std::vector<Vector3> Cut(std::vector<Vector3> polygon) const {
+  // Leaves of a polygon what all sides leave of it.
+  void Cut(Polygon& polygon) const {
     for (const Plane& side : sides) {
-      std::vector<Vector3> left;
-      for (std::size_t i = 0; i < polygon.size(); ++i) {
-        const Vector3& from = polygon[i];
-        const Vector3& to = polygon[(i + 1) % polygon.size()];
+      Polygon left;
+      for (std::size_t i = 0; i < polygon.count; ++i) {
+        const Vector3& from = polygon.corners[i];
+        const Vector3& to = polygon.corners[(i + 1) % polygon.count];
         const double a = side.Measure(from);
         const double b = side.Measure(to);
-        if (a >= 0.0) left.push_back(from);
-        if ((a >= 0.0) != (b >= 0.0)) left.push_back(from + (to - from) * (a / (a - b)));
+        if (a >= 0.0) left.Add(from);
+        if ((a >= 0.0) != (b >= 0.0)) left.Add(from + (to - from) * (a / (a - b)));
       }
-      polygon = std::move(left);
+      polygon = left;
     }
-    return polygon;
   }
 
   const CameraFrame frame;
