@@ -103,7 +103,7 @@ FOREIGN = {room: tuple(names.split()) for room, names in {
     "stories": "nlohmann/",
     "views": "pugixml.hpp zip.h",
     "images": "gdk-pixbuf/",
-    "scene": "assimp/ embree3/ linux/ sys/ fcntl.h poll.h signal.h unistd.h",
+    "scene": "assimp/ embree3/ linux/ sys/ fcntl.h malloc.h poll.h signal.h unistd.h",
     "gl": "epoxy/",
     "pictures": "cairo.h librsvg/ pango/",
     "picture_files": "pango/ png.h webp/",

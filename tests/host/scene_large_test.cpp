@@ -7,6 +7,10 @@
 #include <set>
 #include <thread>
 
+#if defined(__GLIBC__)
+#  include <malloc.h>
+#endif
+
 #include "host/large_meshes.h"
 #include "host/scene_files.h"
 #include "scene/background_work.h"
@@ -161,6 +165,22 @@ TEST_F(LargeScene, has_the_face_of_a_large_fan_by_its_index) {
   EXPECT_LT(static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC, 1.0);
   EXPECT_EQ(face.triangles.size(), TRIANGLES);
 }
+
+#if defined(__GLIBC__)
+// It stays for as long as the scene does.
+TEST_F(LargeScene, the_index_of_its_faces_takes_less_than_half_the_memory_of_its_triangles) {
+  const auto countBytes = [] {
+    const struct mallinfo2 held = mallinfo2();
+    return held.uordblks + held.hblkhd;
+  };
+  const std::atomic<bool> stopped = false;
+  const SceneMesh hills = MakeHills(700);
+  const std::size_t before = countBytes();
+  zovhost::SideIndex sides;
+  ASSERT_TRUE(sides.Build(hills, stopped));
+  EXPECT_LT(countBytes() - before, hills.indices.size() * sizeof(std::uint32_t) / 2);
+}
+#endif
 
 TEST_F(LargeScene, finds_faces_before_and_after_they_were_prepared_and_while_another_is_loaded) {
   const auto scene = zovhost::MakeScene(zovtest::MakeSceneData(MakeHills(300)), error);

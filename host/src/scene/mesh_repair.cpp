@@ -95,13 +95,14 @@ Vector3 GetDirection(const Vector3& v) {
   return largest > 0.0 ? (v / largest).Normalized() : Vector3();
 }
 
-// Of three successive indices a triangle.
-Corner GetCorner(const SceneMesh& mesh, std::size_t corner) {
+// Of three successive indices a triangle; `vertexOf` tells what vertex an index is.
+template <typename VertexOf>
+Corner GetCorner(const SceneMesh& mesh, std::size_t corner, const VertexOf& vertexOf) {
   const std::size_t first = corner - corner % 3;
   std::array<Vector3, 3> edges;
   for (std::size_t i = 0; i < 3; ++i) {
-    const Vector3 from = GetVertex(mesh.positions, mesh.indices[first + i]);
-    const Vector3 to = GetVertex(mesh.positions, mesh.indices[first + (i + 1) % 3]);
+    const Vector3 from = GetVertex(mesh.positions, vertexOf(mesh.indices[first + i]));
+    const Vector3 to = GetVertex(mesh.positions, vertexOf(mesh.indices[first + (i + 1) % 3]));
     edges[i] = GetDirection(to - from);
   }
   const std::size_t own = corner - first;
@@ -151,7 +152,20 @@ Vector3 GetSmoothNormal(const std::vector<Corner>& around, const Vector3& own) {
 // Corners of one vertex that got the same normal stay one vertex; the others become copies of it.
 class VertexSplitter {
  public:
-  explicit VertexSplitter(std::size_t vertexCount) : firstCopy(vertexCount, NONE) {}
+  // Each vertex is one copy at least.
+  explicit VertexSplitter(std::size_t vertexCount) : firstCopy(vertexCount, NONE) {
+    copies.reserve(vertexCount);
+  }
+
+  // An index that has been replaced by a copy is counted on from the vertices, so that new ones and old ones
+  // can stand in one list.
+  std::uint32_t Mark(std::uint32_t copy) const { return copy + static_cast<std::uint32_t>(firstCopy.size()); }
+  std::uint32_t GetVertex(std::uint32_t index) const {
+    return index < firstCopy.size() ? index : copies[GetCopy(index)].vertex;
+  }
+  std::uint32_t GetCopy(std::uint32_t marked) const {
+    return marked - static_cast<std::uint32_t>(firstCopy.size());
+  }
 
   std::uint32_t Find(std::uint32_t vertex, const Vector3& normal, bool mayShare) {
     const std::array<float, 3> rounded = {static_cast<float>(normal.x), static_cast<float>(normal.y),
@@ -164,6 +178,7 @@ class VertexSplitter {
   }
 
   void Apply(SceneMesh& mesh) const {
+    for (std::uint32_t& index : mesh.indices) index = GetCopy(index);
     std::vector<std::uint32_t> kept;
     std::vector<float> normals;
     kept.reserve(copies.size());
@@ -187,25 +202,30 @@ class VertexSplitter {
   std::vector<Copy> copies;
 };
 
-// A corner is worked out where its point is: a list of all would take more memory than the mesh.
-void GenerateNormals(SceneMesh& mesh, WorkReport* report) {
-  mesh.normals.clear();
+// A corner is worked out where its point is: a list of all would take more memory than the mesh. For the same
+// reason the new indices take the places of the old ones.
+void SplitByNormals(SceneMesh& mesh, VertexSplitter& splitter, WorkReport* report) {
   const CornerGroups groups = GroupByPoint(mesh);
-  VertexSplitter splitter(mesh.positions.size() / 3);
-  std::vector<std::uint32_t> newIndices(mesh.indices.size());
+  const auto vertexOf = [&splitter](std::uint32_t index) { return splitter.GetVertex(index); };
   std::vector<Corner> around;
   for (std::size_t g = 0; g + 1 < groups.starts.size(); ++g) {
     if (report != nullptr) report->Count(g, groups.starts.size());
     const std::uint32_t* group = groups.order.data() + groups.starts[g];
     const std::size_t size = groups.starts[g + 1] - groups.starts[g];
     around.clear();
-    for (std::size_t i = 0; i < size; ++i) around.push_back(GetCorner(mesh, group[i]));
+    for (std::size_t i = 0; i < size; ++i) around.push_back(GetCorner(mesh, group[i], vertexOf));
     for (std::size_t i = 0; i < size; ++i) {
       const Vector3 normal = GetSmoothNormal(around, around[i].faceNormal);
-      newIndices[group[i]] = splitter.Find(mesh.indices[group[i]], normal, size <= MOST_CORNERS);
+      std::uint32_t& index = mesh.indices[group[i]];
+      index = splitter.Mark(splitter.Find(index, normal, size <= MOST_CORNERS));
     }
   }
-  mesh.indices = std::move(newIndices);
+}
+
+void GenerateNormals(SceneMesh& mesh, WorkReport* report) {
+  mesh.normals = {};
+  VertexSplitter splitter(mesh.positions.size() / 3);
+  SplitByNormals(mesh, splitter, report);
   splitter.Apply(mesh);
 }
 
@@ -220,7 +240,7 @@ void RepairNormals(SceneMesh& mesh, WorkReport* report) {
   if (broken.size() == mesh.normals.size() / 3) return GenerateNormals(mesh, report);  // as good as missing
   std::vector<Vector3> sums(mesh.positions.size() / 3);
   for (std::size_t i = 0; i < mesh.indices.size(); ++i) {
-    const Corner corner = GetCorner(mesh, i);
+    const Corner corner = GetCorner(mesh, i, [](std::uint32_t index) { return index; });
     sums[mesh.indices[i]] += corner.faceNormal * corner.angle;
   }
   for (const std::size_t vertex : broken)

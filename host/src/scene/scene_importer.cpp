@@ -4,6 +4,9 @@
 #include <assimp/importerdesc.h>
 #include <assimp/postprocess.h>
 #include <assimp/scene.h>
+#if defined(__GLIBC__)
+#  include <malloc.h>
+#endif
 
 #include <algorithm>
 #include <assimp/Importer.hpp>
@@ -235,12 +238,23 @@ class SceneConverter {
     return mesh;
   }
 
-  static void CopyTriangles(const aiMesh& from, SceneMesh& mesh) {
+  // A face is a small block of its own, and takes several times the memory of its three indices.
+  static void CopyTriangles(aiMesh& from, SceneMesh& mesh) {
+    constexpr unsigned PIECE = 1U << 20;
     mesh.indices.reserve(std::size_t{3} * from.mNumFaces);
     for (unsigned i = 0; i < from.mNumFaces; ++i) {
-      const aiFace& face = from.mFaces[i];  // lines and points keep fewer corners
+      aiFace& face = from.mFaces[i];  // lines and points keep fewer corners
       if (face.mNumIndices == 3) mesh.indices.insert(mesh.indices.end(), face.mIndices, face.mIndices + 3);
+      Free(face.mIndices);
+      if ((i + 1) % PIECE == 0) ReturnFreeMemory();
     }
+  }
+
+  // To the system: small blocks stay with the process otherwise.
+  static void ReturnFreeMemory() {
+#if defined(__GLIBC__)
+    malloc_trim(0);
+#endif
   }
 
   static void CopyVectors(const aiVector3D* from, unsigned count, std::vector<float>& to) {

@@ -15,7 +15,7 @@ namespace {
 using Korvane::Vector3;
 using Box = TriangleClusters::Box;
 
-constexpr std::size_t SIZE = 16;  // triangles in a cluster
+constexpr std::size_t SIZE = 32;  // triangles in a cluster
 // Clusters of triangles that lie side by side have less surface than the boxes of all their triangles; ones
 // of scattered triangles many times that.
 constexpr double LARGEST_SURFACE = 4.0;

@@ -90,7 +90,7 @@ bool SceneBuffers::Upload(const Scene& scene, const Progress& progress) {
   if (!UploadMaterials(scene, uploading) || !UploadEdges(plan, uploading)) return false;
   if (!UploadVertices(scene, plan, uploading) || !UploadIndices(scene, plan, uploading)) return false;
   const GLStateGuard guard;
-  MakeTriangleArray(plan.hasTexCoords);
+  MakeTriangleArray(plan);
   return glGetError() == GL_NO_ERROR;
 }
 
@@ -141,7 +141,10 @@ void SceneBuffers::PlanMeshes(const Scene& scene, const std::vector<bool>& gathe
     const bool ofMesh = source.mesh != nullptr;
     const bool ofBatch = source.batch != nullptr;
     if ((ofMesh && !source.mesh->texCoords.empty()) || (ofBatch && source.batch->hasTexCoords))
-      plan.hasTexCoords = true;
+      plan.kind.hasTexCoords = true;
+    if ((ofMesh && !source.mesh->colours.empty()) || (ofBatch && source.batch->hasColours))
+      plan.kind.hasColours = true;
+    plan.vertexCount += source.vertexCount;
     const int material = ofMesh ? source.mesh->material : ofBatch ? source.batch->material : 0;
     meshes.push_back({.material = static_cast<std::size_t>(material)});
   }
@@ -264,12 +267,10 @@ const SceneMesh& TakeMesh(const Scene& scene, const SceneMesh* mesh, const PartB
 }  // namespace
 
 bool SceneBuffers::UploadVertices(const Scene& scene, const Plan& plan, const Progress& progress) {
-  const std::size_t stride = GetVertexSize(plan.hasTexCoords);
-  std::size_t count = 0;
-  for (const Plan::Source& source : plan.sources) count += source.vertexCount;
+  const std::size_t size = GetBufferSize(plan.kind, plan.vertexCount);
   {
     const GLStateGuard guard;
-    vertexBuffer = MakeBuffer(GL_ARRAY_BUFFER, count * stride, nullptr);
+    vertexBuffer = MakeBuffer(GL_ARRAY_BUFFER, size, nullptr);
   }
   if (!progress(0.0, UPLOADING)) return false;
   std::vector<std::uint8_t> piece;
@@ -279,15 +280,15 @@ bool SceneBuffers::UploadVertices(const Scene& scene, const Plan& plan, const Pr
     SceneMesh made;
     const SceneMesh& mesh = TakeMesh(scene, source.mesh, source.batch, made);
     for (std::size_t i = 0; i < source.vertexCount; ++i) {
-      AppendVertex(mesh, i, plan.hasTexCoords, piece);
+      AppendVertex(mesh, i, plan.kind, piece);
       if (piece.size() < pieceBytes) continue;
       Fill(vertexBuffer, done, piece.data(), piece.size());
       done += piece.size();
       piece.clear();
-      if (!progress(0.7 * static_cast<double>(done) / static_cast<double>(count * stride), UPLOADING))
-        return false;
+      if (!progress(0.7 * static_cast<double>(done) / static_cast<double>(size), UPLOADING)) return false;
     }
   }
+  AppendEnd(plan.kind, piece);
   Fill(vertexBuffer, done, piece.data(), piece.size());
   return true;
 }
@@ -366,12 +367,12 @@ bool SceneBuffers::UploadIndices(const Scene& scene, const Plan& plan, const Pro
   return upload.Flush();
 }
 
-void SceneBuffers::MakeTriangleArray(bool hasTexCoords) {
+void SceneBuffers::MakeTriangleArray(const Plan& plan) {
   glGenVertexArrays(1, &triangleArray);
   glBindVertexArray(triangleArray);
   glBindBuffer(GL_ARRAY_BUFFER, vertexBuffer);
   glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, indexBuffer);
-  PointAttributes(hasTexCoords);
+  PointAttributes(plan.kind, plan.vertexCount);
 }
 
 // The plan has done with them then.

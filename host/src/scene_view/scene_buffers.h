@@ -8,6 +8,7 @@
 
 #include "scene/work_report.h"
 #include "scene_view/packed_edges.h"
+#include "scene_view/packed_vertices.h"
 #include "scene_view/part_batches.h"
 #include "zovhost/projection.h"
 #include "zovhost/scene.h"
@@ -84,7 +85,8 @@ class SceneBuffers {
     std::vector<Source> sources;
     std::vector<std::vector<std::uint32_t>> coarse;
     std::vector<PackedEdge> edges;
-    bool hasTexCoords = false;
+    VertexKind kind;
+    std::size_t vertexCount = 0;
   };
 
   void MakePlan(const Scene& scene, Plan& plan, WorkReport& report);
@@ -99,7 +101,7 @@ class SceneBuffers {
   bool UploadVertices(const Scene& scene, const Plan& plan, const Progress& progress);
   bool UploadIndices(const Scene& scene, const Plan& plan, const Progress& progress);
   bool UploadEdges(Plan& plan, const Progress& progress);
-  void MakeTriangleArray(bool hasTexCoords);
+  void MakeTriangleArray(const Plan& plan);
 
   std::vector<Mesh> meshes;  // those of the scene, then those of the batches
   std::vector<Material> materials;
