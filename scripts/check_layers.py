@@ -87,14 +87,14 @@ ROOM_OF_HEADER = {f"zovhost/{name}.h": room for room, names in {
     "picture_files": "picture",
     "widget_renderer": "gl_renderer",
     "scene_view": "gl_scene_view scene_ground",
-    "window": "gui panel_icons panel_texts window",
+    "window": "gui panel_icons panel_texts text_field window",
     "input": """click_watch held_keys key_table navigation_style pointer_wrap touch_camera touch_gestures touch_navigation
         wheel_counter window_view_manager""",
     "focus": "keyboard_focus view_focus",
     "devices": "six_axis_settings six_axis_source six_axis_hand spnav_source game_controller_source",
     "cube": "cube_dress",
-    "bars": "navigation_bar_host toolbar_dress tooltip_note",
-    "panels": "menu_keys panel_tip shot_editor_panel six_axis_panel",
+    "bars": "disc_tooltips navigation_bar_host toolbar_dress tooltip_note",
+    "panels": "menu_keys page_keys panel_tip shot_editor_panel six_axis_panel",
     "dialogs": "file_dialog",
 }.items() for name in names.split()}
 # What a room may know beside the standard library, by how the name of a header begins.

@@ -105,14 +105,15 @@ TEST_F(SettingsFileTest, reduced_motion_that_is_no_switch_is_refused) {
 
 TEST_F(SettingsFileTest, choices_for_the_program_are_read_as_they_were_kept) {
   ASSERT_TRUE(Read());
-  settings.GetChoices() = {false, "pl", "white", "cad", "scene", "folded", {"/a/house.glb", "\xC3\xA4.obj"}};
+  settings.GetChoices() = {
+      false, "pl", "white", "middle-orbits", "scene", "folded", {"/a/house.glb", "\xC3\xA4.obj"}};
   ASSERT_TRUE(Keep()) << error;
   SettingsFile again(file);
   ASSERT_TRUE(again.Read(disc, error)) << error;
   const zovview::Choices& read = again.GetChoices();
   EXPECT_EQ(read.language, "pl");
   EXPECT_EQ(read.ground, "white");
-  EXPECT_EQ(read.navigationStyle, "cad");
+  EXPECT_EQ(read.navigationStyle, "middle-orbits");
   EXPECT_EQ(read.pivotPolicy, "scene");
   EXPECT_EQ(read.panel, "folded");
   EXPECT_EQ(read.recentFiles, (std::vector<std::string>{"/a/house.glb", "\xC3\xA4.obj"}));
@@ -416,6 +417,11 @@ INSTANTIATE_TEST_SUITE_P(
         BrokenFile{"tools_under_the_cube", "{\"version\": 1, \"toolbar\": {\"at\": \"cube\"}}"},
         BrokenFile{"shown_as_a_number", "{\"version\": 1, \"toolbar\": {\"shown\": 1}}"},
         BrokenFile{"a_language_as_a_number", "{\"version\": 1, \"language\": 7}"},
+        BrokenFile{"no_such_language", "{\"version\": 1, \"language\": \"tlh\"}"},
+        BrokenFile{"no_such_ground", "{\"version\": 1, \"ground\": \"plaid\"}"},
+        BrokenFile{"no_such_style", "{\"version\": 1, \"navigationStyle\": \"own \"}"},
+        BrokenFile{"no_such_pivot", "{\"version\": 1, \"pivotPolicy\": \"First\"}"},
+        BrokenFile{"no_such_panel", "{\"version\": 1, \"panel\": \"half\"}"},
         BrokenFile{"a_ground_of_endless_words",
                    "{\"version\": 1, \"ground\": \"" + std::string(5'000, 'a') + "\"}"},
         BrokenFile{"recent_files_in_words", "{\"version\": 1, \"recentFiles\": \"all\"}"},

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -56,10 +57,50 @@ class ViewerListsKeysTest : public ViewerTest {
     StepTo(SDLK_DOWN, "Named views");
     Key(SDLK_DOWN);
   }
+  void OpenByMouse(const char* command) {
+    Move(WIDTH / 2, HEIGHT / 2);
+    viewer->GetView(0).Run(*zovview::FindViewCommand(command));
+    ComeToRest();
+  }
   Names GetNames() const {
     Names names;
     for (const zovhost::NamedView& view : viewer->GetNamedViews().GetViews().Get())
       names.push_back(view.name);
+    return names;
+  }
+  Korvane::Vector3 GetDirection() const {
+    const Korvane::CameraParameters& camera = GetHub().GetView();
+    return (camera.centre - camera.eye).Normalized();
+  }
+  // Of the view after that button of the cube.
+  Korvane::Vector3 GetDirectionAt(const std::string& button) {
+    Key(SDLK_ESCAPE);
+    Key(SDLK_HOME);
+    TabTo("Cube");
+    Key(SDLK_TAB);
+    WalkTo([&] { return present.name == button; });
+    EXPECT_EQ(present.name, button);
+    Key(SDLK_RETURN);
+    return GetDirection();
+  }
+  // By arrows, to all that they lead to, until it is there.
+  template <class Stop>
+  void WalkTo(const Stop& stop) {
+    constexpr SDL_Keycode WAYS[] = {SDLK_DOWN, SDLK_LEFT, SDLK_UP, SDLK_RIGHT};
+    unsigned random = 12345;
+    for (int i = 0; i < 400 && !stop(); ++i) {
+      random = random * 1664525U + 1013904223U;
+      Press(WAYS[random >> 30U]);
+    }
+    ComeToRest();
+  }
+  Names FindNamesAround() {
+    std::set<int> known;
+    Names names;
+    WalkTo([&] {
+      if (known.insert(present.id).second) names.push_back(present.name);
+      return names.size() >= 12U;
+    });
     return names;
   }
   double GetHeightOfFocus() const { return viewer->GetPanelFocus().Get()->bounds.center.y; }
@@ -218,12 +259,80 @@ TEST_F(ViewerListsKeysTest, the_page_of_devices_has_the_keys_and_escape_closes_i
   TabTo("Cube");
 }
 
-TEST_F(ViewerListsKeysTest, a_page_that_the_mouse_opens_leaves_the_keys_to_the_view) {
-  Move(WIDTH / 2, HEIGHT / 2);
-  viewer->GetView(0).Run(*zovview::FindViewCommand("device-page"));
-  ComeToRest();
+TEST_F(ViewerListsKeysTest, a_page_that_the_mouse_opens_is_entered_by_tab_and_left_by_it) {
+  Korvane::Cam3DController& device = *viewer->GetView(0).GetTarget().device;
+  OpenByMouse("device-page");
   ASSERT_TRUE(viewer->GetDevices().IsPageVisible());
-  TabTo("Cube");
+  EXPECT_FALSE(viewer->GetDevices().GetPage().GetKeys().AreHere());
+  Key(SDLK_TAB);
+  EXPECT_TRUE(viewer->GetDevices().GetPage().GetKeys().AreHere());
+  Key(SDLK_RETURN);
+  Key(SDLK_DOWN);
+  Key(SDLK_RETURN);
+  EXPECT_EQ(device.GetNavigationMode(), Korvane::Cam3DController::NavigationMode::MODE_WALK);
+  Key(SDLK_TAB);
+  EXPECT_EQ(present.group, "Cube") << "and on to the view";
+  EXPECT_FALSE(viewer->GetDevices().GetPage().GetKeys().AreHere());
+  for (int i = 0; i < 8 && present.group != "Panel"; ++i) Key(SDLK_TAB);
+  EXPECT_EQ(present.group, "Panel");
+  Key(SDLK_TAB);
+  EXPECT_TRUE(viewer->GetDevices().GetPage().GetKeys().AreHere()) << "comes after the panel";
+  Key(SDLK_TAB, KMOD_LSHIFT);
+  EXPECT_EQ(present.group, "Panel");
+  Key(SDLK_TAB);
+  Key(SDLK_ESCAPE);
+  EXPECT_FALSE(viewer->GetDevices().IsPageVisible());
+}
+
+TEST_F(ViewerListsKeysTest, escape_closes_a_page_that_has_no_keys_after_all_that_it_ends_otherwise) {
+  OpenByMouse("device-page");
+  viewer->GetView(0).Run(*zovview::FindViewCommand("disc-full-navigation"));
+  ComeToRest();
+  Key(SDLK_ESCAPE);
+  EXPECT_EQ(viewer->GetView(0).GetDisc().GetActiveDisc(), Korvane::DiscType::None);
+  EXPECT_TRUE(viewer->GetDevices().IsPageVisible());
+  Key(SDLK_ESCAPE);
+  EXPECT_FALSE(viewer->GetDevices().IsPageVisible());
+}
+
+TEST_F(ViewerListsKeysTest, the_editor_of_shots_is_entered_by_tab_and_closed_by_escape) {
+  OpenByMouse("add-shot");
+  zovhost::ShotEditorPanel& editor = viewer->GetView(0).GetStory().GetEditor();
+  ASSERT_TRUE(editor.GetLeft().has_value());
+  Key(SDLK_TAB);
+  EXPECT_TRUE(editor.GetKeys().AreHere());
+  Key(SDLK_TAB);
+  EXPECT_EQ(present.group, "Cube");
+  EXPECT_FALSE(editor.GetKeys().AreHere());
+  Key(SDLK_TAB, KMOD_LSHIFT);
+  EXPECT_TRUE(editor.GetKeys().AreHere()) << "before the view";
+  Key(SDLK_ESCAPE);
+  EXPECT_FALSE(editor.GetLeft().has_value());
+  OpenByMouse("add-shot");
+  ASSERT_TRUE(editor.GetLeft().has_value());
+  Key(SDLK_ESCAPE);
+  EXPECT_FALSE(editor.GetLeft().has_value()) << "without keys of its own";
+}
+
+TEST_F(ViewerListsKeysTest, the_menu_of_a_disc_opens_by_the_key_of_menus_on_its_wedges) {
+  using Kind = zovview::ViewerMenus::Kind;
+  struct Row {
+    const char* disc;
+    Kind menu;
+  };
+  for (const Row& row :
+       {Row{"disc-full-navigation", Kind::FullNavigation}, Row{"disc-view-object", Kind::ViewObject},
+        Row{"disc-tour-building", Kind::TourBuilding}, Row{"disc-2d", Kind::TwoD}}) {
+    viewer->GetView(0).Run(*zovview::FindViewCommand(row.disc));
+    ComeToRest();
+    TabTo("Disc");
+    Key(SDLK_F10, KMOD_LSHIFT);
+    ASSERT_TRUE(viewer->IsMenuOpen()) << row.disc;
+    EXPECT_EQ(viewer->GetOpenMenu(), row.menu) << row.disc;
+    Key(SDLK_ESCAPE);
+    EXPECT_FALSE(viewer->IsMenuOpen());
+    Key(SDLK_ESCAPE);
+  }
 }
 
 class WideViewerListsKeysTest : public ViewerListsKeysTest {
@@ -264,6 +373,54 @@ TEST_F(ViewerListsKeysTest, the_buttons_of_the_cube_show_while_one_of_them_has_t
   EXPECT_TRUE(look.overlay_always_on);
   Key(SDLK_ESCAPE);
   EXPECT_FALSE(look.overlay_always_on);
+}
+
+TEST_F(ViewerListsKeysTest, the_letters_of_the_compass_are_pressed_by_enter) {
+  GetHub().SetReducedMotion(true);
+  viewer->GetView(0).Run(*zovview::FindViewCommand("toggle-compass"));
+  ComeToRest();
+  const Korvane::Vector3 north = GetDirectionAt("Compass, N");
+  const Korvane::Vector3 east = GetDirectionAt("Compass, E");
+  const Korvane::Vector3 south = GetDirectionAt("Compass, S");
+  const Korvane::Vector3 west = GetDirectionAt("Compass, W");
+  EXPECT_LT((north + south).Length(), 1e-5);
+  EXPECT_LT((east + west).Length(), 1e-5);
+  EXPECT_NEAR(north.Dot(east), 0.0, 1e-5);
+  EXPECT_NEAR(north.Dot(GetHub().GetWorldUpDirection()), 0.0, 1e-5);
+}
+
+TEST_F(ViewerListsKeysTest, the_arrows_between_the_faces_of_the_cube_are_pressed_by_enter) {
+  GetHub().SetReducedMotion(true);
+  Key(SDLK_1);
+  const Korvane::Vector3 front = GetDirection();
+  Key(SDLK_4);
+  const Korvane::Vector3 right = GetDirection();
+  Key(SDLK_1);
+  TabTo("Cube");
+  Key(SDLK_TAB);
+  WalkTo([this] { return present.name == "Arrow, RIGHT"; });
+  const Korvane::Orientor& cube = viewer->GetView(0).GetCube();
+  EXPECT_TRUE(cube.IsMouseInRegion()) << "so that it shows";
+  EXPECT_LT((GetDirection() - front).Length(), 1e-6);
+  Key(SDLK_RETURN);
+  EXPECT_LT((GetDirection() - right).Length(), 1e-6);
+  Key(SDLK_ESCAPE);
+  EXPECT_FALSE(cube.IsMouseInRegion());
+}
+
+TEST_F(ViewerListsKeysTest, letters_and_arrows_of_the_cube_are_named_in_each_language) {
+  viewer->GetView(0).Run(*zovview::FindViewCommand("toggle-compass"));
+  for (const zovhost::Language& language : zovhost::GetLanguages()) {
+    viewer->GetView(0).Run(*zovview::FindViewCommand(std::string("language-") + std::string(language.tag)));
+    ComeToRest();
+    Key(SDLK_ESCAPE);
+    Key(SDLK_1);
+    TabTo(zovhost::GetPhrases().SayPlain("Cube"));
+    Key(SDLK_TAB);
+    const Names names = FindNamesAround();
+    EXPECT_GE(names.size(), 11U) << language.tag << ": home, menu, two rolls, four letters, four arrows";
+    for (const std::string& name : names) EXPECT_NE(name, "") << language.tag;
+  }
 }
 
 TEST_F(ViewerListsKeysTest, the_list_of_coordinates_opens_by_enter) {

@@ -303,6 +303,26 @@ TEST_F(MenuTest, a_right_click_on_a_disc_opens_the_menu_of_its_kind) {
   }
 }
 
+TEST_F(MenuTest, a_right_drag_that_comes_back_to_its_start_opens_none) {
+  for (const char* const style : {"own", "right-orbits"}) {
+    SCOPED_TRACE(style);
+    viewer->GetPreferences().Edit([&](zovview::Choices& choices) { choices.navigationStyle = style; });
+    Move(400, 100);
+    PushButton(SDL_MOUSEBUTTONDOWN, 400, 100, 1, SDL_BUTTON_RIGHT);
+    window->Step(0);
+    for (const int x : {410, 440, 410, 400}) {
+      PushMotion(x, 100);
+      window->Step(0);
+    }
+    PushButton(SDL_MOUSEBUTTONUP, 400, 100, 1, SDL_BUTTON_RIGHT);
+    ComeToRest();
+    EXPECT_FALSE(viewer->IsMenuOpen());
+    RightClick(400, 100);
+    EXPECT_TRUE(viewer->IsMenuOpen()) << "a click does";
+    PressAndRest(SDLK_ESCAPE);
+  }
+}
+
 TEST_F(MenuTest, a_right_drag_opens_none) {
   PushMotion(500, 300);
   PushButton(SDL_MOUSEBUTTONDOWN, 500, 300, 1, SDL_BUTTON_RIGHT);

@@ -1,6 +1,7 @@
 // Several views beside each other: what all of them have, and what each has for itself.
 #include <epoxy/gl.h>
 #include <gtest/gtest.h>
+#include <imgui_internal.h>
 
 #include <array>
 #include <cstdint>
@@ -84,6 +85,32 @@ class ViewerViewsTest : public ViewerTest {
   const fs::path file = folder.GetPath() / "settings.json";
   std::optional<zovview::SettingsFile> settings;
 };
+
+// ---- the panel ----
+
+TEST_F(ViewerViewsTest, the_panel_leaves_the_storyboard_below_it_whichever_view_the_pointer_is_in) {
+  Start(2);
+  const auto getFoot = [this] {
+    DrawFrames(4);
+    const ImGuiWindow* const strip = ImGui::FindWindowByName("###strip");
+    return strip != nullptr ? strip->Rect().Max.y : 0.0F;
+  };
+  PointAt(1);
+  const float free = getFoot();
+  GetView(0).GetStory().Show(true);
+  ComeToRest();
+  PointAt(0);
+  const float below = getFoot();
+  EXPECT_LE(below, HEIGHT - zovview::ViewStory::HEIGHT);
+  PointAt(1);
+  EXPECT_EQ(getFoot(), below) << "does not jump with the pointer";
+  GetView(0).GetStory().Show(false);
+  GetView(1).GetStory().Show(true);
+  ComeToRest();
+  EXPECT_EQ(getFoot(), free) << "that of the other view is not in its way";
+  PointAt(0);
+  EXPECT_EQ(getFoot(), free);
+}
 
 // ---- settings ----
 

@@ -152,7 +152,7 @@ const ViewCommand* DrawViewMenu(const Drawn& drawn) {
   const ViewCommand* const device = DrawDeviceList(drawn);
   const ViewCommand* const language = DrawList("Language", Place::Languages, drawn);
   const ViewCommand* const style = DrawList("Mouse and keys", Place::Styles, drawn);
-  const ViewCommand* const pivot = DrawList("Orbit", Place::Pivots, drawn);
+  const ViewCommand* const pivot = DrawList("Orbit about", Place::Pivots, drawn);
   for (const ViewCommand* chosen : {file, tool, view, disc, bar, ground, story, style, pivot, device}) {
     if (chosen != nullptr) return chosen;
   }

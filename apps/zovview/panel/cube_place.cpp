@@ -26,6 +26,14 @@ std::optional<CubePlace> FindCubePlace(Viewport& view, int windowHeight, double 
                    static_cast<float>((top + 2.0 * bounds.halfExtent.y) * points)};
 }
 
+std::optional<CubePlace> FindBoardPlace(Viewport& view, int windowHeight, double scale) {
+  if (!view.GetStory().IsShown()) return std::nullopt;
+  const double points = 1.0 / scale;
+  const auto left = static_cast<float>(view.GetX() * points);
+  const auto foot = static_cast<float>((windowHeight - view.GetY()) * points);
+  return CubePlace{left, foot - ViewStory::HEIGHT, left + static_cast<float>(view.GetWidth() * points), foot};
+}
+
 float FindPageRight(std::span<const CubePlace> cubes, float windowWidth) {
   float right = windowWidth - USUAL_ROOM;
   for (const CubePlace& cube : cubes) {

@@ -1,7 +1,6 @@
 #include "panel/named_views_panel.h"
 
 #include <imgui.h>
-#include <imgui_stdlib.h>
 
 #include <algorithm>
 #include <array>
@@ -12,6 +11,7 @@
 #include "zovhost/accent.h"
 #include "zovhost/panel_texts.h"
 #include "zovhost/phrases.h"
+#include "zovhost/text_field.h"
 
 namespace zovview {
 
@@ -266,8 +266,8 @@ void NamedViewsPanel::DrawName(ViewList& list, std::size_t index, float width) {
   ImGui::SetNextItemWidth(width);
   const bool begins = std::exchange(focuses, false);
   if (begins) ImGui::SetKeyboardFocusHere();
-  const bool entered = ImGui::InputText(
-      "##name", &name, ImGuiInputTextFlags_EnterReturnsTrue | ImGuiInputTextFlags_AutoSelectAll);
+  const bool entered = zovhost::DrawTextField(
+      "##name", name, ImGuiInputTextFlags_EnterReturnsTrue | ImGuiInputTextFlags_AutoSelectAll);
   // Escape gives the text back what it was.
   if (!begins && (entered || ImGui::IsItemDeactivated())) EndRenaming(list);
 }

@@ -39,8 +39,8 @@ std::string SayKeys(const std::string& keys) {
   std::string_view rest = keys;
   while (!rest.empty()) {
     const std::size_t end = std::min(rest.find(BETWEEN), rest.size());
-    if (!said.empty()) said += BETWEEN;
-    said += phrases.SayKey(rest.substr(0, end));
+    const std::string key = phrases.SayKey(rest.substr(0, end));
+    said = said.empty() ? key : phrases.SayPlain("{}, {}", {said, key});
     rest.remove_prefix(std::min(end + BETWEEN.size(), rest.size()));
   }
   return said;

@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "panel/panel_window.h"
-#include "stories/view_story.h"
 #include "views/preferences.h"
 #include "views/view_list.h"
 #include "zovhost/accent.h"
@@ -51,14 +50,6 @@ void DrawKeyOfItem(const PanelWords::Words& words, float right) {
   const float top = (low.y + high.y - ImGui::GetFontSize()) * 0.5F;
   ImGui::GetWindowDrawList()->AddText(ImVec2(right - words.keyWidth, top),
                                       ImGui::GetColorU32(ImGuiCol_TextDisabled), words.key.c_str());
-}
-
-// Above the storyboard.
-float FindFoot(const ViewTarget& target) {
-  const ImGuiIO& io = ImGui::GetIO();
-  const bool boardShows = target.story != nullptr && target.story->IsShown();
-  const float below = boardShows ? ViewStory::HEIGHT : 0.0F;
-  return io.DisplaySize.y - below - MARGIN;
 }
 
 // The one that no file has is named by a phrase.
@@ -153,23 +144,29 @@ float ViewerPanel::FindWidth() const {
   return folded ? STRIP_WIDTH : words.GetContentWidth() + 2.0F * ImGui::GetStyle().WindowPadding.x;
 }
 
-// The highest of what the cubes leave free at the left.
-ViewerPanel::Room ViewerPanel::FindRoom(const PanelContents& contents, const ViewTarget& target,
-                                        float right) {
-  const float foot = FindFoot(target);
-  const auto findEnd = [&](float top) {
-    float end = foot;
+// The highest of what the cubes and the storyboards leave free at the left, of whatever views they are.
+ViewerPanel::Room ViewerPanel::FindRoom(const PanelContents& contents, float right) {
+  const auto forEach = [&](const auto& visit) {
     for (const CubePlace& cube : contents.cubes) {
-      if (cube.left < right && cube.bottom > top) end = std::min(end, cube.top - BESIDE_CUBE);
+      if (cube.left < right) visit(cube.top - BESIDE_CUBE, cube.bottom + BESIDE_CUBE);
     }
+    for (const CubePlace& board : contents.boards) {
+      if (board.left < right) visit(board.top - MARGIN, board.bottom + MARGIN);
+    }
+  };
+  const auto findEnd = [&forEach](float top) {
+    float end = ImGui::GetIO().DisplaySize.y - MARGIN;
+    forEach([&](float from, float to) {
+      if (to > top) end = std::min(end, from);
+    });
     return end;
   };
   Room best = {MARGIN, findEnd(MARGIN) - MARGIN};
-  for (const CubePlace& cube : contents.cubes) {
-    const float top = std::max(MARGIN, cube.bottom + BESIDE_CUBE);
+  forEach([&](float /*from*/, float to) {
+    const float top = std::max(MARGIN, to);
     const float height = findEnd(top) - top;
-    if (cube.left < right && height > best.height) best = {top, height};
-  }
+    if (height > best.height) best = {top, height};
+  });
   return {best.top, std::max(LOWEST_PANEL, best.height)};
 }
 
@@ -402,7 +399,7 @@ const ViewCommand* ViewerPanel::DrawSections(const ViewTarget& target, std::opti
   }
   if (DrawHeading("Mouse and keys")) {
     take(DrawChoices(ViewCommand::Place::Styles, target));
-    ImGui::TextDisabled("%s", zovhost::Say("Orbit"));
+    ImGui::TextDisabled("%s", zovhost::Say("Orbit about"));
     take(DrawChoices(ViewCommand::Place::Pivots, target));
   }
   DrawHelp(help);
@@ -435,7 +432,7 @@ void ViewerPanel::DrawHead(const PanelContents& contents, const ViewTarget& targ
 const ViewCommand* ViewerPanel::DrawPanel(const PanelContents& contents, const ViewTarget& target) {
   const std::optional<bool> help = std::exchange(helpWanted, std::nullopt);
   const float width = FindWidth();
-  const Room room = FindRoom(contents, target, MARGIN + width);
+  const Room room = FindRoom(contents, MARGIN + width);
   zovhost::PlaceNextPanel(MARGIN, room.top, 0.0F, 0.0F, true);
   ImGui::SetNextWindowSizeConstraints(ImVec2(width, 0.0F),
                                       ImVec2(width + ImGui::GetStyle().ScrollbarSize, room.height));

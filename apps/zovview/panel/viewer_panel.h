@@ -30,6 +30,7 @@ struct PanelContents {
   std::optional<LoadingStatus> loading;  // while a model loads
   float viewWidth = 1280.0F;             // points, of the narrowest view at the left
   std::vector<CubePlace> cubes;          // those that show
+  std::vector<CubePlace> boards;         // the storyboards of the views at the left
 };
 
 /// The panel at the left of the window, and the bar of progress. To be drawn within a frame of the Gui.
@@ -99,6 +100,7 @@ class ViewerPanel {
   const ViewCommand* DrawChoices(ViewCommand::Place place, const ViewTarget& target);
   const ViewCommand* DrawLanguages(const ViewTarget& target);
   const ViewCommand* DrawStripButton(const ViewCommand& command, const ViewTarget& target);
+  const ViewCommand* DrawMore(std::size_t first, const ViewTarget& target);
   bool DrawButton(const ViewCommand& command, bool lit);
   void DrawHelp(std::optional<bool> wanted);
   void DrawHead(const PanelContents& contents, const ViewTarget& target);
@@ -108,7 +110,7 @@ class ViewerPanel {
   void Fold(bool wanted, const ViewTarget& target);
   float FindWidth() const;
   float GetRightOfKeys() const;
-  static Room FindRoom(const PanelContents& contents, const ViewTarget& target, float right);
+  static Room FindRoom(const PanelContents& contents, float right);
   void NoteReach();
   bool NoteItem(const ViewCommand& command, bool on);
   bool NoteItem(int id, const char* name, zovhost::FocusRole role, bool on, bool enabled = true);

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <string_view>
 
 #include "panel/panel_window.h"
@@ -19,9 +20,12 @@ namespace {
 constexpr float GAP = 2.0F;        // points, between buttons
 constexpr float GROUP_GAP = 9.0F;  // between groups of them, with a line in its middle
 constexpr float PITCH = STRIP_BUTTON + GAP;
+constexpr float LOWEST_WITH_MORE = 2.0F * STRIP_PADDING + STRIP_BUTTON + PITCH;
+const ImVec2 LIST_PADDING(12.0F, 10.0F);
 constexpr ImGuiWindowFlags STRIP = STILL | ImGuiWindowFlags_NoDecoration | ImGuiWindowFlags_NoScrollWithMouse;
 
-// The first to the last: those at the end have no room on a low strip. An empty name begins a group.
+// The first to the last: those at the end have no room on a low strip, which lists them beside it. An empty
+// name begins a group.
 constexpr auto COMMANDS = std::to_array<std::string_view>(
     {"", "orbit", "pan", "zoom", "rectangle-zoom", "look", "look-and-move", "look-at-face", "centre", "walk",
      "", "home", "isometric", "fit-all", "fit-selection", "toggle-projection"});
@@ -51,6 +55,32 @@ bool DrawIconButton(const char* id, int picture) {
   return chosen;
 }
 
+// As the sign for more on the bars, over the last item.
+void DrawChevrons() {
+  constexpr float WIDE = 5.0F;
+  constexpr float TALL = 5.0F;
+  const ImVec2 low = ImGui::GetItemRectMin();
+  const float middle = std::floor((low.x + ImGui::GetItemRectMax().x) * 0.5F);
+  const float top = std::floor((low.y + ImGui::GetItemRectMax().y) * 0.5F) - TALL - 1.0F;
+  ImDrawList& list = *ImGui::GetWindowDrawList();
+  for (const float y : {top, top + TALL + 1.0F}) {
+    list.PathLineTo(ImVec2(middle - WIDE, y));
+    list.PathLineTo(ImVec2(middle, y + TALL));
+    list.PathLineTo(ImVec2(middle + WIDE, y));
+    list.PathStroke(ImGui::GetColorU32(ImGuiCol_Text), ImDrawFlags_None, 2.0F);
+  }
+}
+
+// At the right of the last item on the screen, from its foot up.
+void PlaceListBeside() {
+  const ImVec2 low = ImGui::GetItemRectMin();
+  const ImVec2 high = ImGui::GetItemRectMax();
+  const bool mirrored = zovhost::ArePanelsMirrored();
+  const float x = mirrored ? low.x - STRIP_PADDING - GAP : high.x + STRIP_PADDING + GAP;
+  ImGui::SetNextWindowPos(ImVec2(x, high.y + STRIP_PADDING), ImGuiCond_Always,
+                          ImVec2(mirrored ? 1.0F : 0.0F, 1.0F));
+}
+
 void DrawGroupLine(float y) {
   const float left = ImGui::GetWindowPos().x + STRIP_PADDING;
   const float top = ImGui::GetWindowPos().y + y + (GROUP_GAP - GAP) * 0.5F;
@@ -70,11 +100,41 @@ const ViewCommand* ViewerPanel::DrawStripButton(const ViewCommand& command, cons
   return NoteItem(command, lit) || chosen ? &command : nullptr;
 }
 
+const ViewCommand* ViewerPanel::DrawMore(std::size_t first, const ViewTarget& target) {
+  constexpr const char* LIST = "##rest";
+  bool opens = ImGui::Button("##more", ImVec2(STRIP_BUTTON, STRIP_BUTTON));
+  DrawChevrons();
+  NoteTip(MORE, zovhost::Say("More tools"));
+  if (NoteItem(MORE, zovhost::GetPhrases().SayPlain("More tools"), zovhost::FocusRole::MenuButton, false))
+    opens = true;
+  if (opens) ImGui::OpenPopup(LIST);
+  PlaceListBeside();
+  ImGui::PushStyleVar(ImGuiStyleVar_WindowPadding, LIST_PADDING);
+  const ViewCommand* chosen = nullptr;
+  if (ImGui::BeginPopup(LIST, ImGuiWindowFlags_NoMove)) {
+    for (std::size_t i = first; i < COMMANDS.size(); ++i) {
+      const ViewCommand* const command = FindViewCommand(COMMANDS[i]);
+      if (command == nullptr) continue;
+      const PanelWords::Words& said = words.Get(*command);
+      const bool on = command->isOn != nullptr && command->isOn(target);
+      if (ImGui::MenuItem(said.item, said.key.c_str(), on)) chosen = command;
+    }
+    ImGui::EndPopup();
+  }
+  ImGui::PopStyleVar();
+  return chosen;
+}
+
 // Its size is known beforehand, so it is never that of another frame.
 const ViewCommand* ViewerPanel::DrawStrip(const PanelContents& contents, const ViewTarget& target) {
-  const Room room = FindRoom(contents, target, MARGIN + STRIP_WIDTH);
+  const Room room = FindRoom(contents, MARGIN + STRIP_WIDTH);
   float height = 0.0F;
-  const std::size_t count = CountCommands(room.height, height);
+  std::size_t count = CountCommands(room.height, height);
+  const bool more = count < COMMANDS.size() && room.height >= LOWEST_WITH_MORE;
+  if (more) {
+    count = CountCommands(room.height - PITCH, height);
+    height += PITCH;
+  }
   const float left = zovhost::MirrorPlace(MARGIN);
   ImGui::SetNextWindowPos(ImVec2(zovhost::ArePanelsMirrored() ? left - STRIP_WIDTH : left, room.top));
   ImGui::SetNextWindowSize(ImVec2(STRIP_WIDTH, height));
@@ -96,6 +156,11 @@ const ViewCommand* ViewerPanel::DrawStrip(const PanelContents& contents, const V
       const ViewCommand* const pressedOne = command != nullptr ? DrawStripButton(*command, target) : nullptr;
       if (pressedOne != nullptr) chosen = pressedOne;
       y += GetStep(COMMANDS[i]);
+    }
+    if (more) {
+      ImGui::SetCursorPos(ImVec2(STRIP_PADDING, y));
+      const ViewCommand* const listed = DrawMore(count, target);
+      if (listed != nullptr) chosen = listed;
     }
     ImGui::PopStyleColor();
     if (unfolded) Fold(false, target);

@@ -12,6 +12,10 @@
 #include <variant>
 
 #include "korvane/helm_disc.h"
+#include "zovhost/languages.h"
+#include "zovhost/navigation_style.h"
+#include "zovhost/pivot_policy.h"
+#include "zovhost/scene_ground.h"
 #include "zovhost/whole_file.h"
 
 namespace zovview {
@@ -73,15 +77,25 @@ const auto SETTINGS = std::to_array<Setting>({
 struct Choice {
   const char* name;
   std::variant<bool Choices::*, std::string Choices::*, std::vector<std::string> Choices::*> field;
+  bool (*isName)(const std::string& text) = nullptr;  // of a text that names something; empty names nothing
 };
+
+bool IsLanguage(const std::string& name) { return zovhost::FindLanguage(name) != nullptr; }
+bool IsGround(const std::string& name) { return zovhost::FindSceneGround(name) != nullptr; }
+bool IsStyle(const std::string& name) { return zovhost::FindNavigationStyle(name).name == name; }
+bool IsPivot(const std::string& name) {
+  const auto policies = zovhost::GetPivotPolicies();
+  return std::any_of(policies.begin(), policies.end(), [&](const auto& each) { return each.name == name; });
+}
+bool IsPanel(const std::string& name) { return name == Choices::PANEL_FOLDED || name == Choices::PANEL_OPEN; }
 
 const auto CHOICES = std::to_array<Choice>({
     {"reducedMotion", &Choices::reducedMotion},
-    {"language", &Choices::language},
-    {"ground", &Choices::ground},
-    {"navigationStyle", &Choices::navigationStyle},
-    {"pivotPolicy", &Choices::pivotPolicy},
-    {"panel", &Choices::panel},
+    {"language", &Choices::language, IsLanguage},
+    {"ground", &Choices::ground, IsGround},
+    {"navigationStyle", &Choices::navigationStyle, IsStyle},
+    {"pivotPolicy", &Choices::pivotPolicy, IsPivot},
+    {"panel", &Choices::panel, IsPanel},
     {"recentFiles", &Choices::recentFiles},
 });
 constexpr std::size_t MOST_TEXTS = 32;       // of a list
@@ -127,12 +141,16 @@ bool TakeChoice(const Json& settings, const Choice& choice, Choices& into) {
   if (value == settings.end()) return true;
   struct Taker {
     const Json& value;
+    const Choice& choice;
     Choices& into;
     bool operator()(bool Choices::*field) const { return Take(value, {}, into.*field); }
-    bool operator()(std::string Choices::*field) const { return TakeText(value, into.*field); }
+    bool operator()(std::string Choices::*field) const {
+      std::string& text = into.*field;
+      return TakeText(value, text) && (text.empty() || choice.isName(text));
+    }
     bool operator()(std::vector<std::string> Choices::*field) const { return TakeTexts(value, into.*field); }
   };
-  return std::visit(Taker{*value, into}, choice.field);
+  return std::visit(Taker{*value, choice, into}, choice.field);
 }
 
 // What is missing stays as it is.

@@ -1,7 +1,6 @@
 #include "stories/story_desk.h"
 
 #include <imgui.h>
-#include <imgui_stdlib.h>
 
 #include <algorithm>
 #include <array>
@@ -13,6 +12,7 @@
 #include "stories/view_story.h"
 #include "zovhost/panel_texts.h"
 #include "zovhost/phrases.h"
+#include "zovhost/text_field.h"
 
 namespace zovview {
 
@@ -77,14 +77,11 @@ bool DrawButton(const char* name, bool first = false) {
 // While the text has the keys.
 enum class TypedEnd : int { None, Enter, Escape };
 
-// A path is typed as it is, also where others read from the right.
 TypedEnd DrawPath(const char* id, std::string& path) {
-  zovhost::ToPanelText(path);
   ImGui::SetNextItemWidth(-FLT_MIN);
-  const zovhost::UprightItem upright;
   constexpr ImGuiInputTextFlags STYLE =
       ImGuiInputTextFlags_EnterReturnsTrue | ImGuiInputTextFlags_AutoSelectAll;
-  const bool entered = ImGui::InputText(id, &path, STYLE);
+  const bool entered = zovhost::DrawTextField(id, path, STYLE);
   zovhost::NoteTabStop();
   if (entered) return TypedEnd::Enter;
   const bool escaped = ImGui::IsItemDeactivated() && ImGui::IsKeyPressed(ImGui::GetKeyIndex(ImGuiKey_Escape));

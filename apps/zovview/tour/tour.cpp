@@ -377,7 +377,9 @@ bool Tour::TakePicture(const TourMove& move, bool isLast, FilmOutput& output, st
   zovhost::Image picture;
   sceneView.GetOptions().selectedPart = view.GetSelection().GetPart();
   bool taken = keeper.Draw(view.GetHub().GetView(), viewHeight, target);
+  if (menus.IsOpen()) view.LeaveToPanels();
   view.DrawWidgets();
+  view.DrawTooltip({});
   gui.BeginFrame();
   menus.Draw(view.GetTarget());
   DrawPages();

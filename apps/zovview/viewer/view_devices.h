@@ -35,6 +35,7 @@ class ViewDevices {
   void DrawPage(float right, float top);
   void TogglePage() { page.SetVisible(!page.IsVisible()); }
   const zovhost::SixAxisPanel& GetPage() const { return page; }
+  zovhost::SixAxisPanel& GetPage() { return page; }
   bool IsPageVisible() const { return page.IsVisible(); }
   bool IsConnected() const;
 

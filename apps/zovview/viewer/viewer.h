@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <memory>
 #include <optional>
 #include <string>
@@ -178,8 +179,17 @@ class Viewer {
   void ShowMessage(const std::string& text);
   void DrawFrame();
   void DrawViews();
+  void DrawTooltips();
   void MarkActiveView() const;
   void DrawPanels();
+  void DrawPages();
+  void NotePages();
+  std::array<zovhost::PageKeys*, 2> FindPages();
+  bool EnterPage(std::optional<std::size_t> from, bool back);
+  bool OnPageKey(const zovhost::WindowEvent& event);
+  bool LeavePage(bool back);
+  void LeaveView(bool back);
+  bool ClosePage();
   void NotePlaces();
 
   zovhost::Window& window;
@@ -196,6 +206,8 @@ class Viewer {
   std::vector<ViewPlace> places;  // of the views
   std::size_t active = 0;         // the view where the pointer was last, which the keys and the panel go to
   double recordedMargin = 0.0;    // at the left
+  std::size_t openPages = 0;      // of the last frame
+  bool hasNewPage = false;        // which Tab goes to first
   const zovhost::Language* spoken = nullptr;
   std::vector<double> cursorScales;  // by cursor: for which scale it is drawn
   zovhost::Gui gui;

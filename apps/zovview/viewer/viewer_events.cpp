@@ -60,6 +60,7 @@ void Viewer::OnEvent(const WindowEvent& event) {
 void Viewer::OnPointerEvent(WindowEvent event) {
   if (!views[active]->IsPressed()) ActivateView(FindViewAt(places, event.x, event.y));
   panelFocus.OnEvent(event);
+  if (event.type == WindowEvent::Type::MouseDown) hasNewPage = false;
   event.x -= views[active]->GetX();
   event.y -= views[active]->GetY();
   if (recorder != nullptr) recorder->Add(event);
@@ -91,8 +92,8 @@ void Viewer::OnKeyEvent(const WindowEvent& event) {
     return window.RequestFrame();
   }
   if (pressed && (event.key == SDLK_F1 || event.key == SDLK_QUESTION)) {
-    const bool ofPanel = event.key == SDLK_F1 && (event.modifiers & WindowEvent::SHIFT) != 0;
-    if (ofPanel) {
+    const bool ofWhole = event.key == SDLK_F1 && (event.modifiers & WindowEvent::SHIFT) != 0;
+    if (ofWhole) {
       panel.ToggleVisible();
     } else {
       panel.ToggleHelp();
@@ -104,12 +105,23 @@ void Viewer::OnKeyEvent(const WindowEvent& event) {
     return;
   }
   if (pressed && OnViewKey(event)) return;
+  if (OnPageKey(event)) return;
+  const bool back = (event.modifiers & WindowEvent::SHIFT) != 0;
+  const bool hadPanel = panelFocus.IsActive();
   if (OnPanelKey(event)) return;
+  const bool leftPanel = hadPanel && !panelFocus.IsActive() && event.key == SDLK_TAB;
+  if (leftPanel && !back && EnterPage(std::nullopt, false)) return;
   if (pressed && zovhost::IsMenuKey(event) && !views[active]->GetStory().IsPresenting())
     return OnMenuKey(event);
   if (recorder != nullptr) recorder->Add(event);
-  const bool back = (event.modifiers & WindowEvent::SHIFT) != 0;
-  if (!views[active]->OnEvent(event) && panelFocus.Enter(back)) window.RequestFrame();
+  if (!views[active]->OnEvent(event)) LeaveView(back);
+}
+
+// To the panel, and the pages after it.
+void Viewer::LeaveView(bool back) {
+  if (back && EnterPage(std::nullopt, true)) return;
+  if (panelFocus.Enter(back)) return window.RequestFrame();
+  if (!back) EnterPage(std::nullopt, false);
 }
 
 // Round all views, as the pointer goes to any.

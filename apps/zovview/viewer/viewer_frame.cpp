@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
+#include <vector>
 
 #include "commands/language_commands.h"
 #include "panel/cube_place.h"
@@ -48,9 +50,10 @@ void Viewer::DrawFrame() {
   glDisable(GL_SCISSOR_TEST);
   glClearColor(0.0F, 0.0F, 0.0F, 1.0F);  // what shows between two views
   glClear(GL_COLOR_BUFFER_BIT);
-  DrawViews();
   // Over a panel or a menu the pointer is no tool.
-  const bool ofPanels = gui.HasPointer() || menus.IsOpen();
+  const bool ofPanels = gui.HasPointer() || menus.IsOpen() || desk.IsOpen();
+  if (ofPanels) views[active]->LeaveToPanels();
+  DrawViews();
   if (views[active]->GetStory().IsPresenting()) {
     window.SetCursor(Korvane::CURSOR_NONE);
   } else if (ofPanels || !views[active]->GetManager().OnSetCursor()) {
@@ -62,6 +65,7 @@ void Viewer::DrawFrame() {
   DrawPanels();
   MarkActiveView();
   gui.EndFrame();
+  DrawTooltips();
   NoteMargins();
   if (arrival.has_value() && !IsAsking()) window.Wake();
   if (window.IsFrameRequested()) return;  // what has changed is drawn first
@@ -81,6 +85,15 @@ void Viewer::DrawViews() {
     if (!whole) window.RequestFrame();
     view->DrawWidgets();
   }
+}
+
+// Over the panels as well, where there is no room beside them.
+void Viewer::DrawTooltips() {
+  Viewport& view = *views[active];
+  if (!view.GetTooltip().IsShown()) return;
+  std::vector<Korvane::Box2> over = gui.GetPanels();
+  for (Korvane::Box2& place : over) place.center -= Korvane::Vector2(view.GetX(), view.GetY());
+  view.DrawTooltip(std::move(over));
 }
 
 // That the keys go to; one alone needs no mark.
@@ -107,12 +120,27 @@ void Viewer::NotePlaces() {
   const double points = 1.0 / window.GetScale();
   contents.viewWidth = static_cast<float>(window.GetWidth() * points);
   contents.cubes.clear();
+  contents.boards.clear();
   for (const auto& view : views) {
     if (view->GetX() == 0)
       contents.viewWidth = std::min(contents.viewWidth, static_cast<float>(view->GetWidth() * points));
     const auto cube = FindCubePlace(*view, window.GetHeight(), window.GetScale());
     if (cube.has_value()) contents.cubes.push_back(*cube);
+    const auto board = FindBoardPlace(*view, window.GetHeight(), window.GetScale());
+    if (board.has_value()) contents.boards.push_back(*board);
   }
+}
+
+// The editor leaves the storyboard that it is of to be seen.
+void Viewer::DrawPages() {
+  const float right = FindPageRight(contents.cubes, ImGui::GetIO().DisplaySize.x);
+  zovhost::ShotEditorPanel& editor = views[active]->GetStory().GetEditor();
+  const PagePlace ofEditor = FindPlaceBeside(devices.GetPage().GetLeft(), right);
+  const auto board = FindBoardPlace(*views[active], window.GetHeight(), window.GetScale());
+  editor.Draw(ofEditor.right, ofEditor.top, board.has_value() ? board->top : 0.0F);
+  const PagePlace ofPage = FindPlaceBeside(editor.GetLeft(), right);
+  devices.DrawPage(ofPage.right, ofPage.top);
+  NotePages();
 }
 
 void Viewer::DrawPanels() {
@@ -120,12 +148,7 @@ void Viewer::DrawPanels() {
   desk.Draw();
   if (target.story->IsPresenting()) return;
   NotePlaces();
-  const float right = FindPageRight(contents.cubes, ImGui::GetIO().DisplaySize.x);
-  zovhost::ShotEditorPanel& editor = target.story->GetEditor();
-  const PagePlace ofEditor = FindPlaceBeside(devices.GetPage().GetLeft(), right);
-  editor.Draw(ofEditor.right, ofEditor.top);
-  const PagePlace ofPage = FindPlaceBeside(editor.GetLeft(), right);
-  devices.DrawPage(ofPage.right, ofPage.top);
+  DrawPages();
   panel.ShowFocus(panelFocus.Get());
   const ViewCommand* const pressed = panel.Draw(contents, target);
   if (const std::optional<int> next = panel.TakeNextFocus()) {

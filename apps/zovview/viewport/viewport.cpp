@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <cstddef>
-#include <cstdlib>
 #include <utility>
 
 #include "commands/cube_commands.h"
@@ -49,7 +48,7 @@ Viewport::Viewport(Surroundings around)
              &story.GetBoard(),
              [this] { story.GetEditor().TypeName(); }},
             [this](const WindowEvent& event) { OnPointer(event); }),
-      tooltip(surroundings.requestFrame),
+      tooltip({manager, cube, disc, bars, story, focus, renderer}, surroundings.requestFrame),
       target{hub,
              selection,
              manager,
@@ -73,14 +72,13 @@ Viewport::Viewport(Surroundings around)
   manager.SetCam3DController(&device);
   bars.SetOpenMenu(surroundings.openBarMenu);
   bars.SetRun([this](const ViewCommand& command) { RunInTurn(command); });
-  tooltip.SetRenderer(&renderer);
   hub.SetPickPivot([this] { return PickPivot(); });
   manager.SetMovePointer([this](int x, int y) { surroundings.host.WarpPointer(x, y); });
 }
 
 Viewport::~Viewport() {
   touch.Cancel();
-  tooltip.SetRenderer(nullptr);
+  tooltip.Destroy();
   manager.Destroy();
   manager.SetNavigationBar(nullptr);
   manager.RemoveToolbar(&bars.GetTools());
@@ -91,6 +89,7 @@ bool Viewport::Create() {
   if (!surroundings.plainCube) zovhost::DressCube(cube.GetParameters(), scale);
   disc.GetParameters().suppressWelcome = !surroundings.welcome;
   if (!manager.Create() || !bars.Create(renderer)) return false;
+  tooltip.Create();
   created = true;
   story.BeginEmpty();
   return true;
@@ -124,6 +123,7 @@ void Viewport::SetScale(double value) {
   manager.PlaceWelcome();
   clicks.SetReach(reach);
   middleClicks.SetReach(reach);
+  rightClicks.SetReach(reach);
   hub.RequestApplicationUpdate();
 }
 
@@ -211,15 +211,21 @@ void Viewport::OnPointer(const WindowEvent& event) {
   if (event.type == WindowEvent::Type::MouseDown) {
     clicks.OnMouseDown(event);
     middleClicks.OnMouseDown(event);
+    rightClicks.OnMouseDown(event);
+    if (event.button == MouseButton::Right) rightOnBar = bars.IsOver(event.x, event.y);
     bars.OnPress();
   }
   if (event.type == WindowEvent::Type::MouseMove) {
     clicks.OnMouseMove(event);
     middleClicks.OnMouseMove(event);
+    rightClicks.OnMouseMove(event);
   }
   if (event.type == WindowEvent::Type::FocusLost) CancelClicks();
+  const bool ofRight = event.button == MouseButton::Right && event.type == WindowEvent::Type::MouseUp;
+  endsRightDrag = ofRight && rightClicks.OnMouseUp(event) == 0;
   const bool used = manager.OnEvent(event);
-  if (event.button == MouseButton::Right) OnRightClick(event, used);
+  if (event.button == MouseButton::Right && !std::exchange(endsRightDrag, false) && !used)
+    OnRightButton(event);
   if (event.type == WindowEvent::Type::MouseUp) OnClick(event);
   if (event.type == WindowEvent::Type::MouseDown) OnSideButton(event.button);
   if (event.type == WindowEvent::Type::KeyDown && !used) OnKey(event);
@@ -246,13 +252,9 @@ void Viewport::NotePointer(const WindowEvent& event) {
                          event.type == WindowEvent::Type::MouseDown ||
                          event.type == WindowEvent::Type::MouseUp;
   if (!ofPointer) return;
-  pointerX = left ? -1 : event.x;
-  pointerY = left ? -1 : event.y;
-  FollowTooltip();
+  tooltip.MoveTo(left ? -1 : event.x, left ? -1 : event.y);
+  tooltip.Follow(IsPressed());
 }
-
-// What is under a pointer that rests may change as well.
-void Viewport::FollowTooltip() { tooltip.Follow(manager.GetTooltip(), pointerX, pointerY, IsPressed()); }
 
 // What lies behind the cube is not meant.
 std::optional<Korvane::Vector3> Viewport::PickPivot() const {
@@ -268,6 +270,7 @@ std::optional<Korvane::Vector3> Viewport::PickPivot() const {
 void Viewport::CancelClicks() {
   clicks.Cancel();
   middleClicks.Cancel();
+  rightClicks.Cancel();
 }
 
 void Viewport::OnClick(const WindowEvent& event) {
@@ -286,17 +289,9 @@ void Viewport::OnSideButton(MouseButton button) {
 }
 
 // Where neither the cube nor a bar opens a menu of its own.
-void Viewport::OnRightClick(const WindowEvent& event, bool used) {
-  if (event.type == WindowEvent::Type::MouseDown) {
-    rightX = event.x;
-    rightY = event.y;
-    rightOnBar = bars.IsOver(event.x, event.y);
-  }
-  const bool isStill =
-      std::abs(event.x - rightX) <= clicks.GetReach() && std::abs(event.y - rightY) <= clicks.GetReach();
-  if (event.type == WindowEvent::Type::MouseUp && !used && isStill && !rightOnBar && !IsPressed()) {
-    surroundings.openMenu(event.x, event.y);
-  }
+void Viewport::OnRightButton(const WindowEvent& event) {
+  const bool isRelease = event.type == WindowEvent::Type::MouseUp;
+  if (isRelease && !rightOnBar && !IsPressed()) surroundings.openMenu(event.x, event.y);
 }
 
 void Viewport::OnKey(const WindowEvent& event) {
@@ -331,6 +326,12 @@ void Viewport::RunWaiting() {
   hub.RequestApplicationUpdate();
 }
 
+bool Viewport::IsAtRest() const {
+  const Korvane::Storyboard& board = story.GetBoard();
+  return !IsPressed() && !manager.IsDiscOpen() && !focus.IsActive() && !hub.IsTravelling() &&
+         !board.IsPlayingBack() && !board.IsRecordingWalk();
+}
+
 void Viewport::Fly(const Korvane::CameraParameters& camera) {
   LetGo();
   FlyTo(target, camera);
@@ -348,10 +349,13 @@ void Viewport::DrawWidgets() {
   if (story.IsPresenting()) return story.GetBoard().Draw();
   bars.Update();
   manager.OnDraw();
-  FollowTooltip();
-  tooltip.Draw(hub, GetWidth(), GetHeight());
+  tooltip.Follow(IsPressed());
   focus.Draw(GetWidth(), GetHeight());
   touch.OnFrame();
+}
+
+void Viewport::DrawTooltip(std::vector<Korvane::Box2> panels) {
+  if (!story.IsPresenting()) tooltip.Draw(hub, std::move(panels));
 }
 
 }  // namespace zovview

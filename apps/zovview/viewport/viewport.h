@@ -11,12 +11,12 @@
 #include "korvane/helm_disc.h"
 #include "korvane/orientor.h"
 #include "stories/view_story.h"
+#include "viewport/view_tooltip.h"
 #include "views/preferences.h"
 #include "views/selection.h"
 #include "views/viewer_view_manager.h"
 #include "zovhost/click_watch.h"
 #include "zovhost/gl_renderer.h"
-#include "zovhost/tooltip_note.h"
 #include "zovhost/touch_navigation.h"
 #include "zovhost/view_focus.h"
 #include "zovhost/view_hub.h"
@@ -100,12 +100,18 @@ class Viewport {
   void Run(const ViewCommand& command);
   /// Likewise. The camera travels, in one entry of the rewind history.
   void Fly(const Korvane::CameraParameters& camera);
+  /// Nothing goes on that Escape would end: no press, no move, no story, no disc, no focus.
+  bool IsAtRest() const;
   bool IsPressed() const { return manager.IsPressed() || touch.IsActive(); }
 
   /// One step of whatever moves; the drawing follows.
   void PerformFrame();
   /// The pivot, the cube and the notes, over a picture of the scene.
   void DrawWidgets();
+  /// Above all, also above panels, which stand there.
+  void DrawTooltip(std::vector<Korvane::Box2> panels);
+  /// The pointer is on a panel, or a menu is open.
+  void LeaveToPanels() { tooltip.LeaveToPanels(); }
 
   zovhost::ViewHub& GetHub() { return hub; }
   const zovhost::ViewHub& GetHub() const { return hub; }
@@ -119,7 +125,7 @@ class Viewport {
   Korvane::Cam3DController& GetDevice() { return device; }
   ViewBars& GetBars() { return bars; }
   ViewStory& GetStory() { return story; }
-  const zovhost::TooltipNote& GetTooltip() const { return tooltip; }
+  const zovhost::TooltipNote& GetTooltip() const { return tooltip.GetNote(); }
   const ViewTarget& GetTarget() const { return target; }
 
  private:
@@ -129,7 +135,7 @@ class Viewport {
     explicit Pointer(Viewport& whose) : viewport(whose), host(whose.surroundings.host) {}
     bool ApplyCursor(Korvane::CursorID id) override { return host.ApplyCursor(id); }
     bool WarpPointer(int x, int y) override;
-    bool OpenMenu(Korvane::MenuID id) override { return host.OpenMenu(id); }
+    bool OpenMenu(Korvane::MenuID id) override { return !viewport.endsRightDrag && host.OpenMenu(id); }
     bool OpenUCSMenu(int x, int y) override { return host.OpenUCSMenu(x, y); }
 
    private:
@@ -148,9 +154,8 @@ class Viewport {
   void RunWaiting();
   void SetScale(double value);
   void OnKey(const zovhost::WindowEvent& event);
-  void OnRightClick(const zovhost::WindowEvent& event, bool used);
+  void OnRightButton(const zovhost::WindowEvent& event);
   void NotePointer(const zovhost::WindowEvent& event);
-  void FollowTooltip();
   std::optional<Korvane::Vector3> PickPivot() const;
 
   Surroundings surroundings;
@@ -165,20 +170,18 @@ class Viewport {
   zovhost::TouchNavigation touch;
   zovhost::ClickWatch clicks;
   zovhost::ClickWatch middleClicks{zovhost::MouseButton::Middle};
+  zovhost::ClickWatch rightClicks{zovhost::MouseButton::Right};
   ViewBars bars;
   ViewStory story;
   zovhost::ViewFocus focus;
-  zovhost::TooltipNote tooltip;
+  ViewTooltip tooltip;
   double scale = 1.0;
   const ViewTarget target;
   std::vector<const ViewCommand*> waiting;  // for the camera to arrive, the first to be run first
   int placeX = 0;
   int placeY = 0;
-  int pointerX = -1;
-  int pointerY = -1;
-  int rightX = 0;  // the last press of the right button
-  int rightY = 0;
-  bool rightOnBar = false;
+  bool endsRightDrag = false;  // while that is told
+  bool rightOnBar = false;     // the last press of the right button
   bool created = false;
   bool pressEndedShow = false;  // whose release is of no use either
 };

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "korvane/box2.h"
 #include "zovhost/panel_icons.h"
 
 namespace zovhost {
@@ -47,6 +48,8 @@ class Gui {
 
   /// Whether a viewport pixel, origin at the bottom left, lies on a panel of the last frame.
   bool IsOverPanel(int x, int y) const;
+  /// The panels, notices and menus of the last frame, in viewport pixels, origin at the bottom left.
+  std::vector<Korvane::Box2> GetPanels() const;
   /// Whether the last motion of the pointer belonged to the panels. A frame is drawn when that changes.
   bool HasPointer() const;
 

@@ -28,8 +28,9 @@ void PlaceNextPanel(float x, float y, float fractionX, float fractionY, bool alw
 /// The panel that is being put together lies above all others, but what asks something, and menus.
 void RaisePanel();
 
-/// The keys go to the item that is drawn next, and from there through its panel, until they are given back,
-/// by Escape too, or the pointer presses beside it.
+/// The keys go to the item that is drawn next, and from there through its panel by arrows, until they are
+/// given back, by Escape too, or the pointer presses beside it. Tab, where no text is typed, takes them from
+/// it and is an event of the window.
 void TakeKeys();
 void GiveKeysBack();
 
@@ -38,6 +39,8 @@ void GiveKeysBack();
 bool FollowKeys();
 /// Escape has just taken the keys from the panel that is being put together; told once.
 bool TakeEscape();
+/// The panel that is being put together has the keys.
+bool HasKeys();
 
 /// Scrolls the panel, and what it lies in, so that the last item shows.
 void BringItemIntoSight();

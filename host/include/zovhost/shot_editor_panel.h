@@ -6,6 +6,7 @@
 
 #include "korvane/shot_editor.h"
 #include "korvane/shot_specification.h"
+#include "zovhost/page_keys.h"
 
 namespace zovhost {
 
@@ -33,14 +34,19 @@ class ShotEditorPanel : public Korvane::ShotEditor {
   void TransferControls(bool toShot) override;
 
   /// Within a frame of the Gui. Its upper right corner stands there when it appears, in points from the top
-  /// left of the window; from there the user may move it.
-  void Draw(float right, float top);
+  /// left of the window; from there the user may move it. It is no higher than the room down to `foot`, and
+  /// is scrolled where that is too little; one that is not above the top leaves it as high as it is.
+  void Draw(float right, float top, float foot = 0.0F);
   bool IsPanelVisible() const { return visible; }
   /// Where its left edge is, in points from the left of the window, as it was drawn last; none: it was not.
   std::optional<float> GetLeft() const { return left; }
   /// With the next frame the name is typed, and Tab and arrows go on from there to the other fields: until
   /// Enter has ended the name, or Escape, or a press beside the panel.
   void TypeName() { typingName = true; }
+  /// Where Tab has led into it, Escape closes it.
+  PageKeys& GetKeys() { return keys; }
+  /// As by its cross.
+  void Close();
   bool IsLive() const { return live; }
   void SetLive(bool value) { live = value; }
 
@@ -75,6 +81,9 @@ class ShotEditorPanel : public Korvane::ShotEditor {
   bool live = true;
   bool loop = false;
   bool typingName = false;  // from the next frame on
+  bool ofName = false;      // the keys came to type it
+  bool scrolls = false;
+  PageKeys keys;
 };
 
 }  // namespace zovhost

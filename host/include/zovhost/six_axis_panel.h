@@ -3,6 +3,7 @@
 #include <optional>
 #include <vector>
 
+#include "zovhost/page_keys.h"
 #include "zovhost/six_axis_hand.h"
 
 namespace zovhost {
@@ -28,13 +29,14 @@ class SixAxisPanel {
   /// Within a frame of the Gui; its upper right corner stands there when it appears, in points from the top
   /// left of the window.
   ///
-  /// Where keys are what the user has used last, it has them when it appears: arrows and Tab go through it,
-  /// and Escape closes it.
+  /// Where keys are what the user has used last, it has them when it appears: arrows go through it, Tab leads
+  /// on, and Escape closes it.
   void Draw(Korvane::Cam3DController& controller, float right, float top);
   /// Where its left edge is, in points from the left of the window, as it was drawn last; none: it was not.
   std::optional<float> GetLeft() const { return left; }
   bool IsVisible() const { return visible; }
   void SetVisible(bool value) { visible = value; }
+  PageKeys& GetKeys() { return keys; }
 
  private:
   struct Source {
@@ -48,7 +50,7 @@ class SixAxisPanel {
   std::vector<Source> sources;
   std::optional<float> left;
   bool visible = false;
-  bool hasKeys = false;
+  PageKeys keys;
 };
 
 }  // namespace zovhost

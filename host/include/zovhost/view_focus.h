@@ -32,13 +32,14 @@ class PressableOrientor : public Korvane::Orientor {
   void Press(int part) { InjectClick(part); }
 };
 
-/// The focus of a view without a mouse: the 26 parts of the cube, its buttons, the wedges of the open disc,
+/// The focus of a view without a mouse: the 26 parts of the cube, its buttons with the letters of the compass
+/// and the arrows between faces, the wedges of the open disc,
 /// the items of the navigation bar and of the toolbars, the slides of the storyboard. It marks what is under
 /// the focus by a frame in the accent colour with a white one around it.
 ///
 /// Arrows go round the cube, also over its far side, whose parts are marked faintly. Enter presses a part of
 /// the cube, and clicks on an item; a wedge it holds as long as the key is held, and arrows drag it. The key
-/// of menus, or Shift with F10, opens the menu of the cube, of a bar or of a shot. On a
+/// of menus, or Shift with F10, opens the menu of the cube, of the disc, of a bar or of a shot. On a
 /// shot of the storyboard, Delete deletes it, F2 types its name; Ctrl with an arrow moves a shot or a
 /// sequence along its row. The buttons of the cube show while one of them is under the focus.
 ///
@@ -71,7 +72,11 @@ class ViewFocus {
   void SetObserver(KeyboardFocus::Observer observer) { focus.SetObserver(std::move(observer)); }
   bool OnEvent(const WindowEvent& event);
   void Leave() { focus.Leave(); }
+  bool IsActive() const { return focus.IsActive(); }
   KeyboardFocus& GetFocus() { return focus; }
+  /// Where the smallest thing of the storyboard at a pixel stands: one of its buttons, or a slide. None
+  /// there.
+  std::optional<Korvane::Box2> FindStoryThing(PixelPosition at);
   /// Once a frame, in a pass of its own, over the widgets.
   void Draw(int viewportWidth, int viewportHeight);
 
@@ -80,6 +85,10 @@ class ViewFocus {
   FocusThing MakePart(int part);
   void PlaceHidden(std::vector<FocusThing>& parts) const;
   std::vector<FocusThing> ListCubeButtons();
+  FocusThing MakeCubeThing(int id, const char* kind, int text);
+  void AddLetters(std::vector<FocusThing>& things);
+  void AddArrows(std::vector<FocusThing>& things);
+  Korvane::Vector2 FindCubeMiddle();
   std::vector<FocusThing> ListDisc();
   std::vector<FocusThing> ListBar(Korvane::Toolbar* strip, const char* group);
   std::optional<int> SteerCube(int part, FocusStep step) const;
@@ -88,6 +97,7 @@ class ViewFocus {
   void AddStory();
   void AddClick(FocusThing& thing, PixelPosition at, bool held);
   void ShowCubeButtons();
+  void PointAtArrow(const FocusThing* thing);
   void PressAt(PixelPosition at, bool down, bool held, MouseButton by = MouseButton::Left);
   void Send(WindowEvent::Type type, PixelPosition at);
   void PressPending();
@@ -101,6 +111,7 @@ class ViewFocus {
   double scale = 1.0;
   bool sending = false;
   std::optional<bool> overlayBefore;  // what the cube has said of its buttons; none: it still says so
+  std::optional<PixelPosition> arrowPointedAt;
   PixelPosition pointer;
   MouseButton pressedBy = MouseButton::Left;
   int framesToPress = 0;  // until what is pressed has seen the pointer come

@@ -1,9 +1,9 @@
 #include "zovhost/tooltip_note.h"
 
-#include <algorithm>
 #include <cmath>
 #include <utility>
 
+#include "bars/note_place.h"
 #include "korvane/camera_operations.h"
 #include "korvane/icon2d.h"
 #include "korvane/renderer.h"
@@ -12,25 +12,6 @@ namespace zovhost {
 
 using Korvane::Box2;
 using Korvane::Vector2;
-
-namespace {
-
-// Points from the tip of the pointer, whose picture lies below it and to the right.
-constexpr double besidePointer = 10.0;
-constexpr double belowPointer = 22.0;
-constexpr double border = 4.0;  // that a note keeps to the viewport's
-
-// Below the pointer; above it where there is no room, and within the viewport to the left and the right.
-Vector2 Place(const Vector2& pointer, const Vector2& half, const Vector2& viewport, double scale) {
-  const double edge = border * scale;
-  const double below = pointer.y - belowPointer * scale - half.y;
-  const double y = below - half.y >= edge ? below : pointer.y + edge + half.y;
-  const double most = viewport.x - edge - half.x;
-  const double x = std::max(std::min(pointer.x + besidePointer * scale + half.x, most), edge + half.x);
-  return {x, y};
-}
-
-}  // namespace
 
 TooltipNote::TooltipNote(std::function<void()> request) : requestFrame(std::move(request)) {}
 
@@ -55,6 +36,7 @@ void TooltipNote::Follow(const std::wstring& under, int x, int y, bool pressed) 
     text = under;
     spent = false;
   }
+  if (shown && HasThingMoved()) Hide();
   if (text.empty() || spent || shown) return;
   if (goesOn) return Show();
   if (moved) timer.Start(REST_SECONDS, false);  // what comes under a pointer that rests was not pointed at
@@ -71,6 +53,7 @@ void TooltipNote::Show() {
   shown = icon != nullptr;
   if (!shown) return;
   icon->SetPosition(Vector2(pointerX, pointerY));
+  thing = findThing ? findThing() : Box2();
   if (requestFrame) requestFrame();
 }
 
@@ -79,6 +62,8 @@ void TooltipNote::Hide() {
   DropIcon();
   if (std::exchange(shown, false) && requestFrame) requestFrame();
 }
+
+bool TooltipNote::HasThingMoved() const { return findThing && !(findThing().center == thing.center); }
 
 void TooltipNote::DropIcon() {
   if (icon != nullptr && renderer != nullptr) renderer->DestroyIcon(icon);
@@ -93,9 +78,11 @@ void TooltipNote::Draw(const Korvane::CameraOperations& hub, int viewportWidth, 
   const Box2 viewport(size / 2.0, size / 2.0);
   if (!renderer->BeginRender(viewport, hub.GetCameraParameters(), Renderer::RENDER_OVERLAY)) return;
   const Vector2 anchor = icon->GetPosition();
-  const Vector2 place =
-      Place(anchor, icon->GetBounds().halfExtent, size, hub.GetApplicationParameters().pixels_per_point);
-  icon->SetPosition(Vector2(std::floor(place.x), std::floor(place.y)));
+  const Vector2 half = icon->GetBounds().halfExtent;
+  const double scale = hub.GetApplicationParameters().pixels_per_point;
+  const Vector2 place = FindNotePlace({anchor, half, size, scale, thing, panels});
+  drawn = Box2(Vector2(std::floor(place.x), std::floor(place.y)), half);
+  icon->SetPosition(drawn.center);
   renderer->Render(icon);
   icon->SetPosition(anchor);
   renderer->EndRender();

@@ -4,89 +4,42 @@
 #include <array>
 #include <utility>
 
-#include "focus/cube_steps.h"
 #include "focus/disc_wedges.h"
+#include "focus/focus_things.h"
 #include "focus/story_focus.h"
-#include "korvane/application_parameters.h"
 #include "korvane/camera_operations.h"
 #include "korvane/helm_disc.h"
 #include "korvane/navigation_bar.h"
-#include "korvane/orientor_observer.h"
 #include "korvane/renderer.h"
 #include "korvane/toolbar.h"
 #include "korvane/track_menu.h"
 #include "zovhost/accent.h"
-#include "zovhost/host_texts.h"
 #include "zovhost/phrases.h"
 #include "zovhost/wide_text.h"
 
 namespace zovhost {
 
 using Korvane::Box2;
-using Korvane::Orientor;
-using Korvane::OrientorObserver;
 using Korvane::Renderer;
 using Korvane::ToolbarItem;
 using Korvane::TrackMenu;
 using Korvane::Vector2;
-using Korvane::Vector3;
 using Type = WindowEvent::Type;
 
 namespace {
 
 constexpr int FRAMES_TO_FOLLOW = 2;    // a widget sees the pointer, and draws itself under it
 constexpr int ARROW_OF_ITEM = 100000;  // added to the tag of the item that it opens the list of
-// Halves of the frames: of the size of the cube for its faces, edges and corners, in points for others.
-constexpr std::array<double, 3> PART_SIZES = {0.16, 0.1, 0.08};
-constexpr double BUTTON_SIZE = 11.0;
 constexpr double WEDGE_SIZE = 12.0;
 constexpr double FRAME_WIDTH = 2.0;  // points
 constexpr double GAP = 1.0;
 constexpr double FAINT = 0.5;
-constexpr double FAR = 1e6;                    // pixels
-constexpr std::size_t CUBE_BUTTONS_GROUP = 1;  // after its parts
-
-struct CubeButton {
-  Orientor::OverlayPart part;
-  OrientorObserver::OrientorPart number;
-  FocusRole role;
-  int text;          // of the renderer; 0: none
-  const char* name;  // a phrase, where there is none
-  bool isArrow;
-};
-constexpr std::array<CubeButton, 6> CUBE_BUTTONS = {{
-    {Orientor::OVERLAY_HOME, OrientorObserver::PART_HOME, FocusRole::Button, Korvane::STRING_CUBE_HOME, "",
-     false},
-    {Orientor::OVERLAY_ROTATE_COUNTER_CLOCKWISE, OrientorObserver::PART_ROTATE_COUNTER_CLOCKWISE,
-     FocusRole::Button, 0, "Turn counterclockwise", true},
-    {Orientor::OVERLAY_ROTATE_CLOCKWISE, OrientorObserver::PART_ROTATE_CLOCKWISE, FocusRole::Button, 0,
-     "Turn clockwise", true},
-    {Orientor::OVERLAY_LOCK, OrientorObserver::PART_LOCK, FocusRole::ToggleButton, Korvane::STRING_CUBE_LOCK,
-     "", false},
-    {Orientor::OVERLAY_CONTEXT_MENU, OrientorObserver::PART_CONTEXT_MENU, FocusRole::MenuButton,
-     Korvane::STRING_CUBE_MENU, "", false},
-    {Orientor::OVERLAY_UCS_MENU, OrientorObserver::PART_NONE, FocusRole::MenuButton,
-     Korvane::STRING_UCS_DEFAULT, "", false},
-}};
-
-Box2 MakeBox(PixelPosition at, double half) {
-  return Box2(Vector2(at.x + 0.5, at.y + 0.5), Vector2(half, half));
-}
-
-PixelPosition GetMiddle(const Box2& box) {
-  return {static_cast<int>(box.center.x), static_cast<int>(box.center.y)};
-}
 
 bool IsReachable(const ToolbarItem& item) {
   const ToolbarItem::Type type = item.GetType();
   const bool isHandle = type == ToolbarItem::TYPE_GRIP || type == ToolbarItem::TYPE_SEPARATOR ||
                         type == ToolbarItem::TYPE_PLAIN;
   return !isHandle && !item.IsHidden() && !item.IsExcluded() && item.GetBounds().halfExtent.x > 0.0;
-}
-
-double GetPartSize(int part) {
-  if (part < Orientor::FACE_COUNT) return PART_SIZES[0];
-  return part < OrientorObserver::PART_BACK_RIGHT_BOTTOM ? PART_SIZES[1] : PART_SIZES[2];
 }
 
 // That opens the menu of the navigation bar, whose first items have none of their own.
@@ -97,27 +50,6 @@ std::optional<PixelPosition> FindMenuItem(Korvane::Toolbar& strip) {
       return GetMiddle(item.GetBounds());
   }
   return std::nullopt;
-}
-
-// What the key of menus does there.
-std::function<bool(const WindowEvent&)> OnMenuKey(std::function<void()> open) {
-  return [open = std::move(open)](const WindowEvent& event) {
-    if (!IsMenuKey(event)) return false;
-    open();
-    return true;
-  };
-}
-
-Vector2 GetMiddleInSight(const std::vector<FocusThing>& things) {
-  Vector2 least(FAR, FAR);
-  Vector2 most(-FAR, -FAR);
-  for (const FocusThing& thing : things) {
-    if (!thing.inSight) continue;
-    const Vector2 place = thing.bounds.center;
-    least = {std::min(least.x, place.x), std::min(least.y, place.y)};
-    most = {std::max(most.x, place.x), std::max(most.y, place.y)};
-  }
-  return (least + most) / 2.0;
 }
 
 }  // namespace
@@ -148,6 +80,17 @@ void ViewFocus::AddStory() {
 
 ViewFocus::~ViewFocus() = default;
 
+std::optional<Box2> ViewFocus::FindStoryThing(PixelPosition at) {
+  std::optional<Box2> smallest;
+  if (story == nullptr) return smallest;
+  for (const FocusThing& thing : story->List()) {
+    const Box2& place = thing.bounds;
+    const bool isSmaller = !smallest.has_value() || place.halfExtent.x < smallest->halfExtent.x;
+    if (isSmaller && place.IsPointInside(Vector2(at.x, at.y))) smallest = place;
+  }
+  return smallest;
+}
+
 bool ViewFocus::OnEvent(const WindowEvent& event) {
   if (sending) return false;
   const bool wasActive = focus.IsActive();
@@ -157,101 +100,6 @@ bool ViewFocus::OnEvent(const WindowEvent& event) {
 }
 
 std::string ViewFocus::LoadText(int id) const { return WideToUtf8(widgets.renderer.LoadStringResource(id)); }
-
-// ---- the cube ----
-
-// By the faces that meet there.
-std::string ViewFocus::NamePart(int part) const {
-  static constexpr std::array<int, 3> ORDER = {3, 1, 5};  // top, front and left, each after its opposite
-  std::string name;
-  const Vector3 direction = widgets.cube.GetGeometryPartDirection(part);
-  for (const int pair : ORDER) {
-    for (const int face : {pair, pair - 1}) {
-      if (!(widgets.cube.GetGeometryPartDirection(face).Dot(direction) > 0.0)) continue;
-      const std::string word = LoadText(HOST_TEXT_BACK + face);
-      name = name.empty() ? word : GetPhrases().SayPlain("{}, {}", {name, word});
-    }
-  }
-  return name;
-}
-
-FocusThing ViewFocus::MakePart(int part) {
-  PressableOrientor& cube = widgets.cube;
-  FocusThing thing;
-  thing.id = part;
-  thing.group = GetPhrases().SayPlain("Cube");
-  thing.name = NamePart(part);
-  thing.on = part == cube.GetClosestGeometryPart() && cube.ViewOnPartAxis();
-  PixelPosition at;
-  thing.inSight = cube.GetPartPosition(part, at.x, at.y);
-  thing.bounds = MakeBox(at, GetPartSize(part) * cube.GetScreenSize());
-  thing.press = [this, part](bool pressed) {
-    if (pressed) widgets.cube.Press(part);
-  };
-  thing.key = OnMenuKey([this] { widgets.cube.Press(OrientorObserver::PART_CONTEXT_MENU); });
-  return thing;
-}
-
-// Where that on the other side stands, mirrored at the middle of those that show.
-void ViewFocus::PlaceHidden(std::vector<FocusThing>& parts) const {
-  const Vector2 middle = GetMiddleInSight(parts);
-  for (FocusThing& thing : parts) {
-    if (thing.inSight) continue;
-    const Vector3 direction = widgets.cube.GetGeometryPartDirection(thing.id);
-    const int opposite = widgets.cube.GetGeometryPartIndex(-direction);
-    const FocusThing& other = parts[static_cast<std::size_t>(opposite)];
-    thing.bounds.center = other.inSight ? middle * 2.0 - other.bounds.center : middle;
-  }
-}
-
-// The part that the view looks at comes first.
-std::vector<FocusThing> ViewFocus::ListCube() {
-  std::vector<FocusThing> things;
-  if (!widgets.cube.GetParameters().visible) return things;
-  for (int part = 0; part < Orientor::GEOMETRY_PART_COUNT; ++part) things.push_back(MakePart(part));
-  PlaceHidden(things);
-  const int closest = widgets.cube.GetClosestGeometryPart();
-  if (closest > 0) std::swap(things[0], things[static_cast<std::size_t>(closest)]);
-  return things;
-}
-
-std::optional<int> ViewFocus::SteerCube(int part, FocusStep step) const {
-  const Korvane::ApplicationParameters& parameters = widgets.hub.GetApplicationParameters();
-  Korvane::CameraParameters camera;
-  widgets.hub.QueryCameraParameters(camera);
-  const Vector3 front = parameters.scene_front_direction.Normalized();
-  const Vector3 top = parameters.scene_up_direction.Normalized();
-  const CubeAxes axes{front, top, front.Cross(top)};
-  const Vector3 direction = widgets.cube.GetGeometryPartDirection(part);
-  const int next = widgets.cube.GetGeometryPartIndex(StepOnCube(direction, step, axes, camera));
-  return next >= 0 ? std::optional(next) : std::nullopt;
-}
-
-std::vector<FocusThing> ViewFocus::ListCubeButtons() {
-  PressableOrientor& cube = widgets.cube;
-  std::vector<FocusThing> things;
-  if (!cube.GetParameters().visible) return things;
-  for (const CubeButton& button : CUBE_BUTTONS) {
-    PixelPosition at;
-    if (button.isArrow && !cube.ViewOnPrincipalAxis()) continue;
-    if (!cube.GetOverlayPartPosition(button.part, at.x, at.y)) continue;
-    FocusThing thing;
-    thing.id = button.part;
-    thing.group = GetPhrases().SayPlain("Cube");
-    thing.name = button.text != 0 ? LoadText(button.text) : GetPhrases().SayPlain(button.name);
-    thing.role = button.role;
-    thing.on =
-        button.part == Orientor::OVERLAY_LOCK && widgets.hub.GetApplicationParameters().lock_to_selection;
-    thing.bounds = MakeBox(at, BUTTON_SIZE * scale);
-    thing.press = [this, number = button.number](bool pressed) {
-      if (pressed) widgets.cube.Press(number);
-    };
-    if (button.number == OrientorObserver::PART_NONE) AddClick(thing, at, false);
-    thing.key = OnMenuKey([this] { widgets.cube.Press(OrientorObserver::PART_CONTEXT_MENU); });
-    things.push_back(std::move(thing));
-  }
-  return things;
-}
 
 // ---- the disc and the bars ----
 
@@ -270,6 +118,7 @@ std::vector<FocusThing> ViewFocus::ListDisc() {
     }
     thing.bounds = MakeBox(wedge.at, WEDGE_SIZE * scale);
     AddClick(thing, wedge.at, true);
+    thing.key = OnMenuKey([this] { widgets.disc.OpenMenu(); });
     things.push_back(std::move(thing));
   }
   return things;
@@ -371,6 +220,7 @@ void ViewFocus::Draw(int viewportWidth, int viewportHeight) {
   PressPending();
   const FocusThing* const thing = focus.Get();
   ShowCubeButtons();
+  PointAtArrow(thing);
   if (thing == nullptr || viewportWidth <= 0 || viewportHeight <= 0) return;
   const Vector2 size(viewportWidth, viewportHeight);
   const Box2 viewport(size / 2.0, size / 2.0);
@@ -379,17 +229,6 @@ void ViewFocus::Draw(int viewportWidth, int viewportHeight) {
   if (!widgets.renderer.BeginRender(viewport, camera, Renderer::RENDER_OVERLAY)) return;
   DrawFrame(thing->bounds, thing->inSight ? 1.0 : FAINT);
   widgets.renderer.EndRender();
-}
-
-// They show under a pointer otherwise.
-void ViewFocus::ShowCubeButtons() {
-  const bool wanted = focus.GetGroup() == CUBE_BUTTONS_GROUP;
-  if (wanted == overlayBefore.has_value()) return;
-  bool& shown = widgets.cube.GetParameters().overlay_always_on;
-  if (wanted) overlayBefore = shown;
-  shown = wanted || *overlayBefore;
-  if (!wanted) overlayBefore.reset();
-  widgets.hub.RequestApplicationUpdate();
 }
 
 // Accent between two white lines, so that one of them stands out from any ground.

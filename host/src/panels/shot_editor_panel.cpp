@@ -1,7 +1,6 @@
 #include "zovhost/shot_editor_panel.h"
 
 #include <imgui.h>
-#include <imgui_stdlib.h>
 
 #include <algorithm>
 #include <array>
@@ -13,6 +12,7 @@
 #include "panels/choice_list.h"
 #include "zovhost/panel_texts.h"
 #include "zovhost/phrases.h"
+#include "zovhost/text_field.h"
 #include "zovhost/wide_text.h"
 
 namespace zovhost {
@@ -24,6 +24,7 @@ namespace {
 constexpr float LEAST_COLUMN = 116.0F;  // points
 constexpr float LEAST_FIELD = 188.0F;
 constexpr float LEAST_BUTTON = 90.0F;
+constexpr float LOWEST = 110.0F;
 constexpr double DISTANCE_OF_PIXEL = 0.005;  // of a drag, as a fraction of the distance that is viewed
 
 // By their numbers.
@@ -167,20 +168,30 @@ void ShotEditorPanel::WriteShot(Shot& edited) const {
 
 // ---- the panel ----
 
-void ShotEditorPanel::Draw(float right, float top) {
+void ShotEditorPanel::Draw(float right, float top, float foot) {
   left.reset();
-  if (!visible || GetShot() == nullptr) return;
+  if (!visible || GetShot() == nullptr) return keys.Skip();
   const Layout layout = MakeLayout();
+  const ImGuiStyle& look = ImGui::GetStyle();
+  const float width = layout.column + layout.field + look.WindowPadding.x;
+  const float room = foot > top ? std::max(foot - top, LOWEST) : FLT_MAX;
   PlaceNextPanel(right, top, 1.0F, 0.0F, false);
-  ImGui::SetNextWindowSize(ImVec2(layout.column + layout.field + ImGui::GetStyle().WindowPadding.x, 0.0F));
+  ImGui::SetNextWindowSize(ImVec2(width + (scrolls ? look.ScrollbarSize : 0.0F), 0.0F));
+  ImGui::SetNextWindowSizeConstraints(ImVec2(width, 0.0F), ImVec2(width + look.ScrollbarSize, room));
   bool open = true;
   constexpr ImGuiWindowFlags STYLE = ImGuiWindowFlags_NoResize | ImGuiWindowFlags_NoSavedSettings |
                                      ImGuiWindowFlags_NoCollapse | ImGuiWindowFlags_NoFocusOnAppearing;
   if (ImGui::Begin(SayLabel("Shot"), &open, STYLE)) DrawControls(layout);
   const float edge = ImGui::GetWindowPos().x;
   left = ArePanelsMirrored() ? MirrorPlace(edge + ImGui::GetWindowSize().x) : edge;
+  scrolls = ImGui::GetScrollMaxY() > 0.0F;
+  if (keys.End() && !ofName) open = false;
+  ofName = ofName && keys.AreHere();
   ImGui::End();
-  if (open) return;
+  if (!open) Close();
+}
+
+void ShotEditorPanel::Close() {
   if (GetStoryboard() != nullptr) {
     GetStoryboard()->CloseShotEditor();
   } else {
@@ -203,12 +214,12 @@ void ShotEditorPanel::DrawControls(const Layout& layout) {
 
 bool ShotEditorPanel::DrawName(const Layout& layout) {
   DrawFieldName("Name", layout.column);
-  ToPanelText(controls.name);
-  if (std::exchange(typingName, false)) TakeKeys();
-  {
-    const UprightItem upright;
-    ImGui::InputText("##name", &controls.name);
+  if (std::exchange(typingName, false)) {
+    TakeKeys();
+    ofName = true;
   }
+  DrawTextField("##name", controls.name);
+  keys.NoteFirstItem(false);
   if (ImGui::IsItemDeactivated() && ImGui::IsKeyPressed(ImGui::GetKeyIndex(ImGuiKey_Enter))) GiveKeysBack();
   return ImGui::IsItemDeactivatedAfterEdit();
 }

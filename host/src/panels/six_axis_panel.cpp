@@ -1,12 +1,12 @@
 #include "zovhost/six_axis_panel.h"
 
 #include <imgui.h>
+#include <imgui_internal.h>
 
 #include <algorithm>
 #include <array>
 #include <cfloat>
 #include <string>
-#include <utility>
 
 #include "korvane/cam3d_controller.h"
 #include "korvane/cam3d_controller_observer.h"
@@ -88,6 +88,37 @@ void Label(const char* name) { DrawFieldName(name, FindColumn()); }
 
 // ---- what they do ----
 
+struct Range {
+  float least;
+  float most;
+};
+
+std::string FormatNumber(float number, const std::string& format) {
+  std::array<char, 64> text{};
+  ImGui::DataTypeFormatString(text.data(), static_cast<int>(text.size()), ImGuiDataType_Float, &number,
+                              format.c_str());
+  return text.data();
+}
+
+// The number stands at its end, as the handle would cover it. It is typed in the slider.
+bool DrawSlider(const char* id, float& value, Range range, const std::string& format,
+                ImGuiSliderFlags style) {
+  const float gap = ImGui::GetStyle().ItemInnerSpacing.x;
+  ImGui::SetNextItemWidth(-ImGui::CalcTextSize(FormatNumber(range.most, format).c_str()).x - gap);
+  const bool typed = ImGui::TempInputIsActive(ImGui::GetID(id));
+  bool changed = false;
+  {
+    const UprightItem upright;
+    const ImVec4 words = ImGui::GetStyleColorVec4(ImGuiCol_Text);
+    ImGui::PushStyleColor(ImGuiCol_Text, ImVec4(words.x, words.y, words.z, typed ? words.w : 0.0F));
+    changed = ImGui::SliderFloat(id, &value, range.least, range.most, format.c_str(), style);
+    ImGui::PopStyleColor();
+  }
+  ImGui::SameLine(0.0F, gap);
+  ImGui::TextUnformatted(FormatNumber(value, format).c_str());
+  return changed;
+}
+
 void DrawMode(Cam3DController& controller) {
   int mode = controller.GetNavigationMode();
   Label("What it moves");
@@ -103,8 +134,7 @@ void DrawSpeed(Cam3DController& controller) {
   Label("Speed");
   constexpr ImGuiSliderFlags STYLE = ImGuiSliderFlags_Logarithmic | ImGuiSliderFlags_AlwaysClamp;
   const std::string format = GetPhrases().SayFormat("{} times", "%.2f");
-  const UprightItem upright;
-  if (ImGui::SliderFloat("##speed", &speed, 0.1F, 10.0F, format.c_str(), STYLE)) {
+  if (DrawSlider("##speed", speed, {0.1F, 10.0F}, format, STYLE)) {
     controller.SetSensitivity(static_cast<double>(speed) * normal);
   }
 }
@@ -112,8 +142,7 @@ void DrawSpeed(Cam3DController& controller) {
 void DrawThreshold(Cam3DController& controller) {
   auto threshold = static_cast<float>(controller.GetInputThreshold());
   Label("Felt from");
-  const UprightItem upright;
-  if (ImGui::SliderFloat("##threshold", &threshold, 0.0F, 100.0F, "%.0f", ImGuiSliderFlags_AlwaysClamp)) {
+  if (DrawSlider("##threshold", threshold, {0.0F, 100.0F}, "%.0f", ImGuiSliderFlags_AlwaysClamp)) {
     controller.SetInputThreshold(static_cast<double>(threshold));
   }
 }
@@ -291,8 +320,7 @@ void SixAxisPanel::AddSource(SixAxisSource* source, const char* name) {
 
 void SixAxisPanel::Draw(Cam3DController& controller, float right, float top) {
   left.reset();
-  if (!visible && std::exchange(hasKeys, false)) GiveKeysBack();
-  if (!visible) return;
+  if (!visible) return keys.Skip();
   PlaceNextPanel(right, top, 1.0F, 0.0F, false);
   const float highest = std::max(LOWEST_LIST, ImGui::GetIO().DisplaySize.y - 2.0F * MARGIN);
   const float width = FindWidth();
@@ -303,14 +331,14 @@ void SixAxisPanel::Draw(Cam3DController& controller, float right, float top) {
     const float edge = ImGui::GetWindowPos().x;
     left = ArePanelsMirrored() ? MirrorPlace(edge + ImGui::GetWindowSize().x) : edge;
     DrawMode(controller);
-    if (ImGui::IsWindowAppearing()) hasKeys = FollowKeys();
-    if (TakeEscape()) visible = false;
+    keys.NoteFirstItem(ImGui::IsWindowAppearing());
     DrawSpeed(controller);
     DrawThreshold(controller);
     DrawSwitches(controller);
     ImGui::Separator();
     DrawAxes(hand.GetAxes());
     for (const Source& source : sources) DrawSource(source);
+    if (keys.End()) visible = false;
   }
   ImGui::End();
 }

@@ -36,18 +36,19 @@ struct ReadLine {
   bool valid = false;  // not when memory is short
 };
 
-std::wstring JoinLine(const std::wstring& text) {
+static_assert(JOINED_AWAY == FRIBIDI_CHAR_FILL);
+
+}  // namespace
+
+std::wstring JoinInPlace(const std::wstring& text) {
   ReadLine line(text, FRIBIDI_PAR_ON);
   if (!line.valid) return text;
   std::vector<FriBidiArabicProp> joins(text.size());
   fribidi_get_joining_types(line.characters.data(), line.length, joins.data());
   fribidi_join_arabic(line.types.data(), line.length, line.levels.data(), joins.data());
   fribidi_shape(FRIBIDI_FLAGS_ARABIC, line.levels.data(), line.length, joins.data(), line.characters.data());
-  std::erase(line.characters, FRIBIDI_CHAR_FILL);  // left where two letters have become one
   return {line.characters.begin(), line.characters.end()};
 }
-
-}  // namespace
 
 bool IsReadFromRight(const std::wstring& text) { return std::any_of(text.begin(), text.end(), IsFromRight); }
 
@@ -64,7 +65,9 @@ std::wstring JoinLetters(const std::wstring& text) {
   std::wstring result;
   for (std::size_t start = 0; start <= text.size();) {
     const std::size_t end = std::min(text.find(L'\n', start), text.size());
-    result += JoinLine(text.substr(start, end - start));
+    std::wstring line = JoinInPlace(text.substr(start, end - start));
+    std::erase(line, JOINED_AWAY);
+    result += line;
     if (end < text.size()) result += L'\n';
     start = end + 1;
   }
@@ -73,7 +76,7 @@ std::wstring JoinLetters(const std::wstring& text) {
 
 std::vector<PlacedCharacter> FindScreenOrder(const std::wstring& text, bool fromRight) {
   std::vector<PlacedCharacter> places(text.size());
-  for (std::size_t i = 0; i < text.size(); ++i) places[i] = {i, text[i]};
+  for (std::size_t i = 0; i < text.size(); ++i) places[i] = {i, text[i], false};
   ReadLine line(text, fromRight ? FRIBIDI_PAR_RTL : FRIBIDI_PAR_LTR);
   if (!line.valid) return places;
   std::vector<FriBidiStrIndex> order(text.size());
@@ -86,7 +89,7 @@ std::vector<PlacedCharacter> FindScreenOrder(const std::wstring& text, bool from
   for (std::size_t place = 0; place < places.size(); ++place) {
     FriBidiChar drawn = line.characters[index(place)];
     if (line.levels[index(place)] % 2 != 0) fribidi_get_mirror_char(drawn, &drawn);
-    places[place] = {index(place), static_cast<wchar_t>(drawn)};
+    places[place] = {index(place), static_cast<wchar_t>(drawn), line.levels[index(place)] % 2 != 0};
   }
   return places;
 }

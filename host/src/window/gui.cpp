@@ -54,6 +54,7 @@ class Gui::Impl {
   void SetLight(bool wanted);
   bool IsLight() const { return light; }
   bool IsOverPanel(float pointX, float pointY) const;
+  std::vector<Korvane::Box2> GetPanels() const;
   bool HasPointer() const { return pointerWasOver; }
   float GetPointsPerPixel() const;
   int GetHeight() const { return window != nullptr ? window->GetHeight() : height; }
@@ -64,6 +65,7 @@ class Gui::Impl {
 
  private:
   float GetPanelX(float x) const;
+  static bool IsSeen(const ImGuiWindow& panel);
   bool OnNativeEvent(const SDL_Event& event);
   bool OnPointerEvent(const SDL_Event& event);
   bool OnFingerEvent(const SDL_TouchFingerEvent& event);
@@ -253,16 +255,33 @@ float Gui::Impl::GetPanelX(float x) const {
   return panels.mirrored && x > -FLT_MAX ? ImGui::GetIO().DisplaySize.x - x : x;
 }
 
+// What belongs to another window lies within it, but for the menus.
+bool Gui::Impl::IsSeen(const ImGuiWindow& panel) {
+  return panel.Active && (panel.ParentWindow == nullptr || (panel.Flags & ImGuiWindowFlags_Popup) != 0);
+}
+
 bool Gui::Impl::IsOverPanel(float pointX, float pointY) const {
   const ImVec2 point(GetPanelX(pointX), pointY);
   for (const ImGuiWindow* const panel : context->Windows) {
-    // What belongs to another window lies within it, but for the menus.
-    const bool stands = panel->ParentWindow == nullptr || (panel->Flags & ImGuiWindowFlags_Popup) != 0;
-    const bool visible = panel->Active && stands;
     const bool hearsPointer = (panel->Flags & ImGuiWindowFlags_NoMouseInputs) == 0;
-    if (visible && hearsPointer && panel->Rect().Contains(point)) return true;
+    if (IsSeen(*panel) && hearsPointer && panel->Rect().Contains(point)) return true;
   }
   return false;
+}
+
+std::vector<Korvane::Box2> Gui::Impl::GetPanels() const {
+  const double pixels = 1.0 / GetPointsPerPixel();
+  std::vector<Korvane::Box2> places;
+  for (const ImGuiWindow* const panel : context->Windows) {
+    const bool isGround = panel->IsFallbackWindow || panel->Hidden;
+    if (!IsSeen(*panel) || isGround) continue;
+    const ImVec2 middle = panel->Rect().GetCenter();
+    const ImVec2 size = panel->Rect().GetSize();
+    places.push_back(Korvane::Box2(
+        {GetPanelX(middle.x) * pixels, GetHeight() - middle.y * pixels},
+        {static_cast<double>(size.x) * pixels / 2.0, static_cast<double>(size.y) * pixels / 2.0}));
+  }
+  return places;
 }
 
 bool Gui::Impl::OnNativeEvent(const SDL_Event& event) {
@@ -411,6 +430,7 @@ void Gui::SetIcons(std::vector<int> pictures, IconPainter painter) {
 }
 
 std::string Gui::TakeProblem() { return impl->TakeProblem(); }
+std::vector<Korvane::Box2> Gui::GetPanels() const { return impl->GetPanels(); }
 bool Gui::HasPointer() const { return impl->HasPointer(); }
 
 bool Gui::IsOverPanel(int x, int y) const {

@@ -74,9 +74,21 @@ void PanelKeys::Type() {
     }
     fed = true;
     typed.pop_front();
-    Process(event);
+    Process(TurnArrow(event));
     if (IsEditing(event)) return;
   }
+}
+
+// Left and right lead on the screen; what has gone down so goes up so.
+SDL_Event PanelKeys::TurnArrow(SDL_Event event) {
+  if (!IsKey(event)) return event;
+  SDL_Keysym& key = event.key.keysym;
+  if (key.sym != SDLK_LEFT && key.sym != SDLK_RIGHT) return event;
+  if (event.type == SDL_KEYDOWN) arrowsTurned = panels.typedFromRight;
+  if (!arrowsTurned) return event;
+  key.sym = key.sym == SDLK_LEFT ? SDLK_RIGHT : SDLK_LEFT;
+  key.scancode = SDL_GetScancodeFromKey(key.sym);
+  return event;
 }
 
 // Tab leads on through a question, and what follows on it is not typed.
@@ -124,6 +136,11 @@ bool PanelKeys::LeadsThroughPanels(const SDL_KeyboardEvent& event) const {
   }
 }
 
+// Tab goes from panel to panel, and they know nothing of each other.
+bool PanelKeys::LeadsOut(const SDL_KeyboardEvent& event) const {
+  return event.keysym.sym == SDLK_TAB && panels.hasKeys && context.OpenPopupStack.empty();
+}
+
 // What is marked; where nothing is, Enter is the question's.
 bool PanelKeys::IsToPress() const { return !keys.empty() || panels.stops.IsMarked(context); }
 
@@ -133,6 +150,10 @@ bool PanelKeys::Queue(const SDL_Event& event) {
   const SDL_Keycode key = event.key.keysym.sym;
   const bool down = event.type == SDL_KEYDOWN;
   if ((event.key.keysym.mod & OTHER_MODIFIERS) != 0 && down) return false;
+  if (down && LeadsOut(event.key)) {
+    Leave();
+    return false;
+  }
   if (down && LeadsThroughPanels(event.key)) {
     settle();
     if (event.key.repeat == 0) keys.push_back(event);
@@ -153,6 +174,7 @@ bool PanelKeys::Queue(const SDL_Event& event) {
 
 void PanelKeys::BeginFrame() {
   Type();
+  panels.typedFromRight = false;
   Lead();
   panels.stops.BeginFrame();
 }

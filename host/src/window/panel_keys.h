@@ -35,10 +35,12 @@ class PanelKeys {
 
  private:
   void Type();
+  SDL_Event TurnArrow(SDL_Event event);
   void Lead();
   bool IsStep(const SDL_Event& event) const;
   void LeaveText();
   bool IsToPress() const;
+  bool LeadsOut(const SDL_KeyboardEvent& event) const;
   bool LeadsThroughPanels(const SDL_KeyboardEvent& event) const;
   bool Queue(const SDL_Event& event);
 
@@ -48,6 +50,7 @@ class PanelKeys {
   bool ledThrough = false;      // keys have gone through the popup that is open
   bool hadKeys = false;         // a panel, in the last frame
   bool wasTyping = false;       // in the last frame
+  bool arrowsTurned = false;    // of a text that is read from the right
   std::deque<SDL_Event> typed;  // for the text that is active
   std::deque<SDL_Event> keys;   // that lead through panels, one a frame: the library looks at what is down
 };

@@ -18,6 +18,7 @@ struct PanelState {
   bool hasKeys = false;                  // a panel that no text is typed in
   bool byKeys = false;                   // what the user did last
   const ImGuiWindow* escaped = nullptr;  // the panel that Escape has taken the keys from; null: none
+  bool typedFromRight = false;           // the text that is typed in stands at the right
   char32_t letter = U'\0';               // a key for the menu that is open; none
 };
 

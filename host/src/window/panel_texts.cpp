@@ -72,6 +72,14 @@ bool TakeEscape() {
   return true;
 }
 
+bool HasKeys() {
+  const PanelState* const state = FindState();
+  const ImGuiContext& context = *ImGui::GetCurrentContext();
+  const bool ledHere =
+      context.NavWindow != nullptr && context.NavWindow->RootWindow == context.CurrentWindow->RootWindow;
+  return state != nullptr && state->hasKeys && ledHere;
+}
+
 void GiveKeysBack() {
   if (PanelState* const state = FindState()) state->hasKeys = false;
 }
