@@ -51,6 +51,23 @@ class JournalDiscObserver : public Korvane::HelmDiscObserver {
   }
 };
 
+/// A region map of all the colours that regions have, in 6 x 5 squares, the last of which are transparent.
+inline MapImage MakeMapOfAllColours() {
+  constexpr int SQUARE = 12;
+  static constexpr int SHADES[] = {0, 128, 255};
+  MapImage image(6 * SQUARE, 5 * SQUARE);
+  int place = 0;
+  for (const int red : SHADES) {
+    for (const int green : SHADES) {
+      for (const int blue : SHADES) {
+        image.Fill(place % 6 * SQUARE, place / 6 * SQUARE, SQUARE, SQUARE, red, green, blue);
+        ++place;
+      }
+    }
+  }
+  return image;
+}
+
 /// A disc in a view of 800 x 600, created, without welcome screen. Every region map is 100 x 100 pixels and
 /// of one colour: that of the region that the test points at.
 struct DiscScene {

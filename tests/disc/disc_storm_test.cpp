@@ -41,24 +41,6 @@ using StormHub = MischievousHub<Mischief>;
 
 CameraParameters GetRestingView() { return LookAt({0, 0, 10}, {0, 0, 0}, {0, 1, 0}); }
 
-/// Every region map is of all the colours that regions have, in squares, some of which are transparent.
-MapImage MakeMap() {
-  constexpr int SQUARE = 12;
-  static constexpr double SHADES[] = {0.0, 0.5, 1.0};
-  MapImage image(6 * SQUARE, 5 * SQUARE);
-  int place = 0;
-  for (const double red : SHADES) {
-    for (const double green : SHADES) {
-      for (const double blue : SHADES) {
-        image.Fill(place % 6 * SQUARE, place / 6 * SQUARE, SQUARE, SQUARE, DiscScene::ToByte(red),
-                   DiscScene::ToByte(green), DiscScene::ToByte(blue));
-        ++place;
-      }
-    }
-  }
-  return image;
-}
-
 class StormRenderer : public CountingRenderer {
  public:
   explicit StormRenderer(Mischief& host) : mischief(host) {}
@@ -74,7 +56,7 @@ class StormRenderer : public CountingRenderer {
   }
   PixelIcon2D* CreateImageData(TextureID /*id*/) override {
     if (mischief.Fails()) return nullptr;
-    static const MapImage map = MakeMap();
+    static const MapImage map = MakeMapOfAllColours();
     static const MapImage clear(1, 1);
     return (mischief.random.Integer(0, 31) == 0 ? clear : map).MakeIcon().release();
   }

@@ -318,17 +318,15 @@ void Rest(Stage& s) {
   EXPECT_FALSE(s.board->GetParts().playback.IsRecordingHistory());
 }
 
-// The calls that there were. With an act, it comes within the call of this number of `host`.
-long RunWith(const Use& use, ActingHost Stage::*host, const Act* act, long number) {
+// The act comes within the call of this number of `host`; the answer is how many there were.
+long RunWith(const Use& use, ActingHost Stage::*host, const Act& act, long number) {
   Stage stage;
-  (stage.*host)
-      .ActIn(
-          number, act == nullptr ? std::function<void()>() : [&] { act->commit(stage); });
+  (stage.*host).ActIn(number, [&] { act.commit(stage); });
   use.play(stage);
   const long calls = (stage.*host).GetCalls();
   Rest(stage);
   EXPECT_FALSE(stage.hub.IsOperationActive(OPERATION_ALL));
-  EXPECT_TRUE(stage.board != nullptr || (act != nullptr && !act->isForRenderer));
+  EXPECT_TRUE(stage.board != nullptr || !act.isForRenderer);
   stage.board.reset();
   EXPECT_EQ(stage.renderer.GetLiveIconCount(), 0);
   EXPECT_EQ(stage.renderer.GetForeignDestroyCount(), 0);
@@ -338,12 +336,7 @@ long RunWith(const Use& use, ActingHost Stage::*host, const Act* act, long numbe
 TEST_P(ActingHostTest, may_do_it_in_each_call) {
   const Use& use = USES[std::get<0>(GetParam())];
   const Act& act = ACTS[std::get<1>(GetParam())];
-  const long calls = RunWith(use, &Stage::calls, nullptr, 0);
-  ASSERT_GT(calls, 10);
-  for (long number = 1; number <= calls && !HasFailure(); ++number) {
-    SCOPED_TRACE(number);
-    RunWith(use, &Stage::calls, &act, number);
-  }
+  TryInEachCall([&](long number) { return RunWith(use, &Stage::calls, act, number); });
 }
 
 TEST_P(ActingHostTest, may_do_it_while_the_panel_is_drawn) {
@@ -351,12 +344,7 @@ TEST_P(ActingHostTest, may_do_it_while_the_panel_is_drawn) {
   const Use& use = USES[std::get<0>(GetParam())];
   const Act& act = ACTS[std::get<1>(GetParam())];
   if (!act.isForRenderer) return;
-  const long calls = RunWith(use, &Stage::drawing, nullptr, 0);
-  ASSERT_GT(calls, 100);
-  for (long number = 1; number <= calls && !HasFailure(); number += STRIDE) {
-    SCOPED_TRACE(number);
-    RunWith(use, &Stage::drawing, &act, number);
-  }
+  TryInEachCall([&](long number) { return RunWith(use, &Stage::drawing, act, number); }, STRIDE);
 }
 
 INSTANTIATE_TEST_SUITE_P(Uses, ActingHostTest,

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <functional>
 #include <string>
 #include <utility>
@@ -27,6 +29,17 @@ class ActingHost {
   long wanted = 0;
   std::function<void()> act;
 };
+
+/// `play(number)` lets the host act within the call of that number, in none for 0, and answers how many calls
+/// there were. Plays for each of them, or some.
+inline void TryInEachCall(const std::function<long(long)>& play, long stride = 1) {
+  const long calls = play(0);
+  ASSERT_GT(calls, 0);
+  for (long number = 1; number <= calls && !testing::Test::HasFailure(); number += stride) {
+    SCOPED_TRACE(number);
+    play(number);
+  }
+}
 
 /// A renderer that lets a host act in every call, after it has been answered.
 class ActingRenderer : public CountingRenderer {

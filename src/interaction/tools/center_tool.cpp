@@ -99,12 +99,13 @@ bool CenterTool::OnMouseUp(int x, int y) {
   const BorrowedPivot pivot = std::exchange(savedPivot, {});
   Closing closing(*this);
   if (cameraOperations == nullptr) return false;
+  const Release release(*this);
   Steps steps(*this);
   steps.Then([&] { UpdatePivotPosition(x, y); });
   if (hidesBall) closing.HidePivotBall();
   if (!pressed) return true;
   // Whatever keeps the camera from flying, it has its old pivot then.
-  if (!(closing && EndPress(closing))) closing.RestorePivot(pivot).EndRecord();
+  if (!(release && EndPress(closing))) closing.RestorePivot(pivot).EndRecord();
   if (closing) onModel = false;
   steps.Then([&] { cameraOperations->RequestApplicationUpdate(); });
   return true;
@@ -120,7 +121,7 @@ bool CenterTool::EndPress(Closing& closing) {
 bool CenterTool::BeginCenterShot(Closing& closing) {
   CameraParameters camera;
   bool flies = false;
-  Steps steps(*this);
+  Release steps(*this);
   steps.Query(camera).Then([&] { closing.BeginRecord(rewindHistory, camera); }).Query(camera).Then([&] {
     flies = closing.LeaveRecord();
   });
@@ -149,7 +150,7 @@ void CenterTool::OnDraw() {
 
 // The frame that finds the shot over is sampled, too.
 void CenterTool::FollowShot() {
-  Steps steps(*this);
+  Release steps(*this);
   if (HasShotEnded()) Closing(*this).HidePivotBall().EndRecord();
   steps.Then([&] {
     if (rewindHistory != nullptr) rewindHistory->AddElementSubrecord(cameraOperations->GetCameraParameters());
