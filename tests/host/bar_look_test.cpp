@@ -2,19 +2,25 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdlib>
 #include <limits>
 #include <ostream>
 #include <set>
 #include <string>
+#include <vector>
 
+#include "contrast.h"
 #include "graphics_canvas.h"
 #include "graphics_context.h"
+#include "korvane/icon2d.h"
+#include "korvane/toolbar.h"
 #include "picture_comparison.h"
 #include "sheets/bar_states.h"
 #include "zovhost/host_pictures.h"
 #include "zovhost/resource_pack.h"
+#include "zovhost/scene_ground.h"
 
 namespace zovsheets {
 
@@ -161,6 +167,66 @@ TEST(BarPictures, of_items_are_dark_with_a_light_edge) {
     EXPECT_GE(dark, image.width * image.height / 32) << id;
     EXPECT_GE(light, dark / 4) << id;
   });
+}
+
+// A strip at rest shows at 0.3: its glyphs, or the light edges of them, against what lies beside them.
+class BarAtRest : public zovtest::RendererTest {
+ protected:
+  using Channels = std::array<float, 3>;
+
+  BarAtRest() { renderer.SetResources(ResourcePack::GetDefault()); }
+  ~BarAtRest() override { EXPECT_EQ(renderer.GetPlaceholderCount(), 0); }
+
+  double FindContrast(int id, const Channels& ground) {
+    canvas.Clear();
+    renderer.IncrementTextureUsage(static_cast<Korvane::TextureID>(id));
+    renderer.ApplyTextureUsage();
+    EXPECT_TRUE(renderer.BeginRender(WholeViewport(), FrontCamera(), Korvane::Renderer::RENDER_OVERLAY));
+    const Korvane::ColorRGBA& strip = Korvane::Toolbar::DEFAULT_BACKGROUND_COLOR;
+    const auto all = Quad(0.0F, 0.0F, zovtest::Canvas::width, zovtest::Canvas::height);
+    EXPECT_TRUE(DrawQuad(all, Coloured(ground[0], ground[1], ground[2])));
+    EXPECT_TRUE(DrawQuad(all, Coloured(static_cast<float>(strip.r), static_cast<float>(strip.g),
+                                       static_cast<float>(strip.b), static_cast<float>(strip.a) * REST)));
+    const double side = id < 154 ? 8.0 : 32.0;
+    Korvane::ResourceIcon2D icon(static_cast<Korvane::TextureID>(id));
+    icon.SetPosition({24.0, 24.0});
+    icon.SetSize(side, side);
+    icon.SetOpacity(static_cast<double>(REST));
+    EXPECT_TRUE(renderer.Render(&icon));
+    renderer.EndRender();
+    const Image image = canvas.Read();
+    renderer.DecrementTextureUsage(static_cast<Korvane::TextureID>(id));
+    renderer.ApplyTextureUsage();
+    return FindContrast(image, static_cast<int>(24.0 - side / 2.0), static_cast<int>(side));
+  }
+
+  static constexpr float REST = 0.3F;
+
+ private:
+  // Between the fiftieth part of the pixels that is darkest and the one that is lightest.
+  static double FindContrast(const Image& image, int first, int side) {
+    std::vector<double> luminances;
+    for (int y = first; y < first + side; ++y) {
+      for (int x = first; x < first + side; ++x) {
+        const auto pixel = zovtest::PixelAt(image, x, y);
+        luminances.push_back(zovtest::GetLuminance({pixel[0] / 255.0, pixel[1] / 255.0, pixel[2] / 255.0}));
+      }
+    }
+    std::sort(luminances.begin(), luminances.end());
+    const std::size_t part = std::max<std::size_t>(luminances.size() / 50, 1);
+    return (luminances[luminances.size() - part] + 0.05) / (luminances[part - 1] + 0.05);
+  }
+};
+
+TEST_F(BarAtRest, its_glyphs_stand_out_at_3_to_1_on_every_ground) {
+  for (const zovhost::SceneGround& ground : zovhost::GetSceneGrounds()) {
+    for (const auto& colour : {ground.top, ground.bottom}) {
+      ForEach([&](int id, int) {
+        if (id >= 171 && id <= 178) return;
+        EXPECT_GE(FindContrast(id, colour), 3.0) << id << ' ' << ground.name;
+      });
+    }
+  }
 }
 
 // The quarter of a disc about the inner corner, which the strip tints.

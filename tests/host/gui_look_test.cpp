@@ -75,6 +75,21 @@ TEST(GuiLooks, read_on_the_ground_that_each_is_for) {
   }
 }
 
+// A question stands before a view that has become darker, on whatever ground.
+TEST_P(GuiLook, what_a_question_covers_becomes_darker) {
+  zovhost::Gui gui(64, 64);
+  gui.SetLight(GetParam());
+  const ImVec4 shade = ImGui::GetStyleColorVec4(ImGuiCol_ModalWindowDimBg);
+  for (const zovhost::SceneGround& ground : zovhost::GetSceneGrounds()) {
+    if (ground.lightPanels != GetParam()) continue;
+    for (const auto& colour : {ground.top, ground.bottom}) {
+      const Colour view = {colour[0], colour[1], colour[2]};
+      EXPECT_GE(zovtest::GetLuminance(view) * 0.7, zovtest::GetLuminance(LayOver(shade, view)))
+          << ground.name;
+    }
+  }
+}
+
 TEST(GuiLooks, change_while_the_program_runs) {
   const zovtest::OffscreenContext context;
   zovhost::Gui gui(64, 64);

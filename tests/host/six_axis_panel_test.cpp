@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "host/panel_hand.h"
 #include "korvane/cam3d_controller.h"
 #include "korvane/cam3d_controller_observer.h"
@@ -59,12 +61,17 @@ TEST_F(SixAxisPanelTest, a_mode_is_chosen_of_its_list) {
 // ten.
 TEST_F(SixAxisPanelTest, speed_and_threshold_are_sliders) {
   constexpr int FIRST = 123;  // pixels of the field
-  constexpr int LAST = 409;
-  Click(LAST, GetLine(SPEED));
+  // To the left of the number, which has the room of the largest.
+  const auto findLast = [](const char* largest) {
+    constexpr int RIGHT_OF_FIELD = 411;
+    const float number = ImGui::CalcTextSize(largest).x + ImGui::GetStyle().ItemInnerSpacing.x;
+    return RIGHT_OF_FIELD - static_cast<int>(std::ceil(number)) - 2;
+  };
+  Click(findLast("10.00 times"), GetLine(SPEED));
   EXPECT_NEAR(controller.GetSensitivity(), 0.009, 1e-9);
   Click(FIRST, GetLine(SPEED));
   EXPECT_NEAR(controller.GetSensitivity(), 0.00009, 1e-9);
-  Click(LAST, GetLine(THRESHOLD));
+  Click(findLast("100"), GetLine(THRESHOLD));
   EXPECT_EQ(controller.GetInputThreshold(), 100.0);
   Click(FIRST, GetLine(THRESHOLD));
   EXPECT_EQ(controller.GetInputThreshold(), 0.0);

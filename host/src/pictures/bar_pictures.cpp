@@ -116,8 +116,9 @@ static_assert(HOST_PICTURE_UNFOLD + 1 == ResourcePack::pictureCount, "a picture 
 constexpr double iconLine = 1.5;  // pixels, the thinnest; of an icon
 constexpr int largestIcon = 512;
 
-// Of before and after. Those of views are as the keys for them.
-constexpr int directed[] = {HOST_PICTURE_UNDO, HOST_PICTURE_REDO};
+// Of before and after.
+constexpr int directed[] = {HOST_PICTURE_UNDO, HOST_PICTURE_REDO, HOST_PICTURE_PREVIOUS_VIEW,
+                            HOST_PICTURE_NEXT_VIEW};
 
 // From the top left, clockwise, as quarter turns.
 struct Corner {
@@ -192,6 +193,15 @@ double GetBarPoints(int id) {
   const Icon* const icon = Find(icons, id);
   if (icon != nullptr) return icon->small ? smallPoints : buttonPoints;
   return Find(corners, id) != nullptr ? smallPoints : 0.0;
+}
+
+// At 3 to 1 or more on every ground.
+double FindBarOpacity(int id, double opacity) {
+  constexpr double rest = 0.3;
+  constexpr double legible = 0.72;
+  if (Find(icons, id) == nullptr || opacity >= 1.0) return opacity;
+  if (opacity <= rest) return opacity * legible / rest;
+  return legible + (opacity - rest) * (1.0 - legible) / (1.0 - rest);
 }
 
 bool PaintBarPicture(int id, int pixels, Image& image) {

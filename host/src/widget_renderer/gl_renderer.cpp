@@ -8,6 +8,7 @@
 #include "gl/gl_program.h"
 #include "korvane/icon3d.h"
 #include "korvane/pixel_icon2d.h"
+#include "pictures/bar_pictures.h"
 #include "pictures/text_font.h"
 #include "widget_renderer/gl_renderer_impl.h"
 #include "zovhost/offscreen_target.h"
@@ -210,6 +211,7 @@ bool GLRenderer::Render(ResourceIcon2D* icon) {
   const GLuint texture = impl->textures.FindSized(*impl->resources, icon->GetTextureResourceID(),
                                                   icon->GetBounds().halfExtent.x * 2.0, impl->scale);
   if (texture == 0) return false;
+  opacity = FindBarOpacity(icon->GetTextureResourceID(), opacity);
   const int sheets = static_cast<int>(std::ceil(opacity));
   for (int sheet = 0; sheet < sheets; ++sheet) {
     impl->DrawIcon(texture, icon->GetBounds(), false, std::min(opacity - sheet, 1.0));

@@ -33,6 +33,7 @@ struct Palette {
   Colour line;
   Colour mark;  // in a box, and on the handle of a slider
   Colour handle;
+  Colour shade;  // over all else while something is asked
 };
 
 constexpr Palette darkPalette = {.words = {1.0F, 1.0F, 1.0F, 1.0F},
@@ -44,7 +45,8 @@ constexpr Palette darkPalette = {.words = {1.0F, 1.0F, 1.0F, 1.0F},
                                  .chosen = accent,
                                  .line = {1.0F, 1.0F, 1.0F, 0.16F},
                                  .mark = lightAccent,
-                                 .handle = {1.0F, 1.0F, 1.0F, 0.45F}};
+                                 .handle = {1.0F, 1.0F, 1.0F, 0.45F},
+                                 .shade = {0.0F, 0.0F, 0.0F, 0.5F}};
 
 constexpr Palette lightPalette = {.words = {0.11F, 0.13F, 0.16F, 1.0F},
                                   .quietWords = {0.27F, 0.30F, 0.34F, 1.0F},
@@ -55,7 +57,8 @@ constexpr Palette lightPalette = {.words = {0.11F, 0.13F, 0.16F, 1.0F},
                                   .chosen = lightAccent,
                                   .line = {0.0F, 0.0F, 0.0F, 0.16F},
                                   .mark = accent,
-                                  .handle = {0.0F, 0.0F, 0.0F, 0.35F}};
+                                  .handle = {0.0F, 0.0F, 0.0F, 0.35F},
+                                  .shade = {0.06F, 0.09F, 0.14F, 0.35F}};
 
 struct Part {
   ImGuiCol_ part;
@@ -96,6 +99,7 @@ constexpr auto parts = std::to_array<Part>({
     {ImGuiCol_SliderGrabActive, &Palette::mark},
     {ImGuiCol_NavHighlight, &Palette::mark},
     {ImGuiCol_DragDropTarget, &Palette::mark},
+    {ImGuiCol_ModalWindowDimBg, &Palette::shade},
     {ImGuiCol_ScrollbarGrab, &Palette::line},
     {ImGuiCol_ScrollbarGrabHovered, &Palette::handle},
     {ImGuiCol_ScrollbarGrabActive, &Palette::handle},

@@ -47,11 +47,11 @@ class Line {
   // Before a character.
   float FindCaret(std::size_t index) const {
     if (index < places.size()) return places[index].fromRight ? places[index].right : places[index].left;
-    if (places.empty()) return 0.0F;
-    return places.back().fromRight ? places.back().left : places.back().right;
+    return begins ? 0.0F : width;
   }
-  // The caret nearest to it.
+  // The caret nearest to it; beside the text its begin or its end.
   std::size_t FindIndex(float x) const {
+    if (x <= 0.0F || x >= width) return (x <= 0.0F) == begins ? places.size() : 0;
     std::size_t nearest = 0;
     for (std::size_t i = 1; i <= places.size(); ++i) {
       if (std::abs(FindCaret(i) - x) < std::abs(FindCaret(nearest) - x)) nearest = i;
