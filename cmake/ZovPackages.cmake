@@ -65,16 +65,25 @@ zov_add_package(viewer zovview SECTION graphics
   DESCRIPTION "Opens glTF, OBJ, STL, PLY, FBX, DAE, 3MF and IFC, and has all devices of the\nlibrary libzovtools: cube, discs, bars, tools, named views, storyboards.\nWithout a display it writes a tour of the model as pictures.")
 set(CPACK_DEBIAN_VIEWER_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_VIEWER_PACKAGE_RECOMMENDS "fonts-noto-cjk, libgl1-mesa-dri")
-set(CPACK_DEBIAN_VIEWER_PACKAGE_SUGGESTS "spacenavd")
+set(CPACK_DEBIAN_VIEWER_PACKAGE_SUGGESTS "assimp-testmodels, spacenavd")
 
 zov_add_package(documentation zovtools-doc SECTION doc ARCH all
   SUMMARY "camera navigation devices for 3D viewports: documentation"
   DESCRIPTION "How the library libzovtools is embedded and extended, with examples.")
 
+# What only the site is made of stays out. The pages link to two files that have other names in a package.
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs ${PROJECT_SOURCE_DIR}/examples
-  DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/zovtools-doc COMPONENT documentation)
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/zovtools-doc COMPONENT documentation PATTERN docs/site EXCLUDE)
 zov_compress(${PROJECT_SOURCE_DIR}/CHANGELOG.md ${ZOV_PACKAGE_FILES}/changelog.gz)
-install(FILES ${PROJECT_SOURCE_DIR}/README.md ${ZOV_PACKAGE_FILES}/changelog.gz
+foreach(page README.md CONTRIBUTING.md)
+  file(READ ${PROJECT_SOURCE_DIR}/${page} text)
+  string(REPLACE "](CHANGELOG.md)" "](changelog.gz)" text "${text}")
+  string(REPLACE "](LICENSE)" "](copyright)" text "${text}")
+  file(WRITE ${ZOV_PACKAGE_FILES}/${page} "${text}")
+  install(FILES ${ZOV_PACKAGE_FILES}/${page}
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/zovtools-doc COMPONENT documentation)
+endforeach()
+install(FILES ${ZOV_PACKAGE_FILES}/changelog.gz
   DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/zovtools-doc COMPONENT documentation)
 
 # The page of the manual is what the viewer says of itself.

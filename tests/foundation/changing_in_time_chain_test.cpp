@@ -49,6 +49,28 @@ TEST_F(ChangingInTimeChainTest, start_and_stop_of_an_empty_chain_do_nothing) {
   EXPECT_FALSE(chain.IsChangingInTime());
 }
 
+TEST_F(ChangingInTimeChainTest, a_value_whose_time_is_over_at_once_is_followed_by_the_next) {
+  ChangingInTimeValueChain chain;
+  chain.Add(Linear(0.0, 10.0, -1.0));
+  chain.Add(Linear(100.0, 200.0, 1.0));
+  chain.Start();
+  EXPECT_EQ(chain.GetValue(), 10.0);
+  EXPECT_TRUE(chain.IsChangingInTime());
+  EXPECT_EQ(chain.GetValue(), 100.0);
+  EXPECT_TRUE(chain.IsChangingInTime());
+}
+
+// A chain that is read before its start begins with what follows on the first.
+TEST_F(ChangingInTimeChainTest, so_is_one_in_the_middle_of_a_chain_that_nobody_has_started) {
+  ChangingInTimeValueChain chain;
+  chain.Add(Linear(0.0, 10.0, 1.0));
+  chain.Add(Linear(20.0, 30.0, -1.0));
+  chain.Add(Linear(100.0, 200.0, 1.0));
+  EXPECT_EQ(chain.GetValue(), 30.0);
+  EXPECT_TRUE(chain.IsChangingInTime());
+  EXPECT_EQ(chain.GetValue(), 100.0);
+}
+
 TEST_F(ChangingInTimeChainTest, set_value_of_5_on_an_empty_chain_makes_one_value_that_reads_5) {
   ChangingInTimeValueChain chain;
   chain.SetValue(5.0);

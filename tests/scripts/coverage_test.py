@@ -9,21 +9,33 @@ import subprocess
 import sys
 import tempfile
 
-CODE = "int a() {\n  if (x) return 1;\n  return 0;\n}\n"
-LINES = [(1, 1, []), (2, 5, [5, 0]), (3, 0, [])]  # number, runs, runs of its branches
+CODE = """int a() {
+  if (x) return 1;
+  return 0;
+}
+int b() {
+  static const Name none;  // if it is not there
+  assert(x && "no x");
+  const bool same = x == 1 &&
+                    y == 2;
+}
+"""
+# Number, runs, runs of its branches.
+LINES = [(1, 1, []), (2, 5, [5, 0]), (3, 0, []), (6, 1, [1, 0]), (7, 1, [0, 1]), (9, 1, [3, 0])]
 BRANCH = "branches src/a.cpp | if (x) | no input has x"
+SECOND = "branches src/a.cpp | y == 2; | y is always 2"
 LINE = "src/a.cpp | return 0; | a compiler wants it"
 
 
 def main():
     source = pathlib.Path(sys.argv[1])
     cases = [  # what it is, the exceptions, the figure that is kept, the status, what is told
-        ("a line that is not reached", [], 0.5, 1, ("lines: src/a.cpp:3: return 0;", "lines: 2 of 3", "branches: 1 of 2, 50.00%")),
-        ("a branch that is not taken is listed", [LINE], 0.5, 0, ("branches: src/a.cpp:2: if (x) return 1;", "lines: 2 of 2")),
-        ("a branch that none can take", [LINE, BRANCH], 1.0, 0, ("branches: 1 of 1, 100.00%",)),
+        ("a line that is not reached", [], 0.5, 1, ("lines: src/a.cpp:3: return 0;", "lines: 5 of 6", "branches: 2 of 4, 50.00%")),
+        ("a branch that is not taken is listed", [LINE], 0.5, 0, ("branches: src/a.cpp:2: if (x) return 1;", "branches: src/a.cpp:9: y == 2;", "lines: 5 of 5")),
+        ("a branch that none can take", [LINE, BRANCH, SECOND], 1.0, 0, ("branches: 2 of 2, 100.00%",)),
         ("fewer branches than before", [LINE], 0.6, 1, ("branches: 50.00%, before 60.00%",)),
-        ("an exception that is no more", [LINE, "branches src/a.cpp | return 1 | x", "branches src/a.cpp | y | x"], 0.5, 1,
-         ("the exception `y` of src/a.cpp is reached, or is no more",)),
+        ("an exception that is no more", [LINE, "branches src/a.cpp | return 1 | x", "branches src/a.cpp | z | x"], 0.5, 1,
+         ("the exception `z` of src/a.cpp is reached, or is no more",)),
         ("a line's exception that is reached", [LINE, "src/a.cpp | int a | x"], 0.5, 1, ("the exception `int a` of",)),
     ]
     faults = []
