@@ -94,7 +94,7 @@ ROOM_OF_HEADER = {f"zovhost/{name}.h": room for room, names in {
     "devices": "six_axis_settings six_axis_source six_axis_hand spnav_source game_controller_source",
     "cube": "cube_dress",
     "bars": "disc_tooltips navigation_bar_host toolbar_dress tooltip_note",
-    "panels": "menu_keys page_keys panel_tip shot_editor_panel six_axis_panel",
+    "panels": "menu_keys page_edges page_keys panel_tip shot_editor_panel six_axis_panel",
     "dialogs": "file_dialog",
 }.items() for name in names.split()}
 # What a room may know beside the standard library, by how the name of a header begins.

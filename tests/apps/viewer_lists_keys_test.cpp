@@ -298,7 +298,7 @@ TEST_F(ViewerListsKeysTest, escape_closes_a_page_that_has_no_keys_after_all_that
 TEST_F(ViewerListsKeysTest, the_editor_of_shots_is_entered_by_tab_and_closed_by_escape) {
   OpenByMouse("add-shot");
   zovhost::ShotEditorPanel& editor = viewer->GetView(0).GetStory().GetEditor();
-  ASSERT_TRUE(editor.GetLeft().has_value());
+  ASSERT_TRUE(editor.GetEdges().has_value());
   Key(SDLK_TAB);
   EXPECT_TRUE(editor.GetKeys().AreHere());
   Key(SDLK_TAB);
@@ -307,11 +307,11 @@ TEST_F(ViewerListsKeysTest, the_editor_of_shots_is_entered_by_tab_and_closed_by_
   Key(SDLK_TAB, KMOD_LSHIFT);
   EXPECT_TRUE(editor.GetKeys().AreHere()) << "before the view";
   Key(SDLK_ESCAPE);
-  EXPECT_FALSE(editor.GetLeft().has_value());
+  EXPECT_FALSE(editor.GetEdges().has_value());
   OpenByMouse("add-shot");
-  ASSERT_TRUE(editor.GetLeft().has_value());
+  ASSERT_TRUE(editor.GetEdges().has_value());
   Key(SDLK_ESCAPE);
-  EXPECT_FALSE(editor.GetLeft().has_value()) << "without keys of its own";
+  EXPECT_FALSE(editor.GetEdges().has_value()) << "without keys of its own";
 }
 
 TEST_F(ViewerListsKeysTest, the_menu_of_a_disc_opens_by_the_key_of_menus_on_its_wedges) {
@@ -340,16 +340,17 @@ class WideViewerListsKeysTest : public ViewerListsKeysTest {
   zovhost::Window::Options GetOptions() const override {
     zovhost::Window::Options options = ViewerTest::GetOptions();
     options.width = 1280;
+    options.height = 800;
     return options;
   }
 };
 
 TEST_F(WideViewerListsKeysTest, the_page_of_devices_and_the_editor_of_shots_stand_beside_each_other) {
   const auto expectApart = [this](bool pageAtRight) {
-    const std::optional<float> page = viewer->GetDevices().GetPage().GetLeft();
-    const std::optional<float> editor = viewer->GetView(0).GetStory().GetEditor().GetLeft();
+    const std::optional<zovhost::PageEdges> page = viewer->GetDevices().GetPage().GetEdges();
+    const std::optional<zovhost::PageEdges> editor = viewer->GetView(0).GetStory().GetEditor().GetEdges();
     ASSERT_TRUE(page.has_value() && editor.has_value());
-    EXPECT_GT(pageAtRight ? *page - *editor : *editor - *page, 250.0F);
+    EXPECT_GT(pageAtRight ? page->left - editor->left : editor->left - page->left, 250.0F);
   };
   Key(SDLK_n);
   Key(SDLK_e);
@@ -360,6 +361,21 @@ TEST_F(WideViewerListsKeysTest, the_page_of_devices_and_the_editor_of_shots_stan
   Key(SDLK_e);
   Key(SDLK_n);
   expectApart(true);
+}
+
+TEST_F(WideViewerListsKeysTest, they_stand_below_each_other_where_the_panel_leaves_no_room_beside) {
+  viewer->GetPreferences().Edit(
+      [](zovview::Choices& choices) { choices.panel = zovview::Choices::PANEL_OPEN; });
+  ComeToRest();
+  ASSERT_TRUE(viewer->GetPanel().IsUnfolded());
+  Key(SDLK_n);
+  Key(SDLK_e);
+  const std::optional<zovhost::PageEdges> page = viewer->GetDevices().GetPage().GetEdges();
+  const std::optional<zovhost::PageEdges> editor = viewer->GetView(0).GetStory().GetEditor().GetEdges();
+  ASSERT_TRUE(page.has_value() && editor.has_value());
+  EXPECT_GT(page->left, viewer->GetPanel().GetReach());
+  EXPECT_GT(page->foot, editor->foot + 200.0F);
+  EXPECT_LE(page->foot, 800.0F);
 }
 
 // ---- the buttons of the cube ----

@@ -20,7 +20,8 @@ namespace {
 
 constexpr float EDITOR_TOP = 12.0F;  // points
 constexpr float BESIDE_EDITOR = 8.0F;
-constexpr float LEAST_BESIDE = 430.0F;  // room for either at the left of the other
+constexpr float PAGE_WIDTH = 430.0F;  // of either
+constexpr float PAGE_HEIGHT = 360.0F;
 constexpr float BELOW_TITLE = 40.0F;
 constexpr double MARK_WIDTH = 2.0;
 constexpr double PATIENCE = 0.05;  // seconds of a frame for a large model at rest
@@ -31,12 +32,21 @@ struct PagePlace {
   float top;
 };
 
-// The editor of shots and the page of devices stand beside each other; where there is no room for that, so
-// that both titles show.
-PagePlace FindPlaceBeside(std::optional<float> left, float right) {
-  if (!left.has_value()) return {right, EDITOR_TOP};
-  const float beside = *left - BESIDE_EDITOR;
-  return beside >= LEAST_BESIDE ? PagePlace{beside, EDITOR_TOP} : PagePlace{right, EDITOR_TOP + BELOW_TITLE};
+// What a page may take: from the panel to the cubes, down to the foot of the window.
+struct PageRoom {
+  float left;
+  float right;
+  float foot;
+};
+
+// The editor of shots and the page of devices stand beside each other; where there is no room for that one
+// stands below the other, and where there is none either, so that both titles show.
+PagePlace FindPlaceBeside(const std::optional<zovhost::PageEdges>& other, const PageRoom& room) {
+  if (!other.has_value()) return {room.right, EDITOR_TOP};
+  const float beside = other->left - BESIDE_EDITOR;
+  if (beside - PAGE_WIDTH >= room.left) return {beside, EDITOR_TOP};
+  const float below = other->foot + BESIDE_EDITOR;
+  return {room.right, below + PAGE_HEIGHT <= room.foot ? below : EDITOR_TOP + BELOW_TITLE};
 }
 
 }  // namespace
@@ -133,12 +143,13 @@ void Viewer::NotePlaces() {
 
 // The editor leaves the storyboard that it is of to be seen.
 void Viewer::DrawPages() {
-  const float right = FindPageRight(contents.cubes, ImGui::GetIO().DisplaySize.x);
-  zovhost::ShotEditorPanel& editor = views[active]->GetStory().GetEditor();
-  const PagePlace ofEditor = FindPlaceBeside(devices.GetPage().GetLeft(), right);
+  const ImVec2 display = ImGui::GetIO().DisplaySize;
   const auto board = FindBoardPlace(*views[active], window.GetHeight(), window.GetScale());
+  const PageRoom room = {panel.GetReach(), FindPageRight(contents.cubes, display.x), display.y};
+  zovhost::ShotEditorPanel& editor = views[active]->GetStory().GetEditor();
+  const PagePlace ofEditor = FindPlaceBeside(devices.GetPage().GetEdges(), room);
   editor.Draw(ofEditor.right, ofEditor.top, board.has_value() ? board->top : 0.0F);
-  const PagePlace ofPage = FindPlaceBeside(editor.GetLeft(), right);
+  const PagePlace ofPage = FindPlaceBeside(editor.GetEdges(), room);
   devices.DrawPage(ofPage.right, ofPage.top);
   NotePages();
 }

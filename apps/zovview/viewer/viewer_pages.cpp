@@ -21,8 +21,8 @@ constexpr unsigned HELD = WindowEvent::CONTROL | WindowEvent::ALT;
 std::array<zovhost::PageKeys*, 2> Viewer::FindPages() {
   zovhost::SixAxisPanel& page = devices.GetPage();
   zovhost::ShotEditorPanel& editor = views[active]->GetStory().GetEditor();
-  return {page.GetLeft().has_value() ? &page.GetKeys() : nullptr,
-          editor.GetLeft().has_value() ? &editor.GetKeys() : nullptr};
+  return {page.GetEdges().has_value() ? &page.GetKeys() : nullptr,
+          editor.GetEdges().has_value() ? &editor.GetKeys() : nullptr};
 }
 
 // One more than before is new, for as long as the pointer does nothing else.
@@ -81,7 +81,7 @@ bool Viewer::ClosePage() {
   const Viewport& view = *views[active];
   if (openPages == 0 || panelFocus.IsActive() || !view.IsAtRest()) return false;
   zovhost::ShotEditorPanel& editor = views[active]->GetStory().GetEditor();
-  if (editor.GetLeft().has_value()) {
+  if (editor.GetEdges().has_value()) {
     editor.Close();
   } else {
     devices.TogglePage();

@@ -6,6 +6,7 @@
 
 #include "korvane/shot_editor.h"
 #include "korvane/shot_specification.h"
+#include "zovhost/page_edges.h"
 #include "zovhost/page_keys.h"
 
 namespace zovhost {
@@ -38,8 +39,8 @@ class ShotEditorPanel : public Korvane::ShotEditor {
   /// is scrolled where that is too little; one that is not above the top leaves it as high as it is.
   void Draw(float right, float top, float foot = 0.0F);
   bool IsPanelVisible() const { return visible; }
-  /// Where its left edge is, in points from the left of the window, as it was drawn last; none: it was not.
-  std::optional<float> GetLeft() const { return left; }
+  /// Where it was drawn last; none: it was not.
+  std::optional<PageEdges> GetEdges() const { return edges; }
   /// With the next frame the name is typed, and Tab and arrows go on from there to the other fields: until
   /// Enter has ended the name, or Escape, or a press beside the panel.
   void TypeName() { typingName = true; }
@@ -73,7 +74,7 @@ class ShotEditorPanel : public Korvane::ShotEditor {
   void DrawWalk();
 
   Controls controls;
-  std::optional<float> left;
+  std::optional<PageEdges> edges;
   double viewDistance = 1.0;  // from the eye to the centre, by which distances are dragged
   bool visible = false;
   bool previewing = false;

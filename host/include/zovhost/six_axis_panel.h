@@ -3,6 +3,7 @@
 #include <optional>
 #include <vector>
 
+#include "zovhost/page_edges.h"
 #include "zovhost/page_keys.h"
 #include "zovhost/six_axis_hand.h"
 
@@ -32,8 +33,8 @@ class SixAxisPanel {
   /// Where keys are what the user has used last, it has them when it appears: arrows go through it, Tab leads
   /// on, and Escape closes it.
   void Draw(Korvane::Cam3DController& controller, float right, float top);
-  /// Where its left edge is, in points from the left of the window, as it was drawn last; none: it was not.
-  std::optional<float> GetLeft() const { return left; }
+  /// Where it was drawn last; none: it was not.
+  std::optional<PageEdges> GetEdges() const { return edges; }
   bool IsVisible() const { return visible; }
   void SetVisible(bool value) { visible = value; }
   PageKeys& GetKeys() { return keys; }
@@ -48,7 +49,7 @@ class SixAxisPanel {
 
   SixAxisHand& hand;
   std::vector<Source> sources;
-  std::optional<float> left;
+  std::optional<PageEdges> edges;
   bool visible = false;
   PageKeys keys;
 };

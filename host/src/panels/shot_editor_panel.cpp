@@ -169,7 +169,7 @@ void ShotEditorPanel::WriteShot(Shot& edited) const {
 // ---- the panel ----
 
 void ShotEditorPanel::Draw(float right, float top, float foot) {
-  left.reset();
+  edges.reset();
   if (!visible || GetShot() == nullptr) return keys.Skip();
   const Layout layout = MakeLayout();
   const ImGuiStyle& look = ImGui::GetStyle();
@@ -182,8 +182,7 @@ void ShotEditorPanel::Draw(float right, float top, float foot) {
   constexpr ImGuiWindowFlags STYLE = ImGuiWindowFlags_NoResize | ImGuiWindowFlags_NoSavedSettings |
                                      ImGuiWindowFlags_NoCollapse | ImGuiWindowFlags_NoFocusOnAppearing;
   if (ImGui::Begin(SayLabel("Shot"), &open, STYLE)) DrawControls(layout);
-  const float edge = ImGui::GetWindowPos().x;
-  left = ArePanelsMirrored() ? MirrorPlace(edge + ImGui::GetWindowSize().x) : edge;
+  edges = FindPageEdges();
   scrolls = ImGui::GetScrollMaxY() > 0.0F;
   if (keys.End() && !ofName) open = false;
   ofName = ofName && keys.AreHere();

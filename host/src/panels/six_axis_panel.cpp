@@ -319,7 +319,7 @@ void SixAxisPanel::AddSource(SixAxisSource* source, const char* name) {
 }
 
 void SixAxisPanel::Draw(Cam3DController& controller, float right, float top) {
-  left.reset();
+  edges.reset();
   if (!visible) return keys.Skip();
   PlaceNextPanel(right, top, 1.0F, 0.0F, false);
   const float highest = std::max(LOWEST_LIST, ImGui::GetIO().DisplaySize.y - 2.0F * MARGIN);
@@ -328,8 +328,7 @@ void SixAxisPanel::Draw(Cam3DController& controller, float right, float top) {
   constexpr ImGuiWindowFlags STYLE = ImGuiWindowFlags_AlwaysAutoResize | ImGuiWindowFlags_NoSavedSettings |
                                      ImGuiWindowFlags_NoCollapse | ImGuiWindowFlags_NoFocusOnAppearing;
   if (ImGui::Begin(SayLabel("Six-axis devices"), &visible, STYLE)) {
-    const float edge = ImGui::GetWindowPos().x;
-    left = ArePanelsMirrored() ? MirrorPlace(edge + ImGui::GetWindowSize().x) : edge;
+    edges = FindPageEdges();
     DrawMode(controller);
     keys.NoteFirstItem(ImGui::IsWindowAppearing());
     DrawSpeed(controller);
