@@ -63,12 +63,17 @@ SceneData MakeRoof(bool withRafters) {
   return data;
 }
 
+std::unique_ptr<zovhost::Scene> Make(SceneData data) {
+  std::string error;
+  auto scene = zovhost::MakeScene(std::move(data), error);
+  EXPECT_NE(scene, nullptr) << error;
+  return scene;
+}
+
 class SceneEdgesLook : public zovtest::RendererTest {
  protected:
   static Image Draw(SceneData data, const CameraParameters& camera, const Size& size, bool edges = true) {
-    std::string error;
-    const auto scene = zovhost::MakeScene(std::move(data), error);
-    EXPECT_NE(scene, nullptr) << error;
+    const auto scene = Make(std::move(data));
     zovhost::OffscreenTarget target;
     EXPECT_TRUE(target.Create(size.width, size.height, 4) && target.Bind());
     zovhost::GLSceneView view;
