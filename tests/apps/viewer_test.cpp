@@ -688,6 +688,20 @@ TEST_F(WelcomeTest, shows_in_the_middle_on_the_first_start_until_the_pointer_has
   }
 }
 
+// Until then the progress of the load stands in its place.
+TEST_F(WelcomeTest, waits_until_there_is_a_model) {
+  viewer.reset();
+  settings.emplace(file);
+  zovview::Viewer::Options options;
+  options.settings = &*settings;
+  viewer = std::make_unique<zovview::Viewer>(*window, options);
+  ASSERT_NE(GetDisc().GetWelcomeTrackMenu(), nullptr);
+  EXPECT_FALSE(IsWelcomeShown());
+  viewer->Open({folder.Write("square.obj", SQUARE)});
+  ComeToRest();
+  EXPECT_TRUE(IsWelcomeShown());
+}
+
 TEST_F(WelcomeTest, a_click_on_a_choice_opens_the_disc_under_the_pointer_and_selects_nothing) {
   Start();
   MoveOver(TITLE);

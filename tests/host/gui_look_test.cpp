@@ -61,6 +61,19 @@ TEST_P(GuiLook, reads_over_black_and_white) {
   EXPECT_GE(FindLeastContrast({1.0, 1.0, 1.0}), readable);
 }
 
+// Words may stand below: those of an editor, of the welcome screen, of another panel.
+TEST_P(GuiLook, hides_words_that_stand_below) {
+  constexpr double UNREADABLE = 1.1;
+  zovhost::Gui gui(64, 64);
+  gui.SetLight(GetParam());
+  for (const int panel : panels) {
+    const ImVec4 colour = ImGui::GetStyleColorVec4(panel);
+    const double contrast =
+        zovtest::GetContrast(LayOver(colour, {0.0, 0.0, 0.0}), LayOver(colour, {1.0, 1.0, 1.0}));
+    EXPECT_LT(contrast, UNREADABLE) << ImGui::GetStyleColorName(panel);
+  }
+}
+
 INSTANTIATE_TEST_SUITE_P(Looks, GuiLook, testing::Bool(),
                          [](const auto& look) { return look.param ? "light" : "dark"; });
 

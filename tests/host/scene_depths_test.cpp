@@ -88,7 +88,8 @@ class SceneDepthsTest : public zovtest::RendererTest {
     const Projection projection(camera, 1.0, 2.0);
     Count count;
     for (int i = 0; i < WIDTH * HEIGHT; ++i) {
-      const Vector2 pixel(i % WIDTH + 0.5, HEIGHT - 0.5 - i / WIDTH);
+      const int row = i / WIDTH;
+      const Vector2 pixel(i % WIDTH + 0.5, HEIGHT - 0.5 - row);
       Vector3 origin;
       Vector3 direction;
       if (!projection.PixelToRay(pixel, WIDTH, HEIGHT, origin, direction)) continue;
@@ -186,8 +187,10 @@ TEST_F(SceneDepthsTest, nothing_that_is_seen_is_cut_off_in_front) {
 TEST_F(SceneDepthsTest, of_very_many_parts_the_near_plane_follows_those_that_are_seen) {
   constexpr int SIDE = 40;
   zovhost::SceneData data;
-  for (int i = 0; i < SIDE * SIDE; ++i)
-    AddSquare(data, {static_cast<double>(i % SIDE), static_cast<double>(i / SIDE), 0}, 0.4F, WHITE);
+  for (int x = 0; x < SIDE; ++x) {
+    for (int y = 0; y < SIDE; ++y)
+      AddSquare(data, {static_cast<double>(x), static_cast<double>(y), 0}, 0.4F, WHITE);
+  }
   const auto scene = Make(std::move(data));
   EXPECT_GT(SceneDepths(*scene).MakeProjection(LookAt({20, 15, 10}, {20, 15, 0})).GetNear(), 4.0);
 }

@@ -63,12 +63,17 @@ SceneData MakeRoof(bool withRafters) {
   return data;
 }
 
+std::unique_ptr<zovhost::Scene> Make(SceneData data) {
+  std::string error;
+  auto scene = zovhost::MakeScene(std::move(data), error);
+  EXPECT_NE(scene, nullptr) << error;
+  return scene;
+}
+
 class SceneEdgesLook : public zovtest::RendererTest {
  protected:
   static Image Draw(SceneData data, const CameraParameters& camera, const Size& size, bool edges = true) {
-    std::string error;
-    const auto scene = zovhost::MakeScene(std::move(data), error);
-    EXPECT_NE(scene, nullptr) << error;
+    const auto scene = Make(std::move(data));
     zovhost::OffscreenTarget target;
     EXPECT_TRUE(target.Create(size.width, size.height, 4) && target.Bind());
     zovhost::GLSceneView view;
@@ -132,6 +137,30 @@ TEST_F(SceneEdgesLook, a_fold_has_its_whole_line_from_either_side) {
       rows += dark >= 2 && dark <= 4 ? 1 : 0;
     }
     EXPECT_EQ(rows, ROWS) << eye;
+  }
+}
+
+// Of a solid the lines behind are left out, which nobody sees either way.
+TEST_F(SceneEdgesLook, a_solid_has_the_lines_of_the_same_mesh_with_a_hole_behind) {
+  constexpr Size SIZE = {200, 200, 1.0};
+  for (const double mirror : {1.0, -1.0}) {
+    SceneData solid = BeginScene();
+    AddCuboid(solid, {-3, -2, -2}, {3, 2, 2});
+    solid.parts[0].transform[0] = mirror;
+    SceneData open = solid;
+    open.meshes[0].indices.erase(open.meshes[0].indices.begin(), open.meshes[0].indices.begin() + 3);
+    const CameraParameters camera = From({8, 6, 9}, SIZE);
+    const Image whole = Draw(solid, camera, SIZE);
+    const Image plain = Draw(solid, camera, SIZE, false);
+    const Image holed = Draw(open, camera, SIZE);
+    int lines = 0;
+    int missing = 0;
+    for (int y = 0; y < SIZE.height; ++y) {
+      lines += CountDarker(whole, plain, 0, SIZE.width, y);
+      missing += CountDarker(holed, whole, 0, SIZE.width, y);
+    }
+    EXPECT_LT(missing, 10) << "but for the ends of those behind, at corners; " << mirror;
+    EXPECT_GT(lines, 300);
   }
 }
 

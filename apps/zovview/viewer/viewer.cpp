@@ -132,7 +132,8 @@ void Viewer::AddView() {
   view.GetRenderer().SetSceneDraw(
       [this, &view](const Korvane::CameraParameters& camera, int width, int height) {
         const PictureLook look(sceneView, view.GetSelection().GetPart());
-        sceneView.Draw(camera, width, height);
+        const double proportions = static_cast<double>(width) / height;
+        sceneView.Draw(FindFreeView(view).Frame(camera, proportions), width, height);
       });
   if (index == 0) ReadSettings(view);
   TakeSettings(view);

@@ -20,6 +20,7 @@
 #include "viewer/view_grid.h"
 #include "viewport/view_rest.h"
 #include "viewport/viewport.h"
+#include "views/free_view.h"
 #include "views/view_list.h"
 #include "zovhost/gl_scene_view.h"
 #include "zovhost/gui.h"
@@ -141,6 +142,7 @@ class Viewer {
   void OnDeskKey(const zovhost::WindowEvent& event);
   void OnResized();
   void PlaceViews();
+  static FreeView FindFreeView(Viewport& view);
   void NoteMargins();
   void ActivateView(std::size_t index);
   void BeginRecording(const LoadedModel& model);

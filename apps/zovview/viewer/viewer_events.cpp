@@ -276,6 +276,10 @@ void Viewer::PlaceViews() {
   }
 }
 
+FreeView Viewer::FindFreeView(Viewport& view) {
+  return {static_cast<double>(view.GetWidth()) / view.GetHeight(), view.GetHub().GetFitMargins()};
+}
+
 // The panel stands at the left, over the views that begin there.
 void Viewer::NoteMargins() {
   const double reach = panel.GetReach() * window.GetScale();
@@ -285,6 +289,7 @@ void Viewer::NoteMargins() {
     if (covered < MOST_COVERED) margins.left += covered;
     view->SetFitMargins(margins);
   }
+  namedViews.GetPictures().SetFreeView(FindFreeView(*views[active]));
   const Korvane::FitMargins& first = views[0]->GetHub().GetFitMargins();
   if (recorder == nullptr || !recorder->HasBegun() || first.left == recordedMargin) return;
   recordedMargin = first.left;

@@ -80,6 +80,7 @@ void Viewer::Load(const ModelSource& source) {
   sceneView.DropPrepared();
   contents.loading = LoadingStatus{0.0, "", source.GetName()};
   loadCancelled = false;
+  for (const auto& view : views) view->HoldWelcome();  // the progress stands in its place
   glFinish();
   LoadedModel model = LoadModel(source, [this](double fraction, const char* step) {
     const std::string last = contents.loading->step;  // "Done" would be too early
@@ -88,6 +89,8 @@ void Viewer::Load(const ModelSource& source) {
   const bool loaded = window.IsOpen() && !loadCancelled && Prepare(model);
   progress.Clear();
   contents.loading.reset();
+  if (scene != nullptr)
+    for (const auto& view : views) view->ReleaseWelcome();
   window.RequestFrame();
   if (!window.IsOpen()) return;
   if (loaded) {

@@ -8,6 +8,7 @@
 #include "commands/disc_commands.h"
 #include "commands/named_view_commands.h"
 #include "korvane/rewind_history.h"
+#include "korvane/track_menu.h"
 #include "views/view_tools.h"
 #include "zovhost/cube_dress.h"
 #include "zovhost/start_camera.h"
@@ -91,8 +92,24 @@ bool Viewport::Create() {
   if (!manager.Create() || !bars.Create(renderer)) return false;
   tooltip.Create();
   created = true;
+  HoldWelcome();  // until there is a model
   story.BeginEmpty();
   return true;
+}
+
+void Viewport::HoldWelcome() {
+  Korvane::TrackMenu* const welcome = disc.GetWelcomeTrackMenu();
+  if (welcome == nullptr || !welcome->GetVisible()) return;
+  welcome->SetVisible(false);
+  welcomeWaits = true;
+}
+
+// Whoever has opened a disc meanwhile knows them.
+void Viewport::ReleaseWelcome() {
+  Korvane::TrackMenu* const welcome = disc.GetWelcomeTrackMenu();
+  if (!std::exchange(welcomeWaits, false) || welcome == nullptr || disc.GetEnabled()) return;
+  welcome->SetVisible(true);
+  hub.RequestApplicationUpdate();
 }
 
 void Viewport::SetPlace(int x, int y, int width, int height, double pixelsForPoint) {
@@ -163,6 +180,7 @@ void Viewport::SetScene(const zovhost::Scene& scene) {
   renderer.SetScene(&scene);
   zovhost::EnterScene(hub, scene);
   UseModelCoordinates(target);
+  ReleaseWelcome();
 }
 
 void Viewport::ShowParallel() {

@@ -84,6 +84,9 @@ class Viewport {
 
   /// Borrowed. What was going on ends, nothing is selected, and the view is the start view of the scene.
   void SetScene(const zovhost::Scene& scene);
+  /// Takes the welcome screen away, if it shows, until it is released or a scene comes.
+  void HoldWelcome();
+  void ReleaseWelcome();
 
   /// In parallel projection, as a view that has always been so.
   void ShowParallel();
@@ -183,6 +186,7 @@ class Viewport {
   bool endsRightDrag = false;  // while that is told
   bool rightOnBar = false;     // the last press of the right button
   bool created = false;
+  bool welcomeWaits = false;
   bool pressEndedShow = false;  // whose release is of no use either
 };
 

@@ -16,8 +16,7 @@ namespace {
 constexpr int SAMPLES = 4;
 
 bool DrawInto(const zovhost::OffscreenTarget& target, zovhost::GLSceneView& sceneView,
-              Korvane::CameraParameters camera) {
-  zovhost::ShapeToViewport(camera, target.GetWidth(), target.GetHeight());
+              const Korvane::CameraParameters& camera) {
   const PictureLook look(sceneView);
   return sceneView.Draw(camera, target.GetWidth(), target.GetHeight());
 }
@@ -62,9 +61,12 @@ void ViewPictures::DrawNext() {
   Forget(key);
   zovhost::OffscreenTarget target;
   Picture picture = {0, wish.width};
+  Korvane::CameraParameters camera = wish.camera;
+  zovhost::ShapeToViewport(camera, freeView.proportions, 1.0);
   if (Create(target, wish.width)) {
     const BoundTarget bound(target);
-    if (bound.IsGood() && DrawInto(target, sceneView, wish.camera) && target.Resolve()) {
+    if (bound.IsGood() && DrawInto(target, sceneView, freeView.Frame(camera, PROPORTIONS)) &&
+        target.Resolve()) {
       picture.texture = target.TakeTexture();
     }
   }
@@ -75,7 +77,9 @@ bool ViewPictures::Draw(const Korvane::CameraParameters& camera, int width, zovh
   zovhost::OffscreenTarget target;
   if (!Create(target, width)) return false;
   const BoundTarget bound(target);
-  return bound.IsGood() && DrawInto(target, sceneView, camera) && target.Read(picture);
+  Korvane::CameraParameters shaped = camera;
+  zovhost::ShapeToViewport(shaped, target.GetWidth(), target.GetHeight());
+  return bound.IsGood() && DrawInto(target, sceneView, shaped) && target.Read(picture);
 }
 
 }  // namespace zovview

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "korvane/camera_parameters.h"
+#include "views/free_view.h"
 #include "zovhost/gl_scene_view.h"
 #include "zovhost/image.h"
 
@@ -22,6 +23,9 @@ class ViewPictures {
   ViewPictures(const ViewPictures&) = delete;
   ViewPictures& operator=(const ViewPictures&) = delete;
 
+  /// Which part of a view the pictures show that are drawn from now on; the whole one at first. Not those in
+  /// memory.
+  void SetFreeView(const FreeView& part) { freeView = part; }
   /// A texture of the picture under a key, rows from the bottom; 0 while it is not drawn, which it then soon
   /// is.
   unsigned Find(const std::string& key, const Korvane::CameraParameters& camera, int width);
@@ -48,6 +52,7 @@ class ViewPictures {
   };
 
   zovhost::GLSceneView& sceneView;
+  FreeView freeView = {PROPORTIONS};
   std::map<std::string, Picture> textures;
   std::map<std::string, Wish> wishes;
 };

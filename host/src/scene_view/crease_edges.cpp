@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdint>
 #include <numeric>
+#include <utility>
 #include <vector>
 
 #include "korvane/vector3.h"
@@ -158,6 +159,7 @@ struct Fold {
   std::uint32_t low;
   std::uint32_t high;
   std::array<std::uint32_t, 2> triangles;
+  bool ofMany;  // or of a border
 };
 
 std::array<float, 3> ToFloats(const Vector3& v) {
@@ -179,15 +181,20 @@ class CreaseMaker {
   // The triangles that meet in one edge.
   void Add(const HalfEdge* first, const HalfEdge* end) {
     if (!IsCrease(mesh, first, end)) return faces.Join(first[0].triangle, first[1].triangle);
-    folds.push_back({first->low, first->high, {first->triangle, FindOther(first, end)}});
+    std::array<std::uint32_t, 2> triangles = {first->triangle, FindOther(first, end)};
+    if (!RunsUp(mesh, merged, *first)) std::swap(triangles[0], triangles[1]);
+    folds.push_back({first->low, first->high, triangles, end - first != 2});
   }
 
   // Once all edges were added, since only then it is known what is one face.
-  std::vector<Crease> Make() {
+  std::vector<Crease> Make(bool solid) {
     SumAreas();
     std::vector<Crease> creases;
     creases.reserve(folds.size());
-    for (const Fold& fold : folds) creases.push_back(MakeCrease(fold));
+    for (Fold& fold : folds) {
+      if (solid && fold.ofMany) fold.triangles[1] = fold.triangles[0];
+      creases.push_back(MakeCrease(fold));
+    }
     return creases;
   }
 
@@ -268,8 +275,8 @@ MeshEdges FindEdges(const SceneMesh& mesh, const WorkReport* report) {
     creases.Add(first, next);
     first = next;
   }
-  found.creases = creases.Make();
   found.solid = closed && FaceOutwards(mesh, pieces);
+  found.creases = creases.Make(found.solid);
   return found;
 }
 

@@ -10,7 +10,8 @@ namespace zovhost {
 class WorkReport;
 
 /// A line that shows the form of a mesh, an open border or a fold, and two faces that meet in it: of a border
-/// the same one twice, of many those that differ most.
+/// the same one twice, of many those that differ most. Of a solid the first one lies to the left of who looks
+/// from outside along the line, the other one to the right; of many it has the same one twice.
 struct Crease {
   struct Face {
     std::array<float, 3> inwards = {};  ///< From the line into the face, across the line, of unit length.

@@ -39,7 +39,7 @@ std::array<std::int16_t, 4> PackFace(const Vector3& inwards, double length) {
 
 PackedEdge PackEdge(const Crease& crease) { return PackEdge(crease, identityMatrix, Vector3::Zero); }
 
-// What leads across the line before it is placed may lead aslant afterwards.
+// What leads across the line before it is placed may lead aslant afterwards. A mirror changes left and right.
 PackedEdge PackEdge(const Crease& crease, const Matrix4& transform, const Vector3& origin) {
   const Vector3 from = TransformPoint(transform, ToVector(crease.from)) - origin;
   const Vector3 to = TransformPoint(transform, ToVector(crease.to)) - origin;
@@ -47,8 +47,9 @@ PackedEdge PackEdge(const Crease& crease, const Matrix4& transform, const Vector
   const Vector3 along = length > 0.0 ? (to - from) / length : Vector3();
   const Vector3 zero = TransformPoint(transform, Vector3());
   PackedEdge edge{ToFloats(from), ToFloats(to), {}};
+  const std::size_t swap = IsMirrored(transform) ? 1 : 0;
   for (std::size_t i = 0; i < 2; ++i) {
-    const Crease::Face& face = crease.faces[i];
+    const Crease::Face& face = crease.faces[i ^ swap];
     const Vector3 placed = TransformPoint(transform, ToVector(face.inwards) * face.breadth) - zero;
     edge.faces[i] = PackFace(placed - along * placed.Dot(along), length);
   }

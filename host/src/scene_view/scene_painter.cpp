@@ -172,7 +172,7 @@ bool ScenePainter::EdgeProgram::Create() {
   const auto find = [this](const char* uniform) { return glGetUniformLocation(name, uniform); };
   if (name == 0) return false;
   matrix = find("matrix"), viewport = find("viewport"), lineWidth = find("lineWidth");
-  scale = find("scale"), pixelDepth = find("pixelDepth"), colour = find("colour");
+  scale = find("scale"), facing = find("facing"), pixelDepth = find("pixelDepth"), colour = find("colour");
   return true;
 }
 
@@ -277,7 +277,10 @@ void ScenePainter::PaintEdges(const SceneFrame& frame, const SceneBuffers& buffe
   SetMatrix(edge.matrix, ToFloat(Multiply(frame.viewProjection, drawn.transform)));
   glUniform4fv(edge.colour, 1, (step.selected ? selectedEdgeColour : frame.ground.edge).data());
   glUniform1f(edge.lineWidth, static_cast<float>(width));
-  buffers.BindEdges(buffers.GetMeshes()[drawn.mesh], step.first);
+  const SceneBuffers::Mesh& mesh = buffers.GetMeshes()[drawn.mesh];
+  const bool hidesBacks = mesh.solid && frame.volume.IsOutside(drawn.centre, drawn.radius);
+  glUniform1f(edge.facing, !hidesBacks ? 0.0F : drawn.mirrored ? -1.0F : 1.0F);
+  buffers.BindEdges(mesh, step.first);
   glDrawArraysInstanced(GL_TRIANGLE_STRIP, 0, edgeCorners, static_cast<GLsizei>(step.count));
 }
 

@@ -70,7 +70,7 @@ class ScenePainter {
   };
   struct EdgeProgram {
     GLuint name = 0;
-    GLint matrix = -1, viewport = -1, lineWidth = -1, scale = -1, pixelDepth = -1, colour = -1;
+    GLint matrix = -1, viewport = -1, lineWidth = -1, scale = -1, facing = -1, pixelDepth = -1, colour = -1;
     bool Create();
   };
 

@@ -99,14 +99,15 @@ uniform mat4 matrix;
 uniform vec2 viewport;   // pixels
 uniform float lineWidth; // pixels
 uniform float scale;     // pixels a point
+uniform float facing;    // of a solid 1, of a mirrored one -1, else 0
 uniform float pixelDepth; // by how much a pixel's size changes the depth where w is 1
 out float strength;
 
 // How many pixels a face reaches across the line, to the right of it or (below zero) to the left, and by how
 // much its depth changes up to there.
-vec2 Reach(vec4 face, vec4 end, vec2 along, float depthAlong) {
+vec2 Reach(vec4 face, vec4 middle, vec2 along, float depthAlong) {
   vec4 far = matrix * vec4(face.xyz * (exp2(face.w * 16.0) * distance(from, to)), 0.0);
-  vec3 change = (far.xyz - end.xyz * (far.w / end.w)) / end.w;
+  vec3 change = (far.xyz - middle.xyz * (far.w / middle.w)) / middle.w;
   vec2 pixels = change.xy * viewport * 0.5;
   return vec2(dot(pixels, vec2(along.y, -along.x)), change.z - depthAlong * dot(pixels, along));
 }
@@ -148,16 +149,21 @@ void main() {
   float size = length(along);
   float depthAlong = size > 1e-4 ? (b.z / b.w - a.z / a.w) / size : 0.0;
   along = size > 1e-4 ? along / size : vec2(1.0, 0.0);
-  vec4 end = gl_VertexID % 2 == 0 ? a : b;
-  vec2 first = Reach(firstFace, end, along, depthAlong);
-  vec2 other = Reach(otherFace, end, along, depthAlong);
+  // In its middle, so that all corners come to the same.
+  vec4 middle = 0.5 * (a + b);
+  vec2 first = Reach(firstFace, middle, along, depthAlong);
+  vec2 other = Reach(otherFace, middle, along, depthAlong);
   strength = smoothstep(2.0, 14.0, size / scale) *
              smoothstep(1.0, 4.0, max(abs(first.x), abs(other.x)) / scale);
+  if (strength == 0.0 || (facing * first.x > 0.0 && facing * other.x < 0.0)) {
+    gl_Position = vec4(2.0, 2.0, 2.0, 1.0);
+    return;
+  }
   float right = float(gl_VertexID / 2 - 1);
-  gl_Position = end;
+  gl_Position = gl_VertexID % 2 == 0 ? a : b;
   if (right == 0.0) return;
-  gl_Position.z += DepthOfSide(first, other, right, end.w) * end.w;
-  gl_Position.xy += vec2(along.y, -along.x) * (right * lineWidth) / viewport * end.w;
+  gl_Position.z += DepthOfSide(first, other, right, middle.w) * gl_Position.w;
+  gl_Position.xy += vec2(along.y, -along.x) * (right * lineWidth) / viewport * gl_Position.w;
 }
 )";
 

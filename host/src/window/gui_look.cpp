@@ -25,7 +25,7 @@ constexpr Colour lightAccent = MakeOpaque(ACCENT_LIGHT_COLOUR);
 struct Palette {
   Colour words;
   Colour quietWords;
-  Colour panel;
+  Colour panel;  // as good as opaque, so that no word below is read through it
   Colour menu;
   Colour field;  // buttons, boxes and headers, at rest
   Colour hovered;
@@ -38,8 +38,8 @@ struct Palette {
 
 constexpr Palette darkPalette = {.words = {1.0F, 1.0F, 1.0F, 1.0F},
                                  .quietWords = {0.87F, 0.88F, 0.89F, 1.0F},
-                                 .panel = {0.11F, 0.12F, 0.13F, 0.86F},
-                                 .menu = {0.09F, 0.10F, 0.11F, 0.94F},
+                                 .panel = {0.11F, 0.12F, 0.13F, 0.98F},
+                                 .menu = {0.09F, 0.10F, 0.11F, 0.99F},
                                  .field = {1.0F, 1.0F, 1.0F, 0.12F},
                                  .hovered = {1.0F, 1.0F, 1.0F, 0.18F},
                                  .chosen = accent,
@@ -50,8 +50,8 @@ constexpr Palette darkPalette = {.words = {1.0F, 1.0F, 1.0F, 1.0F},
 
 constexpr Palette lightPalette = {.words = {0.11F, 0.13F, 0.16F, 1.0F},
                                   .quietWords = {0.27F, 0.30F, 0.34F, 1.0F},
-                                  .panel = {0.975F, 0.98F, 0.985F, 0.92F},
-                                  .menu = {0.985F, 0.985F, 0.99F, 0.97F},
+                                  .panel = {0.975F, 0.98F, 0.985F, 0.98F},
+                                  .menu = {0.985F, 0.985F, 0.99F, 0.99F},
                                   .field = {0.06F, 0.09F, 0.14F, 0.075F},
                                   .hovered = {0.06F, 0.09F, 0.14F, 0.13F},
                                   .chosen = lightAccent,
