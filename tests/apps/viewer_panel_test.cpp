@@ -124,6 +124,39 @@ TEST_F(ViewerPanelTest, a_pointer_that_moves_over_the_view_allocates_nothing) {
   EXPECT_EQ(move(), 0U);
 }
 
+// ---- low windows ----
+
+TEST_F(ViewerPanelTest, a_low_strip_lists_what_it_has_no_room_for_behind_its_last_button) {
+  ASSERT_TRUE(IsFolded());
+  TabToPanel();
+  for (int i = 0; i < 20; ++i) Key(SDLK_DOWN);
+  EXPECT_EQ(GetFocused(), "Orthographic") << "all have room";
+  Key(SDLK_ESCAPE);
+  Run("toggle-storyboard");
+  TabToPanel();
+  for (int i = 0; i < 20; ++i) Key(SDLK_DOWN);
+  ASSERT_EQ(GetFocused(), "More tools");
+  EXPECT_EQ(viewer->GetPanelFocus().Get()->role, zovhost::FocusRole::MenuButton);
+  EXPECT_LE(GetWindow().Rect().Max.y, HEIGHT - zovview::ViewStory::HEIGHT);
+  ASSERT_FALSE(GetHub().GetView().IsOrthographic());
+  Key(SDLK_RETURN);
+  Key(SDLK_UP);  // to the last
+  Key(SDLK_RETURN);
+  EXPECT_TRUE(GetHub().GetView().IsOrthographic());
+}
+
+TEST_F(ViewerPanelTest, the_editor_of_shots_leaves_the_storyboard_to_be_seen) {
+  Run("add-shot");
+  const ImGuiWindow* editor = nullptr;
+  for (const ImGuiWindow* const each : ImGui::GetCurrentContext()->Windows) {
+    if (each->WasActive && std::string_view(each->Name).find("###Shot") != std::string_view::npos)
+      editor = each;
+  }
+  ASSERT_NE(editor, nullptr);
+  EXPECT_GT(editor->Rect().GetHeight(), 100.0F);
+  EXPECT_LE(editor->Rect().Max.y, HEIGHT - zovview::ViewStory::HEIGHT);
+}
+
 // ---- the help ----
 
 TEST_F(ViewerPanelTest, the_keys_of_the_help_unfold_it_with_the_panel_and_fold_it_in_alone) {

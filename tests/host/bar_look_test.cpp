@@ -148,6 +148,33 @@ TEST(BarPictures, each_are_another) {
   EXPECT_EQ(different.size(), static_cast<std::size_t>(count));
 }
 
+TEST(BarPictures, of_before_and_after_point_as_a_mirrored_panel_is_read) {
+  const auto paint = [](int id, bool fromRight) {
+    Image image;
+    EXPECT_TRUE(zovhost::PaintIcon(id, 24, fromRight, image)) << id;
+    return image;
+  };
+  const auto mirror = [](const Image& image) {
+    std::vector<int> cover;
+    for (int y = 0; y < image.height; ++y) {
+      for (int x = image.width - 1; x >= 0; --x) cover.push_back(PixelAt(image, x, y)[3]);
+    }
+    return cover;
+  };
+  const auto isSame = [](const std::vector<int>& cover, const Image& image) {
+    int off = 0;
+    for (std::size_t i = 0; i < cover.size(); ++i) off += std::abs(cover[i] - image.rgba[4 * i + 3]) > 8;
+    return off == 0;
+  };
+  for (const int id : {zovhost::HOST_PICTURE_UNDO, zovhost::HOST_PICTURE_REDO,
+                       zovhost::HOST_PICTURE_PREVIOUS_VIEW, zovhost::HOST_PICTURE_NEXT_VIEW}) {
+    EXPECT_TRUE(isSame(mirror(paint(id, false)), paint(id, true))) << id;
+    EXPECT_FALSE(isSame(mirror(paint(id, false)), paint(id, false))) << id;
+  }
+  const Image home = paint(zovhost::HOST_PICTURE_HOME, false);
+  EXPECT_EQ(home.rgba, paint(zovhost::HOST_PICTURE_HOME, true).rgba);
+}
+
 // On any ground either the strokes or their edge stand out.
 TEST(BarPictures, of_items_are_dark_with_a_light_edge) {
   const auto pack = ResourcePack::GetDefault();

@@ -47,6 +47,32 @@ std::size_t CountCommands(float room, float& height) {
   return count;
 }
 
+struct StripSize {
+  std::size_t count;  // of the commands
+  float height;
+  bool more;  // a last button lists the others
+};
+
+StripSize FindSize(float room) {
+  StripSize size{};
+  size.count = CountCommands(room, size.height);
+  size.more = size.count < COMMANDS.size() && room >= LOWEST_WITH_MORE;
+  if (!size.more) return size;
+  size.count = CountCommands(room - PITCH, size.height);
+  size.height += PITCH;
+  return size;
+}
+
+// With its padding, which whoever draws it pops.
+StripSize BeginStrip(float top, float room) {
+  const StripSize size = FindSize(room);
+  const float left = zovhost::MirrorPlace(MARGIN);
+  ImGui::SetNextWindowPos(ImVec2(zovhost::ArePanelsMirrored() ? left - STRIP_WIDTH : left, top));
+  ImGui::SetNextWindowSize(ImVec2(STRIP_WIDTH, size.height));
+  ImGui::PushStyleVar(ImGuiStyleVar_WindowPadding, ImVec2(STRIP_PADDING, STRIP_PADDING));
+  return size;
+}
+
 bool DrawIconButton(const char* id, int picture) {
   const bool chosen = ImGui::Button(id, ImVec2(STRIP_BUTTON, STRIP_BUTTON));
   const ImVec2 low = ImGui::GetItemRectMin();
@@ -128,39 +154,26 @@ const ViewCommand* ViewerPanel::DrawMore(std::size_t first, const ViewTarget& ta
 // Its size is known beforehand, so it is never that of another frame.
 const ViewCommand* ViewerPanel::DrawStrip(const PanelContents& contents, const ViewTarget& target) {
   const Room room = FindRoom(contents, MARGIN + STRIP_WIDTH);
-  float height = 0.0F;
-  std::size_t count = CountCommands(room.height, height);
-  const bool more = count < COMMANDS.size() && room.height >= LOWEST_WITH_MORE;
-  if (more) {
-    count = CountCommands(room.height - PITCH, height);
-    height += PITCH;
-  }
-  const float left = zovhost::MirrorPlace(MARGIN);
-  ImGui::SetNextWindowPos(ImVec2(zovhost::ArePanelsMirrored() ? left - STRIP_WIDTH : left, room.top));
-  ImGui::SetNextWindowSize(ImVec2(STRIP_WIDTH, height));
-  ImGui::PushStyleVar(ImGuiStyleVar_WindowPadding, ImVec2(STRIP_PADDING, STRIP_PADDING));
+  const StripSize size = BeginStrip(room.top, room.height);
   const ViewCommand* chosen = nullptr;
   if (ImGui::Begin("###strip", nullptr, STRIP)) {
     NoteReach();
     ImGui::PushStyleColor(ImGuiCol_Button, ImU32{0});
-    const char* const name = zovhost::Say("Unfold the panel");
     bool unfolded = DrawIconButton("##unfold", zovhost::HOST_PICTURE_UNFOLD);
-    NoteTip(FOLD, name);
+    NoteTip(FOLD, zovhost::Say("Unfold the panel"));
     if (NoteItem(FOLD, zovhost::GetPhrases().SayPlain("Unfold the panel"), zovhost::FocusRole::Button, false))
       unfolded = true;
     float y = STRIP_PADDING + PITCH;
-    for (std::size_t i = 0; i < count; ++i) {
+    for (std::size_t i = 0; i < size.count; ++i) {
       ImGui::SetCursorPos(ImVec2(STRIP_PADDING, y));
       if (COMMANDS[i].empty()) DrawGroupLine(y - GAP);
-      const ViewCommand* const command = FindViewCommand(COMMANDS[i]);
-      const ViewCommand* const pressedOne = command != nullptr ? DrawStripButton(*command, target) : nullptr;
-      if (pressedOne != nullptr) chosen = pressedOne;
+      if (const ViewCommand* const command = FindViewCommand(COMMANDS[i]))
+        chosen = DrawStripButton(*command, target) != nullptr ? command : chosen;
       y += GetStep(COMMANDS[i]);
     }
-    if (more) {
+    if (size.more) {
       ImGui::SetCursorPos(ImVec2(STRIP_PADDING, y));
-      const ViewCommand* const listed = DrawMore(count, target);
-      if (listed != nullptr) chosen = listed;
+      if (const ViewCommand* const listed = DrawMore(size.count, target)) chosen = listed;
     }
     ImGui::PopStyleColor();
     if (unfolded) Fold(false, target);

@@ -105,16 +105,11 @@ void Viewer::OnKeyEvent(const WindowEvent& event) {
     return;
   }
   if (pressed && OnViewKey(event)) return;
-  if (OnPageKey(event)) return;
-  const bool back = (event.modifiers & WindowEvent::SHIFT) != 0;
-  const bool hadPanel = panelFocus.IsActive();
-  if (OnPanelKey(event)) return;
-  const bool leftPanel = hadPanel && !panelFocus.IsActive() && event.key == SDLK_TAB;
-  if (leftPanel && !back && EnterPage(std::nullopt, false)) return;
+  if (OnPageKey(event) || OnPanelKey(event)) return;
   if (pressed && zovhost::IsMenuKey(event) && !views[active]->GetStory().IsPresenting())
     return OnMenuKey(event);
   if (recorder != nullptr) recorder->Add(event);
-  if (!views[active]->OnEvent(event)) LeaveView(back);
+  if (!views[active]->OnEvent(event)) LeaveView((event.modifiers & WindowEvent::SHIFT) != 0);
 }
 
 // To the panel, and the pages after it.
@@ -155,7 +150,9 @@ bool Viewer::OnPanelKey(const WindowEvent& event) {
   const bool wasActive = panelFocus.IsActive();
   const bool used = wasActive && panelFocus.OnEvent(event);
   if (wasActive) window.RequestFrame();
-  return used;
+  const bool left = wasActive && !panelFocus.IsActive() && event.key == SDLK_TAB;
+  const bool back = (event.modifiers & WindowEvent::SHIFT) != 0;
+  return used || (left && !back && EnterPage(std::nullopt, false));
 }
 
 // The question's own; what was held when it came is released as ever.

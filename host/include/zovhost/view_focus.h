@@ -97,7 +97,7 @@ class ViewFocus {
   void AddStory();
   void AddClick(FocusThing& thing, PixelPosition at, bool held);
   void ShowCubeButtons();
-  void PointAtArrow(const FocusThing* thing);
+  void PointAtButton(const FocusThing* thing);
   void PressAt(PixelPosition at, bool down, bool held, MouseButton by = MouseButton::Left);
   void Send(WindowEvent::Type type, PixelPosition at);
   void PressPending();
@@ -110,8 +110,8 @@ class ViewFocus {
   std::unique_ptr<StoryFocus> story;  // null without a storyboard
   double scale = 1.0;
   bool sending = false;
-  std::optional<bool> overlayBefore;  // what the cube has said of its buttons; none: it still says so
-  std::optional<PixelPosition> arrowPointedAt;
+  std::optional<bool> overlayBefore;       // what the cube has said of its buttons; none: it still says so
+  std::optional<PixelPosition> pointedAt;  // a button of the cube
   PixelPosition pointer;
   MouseButton pressedBy = MouseButton::Left;
   int framesToPress = 0;  // until what is pressed has seen the pointer come

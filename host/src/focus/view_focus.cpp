@@ -220,7 +220,7 @@ void ViewFocus::Draw(int viewportWidth, int viewportHeight) {
   PressPending();
   const FocusThing* const thing = focus.Get();
   ShowCubeButtons();
-  PointAtArrow(thing);
+  PointAtButton(thing);
   if (thing == nullptr || viewportWidth <= 0 || viewportHeight <= 0) return;
   const Vector2 size(viewportWidth, viewportHeight);
   const Box2 viewport(size / 2.0, size / 2.0);

@@ -258,12 +258,12 @@ void ViewFocus::ShowCubeButtons() {
   widgets.hub.RequestApplicationUpdate();
 }
 
-// They show where the pointer is near; a disc that is open would come along with it.
-void ViewFocus::PointAtArrow(const FocusThing* thing) {
-  const bool isArrow = thing != nullptr && focus.GetGroup() == CUBE_BUTTONS_GROUP && thing->id >= ARROWS;
-  const bool wanted = isArrow && widgets.disc.GetActiveDisc() == Korvane::DiscType::None;
+// The arrows show where the pointer is near; a disc that is open would come along with it.
+void ViewFocus::PointAtButton(const FocusThing* thing) {
+  const bool isButton = thing != nullptr && thing->inSight && focus.GetGroup() == CUBE_BUTTONS_GROUP;
+  const bool wanted = isButton && widgets.disc.GetActiveDisc() == Korvane::DiscType::None;
   const std::optional<PixelPosition> place = wanted ? std::optional(GetMiddle(thing->bounds)) : std::nullopt;
-  if (std::exchange(arrowPointedAt, place) == place) return;
+  if (std::exchange(pointedAt, place) == place) return;
   Send(wanted ? Type::MouseMove : Type::MouseLeave, place.value_or(PixelPosition{-1, -1}));
   widgets.hub.RequestApplicationUpdate();
 }
