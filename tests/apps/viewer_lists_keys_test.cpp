@@ -339,10 +339,16 @@ class WideViewerListsKeysTest : public ViewerListsKeysTest {
  protected:
   zovhost::Window::Options GetOptions() const override {
     zovhost::Window::Options options = ViewerTest::GetOptions();
-    options.width = 1280;
+    options.width = GetWidth();
     options.height = 800;
     return options;
   }
+  virtual int GetWidth() const { return 1440; }
+};
+
+class NarrowerViewerListsKeysTest : public WideViewerListsKeysTest {
+ protected:
+  int GetWidth() const override { return 1280; }
 };
 
 TEST_F(WideViewerListsKeysTest, the_page_of_devices_and_the_editor_of_shots_stand_beside_each_other) {
@@ -363,10 +369,7 @@ TEST_F(WideViewerListsKeysTest, the_page_of_devices_and_the_editor_of_shots_stan
   expectApart(true);
 }
 
-TEST_F(WideViewerListsKeysTest, they_stand_below_each_other_where_the_panel_leaves_no_room_beside) {
-  viewer->GetPreferences().Edit(
-      [](zovview::Choices& choices) { choices.panel = zovview::Choices::PANEL_OPEN; });
-  ComeToRest();
+TEST_F(NarrowerViewerListsKeysTest, they_stand_below_each_other_where_the_panel_leaves_no_room_beside) {
   ASSERT_TRUE(viewer->GetPanel().IsUnfolded());
   Key(SDLK_n);
   Key(SDLK_e);
