@@ -58,6 +58,7 @@ constexpr std::array<int, 4> LETTERS = {HOST_TEXT_WEST, HOST_TEXT_EAST, HOST_TEX
 constexpr int ARROWS = 100;  // the numbers of the arrows to the faces, after those of the letters
 constexpr double LETTER_SIZE = 9.0;
 constexpr double ARROW_SIZE = 7.0;
+constexpr double DEEPER = 0.91;  // the arrows lie as deep as the middle of the cube, its edges at the front
 
 double GetPartSize(int part) {
   if (part < Orientor::FACE_COUNT) return PART_SIZES[0];
@@ -228,7 +229,7 @@ void ViewFocus::AddArrows(std::vector<FocusThing>& things) {
       continue;
     FocusThing thing = MakeCubeThing(ARROWS + face, "Arrow", HOST_TEXT_BACK + face);
     const Vector2 way = Vector2(edge.x + 0.5, edge.y + 0.5) - middle;
-    thing.bounds = Box2(middle + way * reach, Vector2(ARROW_SIZE * scale));
+    thing.bounds = Box2(middle + way * (reach * DEEPER), Vector2(ARROW_SIZE * scale));
     thing.press = [this, face](bool pressed) {
       if (pressed) widgets.cube.Press(face);
     };
