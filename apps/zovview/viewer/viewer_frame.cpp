@@ -20,7 +20,8 @@ namespace {
 
 constexpr float EDITOR_TOP = 12.0F;  // points
 constexpr float BESIDE_EDITOR = 8.0F;
-constexpr float PAGE_WIDTH = 430.0F;  // of either
+constexpr float EDITOR_WIDTH = 330.0F;  // about, each
+constexpr float PAGE_WIDTH = 430.0F;
 constexpr float PAGE_HEIGHT = 360.0F;
 constexpr float BELOW_TITLE = 40.0F;
 constexpr double MARK_WIDTH = 2.0;
@@ -41,10 +42,10 @@ struct PageRoom {
 
 // The editor of shots and the page of devices stand beside each other; where there is no room for that one
 // stands below the other, and where there is none either, so that both titles show.
-PagePlace FindPlaceBeside(const std::optional<zovhost::PageEdges>& other, const PageRoom& room) {
+PagePlace FindPlaceBeside(const std::optional<zovhost::PageEdges>& other, const PageRoom& room, float width) {
   if (!other.has_value()) return {room.right, EDITOR_TOP};
   const float beside = other->left - BESIDE_EDITOR;
-  if (beside - PAGE_WIDTH >= room.left) return {beside, EDITOR_TOP};
+  if (beside - width >= room.left) return {beside, EDITOR_TOP};
   const float below = other->foot + BESIDE_EDITOR;
   return {room.right, below + PAGE_HEIGHT <= room.foot ? below : EDITOR_TOP + BELOW_TITLE};
 }
@@ -147,9 +148,9 @@ void Viewer::DrawPages() {
   const auto board = FindBoardPlace(*views[active], window.GetHeight(), window.GetScale());
   const PageRoom room = {panel.GetReach(), FindPageRight(contents.cubes, display.x), display.y};
   zovhost::ShotEditorPanel& editor = views[active]->GetStory().GetEditor();
-  const PagePlace ofEditor = FindPlaceBeside(devices.GetPage().GetEdges(), room);
+  const PagePlace ofEditor = FindPlaceBeside(devices.GetPage().GetEdges(), room, EDITOR_WIDTH);
   editor.Draw(ofEditor.right, ofEditor.top, board.has_value() ? board->top : 0.0F);
-  const PagePlace ofPage = FindPlaceBeside(editor.GetEdges(), room);
+  const PagePlace ofPage = FindPlaceBeside(editor.GetEdges(), room, PAGE_WIDTH);
   devices.DrawPage(ofPage.right, ofPage.top);
   NotePages();
 }
