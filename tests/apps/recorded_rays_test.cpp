@@ -160,7 +160,7 @@ TEST_F(RayBookTest, a_recorded_ray_meets_what_it_met_and_another_what_the_scene_
   const Scene::Hit real = Ask(GetOrigin());
   Scene::Hit moved = real;
   moved.point.x += 3.0;
-  const RayBook book(*scene, {{GetOrigin(), DOWN, moved}, {GetOrigin(0.25), DOWN}});
+  const RayBook book(*scene, {{GetOrigin(), DOWN, moved}, {GetOrigin(0.25), DOWN}}, false);
   EXPECT_EQ(Ask(GetOrigin()).point, moved.point);
   Scene::Hit none;
   EXPECT_FALSE(scene->Intersect(GetOrigin(0.25), DOWN, none)) << "it met nothing";
@@ -169,6 +169,7 @@ TEST_F(RayBookTest, a_recorded_ray_meets_what_it_met_and_another_what_the_scene_
   EXPECT_EQ(Ask(GetOrigin(0.5)).point, triangles.point);
   ASSERT_TRUE(scene->IntersectTriangles(GetOrigin(), DOWN, triangles));
   EXPECT_EQ(triangles.point, real.point);
+  EXPECT_TRUE(book.GetAsked().empty()) << "it was not to note any";
 }
 
 TEST_F(RayBookTest, what_met_a_part_or_a_triangle_that_the_scene_has_not_is_asked_anew) {
@@ -179,13 +180,13 @@ TEST_F(RayBookTest, what_met_a_part_or_a_triangle_that_the_scene_has_not_is_aske
   ofTriangle.triangle = std::numeric_limits<std::uint32_t>::max();
   for (Scene::Hit wrong : {ofPart, ofTriangle}) {
     wrong.point.x += 3.0;
-    const RayBook book(*scene, {{GetOrigin(), DOWN, wrong}});
+    const RayBook book(*scene, {{GetOrigin(), DOWN, wrong}}, true);
     EXPECT_EQ(Ask(GetOrigin()).point, real.point);
   }
 }
 
 TEST_F(RayBookTest, what_was_asked_is_noted_once_and_in_its_order) {
-  const RayBook book(*scene, {{GetOrigin(0.75), DOWN}});
+  const RayBook book(*scene, {{GetOrigin(0.75), DOWN}}, true);
   for (const double aside : {0.5, 0.0, 0.5}) Ask(GetOrigin(aside));
   ASSERT_EQ(book.GetAsked().size(), 2U);
   EXPECT_EQ(book.GetAsked()[0].origin, GetOrigin(0.5));
@@ -194,7 +195,7 @@ TEST_F(RayBookTest, what_was_asked_is_noted_once_and_in_its_order) {
 }
 
 TEST_F(RayBookTest, a_ray_that_is_not_finite_meets_nothing_and_is_not_noted) {
-  const RayBook book(*scene, {});
+  const RayBook book(*scene, {}, true);
   Scene::Hit hit;
   EXPECT_FALSE(scene->Intersect({INF, 0, 0}, DOWN, hit));
   EXPECT_FALSE(scene->Intersect(GetOrigin(), {0, std::numeric_limits<double>::quiet_NaN(), 0}, hit));
@@ -203,7 +204,7 @@ TEST_F(RayBookTest, a_ray_that_is_not_finite_meets_nothing_and_is_not_noted) {
 
 TEST_F(RayBookTest, a_scene_answers_by_itself_again_when_the_book_is_gone) {
   const Scene::Hit real = Ask(GetOrigin());
-  { const RayBook book(*scene, {{GetOrigin(), DOWN}}); }
+  { const RayBook book(*scene, {{GetOrigin(), DOWN}}, false); }
   EXPECT_EQ(Ask(GetOrigin()).point, real.point);
 }
 

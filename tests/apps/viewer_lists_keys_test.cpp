@@ -295,6 +295,13 @@ TEST_F(ViewerListsKeysTest, escape_closes_a_page_that_has_no_keys_after_all_that
   EXPECT_FALSE(viewer->GetDevices().IsPageVisible());
 }
 
+TEST_F(ViewerListsKeysTest, escape_twice_in_one_frame_closes_a_page_once) {
+  OpenByMouse("device-page");
+  for (int i = 0; i < 2; ++i) Press(SDLK_ESCAPE);
+  ComeToRest();
+  EXPECT_FALSE(viewer->GetDevices().IsPageVisible());
+}
+
 TEST_F(ViewerListsKeysTest, the_editor_of_shots_is_entered_by_tab_and_closed_by_escape) {
   OpenByMouse("add-shot");
   zovhost::ShotEditorPanel& editor = viewer->GetView(0).GetStory().GetEditor();

@@ -140,6 +140,9 @@ TEST_F(ViewerPanelTest, a_low_strip_lists_what_it_has_no_room_for_behind_its_las
   EXPECT_LE(GetWindow().Rect().Max.y, HEIGHT - zovview::ViewStory::HEIGHT);
   ASSERT_FALSE(GetHub().GetView().IsOrthographic());
   Key(SDLK_RETURN);
+  const ImGuiWindow& list = *ImGui::GetCurrentContext()->OpenPopupStack.back().Window;
+  EXPECT_GE(list.Rect().Min.y, 0.0F);
+  EXPECT_LT(list.Rect().Max.y, HEIGHT);
   Key(SDLK_UP);  // to the last
   Key(SDLK_RETURN);
   EXPECT_TRUE(GetHub().GetView().IsOrthographic());

@@ -280,6 +280,33 @@ TEST_F(ViewerViewsTest, the_focus_stays_behind_when_keys_go_to_another_view) {
   EXPECT_TRUE(GetView(1).GetFocus().GetFocus().IsActive());
 }
 
+TEST_F(ViewerViewsTest, the_keys_of_a_page_are_given_back_when_keys_go_to_another_view) {
+  Start(2);
+  PressAndRest(SDLK_n);
+  zovhost::ShotEditorPanel& editor = GetView(0).GetStory().GetEditor();
+  PressAndRest(SDLK_TAB);
+  ASSERT_TRUE(editor.GetKeys().AreHere());
+  Press(SDLK_TAB, KMOD_LCTRL);
+  ComeToRest();
+  EXPECT_FALSE(editor.GetKeys().AreHere());
+  PressAndRest(SDLK_SPACE);
+  PressAndRest(SDLK_TAB);
+  EXPECT_TRUE(GetView(1).GetFocus().GetFocus().IsActive()) << "and not the page that came back";
+}
+
+TEST_F(ViewerViewsTest, the_keys_of_a_page_are_given_back_when_the_story_is_presented) {
+  Start(1);
+  PressAndRest(SDLK_n);
+  PressAndRest(SDLK_TAB);
+  ASSERT_TRUE(GetView(0).GetStory().GetEditor().GetKeys().AreHere());
+  Press(SDLK_F10);
+  for (int i = 0; i < 3; ++i) window->Step(0);
+  ASSERT_TRUE(GetView(0).GetStory().IsPresenting());
+  EXPECT_FALSE(GetView(0).GetStory().GetEditor().GetKeys().AreHere());
+  PressAndRest(SDLK_ESCAPE);
+  EXPECT_FALSE(GetView(0).GetStory().IsPresenting());
+}
+
 // ---- pictures ----
 
 TEST_F(ViewerViewsTest, a_picture_of_one_has_its_own_selection) {

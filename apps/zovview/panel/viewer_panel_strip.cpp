@@ -97,7 +97,7 @@ void DrawChevrons() {
   }
 }
 
-// At the right of the last item on the screen, from its foot up.
+// At the right of the last item on the screen, from its foot up as far as the window goes; it scrolls there.
 void PlaceListBeside() {
   const ImVec2 low = ImGui::GetItemRectMin();
   const ImVec2 high = ImGui::GetItemRectMax();
@@ -105,6 +105,7 @@ void PlaceListBeside() {
   const float x = mirrored ? low.x - STRIP_PADDING - GAP : high.x + STRIP_PADDING + GAP;
   ImGui::SetNextWindowPos(ImVec2(x, high.y + STRIP_PADDING), ImGuiCond_Always,
                           ImVec2(mirrored ? 1.0F : 0.0F, 1.0F));
+  ImGui::SetNextWindowSizeConstraints(ImVec2(0.0F, 0.0F), ImVec2(FLT_MAX, high.y + STRIP_PADDING - MARGIN));
 }
 
 void DrawGroupLine(float y) {

@@ -1,6 +1,7 @@
 #include "recordings/recorded_rays.h"
 
 #include <bit>
+#include <cmath>
 #include <limits>
 
 namespace zovview {
@@ -57,7 +58,8 @@ std::string FormatRay(const RecordedRay& ray) {
   return text.substr(1);
 }
 
-RayBook::RayBook(Scene& ofScene, const RaysOfModel& recorded) : scene(ofScene) {
+RayBook::RayBook(Scene& ofScene, const RaysOfModel& recorded, bool notesAsked)
+    : scene(ofScene), notes(notesAsked) {
   for (const RecordedRay& ray : recorded) {
     if (!ray.hit.has_value() || HasTriangle(*ray.hit)) known.emplace(MakeKey(ray.origin, ray.direction), ray);
   }
@@ -88,7 +90,8 @@ RecordedRay RayBook::Find(const Key& key, const Vector3& origin, const Vector3& 
   if (found != known.end()) return found->second;
   RecordedRay ray{origin, direction};
   Scene::Hit hit;
-  if (scene.IntersectTriangles(origin, direction, hit)) ray.hit = hit;
+  const bool met = scene.IntersectTriangles(origin, direction, hit);
+  if (met && hit.point.IsFinite() && hit.normal.IsFinite() && std::isfinite(hit.distance)) ray.hit = hit;
   return ray;
 }
 
@@ -96,9 +99,8 @@ RecordedRay RayBook::Find(const Key& key, const Vector3& origin, const Vector3& 
 bool RayBook::Answer(const Vector3& origin, const Vector3& direction, Scene::Hit& hit) {
   if (!origin.IsFinite() || !direction.IsFinite()) return false;
   const Key key = MakeKey(origin, direction);
-  const auto [place, isNew] = places.try_emplace(key, asked.size());
-  if (isNew) asked.push_back(Find(key, origin, direction));
-  const RecordedRay& ray = asked[place->second];
+  const RecordedRay ray = Find(key, origin, direction);
+  if (notes && noted.insert(key).second) asked.push_back(ray);
   if (ray.hit.has_value()) hit = *ray.hit;
   return ray.hit.has_value();
 }

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -30,8 +31,8 @@ std::string FormatRay(const RecordedRay& ray);
 /// scene.
 class RayBook : public zovhost::RayAnswers {
  public:
-  /// The scene must outlive it.
-  RayBook(zovhost::Scene& scene, const RaysOfModel& known);
+  /// The scene must outlive it. What is asked is noted only where it is wanted: an hour has very many rays.
+  RayBook(zovhost::Scene& scene, const RaysOfModel& known, bool notesAsked);
   ~RayBook() override;
   RayBook(const RayBook&) = delete;
   RayBook& operator=(const RayBook&) = delete;
@@ -39,7 +40,7 @@ class RayBook : public zovhost::RayAnswers {
   bool Answer(const Korvane::Vector3& origin, const Korvane::Vector3& direction,
               zovhost::Scene::Hit& hit) override;
 
-  /// All that were asked, in the order in which each was asked first.
+  /// All that were asked, in the order in which each was asked first; none unless they are noted.
   const RaysOfModel& GetAsked() const { return asked; }
 
  private:
@@ -49,8 +50,9 @@ class RayBook : public zovhost::RayAnswers {
   RecordedRay Find(const Key& key, const Korvane::Vector3& origin, const Korvane::Vector3& direction) const;
 
   zovhost::Scene& scene;
+  const bool notes;
   std::map<Key, RecordedRay> known;
-  std::map<Key, std::size_t> places;  // in what was asked
+  std::set<Key> noted;
   RaysOfModel asked;
 };
 

@@ -82,7 +82,7 @@ struct ShownModel {
 
 class Replay {
  public:
-  Replay(const Recording& recording, fs::path folder);
+  Replay(const Recording& recording, fs::path folder, bool notesRays);
 
   bool Prepare(std::string& error);
   bool Play(std::string& error);
@@ -100,6 +100,7 @@ class Replay {
 
   const Recording& recording;
   const fs::path folder;
+  const bool notesRays;
   TourClock clock;
   std::unique_ptr<zovhost::Window> window;
   zovhost::OffscreenTarget target;
@@ -116,8 +117,8 @@ class Replay {
   std::string output;
 };
 
-Replay::Replay(const Recording& toPlay, fs::path inFolder)
-    : recording(toPlay), folder(std::move(inFolder)), output(HEADING) {}
+Replay::Replay(const Recording& toPlay, fs::path inFolder, bool notes)
+    : recording(toPlay), folder(std::move(inFolder)), notesRays(notes), output(HEADING) {}
 
 bool Replay::Prepare(std::string& error) {
   zovhost::SpeakLanguage(zovhost::GetLanguages().front());  // as what is recorded
@@ -149,7 +150,7 @@ bool Replay::Show(LoadedModel loaded, std::string& error) {
   }
   const std::size_t number = model.rays != nullptr ? formerRays.size() + 1 : 0;
   const RaysOfModel known = number < recording.rays.size() ? recording.rays[number] : RaysOfModel();
-  auto rays = std::make_unique<RayBook>(*loaded.scene, known);
+  auto rays = std::make_unique<RayBook>(*loaded.scene, known, notesRays);
   if (model.rays != nullptr) formerRays.push_back(model.rays->GetAsked());
   view->SetScene(*loaded.scene);
   const ShownModel former =
@@ -282,7 +283,7 @@ int RunReplay(const fs::path& file, const fs::path& completed) {
   std::ifstream input(file, std::ios::binary);
   if (!input || !fs::is_regular_file(file, ignored)) return Fail(file, "cannot be read");
   if (!ReadRecording(input, recording, error)) return Fail(file, error);
-  Replay replay(recording, file.parent_path());
+  Replay replay(recording, file.parent_path(), !completed.empty());
   if (!replay.Prepare(error) || !replay.Play(error)) return Fail(file, error);
   if (!completed.empty() && !Complete(input, replay.GetRays(), completed, error)) return Fail(file, error);
   std::fputs(replay.GetOutput().c_str(), stdout);

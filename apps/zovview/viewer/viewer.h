@@ -185,6 +185,7 @@ class Viewer {
   void MarkActiveView() const;
   void DrawPanels();
   void DrawPages();
+  void SkipPages(bool all);
   void NotePages();
   std::array<zovhost::PageKeys*, 2> FindPages();
   bool EnterPage(std::optional<std::size_t> from, bool back);
@@ -209,6 +210,7 @@ class Viewer {
   std::size_t active = 0;         // the view where the pointer was last, which the keys and the panel go to
   double recordedMargin = 0.0;    // at the left
   std::size_t openPages = 0;      // of the last frame
+  std::size_t pagesOfView = 0;    // the active one then
   bool hasNewPage = false;        // which Tab goes to first
   const zovhost::Language* spoken = nullptr;
   std::vector<double> cursorScales;  // by cursor: for which scale it is drawn

@@ -142,6 +142,14 @@ void Viewer::NotePlaces() {
   }
 }
 
+// What is not drawn has no keys.
+void Viewer::SkipPages(bool all) {
+  for (std::size_t i = 0; i < views.size(); ++i) {
+    if (all || i != active) views[i]->GetStory().GetEditor().GetKeys().Skip();
+  }
+  if (all) devices.GetPage().GetKeys().Skip();
+}
+
 // The editor leaves the storyboard that it is of to be seen.
 void Viewer::DrawPages() {
   const ImVec2 display = ImGui::GetIO().DisplaySize;
@@ -158,7 +166,9 @@ void Viewer::DrawPages() {
 void Viewer::DrawPanels() {
   const ViewTarget& target = views[active]->GetTarget();
   desk.Draw();
-  if (target.story->IsPresenting()) return;
+  const bool presenting = target.story->IsPresenting();
+  SkipPages(presenting);
+  if (presenting) return;
   NotePlaces();
   DrawPages();
   panel.ShowFocus(panelFocus.Get());

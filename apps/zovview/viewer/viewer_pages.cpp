@@ -25,11 +25,16 @@ std::array<zovhost::PageKeys*, 2> Viewer::FindPages() {
           editor.GetEdges().has_value() ? &editor.GetKeys() : nullptr};
 }
 
-// One more than before is new, for as long as the pointer does nothing else.
+// One more than before is new, for as long as the pointer does nothing else; not with another view.
 void Viewer::NotePages() {
   const auto pages = FindPages();
   const auto count = static_cast<std::size_t>(2 - std::count(pages.begin(), pages.end(), nullptr));
-  if (count != openPages) hasNewPage = count > openPages;
+  if (active != pagesOfView) {
+    hasNewPage = false;
+  } else if (count != openPages) {
+    hasNewPage = count > openPages;
+  }
+  pagesOfView = active;
   openPages = count;
 }
 
@@ -76,15 +81,17 @@ bool Viewer::LeavePage(bool back) {
   return hasNewPage && !hasFocus && EnterPage(std::nullopt, true);
 }
 
-// Where Escape has nothing else to end.
+// Where Escape has nothing to end in the view; what is selected stays so.
 bool Viewer::ClosePage() {
   const Viewport& view = *views[active];
   if (openPages == 0 || panelFocus.IsActive() || !view.IsAtRest()) return false;
   zovhost::ShotEditorPanel& editor = views[active]->GetStory().GetEditor();
-  if (editor.GetEdges().has_value()) {
+  if (editor.GetEdges().has_value() && editor.IsPanelVisible()) {
     editor.Close();
-  } else {
+  } else if (devices.IsPageVisible()) {
     devices.TogglePage();
+  } else {
+    return false;
   }
   window.RequestFrame();
   return true;

@@ -34,9 +34,9 @@ void RaisePanel();
 void TakeKeys();
 void GiveKeysBack();
 
-/// As TakeKeys, of the last item, if keys are what the user has used last, as for opening the panel. False:
-/// they are not.
-bool FollowKeys();
+/// As TakeKeys, of the last item, if keys are what the user has used last, as for opening the panel, or if
+/// they are asked for. False: neither.
+bool FollowKeys(bool asked = false);
 /// Escape has just taken the keys from the panel that is being put together; told once.
 bool TakeEscape();
 /// The panel that is being put together has the keys.

@@ -9,7 +9,8 @@ namespace zovhost {
 bool PageKeys::Leave() { return std::exchange(here, false); }
 
 void PageKeys::NoteFirstItem(bool follow) {
-  if (std::exchange(entering, false) || follow) FollowKeys();
+  const bool asked = std::exchange(entering, false);
+  if (asked || follow) FollowKeys(asked);
 }
 
 bool PageKeys::End() {

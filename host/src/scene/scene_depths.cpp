@@ -180,7 +180,8 @@ Projection SceneDepths::MakeProjection(const CameraParameters& camera) const {
     if (!(nearest > usual.GetNear())) return usual;
   }
   nearest -= SLACK * (nearest - usual.GetNear());
-  return nearest > usual.GetNear() ? Projection(camera, nearest, usual.GetFar()) : usual;
+  const bool fits = nearest > usual.GetNear() && nearest < usual.GetFar();
+  return fits ? Projection(camera, nearest, usual.GetFar()) : usual;
 }
 
 }  // namespace zovhost

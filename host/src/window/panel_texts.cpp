@@ -52,10 +52,10 @@ void TakeKeys() {
   if (PanelState* const state = FindState()) state->hasKeys = true;
 }
 
-bool FollowKeys() {
+bool FollowKeys(bool asked) {
   PanelState* const state = FindState();
   ImGuiContext& context = *ImGui::GetCurrentContext();
-  if (state == nullptr || !state->byKeys || context.LastItemData.ID == 0) return false;
+  if (state == nullptr || !(asked || state->byKeys) || context.LastItemData.ID == 0) return false;
   ImGui::FocusWindow(context.CurrentWindow);
   ImGui::SetFocusID(context.LastItemData.ID, context.CurrentWindow);
   context.NavDisableHighlight = false;

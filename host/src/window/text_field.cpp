@@ -82,7 +82,9 @@ class Line {
     const float first = begins ? room - width : 0.0F;
     if (!caret.has_value()) return first;
     const float at = FindCaret(*caret);
-    return std::clamp(first, BEFORE_CARET - at, std::max(BEFORE_CARET - at, room - BEFORE_CARET - at));
+    const float shown =
+        std::clamp(first, BEFORE_CARET - at, std::max(BEFORE_CARET - at, room - BEFORE_CARET - at));
+    return std::clamp(shown, room - width, 0.0F);
   }
 
  private:
@@ -160,7 +162,8 @@ class Field {
     return GetInnerLeft() + line.FindStart(GetInnerRight() - GetInnerLeft(), FindCaret());
   }
   bool IsPointerMeant() const {
-    return FindState() != nullptr || ImRect(low, high).Contains(ImGui::GetIO().MousePos);
+    const bool goesOn = FindState() != nullptr && !ImGui::IsMouseClicked(ImGuiMouseButton_Left);
+    return goesOn || ImRect(low, high).Contains(ImGui::GetIO().MousePos);
   }
 
   void DrawSelection(ImDrawList& list, const Line& line, float start) const {
@@ -199,7 +202,8 @@ bool DrawTextField(const char* id, std::string& text, int flags) {
   ImGui::PopStyleColor(2);
   ImGui::GetIO().MousePos.x = pointer;
   field.Draw();
-  if (ImGui::IsItemActive()) static_cast<PanelState*>(ImGui::GetIO().UserData)->typedFromRight = fromRight;
+  auto* const panels = static_cast<PanelState*>(ImGui::GetIO().UserData);
+  if (panels != nullptr && ImGui::IsItemActive()) panels->typedFromRight = fromRight;
   return result;
 }
 
