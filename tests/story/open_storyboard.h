@@ -82,18 +82,24 @@ class OpenStoryboard : public Korvane::Storyboard {
   using Storyboard::GetParts;
 };
 
+/// Gives the storyboard of a stage everything that it can be given, and its place.
+template <typename Stage>
+void FurnishBoard(Stage& stage) {
+  stage.board->SetKorvane(&stage.hub);
+  stage.board->SetRenderer(&stage.renderer);
+  stage.board->SetRewindHistory(&stage.history);
+  stage.board->SetShotEditor(&stage.editor);
+  stage.board->SetUndoQueue(&stage.queue);
+  stage.board->SetPosition(0, 0);
+  stage.board->SetViewportSize(1000, 600);
+}
+
 /// A storyboard of 1000 by 600 pixels that shows, with everything that it can be given.
 struct StoryboardStage {
   StoryboardStage() {
     hub.GetApplicationParameters().viewport_width = 1000;
     hub.GetApplicationParameters().viewport_height = 600;
-    board->SetKorvane(&hub);
-    board->SetRenderer(&renderer);
-    board->SetRewindHistory(&history);
-    board->SetShotEditor(&editor);
-    board->SetUndoQueue(&queue);
-    board->SetPosition(0, 0);
-    board->SetViewportSize(1000, 600);
+    FurnishBoard(*this);
     board->Create();
     board->SetVisible(true);
     board->AddObserver(&observer);

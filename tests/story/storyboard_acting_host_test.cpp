@@ -32,15 +32,7 @@ struct Stage {
   }
   ~Stage() { EXPECT_EQ(hub.broken, false); }
 
-  void Restore() {
-    board->SetKorvane(&hub);
-    board->SetRenderer(&renderer);
-    board->SetRewindHistory(&history);
-    board->SetShotEditor(&editor);
-    board->SetUndoQueue(&queue);
-    board->SetPosition(0, 0);
-    board->SetViewportSize(1000, 600);
-  }
+  void Restore() { FurnishBoard(*this); }
   void AddSequence(int shots) {
     auto* const sequence = new Sequence;
     sequence->SetName(L"sequence");
