@@ -141,6 +141,7 @@ ShotSpecification* Storyboard::CreateShot(Sequence* sequence) {
     if (now->partners.editor.Get() == nullptr) return nullptr;
     const Borrowed<Sequence> into(sequence);
     CameraParameters camera = QueryCamera(*hub);
+    if (!now || into.Get() == nullptr) return nullptr;
     camera.perspective_with_ortho = false;
     auto created = std::make_unique<ShotSpecification>(camera);
     created->SetShotType(camera.IsOrthographic() ? ShotSpecification::SHOT_PAN_ZOOM
