@@ -284,6 +284,21 @@ TEST_F(ViewerListsKeysTest, a_page_that_the_mouse_opens_is_entered_by_tab_and_le
   EXPECT_FALSE(viewer->GetDevices().IsPageVisible());
 }
 
+TEST_F(ViewerListsKeysTest, tab_comes_after_the_keys_that_were_pressed_before_it_in_one_frame) {
+  const Korvane::Cam3DController& device = *viewer->GetView(0).GetTarget().device;
+  Key(SDLK_e);
+  Key(SDLK_RETURN);
+  for (const SDL_Keycode key : {SDLK_DOWN, SDLK_RETURN, SDLK_TAB, SDLK_TAB}) {
+    PushKey(SDL_KEYDOWN, key);
+    PushKey(SDL_KEYUP, key);
+  }
+  ComeToRest();
+  EXPECT_EQ(device.GetNavigationMode(), Korvane::Cam3DController::NavigationMode::MODE_WALK);
+  EXPECT_FALSE(viewer->GetDevices().GetPage().GetKeys().AreHere());
+  EXPECT_EQ(present.group, "Cube") << "its buttons, after its parts";
+  EXPECT_EQ(present.id, Korvane::Orientor::OVERLAY_HOME);
+}
+
 TEST_F(ViewerListsKeysTest, escape_closes_a_page_that_has_no_keys_after_all_that_it_ends_otherwise) {
   OpenByMouse("device-page");
   viewer->GetView(0).Run(*zovview::FindViewCommand("disc-full-navigation"));
@@ -430,6 +445,29 @@ TEST_F(ViewerListsKeysTest, the_arrows_between_the_faces_of_the_cube_are_pressed
   EXPECT_LT((GetDirection() - front).Length(), 1e-6);
   Key(SDLK_RETURN);
   EXPECT_LT((GetDirection() - right).Length(), 1e-6);
+  Key(SDLK_ESCAPE);
+  EXPECT_FALSE(cube.IsMouseInRegion());
+}
+
+TEST_F(ViewerListsKeysTest, a_mouse_that_moves_has_the_pointer_although_an_arrow_of_the_cube_has_the_focus) {
+  Korvane::Orientor& cube = viewer->GetView(0).GetCube();
+  Key(SDLK_1);
+  int x = 0;
+  int y = 0;
+  ASSERT_TRUE(cube.GetPartPosition(Korvane::OrientorObserver::PART_FRONT, x, y));
+  TabTo("Cube");
+  Key(SDLK_TAB);
+  WalkTo([this] { return present.name == "Arrow, RIGHT"; });
+  Move(x, y);
+  EXPECT_EQ(present.name, "Arrow, RIGHT");
+  Key(SDLK_ESCAPE);
+  EXPECT_TRUE(cube.IsMouseInRegion()) << "it is still there";
+  Key(SDLK_TAB);
+  Key(SDLK_TAB);
+  WalkTo([this] { return present.name == "Arrow, RIGHT"; });
+  Move(WIDTH / 2, HEIGHT / 2);
+  EXPECT_FALSE(cube.IsMouseInRegion());
+  Key(SDLK_LEFT);
   Key(SDLK_ESCAPE);
   EXPECT_FALSE(cube.IsMouseInRegion());
 }

@@ -62,6 +62,14 @@ TEST(NotePlaceTest, is_beside_the_panels_as_well) {
   }
 }
 
+TEST(NotePlaceTest, is_in_a_view_that_is_hardly_higher_than_itself) {
+  NoteRoom room = MakeRoom({100.0, 25.0});
+  room.viewport.y = 40.0;
+  const Box2 note(FindNotePlace(room), HALF);
+  EXPECT_GE(note.Min().y, 4.0);
+  EXPECT_LE(note.Max().y, 36.0);
+}
+
 TEST(NotePlaceTest, is_near_the_pointer) {
   const Box2 bar({780.0, 300.0}, {20.0, 200.0});
   const Box2 note(FindNotePlace(MakeRoom({785.0, 420.0}, bar)), HALF);

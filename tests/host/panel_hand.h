@@ -55,6 +55,14 @@ class PanelHand {
     SDL_PushEvent(&event);
     Rest();
   }
+  void Move(int x, int y) {
+    SDL_Event event = {};
+    event.type = SDL_MOUSEMOTION;
+    event.motion.x = x;
+    event.motion.y = y;
+    SDL_PushEvent(&event);
+    Rest();
+  }
   void Click(int x, int y) {
     Press(true, x, y);
     Press(false, x, y);

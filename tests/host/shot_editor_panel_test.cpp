@@ -133,6 +133,34 @@ TEST_F(ShotEditorHandTest, what_is_not_live_waits_for_its_button) {
   EXPECT_EQ(shot->GetName().size(), before.size() + 1);
 }
 
+class LowShotEditorTest : public ShotEditorPanelTest, public PanelHand {
+ protected:
+  static constexpr float FOOT = 200.0F;
+
+  void SetUp() override {
+    Open([this] { panel.Draw(RIGHT, TOP, FOOT); });
+  }
+  void DragDown(int way) {
+    constexpr int TITLE = 20;
+    Move(FIELD, TITLE);
+    Press(true, FIELD, TITLE);
+    Move(FIELD, TITLE + way);
+    Press(false, FIELD, TITLE + way);
+  }
+};
+
+TEST_F(LowShotEditorTest, ends_above_what_lies_below_it_also_where_it_has_been_moved_to) {
+  EXPECT_NEAR(panel.GetEdges()->foot, FOOT, 1.0F);
+  DragDown(40);
+  EXPECT_NEAR(panel.GetEdges()->foot, FOOT, 1.0F);
+  board.DeleteShot(shot);
+  Rest();
+  ASSERT_FALSE(panel.GetEdges().has_value());
+  ASSERT_NE(board.CreateSequence(), nullptr);
+  Rest();
+  EXPECT_NEAR(panel.GetEdges()->foot, FOOT, 1.0F) << "at its place again";
+}
+
 TEST_F(ShotEditorHandTest, its_cross_closes_it) {
   Click(static_cast<int>(RIGHT) - 14, static_cast<int>(TOP) + 12);
   EXPECT_FALSE(panel.IsPanelVisible());

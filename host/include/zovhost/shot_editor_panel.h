@@ -35,8 +35,8 @@ class ShotEditorPanel : public Korvane::ShotEditor {
   void TransferControls(bool toShot) override;
 
   /// Within a frame of the Gui. Its upper right corner stands there when it appears, in points from the top
-  /// left of the window; from there the user may move it. It is no higher than the room down to `foot`, and
-  /// is scrolled where that is too little; one that is not above the top leaves it as high as it is.
+  /// left of the window; from there the user may move it. It is no higher than its room down to `foot`, and
+  /// is scrolled where that is too little; a foot that is not below the top leaves it as high as it is.
   void Draw(float right, float top, float foot = 0.0F);
   bool IsPanelVisible() const { return visible; }
   /// Where it was drawn last; none: it was not.
@@ -75,6 +75,7 @@ class ShotEditorPanel : public Korvane::ShotEditor {
 
   Controls controls;
   std::optional<PageEdges> edges;
+  std::optional<float> topBefore;  // where it stood in the last frame
   double viewDistance = 1.0;  // from the eye to the centre, by which distances are dragged
   bool visible = false;
   bool previewing = false;

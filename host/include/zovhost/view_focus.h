@@ -112,6 +112,7 @@ class ViewFocus {
   bool sending = false;
   std::optional<bool> overlayBefore;       // what the cube has said of its buttons; none: it still says so
   std::optional<PixelPosition> pointedAt;  // a button of the cube
+  bool pointing = false;                   // there; the mouse has not moved since
   PixelPosition pointer;
   MouseButton pressedBy = MouseButton::Left;
   int framesToPress = 0;  // until what is pressed has seen the pointer come

@@ -48,18 +48,13 @@ class Search {
   Vector2 PlaceAtPointer() const {
     const double below = room.pointer.y - BELOW_POINTER * room.scale - room.half.y;
     const double y = below - room.half.y >= edge ? below : room.pointer.y + edge + room.half.y;
-    return KeepWithinSides({room.pointer.x + BESIDE_POINTER * room.scale + room.half.x, y});
+    return KeepWithin({room.pointer.x + BESIDE_POINTER * room.scale + room.half.x, y});
   }
 
-  // To the left and the right.
-  Vector2 KeepWithinSides(const Vector2& place) const {
-    const double most = room.viewport.x - edge - room.half.x;
-    return {std::max(std::min(place.x, most), edge + room.half.x), place.y};
-  }
   Vector2 KeepWithin(const Vector2& place) const {
-    const double most = room.viewport.y - edge - room.half.y;
-    const double y = std::max(std::min(place.y, most), edge + room.half.y);
-    return {KeepWithinSides(place).x, y};
+    const Vector2 least = room.half + Vector2(edge);
+    const Vector2 most = room.viewport - least;
+    return {std::max(std::min(place.x, most.x), least.x), std::max(std::min(place.y, most.y), least.y)};
   }
 
   void AddBesideThing(const Vector2& atPointer) {

@@ -93,6 +93,8 @@ std::optional<Box2> ViewFocus::FindStoryThing(PixelPosition at) {
 
 bool ViewFocus::OnEvent(const WindowEvent& event) {
   if (sending) return false;
+  if (event.type == Type::MouseMove) pointing = false;
+  if (event.type == Type::MouseLeave) pointedAt.reset();
   const bool wasActive = focus.IsActive();
   const bool used = focus.OnEvent(event);
   if (used || wasActive != focus.IsActive()) widgets.hub.RequestApplicationUpdate();

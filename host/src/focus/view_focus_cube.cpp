@@ -259,12 +259,15 @@ void ViewFocus::ShowCubeButtons() {
   widgets.hub.RequestApplicationUpdate();
 }
 
-// The arrows show where the pointer is near; a disc that is open would come along with it.
+// The arrows show where the pointer is near; a disc that is open would come along with it. A mouse that moves
+// has the pointer from then on, and it is not taken from the view when the focus goes.
 void ViewFocus::PointAtButton(const FocusThing* thing) {
   const bool isButton = thing != nullptr && thing->inSight && focus.GetGroup() == CUBE_BUTTONS_GROUP;
   const bool wanted = isButton && widgets.disc.GetActiveDisc() == Korvane::DiscType::None;
   const std::optional<PixelPosition> place = wanted ? std::optional(GetMiddle(thing->bounds)) : std::nullopt;
   if (std::exchange(pointedAt, place) == place) return;
+  const bool wasPointing = std::exchange(pointing, wanted);
+  if (!wanted && !wasPointing) return;
   Send(wanted ? Type::MouseMove : Type::MouseLeave, place.value_or(PixelPosition{-1, -1}));
   widgets.hub.RequestApplicationUpdate();
 }

@@ -170,11 +170,12 @@ void ShotEditorPanel::WriteShot(Shot& edited) const {
 
 void ShotEditorPanel::Draw(float right, float top, float foot) {
   edges.reset();
+  const std::optional<float> before = std::exchange(topBefore, std::nullopt);
   if (!visible || GetShot() == nullptr) return keys.Skip();
   const Layout layout = MakeLayout();
   const ImGuiStyle& look = ImGui::GetStyle();
   const float width = layout.column + layout.field + look.WindowPadding.x;
-  const float room = foot > top ? std::max(foot - top, LOWEST) : FLT_MAX;
+  const float room = foot > top ? std::max(foot - before.value_or(top), LOWEST) : FLT_MAX;
   PlaceNextPanel(right, top, 1.0F, 0.0F, false);
   ImGui::SetNextWindowSize(ImVec2(width + (scrolls ? look.ScrollbarSize : 0.0F), 0.0F));
   ImGui::SetNextWindowSizeConstraints(ImVec2(width, 0.0F), ImVec2(width + look.ScrollbarSize, room));
@@ -183,6 +184,7 @@ void ShotEditorPanel::Draw(float right, float top, float foot) {
                                      ImGuiWindowFlags_NoCollapse | ImGuiWindowFlags_NoFocusOnAppearing;
   if (ImGui::Begin(SayLabel("Shot"), &open, STYLE)) DrawControls(layout);
   edges = FindPageEdges();
+  if (!ImGui::IsWindowAppearing()) topBefore = ImGui::GetWindowPos().y;  // it is placed one frame later
   scrolls = ImGui::GetScrollMaxY() > 0.0F;
   if (keys.End() && !ofName) open = false;
   ofName = ofName && keys.AreHere();

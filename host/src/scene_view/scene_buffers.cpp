@@ -290,7 +290,7 @@ bool SceneBuffers::UploadVertices(const Scene& scene, const Plan& plan, const Pr
   }
   AppendEnd(plan.kind, piece);
   Fill(vertexBuffer, done, piece.data(), piece.size());
-  return true;
+  return progress(0.7, UPLOADING);
 }
 
 namespace {

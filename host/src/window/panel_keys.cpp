@@ -150,7 +150,7 @@ bool PanelKeys::Queue(const SDL_Event& event) {
   const SDL_Keycode key = event.key.keysym.sym;
   const bool down = event.type == SDL_KEYDOWN;
   if ((event.key.keysym.mod & OTHER_MODIFIERS) != 0 && down) return false;
-  if (down && LeadsOut(event.key)) {
+  if (down && keys.empty() && LeadsOut(event.key)) {
     Leave();
     return false;
   }
@@ -186,12 +186,18 @@ void PanelKeys::EndFrame() {
   if (textChanges || context.NavMoveSubmitted || !keys.empty() || !typed.empty()) settle();
 }
 
+// A Tab that leads out, and what waits behind it for whatever has the keys then, come once more.
+void PanelKeys::ComeAgain() {
+  for (SDL_Event& event : std::exchange(keys, {})) SDL_PushEvent(&event);
+}
+
 // By the place on the keyboard: Enter does what the space bar does, and a mirrored panel is read the other
 // way.
 void PanelKeys::Lead() {
   if (keys.empty()) return;
   SDL_Event event = keys.front();
   SDL_Keysym& key = event.key.keysym;
+  if (event.type == SDL_KEYDOWN && LeadsOut(event.key)) return ComeAgain();
   if (IsStep(event)) {
     keys.pop_front();
     panels.stops.Step(context, (key.mod & KMOD_SHIFT) != 0);
