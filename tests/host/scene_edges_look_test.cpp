@@ -164,6 +164,23 @@ TEST_F(SceneEdgesLook, a_solid_has_the_lines_of_the_same_mesh_with_a_hole_behind
   }
 }
 
+// It has no pixels of its own then.
+TEST_F(SceneEdgesLook, a_sheet_shows_as_a_line_from_its_edge) {
+  constexpr Size SIZE = {200, 200, 1.0};
+  SceneData data = BeginScene();
+  AddCuboid(data, {-4, -4, 0}, {4, 4, 1});
+  data.meshes[0].indices.resize(6);  // its lowest face
+  for (const double height : {0.0, 1e-4}) {
+    CameraParameters camera = From({0, -20, height}, SIZE);
+    const Image lines = Draw(data, camera, SIZE);
+    const Image none = Draw(data, camera, SIZE, false);
+    int dark = 0;
+    for (int y = 90; y < 110; ++y) dark += CountDarker(lines, none, 0, SIZE.width, y);
+    EXPECT_GT(dark, 90) << height;
+    EXPECT_LT(dark, 360) << height;
+  }
+}
+
 // Slats that are narrower than a few pixels would be black all over.
 TEST_F(SceneEdgesLook, lines_fade_where_they_are_denser_than_pixels) {
   SceneData data = BeginScene();

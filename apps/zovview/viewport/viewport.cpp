@@ -361,6 +361,7 @@ void Viewport::PerformFrame() {
   hub.PerformOperations();
   RunWaiting();
   renderer.SetCamera(hub.GetView());
+  if (renderer.IsFindingFace()) hub.RequestApplicationUpdate();
 }
 
 void Viewport::DrawWidgets() {

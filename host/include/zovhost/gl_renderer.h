@@ -67,10 +67,13 @@ class GLRenderer : public Korvane::Renderer {
   void SetSceneSphere(const SceneSphere& sphere);
   void SetSceneDraw(SceneDraw draw);
   void SetSceneRay(SceneRay ray);
-  /// Is called while faces are picked with highlighting, when the pointer comes to another face.
+  /// Is called while faces are picked with highlighting, when the pointer comes to another face. One of many
+  /// triangles is looked for by a thread of its own, and shown with the first camera after that.
   void SetFaceShow(FaceShow show);
-  /// Depths, rays and faces of a scene, which is borrowed; null forgets them. The depths are those of a
-  /// GLSceneView that shows the scene.
+  /// A face is looked for: draw frames on, so that it is shown.
+  bool IsFindingFace() const;
+  /// Depths, rays and faces of a scene, which is borrowed until another is set; null forgets them. The depths
+  /// are those of a GLSceneView that shows the scene.
   void SetScene(const Scene* scene);
 
   /// How often a placeholder has been drawn, for a picture that nobody had asked for or that the pack does

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -63,6 +64,7 @@ struct SceneFace {
 
 class FaceIndex;
 class RayIndex;
+struct FaceLimits;
 
 class RayAnswers;
 
@@ -114,6 +116,11 @@ class Scene {
   /// following a pointer costs only where the pointer comes to another face. False, with the face emptied,
   /// for a hit on no part of this scene.
   bool FindFace(const Hit& hit, SceneFace& face) const;
+  /// The same, which `stopped` breaks off: false then, with the face emptied.
+  bool FindFace(const Hit& hit, SceneFace& face, const std::atomic<bool>& stopped) const;
+  /// The same for a face that is found within a millisecond or two: one of some hundred triangles, or of a
+  /// mesh that needs no index. False for others, with the face emptied.
+  bool FindSmallFace(const Hit& hit, SceneFace& face) const;
   /// Has a thread of its own index the sides of large meshes, once: FindFace, which looks through all
   /// triangles of a mesh until then, takes about as long as the face is large afterwards, and finds the same.
   /// The thread gives way to LoadScene, which forks, and ends with this at the latest. Not while others call
@@ -126,6 +133,7 @@ class Scene {
   friend class SceneMaker;
   explicit Scene(SceneData);
   const SceneMesh& GetMesh(std::size_t part) const;
+  bool FindFace(const Hit& hit, SceneFace& face, const FaceLimits& limits) const;
 
   SceneData data;
   Korvane::Vector3 minimum;

@@ -76,7 +76,7 @@ class ShotEditorPanel : public Korvane::ShotEditor {
   Controls controls;
   std::optional<PageEdges> edges;
   std::optional<float> topBefore;  // where it stood in the last frame
-  double viewDistance = 1.0;  // from the eye to the centre, by which distances are dragged
+  double viewDistance = 1.0;       // from the eye to the centre, by which distances are dragged
   bool visible = false;
   bool previewing = false;
   bool recording = false;

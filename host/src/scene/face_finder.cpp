@@ -49,11 +49,15 @@ bool IsInPlane(const SceneMesh& mesh, std::size_t triangle, const Plane& plane) 
                      [&](const Vector3& corner) { return plane.Has(corner); });
 }
 
-// With the first, whatever its shape.
-std::vector<std::uint32_t> FindInPlane(const SceneMesh& mesh, const Plane& plane, std::uint32_t seed) {
+// With the first, whatever its shape. None where a limit is reached.
+std::vector<std::uint32_t> FindInPlane(const SceneMesh& mesh, const Plane& plane, std::uint32_t seed,
+                                       const FaceLimits& limits) {
+  constexpr std::size_t ROUNDS = std::size_t{1} << 16;  // between two looks
   std::vector<std::uint32_t> found;
   const std::size_t count = mesh.indices.size() / 3;
+  if (count > limits.looked) return {};
   for (std::size_t triangle = 0; triangle < count; ++triangle) {
+    if (triangle % ROUNDS == 0 && limits.AreReached()) return {};
     if (triangle == seed || IsInPlane(mesh, triangle, plane))
       found.push_back(static_cast<std::uint32_t>(triangle));
   }
@@ -109,6 +113,7 @@ std::vector<Side> GetSides(const SceneMesh& mesh, const std::vector<std::uint32_
 
 // Leaves those that are joined to `seed`, which is one of them.
 void KeepJoined(const SceneMesh& mesh, std::uint32_t seed, std::vector<std::uint32_t>& triangles) {
+  if (triangles.empty()) return;
   const std::vector<Side> sides = GetSides(mesh, triangles);
   Groups groups(triangles.size());
   for (std::size_t i = 1; i < sides.size(); ++i) {
@@ -125,13 +130,15 @@ void KeepJoined(const SceneMesh& mesh, std::uint32_t seed, std::vector<std::uint
 
 // ---- walking ----
 
+// None where a limit is reached.
 std::vector<std::uint32_t> WalkInPlane(const SceneMesh& mesh, const SideIndex& sides, const Plane& plane,
-                                       std::uint32_t seed) {
+                                       std::uint32_t seed, const FaceLimits& limits) {
   std::vector<std::uint32_t> found = {seed};
   std::vector<bool> seen(mesh.indices.size() / 3);
   seen[seed] = true;
   std::unordered_set<std::uint64_t> crowded;  // sides whose triangles have all been seen
   for (std::size_t i = 0; i < found.size(); ++i) {
+    if (found.size() > limits.walked || limits.AreReached()) return {};
     for (std::uint32_t own = 3 * found[i]; own < 3 * found[i] + 3; ++own) {
       const std::optional<std::uint64_t> side = sides.FindCrowdedSide(mesh, own);
       if (side.has_value() && !crowded.insert(*side).second) continue;
@@ -148,12 +155,13 @@ std::vector<std::uint32_t> WalkInPlane(const SceneMesh& mesh, const SideIndex& s
 
 }  // namespace
 
-void FindFaceOf(const SceneMesh& mesh, const SideIndex* sides, std::uint32_t triangle, SceneFace& face) {
+bool FindFaceOf(const SceneMesh& mesh, const SideIndex* sides, std::uint32_t triangle, SceneFace& face,
+                const FaceLimits& limits) {
   const Plane plane = GetPlane(GetCorners(mesh, triangle));
   if (sides != nullptr) {
-    face.triangles = WalkInPlane(mesh, *sides, plane, triangle);
+    face.triangles = WalkInPlane(mesh, *sides, plane, triangle, limits);
   } else {
-    face.triangles = FindInPlane(mesh, plane, triangle);
+    face.triangles = FindInPlane(mesh, plane, triangle, limits);
     KeepJoined(mesh, triangle, face.triangles);
   }
   face.corners.clear();
@@ -163,6 +171,7 @@ void FindFaceOf(const SceneMesh& mesh, const SideIndex* sides, std::uint32_t tri
       face.corners.insert(face.corners.end(), p, p + 3);
     }
   }
+  return !face.triangles.empty();
 }
 
 }  // namespace zovhost

@@ -10,7 +10,6 @@ namespace zovhost {
 
 namespace {
 
-constexpr std::size_t FEWEST_TRIANGLES = 20'000;      // fewer are looked through in less than a millisecond
 constexpr std::size_t ROUNDS = std::size_t{1} << 16;  // between two looks
 
 std::uint32_t CountBytes(std::uint32_t number) {

@@ -105,6 +105,9 @@ class SideIndex {
 /// The sides of all meshes that are large enough to need it, made once by a thread of its own.
 class FaceIndex {
  public:
+  /// Fewer of a mesh are looked through in less than a millisecond.
+  static constexpr std::size_t FEWEST_TRIANGLES = 20'000;
+
   /// Begins. `meshes` outlive this.
   explicit FaceIndex(const std::vector<SceneMesh>& meshes);
 

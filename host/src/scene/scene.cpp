@@ -21,6 +21,7 @@ namespace {
 // What both a graphics card and the ray index still hold; guards against a small file that places a large
 // mesh over and over.
 constexpr std::size_t MOST_TRIANGLES = 64'000'000;
+constexpr std::size_t FEW_TRIANGLES = 300;  // of a face, found by walking in a millisecond or two
 
 bool IsIndex(int index, std::size_t count) { return index >= 0 && static_cast<std::size_t>(index) < count; }
 
@@ -128,7 +129,17 @@ bool Scene::IntersectTriangles(const Vector3& origin, const Vector3& direction, 
   return rays->Intersect(origin, direction, hit);
 }
 
-bool Scene::FindFace(const Hit& hit, SceneFace& face) const {
+bool Scene::FindFace(const Hit& hit, SceneFace& face) const { return FindFace(hit, face, FaceLimits()); }
+
+bool Scene::FindFace(const Hit& hit, SceneFace& face, const std::atomic<bool>& stopped) const {
+  return FindFace(hit, face, FaceLimits{.stopped = &stopped});
+}
+
+bool Scene::FindSmallFace(const Hit& hit, SceneFace& face) const {
+  return FindFace(hit, face, FaceLimits{.walked = FEW_TRIANGLES, .looked = FaceIndex::FEWEST_TRIANGLES});
+}
+
+bool Scene::FindFace(const Hit& hit, SceneFace& face, const FaceLimits& limits) const {
   const auto part = static_cast<std::size_t>(hit.part);
   const bool exists =
       hit.part >= 0 && part < data.parts.size() && hit.triangle < GetMesh(part).indices.size() / 3;
@@ -142,8 +153,9 @@ bool Scene::FindFace(const Hit& hit, SceneFace& face) const {
   face.part = hit.part;
   const auto mesh = static_cast<std::size_t>(data.parts[part].mesh);
   const SideIndex* const sides = faces != nullptr ? faces->Find(mesh) : nullptr;
-  FindFaceOf(data.meshes[mesh], sides, hit.triangle, face);
-  return true;
+  const bool found = FindFaceOf(data.meshes[mesh], sides, hit.triangle, face, limits);
+  if (!found) face = {};
+  return found;
 }
 
 void Scene::PrepareFaces() {

@@ -112,6 +112,18 @@ vec2 Reach(vec4 face, vec4 middle, vec2 along, float depthAlong) {
   return vec2(dot(pixels, vec2(along.y, -along.x)), change.z - depthAlong * dot(pixels, along));
 }
 
+// In pixels, seen from before it.
+float Breadth(vec4 face, float w) {
+  vec3 across = vec3(matrix[0].x, matrix[1].x, matrix[2].x);
+  return exp2(face.w * 16.0) * distance(from, to) * length(across) * viewport.x * 0.5 / w;
+}
+
+// How much room for a line its faces give. That at a border, which has but one, is all that is seen of a sheet
+// from its edge.
+float FindRoom(vec2 first, vec2 other, float w) {
+  return firstFace == otherFace ? Breadth(firstFace, w) : max(abs(first.x), abs(other.x));
+}
+
 // Half a line's width into a face. Of one that is all but seen from its side that is not far, since where such
 // a face begins and ends falls into one pixel.
 float DepthAt(vec2 reach, float w) {
@@ -154,7 +166,7 @@ void main() {
   vec2 first = Reach(firstFace, middle, along, depthAlong);
   vec2 other = Reach(otherFace, middle, along, depthAlong);
   strength = smoothstep(2.0, 14.0, size / scale) *
-             smoothstep(1.0, 4.0, max(abs(first.x), abs(other.x)) / scale);
+             smoothstep(1.0, 4.0, FindRoom(first, other, middle.w) / scale);
   if (strength == 0.0 || (facing * first.x > 0.0 && facing * other.x < 0.0)) {
     gl_Position = vec4(2.0, 2.0, 2.0, 1.0);
     return;

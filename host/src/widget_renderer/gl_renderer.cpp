@@ -99,6 +99,7 @@ void GLRenderer::SetDisplayScale(double scale) {
 void GLRenderer::SetCamera(const CameraParameters& camera) {
   impl->camera = camera;
   impl->hasCamera = true;
+  if (impl->face.Update()) impl->ShowFace();
 }
 
 void GLRenderer::SetSceneSphere(const SceneSphere& sphere) { impl->depths = SceneDepths(sphere); }

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "pictures/label_styles.h"
+#include "scene/pointed_face.h"
 #include "scene/scene_depths.h"
 #include "widget_renderer/ball_painter.h"
 #include "widget_renderer/gl_painter.h"
@@ -63,8 +64,9 @@ class GLRenderer::Impl {
   // Faces are being picked.
   bool picksFaces = false;
   bool showsFaces = false;
-  SceneFace face;  // the last one shown
-  void ShowFace(const Scene::Hit* hit);
+  PointedFace face;
+  void PointAtFace(const Scene::Hit* hit);
+  void ShowFace();
 
   bool created = false;
   GLPainter painter;

@@ -64,7 +64,7 @@ bool GLRenderer::GetMouseoverComponent(Vector2 pixel, Vector3& point, Vector3& n
   const PixelRectangle& area = impl->viewport;
   const bool found = projection.PixelToRay(pixel, area.width, area.height, origin, direction) &&
                      impl->scene->Intersect(origin, direction, hit);
-  impl->ShowFace(found ? &hit : nullptr);
+  impl->PointAtFace(found ? &hit : nullptr);
   if (!found) return false;
   point = hit.point;
   normal = hit.fromBehind ? -hit.normal : hit.normal;
@@ -73,17 +73,19 @@ bool GLRenderer::GetMouseoverComponent(Vector2 pixel, Vector3& point, Vector3& n
 
 bool GLRenderer::EndMouseoverComponent() {
   if (!impl->picksFaces) return false;
-  impl->ShowFace(nullptr);
+  impl->PointAtFace(nullptr);
   impl->picksFaces = impl->showsFaces = false;
   return true;
 }
 
-void GLRenderer::Impl::ShowFace(const Scene::Hit* hit) {
-  if (!showsFaces || !faceShow) return;
-  if (hit != nullptr && scene->FindFace(*hit, face)) return faceShow(&face);
-  if (face.part < 0) return;
-  face = {};
-  faceShow(nullptr);
+bool GLRenderer::IsFindingFace() const { return impl->face.IsSearching(); }
+
+void GLRenderer::Impl::PointAtFace(const Scene::Hit* hit) {
+  if (showsFaces && face.Point(*scene, hit)) ShowFace();
+}
+
+void GLRenderer::Impl::ShowFace() {
+  if (faceShow) faceShow(face.Get());
 }
 
 }  // namespace zovhost
