@@ -41,7 +41,7 @@ bool UndoQueue::Undo() {
   running = true;
   const bool done = Run(*command, &UndoCommand::Undo, true);
   if (alive) running = false;
-  if (alive && !done && CanRedo() && commands[cursor] == command) ++cursor;
+  if (alive && !done && CanRedo()) ++cursor;
   return done;
 }
 
@@ -52,7 +52,7 @@ bool UndoQueue::Redo() {
   running = true;
   const bool done = Run(*command, &UndoCommand::Redo, false);
   if (alive) running = false;
-  if (alive && done && CanRedo() && commands[cursor] == command) ++cursor;
+  if (alive && done && CanRedo()) ++cursor;
   return done;
 }
 

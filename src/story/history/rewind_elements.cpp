@@ -207,15 +207,16 @@ bool RewindElements::Step(int way) {
     strip.layoutStale = true;
     return true;
   }
-  return Holds(current + way) && Choose(current + way);
+  if (!Holds(current + way)) return false;
+  Choose(current + way);
+  return true;
 }
 
-bool RewindElements::Choose(int index) {
-  if (index == current) return true;
+void RewindElements::Choose(int index) {
+  if (index == current) return;
   current = selected = index;
   strip.layoutStale = true;
   TellCurrent();
-  return true;
 }
 
 void RewindElements::Advance() {
