@@ -26,7 +26,14 @@ class TellingRenderer : public CountingRenderer {
     return destroyed;
   }
 
+  DynamicIcon2D* CreateTextLabel(const wchar_t* text, float size, int width, int height) override {
+    DynamicIcon2D* const made = CountingRenderer::CreateTextLabel(text, size, width, height);
+    if (onMade) onMade();
+    return made;
+  }
+
   std::function<void()> onDestroy;
+  std::function<void()> onMade;
 };
 
 std::unique_ptr<ShotSpecification> MakeShot() {
@@ -106,6 +113,15 @@ TEST_F(StoryPicturesTest, are_not_made_without_a_renderer_or_of_a_sequence_witho
   Sequence sequence;
   pictures.MakeThumbnail(sequence);
   EXPECT_EQ(first.GetLiveIconCount(), 0);
+}
+
+TEST_F(StoryPicturesTest, that_nobody_holds_any_more_once_they_are_made_go_back) {
+  pictures.SetRenderer(&first);
+  const std::unique_ptr<ShotSpecification> shot = MakeShot();
+  first.onMade = [this] { pictures.GiveAllBack(); };
+  Make(*shot);
+  EXPECT_EQ(first.GetLiveIconCount(), 0);
+  EXPECT_EQ(pictures.GetLabel(shot.get()), nullptr);
 }
 
 TEST_F(StoryPicturesTest, are_not_asked_of_a_renderer_that_ends_while_it_takes_one_back) {

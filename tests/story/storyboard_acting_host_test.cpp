@@ -1,6 +1,6 @@
 // What the user does with a storyboard, with a host that does something itself within one of the calls that
 // the panel makes meanwhile: in each of them in turn. It may delete the panel in those that are not the
-// renderer's.
+// renderer's; outside of a pass that does no harm either.
 #include <gtest/gtest.h>
 
 #include <initializer_list>
@@ -16,6 +16,38 @@ using namespace Korvane;
 
 namespace {
 
+/// Acts in the calls of a pass, and apart from them in those that make pictures and texts.
+class PanelRenderer : public ActingRenderer {
+ public:
+  PanelRenderer(ActingHost& drawing, ActingHost& makes) : ActingRenderer(drawing), making(makes) {}
+
+  bool LoadTexture(TextureID id) override { return Tell(CountingRenderer::LoadTexture(id)); }
+  void ReleaseTexture(TextureID id) override {
+    CountingRenderer::ReleaseTexture(id);
+    making.Call();
+  }
+  std::wstring LoadStringResource(int id) override { return Tell(CountingRenderer::LoadStringResource(id)); }
+  DynamicIcon2D* CreateSceneScreenshot(int width, int height, const CameraParameters& camera) override {
+    return Tell(CountingRenderer::CreateSceneScreenshot(width, height, camera));
+  }
+  DynamicIcon2D* CreateTextLabel(const wchar_t* text, float size, int width, int height) override {
+    return Tell(CountingRenderer::CreateTextLabel(text, size, width, height));
+  }
+  DynamicIcon2D* CreateMessageHUD(const wchar_t* text) override {
+    return Tell(CountingRenderer::CreateMessageHUD(text));
+  }
+  bool DestroyIcon(DynamicIcon2D*& icon) override { return Tell(CountingRenderer::DestroyIcon(icon)); }
+
+ private:
+  template <class Answer>
+  Answer Tell(Answer answer) {
+    making.Call();
+    return answer;
+  }
+
+  ActingHost& making;
+};
+
 struct Stage {
   Stage() {
     hub.GetApplicationParameters().viewport_width = 1000;
@@ -25,6 +57,7 @@ struct Stage {
     board->Create();
     board->SetVisible(true);
     board->AddObserver(&observer);
+    board->AddObserver(&lastObserver);
     for (int sequence = 0; sequence < 2; ++sequence) AddSequence(2);
     for (int i = 0; i < 8; ++i) Frame();  // until the pictures are made
     board->SetSelectedSequence(board->GetStory()->GetFirstSequence());
@@ -106,17 +139,19 @@ struct Stage {
 
   ManualPlatform platform;
   ActingHost calls;    // but for those of the renderer
-  ActingHost drawing;  // those
+  ActingHost drawing;  // those of a pass
+  ActingHost making;   // and those of pictures and texts
   Journal journal;
   MischievousHub<ActingHost> hub{calls, LookAt({0, 0, 10}, {0, 0, 0}, {0, 1, 0})};
   MischievousHub<ActingHost> otherHub{calls, LookAt({0, 0, 10}, {0, 0, 0}, {0, 1, 0})};
-  ActingRenderer renderer{drawing};
-  ActingRenderer otherRenderer{drawing};
+  PanelRenderer renderer{drawing, making};
+  PanelRenderer otherRenderer{drawing, making};
   RecordingHistory history;
   std::unique_ptr<UndoQueue> queue = std::make_unique<UndoQueue>();
   std::unique_ptr<JournalEditor> editor = std::make_unique<JournalEditor>(journal);
   std::unique_ptr<OpenStoryboard> board = std::make_unique<OpenStoryboard>();
   JournalStoryObserver observer{board.get(), journal};
+  JournalStoryObserver lastObserver{board.get(), journal};
 };
 
 // ---- what the user does ----
@@ -162,6 +197,9 @@ void PlayShots(Stage& s) {
   s.Do([&] { s.board->PreviewShot(s.GetShot(), false); });
   s.Frames(5, 150);
   s.Do([&] { s.board->PreviewShot(s.GetShot(), true); });
+  s.Do([&] { s.board->PlaybackSingleShot(s.GetShot(1)); });
+  s.Frame();
+  s.Do([&] { s.board->PreviewShot(s.GetShot(), true); });
   s.Frames(4, 150);
   s.Do([&] { s.board->PausePlayback(); });
   s.Do([&] { s.board->EditShot(s.GetShot(1)); });
@@ -178,6 +216,7 @@ void ClickAround(Stage& s) {
   s.ClickSequence(0, Storyboard::SLIDE_PLAY);
   s.ClickTitle(Storyboard::TITLE_STOP);
   s.ClickSequence(0, Storyboard::SLIDE_TARGET);
+  s.ClickSequence(0, Storyboard::SLIDE_ITSELF);
   s.ClickShot(0, Storyboard::SLIDE_ITSELF);
   s.ClickShot(1, Storyboard::SLIDE_PLAY);
   s.ClickTitle(Storyboard::TITLE_PLAY);
@@ -348,7 +387,7 @@ struct Act {
   bool isForRenderer = true;  // may be done in its calls as well
 };
 constexpr Act ACTS[] = {
-    {"deletes_the_panel", [](Stage& s) { s.board.reset(); }},
+    {"deletes_the_panel", [](Stage& s) { s.board.reset(); }, false},
     {"takes_the_hub", [](Stage& s) { s.Do([&] { s.board->SetKorvane(nullptr); }); }},
     {"takes_the_renderer", [](Stage& s) { s.Do([&] { s.board->SetRenderer(nullptr); }); }},
     {"takes_the_editor", [](Stage& s) { s.Do([&] { s.board->SetShotEditor(nullptr); }); }},
@@ -386,6 +425,14 @@ constexpr Act ACTS[] = {
      }},
     {"creates_a_sequence", [](Stage& s) { s.Do([&] { s.board->CreateSequence(); }); }},
     {"creates_again", [](Stage& s) { s.Do([&] { s.board->Create(); }); }},
+    {"fills_what_is_new_and_takes_the_editor",
+     [](Stage& s) {
+       s.Do([&] { s.board->SetShotEditor(nullptr); });
+       Story* const story = s.board != nullptr ? s.board->GetStory() : nullptr;
+       if (story == nullptr || story->GetSequenceCount() == 0) return;
+       Sequence* const last = story->GetSequence(story->GetSequenceCount() - 1);
+       if (last->IsEmpty()) last->AddShot(new ShotSpecification(s.hub.view));
+     }},
     {"presses_elsewhere",
      [](Stage& s) {
        s.Do([&] { s.board->OnLeftMouseUp(1, 1); });
@@ -419,9 +466,8 @@ long RunWith(const Use& use, ActingHost Stage::*host, const Act& act, long numbe
   Rest(stage);
   EXPECT_FALSE(stage.hub.IsOperationActive(OPERATION_ALL));
   EXPECT_FALSE(stage.otherHub.IsOperationActive(OPERATION_ALL));
-  EXPECT_TRUE(stage.board != nullptr || !act.isForRenderer);
   stage.board.reset();
-  for (const ActingRenderer* const each : {&stage.renderer, &stage.otherRenderer}) {
+  for (const PanelRenderer* const each : {&stage.renderer, &stage.otherRenderer}) {
     EXPECT_EQ(each->GetLiveIconCount(), 0);
     EXPECT_EQ(each->GetForeignDestroyCount(), 0);
     EXPECT_EQ(each->begun, each->ended);
@@ -441,6 +487,15 @@ TEST_P(ActingHostTest, may_do_it_while_the_panel_is_drawn) {
   const Act& act = ACTS[std::get<1>(GetParam())];
   if (!act.isForRenderer) return;
   TryInEachCall([&](long number) { return RunWith(use, &Stage::drawing, act, number); }, STRIDE);
+}
+
+TEST_P(ActingHostTest, may_do_it_while_pictures_and_texts_are_made) {
+  constexpr long STRIDE = 17;
+  const Use& use = USES[std::get<0>(GetParam())];
+  const Act& act = ACTS[std::get<1>(GetParam())];
+  const bool deletes = &act == ACTS;
+  if (!act.isForRenderer && !deletes) return;
+  TryInEachCall([&](long number) { return RunWith(use, &Stage::making, act, number); }, deletes ? 1 : STRIDE);
 }
 
 INSTANTIATE_TEST_SUITE_P(Uses, ActingHostTest,
