@@ -71,7 +71,7 @@ bool Cam3DController::Create() {
   Renderer* const renderer = now->partners.renderer.Get();
   if (renderer == nullptr) return false;
   now->note.Take(*renderer);
-  if (now && now->partners.renderer.Get() == renderer) renderer->ApplyTextureUsage();
+  if (now->partners.renderer.Get() == renderer) renderer->ApplyTextureUsage();
   return true;
 }
 

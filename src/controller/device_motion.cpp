@@ -1,5 +1,6 @@
 #include "controller/device_motion.h"
 
+#include <algorithm>
 #include <limits>
 #include <utility>
 
@@ -36,7 +37,7 @@ bool DeviceMotion::EndOther(CameraOperations& occupied) {
   const Lifeline::Watch goesOn(life);
   for (int tries = 0; tries < 3 && occupied.IsOperationActive(OPERATION_CAM3D_CONTROLLER); ++tries) {
     occupied.EndOperation(OPERATION_CAM3D_CONTROLLER);
-    if (!goesOn || hub.Get() == nullptr) return false;
+    if (!goesOn) return false;
   }
   return !occupied.IsOperationActive(OPERATION_CAM3D_CONTROLLER);
 }
@@ -100,7 +101,7 @@ void DeviceMotion::SetApplicationParameters(CameraOperations& lender) {
 
 bool DeviceMotion::Perform(const Vector3& translation, const Vector3& rotation) {
   const bool isThere = operating && partners.hub.Get() != nullptr;
-  if (IsRunning() && beginning && hub.Get() != nullptr) Adopt(*hub.Get());
+  if (IsRunning() && beginning) Adopt(*hub.Get());
   if (IsRunning() && IsOwnOperationActive()) {
     Step(translation, rotation);
   } else if (IsRunning() && !beginning) {
@@ -122,8 +123,8 @@ void DeviceMotion::Step(const Vector3& translation, const Vector3& rotation) {
 void DeviceMotion::CountRotation(const Vector3& rotation) {
   if (rotation == Vector3::Zero) {
     movingFrames = 0;
-  } else if (movingFrames < std::numeric_limits<int>::max()) {
-    ++movingFrames;
+  } else {
+    movingFrames = std::min(movingFrames, std::numeric_limits<int>::max() - 1) + 1;
   }
 }
 
@@ -181,8 +182,7 @@ void DeviceMotion::BreakOff() {
 }
 
 void DeviceMotion::EndWatch::OnEndOperation(OperationType type) {
-  if (type != OPERATION_CAM3D_CONTROLLER || !motion.IsRunning()) return;
-  if (!motion.IsOwnOperationActive()) motion.BreakOff();
+  if (type == OPERATION_CAM3D_CONTROLLER && !motion.IsOwnOperationActive()) motion.BreakOff();
 }
 
 // What is to end is taken out first, since each call out may bring about the end of whoever holds the motion.
@@ -190,7 +190,7 @@ void DeviceMotion::EndWatch::OnEndOperation(OperationType type) {
 void DeviceMotion::Close(Device device) {
   state = State::Closing;
   life.Cut();
-  if (std::exchange(beginning, false) && hub.Get() != nullptr) Adopt(*hub.Get());
+  if (std::exchange(beginning, false)) Adopt(*hub.Get());
   const Lifeline::Watch alive(existence);
   const Borrowed<CameraOperations> open(hub.Get());
   const Borrowed<Cam3DControllerOperation> ending(operation.Get());

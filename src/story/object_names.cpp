@@ -63,7 +63,8 @@ std::wstring FormatName(const std::wstring& format, unsigned number) {
 
 std::wstring LoadNameFormat(Renderer* renderer, StringID id, const wchar_t* otherwise) {
   const std::wstring format = renderer != nullptr ? renderer->LoadStringResource(id) : std::wstring();
-  return format.empty() ? otherwise : format;
+  if (format.empty()) return otherwise;
+  return format;
 }
 
 }  // namespace Korvane

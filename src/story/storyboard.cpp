@@ -97,6 +97,7 @@ void Storyboard::TakePictures() {
     };
     now->walk.beginMessage.Take(*renderer.Get(), STRING_RECORD_WALK);
     if (isWanted()) now->walk.upDownMessage.Take(*renderer.Get(), STRING_WALK);
+    if (!now) now->GiveMessagesBack();
     if (!isWanted()) return;
     if (now->walk.recorder != nullptr) now->LendMessages(*now->walk.recorder);
     for (int i = 0; i < STORY_MESSAGE_COUNT; ++i) {

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <optional>
 #include <utility>
 
 #include "foundation/out_of_memory.h"
@@ -92,12 +93,9 @@ void StoryboardParts::MoveMouse(int x, int y) {
 
 // Where memory runs out the panel shows no slides, until it does not.
 bool StoryboardParts::Refresh() {
-  try {
-    return RefreshSlides();
-  } catch (const std::bad_alloc&) {
-    slides.Forget();
-    return true;
-  }
+  const std::optional<bool> changed = OrFail([this] { return std::optional(RefreshSlides()); });
+  if (!changed) slides.Forget();
+  return changed.value_or(true);
 }
 
 bool StoryboardParts::RefreshSlides() {

@@ -41,7 +41,7 @@ bool UndoQueue::Undo() {
   running = true;
   const bool done = Run(*command, &UndoCommand::Undo, true);
   if (alive) running = false;
-  if (alive && !done && CanRedo() && commands[cursor] == command) ++cursor;
+  if (alive && !done && CanRedo()) ++cursor;
   return done;
 }
 
@@ -52,20 +52,21 @@ bool UndoQueue::Redo() {
   running = true;
   const bool done = Run(*command, &UndoCommand::Redo, false);
   if (alive) running = false;
-  if (alive && done && CanRedo() && commands[cursor] == command) ++cursor;
+  if (alive && done && CanRedo()) ++cursor;
   return done;
 }
 
 void UndoQueue::Add(UndoCommand* command, bool run) {
   if (command == nullptr) return;
   const Lifeline::Watch alive(lifeline);
-  const std::shared_ptr<UndoCommand> added = OrFail([&] {
-    std::shared_ptr<UndoCommand> owned(command);
+  std::shared_ptr<UndoCommand> added;
+  const bool kept = OrFail([&] {
+    added.reset(command);
     while (alive && CanRedo()) DropFrom(cursor);
-    if (alive) commands.push_back(owned);
-    return owned;
+    if (alive) commands.push_back(added);
+    return true;
   });
-  if (added == nullptr || !alive) return;
+  if (!kept || !alive) return;
   cursor = commands.size();
   if (!run) return;
   const bool before = std::exchange(running, true);

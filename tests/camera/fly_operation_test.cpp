@@ -662,6 +662,8 @@ TEST_F(Fly, does_nothing_without_a_hub) {
   EXPECT_TRUE(SameBits(camera, before));
   EXPECT_TRUE(operation.IsInDeadZone());
   EXPECT_EQ(operation.GetWalkCursorID(), 6);
+  EXPECT_TRUE(operation.IsMovingRight());  // nobody says how far the dead zone reaches
+  EXPECT_FALSE(operation.IsMovingLeft());
 }
 
 TEST_F(Fly, a_viewport_without_size_neither_moves_nor_turns) {

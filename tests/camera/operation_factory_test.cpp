@@ -51,6 +51,22 @@ class FreeKind {
 
 }  // namespace
 
+TEST(OperationFactory, no_kind_moves_a_camera_without_a_hub) {
+  const CameraParameters before = LookAt({0, 0, 10}, {0, 0, 0}, {0, 1, 0});
+  for (int type = 0; type < OPERATION_KIND_COUNT; ++type) {
+    const auto operation = Operation::CreateOperation(static_cast<OperationType>(type));
+    ASSERT_NE(operation, nullptr) << type;
+    operation->InitOperation(10, 20, nullptr);
+    operation->UpdateCursor(400, 300);
+    operation->UpdateKey(KEY_UP, true);
+    CameraParameters camera = before;
+    operation->PerformOperation(0.1, camera);
+    EXPECT_EQ(camera.eye, before.eye) << type;
+    EXPECT_EQ(camera.centre, before.centre) << type;
+    EXPECT_EQ(camera.ortho_width, before.ortho_width) << type;
+  }
+}
+
 TEST(OperationFactory, kinds_have_their_numbers) {
   EXPECT_EQ(sizeof(OperationType), 4U);
   EXPECT_EQ(static_cast<int>(OPERATION_PAN), 0);

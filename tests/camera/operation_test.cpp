@@ -215,6 +215,16 @@ TEST(OperationBase, cursors_at_both_ends_of_int_do_not_overflow) {
   EXPECT_EQ(wy, -4294967295.0);
 }
 
+TEST(OperationBase, without_a_hub_there_is_no_motion) {
+  OpenOperation o;
+  o.InitOperation(0, 0, nullptr);
+  double wx = 1.0;
+  double wy = 1.0;
+  o.GetCursorMotion({0, 0}, {100, 100}, wx, wy);
+  EXPECT_EQ(wx, 0.0);
+  EXPECT_EQ(wy, 0.0);
+}
+
 TEST(OperationUpDirection, is_the_y_axis_without_a_hub) {
   OpenOperation o;
   EXPECT_EQ(o.GetUpDirection(), Vector3(0, 1, 0));

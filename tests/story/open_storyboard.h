@@ -38,7 +38,8 @@ class JournalEditor : public Korvane::ShotEditor {
  private:
   void Note(const std::string& what, bool value) {
     journal.Add(what + (value ? "1" : "0"));
-    if (onCall) onCall();
+    const std::function<void()> running(onCall);  // which may destroy the editor
+    if (running) running();
   }
 
   Journal& journal;
@@ -82,14 +83,23 @@ class OpenStoryboard : public Korvane::Storyboard {
   using Storyboard::GetParts;
 };
 
+template <typename Object>
+Object* PointerTo(Object& object) {
+  return &object;
+}
+template <typename Object>
+Object* PointerTo(std::unique_ptr<Object>& object) {
+  return object.get();
+}
+
 /// Gives the storyboard of a stage everything that it can be given, and its place.
 template <typename Stage>
 void FurnishBoard(Stage& stage) {
   stage.board->SetKorvane(&stage.hub);
   stage.board->SetRenderer(&stage.renderer);
   stage.board->SetRewindHistory(&stage.history);
-  stage.board->SetShotEditor(&stage.editor);
-  stage.board->SetUndoQueue(&stage.queue);
+  stage.board->SetShotEditor(PointerTo(stage.editor));
+  stage.board->SetUndoQueue(PointerTo(stage.queue));
   stage.board->SetPosition(0, 0);
   stage.board->SetViewportSize(1000, 600);
 }

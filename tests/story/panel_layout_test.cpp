@@ -145,6 +145,23 @@ TEST(PanelLayout, the_selected_sequence_lies_above_and_the_others_toward_it) {
   EXPECT_TRUE(IsFirstAboveSecondSequence(1, 0, 2));
   EXPECT_TRUE(IsFirstAboveSecondSequence(3, 4, 2));
   EXPECT_TRUE(IsFirstAboveSecondSequence(0, 1, -1));
+  EXPECT_TRUE(IsFirstAboveSecondSequence(3, 1, 2));
+  EXPECT_FALSE(IsFirstAboveSecondSequence(1, 3, 2));
+}
+
+TEST(PanelLayout, the_later_shot_lies_above_where_either_is_on_the_left_stack) {
+  Shots slides(4);
+  slides[0].stackedLeft = slides[1].stackedLeft = true;
+  EXPECT_TRUE(IsFirstAboveSecondShot(slides, 1, 0));
+  EXPECT_TRUE(IsFirstAboveSecondShot(slides, 2, 1));
+  EXPECT_FALSE(IsFirstAboveSecondShot(slides, 1, 2));
+  EXPECT_TRUE(IsFirstAboveSecondShot(slides, 2, 3));
+  EXPECT_FALSE(IsFirstAboveSecondShot(slides, 3, 2));
+}
+
+TEST(PanelLayout, a_row_without_shots_takes_no_room) {
+  const Box2 row = GetShotRow(ROOM, {});
+  EXPECT_EQ(row.halfExtent, Vector2());
 }
 
 // The square root of twice the square: 3 / sqrt(2) is between 2 and 3.

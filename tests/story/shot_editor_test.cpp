@@ -86,6 +86,32 @@ TEST_F(ShotEditorTest, a_shot_that_is_gone_is_not_saved) {
   EXPECT_EQ(journal.Take(), (Lines{"editor transfers 0"}));
 }
 
+TEST_F(ShotEditorTest, asks_its_storyboard_whether_a_walk_can_be_recorded_and_is) {
+  EXPECT_TRUE(editor.CanRecordWalk());
+  EXPECT_FALSE(editor.IsRecordingWalk());
+  ASSERT_TRUE(board->BeginRecordWalk());
+  EXPECT_FALSE(editor.CanRecordWalk());
+  EXPECT_TRUE(editor.IsRecordingWalk());
+  const JournalEditor alone(journal);
+  EXPECT_FALSE(alone.CanRecordWalk());
+  EXPECT_FALSE(alone.IsRecordingWalk());
+}
+
+TEST_F(ShotEditorTest, takes_a_walk_only_for_a_shot_in_a_sequence) {
+  const WalkRecorder walk;
+  const auto type = first->GetShotType();
+  editor.SetShot(nullptr, first);
+  editor.WalkRecorded(&walk);
+  EXPECT_EQ(first->GetShotType(), type);
+  editor.SetShot(sequence, first);
+  editor.WalkRecorded(nullptr);
+  EXPECT_EQ(first->GetShotType(), type);
+  JournalEditor alone(journal);
+  alone.SetShot(sequence, first);
+  alone.WalkRecorded(&walk);
+  EXPECT_EQ(first->GetShotType(), ShotSpecification::SHOT_RECORDED_WALK);
+}
+
 // ---- saving ----
 
 TEST_F(ShotEditorTest, saving_stops_what_plays_and_makes_the_picture_anew) {

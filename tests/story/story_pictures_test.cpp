@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "korvane/shot_specification.h"
+#include "korvane/story.h"
 #include "support/cameras.h"
 #include "support/counting_renderer.h"
 
@@ -20,11 +21,19 @@ class TellingRenderer : public CountingRenderer {
  public:
   bool DestroyIcon(DynamicIcon2D*& icon) override {
     const bool destroyed = CountingRenderer::DestroyIcon(icon);
-    if (onDestroy) onDestroy();
+    const std::function<void()> running(onDestroy);  // which may end the renderer
+    if (running) running();
     return destroyed;
   }
 
+  DynamicIcon2D* CreateTextLabel(const wchar_t* text, float size, int width, int height) override {
+    DynamicIcon2D* const made = CountingRenderer::CreateTextLabel(text, size, width, height);
+    if (onMade) onMade();
+    return made;
+  }
+
   std::function<void()> onDestroy;
+  std::function<void()> onMade;
 };
 
 std::unique_ptr<ShotSpecification> MakeShot() {
@@ -94,6 +103,44 @@ TEST_F(StoryPicturesTest, go_back_to_whoever_has_made_them_though_the_renderer_i
   EXPECT_EQ(second.GetLiveIconCount(), 0);
   EXPECT_EQ(first.GetForeignDestroyCount(), 0);
   EXPECT_EQ(second.GetForeignDestroyCount(), 0);
+}
+
+TEST_F(StoryPicturesTest, are_not_made_without_a_renderer_or_of_a_sequence_without_a_shot) {
+  const std::unique_ptr<ShotSpecification> shot = MakeShot();
+  Make(*shot);
+  EXPECT_TRUE(pictures.FindLack(*shot).label);
+  pictures.SetRenderer(&first);
+  Sequence sequence;
+  pictures.MakeThumbnail(sequence);
+  EXPECT_EQ(first.GetLiveIconCount(), 0);
+}
+
+TEST_F(StoryPicturesTest, that_nobody_holds_any_more_once_they_are_made_go_back) {
+  pictures.SetRenderer(&first);
+  const std::unique_ptr<ShotSpecification> shot = MakeShot();
+  first.onMade = [this] { pictures.GiveAllBack(); };
+  Make(*shot);
+  EXPECT_EQ(first.GetLiveIconCount(), 0);
+  EXPECT_EQ(pictures.GetLabel(shot.get()), nullptr);
+}
+
+TEST_F(StoryPicturesTest, are_not_asked_of_a_renderer_that_ends_while_it_takes_one_back) {
+  for (const bool labels : {false, true}) {
+    auto mortal = std::make_unique<TellingRenderer>();
+    const std::unique_ptr<ShotSpecification> shot = MakeShot();
+    pictures.SetRenderer(mortal.get());
+    Make(*shot);
+    mortal->onDestroy = [&] { mortal.reset(); };
+    if (labels) {
+      pictures.MakeLabel(*shot);
+    } else {
+      pictures.MakeThumbnail(*shot);
+    }
+    EXPECT_EQ(mortal, nullptr);
+    EXPECT_EQ(pictures.GetThumbnail(shot.get()), nullptr);
+    EXPECT_EQ(pictures.GetLabel(shot.get()), nullptr);
+    pictures.SetRenderer(nullptr);
+  }
 }
 
 }  // namespace

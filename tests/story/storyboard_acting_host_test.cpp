@@ -1,6 +1,6 @@
 // What the user does with a storyboard, with a host that does something itself within one of the calls that
 // the panel makes meanwhile: in each of them in turn. It may delete the panel in those that are not the
-// renderer's.
+// renderer's; outside of a pass that does no harm either.
 #include <gtest/gtest.h>
 
 #include <initializer_list>
@@ -16,21 +16,54 @@ using namespace Korvane;
 
 namespace {
 
+/// Acts in the calls of a pass, and apart from them in those that make pictures and texts.
+class PanelRenderer : public ActingRenderer {
+ public:
+  PanelRenderer(ActingHost& drawing, ActingHost& makes) : ActingRenderer(drawing), making(makes) {}
+
+  bool LoadTexture(TextureID id) override { return Tell(CountingRenderer::LoadTexture(id)); }
+  void ReleaseTexture(TextureID id) override {
+    CountingRenderer::ReleaseTexture(id);
+    making.Call();
+  }
+  std::wstring LoadStringResource(int id) override { return Tell(CountingRenderer::LoadStringResource(id)); }
+  DynamicIcon2D* CreateSceneScreenshot(int width, int height, const CameraParameters& camera) override {
+    return Tell(CountingRenderer::CreateSceneScreenshot(width, height, camera));
+  }
+  DynamicIcon2D* CreateTextLabel(const wchar_t* text, float size, int width, int height) override {
+    return Tell(CountingRenderer::CreateTextLabel(text, size, width, height));
+  }
+  DynamicIcon2D* CreateMessageHUD(const wchar_t* text) override {
+    return Tell(CountingRenderer::CreateMessageHUD(text));
+  }
+  bool DestroyIcon(DynamicIcon2D*& icon) override { return Tell(CountingRenderer::DestroyIcon(icon)); }
+
+ private:
+  template <class Answer>
+  Answer Tell(Answer answer) {
+    making.Call();
+    return answer;
+  }
+
+  ActingHost& making;
+};
+
 struct Stage {
   Stage() {
     hub.GetApplicationParameters().viewport_width = 1000;
     hub.GetApplicationParameters().viewport_height = 600;
-    editor.onCall = observer.onCall = history.onBegin = history.onEnd = [this] { calls.Call(); };
+    editor->onCall = observer.onCall = history.onBegin = history.onEnd = [this] { calls.Call(); };
     Restore();
     board->Create();
     board->SetVisible(true);
     board->AddObserver(&observer);
+    board->AddObserver(&lastObserver);
     for (int sequence = 0; sequence < 2; ++sequence) AddSequence(2);
     for (int i = 0; i < 8; ++i) Frame();  // until the pictures are made
     board->SetSelectedSequence(board->GetStory()->GetFirstSequence());
     Frame();
   }
-  ~Stage() { EXPECT_EQ(hub.broken, false); }
+  ~Stage() { EXPECT_FALSE(hub.broken || otherHub.broken); }
 
   void Restore() { FurnishBoard(*this); }
   void AddSequence(int shots) {
@@ -60,6 +93,13 @@ struct Stage {
   /// As long as there is a panel.
   void Do(const std::function<void()>& step) const {
     if (board != nullptr) step();
+  }
+  /// As long as there is an editor, or a queue.
+  void UseEditor(void (*step)(JournalEditor& editor)) const {
+    if (editor != nullptr) step(*editor);
+  }
+  void Step(bool (UndoQueue::*step)(), int times) const {
+    for (int i = 0; i < times && queue != nullptr; ++i) ((*queue).*step)();
   }
   void Frame(unsigned milliseconds = 40) {
     platform.Advance(milliseconds);
@@ -99,15 +139,19 @@ struct Stage {
 
   ManualPlatform platform;
   ActingHost calls;    // but for those of the renderer
-  ActingHost drawing;  // those
+  ActingHost drawing;  // those of a pass
+  ActingHost making;   // and those of pictures and texts
   Journal journal;
   MischievousHub<ActingHost> hub{calls, LookAt({0, 0, 10}, {0, 0, 0}, {0, 1, 0})};
-  ActingRenderer renderer{drawing};
+  MischievousHub<ActingHost> otherHub{calls, LookAt({0, 0, 10}, {0, 0, 0}, {0, 1, 0})};
+  PanelRenderer renderer{drawing, making};
+  PanelRenderer otherRenderer{drawing, making};
   RecordingHistory history;
-  UndoQueue queue;
-  JournalEditor editor{journal};
+  std::unique_ptr<UndoQueue> queue = std::make_unique<UndoQueue>();
+  std::unique_ptr<JournalEditor> editor = std::make_unique<JournalEditor>(journal);
   std::unique_ptr<OpenStoryboard> board = std::make_unique<OpenStoryboard>();
   JournalStoryObserver observer{board.get(), journal};
+  JournalStoryObserver lastObserver{board.get(), journal};
 };
 
 // ---- what the user does ----
@@ -119,16 +163,16 @@ void Edit(Stage& s) {
   s.Do([&] { s.board->MoveShot(s.GetShot(), nullptr); });
   s.Do([&] { s.board->MoveSequence(s.GetSequence(), nullptr); });
   s.Do([&] { s.board->EditShot(s.GetShot()); });
-  s.editor.SaveChanges();
-  s.editor.ResetParameters();
-  s.editor.ResetCamera();
+  s.UseEditor([](JournalEditor& editor) { editor.SaveChanges(); });
+  s.UseEditor([](JournalEditor& editor) { editor.ResetParameters(); });
+  s.UseEditor([](JournalEditor& editor) { editor.ResetCamera(); });
   s.Do([&] { s.board->RefreshThumbnail(s.GetSequence(), s.GetShot()); });
   s.Frames(3);
   s.Do([&] { s.board->DeleteShot(s.GetShot()); });
   s.Frame();
-  for (int i = 0; i < 4; ++i) s.queue.Undo();
+  s.Step(&UndoQueue::Undo, 4);
   s.Frame();
-  for (int i = 0; i < 2; ++i) s.queue.Redo();
+  s.Step(&UndoQueue::Redo, 2);
   s.Frame();
 }
 
@@ -153,10 +197,13 @@ void PlayShots(Stage& s) {
   s.Do([&] { s.board->PreviewShot(s.GetShot(), false); });
   s.Frames(5, 150);
   s.Do([&] { s.board->PreviewShot(s.GetShot(), true); });
+  s.Do([&] { s.board->PlaybackSingleShot(s.GetShot(1)); });
+  s.Frame();
+  s.Do([&] { s.board->PreviewShot(s.GetShot(), true); });
   s.Frames(4, 150);
   s.Do([&] { s.board->PausePlayback(); });
   s.Do([&] { s.board->EditShot(s.GetShot(1)); });
-  s.editor.PreviewShot(false);
+  s.UseEditor([](JournalEditor& editor) { editor.PreviewShot(false); });
   s.Frames(2);
   s.Do([&] { s.board->TargetShot(s.GetShot()); });
   s.Frames(2);
@@ -169,6 +216,7 @@ void ClickAround(Stage& s) {
   s.ClickSequence(0, Storyboard::SLIDE_PLAY);
   s.ClickTitle(Storyboard::TITLE_STOP);
   s.ClickSequence(0, Storyboard::SLIDE_TARGET);
+  s.ClickSequence(0, Storyboard::SLIDE_ITSELF);
   s.ClickShot(0, Storyboard::SLIDE_ITSELF);
   s.ClickShot(1, Storyboard::SLIDE_PLAY);
   s.ClickTitle(Storyboard::TITLE_PLAY);
@@ -255,13 +303,81 @@ void Live(Stage& s) {
   s.Frame();
 }
 
+// While something goes on that another hub, or none, ends.
+void ChangePartners(Stage& s) {
+  s.Do([&] { s.board->BeginShot(s.GetShot()); });
+  s.Do([&] { s.board->SetKorvane(nullptr); });
+  s.Do([&] { s.board->SetKorvane(&s.otherHub); });
+  s.Do([&] { s.board->PlaybackStory(s.board->GetStory()); });
+  s.Frame();
+  s.Do([&] { s.board->SetRenderer(&s.otherRenderer); });
+  s.Do([&] { s.board->SetKorvane(&s.hub); });
+  s.Do([&] { s.board->PreviewShot(s.GetShot(1), true); });
+  s.Frame();
+  s.Do([&] { s.board->SetKorvane(&s.otherHub); });
+  s.Do([&] { s.board->EditShot(s.GetShot()); });
+  s.Do([&] { s.board->BeginRecordWalk(); });
+  s.Press(Box2(Vector2(400, 300), Vector2()));
+  s.Do([&] { s.board->OnKeyDown(KEY_SHIFT); });
+  s.Do([&] { s.board->SetKorvane(&s.hub); });
+  s.Do([&] { s.board->BeginRecordWalk(); });
+  s.Press(Box2(Vector2(400, 300), Vector2()));
+  s.Do([&] { s.board->DeleteShot(s.GetShot()); });
+  s.Do([&] { s.board->BeginShot(s.GetShot()); });
+  s.Do([&] { s.board->Destroy(); });
+  s.Do([&] { s.board->Create(); });
+  s.Do([&] { s.board->PlaybackSequence(s.GetSequence()); });
+  s.Do([&] { s.board->SetShotEditor(nullptr); });
+}
+
+// What is torn down while a walk is recorded, or a story played.
+void TearDown(Stage& s) {
+  s.Do([&] { s.board->EditShot(s.GetShot()); });
+  s.Do([&] { s.board->BeginRecordWalk(); });
+  s.Press(Box2(Vector2(400, 300), Vector2()));
+  s.Do([&] { s.board->TargetShot(s.GetShot()); });
+  s.Frame();
+  s.Do([&] { s.board->BeginRecordWalk(); });
+  s.Press(Box2(Vector2(400, 300), Vector2()));
+  s.Do([&] { s.board->Destroy(); });
+  s.Do([&] { s.board->Create(); });
+  s.Do([&] { s.AddSequence(1); });
+  s.Do([&] { s.board->PlaybackStory(s.board->GetStory()); });
+  s.Frame();
+  s.Do([&] { s.board->ResetToEmptyStory(); });
+  s.Do([&] { s.AddSequence(1); });
+  s.Do([&] { s.board->PreviewShot(s.GetShot(), false); });
+  s.Do([&] { s.board->Destroy(); });
+  s.Do([&] { s.board->SetRenderer(nullptr); });
+  s.Do([&] { s.board->Create(); });
+}
+
+// Without a queue each edit is made at once.
+void EditWithoutQueue(Stage& s) {
+  s.Do([&] { s.board->SetUndoQueue(nullptr); });
+  s.Do([&] { s.board->EditShot(s.GetShot(1)); });
+  s.Do([&] { s.board->MoveShot(s.GetShot(), nullptr); });
+  s.Do([&] { s.board->MoveSequence(s.GetSequence(), nullptr); });
+  s.Do([&] { s.board->PlaybackStory(s.board->GetStory()); });
+  for (int i = 0; i < 2; ++i) s.Do([&] { s.board->DeleteShot(s.GetShot()); });
+  s.Do([&] { s.board->CreateSequence(); });
+  s.Frames(2);
+}
+
 struct Use {
   const char* name;
   void (*play)(Stage&);
 };
-constexpr Use USES[] = {{"edits", Edit},         {"plays", Play}, {"plays_shots", PlayShots},
-                        {"clicks", ClickAround}, {"drags", Drag}, {"walks", Walk},
-                        {"lives", Live}};
+constexpr Use USES[] = {{"edits", Edit},
+                        {"plays", Play},
+                        {"plays_shots", PlayShots},
+                        {"clicks", ClickAround},
+                        {"drags", Drag},
+                        {"walks", Walk},
+                        {"lives", Live},
+                        {"changes_partners", ChangePartners},
+                        {"tears_down", TearDown},
+                        {"edits_without_a_queue", EditWithoutQueue}};
 
 // ---- what the host does ----
 
@@ -293,6 +409,35 @@ constexpr Act ACTS[] = {
     {"deletes_a_shot", [](Stage& s) { s.Do([&] { s.board->DeleteShot(s.GetShot()); }); }},
     {"selects_another", [](Stage& s) { s.Do([&] { s.board->SetSelectedSequence(s.GetSequence(1)); }); }},
     {"ends_the_move", [](Stage& s) { s.hub.EndShot(); }},
+    {"gives_another_hub", [](Stage& s) { s.Do([&] { s.board->SetKorvane(&s.otherHub); }); }},
+    {"gives_another_renderer", [](Stage& s) { s.Do([&] { s.board->SetRenderer(&s.otherRenderer); }); }},
+    {"destroys_the_editor", [](Stage& s) { s.editor.reset(); }, false},
+    {"destroys_the_queue", [](Stage& s) { s.queue.reset(); }, false},
+    {"clears_the_queue",
+     [](Stage& s) {
+       if (s.queue != nullptr) s.queue->Clear();
+     }},
+    {"adds_an_edit", [](Stage& s) { s.Do([&] { s.board->MoveSequence(s.GetSequence(), nullptr); }); }},
+    {"deletes_a_shot_itself",
+     [](Stage& s) {
+       if (Sequence* const sequence = s.board != nullptr ? s.GetSequence() : nullptr)
+         sequence->DeleteShot(sequence->GetFirstShot());
+     }},
+    {"creates_a_sequence", [](Stage& s) { s.Do([&] { s.board->CreateSequence(); }); }},
+    {"creates_again", [](Stage& s) { s.Do([&] { s.board->Create(); }); }},
+    {"fills_what_is_new_and_takes_the_editor",
+     [](Stage& s) {
+       s.Do([&] { s.board->SetShotEditor(nullptr); });
+       Story* const story = s.board != nullptr ? s.board->GetStory() : nullptr;
+       if (story == nullptr || story->GetSequenceCount() == 0) return;
+       Sequence* const last = story->GetSequence(story->GetSequenceCount() - 1);
+       if (last->IsEmpty()) last->AddShot(new ShotSpecification(s.hub.view));
+     }},
+    {"presses_elsewhere",
+     [](Stage& s) {
+       s.Do([&] { s.board->OnLeftMouseUp(1, 1); });
+       s.Do([&] { s.board->OnLeftMouseDown(60, 260); });
+     }},
 };
 
 class ActingHostTest : public ::testing::TestWithParam<std::tuple<int, int>> {};
@@ -303,8 +448,10 @@ void Rest(Stage& s) {
   s.board->OnLeftMouseUp(1, 1);
   s.board->CancelRecordWalk();
   for (int i = 0; i < 2; ++i) s.board->StopPlayback();
-  s.hub.EndShot();
-  s.hub.EndOperation(OPERATION_ALL);
+  for (auto* const each : {&s.hub, &s.otherHub}) {
+    each->EndShot();
+    each->EndOperation(OPERATION_ALL);
+  }
   s.Frames(2);
   EXPECT_FALSE(s.board->IsPlayingBack() || s.board->IsPaused() || s.board->IsRecordingWalk());
   EXPECT_FALSE(s.board->GetParts().playback.IsRecordingHistory());
@@ -318,10 +465,13 @@ long RunWith(const Use& use, ActingHost Stage::*host, const Act& act, long numbe
   const long calls = (stage.*host).GetCalls();
   Rest(stage);
   EXPECT_FALSE(stage.hub.IsOperationActive(OPERATION_ALL));
-  EXPECT_TRUE(stage.board != nullptr || !act.isForRenderer);
+  EXPECT_FALSE(stage.otherHub.IsOperationActive(OPERATION_ALL));
   stage.board.reset();
-  EXPECT_EQ(stage.renderer.GetLiveIconCount(), 0);
-  EXPECT_EQ(stage.renderer.GetForeignDestroyCount(), 0);
+  for (const PanelRenderer* const each : {&stage.renderer, &stage.otherRenderer}) {
+    EXPECT_EQ(each->GetLiveIconCount(), 0);
+    EXPECT_EQ(each->GetForeignDestroyCount(), 0);
+    EXPECT_EQ(each->begun, each->ended);
+  }
   return calls;
 }
 
@@ -337,6 +487,15 @@ TEST_P(ActingHostTest, may_do_it_while_the_panel_is_drawn) {
   const Act& act = ACTS[std::get<1>(GetParam())];
   if (!act.isForRenderer) return;
   TryInEachCall([&](long number) { return RunWith(use, &Stage::drawing, act, number); }, STRIDE);
+}
+
+TEST_P(ActingHostTest, may_do_it_while_pictures_and_texts_are_made) {
+  constexpr long STRIDE = 17;
+  const Use& use = USES[std::get<0>(GetParam())];
+  const Act& act = ACTS[std::get<1>(GetParam())];
+  const bool deletes = &act == ACTS;
+  if (!act.isForRenderer && !deletes) return;
+  TryInEachCall([&](long number) { return RunWith(use, &Stage::making, act, number); }, deletes ? 1 : STRIDE);
 }
 
 INSTANTIATE_TEST_SUITE_P(Uses, ActingHostTest,

@@ -283,6 +283,51 @@ TEST_F(UndoQueueTest, may_be_destroyed_from_within_a_command) {
   }
 }
 
+TEST_F(UndoQueueTest, is_empty_after_a_redo_that_has_cleared_it) {
+  JournalCommand* const a = Add("a");
+  Add("b");
+  while (queue->Undo()) {
+  }
+  a->onAct = [this] { queue->Clear(); };
+  EXPECT_TRUE(queue->Redo());
+  EXPECT_FALSE(queue->CanUndo());
+  EXPECT_FALSE(queue->CanRedo());
+}
+
+TEST_F(UndoQueueTest, a_command_that_clears_the_queue_and_runs_out_of_memory_is_destroyed_once) {
+  Add("a", false);
+  auto* const b = std::make_unique<JournalCommand>(journal, "b").release();
+  b->onAct = [this] {
+    queue->Clear();
+    throw std::bad_alloc();
+  };
+  journal.Take();
+  queue->Add(b, true);
+  EXPECT_EQ(journal.Take(), (Lines{"do b", "a dies done", "b dies done"}));
+  EXPECT_FALSE(queue->CanUndo());
+}
+
+/// Takes the queue along as it dies.
+class LastCommand : public UndoCommand {
+ public:
+  explicit LastCommand(std::unique_ptr<UndoQueue>& theQueue) : queue(theQueue) {}
+  ~LastCommand() override { queue.reset(); }
+  void Do() override {}
+  void Undo() override {}
+
+ private:
+  std::unique_ptr<UndoQueue>& queue;
+};
+
+TEST_F(UndoQueueTest, may_be_destroyed_by_an_edit_that_a_new_one_drops) {
+  queue->Add(std::make_unique<LastCommand>(queue).release(), false);
+  queue->Undo();
+  UndoQueue* const used = queue.get();
+  used->Add(std::make_unique<JournalCommand>(journal, "a").release(), true);
+  EXPECT_EQ(queue, nullptr);
+  EXPECT_EQ(journal.Take(), (Lines{"a dies done"}));
+}
+
 TEST(UndoQueueSlots, stand_in_their_order) {
   const std::vector<int> slots = {VirtualSlot(&UndoQueue::Undo),    VirtualSlot(&UndoQueue::Redo),
                                   VirtualSlot(&UndoQueue::CanUndo), VirtualSlot(&UndoQueue::CanRedo),

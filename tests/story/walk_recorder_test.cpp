@@ -12,6 +12,7 @@
 #include "camera/height_operation.h"
 #include "story/new_shot.h"
 #include "story/open_storyboard.h"
+#include "support/allocation_counter.h"
 #include "support/mischievous_hub.h"
 
 using namespace Korvane;
@@ -80,6 +81,11 @@ class WalkRenderer : public RecordingRenderer {
   bool Render(ResourceIcon2D* icon) override {
     return Note(Line("picture", int{icon->GetTextureResourceID()}, Place(*icon)));
   }
+  bool BeginRender(const Box2& viewport, const CameraParameters& camera, RenderMode mode) override {
+    const bool begun = RecordingRenderer::BeginRender(viewport, camera, mode);
+    Tell();
+    return begun;
+  }
   bool called = false;  // one of its operations is
   bool Render(DynamicIcon2D* icon) override { return Note(Line("note", icon->GetID(), Place(*icon))); }
 
@@ -90,10 +96,13 @@ class WalkRenderer : public RecordingRenderer {
   }
   bool Note(const std::string& line) {
     journal.Add(line);
+    Tell();
+    return true;
+  }
+  void Tell() {
     called = true;
     host.Call();
     called = false;
-    return true;
   }
 
   Host& host;
@@ -568,6 +577,47 @@ TEST(WalkRecorderStages, a_walk_that_ends_in_any_call_leaves_no_record_and_no_op
   for (std::size_t ending = 0; ending < std::size(ENDINGS); ++ending) {
     SCOPED_TRACE(ending);
     TryInEveryCall(ENDINGS[ending]);
+  }
+}
+
+// As a recorder by itself, whose hub is taken away in the first call, in the second ...
+TEST(WalkRecorderStages, a_walk_that_loses_its_hub_in_any_call_comes_to_its_end) {
+  for (const bool stops : {false, true}) {
+    for (int call = 1; call < 40; ++call) {
+      WalkStage stage;
+      stage.host.act = [&] {
+        stage.recorder->SetKorvane(nullptr);
+        if (stops) stage.recorder->Stop();
+      };
+      stage.host.at = call;
+      stage.recorder->OnLeftMouseDown(30, 40);
+      stage.Frame();
+      stage.recorder->OnDraw();
+      stage.recorder->OnKeyDown(KEY_SHIFT);
+      stage.Frame();
+      stage.recorder->OnDraw();
+      stage.recorder->OnKeyUp(KEY_SHIFT);
+      stage.Frame();
+      stage.recorder->OnLeftMouseUp(500, 400);
+      EXPECT_FALSE(stage.recorder->IsRecording()) << call;
+    }
+  }
+}
+
+TEST_F(WalkRecorderTest, one_that_ends_without_its_hub_is_over) {
+  Press();
+  recorder->SetKorvane(nullptr);
+  recorder->Stop();
+  EXPECT_FALSE(recorder->IsRecording());
+  EXPECT_EQ(journal.Take(), (Lines{"left"}));
+}
+
+TEST_F(WalkRecorderTest, a_sample_for_which_there_is_no_memory_is_left_out_whole) {
+  Press();
+  for (std::uint64_t failed = 1; failed < 4; ++failed) {
+    const AllocationFault fault(failed, 1);
+    recorder->OnPerformOperation(OPERATION_FLY, 0.1, hub->view);
+    EXPECT_EQ(recorder->GetCameras().size(), recorder->GetDeltaTimes().size());
   }
 }
 

@@ -87,7 +87,7 @@ bool CenterTool::OnMouseDown(int x, int y) {
 }
 
 bool CenterTool::OnMouseMove(int x, int y) {
-  if (operating && !animating) UpdatePivotPosition(x, y);
+  if (operating) UpdatePivotPosition(x, y);
   return true;
 }
 
@@ -114,7 +114,7 @@ bool CenterTool::OnMouseUp(int x, int y) {
 // Whether the camera flies to what was pressed.
 bool CenterTool::EndPress(Closing& closing) {
   SetCursorID(CURSOR_ARROW);
-  return closing && onModel && BeginCenterShot(closing);
+  return onModel && BeginCenterShot(closing);
 }
 
 // False when the host has taken the hub away or destroyed the tool before the shot.

@@ -27,13 +27,13 @@ bool LookMoveTool::OnMouseDown(int x, int y) {
 bool LookMoveTool::OnMouseUp(int x, int y) { return ReleaseLook(x, y, OPERATION_SLIDE); }
 
 bool LookMoveTool::OnKeyDown(KeyID key) {
-  const bool result = LookTool::OnKeyDown(key);
-  return SetSlideKey(key, true) || result;
+  LookTool::OnKeyDown(key);
+  return SetSlideKey(key, true);
 }
 
 bool LookMoveTool::OnKeyUp(KeyID key) {
-  const bool result = LookTool::OnKeyUp(key);
-  return SetSlideKey(key, false) || result;
+  LookTool::OnKeyUp(key);
+  return SetSlideKey(key, false);
 }
 
 bool LookMoveTool::SetSlideKey(KeyID key, bool down) {

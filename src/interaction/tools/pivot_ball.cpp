@@ -152,7 +152,6 @@ void PivotBall::DrawLabel() {
 
 void PivotBall::UpdateLabelPosition(const CameraParameters& camera, int width, int height) {
   DynamicIcon2D* const text = label.Get();
-  if (text == nullptr) return;
   const Vector3 view = camera.centre - camera.eye;
   const Vector3 left = camera.up.Cross(view).Normalized();
   const Vector3 upward = view.Cross(left).Normalized();

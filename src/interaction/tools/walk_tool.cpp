@@ -94,13 +94,13 @@ bool WalkTool::OnMouseUp(int x, int y) {
 }
 
 bool WalkTool::OnKeyDown(KeyID key) {
-  const bool result = Tool::OnKeyDown(key);
-  return UseKey(key, true) || result;
+  Tool::OnKeyDown(key);
+  return UseKey(key, true);
 }
 
 bool WalkTool::OnKeyUp(KeyID key) {
-  const bool result = Tool::OnKeyDown(key);
-  return UseKey(key, false) || result;
+  Tool::OnKeyDown(key);
+  return UseKey(key, false);
 }
 
 bool WalkTool::UseKey(KeyID key, bool pressed) {

@@ -4,6 +4,7 @@
 #include "camera/camera_frame.h"
 #include "camera/host_camera.h"
 #include "camera/scene_bounds.h"
+#include "interaction/tools/pivot_marker.h"
 #include "interaction/view_manager/view_manager_observers.h"
 #include "korvane/pivot_ball.h"
 #include "korvane/rewind_record.h"
@@ -45,8 +46,7 @@ bool ViewManager::Fit(Move move) {
   const CameraParameters camera = QueryCamera(*hub);
   const bool result = Record(*hub, camera, move);
   if (!camera.IsFinite()) return false;
-  if (pivotBall != nullptr) pivotBall->SetPosition(camera.pivot);
-  if (pivotBall != nullptr) pivotBall->UpdateSize(camera);
+  FitPivotBall(pivotBall.get(), camera);
   return result;
 }
 

@@ -47,8 +47,7 @@ void ViewManager::DrawNavigationTools() {
   D::Do<D::Orbit, &Tool::OnDraw>(*this);
   D::Do<D::Pan, &Tool::OnDraw>(*this);
   D::Do<D::Zoom, &Tool::OnDraw>(*this);
-  const MouseWheelZoomTool* const zoom = navigation.zoomTool.get();
-  if (navigation.present != Navigation::Zooming || zoom == nullptr || zoom->IsOperating()) return;
+  if (navigation.present != Navigation::Zooming || navigation.zoomTool->IsOperating()) return;
   EndMiddleMouseNavigation();  // the wheel has been at rest long enough
   OnMouseMove(mouse.x, mouse.y);
 }

@@ -125,7 +125,7 @@ void ViewManager::RefreshStoryboard(Storyboard& panel) {
       PlacePanel(GetViewArea(), cube != nullptr ? &cube->GetParameters() : nullptr,
                  cube != nullptr ? cube->GetScreenSize() : 0, hasBarBelow ? Height(*toolbar) : 0);
   panel.SetPosition(place.x, place.y);
-  if (storyboard == &panel) panel.SetViewportSize(place.viewport.width, place.viewport.height);
+  panel.SetViewportSize(place.viewport.width, place.viewport.height);
 }
 
 // ---- the room of the cube ----

@@ -3,6 +3,7 @@
 
 #include "camera/host_camera.h"
 #include "camera/pixels.h"
+#include "interaction/tools/pivot_marker.h"
 #include "interaction/view_manager/view_layout.h"
 #include "interaction/view_manager/view_manager_doors.h"
 
@@ -148,8 +149,7 @@ void ViewManager::NoticeOrientorDrag(const Orientor& cube) {
 void ViewManager::ShowPivotBall() {
   if (pivotBall != nullptr && cameraOperations != nullptr) {
     const CameraParameters camera = QueryCamera(*cameraOperations);
-    if (pivotBall != nullptr) pivotBall->SetPosition(camera.pivot);
-    if (pivotBall != nullptr) pivotBall->UpdateSize(camera);
+    FitPivotBall(pivotBall.get(), camera);
   }
   LabelPivot();
   if (pivotBall != nullptr) pivotBall->SetVisible(true);

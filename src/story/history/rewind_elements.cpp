@@ -87,7 +87,7 @@ bool RewindElements::UpdateLast(const CameraParameters& given) {
   const bool shows = !partners.IsSceneOutsideView(camera);
   if (!same || !shows) return false;
   const bool equal = partners.AreEqual(camera, At(index).camera);
-  if (!same || equal) return same && equal;
+  if (!same || equal) return static_cast<bool>(same);
   strip.layoutStale = true;
   Store(index, camera);
   partners.Notify(same, [&](Observer& each) { each.OnElementUpdated(index, camera); });
@@ -141,7 +141,7 @@ int RewindElements::RemoveFirst(int count) {
 // False where it was refused, or the host has changed the list meanwhile. What the host is being told of as
 // going stands until then where it stood: none goes within.
 bool RewindElements::Remove(int index) {
-  if (removing || !Holds(index)) return false;
+  if (removing) return false;
   const Lifeline::Watch same(places);
   removing = true;
   partners.Notify(same, [&](Observer& each) { each.OnElementRemoved(index); });
@@ -207,15 +207,16 @@ bool RewindElements::Step(int way) {
     strip.layoutStale = true;
     return true;
   }
-  return Holds(current + way) && Choose(current + way);
+  if (!Holds(current + way)) return false;
+  Choose(current + way);
+  return true;
 }
 
-bool RewindElements::Choose(int index) {
-  if (index == current) return true;
+void RewindElements::Choose(int index) {
+  if (index == current) return;
   current = selected = index;
   strip.layoutStale = true;
   TellCurrent();
-  return true;
 }
 
 void RewindElements::Advance() {

@@ -55,7 +55,7 @@ class RewindElements {
 
   /// By one, 1 or -1.
   bool Step(int way);
-  bool Choose(int index);
+  void Choose(int index);
   /// To the next element, where the bracket was left before it.
   void Advance();
   /// A slide: from the current element, at another, and its end there.

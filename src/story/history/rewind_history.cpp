@@ -118,7 +118,9 @@ int RewindHistory::GetCurrentElementIndex() const {
 
 bool RewindHistory::SetCurrentElementIndex(int index) {
   const Kept kept = parts;
-  return !kept->strip.open && kept->elements.Holds(index) && kept->elements.Choose(index);
+  if (kept->strip.open || !kept->elements.Holds(index)) return false;
+  kept->elements.Choose(index);
+  return true;
 }
 
 bool RewindHistory::ShiftBackOneElement() {

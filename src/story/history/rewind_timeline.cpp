@@ -11,6 +11,8 @@ namespace {
 
 using Observer = RewindHistoryObserver;
 
+constexpr double LARGEST_SCALE = 1e6;  // of no display; the places of the strip stay numbers
+
 // The pointer stands on a pixel; whatever is far beyond any is none.
 bool IsPixel(const Vector2& position) {
   constexpr double FAR = 2147483648.0;
@@ -73,8 +75,10 @@ void RewindTimeline::SetThumbnailSize(float size) {
   Space();
 }
 
-void RewindTimeline::SetScale(double scale) {
-  if (!std::isfinite(scale) || !(scale > 0.0) || scale == strip.scale) return;
+void RewindTimeline::SetScale(double wanted) {
+  if (!std::isfinite(wanted) || !(wanted > 0.0)) return;
+  const double scale = Math::Min(wanted, LARGEST_SCALE);
+  if (scale == strip.scale) return;
   strip.scale = scale;
   const Lifeline::Watch lives(partners.life);
   elements.DropThumbnails();

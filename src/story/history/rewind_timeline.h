@@ -23,7 +23,7 @@ class RewindTimeline {
   void SetThumbnailSize(float size);
   void SetGapSize(float size);
   /// Pixels for each of these sizes; pictures of another scale are given back.
-  void SetScale(double scale);
+  void SetScale(double wanted);
 
  private:
   void Space();

@@ -154,12 +154,14 @@ TEST_F(RewindRobustness, any_sizes_give_numbers) {
   Random random;
   const float sizes[] = {0.0F, 1e-38F, 1.0F, 64.0F, 1e30F, 3e38F};
   const float gaps[] = {0.0F, -64.0F, -100.0F, 1e-38F, 4.0F, 3e38F};
+  const double scales[] = {1e-300, 0.5, 1.0, 2.0, 1e6, 1e300};
   const int widths[] = {0, 1, 300, 4096, std::numeric_limits<int>::max()};
   renderer.FailAlways("CreateSceneScreenshot");
   Fill(7);
   for (int round = 0; round < 2000; ++round) {
     history.SetThumbnailSize(random.OneOf(sizes));
     history.SetThumbnailGapSize(random.OneOf(gaps));
+    history.SetScale(random.OneOf(scales));
     history.SetViewportSize(random.OneOf(widths), 600);
     if (random.Coin()) Open(random.Integer(-100, 1000));
     Slide(random.Integer(-1000, 5000));
@@ -235,6 +237,44 @@ TEST_F(RewindRobustness, the_pictures_of_a_renderer_that_is_gone_are_not_touched
   EXPECT_EQ(renderer.GetLiveIconCount(), history.GetElementCount());
   history.ClearHistory();
   EXPECT_EQ(renderer.GetForeignDestroyCount(), 0);
+}
+
+/// Ends while it is asked for a picture, and leaves one that is nobody's.
+struct LastRenderer : RecordingRenderer {
+  LastRenderer(std::unique_ptr<LastRenderer>& holder, DynamicIcon2D& icon) : self(holder), left(icon) {}
+  DynamicIcon2D* CreateSceneScreenshot(int /*width*/, int /*height*/,
+                                       const CameraParameters& /*camera*/) override {
+    DynamicIcon2D* const answer = &left;
+    self.reset();
+    return answer;
+  }
+  std::unique_ptr<LastRenderer>& self;
+  DynamicIcon2D& left;
+};
+
+TEST_F(RewindRobustness, a_picture_of_a_renderer_that_ends_with_it_is_not_kept) {
+  history.SetRenderer(nullptr);
+  Fill(3);
+  DynamicIcon2D icon(1);
+  std::unique_ptr<LastRenderer> last;
+  last = std::make_unique<LastRenderer>(last, icon);
+  history.SetRenderer(last.get());
+  history.UpdateThumbnails();
+  EXPECT_EQ(last, nullptr);
+  for (const auto& element : List()) EXPECT_EQ(element.thumbnail, nullptr);
+}
+
+TEST_F(RewindRobustness, pictures_go_back_one_by_one_where_there_is_no_memory_to_take_them_together) {
+  Fill(3);
+  RecordingRenderer other;
+  {
+    const AllocationFault fault(1, 1);
+    history.SetRenderer(&other);
+  }
+  EXPECT_EQ(renderer.GetLiveIconCount(), 0);
+  history.UpdateThumbnails();
+  EXPECT_EQ(other.GetLiveIconCount(), 3);
+  EXPECT_EQ(renderer.GetForeignDestroyCount() + other.GetForeignDestroyCount(), 0);
 }
 
 TEST_F(RewindRobustness, a_picture_given_before_there_is_a_renderer_goes_to_the_first_one) {
@@ -524,6 +564,16 @@ constexpr Act OPERATIONS[] = {
      [](Stage& s) {
        s.history->SetRenderer(&s.other);
        if (s.history) s.history->UpdateThumbnails();
+     }},
+    {"another scale", [](Stage& s) { s.history->SetScale(2.0); }},
+    {"move on from between two",
+     [](Stage& s) {
+       s.history->SetSnapEnabled(false);
+       s.history->OpenTimeline({400, 300}, At(3));
+       if (s.history) s.history->SlideTimeline({420, 300});
+       if (s.history) s.history->CloseTimeline({0, 0});
+       if (s.history) s.history->BeginElementRecord(At(3.3));
+       if (s.history) s.history->EndElementRecord(At(7));
      }},
     {"exchange a picture", [](Stage& s) { s.history->SetElementThumbnail(1, nullptr); }},
 };
