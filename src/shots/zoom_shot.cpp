@@ -37,7 +37,7 @@ void ZoomShot::LimitToPivot(double& amount, double& before) const {
     if (parameters.anchor == TARGET_CAM_START) {
       before = 0.0;
       amount = 1.0 - Math::EPSILON_VALUE;
-    } else {  // in the middle: from the end it never comes so far
+    } else if (parameters.anchor == TARGET_CAM_MIDDLE) {
       before = 1.0;
       amount = 2.0 - Math::EPSILON_VALUE;
     }

@@ -10,13 +10,13 @@ namespace {
 using Observer = StoryboardObserver;
 
 // The element before which a drag lands: that of the marked slide, or of the one behind it. Null at the end
-// of the row, where the slide stands that adds one. False where no slide is marked.
+// of the row. False where no slide is marked.
 template <class Slides, class Of>
 bool FindLanding(const Slides& slides, const Of& elementOf, decltype(elementOf(slides.front()))& before) {
   for (std::size_t i = 0; i < slides.size(); ++i) {
     if (!slides[i].dropBefore && !slides[i].dropAfter) continue;
     const std::size_t place = slides[i].dropBefore ? i : i + 1;
-    before = elementOf(slides[std::min(place, slides.size() - 1)]);
+    before = place < slides.size() ? elementOf(slides[place]) : nullptr;
     return true;
   }
   return false;

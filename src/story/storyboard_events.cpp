@@ -91,8 +91,8 @@ bool Storyboard::OpenMenu() {
   if (slide == nullptr || slide->shot == nullptr) return false;
   now->menuShot.Set(slide->shot);
   now->menuMarked = true;
-  now->Refresh();
-  renderer->OpenMenu(MENU_STORYBOARD);
+  Update();
+  if (Renderer* const target = now->partners.renderer.Get()) target->OpenMenu(MENU_STORYBOARD);
   return true;
 }
 
