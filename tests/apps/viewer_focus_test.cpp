@@ -2,7 +2,9 @@
 // button of the panel is reached by keys and acts by them, and says what it is.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <deque>
 #include <map>
 #include <optional>
@@ -11,11 +13,14 @@
 #include <utility>
 #include <vector>
 
+#include <epoxy/gl.h>
+
 #include "korvane/navigation_bar.h"
 #include "korvane/orientor.h"
 #include "korvane/track_menu.h"
 #include "viewer_fixture.h"
 #include "views/view_tools.h"
+#include "zovhost/accent.h"
 #include "zovhost/host_texts.h"
 #include "zovhost/languages.h"
 #include "zovhost/phrases.h"
@@ -328,6 +333,26 @@ TEST_F(ViewerFocusTest, each_item_of_the_navigation_bar_is_pressed_by_enter) {
   EXPECT_EQ(GetView().GetDisc().GetActiveDisc(), DiscType::None);
   item(Bar::TAG_CLOSE);
   EXPECT_FALSE(GetView().GetManager().IsNavigationBarVisible());
+}
+
+TEST_F(ViewerFocusTest, the_frame_of_what_stands_at_the_edge_of_the_view_is_within) {
+  constexpr int FROM_EDGE = 8;
+  Press(SDLK_F1, KMOD_LSHIFT);
+  ComeToRest();
+  TabTo("Navigation bar");
+  GoTo(Explore(), Korvane::NavigationBar::TAG_CLOSE);
+  const Korvane::Box2 place = present.bounds;
+  ASSERT_GT(place.Max().x, apps_test::WIDTH - 5) << "where the frame would not be seen";
+  std::array<std::array<unsigned char, 3>, FROM_EDGE> row = {};
+  DrawFrames();
+  glPixelStorei(GL_PACK_ALIGNMENT, 1);
+  glReadPixels(apps_test::WIDTH - FROM_EDGE, static_cast<int>(place.center.y), FROM_EDGE, 1, GL_RGB,
+               GL_UNSIGNED_BYTE, row.data());
+  EXPECT_EQ(row.back(), (std::array<unsigned char, 3>{255, 255, 255})) << "its outer line";
+  std::array<unsigned char, 3> accent = {};
+  for (std::size_t i = 0; i < accent.size(); ++i)
+    accent[i] = static_cast<unsigned char>(std::lround(zovhost::ACCENT_COLOUR[i] * 255.0));
+  EXPECT_GE(std::count(row.begin(), row.end(), accent), 2);
 }
 
 TEST_F(ViewerFocusTest, each_item_of_the_toolbar_is_pressed_by_enter) {

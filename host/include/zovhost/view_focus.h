@@ -102,6 +102,7 @@ class ViewFocus {
   void Send(WindowEvent::Type type, PixelPosition at);
   void PressPending();
   void LetGo();
+  Korvane::Box2 FitFrame(const Korvane::Box2& bounds, const Korvane::Vector2& view) const;
   void DrawFrame(const Korvane::Box2& bounds, double opacity);
 
   Widgets widgets;

@@ -31,8 +31,8 @@ namespace {
 constexpr int FRAMES_TO_FOLLOW = 2;    // a widget sees the pointer, and draws itself under it
 constexpr int ARROW_OF_ITEM = 100000;  // added to the tag of the item that it opens the list of
 constexpr double WEDGE_SIZE = 12.0;
-constexpr double FRAME_WIDTH = 2.0;  // points
-constexpr double GAP = 1.0;
+constexpr double FRAME_WIDTH = 2.0;                      // points
+constexpr double FRAME_REACH = 1.0 + FRAME_WIDTH + 2.0;  // from the thing, with a gap
 constexpr double FAINT = 0.5;
 
 bool IsReachable(const ToolbarItem& item) {
@@ -229,8 +229,17 @@ void ViewFocus::Draw(int viewportWidth, int viewportHeight) {
   Korvane::CameraParameters camera;
   widgets.hub.QueryCameraParameters(camera);
   if (!widgets.renderer.BeginRender(viewport, camera, Renderer::RENDER_OVERLAY)) return;
-  DrawFrame(thing->bounds, thing->inSight ? 1.0 : FAINT);
+  DrawFrame(FitFrame(thing->bounds, size), thing->inSight ? 1.0 : FAINT);
   widgets.renderer.EndRender();
+}
+
+// What stands at the edge of the view has its frame within.
+Box2 ViewFocus::FitFrame(const Box2& bounds, const Vector2& view) const {
+  const double reach = FRAME_REACH * scale;
+  const Vector2 low(std::max(bounds.Min().x, reach), std::max(bounds.Min().y, reach));
+  const Vector2 high(std::min(bounds.Max().x, view.x - reach), std::min(bounds.Max().y, view.y - reach));
+  const bool isInView = low.x < high.x && low.y < high.y;
+  return isInView ? Box2((low + high) / 2.0, (high - low) / 2.0) : bounds;
 }
 
 // Accent between two white lines, so that one of them stands out from any ground.
@@ -241,8 +250,8 @@ void ViewFocus::DrawFrame(const Box2& bounds, double opacity) {
     std::array<double, 3> colour;
   };
   constexpr std::array<double, 3> WHITE = {1.0, 1.0, 1.0};
-  constexpr std::array<Line, 2> LINES = {{{GAP + FRAME_WIDTH + 2.0, FRAME_WIDTH + 2.0, WHITE},
-                                          {GAP + FRAME_WIDTH + 1.0, FRAME_WIDTH, ACCENT_COLOUR}}};
+  constexpr std::array<Line, 2> LINES = {
+      {{FRAME_REACH, FRAME_WIDTH + 2.0, WHITE}, {FRAME_REACH - 1.0, FRAME_WIDTH, ACCENT_COLOUR}}};
   for (const Line& line : LINES) {
     const Vector2 half = bounds.halfExtent + Vector2(line.outside * scale);
     const Vector2 inner = half - Vector2(line.width * scale);
@@ -254,12 +263,13 @@ void ViewFocus::DrawFrame(const Box2& bounds, double opacity) {
                                             Vector2((half.x - inner.x) / 2.0, inner.y)),
                                        Box2(bounds.center - Vector2((half.x + inner.x) / 2.0, 0.0),
                                             Vector2((half.x - inner.x) / 2.0, inner.y))};
-    std::vector<float> vertices;
+    std::array<float, 48> vertices = {};  // four rectangles
+    auto next = vertices.begin();
     for (const Box2& side : sides) {
       const Vector2 low = side.Min();
       const Vector2 high = side.Max();
       for (const Vector2& corner : {low, Vector2(high.x, low.y), high, Vector2(low.x, high.y)}) {
-        for (const double value : {corner.x, corner.y, 0.0}) vertices.push_back(static_cast<float>(value));
+        for (const double value : {corner.x, corner.y, 0.0}) *next++ = static_cast<float>(value);
       }
     }
     Renderer::MaterialParams material;
