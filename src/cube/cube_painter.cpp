@@ -67,7 +67,7 @@ void CubePainter::DrawHighlightedPart() {
 
 // The closest part tints in as the mouse comes near.
 void CubePainter::DrawClosestPart() {
-  if (!closest || look.closestPart < 0 || look.closestPart >= CUBE_PART_COUNT) return;
+  if (!closest || look.closestPart < 0) return;
   const auto t = static_cast<float>(Math::Max(Math::Min(look.opacity * look.fade, 1.0), MIN_TINT));
   for (int i = 0; i < 3; ++i) {
     material.colour[i] = t * parameters.colour_face_closest[i] + (1.0F - t) * parameters.colour_face[i];

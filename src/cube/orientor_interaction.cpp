@@ -25,7 +25,7 @@ bool Orientor::OnLeftMouseDown(int x, int y) {
   mouse.pressed = true;
   drag.Press(x, y);
   parts->TakeCompassSense();
-  if (!IsMouseOnPart() && !mouse.IsOnCompass() && !IsMouseOnUCSMenu()) return false;
+  if (!IsMouseOnPart() && !mouse.IsOnCompass()) return false;
   mouse.captured = true;
   return true;
 }

@@ -11,7 +11,7 @@ bool Orientor::OpenMenu() {
   CubeMouse& mouse = parts->mouse;
   const CameraOperations* const hub = parts->partners.hub.Get();
   if (hub == nullptr || hub->IsShotActive() || parameters.disabled) return false;
-  if (!IsMouseOnPart() && !mouse.IsOnCompass() && !IsMouseOnUCSMenu()) return false;
+  if (!IsMouseOnPart() && !mouse.IsOnCompass()) return false;
   if (mouse.pressed && mouse.activeOverlayPart != OVERLAY_CONTEXT_MENU) return false;
   Renderer* const renderer = parts->renderer.Get();
   if (renderer == nullptr) return false;

@@ -168,7 +168,8 @@ void OrientorParts::TakeCompassSense() {
   drag.sense = FindCompassSense(hub->GetCameraParameters(), hub->GetApplicationParameters(),
                                 GetPartDirection(part), parameters.compass_angle);
   drag.tangent = Vector2();
-  if (!compassFollowsPointer || !Look()) return;
+  if (!compassFollowsPointer) return;
+  Look();
   drag.tangent =
       FindCompassTangent(parameters, space, hub->GetCameraParameters(), hub->GetWorldUpDirection(), part);
 }

@@ -6,7 +6,7 @@ namespace Korvane {
 
 void OrientorTransitionShotObserver::OnEndShot(Shot* /*shot*/, const CameraParameters& /*camera*/) {
   watching = false;
-  if (orientor != nullptr) orientor->OnTransitionEnded();
+  orientor->OnTransitionEnded();
 }
 
 }  // namespace Korvane

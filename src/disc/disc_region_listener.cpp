@@ -85,21 +85,19 @@ void DiscRegionListener::IgnoreMouse(bool ignore) {
 }
 
 void DiscRegionListener::SetRegionNote(StringID tooltip, DynamicIcon2D* note) {
-  TrackMenu* const menu = GetTrackMenu();
-  if (menu == nullptr) return;
-  menu->GetActiveRegion().SetTooltipString(tooltip);
-  menu->GetActiveRegion().SetTooltipHUD(note);
+  TrackMenu::Region& region = GetTrackMenu()->GetActiveRegion();
+  region.SetTooltipString(tooltip);
+  region.SetTooltipHUD(note);
 }
 
-bool DiscRegionListener::IsShiftDown() const {
+bool DiscRegionListener::IsKeyDown(bool (TrackMenu::*key)() const) const {
   const TrackMenu* const menu = GetTrackMenu();
-  return menu != nullptr && menu->IsModifierADown();
+  if (menu == nullptr) return false;
+  return (menu->*key)();
 }
 
-bool DiscRegionListener::IsControlDown() const {
-  const TrackMenu* const menu = GetTrackMenu();
-  return menu != nullptr && menu->IsModifierBDown();
-}
+bool DiscRegionListener::IsShiftDown() const { return IsKeyDown(&TrackMenu::IsModifierADown); }
+bool DiscRegionListener::IsControlDown() const { return IsKeyDown(&TrackMenu::IsModifierBDown); }
 
 // ---- the settings of its disc ----
 

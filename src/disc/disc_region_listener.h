@@ -80,7 +80,7 @@ class DiscRegionListener : public RegionListener {
   }
   /// The menu stays where it is.
   void IgnoreMouse(bool ignore);
-  /// Gives the active region other words, until it is chosen again.
+  /// Gives the active region other words, until it is chosen again. Where there is a menu.
   void SetRegionNote(StringID tooltip, DynamicIcon2D* note);
   bool IsShiftDown() const;
   bool IsControlDown() const;
@@ -95,6 +95,7 @@ class DiscRegionListener : public RegionListener {
 
  private:
   void ComeBack();
+  bool IsKeyDown(bool (TrackMenu::*key)() const) const;
 
   HelmDisc* const disc;
   Lifeline pressLife;  // cut when one begins, when it ends, and when the menu is put away

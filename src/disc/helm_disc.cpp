@@ -38,6 +38,13 @@ void TellOfChoice(HelmDiscParts& disc, DiscType type) {
 
 }  // namespace
 
+void HelmDiscParts::HideMenu(TrackMenu& menu) {
+  const Lifeline::Watch alive(menu.GetLifeline());
+  menu.CancelPress();
+  menu.SetVisible(false);
+  if (alive) menu.SetActive(false);
+}
+
 // ---- life ----
 
 HelmDisc::HelmDisc() : parts(std::make_unique<HelmDiscParts>()) {
@@ -89,7 +96,8 @@ bool HelmDisc::CreateMenus() {
   const Lifeline::Watch alive(parts->lifeline);
   for (int kind = 0; kind < DISC_KIND_COUNT; ++kind) {
     const auto type = static_cast<DiscType>(kind);
-    if (!GetTrackMenu(type)->Create() || !InitRegions(type) || !alive) return false;
+    GetTrackMenu(type)->Create();
+    if (!InitRegions(type) || !alive) return false;
   }
   return true;
 }
@@ -103,15 +111,12 @@ bool HelmDisc::Destroy() {
   now.keys.hotKeyHeld = false;
   if (TrackMenu* const open = std::exchange(now.active, nullptr)) HelmDiscParts::HideMenu(*open);
   if (alive) now.history->ClearHistory();
-  bool result = true;
-  for (int kind = 0; result && kind < DISC_KIND_COUNT; ++kind)
-    result = alive && GetTrackMenu(static_cast<DiscType>(kind))->Destroy();
-  if (alive && now.welcome.menu != nullptr) result = now.welcome.menu->Destroy() && result;
+  if (alive) now.ForEachMenu([](TrackMenu& menu) { menu.Destroy(); });
+  if (alive) DestroyPivotBall();
   if (!alive) return false;
-  DestroyPivotBall();
   now.closeNote.GiveBack();
   if (Renderer* const renderer = GetRenderer()) renderer->ApplyTextureUsage();
-  return result;
+  return true;
 }
 
 // One that was set is let go.
@@ -143,7 +148,7 @@ void HelmDisc::SetRenderer(Renderer* value) {
   const Borrowed<Renderer> former(GetRenderer());
   now.partners.renderer.Set(value);
   const Borrowed<Renderer> next(value);
-  now.Rewire(value, [&] { return alive && GetRenderer() == value && next.Get() == value; });
+  now.Rewire(value, [&] { return alive && GetRenderer() == value; });
   const bool lost = alive && value != nullptr && GetRenderer() == nullptr && next.Get() == nullptr;
   if (lost) SetRenderer(nullptr);  // to the menus, too, there is none
   if (!alive || !now.created) return;
@@ -173,11 +178,7 @@ TrackMenu* HelmDisc::GetTrackMenu(DiscType type) const { return parts->GetMenu(t
 TrackMenu* HelmDisc::GetWelcomeTrackMenu() const { return parts->welcome.menu.get(); }
 
 DiscType HelmDisc::GetActiveDisc() const {
-  for (int kind = 0; parts->active != nullptr && kind < DISC_KIND_COUNT; ++kind) {
-    const auto type = static_cast<DiscType>(kind);
-    if (GetTrackMenu(type) == parts->active) return type;
-  }
-  return DiscType::None;
+  return parts->active != nullptr ? parts->defaultType : DiscType::None;
 }
 
 DiscType HelmDisc::GetDefaultDiscType() const { return parts->defaultType; }
@@ -262,7 +263,7 @@ void HelmDisc::ShowMenu(DiscType type) {
   if (parts->active == nullptr) return;
   const Lifeline::Watch current(parts->choice);
   parts->active->SetVisible(true);
-  if (!current || parts->active == nullptr) return;
+  if (!current) return;
   const int size = IsLargeDisc(type) ? parameters.largeDiscSize : parameters.miniDiscSize;
   parts->active->SetSize(size, size);
 }

@@ -15,7 +15,8 @@ bool HelmDisc::OnLeftMouseDown(int x, int y) {
   now.press.zone = -1;
   now.welcome.clickPending = false;  // of a click whose release has been lost
   if (PressWelcome(x, y)) return true;
-  return alive && GetEnabled() && PressMenu(x, y);
+  if (!alive || !GetEnabled()) return false;
+  return PressMenu(x, y);
 }
 
 // The press is noted before the region hears of it, since that may close the disc.
@@ -41,8 +42,7 @@ bool HelmDisc::OnMouseMove(int x, int y) {
     const auto zone = static_cast<HelmDiscZone>(press.zone);
     now.partners.observers.Notify([zone](HelmDiscObserver& each) { each.OnDragBegin(zone); });
   }
-  TrackMenu* const menu = now.active != nullptr ? now.active : GetTrackMenu(now.defaultType);
-  if (menu != nullptr) menu->OnMouseMove(x, y);
+  GetTrackMenu(now.defaultType)->OnMouseMove(x, y);  // the open one, or that which was last
   if (alive && now.welcome.IsVisible()) now.welcome.menu->OnMouseMove(x, y);
   if (alive && now.welcome.IsVisible()) UpdateWelcome();
   return alive && GetEnabled() && now.press.dragBegun;

@@ -69,12 +69,7 @@ struct HelmDiscParts {
     if (goesOn() && created) closeNote.Take(value, STRING_DISC_CLOSED);
   }
   /// A press that it still has ends with it.
-  static void HideMenu(TrackMenu& menu) {
-    const Lifeline::Watch alive(menu.GetLifeline());
-    menu.CancelPress();
-    menu.SetVisible(false);
-    if (alive) menu.SetActive(false);
-  }
+  static void HideMenu(TrackMenu& menu);
   void RequestUpdate() const {
     if (CameraOperations* const hub = partners.hub.Get()) hub->RequestApplicationUpdate();
   }

@@ -1,4 +1,6 @@
 // Filling the discs with their regions.
+#include <memory>
+
 #include "disc/disc_listeners.h"
 #include "disc/disc_tables.h"
 #include "foundation/out_of_memory.h"
@@ -16,8 +18,9 @@ constexpr double OPACITY_OF_DISABLED = 0.5;
 // Null of what there was no memory for.
 void MakeBelongings(const DiscRegion& row, int overlay, HelmDisc& disc, TrackMenu& menu, Region& region) {
   region.listener = MakeDiscListener(row.listener, disc, menu).release();
-  region.icon = new ResourceIcon2D(static_cast<TextureID>(row.icon));
-  if (overlay != TEXTURE_NONE) region.overlayIcon = new ResourceIcon2D(static_cast<TextureID>(overlay));
+  region.icon = std::make_unique<ResourceIcon2D>(static_cast<TextureID>(row.icon)).release();
+  if (overlay == TEXTURE_NONE) return;
+  region.overlayIcon = std::make_unique<ResourceIcon2D>(static_cast<TextureID>(overlay)).release();
 }
 
 bool IsWhole(const Region& region, int overlay) {
@@ -48,16 +51,19 @@ bool Give(Region region, int overlay, const Add& add) {
   return false;
 }
 
+// With each region the menu may ask the host for a frame.
 bool FillMenu(const DiscTable& table, HelmDisc& disc, TrackMenu& menu) {
+  const Lifeline::Watch alive(disc.GetLifeline());
   Region disabled = MakeRegion(table.disabled, table.overlay, disc, menu);
   if (disabled.overlayIcon != nullptr) disabled.overlayIcon->SetOpacity(OPACITY_OF_DISABLED);
   if (!Give(disabled, table.overlay, [&](const Region& each) { return menu.SetDisabledRegion(each); }))
     return false;
   for (const DiscRegion& row : table.regions) {
+    if (!alive) return false;
     const Region region = MakeRegion(row, table.overlay, disc, menu);
     if (!Give(region, table.overlay, [&](const Region& each) { return menu.AddRegion(each); })) return false;
   }
-  return true;
+  return static_cast<bool>(alive);
 }
 
 }  // namespace

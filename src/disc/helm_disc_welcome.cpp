@@ -52,9 +52,9 @@ bool HelmDisc::CreateWelcome() {
       !parameters.suppressWelcome && (!parameters.welcomeSeen || parameters.alwaysShowWelcome);
   if (!wanted) screen.Drop();
   if (screen.menu == nullptr) return true;
-  const bool created = screen.menu->Create();
+  screen.menu->Create();
   screen.menu->SetSizeIsFixed(false);
-  return InitWelcome() && created;
+  return InitWelcome();
 }
 
 // A screen that is filled a second time begins anew.
@@ -164,7 +164,7 @@ bool HelmDisc::ClickWelcome() {
   if (!alive || !click) return click.has_value();
   const Lifeline::Watch current(now.choice);
   now.partners.observers.Notify([&](HelmDiscObserver& each) { each.OnWelcomeClicked(click->part); });
-  if (!alive || click->disc == DiscType::None) return true;
+  if (click->disc == DiscType::None) return true;
   if (current) SetActiveDisc(click->disc);
   if (alive) now.welcome.clickPending = now.press.captured = true;
   return true;

@@ -72,11 +72,11 @@ void RewindRegionListener::Slide(int x, int y) {
 // An empty strip has no camera.
 void RewindRegionListener::ApplyInterpolated() {
   const RewindHistory* const history = GetHistory();
-  const Borrowed<CameraOperations> hub(GetHub());
+  CameraOperations* const hub = GetHub();
   CameraParameters camera;
-  if (history == nullptr || hub.Get() == nullptr || !history->GetInterpolatedCamera(camera)) return;
-  hub.Get()->ApplyCameraParameters(camera);
-  if (CameraOperations* const still = hub.Get()) still->RequestApplicationUpdate();
+  if (history == nullptr || hub == nullptr || !history->GetInterpolatedCamera(camera)) return;
+  hub->ApplyCameraParameters(camera);
+  hub->RequestApplicationUpdate();
 }
 
 void RewindRegionListener::OnLeftMouseUp(int x, int y) {
@@ -182,8 +182,8 @@ void RewindRegionListener::OnDraw() {
     OnHideTimeline();
   }
   const Borrowed<CameraOperations> hub(alive ? GetHub() : nullptr);
-  RewindHistory* const history = alive ? GetHistory() : nullptr;
-  if (hub.Get() == nullptr || history == nullptr) return;
+  if (hub.Get() == nullptr) return;
+  RewindHistory* const history = GetHistory();
   if (!history->IsTimelineOpen() && !history->IsTimelineEmpty()) return;
   if (history->IsTimelineOpen()) history->Draw(hub.Get()->GetCameraParameters());
   if (alive && hub.Get() != nullptr) DrawNotes(*hub.Get());
@@ -201,7 +201,7 @@ void RewindRegionListener::DrawNotes(CameraOperations& hub) {
 DynamicIcon2D* RewindRegionListener::PlaceNote(double width) {
   HelmDisc* const owner = GetDisc();
   const RewindHistory* const history = GetHistory();
-  if (owner == nullptr || history == nullptr) return nullptr;
+  if (owner == nullptr) return nullptr;
   const HelmDiscParameters& parameters = owner->GetParameters();
   if (history->IsTimelineEmpty()) {
     DynamicIcon2D* const note = parameters.showMessages ? emptyHUD.Get() : nullptr;

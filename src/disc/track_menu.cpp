@@ -156,8 +156,7 @@ Region& TrackMenu::GetActiveRegion() { return parts->active; }
 // ---- region maps ----
 
 bool TrackMenu::SetRegionMap(TextureID id) {
-  const Lifeline::Watch alive(parts->lifeline);
-  if (!LoadMap(parts->maps.primary, id) || !alive) return false;
+  if (!LoadMap(parts->maps.primary, id)) return false;
   parts->maps.present = parts->maps.primary.get();
   RequestUpdateIfVisible();
   return true;
@@ -353,8 +352,7 @@ void TrackMenu::SetVisible(bool visible) {
 void TrackMenu::SetEnabled(bool enabled) {
   if (enabled == parts->state.enabled) return;
   parts->state.enabled = enabled;
-  const Lifeline::Watch alive(parts->lifeline);
-  if (UpdateActiveRegion() && alive) RequestUpdateIfVisible();
+  if (UpdateActiveRegion()) RequestUpdateIfVisible();
 }
 
 bool TrackMenu::GetEnabled() const { return parts->state.enabled; }

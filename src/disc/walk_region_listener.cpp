@@ -50,8 +50,8 @@ void WalkRegionListener::OnLeftMouseDown(int x, int y) {
   Press(*this)
       .HideMenu()
       .Then([&] {
-        HelmDisc* const owner = GetDisc();
-        if (owner != nullptr) tool->SetRewindHistoryInterval(owner->GetParameters().walkRewindInterval);
+        const double interval = GetDisc()->GetParameters().walkRewindInterval;
+        tool->SetRewindHistoryInterval(interval);
         tool->OnMouseDown(x, y);
       })
       .Then([&] { RestorePointer(); });
@@ -99,10 +99,9 @@ void WalkRegionListener::OnKeyUp(KeyID key) {
 
 // A key that is held repeats.
 void WalkRegionListener::RaiseSpeed() {
-  HelmDisc* const owner = GetDisc();
-  if (owner == nullptr) return;
-  if (savedSpeedFactor < 0.0) savedSpeedFactor = owner->GetParameters().walkSpeedFactor;
-  owner->IncrementWalkSpeed();
+  HelmDisc& owner = *GetDisc();
+  if (savedSpeedFactor < 0.0) savedSpeedFactor = owner.GetParameters().walkSpeedFactor;
+  owner.IncrementWalkSpeed();
 }
 
 void WalkRegionListener::RestoreSpeed() {
@@ -121,8 +120,7 @@ void WalkRegionListener::RestoreSpeed() {
 void WalkRegionListener::Fade(DynamicIcon2D* note, double from, double to) const {
   OrFail([&] {
     if (note == nullptr) return;
-    const HelmDisc* const owner = GetDisc();
-    if (owner != nullptr && owner->AreMessagesAtOnce()) return note->SetOpacity(to);
+    if (GetDisc()->AreMessagesAtOnce()) return note->SetOpacity(to);
     ChangingInTimeValueChain opacity;
     opacity.Add(ChangingInTimeValue(from, to, FADE_TIME, INTERPOLATION_LINEAR));
     opacity.Start();

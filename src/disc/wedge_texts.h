@@ -17,7 +17,9 @@ class WedgeTexts {
   void Take(Renderer* renderer) {
     taking.Cut();
     const Lifeline::Watch goesOn(taking);
-    for (std::size_t i = 0; goesOn && i < COUNT; ++i) loans[i].Take(renderer, ids[i]);
+    for (std::size_t i = 0; goesOn && i < COUNT; ++i) {
+      loans[i].Take(renderer, ids[i]);
+    }
   }
   /// Null while it is not held.
   DynamicIcon2D* Get(std::size_t index) const { return loans[index].Get(); }

@@ -19,15 +19,9 @@ IntervalTimer::IntervalTimer() : impl(new IntervalTimerImpl(this)) {}
 
 IntervalTimer::~IntervalTimer() { delete impl; }
 
-bool IntervalTimer::Start(double seconds, bool repeat) {
-  return impl != nullptr && impl->Start(seconds, repeat);
-}
-
-void IntervalTimer::Stop() {
-  if (impl != nullptr) impl->Stop();
-}
-
-bool IntervalTimer::IsRunning() const { return impl != nullptr && impl->IsRunning(); }
+bool IntervalTimer::Start(double seconds, bool repeat) { return impl->Start(seconds, repeat); }
+void IntervalTimer::Stop() { impl->Stop(); }
+bool IntervalTimer::IsRunning() const { return impl->IsRunning(); }
 
 #ifndef NDEBUG
 void AssertOneThread() {

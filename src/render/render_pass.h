@@ -15,7 +15,9 @@ class RenderPass {
  public:
   RenderPass(Renderer* renderer, const Box2& viewport, const CameraParameters& camera,
              Renderer::RenderMode mode) {
-    if (renderer == nullptr || !renderer->BeginRender(viewport, camera, mode)) return;
+    if (renderer == nullptr) return;
+    const bool begun = renderer->BeginRender(viewport, camera, mode);
+    if (!begun) return;
     opened = renderer;
     alive.Attach(renderer->GetLifeline());
   }

@@ -106,7 +106,8 @@ DynamicIcon2D* Renderer::GetStringTexture(StringID id) {
   }
   const std::wstring text = LoadStringResource(id);
   const CreateIcon create = FindStringIconCreator(id);
-  DynamicIcon2D* icon = create != nullptr ? (this->*create)(text.c_str()) : nullptr;
+  if (create == nullptr) return nullptr;
+  DynamicIcon2D* icon = (this->*create)(text.c_str());
   if (icon == nullptr) return nullptr;
   bool isFirst = false;
   DynamicIcon2D* const shared = OrFail([&] {

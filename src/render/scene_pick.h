@@ -14,7 +14,8 @@ inline bool PickPoint(Renderer* renderer, const ApplicationParameters& parameter
   Vector3 direction;
   GetScreenRay(x, y, parameters.viewport_width, parameters.viewport_height, camera, origin, direction);
   point = origin + direction;
-  return renderer != nullptr && renderer->QueryMouseRaySceneIntersection(x, y, origin, direction, point);
+  if (renderer == nullptr) return false;
+  return renderer->QueryMouseRaySceneIntersection(x, y, origin, direction, point);
 }
 
 }  // namespace Korvane

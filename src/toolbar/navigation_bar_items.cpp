@@ -52,7 +52,7 @@ void Append(Toolbar* toolbar, const ToolbarItem::List& items) {
 void NavigationBar::PopulateItems() {
   const Staying now(parts);
   const Borrowed<Toolbar> filled(now->toolbar.get());
-  const auto goesOn = [&] { return now && filled.Get() != nullptr && now->toolbar.get() == filled.Get(); };
+  const auto goesOn = [&] { return now && filled.Get() != nullptr; };
   AppendItems(GetItemsBefore());
   if (goesOn()) PopulateApplicationItems();
   if (goesOn()) AppendItems(GetItemsAfter());

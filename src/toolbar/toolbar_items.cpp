@@ -53,7 +53,9 @@ using Command = void (ToolbarItem::*)(bool);
 
 // True when that is a change.
 bool Switch(ToolbarItem* item, Question question, Command command, bool on) {
-  if (item == nullptr || (item->*question)() == on) return false;
+  if (item == nullptr) return false;
+  const bool isOn = (item->*question)();
+  if (isOn == on) return false;
   (item->*command)(on);
   return true;
 }

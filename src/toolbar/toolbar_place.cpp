@@ -1,7 +1,9 @@
 #include "toolbar/toolbar_place.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <iterator>
 
 namespace Korvane {
 
@@ -173,10 +175,10 @@ constexpr Tie TIES[] = {
 };
 
 Position BreakTie(Position first, Position second, Position current) {
-  for (const Tie& tie : TIES) {
-    if (tie.first == first && tie.second == second) return current == tie.kept ? tie.kept : tie.otherwise;
-  }
-  return first;
+  const Tie& tie = *std::find_if(std::begin(TIES), std::end(TIES), [=](const Tie& each) {
+    return each.first == first && each.second == second;
+  });
+  return current == tie.kept ? tie.kept : tie.otherwise;
 }
 
 constexpr Position EDGES[] = {Toolbar::POSITION_LEFT, Toolbar::POSITION_TOP, Toolbar::POSITION_RIGHT,

@@ -220,3 +220,13 @@ TEST_F(FitMarginsTest, margins_that_leave_nothing_or_are_no_numbers_are_refused)
     }
   }
 }
+
+TEST(FitMargins, are_none_only_where_no_side_is_left_free) {
+  EXPECT_TRUE(FitMargins().IsNone());
+  for (double FitMargins::*const side :
+       {&FitMargins::left, &FitMargins::right, &FitMargins::bottom, &FitMargins::top}) {
+    FitMargins margins;
+    margins.*side = 0.1;
+    EXPECT_FALSE(margins.IsNone());
+  }
+}

@@ -62,6 +62,16 @@ TEST_F(ShotWatchTest, tells_of_the_end_of_its_move_once) {
   EXPECT_TRUE(IsShotOver(&hub));
 }
 
+TEST_F(ShotWatchTest, watches_nothing_in_a_hub_that_takes_no_observer) {
+  class DeafHub : public MemoryHub {
+   public:
+    bool SetActiveShotObserver(ShotObserver* /*observer*/) override { return false; }
+  } deaf;
+  EXPECT_FALSE(mine.Begin(deaf));
+  EXPECT_TRUE(deaf.IsShotActive());
+  EXPECT_FALSE(mine.watch->IsWatching());
+}
+
 TEST_F(ShotWatchTest, tells_of_a_move_that_another_cuts_off) {
   ASSERT_TRUE(mine.Begin(hub));
   ASSERT_TRUE(other.Begin(hub));

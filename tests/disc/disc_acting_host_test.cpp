@@ -54,7 +54,6 @@ struct Stage {
     hub.GetApplicationParameters().viewport_width = 800;
     hub.GetApplicationParameters().viewport_height = 600;
     observer.onHear = [this](const std::string&) { told.Call(); };
-    renderer.SetSceneHit(Vector3(0.5, 0.25, 1.0));
     Restore();
     disc->AddObserver(&observer);
     disc->Create();
@@ -119,11 +118,14 @@ struct Stage {
   ManualPlatform platform;
   ActingHost calls;    // of the hub
   ActingHost told;     // of the observer and the history
-  ActingHost drawing;  // of the renderer
+  ActingHost drawing;  // of the renderer,
+  ActingHost making;   // and where it makes pictures and texts, or lets them go
   Journal journal;
   MischievousHub<ActingHost> hub{calls, LookAt({0, 0, 10}, {0, 0, 0}, {0, 1, 0})};
-  DiscRenderer renderer{drawing};
+  DiscRenderer renderer{drawing, making};
+  DiscRenderer other{drawing, making};
   int openRecords = 0;
+  bool leavesRecord = false;  // a rectangle that comes to nothing does
   std::unique_ptr<ActingDisc> disc = std::make_unique<ActingDisc>(new ActingHistory(told, openRecords));
   JournalDiscObserver observer{disc.get(), journal};
   int x = 400;
@@ -137,6 +139,7 @@ struct Use {
   DiscType type;
   HelmDiscZone zone;
   KeyID modifier;
+  bool hits = true;  // the scene
 };
 constexpr auto NO_KEY = static_cast<KeyID>(-1);
 using Zone = HelmDiscZone;
@@ -160,6 +163,11 @@ constexpr Use USES[] = {
     {"rolls_a_page", DiscType::TwoD, Zone::Orbit, NO_KEY},
     {"orbits_small", DiscType::MiniFullNavigation, Zone::Orbit, NO_KEY},
     {"walks_small", DiscType::MiniTourBuilding, Zone::Walk, KEY_SHIFT},
+    {"picks_a_pivot", DiscType::FullNavigation, Zone::Orbit, KEY_CONTROL},
+    {"picks_no_pivot", DiscType::FullNavigation, Zone::Orbit, KEY_CONTROL, false},
+    {"zooms_to_a_rectangle", DiscType::FullNavigation, Zone::Zoom, KEY_SHIFT},
+    {"centres_nothing", DiscType::FullNavigation, Zone::Center, NO_KEY, false},
+    {"flies_at_nothing", DiscType::TourBuilding, Zone::Forward, NO_KEY, false},
 };
 
 void Live(Stage& s) {
@@ -167,13 +175,19 @@ void Live(Stage& s) {
     s.Open(type);
     s.Do([&] { s.disc->OpenMenu(); });
   }
-  for (const KeyID key : {KEY_DISC, KEY_SHIFT, KEY_CONTROL}) {
+  for (const KeyID key : {KEY_DISC, KEY_DISC, KEY_SHIFT, KEY_CONTROL}) {
     s.Key(key, true);
     s.Frame();
     s.Key(key, false);
     s.Frame();
   }
+  s.Do([&] { s.disc->SetOpensAtPointer(true); });
+  s.Open(DiscType::TwoD);
+  s.Key(KEY_SHIFT, true);
   s.Open(DiscType::FullNavigation);
+  s.Key(KEY_SHIFT, false);
+  s.PointAt(HelmDiscZone::Pan);
+  s.Frames(12, 250);  // in which a tooltip comes
   s.Do([&] { s.disc->SetLargeDiscSize(96); });
   s.Do([&] { s.disc->SetMiniDiscSize(32); });
   s.Do([&] { s.disc->SetLargeDiscOpacity(0.5F); });
@@ -202,6 +216,8 @@ void Live(Stage& s) {
 }
 
 void UseWedge(Stage& s, const Use& use) {
+  s.leavesRecord = use.zone == Zone::Zoom && use.modifier == KEY_SHIFT;
+  if (use.hits) s.renderer.SetSceneHit(Vector3(0.5, 0.25, 1.0));
   for (int i = 0; i < 2; ++i) {  // something to go back to
     s.Do([&] { s.disc->GetHistory()->BeginElementRecord(s.hub.view); });
     s.Do([&] { s.disc->GetHistory()->EndElementRecord(LookAt({3.0 + i, 0, 10}, {0, 0, 0}, {0, 1, 0})); });
@@ -213,11 +229,14 @@ void UseWedge(Stage& s, const Use& use) {
   s.Frame();
   for (int step = 1; step <= 3; ++step) {
     s.Move(s.x + 15 * step, s.y - 10 * step);
-    if (step == 2) s.Key(KEY_UP, true);
+    for (const KeyID key : {KEY_UP, KEY_RUN}) {
+      if (step == 2) s.Key(key, true);
+    }
     s.Frame();
   }
   s.Key(KEY_UP, false);
   s.Release();
+  s.Key(KEY_RUN, false);
   if (use.modifier != NO_KEY) s.Key(use.modifier, false);
   s.Frames(8);
   s.PointAt(use.zone);  // a click as well
@@ -233,6 +252,7 @@ struct Act {
   const char* name;
   void (*commit)(Stage&);
   bool isForAll = true;  // may be done within the calls of renderer and observer as well
+  long stride = 1;       // from one call to the next in which it is done
 };
 constexpr Act ACTS[] = {
     {"deletes_the_disc", [](Stage& s) { s.disc.reset(); }, false},
@@ -248,19 +268,42 @@ constexpr Act ACTS[] = {
     {"ends_the_operation", [](Stage& s) { s.hub.EndOperation(OPERATION_ALL); }},
     {"takes_the_ball", [](Stage& s) { s.Do([&] { s.disc->SetPivotBall(nullptr); }); }},
     {"clears_the_history", [](Stage& s) { s.Do([&] { s.disc->GetHistory()->ClearHistory(); }); }},
+    {"gives_another_renderer", [](Stage& s) { s.Do([&] { s.disc->SetRenderer(&s.other); }); }, true, 3},
+    {"makes_it_anew",
+     [](Stage& s) {
+       s.Do([&] { s.disc->Destroy(); });
+       s.Do([&] { s.disc->Create(); });
+     },
+     true, 3},
+    {"drops_the_welcome_screen",
+     [](Stage& s) {
+       s.Do([&] { s.disc->GetParameters().suppressWelcome = true; });
+       s.Do([&] { s.disc->Create(); });
+     },
+     true, 3},
+    {"shrinks_the_view", [](Stage& s) { s.Do([&] { s.disc->SetViewportSize(0, 0); }); }, true, 3},
+    {"moves_the_pointer", [](Stage& s) { s.Move(s.x + 40, s.y + 10); }, true, 3},
+    {"puts_the_menu_away",
+     [](Stage& s) {
+       TrackMenu* const menu = s.disc != nullptr ? s.disc->GetActiveTrackMenu() : nullptr;
+       if (menu == nullptr) return;
+       menu->SetVisible(false);
+       if (s.disc != nullptr) menu->SetActive(false);
+     },
+     true, 3},
 };
 
 void Rest(Stage& s) {
   if (s.disc == nullptr) return;
   s.Restore();
   s.Release();
-  for (const KeyID key : {KEY_SHIFT, KEY_CONTROL, KEY_UP}) s.Key(key, false);
+  for (const KeyID key : {KEY_SHIFT, KEY_CONTROL, KEY_UP, KEY_RUN}) s.Key(key, false);
   s.Open(DiscType::None);
   s.hub.EndShot();
   s.hub.EndOperation(OPERATION_ALL);
   s.Frames(2);
   EXPECT_FALSE(s.disc->IsDragActive());
-  EXPECT_EQ(s.openRecords, 0);
+  EXPECT_LE(s.openRecords, s.leavesRecord ? 1 : 0);
 }
 
 long RunWith(const std::function<void(Stage&)>& use, ActingHost Stage::*host, const Act& act, long number) {
@@ -270,10 +313,11 @@ long RunWith(const std::function<void(Stage&)>& use, ActingHost Stage::*host, co
   const long calls = (stage.*host).GetCalls();
   Rest(stage);
   EXPECT_FALSE(stage.hub.IsOperationActive(OPERATION_ALL));
-  EXPECT_TRUE(stage.disc != nullptr || !act.isForAll);
+  EXPECT_EQ(stage.disc == nullptr, !act.isForAll && number > 0);
   stage.Do([&] { stage.disc->Destroy(); });
   stage.disc.reset();
   EXPECT_EQ(stage.renderer.GetForeignDestroyCount(), 0);
+  EXPECT_EQ(stage.other.GetForeignDestroyCount(), 0);
   return calls;
 }
 
@@ -288,7 +332,8 @@ class ActingHostTest : public ::testing::TestWithParam<std::tuple<int, int>> {
 };
 
 TEST_P(ActingHostTest, may_do_it_in_each_call) {
-  TryInEachCall([](long number) { return RunWith(GetUse(), &Stage::calls, GetAct(), number); });
+  TryInEachCall([](long number) { return RunWith(GetUse(), &Stage::calls, GetAct(), number); },
+                GetAct().stride);
 }
 
 TEST_P(ActingHostTest, may_do_it_as_observer_and_history_hear) {
@@ -300,6 +345,11 @@ TEST_P(ActingHostTest, may_do_it_while_the_disc_is_drawn) {
   constexpr long STRIDE = 31;  // much is drawn alike
   if (!GetAct().isForAll) return;
   TryInEachCall([](long number) { return RunWith(GetUse(), &Stage::drawing, GetAct(), number); }, STRIDE);
+}
+
+TEST_P(ActingHostTest, may_do_it_while_pictures_and_texts_are_made_and_let_go) {
+  constexpr long STRIDE = 11;
+  TryInEachCall([](long number) { return RunWith(GetUse(), &Stage::making, GetAct(), number); }, STRIDE);
 }
 
 INSTANTIATE_TEST_SUITE_P(Uses, ActingHostTest,

@@ -7,6 +7,7 @@
 #include <functional>
 #include <limits>
 #include <memory>
+#include <string>
 
 #include "disc/menu_scene.h"
 #include "korvane/helm_disc.h"
@@ -57,6 +58,11 @@ struct WedgeRenderer : RecordingRenderer {
     Act();
     return drawn;
   }
+  bool DestroyIcon(DynamicIcon2D*& icon) override {
+    const bool destroyed = RecordingRenderer::DestroyIcon(icon);
+    Act();
+    return destroyed;
+  }
   bool SetCursorPosition(int x, int y) override {
     const bool moved = RecordingRenderer::SetCursorPosition(x, y);
     Act();
@@ -81,6 +87,22 @@ struct WedgeHub : MemoryHub {
   }
   std::function<void()> onRequest;
   std::vector<TransitionShotParameters> flights;
+};
+
+// Lets the host act in all that a history tells.
+struct HistoryWitness : RewindHistoryObserver {
+  void OnCurrentElementChanged(int /*index*/) override { Act(); }
+  void OnElementAdded(int /*index*/, const CameraParameters& /*camera*/) override { Act(); }
+  void OnElementUpdated(int /*index*/, const CameraParameters& /*camera*/) override { Act(); }
+  void OnElementRemoved(int /*index*/) override { Act(); }
+  void OnHistoryCleared() override { Act(); }
+  void OnTimelineClosed() override { Act(); }
+  void OnTimelineOpened() override { Act(); }
+  void OnTimelineSlid(int /*index*/, double /*weight*/) override { Act(); }
+  void Act() const {
+    if (onCall) onCall();
+  }
+  std::function<void()> onCall;
 };
 
 struct RewindWedge : ::testing::Test {
@@ -580,8 +602,10 @@ TEST_F(RewindWedge, coordinates_at_the_ends_of_an_int_are_moves) {
 // A click, and a slide with its frames, during which menu and disc go at any of the calls to the host. The
 // listener is called as by its timers: nobody keeps it meanwhile.
 TEST_F(RewindWedge, the_disc_may_go_at_any_call) {
+  HistoryWitness witness;
+  history->AddObserver(&witness);
   for (const bool click : {false, true}) {
-    for (int moment = 0; moment < 60; ++moment) {
+    for (int moment = 0; moment < 90; ++moment) {
       if (disc == nullptr) {
         disc = std::make_unique<WedgeDisc>();
         history = disc->GetHistory();
@@ -589,6 +613,7 @@ TEST_F(RewindWedge, the_disc_may_go_at_any_call) {
         history->SetRenderer(&renderer);
         history->SetThumbnailSize(64.0F);
         history->SetViewportSize(800, 600);
+        history->AddObserver(&witness);
       }
       MakeMenu();
       Fill(3);
@@ -599,19 +624,25 @@ TEST_F(RewindWedge, the_disc_may_go_at_any_call) {
         menu.reset();
         disc.reset();
       };
-      hub.onRequest = hub.onApply = renderer.onCall = act;
+      hub.onRequest = hub.onApply = renderer.onCall = witness.onCall = act;
       hub.onBeginShotHook = [&](Shot*) { act(); };
       const auto step = [&](auto&& operation) {
         if (menu != nullptr) operation();
       };
+      step([&] { wedge->OnTrackMenuActivate(false); });
+      renderer.ApplyTextureUsage();
+      step([&] { wedge->OnTrackMenuActivate(true); });
+      hub.GetApplicationParameters().pixels_per_point = click ? 2.0F : 1.0F;  // makes all pictures anew
       step([&] { wedge->OnLeftMouseDown(400, 300); });
       if (!click) step([&] { wedge->OnMouseMove(366, 300); });
       if (!click) step([&] { wedge->OnMouseMove(332, 300); });
       step([&] { wedge->OnDraw(); });
       step([&] { wedge->OnLeftMouseUp(332, 300); });
       step([&] { wedge->OnDraw(); });
+      platform.AdvanceWithoutTimers(600);
+      step([&] { wedge->OnDraw(); });  // which comes before the timer
       platform.Advance(1000);
-      hub.onRequest = hub.onApply = renderer.onCall = nullptr;
+      hub.onRequest = hub.onApply = renderer.onCall = witness.onCall = nullptr;
       hub.onBeginShotHook = nullptr;
       hub.EndShot();
       EXPECT_EQ(platform.GetTimerCount(), 0);
@@ -621,6 +652,81 @@ TEST_F(RewindWedge, the_disc_may_go_at_any_call) {
       menu.reset();
     }
   }
+}
+
+// The wedge is kept by who calls it, the menu not. Or the host takes something else away.
+TEST_F(RewindWedge, the_menu_or_what_it_works_with_may_go_at_any_call_and_leave_the_wedge) {
+  const std::function<void()> deeds[] = {
+      [this] { menu.reset(); },
+      [this] {
+        menu.reset();
+        disc.reset();
+      },
+      [this] { menu->SetKorvane(nullptr); },
+      [this] { history->ClearHistory(); },
+      [this] { hub.GetApplicationParameters().pixels_per_point = 2.0F; },
+  };
+  HistoryWitness witness;
+  for (const auto& deed : deeds) {
+    for (const bool click : {false, true}) {
+      for (int moment = 0; moment < 60; ++moment) {
+        SCOPED_TRACE(std::to_string(&deed - deeds) + " " + std::to_string(moment));
+        if (disc == nullptr) {
+          disc = std::make_unique<WedgeDisc>();
+          history = disc->GetHistory();
+        }
+        MakeMenu();
+        history->SetKorvane(&hub);
+        history->SetRenderer(&renderer);
+        history->AddObserver(&witness);
+        hub.GetApplicationParameters().pixels_per_point = 1.0F;
+        Fill(3);
+        RewindRegionListener kept(menu.get(), disc.get());
+        int left = moment;
+        const auto act = [&] {
+          if (left-- == 0) deed();
+        };
+        hub.onRequest = hub.onApply = renderer.onCall = witness.onCall = act;
+        hub.onBeginShotHook = [&](Shot*) { act(); };
+        kept.OnTrackMenuActivate(true);
+        kept.OnLeftMouseDown(400, 300);
+        if (!click) kept.OnMouseMove(366, 300);
+        if (!click) kept.OnMouseMove(332, 300);
+        kept.OnDraw();
+        kept.OnLeftMouseUp(332, 300);
+        kept.OnDraw();
+        platform.Advance(1000);
+        kept.OnTrackMenuActivate(false);
+        hub.onRequest = hub.onApply = renderer.onCall = witness.onCall = nullptr;
+        hub.onBeginShotHook = nullptr;
+        hub.EndShot();
+        EXPECT_FALSE(kept.IsMouseDown());
+        EXPECT_TRUE(menu == nullptr || !IsOpen());
+        EXPECT_EQ(renderer.CountCalls("BeginRender"), renderer.CountCalls("EndRender"));
+        renderer.ClearCalls();
+        if (disc != nullptr) history->CloseTimeline(Vector2());
+        if (disc != nullptr) history->RemoveObserver(&witness);
+        if (disc != nullptr) history->ClearHistory();
+        menu.reset();
+      }
+    }
+  }
+}
+
+TEST_F(RewindWedge, a_hub_that_goes_while_the_strip_is_drawn_has_no_notes) {
+  auto mortal = std::make_unique<WedgeHub>();
+  menu->SetKorvane(mortal.get());
+  history->SetKorvane(mortal.get());
+  Fill(3);
+  Press();
+  Move(366);
+  ASSERT_TRUE(IsOpen());
+  renderer.onCall = [&] { mortal.reset(); };
+  wedge->OnDraw();
+  renderer.onCall = nullptr;
+  EXPECT_EQ(mortal, nullptr);
+  EXPECT_EQ(renderer.CountCalls("BeginRender"), renderer.CountCalls("EndRender"));
+  menu->SetKorvane(&hub);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <compare>
 #include <limits>
 #include <type_traits>
 
@@ -164,6 +165,10 @@ TEST(QmAngle, turns_into_the_other_unit_to_two_units_of_the_last_place) {
 TEST(QmAngle, compares_across_units) {
   EXPECT_LT(qmAngle(1.0, qmAngleDegrees), qmAngle(1.0, qmAngleRadians));
   EXPECT_GT(qmAngle(58.0, qmAngleDegrees), qmAngle(1.0, qmAngleRadians));
+  EXPECT_LT(qmAngle(1.0, qmAngleDegrees), qmAngle(2.0, qmAngleDegrees));
+  EXPECT_GT(qmAngle(2.0, qmAngleDegrees), qmAngle(1.0, qmAngleDegrees));
+  EXPECT_EQ(qmAngle(1.0, qmAngleRadians) <=> qmAngle(NOT_A_NUMBER, qmAngleRadians),
+            std::partial_ordering::unordered);
   EXPECT_EQ(qmAngle(0.0, qmAngleDegrees), qmAngle(0.0, qmAngleRadians));
   EXPECT_FALSE(qmAngle(NOT_A_NUMBER, qmAngleDegrees) == qmAngle(NOT_A_NUMBER, qmAngleDegrees));
 }

@@ -24,6 +24,19 @@ TEST(ZovChangingInTimeValue, rests_at_what_it_was_given) {
   EXPECT_FALSE(value.is_changing_in_time());
 }
 
+TEST(ZovChangingInTimeValue, assigned_to_itself_runs_on) {
+  ManualPlatform platform;
+  zovChangingInTimeValue value(0.0, 10.0, 1.0, LINEAR);
+  value.start();
+  platform.Advance(500);
+  const zovChangingInTimeValue& same = value;
+  value = same;
+  EXPECT_TRUE(value.is_changing_in_time());
+  EXPECT_NEAR(value.value(), 5.0, 1e-3);
+  value = zovChangingInTimeValue(3.0);
+  EXPECT_EQ(value.value(), 3.0);
+}
+
 TEST(ZovChangingInTimeValue, made_of_four_numbers_starts_when_told) {
   ManualPlatform platform;
   zovChangingInTimeValue value(0.0, 10.0, 1.0, EASED);

@@ -63,6 +63,16 @@ TEST(Quaternion, holds_w_first) {
   EXPECT_LT(&q.y, &q.z);
 }
 
+TEST(Quaternion, equals_only_one_of_the_same_four_components) {
+  const Quaternion q(1, 2, 3, 4);
+  EXPECT_EQ(q, Quaternion(1, 2, 3, 4));
+  for (int component = 0; component < 4; ++component) {
+    Quaternion other = q;
+    other[component] = 9;
+    EXPECT_FALSE(q == other) << component;
+  }
+}
+
 TEST(Quaternion, has_its_constants) {
   EXPECT_EQ(Quaternion::IDENTITY, Quaternion(1.0, 0.0, 0.0, 0.0));
   EXPECT_EQ(Quaternion::ZERO, Quaternion(0.0, 0.0, 0.0, 0.0));

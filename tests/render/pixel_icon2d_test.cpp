@@ -3,8 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdint>
 #include <limits>
+#include <optional>
+#include <utility>
 #include <vector>
+
+#include "support/allocation_counter.h"
 
 namespace {
 
@@ -92,6 +97,22 @@ TEST_F(PixelIcon2DTest, of_more_pixels_than_any_memory_holds_has_none) {
   Vector3 colour;
   EXPECT_EQ(endless.GetImagePixels(), nullptr);
   EXPECT_FALSE(endless.GetColor(Vector2(), colour));
+}
+
+// The pixels are the last that it asks for.
+TEST_F(PixelIcon2DTest, that_there_is_no_memory_for_has_no_pixels) {
+  const unsigned char white[4] = {255, 255, 255, 255};
+  Vector3 found;
+  const AllocationCounter counter;
+  PixelIcon2D whole(1, 1, white, PixelIcon2D::PIXEL_FORMAT_RGBA);
+  const std::uint64_t last = counter.GetAllocations();
+  std::optional<AllocationFault> fault(std::in_place, last, 1);
+  PixelIcon2D hollow(1, 1, white, PixelIcon2D::PIXEL_FORMAT_RGBA);
+  fault.reset();
+  for (PixelIcon2D* const each : {&whole, &hollow}) {
+    each->SetSize(2, 2);
+    EXPECT_EQ(each->GetColor(Vector2(-1.0, 0.5), found), each == &whole);
+  }
 }
 
 TEST_F(PixelIcon2DTest, holds_an_image_of_one_pixel) {

@@ -41,15 +41,17 @@ inline void TryInEachCall(const std::function<long(long)>& play, long stride = 1
   }
 }
 
-/// A renderer that lets a host act in every call, after it has been answered.
+/// A renderer that lets a host act in every call, after it has been answered; or one host in those that draw
+/// and ask, and another in those that make pictures and texts, let them go, and set the cursor.
 class ActingRenderer : public CountingRenderer {
  public:
-  explicit ActingRenderer(ActingHost& theHost) : host(theHost) {}
+  explicit ActingRenderer(ActingHost& theHost) : ActingRenderer(theHost, theHost) {}
+  ActingRenderer(ActingHost& drawingHost, ActingHost& makingHost) : host(drawingHost), maker(makingHost) {}
 
-  bool LoadTexture(Korvane::TextureID id) override { return Tell(CountingRenderer::LoadTexture(id)); }
+  bool LoadTexture(Korvane::TextureID id) override { return TellMaker(CountingRenderer::LoadTexture(id)); }
   void ReleaseTexture(Korvane::TextureID id) override {
     CountingRenderer::ReleaseTexture(id);
-    host.Call();
+    maker.Call();
   }
   bool BeginRender(const Korvane::Box2& viewport, const Korvane::CameraParameters& camera,
                    RenderMode mode) override {
@@ -67,43 +69,49 @@ class ActingRenderer : public CountingRenderer {
   bool Render(Korvane::ResourceIcon3D* icon) override { return Tell(CountingRenderer::Render(icon)); }
   bool Render(Korvane::DynamicIcon2D* icon) override { return Tell(CountingRenderer::Render(icon)); }
   bool Render(Korvane::ResourceIcon2D* icon) override { return Tell(CountingRenderer::Render(icon)); }
-  std::wstring LoadStringResource(int id) override { return Tell(CountingRenderer::LoadStringResource(id)); }
+  std::wstring LoadStringResource(int id) override {
+    return TellMaker(CountingRenderer::LoadStringResource(id));
+  }
   Korvane::PixelIcon2D* CreateImageData(Korvane::TextureID id) override {
-    return Tell(CountingRenderer::CreateImageData(id));
+    return TellMaker(CountingRenderer::CreateImageData(id));
   }
   Korvane::DynamicIcon2D* CreateSceneScreenshot(int width, int height,
                                                 const Korvane::CameraParameters& camera) override {
     return Tell(CountingRenderer::CreateSceneScreenshot(width, height, camera));
   }
   Korvane::DynamicIcon2D* CreateTextLabel(const wchar_t* text, float size, int width, int height) override {
-    return Tell(CountingRenderer::CreateTextLabel(text, size, width, height));
+    return TellMaker(CountingRenderer::CreateTextLabel(text, size, width, height));
   }
   Korvane::DynamicIcon2D* CreateTooltip(const wchar_t* text) override {
-    return Tell(CountingRenderer::CreateTooltip(text));
+    return TellMaker(CountingRenderer::CreateTooltip(text));
   }
   Korvane::DynamicIcon2D* CreateTooltipHUD(const wchar_t* text) override {
-    return Tell(CountingRenderer::CreateTooltipHUD(text));
+    return TellMaker(CountingRenderer::CreateTooltipHUD(text));
   }
   Korvane::DynamicIcon2D* CreateMessageHUD(const wchar_t* text) override {
-    return Tell(CountingRenderer::CreateMessageHUD(text));
+    return TellMaker(CountingRenderer::CreateMessageHUD(text));
   }
   Korvane::DynamicIcon2D* CreatePivotLabel(const wchar_t* text) override {
-    return Tell(CountingRenderer::CreatePivotLabel(text));
+    return TellMaker(CountingRenderer::CreatePivotLabel(text));
   }
   Korvane::DynamicIcon2D* CreateMiniWheelLabel(const wchar_t* text) override {
-    return Tell(CountingRenderer::CreateMiniWheelLabel(text));
+    return TellMaker(CountingRenderer::CreateMiniWheelLabel(text));
+  }
+  Korvane::DynamicIcon2D* CreateUCSMenuLabel(const wchar_t* text, const wchar_t* other, bool flag,
+                                             int width) override {
+    return TellMaker(CountingRenderer::CreateUCSMenuLabel(text, other, flag, width));
   }
   bool DestroyIcon(Korvane::DynamicIcon2D*& icon) override {
-    return Tell(CountingRenderer::DestroyIcon(icon));
+    return TellMaker(CountingRenderer::DestroyIcon(icon));
   }
   bool QueryRaySceneIntersection(const Korvane::Vector3& origin, const Korvane::Vector3& direction,
                                  Korvane::Vector3& hit) override {
     return Tell(CountingRenderer::QueryRaySceneIntersection(origin, direction, hit));
   }
   bool SetCursorPosition(int x, int y) override { return Tell(CountingRenderer::SetCursorPosition(x, y)); }
-  bool SetCursorIcon(Korvane::CursorID id) override { return Tell(CountingRenderer::SetCursorIcon(id)); }
-  bool OpenMenu(Korvane::MenuID id) override { return Tell(CountingRenderer::OpenMenu(id)); }
-  bool OpenUCSMenu(int x, int y) override { return Tell(CountingRenderer::OpenUCSMenu(x, y)); }
+  bool SetCursorIcon(Korvane::CursorID id) override { return TellMaker(CountingRenderer::SetCursorIcon(id)); }
+  bool OpenMenu(Korvane::MenuID id) override { return TellMaker(CountingRenderer::OpenMenu(id)); }
+  bool OpenUCSMenu(int x, int y) override { return TellMaker(CountingRenderer::OpenUCSMenu(x, y)); }
 
  private:
   template <class Answer>
@@ -111,6 +119,12 @@ class ActingRenderer : public CountingRenderer {
     host.Call();
     return answer;
   }
+  template <class Answer>
+  Answer TellMaker(Answer answer) {
+    maker.Call();
+    return answer;
+  }
 
   ActingHost& host;
+  ActingHost& maker;
 };

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 using namespace Korvane;
 
 namespace {
@@ -91,6 +93,7 @@ TEST(ToolbarItemList, ignores_an_index_out_of_range) {
     EXPECT_FALSE(list.RemoveAt(index));
     list.GetAt(index).SetTag(7);
     EXPECT_EQ(list.GetAt(index).GetTag(), 0);
+    EXPECT_EQ(std::as_const(list).GetAt(index).GetTag(), 0);
     EXPECT_EQ(list.Share(index), nullptr);
   }
   EXPECT_EQ(Tags(list), "1 ");
