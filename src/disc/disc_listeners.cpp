@@ -1,8 +1,5 @@
 #include "disc/disc_listeners.h"
 
-#include <algorithm>
-#include <iterator>
-
 #include "disc/center_region_listener.h"
 #include "disc/close_region_listener.h"
 #include "disc/forward_region_listener.h"
@@ -77,9 +74,10 @@ constexpr Maker MAKERS[] = {
 }  // namespace
 
 std::unique_ptr<RegionListener> MakeDiscListener(const DiscListener& what, HelmDisc& disc, TrackMenu& menu) {
-  const auto* const maker = std::find_if(std::begin(MAKERS), std::end(MAKERS),
-                                         [&](const Maker& each) { return each.kind == what.kind; });
-  return maker->make(what, disc, menu);
+  for (const Maker& maker : MAKERS) {
+    if (maker.kind == what.kind) return maker.make(what, disc, menu);
+  }
+  return nullptr;
 }
 
 }  // namespace Korvane

@@ -72,11 +72,11 @@ void RewindRegionListener::Slide(int x, int y) {
 // An empty strip has no camera.
 void RewindRegionListener::ApplyInterpolated() {
   const RewindHistory* const history = GetHistory();
-  CameraOperations* const hub = GetHub();
+  const Borrowed<CameraOperations> hub(GetHub());
   CameraParameters camera;
-  if (history == nullptr || hub == nullptr || !history->GetInterpolatedCamera(camera)) return;
-  hub->ApplyCameraParameters(camera);
-  hub->RequestApplicationUpdate();
+  if (history == nullptr || hub.Get() == nullptr || !history->GetInterpolatedCamera(camera)) return;
+  hub.Get()->ApplyCameraParameters(camera);
+  if (CameraOperations* const still = hub.Get()) still->RequestApplicationUpdate();
 }
 
 void RewindRegionListener::OnLeftMouseUp(int x, int y) {

@@ -156,7 +156,7 @@ double ToolbarParts::GetOpacityFromMouse() const {
 void ToolbarParts::UpdateTooltip() {
   OrFail([&] {
     static const std::wstring none;
-    const bool shown = !mouse.pressed && mouse.overItem;
+    const bool shown = !mouse.pressed && mouse.overItem && mouse.overIndex < items.GetCount();
     const std::wstring& text = shown ? items.GetAt(mouse.overIndex).GetTooltip() : none;
     if (mouse.tooltip != text) mouse.tooltip = text;
   });

@@ -1,9 +1,7 @@
 #include "toolbar/toolbar_place.h"
 
-#include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <iterator>
 
 namespace Korvane {
 
@@ -175,10 +173,10 @@ constexpr Tie TIES[] = {
 };
 
 Position BreakTie(Position first, Position second, Position current) {
-  const Tie& tie = *std::find_if(std::begin(TIES), std::end(TIES), [=](const Tie& each) {
-    return each.first == first && each.second == second;
-  });
-  return current == tie.kept ? tie.kept : tie.otherwise;
+  for (const Tie& tie : TIES) {
+    if (tie.first == first && tie.second == second) return current == tie.kept ? tie.kept : tie.otherwise;
+  }
+  return first;
 }
 
 constexpr Position EDGES[] = {Toolbar::POSITION_LEFT, Toolbar::POSITION_TOP, Toolbar::POSITION_RIGHT,

@@ -299,6 +299,18 @@ TEST_F(ViewerListsKeysTest, tab_comes_after_the_keys_that_were_pressed_before_it
   EXPECT_EQ(present.id, Korvane::Orientor::OVERLAY_HOME);
 }
 
+TEST_F(ViewerListsKeysTest, keys_behind_one_that_closes_the_page_are_those_of_the_view) {
+  Key(SDLK_e);
+  ASSERT_TRUE(viewer->GetDevices().GetPage().GetKeys().AreHere());
+  for (const SDL_Keycode key : {SDLK_ESCAPE, SDLK_TAB, SDLK_h}) {
+    PushKey(SDL_KEYDOWN, key);
+    PushKey(SDL_KEYUP, key);
+  }
+  ComeToRest();
+  EXPECT_FALSE(viewer->GetDevices().IsPageVisible());
+  EXPECT_EQ(present.group, "Cube");
+}
+
 TEST_F(ViewerListsKeysTest, escape_closes_a_page_that_has_no_keys_after_all_that_it_ends_otherwise) {
   OpenByMouse("device-page");
   viewer->GetView(0).Run(*zovview::FindViewCommand("disc-full-navigation"));

@@ -1,11 +1,15 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
 #include <set>
+#include <string>
 #include <string_view>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -413,6 +417,53 @@ TEST_F(SceneViewTest, the_face_under_the_pointer_is_shown_while_it_is_picked) {
   renderer.GetMouseoverComponent({32, 24}, point, normal);
   renderer.EndMouseoverComponent();
   EXPECT_TRUE(shown.empty());
+}
+
+// A plate of squares, so many that a thread looks for its face.
+std::unique_ptr<zovhost::Scene> MakePlate() {
+  constexpr int SIDE = 40;
+  zovhost::SceneData data;
+  data.materials.emplace_back();
+  data.parts.emplace_back();
+  zovhost::SceneMesh& mesh = data.meshes.emplace_back();
+  for (int i = 0; i < SIDE * SIDE; ++i) {
+    const auto x = static_cast<float>(i % SIDE) - SIDE / 2.0F;
+    const auto y = static_cast<float>(i / SIDE) - SIDE / 2.0F;
+    const auto first = static_cast<std::uint32_t>(mesh.positions.size() / 3);
+    mesh.positions.insert(mesh.positions.end(), {x, y, 0, x + 1, y, 0, x + 1, y + 1, 0, x, y + 1, 0});
+    for (const std::uint32_t corner : {0U, 1U, 2U, 0U, 2U, 3U}) mesh.indices.push_back(first + corner);
+  }
+  std::string error;
+  return zovhost::MakeScene(std::move(data), error);
+}
+
+TEST_F(SceneViewTest, a_large_face_under_the_pointer_is_shown_when_it_has_been_found) {
+  const auto plate = MakePlate();
+  ASSERT_NE(plate, nullptr);
+  std::vector<std::size_t> shown;  // how many triangles
+  renderer.SetFaceShow(
+      [&](const zovhost::SceneFace* face) { shown.push_back(face != nullptr ? face->triangles.size() : 0); });
+  renderer.SetScene(plate.get());
+  renderer.SetCamera(FrontCamera());
+  Vector3 point;
+  Vector3 normal;
+  ASSERT_TRUE(renderer.BeginMouseoverComponent(true));
+  ASSERT_TRUE(renderer.GetMouseoverComponent({32, 24}, point, normal));
+  EXPECT_TRUE(shown.empty());
+  EXPECT_TRUE(renderer.IsFindingFace());
+  for (int i = 0; i < 60'000 && renderer.IsFindingFace(); ++i) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    renderer.SetCamera(FrontCamera());
+  }
+  EXPECT_EQ(shown, (std::vector<std::size_t>{3200}));
+  renderer.EndMouseoverComponent();
+  EXPECT_EQ(shown, (std::vector<std::size_t>{3200, 0}));
+  ASSERT_TRUE(renderer.BeginMouseoverComponent(true));
+  ASSERT_TRUE(renderer.GetMouseoverComponent({32, 24}, point, normal));
+  EXPECT_TRUE(renderer.IsFindingFace());
+  renderer.SetScene(nullptr);
+  EXPECT_FALSE(renderer.IsFindingFace());
+  EXPECT_EQ(shown.size(), 2U);
 }
 
 TEST_F(SceneViewTest, a_highlighted_face_is_tinted_and_hides_behind_what_is_nearer) {

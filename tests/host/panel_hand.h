@@ -55,11 +55,13 @@ class PanelHand {
     SDL_PushEvent(&event);
     Rest();
   }
-  void Move(int x, int y) {
+  void Touch(Uint32 type, int x, int y) {
     SDL_Event event = {};
-    event.type = SDL_MOUSEMOTION;
-    event.motion.x = x;
-    event.motion.y = y;
+    event.type = type;
+    event.tfinger.touchId = 1;
+    event.tfinger.fingerId = 1;
+    event.tfinger.x = (static_cast<float>(x) + 0.5F) / 640.0F;
+    event.tfinger.y = (static_cast<float>(y) + 0.5F) / 480.0F;
     SDL_PushEvent(&event);
     Rest();
   }

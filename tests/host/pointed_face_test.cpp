@@ -1,5 +1,6 @@
 // The face under a pointer: a small one at once, a large one when a thread has found it.
 #include "../../host/src/scene/pointed_face.h"
+#include "../../host/src/scene/background_work.h"
 
 #include <gtest/gtest.h>
 
@@ -118,11 +119,22 @@ TEST_P(PointedFaceTest, is_found_while_the_pointer_moves_on_it) {
 TEST_P(PointedFaceTest, that_the_pointer_has_left_meanwhile_is_not_shown) {
   PointAt(100.2, 100.1);
   PointAt(-5.3, 40.2);
-  ASSERT_TRUE(WaitForFace());
+  ASSERT_TRUE(pointed.Get() != nullptr || WaitForFace());
   SceneFace there;
   ASSERT_TRUE(scene->FindFace(HitAt(-5.3, 40.2), there));
   EXPECT_LT(there.triangles.size(), 10U);
   EXPECT_EQ(pointed.Get()->triangles, there.triangles);
+}
+
+TEST_P(PointedFaceTest, is_looked_for_anew_after_a_pause) {
+  {
+    const zovhost::BackgroundWork::Pause pause;
+    PointAt(100.2, 100.1);
+    PointAt(120.2, 100.1);
+    EXPECT_FALSE(pointed.Update());
+    EXPECT_TRUE(pointed.IsSearching());
+  }
+  EXPECT_TRUE(WaitForFace());
 }
 
 TEST_P(PointedFaceTest, of_nothing_is_none_whatever_was_looked_for) {
@@ -152,10 +164,16 @@ TEST(PointedFaceInIndexTest, of_few_triangles_is_there_at_once) {
     std::this_thread::sleep_for(std::chrono::milliseconds(1));
   Scene::Hit hit;
   ASSERT_TRUE(scene->Intersect({-5.3, 40.2, 100}, {0, 0, -1}, hit));
+  Scene::Hit large;
+  ASSERT_TRUE(scene->Intersect({100.2, 100.1, 100}, {0, 0, -1}, large));
   PointedFace pointed;
-  EXPECT_TRUE(pointed.Point(*scene, &hit));
-  EXPECT_FALSE(pointed.IsSearching());
-  EXPECT_NE(pointed.Get(), nullptr);
+  for (const bool searching : {false, true}) {
+    if (searching) pointed.Point(*scene, &large);
+    EXPECT_EQ(pointed.IsSearching(), searching);
+    EXPECT_TRUE(pointed.Point(*scene, &hit));
+    EXPECT_FALSE(pointed.IsSearching());
+    EXPECT_NE(pointed.Get(), nullptr);
+  }
 }
 
 }  // namespace

@@ -2,9 +2,11 @@
 #include "zovhost/shot_editor_panel.h"
 
 #include <gtest/gtest.h>
+#include <imgui_internal.h>
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/panel_hand.h"
@@ -140,18 +142,26 @@ class LowShotEditorTest : public ShotEditorPanelTest, public PanelHand {
   void SetUp() override {
     Open([this] { panel.Draw(RIGHT, TOP, FOOT); });
   }
+  // By a finger: a button counts as held only while the system says so.
   void DragDown(int way) {
     constexpr int TITLE = 20;
-    Move(FIELD, TITLE);
-    Press(true, FIELD, TITLE);
-    Move(FIELD, TITLE + way);
-    Press(false, FIELD, TITLE + way);
+    Touch(SDL_FINGERDOWN, FIELD, TITLE);
+    Touch(SDL_FINGERMOTION, FIELD, TITLE + way / 2);
+    Touch(SDL_FINGERMOTION, FIELD, TITLE + way);
+    Touch(SDL_FINGERUP, FIELD, TITLE + way);
+  }
+  static float GetTop() {
+    for (const ImGuiWindow* const page : ImGui::GetCurrentContext()->Windows) {
+      if (std::string_view(page->Name).find("Shot") != std::string_view::npos) return page->Pos.y;
+    }
+    return 0.0F;
   }
 };
 
 TEST_F(LowShotEditorTest, ends_above_what_lies_below_it_also_where_it_has_been_moved_to) {
   EXPECT_NEAR(panel.GetEdges()->foot, FOOT, 1.0F);
   DragDown(40);
+  EXPECT_NEAR(GetTop(), TOP + 40.0F, 1.0F);
   EXPECT_NEAR(panel.GetEdges()->foot, FOOT, 1.0F);
   board.DeleteShot(shot);
   Rest();

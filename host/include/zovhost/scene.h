@@ -118,8 +118,8 @@ class Scene {
   bool FindFace(const Hit& hit, SceneFace& face) const;
   /// The same, which `stopped` breaks off: false then, with the face emptied.
   bool FindFace(const Hit& hit, SceneFace& face, const std::atomic<bool>& stopped) const;
-  /// The same for a face that is found within a millisecond or two: one of some hundred triangles, or of a
-  /// mesh that needs no index. False for others, with the face emptied.
+  /// The same for a face that is found within a millisecond or two: one of at most 300 triangles, of a mesh
+  /// that is small or has its index. False for others, with the face emptied.
   bool FindSmallFace(const Hit& hit, SceneFace& face) const;
   /// Has a thread of its own index the sides of large meshes, once: FindFace, which looks through all
   /// triangles of a mesh until then, takes about as long as the face is large afterwards, and finds the same.

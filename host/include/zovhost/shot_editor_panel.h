@@ -35,8 +35,9 @@ class ShotEditorPanel : public Korvane::ShotEditor {
   void TransferControls(bool toShot) override;
 
   /// Within a frame of the Gui. Its upper right corner stands there when it appears, in points from the top
-  /// left of the window; from there the user may move it. It is no higher than its room down to `foot`, and
-  /// is scrolled where that is too little; a foot that is not below the top leaves it as high as it is.
+  /// left of the window; from there the user may move it. It is no higher than its room down to `foot`, or
+  /// 110 points, and is scrolled where that is too little; a foot that is not below the top leaves it as high
+  /// as it is.
   void Draw(float right, float top, float foot = 0.0F);
   bool IsPanelVisible() const { return visible; }
   /// Where it was drawn last; none: it was not.

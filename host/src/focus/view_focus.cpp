@@ -236,10 +236,15 @@ void ViewFocus::Draw(int viewportWidth, int viewportHeight) {
 // What stands at the edge of the view has its frame within.
 Box2 ViewFocus::FitFrame(const Box2& bounds, const Vector2& view) const {
   const double reach = FRAME_REACH * scale;
-  const Vector2 low(std::max(bounds.Min().x, reach), std::max(bounds.Min().y, reach));
-  const Vector2 high(std::min(bounds.Max().x, view.x - reach), std::min(bounds.Max().y, view.y - reach));
-  const bool isInView = low.x < high.x && low.y < high.y;
-  return isInView ? Box2((low + high) / 2.0, (high - low) / 2.0) : bounds;
+  const Vector2 most = view - Vector2(reach);
+  const Box2 whole(view / 2.0, view / 2.0);
+  if (!whole.IsPointInside(bounds.center) || most.x < reach || most.y < reach) return bounds;
+  const auto fit = [&](const Vector2& corner) {
+    return Vector2(std::clamp(corner.x, reach, most.x), std::clamp(corner.y, reach, most.y));
+  };
+  const Vector2 low = fit(bounds.Min());
+  const Vector2 high = fit(bounds.Max());
+  return Box2((low + high) / 2.0, (high - low) / 2.0);
 }
 
 // Accent between two white lines, so that one of them stands out from any ground.

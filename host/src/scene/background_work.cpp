@@ -40,15 +40,18 @@ BackgroundWork::~BackgroundWork() {
 // Where memory or threads are short it stays undone.
 void BackgroundWork::Begin() try {
   if (finished) return;
-  stopped = false;
+  stopped = failed = false;
   thread = std::thread([this] {
     try {
       finished = work(stopped);
     } catch (const std::bad_alloc&) {
+      failed = true;
     }
   });
 } catch (const std::system_error&) {
+  failed = true;
 } catch (const std::bad_alloc&) {
+  failed = true;
 }
 
 void BackgroundWork::End() {

@@ -21,6 +21,8 @@ class BackgroundWork {
   BackgroundWork& operator=(const BackgroundWork&) = delete;
 
   bool IsFinished() const { return finished; }
+  /// Memory or threads were too short: it does not go on by itself.
+  bool HasFailed() const { return failed; }
 
   /// While one lives, no work goes on and none begins.
   class Pause {
@@ -39,6 +41,7 @@ class BackgroundWork {
   const Work work;
   std::atomic<bool> stopped = false;
   std::atomic<bool> finished = false;
+  std::atomic<bool> failed = false;
   std::thread thread;
 };
 

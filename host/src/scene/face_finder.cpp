@@ -10,6 +10,7 @@
 
 #include "projection/matrix.h"
 #include "scene/face_index.h"
+#include "scene/work_report.h"
 
 namespace zovhost {
 
@@ -18,6 +19,27 @@ namespace {
 using Korvane::Vector3;
 
 using Corners = std::array<Vector3, 3>;
+
+// Throws WorkCancelled where a limit is reached.
+class Limiter {
+ public:
+  explicit Limiter(const FaceLimits& ofSearch) : limits(ofSearch) {}
+  /// For each of many small steps.
+  void Step() {
+    constexpr std::size_t STEPS = std::size_t{1} << 12;  // between two looks
+    if ((++steps & (STEPS - 1)) == 0 && limits.stopped != nullptr && *limits.stopped) throw WorkCancelled();
+  }
+  void CheckFound(std::size_t count) const {
+    if (count > limits.found) throw WorkCancelled();
+  }
+  void CheckLooked(std::size_t count) const {
+    if (count > limits.looked) throw WorkCancelled();
+  }
+
+ private:
+  const FaceLimits& limits;
+  std::size_t steps = 0;
+};
 
 Corners GetCorners(const SceneMesh& mesh, std::size_t triangle) {
   const std::uint32_t* corner = mesh.indices.data() + 3 * triangle;
@@ -49,17 +71,17 @@ bool IsInPlane(const SceneMesh& mesh, std::size_t triangle, const Plane& plane) 
                      [&](const Vector3& corner) { return plane.Has(corner); });
 }
 
-// With the first, whatever its shape. None where a limit is reached.
+// With the first, whatever its shape.
 std::vector<std::uint32_t> FindInPlane(const SceneMesh& mesh, const Plane& plane, std::uint32_t seed,
-                                       const FaceLimits& limits) {
-  constexpr std::size_t ROUNDS = std::size_t{1} << 16;  // between two looks
+                                       Limiter& limiter) {
   std::vector<std::uint32_t> found;
   const std::size_t count = mesh.indices.size() / 3;
-  if (count > limits.looked) return {};
+  limiter.CheckLooked(count);
   for (std::size_t triangle = 0; triangle < count; ++triangle) {
-    if (triangle % ROUNDS == 0 && limits.AreReached()) return {};
-    if (triangle == seed || IsInPlane(mesh, triangle, plane))
-      found.push_back(static_cast<std::uint32_t>(triangle));
+    limiter.Step();
+    if (triangle != seed && !IsInPlane(mesh, triangle, plane)) continue;
+    found.push_back(static_cast<std::uint32_t>(triangle));
+    limiter.CheckFound(found.size());
   }
   return found;
 }
@@ -90,7 +112,8 @@ struct Side {
 };
 
 // Corners count as the same by their positions: meshes often repeat a vertex for each triangle.
-std::vector<Side> GetSides(const SceneMesh& mesh, const std::vector<std::uint32_t>& triangles) {
+std::vector<Side> GetSides(const SceneMesh& mesh, const std::vector<std::uint32_t>& triangles,
+                           Limiter& limiter) {
   const auto position = [&mesh](std::uint32_t vertex) {
     const float* p = mesh.positions.data() + std::size_t{3} * vertex;
     return Position{p[0], p[1], p[2]};
@@ -105,18 +128,20 @@ std::vector<Side> GetSides(const SceneMesh& mesh, const std::vector<std::uint32_
       sides.push_back({std::min(a, b), std::max(a, b), i});
     }
   }
-  std::sort(sides.begin(), sides.end(), [](const Side& a, const Side& b) {
+  std::sort(sides.begin(), sides.end(), [&limiter](const Side& a, const Side& b) {
+    limiter.Step();
     return std::tie(a.low, a.high, a.triangle) < std::tie(b.low, b.high, b.triangle);
   });
   return sides;
 }
 
 // Leaves those that are joined to `seed`, which is one of them.
-void KeepJoined(const SceneMesh& mesh, std::uint32_t seed, std::vector<std::uint32_t>& triangles) {
-  if (triangles.empty()) return;
-  const std::vector<Side> sides = GetSides(mesh, triangles);
+void KeepJoined(const SceneMesh& mesh, std::uint32_t seed, std::vector<std::uint32_t>& triangles,
+                Limiter& limiter) {
+  const std::vector<Side> sides = GetSides(mesh, triangles, limiter);
   Groups groups(triangles.size());
   for (std::size_t i = 1; i < sides.size(); ++i) {
+    limiter.Step();
     if (sides[i].IsSameLine(sides[i - 1])) groups.Join(sides[i].triangle, sides[i - 1].triangle);
   }
   const auto place = std::lower_bound(triangles.begin(), triangles.end(), seed) - triangles.begin();
@@ -130,18 +155,18 @@ void KeepJoined(const SceneMesh& mesh, std::uint32_t seed, std::vector<std::uint
 
 // ---- walking ----
 
-// None where a limit is reached.
 std::vector<std::uint32_t> WalkInPlane(const SceneMesh& mesh, const SideIndex& sides, const Plane& plane,
-                                       std::uint32_t seed, const FaceLimits& limits) {
+                                       std::uint32_t seed, Limiter& limiter) {
   std::vector<std::uint32_t> found = {seed};
   std::vector<bool> seen(mesh.indices.size() / 3);
   seen[seed] = true;
   std::unordered_set<std::uint64_t> crowded;  // sides whose triangles have all been seen
   for (std::size_t i = 0; i < found.size(); ++i) {
-    if (found.size() > limits.walked || limits.AreReached()) return {};
+    limiter.CheckFound(found.size());
     for (std::uint32_t own = 3 * found[i]; own < 3 * found[i] + 3; ++own) {
       const std::optional<std::uint64_t> side = sides.FindCrowdedSide(mesh, own);
       if (side.has_value() && !crowded.insert(*side).second) continue;
+      limiter.Step();
       sides.VisitNeighbours(mesh, own, [&](std::uint32_t neighbour) {
         if (seen[neighbour]) return;
         seen[neighbour] = true;
@@ -149,29 +174,46 @@ std::vector<std::uint32_t> WalkInPlane(const SceneMesh& mesh, const SideIndex& s
       });
     }
   }
-  std::sort(found.begin(), found.end());
+  std::sort(found.begin(), found.end(), [&limiter](std::uint32_t a, std::uint32_t b) {
+    limiter.Step();
+    return a < b;
+  });
   return found;
+}
+
+void FillFace(const SceneMesh& mesh, const SideIndex* sides, std::uint32_t triangle, SceneFace& face,
+              Limiter& limiter) {
+  const Plane plane = GetPlane(GetCorners(mesh, triangle));
+  if (sides != nullptr) {
+    face.triangles = WalkInPlane(mesh, *sides, plane, triangle, limiter);
+  } else {
+    face.triangles = FindInPlane(mesh, plane, triangle, limiter);
+    KeepJoined(mesh, triangle, face.triangles, limiter);
+  }
+  for (const std::uint32_t found : face.triangles) {
+    limiter.Step();
+    for (std::size_t corner = 0; corner < 3; ++corner) {
+      const float* p = mesh.positions.data() + std::size_t{3} * mesh.indices[std::size_t{3} * found + corner];
+      face.corners.insert(face.corners.end(), p, p + 3);
+    }
+  }
 }
 
 }  // namespace
 
 bool FindFaceOf(const SceneMesh& mesh, const SideIndex* sides, std::uint32_t triangle, SceneFace& face,
                 const FaceLimits& limits) {
-  const Plane plane = GetPlane(GetCorners(mesh, triangle));
-  if (sides != nullptr) {
-    face.triangles = WalkInPlane(mesh, *sides, plane, triangle, limits);
-  } else {
-    face.triangles = FindInPlane(mesh, plane, triangle, limits);
-    KeepJoined(mesh, triangle, face.triangles);
-  }
+  face.triangles.clear();
   face.corners.clear();
-  for (const std::uint32_t found : face.triangles) {
-    for (std::size_t corner = 0; corner < 3; ++corner) {
-      const float* p = mesh.positions.data() + std::size_t{3} * mesh.indices[std::size_t{3} * found + corner];
-      face.corners.insert(face.corners.end(), p, p + 3);
-    }
+  Limiter limiter(limits);
+  try {
+    FillFace(mesh, sides, triangle, face, limiter);
+    return true;
+  } catch (const WorkCancelled&) {
+    face.triangles.clear();
+    face.corners.clear();
+    return false;
   }
-  return !face.triangles.empty();
 }
 
 }  // namespace zovhost

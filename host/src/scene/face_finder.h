@@ -12,11 +12,9 @@ class SideIndex;
 
 /// Where a search ends without a face.
 struct FaceLimits {
-  std::size_t walked = SIZE_MAX;  ///< Triangles of the face, by walking.
-  std::size_t looked = SIZE_MAX;  ///< Triangles of the mesh, by looking at all.
+  std::size_t found = SIZE_MAX;   ///< Triangles of the face, or without sides in its plane.
+  std::size_t looked = SIZE_MAX;  ///< Triangles of the mesh, where all are looked at.
   const std::atomic<bool>* stopped = nullptr;
-
-  bool AreReached() const { return stopped != nullptr && *stopped; }
 };
 
 /// Fills in the triangles and corners of the face of a mesh around one of its triangles: by walking from side

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <atomic>
-#include <new>
 #include <utility>
 
 #include "scene/background_work.h"
@@ -25,38 +24,30 @@ struct PointedFace::Search {
   const Scene::Hit begin;
   Scene::Hit wanted;  // where the pointer is by now
   SceneFace found;    // of the thread until it has finished
-  BackgroundWork work{[this](const std::atomic<bool>& stopped) { return Find(stopped); }};
-
-  // Where memory is short there is none.
-  bool Find(const std::atomic<bool>& stopped) try {
-    return scene.FindFace(begin, found, stopped) || !stopped;
-  } catch (const std::bad_alloc&) {
-    found = {};
-    return true;
-  }
+  BackgroundWork work{
+      [this](const std::atomic<bool>& stopped) { return scene.FindFace(begin, found, stopped) || !stopped; }};
 };
 
 PointedFace::PointedFace() = default;
 PointedFace::~PointedFace() = default;
 
-// A search goes on although the pointer moves: most likely it stays on the face that is looked for.
+// A search goes on while the pointer moves: most likely it stays on the face that is looked for.
 bool PointedFace::Point(const Scene& scene, const Scene::Hit* hit) {
-  if (hit == nullptr) {
+  if (hit != nullptr && Has(face, *hit)) return false;
+  const bool hadFace = std::exchange(face, SceneFace()).part >= 0;
+  if (hit == nullptr || scene.FindSmallFace(*hit, face)) {
     search.reset();
-    return std::exchange(face, SceneFace()).part >= 0;
+    return hadFace || hit != nullptr;
   }
-  if (Has(face, *hit)) return false;
-  const bool hadFace = face.part >= 0;
-  face = {};
-  if (search != nullptr) {
-    search->wanted = *hit;
-    return Update() || hadFace;
-  }
-  if (!scene.FindSmallFace(*hit, face)) search = std::make_unique<Search>(scene, *hit);
-  return hadFace || face.part >= 0;
+  if (search == nullptr) search = std::make_unique<Search>(scene, *hit);
+  search->wanted = *hit;
+  return hadFace;
 }
 
+// Where memory or threads are short there is none, until the pointer moves on.
 bool PointedFace::Update() {
+  if (search == nullptr) return false;
+  if (search->work.HasFailed()) search.reset();
   if (search == nullptr || !search->work.IsFinished()) return false;
   const std::unique_ptr<Search> done = std::move(search);
   face = std::move(done->found);

@@ -21,7 +21,7 @@ namespace {
 // What both a graphics card and the ray index still hold; guards against a small file that places a large
 // mesh over and over.
 constexpr std::size_t MOST_TRIANGLES = 64'000'000;
-constexpr std::size_t FEW_TRIANGLES = 300;  // of a face, found by walking in a millisecond or two
+constexpr std::size_t FEW_TRIANGLES = 300;  // of a face, found in a millisecond or two
 
 bool IsIndex(int index, std::size_t count) { return index >= 0 && static_cast<std::size_t>(index) < count; }
 
@@ -136,7 +136,7 @@ bool Scene::FindFace(const Hit& hit, SceneFace& face, const std::atomic<bool>& s
 }
 
 bool Scene::FindSmallFace(const Hit& hit, SceneFace& face) const {
-  return FindFace(hit, face, FaceLimits{.walked = FEW_TRIANGLES, .looked = FaceIndex::FEWEST_TRIANGLES});
+  return FindFace(hit, face, FaceLimits{.found = FEW_TRIANGLES, .looked = FaceIndex::FEWEST_TRIANGLES});
 }
 
 bool Scene::FindFace(const Hit& hit, SceneFace& face, const FaceLimits& limits) const {

@@ -112,14 +112,14 @@ vec2 Reach(vec4 face, vec4 middle, vec2 along, float depthAlong) {
   return vec2(dot(pixels, vec2(along.y, -along.x)), change.z - depthAlong * dot(pixels, along));
 }
 
-// In pixels, seen from before it.
+// In pixels, seen from before it; of a part that is scaled unequally about that.
 float Breadth(vec4 face, float w) {
   vec3 across = vec3(matrix[0].x, matrix[1].x, matrix[2].x);
   return exp2(face.w * 16.0) * distance(from, to) * length(across) * viewport.x * 0.5 / w;
 }
 
-// How much room for a line its faces give. That at a border, which has but one, is all that is seen of a sheet
-// from its edge.
+// How much room for a line its faces give. Where one alone tells of it, at a border or where many faces meet,
+// from before that face: the line is all that is seen of a sheet from its edge.
 float FindRoom(vec2 first, vec2 other, float w) {
   return firstFace == otherFace ? Breadth(firstFace, w) : max(abs(first.x), abs(other.x));
 }

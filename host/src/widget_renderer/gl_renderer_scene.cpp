@@ -81,7 +81,7 @@ bool GLRenderer::EndMouseoverComponent() {
 bool GLRenderer::IsFindingFace() const { return impl->face.IsSearching(); }
 
 void GLRenderer::Impl::PointAtFace(const Scene::Hit* hit) {
-  if (showsFaces && face.Point(*scene, hit)) ShowFace();
+  if (showsFaces && face.Point(*scene, faceShow ? hit : nullptr)) ShowFace();
 }
 
 void GLRenderer::Impl::ShowFace() {

@@ -4,6 +4,8 @@
 #include <imgui.h>
 #include <imgui_internal.h>
 
+#include <algorithm>
+#include <bitset>
 #include <utility>
 
 #include "window/panel_state.h"
@@ -150,6 +152,10 @@ bool PanelKeys::Queue(const SDL_Event& event) {
   const SDL_Keycode key = event.key.keysym.sym;
   const bool down = event.type == SDL_KEYDOWN;
   if ((event.key.keysym.mod & OTHER_MODIFIERS) != 0 && down) return false;
+  if (DoesTabWait()) {
+    keys.push_back(event);
+    return true;
+  }
   if (down && keys.empty() && LeadsOut(event.key)) {
     Leave();
     return false;
@@ -186,9 +192,21 @@ void PanelKeys::EndFrame() {
   if (textChanges || context.NavMoveSubmitted || !keys.empty() || !typed.empty()) settle();
 }
 
-// A Tab that leads out, and what waits behind it for whatever has the keys then, come once more.
+// Whether one leads out as soon as the panel has the keys before it; all others wait behind.
+bool PanelKeys::DoesTabWait() const {
+  return std::any_of(keys.begin(), keys.end(), [this](const SDL_Event& event) {
+    return event.type == SDL_KEYDOWN && LeadsOut(event.key);
+  });
+}
+
+// For what has the keys by now. What went up without having gone down here has been told.
 void PanelKeys::ComeAgain() {
-  for (SDL_Event& event : std::exchange(keys, {})) SDL_PushEvent(&event);
+  std::bitset<SDL_NUM_SCANCODES> held;
+  for (SDL_Event& event : std::exchange(keys, {})) {
+    const auto key = static_cast<std::size_t>(event.key.keysym.scancode) % held.size();
+    if (event.type == SDL_KEYDOWN) held.set(key);
+    if (held.test(key)) SDL_PushEvent(&event);
+  }
 }
 
 // By the place on the keyboard: Enter does what the space bar does, and a mirrored panel is read the other
@@ -197,7 +215,8 @@ void PanelKeys::Lead() {
   if (keys.empty()) return;
   SDL_Event event = keys.front();
   SDL_Keysym& key = event.key.keysym;
-  if (event.type == SDL_KEYDOWN && LeadsOut(event.key)) return ComeAgain();
+  const bool areOthers = !panels.hasKeys && context.OpenPopupStack.empty();
+  if (event.type == SDL_KEYDOWN && (areOthers || LeadsOut(event.key))) return ComeAgain();
   if (IsStep(event)) {
     keys.pop_front();
     panels.stops.Step(context, (key.mod & KMOD_SHIFT) != 0);

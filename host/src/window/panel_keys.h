@@ -37,6 +37,7 @@ class PanelKeys {
   void Type();
   SDL_Event TurnArrow(SDL_Event event);
   void Lead();
+  bool DoesTabWait() const;
   void ComeAgain();
   bool IsStep(const SDL_Event& event) const;
   void LeaveText();
