@@ -111,11 +111,11 @@ class Tool::Flight : public Steps {
   // A shot that was cut off before it was in the hub ends there now.
   void Settle() {
     const bool cutBefore = !goesOn && begun && tool.IsFlying();
-    const bool pending = std::exchange(tool.flightBegins, false);
-    if (cutBefore && pending) {
+    tool.flightBegins = false;
+    if (cutBefore) {
       tool.cameraOperations->EndShot();
-    } else {
-      Then([&] { tool.flight = begun ? tool.cameraOperations->GetShotNumber() : 0; });
+    } else if (goesOn && tool.cameraOperations != nullptr) {
+      tool.flight = begun ? tool.cameraOperations->GetShotNumber() : 0;
     }
   }
 

@@ -163,8 +163,9 @@ bool ViewManager::EndZoomingWithMouse() {
   return true;
 }
 
+// Of the disc that brings the tools of the middle button.
 DiscType ViewManager::GetEnabledDisc() const {
-  return helmDisc != nullptr && helmDisc->GetEnabled() ? helmDisc->GetActiveDisc() : DiscType::None;
+  return helmDisc->GetEnabled() ? helmDisc->GetActiveDisc() : DiscType::None;
 }
 
 void ViewManager::LabelPivot() {
