@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "interaction/view_manager/fakes.h"
+#include "korvane/rect_zoom_tool.h"
 #include "support/allocation_counter.h"
 
 using namespace Korvane;
@@ -294,4 +295,99 @@ TEST_F(LimitsTest, a_disc_that_goes_as_the_note_of_its_navigation_is_made_takes_
   manager.OnMiddleMouseUp(400, 300);
   manager.Destroy();
   manager.SetRenderer(nullptr);
+}
+
+// ---- what goes while it is told ----
+
+namespace {
+
+/// Does what the test wants as it is asked for a frame.
+class AskedHub : public MemoryHub {
+ public:
+  using MemoryHub::MemoryHub;
+  void RequestApplicationUpdate() override {
+    if (onRequest) onRequest();
+  }
+  std::function<void()> onRequest;
+};
+
+/// Gives way to another as it is chosen.
+class ModestTool : public Tool {
+ public:
+  ModestTool(ViewManager& theManager, int other) : manager(theManager), another(other) {}
+  void Activate() override { manager.SetActiveTool(another); }
+
+ private:
+  ViewManager& manager;
+  int another;
+};
+
+struct AskedScene : ::testing::Test {
+  AskedScene() {
+    manager.SetKorvane(&hub);
+    manager.SetRenderer(&renderer);
+  }
+  ~AskedScene() override {
+    hub.onRequest = nullptr;
+    manager.Destroy();
+  }
+
+  ManualPlatform platform;
+  AskedHub hub{LookAt({0, 0, 10}, {0, 0, 0}, {0, 1, 0})};
+  RecordingRenderer renderer;
+  OpenViewManager manager;
+};
+
+}  // namespace
+
+TEST_F(LimitsTest, the_item_of_a_tool_that_gives_way_as_it_is_chosen_is_not_selected) {
+  manager.AddTool(1, new ModestTool(manager, 2));
+  manager.AddTool(2, new FakeTool("second", journal));
+  manager.Create();
+  journal.recording = true;
+  manager.SetActiveTool(1);
+  EXPECT_EQ(manager.GetActiveTool(), 2);
+  EXPECT_EQ(journal.Count("bar.SetItemSelected(1, true)"), 0);
+  EXPECT_EQ(journal.Count("bar.SetItemSelected(2, true)"), 1);
+  journal.recording = false;
+}
+
+TEST_F(AskedScene, a_toolbar_that_is_deleted_as_it_learns_the_size_of_the_view_is_not_laid_out) {
+  auto strip = std::make_unique<Toolbar>();
+  strip->SetPosition(Toolbar::POSITION_TOP_RIGHT);
+  strip->SetVisible(true);
+  manager.AddToolbar(strip.get());
+  ASSERT_TRUE(manager.Create());
+  hub.onRequest = [&] {
+    if (strip == nullptr) return;
+    manager.RemoveToolbar(strip.get());
+    strip.reset();
+  };
+  manager.SetViewportSize(700, 500);
+  EXPECT_EQ(strip, nullptr);
+}
+
+TEST_F(AskedScene, a_tool_that_is_put_away_or_deleted_as_it_is_cancelled_is_told_no_more) {
+  for (const bool deletes : {false, true}) {
+    manager.AddTool(1, new RectZoomTool);
+    ASSERT_TRUE(manager.Create());
+    manager.SetViewportSize(800, 600);
+    ASSERT_TRUE(manager.SetActiveTool(1));
+    manager.OnMouseMove(400, 300);
+    ASSERT_TRUE(manager.OnLeftMouseDown(400, 300));
+    manager.OnMouseMove(450, 350);
+    bool acted = false;
+    hub.onRequest = [&] {
+      if (acted || manager.activeTool == nullptr || manager.activeTool->IsOperating()) return;
+      acted = true;
+      manager.SetActiveTool(0);
+      if (deletes) delete manager.RemoveTool(1);
+    };
+    manager.CancelGesture();
+    EXPECT_TRUE(acted);
+    EXPECT_EQ(manager.GetActiveTool(), 0);
+    EXPECT_FALSE(hub.IsShotActive());
+    hub.onRequest = nullptr;
+    delete manager.RemoveTool(1);
+  }
 }
