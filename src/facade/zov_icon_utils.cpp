@@ -7,10 +7,10 @@ namespace {
 
 template <class Facade, class Inner>
 std::shared_ptr<Facade> Wrap(Inner* icon) {
-  if (icon == nullptr) return nullptr;
   if (const auto* const ours = dynamic_cast<const zovIconP<Inner, Facade>*>(icon)) {
     if (auto owner = ours->GetOwner()) return owner;
   }
+  if (icon == nullptr) return nullptr;
   return Korvane::OrFail([&] { return std::make_shared<Facade>(*icon); });
 }
 

@@ -186,15 +186,18 @@ bool zovRendererP::Show(const std::shared_ptr<Facade>& outside, Inner& icon) {
 }
 
 bool zovRendererP::Render(ResourceIcon3D* icon) {
-  return icon != nullptr && Show(zovIconUtils::wrap_icon(icon), *icon);
+  if (icon == nullptr) return false;
+  return Show(zovIconUtils::wrap_icon(icon), *icon);
 }
 bool zovRendererP::Render(ResourceIcon2D* icon) {
-  return icon != nullptr && Show(zovIconUtils::wrap_icon(icon), *icon);
+  if (icon == nullptr) return false;
+  return Show(zovIconUtils::wrap_icon(icon), *icon);
 }
 bool zovRendererP::Render(DynamicIcon2D* icon) {
   if (icon == nullptr) return false;
   const std::shared_ptr<zovDynamicIcon2D> known = FindOutside(icon);
-  return known != nullptr ? owner->render(known) : Show(zovIconUtils::wrap_icon(icon), *icon);
+  if (known != nullptr) return owner->render(known);
+  return Show(zovIconUtils::wrap_icon(icon), *icon);
 }
 
 // What there is no memory to hold goes back to the host at once.

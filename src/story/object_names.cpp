@@ -62,7 +62,7 @@ std::wstring FormatName(const std::wstring& format, unsigned number) {
 }
 
 std::wstring LoadNameFormat(Renderer* renderer, StringID id, const wchar_t* otherwise) {
-  const std::wstring format = renderer != nullptr ? renderer->LoadStringResource(id) : std::wstring();
+  std::wstring format = renderer != nullptr ? renderer->LoadStringResource(id) : std::wstring();
   if (format.empty()) return otherwise;
   return format;
 }

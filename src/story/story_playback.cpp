@@ -49,9 +49,9 @@ ShotSpecification* StoryPlayback::Place::GetShot() const {
   return shot != nullptr ? shot : shown->GetFirstShot();
 }
 
+// Of a sequence that is there.
 ShotSpecification* StoryPlayback::Place::FindNext(bool again, Place& next) const {
   Sequence* const shown = sequence.Get();
-  if (shown == nullptr) return nullptr;
   if (ShotSpecification* const shot = shown->GetShot(shotIndex + 1)) {
     next.Set(story.Get(), sequenceIndex, shown, shotIndex + 1);
     return shot;

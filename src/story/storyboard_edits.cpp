@@ -173,7 +173,7 @@ Sequence* Storyboard::CreateSequence() {
     if (refused) return nullptr;
     const std::wstring format =
         LoadNameFormat(now->partners.renderer.Get(), STRING_SEQUENCE_NAME, L"Sequence #%d");
-    if (!now || now->story == nullptr) return nullptr;
+    if (!now) return nullptr;
     const Borrowed<Story> story(now->story.get());
     auto created = std::make_unique<Sequence>();
     const Borrowed<Sequence> sequence(created.get());

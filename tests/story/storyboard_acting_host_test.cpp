@@ -37,6 +37,7 @@ class PanelRenderer : public ActingRenderer {
     return Tell(CountingRenderer::CreateMessageHUD(text));
   }
   bool DestroyIcon(DynamicIcon2D*& icon) override { return Tell(CountingRenderer::DestroyIcon(icon)); }
+  bool SetCursorIcon(CursorID id) override { return Tell(CountingRenderer::SetCursorIcon(id)); }
 
  private:
   template <class Answer>
@@ -299,7 +300,7 @@ void Live(Stage& s) {
   s.Do([&] { s.board->BeginRecordWalk(); });
   s.Do([&] { s.board->ResetToEmptyStory(); });
   s.Do([&] { s.board->Destroy(); });
-  s.Do([&] { s.board->Create(); });
+  for (int i = 0; i < 2; ++i) s.Do([&] { s.board->Create(); });
   s.Frame();
 }
 

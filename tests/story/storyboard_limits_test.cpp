@@ -82,6 +82,31 @@ TEST_F(BareStoryboardTest, records_a_walk_without_its_notes) {
   EXPECT_TRUE(board->CancelRecordWalk());
 }
 
+/// Ends while it is asked for the first text of a panel.
+class EndingRenderer : public RecordingRenderer {
+ public:
+  explicit EndingRenderer(std::unique_ptr<EndingRenderer>& holder) : self(holder) {}
+  std::wstring LoadStringResource(int id) override {
+    if (id != STRING_STORY_PLAY) return RecordingRenderer::LoadStringResource(id);
+    self.reset();
+    return {};
+  }
+
+ private:
+  std::unique_ptr<EndingRenderer>& self;
+};
+
+TEST_F(BareStoryboardTest, a_renderer_that_ends_as_it_is_asked_for_a_text_is_asked_no_more) {
+  std::unique_ptr<EndingRenderer> ending;
+  ending = std::make_unique<EndingRenderer>(ending);
+  board->SetRenderer(ending.get());
+  EXPECT_TRUE(board->Create());
+  EXPECT_EQ(ending, nullptr);
+  board->SetVisible(true);
+  board->Draw();
+  EXPECT_FALSE(board->BeginRecordWalk());
+}
+
 // ---- what is refused ----
 
 TEST_F(LimitsTest, a_mode_that_is_none_is_not_taken) {

@@ -80,7 +80,7 @@ void RectZoomTool::SetRectMode(int mode) {
 bool RectZoomTool::OnMouseUp(int x, int y) {
   ClampToViewport(x, y);
   NoteRelease(x, y);
-  const bool zooms = operating && mouseDragged && !animating && cameraOperations != nullptr &&
+  const bool zooms = operating && mouseDragged && cameraOperations != nullptr &&
                      whiteRectangle.GetWidth() > 0.0 && whiteRectangle.GetHeight() > 0.0;
   if (zooms) return BeginRectShot();
   Abandon();

@@ -79,9 +79,7 @@ void ZoomTool::AnchorZoom(Steps& steps, int x, int y) {
   steps.MarkPivot(camera);
 }
 
-bool ZoomTool::UpdateZoom(int x, int y) {
-  return operating && cameraOperations != nullptr && UpdateDrag(OPERATION_ZOOM, x, y);
-}
+bool ZoomTool::UpdateZoom(int x, int y) { return operating && UpdateDrag(OPERATION_ZOOM, x, y); }
 
 bool ZoomTool::EndZoom() {
   if (!operating) return false;

@@ -103,7 +103,9 @@ bool ViewManager::RestoreCenter(const Vector3& point) {
 
 bool ViewManager::MoveCamera(const std::function<bool(CameraOperations&)>& move) {
   CameraOperations* const hub = cameraOperations;
-  return hub != nullptr && move && Record(*hub, QueryCamera(*hub), move);
+  if (hub == nullptr || !move) return false;
+  const CameraParameters camera = QueryCamera(*hub);
+  return Record(*hub, camera, move);
 }
 
 }  // namespace Korvane

@@ -178,8 +178,7 @@ struct ViewManager::Doors {
     return owner.storyboard != nullptr && owner.storyboard->IsPlayingBack();
   }
   static bool HasDiscMenu(ViewManager& owner, Event& /*event*/) {
-    const HelmDisc* const disc = owner.helmDisc;
-    return disc != nullptr && disc->GetEnabled() && disc->GetActiveTrackMenu() != nullptr;
+    return owner.helmDisc != nullptr && owner.helmDisc->GetEnabled();  // the menu that is open
   }
   template <auto QUESTION>
   static bool Is(ViewManager& owner, Event& /*event*/) {
@@ -263,10 +262,10 @@ struct ViewManager::Doors {
   /// A tool that is given something may have tools added and removed.
   template <class... GIFTS>
   static void GiveTool(ViewManager& owner, int id) {
-    const auto give = [&](auto handOn) {
-      if (Tool* const tool = owner.FindTool(id)) handOn(owner, *tool);
-    };
-    (give(&GIFTS::template HandOn<Tool>), ...);
+    (HandOnToTool(owner, id, &GIFTS::template HandOn<Tool>), ...);
+  }
+  static void HandOnToTool(ViewManager& owner, int id, void (*handOn)(const ViewManager&, Tool&)) {
+    if (Tool* const tool = owner.FindTool(id)) handOn(owner, *tool);
   }
   /// In the order of their identifiers.
   template <class... GIFTS>

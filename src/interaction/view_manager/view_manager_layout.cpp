@@ -84,7 +84,8 @@ void ViewManager::HandOrientorToBar() {
 
 // A bar may be as wide as its position makes it.
 void ViewManager::LinkNavBarToOrientor() {
-  if (orientor == nullptr || !IsLinked(navigationBar) || ToolbarOf(navigationBar) == nullptr) return;
+  Toolbar* const linked = ToolbarOf(navigationBar);
+  if (orientor == nullptr || !IsLinked(navigationBar) || linked == nullptr) return;
   int width = 0;
   int height = 0;
   GetOrientorSize(width, height);
@@ -92,12 +93,12 @@ void ViewManager::LinkNavBarToOrientor() {
   const int cubeOffset = orientor->GetParameters().screen_offset_y;
   const std::optional<Toolbar::Position> position = GetLinkedPosition(corner);
   if (!position) return;
-  if (Toolbar* const toolbar = ToolbarOf(navigationBar)) toolbar->SetPosition(*position);
-  const Toolbar* const placed = ToolbarOf(navigationBar);
+  linked->SetPosition(*position);
+  Toolbar* const placed = ToolbarOf(navigationBar);
   if (placed == nullptr) return;
   const double barWidth = 2.0 * placed->GetToolbarBounds().extentX.GetValue();
   const LinkedBarPlace place = PlaceLinkedBar(GetViewArea(), corner, height, cubeOffset, barWidth);
-  if (Toolbar* const toolbar = ToolbarOf(navigationBar)) toolbar->SetCornerOffset(Vector2(0.0, place.offset));
+  placed->SetCornerOffset(Vector2(0.0, place.offset));
   if (Toolbar* const toolbar = ToolbarOf(navigationBar))
     toolbar->SetSizeLimits(viewportWidth, place.heightLimit);
 }

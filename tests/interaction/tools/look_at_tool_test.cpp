@@ -300,3 +300,40 @@ TEST_F(LookAtToolTest, a_hub_taken_away_as_the_mouseover_begins_leaves_none_open
   EXPECT_FALSE(tool.IsOperating());
   EXPECT_EQ(taking.mouseoverEnded, 1);
 }
+
+// Replaced first, as a renderer may not end while a tool has it.
+TEST_F(LookAtToolTest, a_renderer_that_is_gone_by_the_release_is_asked_nothing) {
+  for (const bool released : {true, false}) {
+    auto gone = std::make_unique<ToolRenderer>();
+    gone->component = bench.renderer.component;
+    tool.SetRenderer(gone.get());
+    EXPECT_TRUE(tool.OnMouseDown(100, 200));
+    tool.SetRenderer(&bench.renderer);
+    gone.reset();
+    EXPECT_TRUE(tool.OnMouseMove(110, 190));
+    if (released) {
+      EXPECT_TRUE(tool.OnMouseUp(110, 190));
+    } else {
+      EXPECT_TRUE(tool.OnKeyDown(KEY_ESCAPE));
+    }
+    EXPECT_FALSE(tool.IsOperating());
+  }
+  EXPECT_EQ(bench.hub.shotsBegun, 0);
+  EXPECT_EQ(bench.renderer.mouseoverAsked + bench.renderer.mouseoverEnded, 0);
+}
+
+TEST_F(LookAtToolTest, escape_without_a_hub_ends_the_mouseover) {
+  tool.OnMouseDown(100, 200);
+  tool.SetKorvane(nullptr);
+  EXPECT_TRUE(tool.OnKeyDown(KEY_ESCAPE));
+  EXPECT_EQ(bench.renderer.mouseoverEnded, 1);
+  EXPECT_FALSE(tool.IsOperating());
+}
+
+TEST_F(LookAtToolTest, keeps_its_distance_where_nothing_stands_between) {
+  bench.Parameters().use_look_at_obstruction_detection = true;
+  Click();
+  EXPECT_EQ(bench.hub.shotsBegun, 1);
+  EXPECT_EQ(bench.renderer.rays, 1);
+  EXPECT_DOUBLE_EQ(bench.hub.lookAtShot.distance, 8.0);
+}

@@ -438,3 +438,15 @@ TEST(RectZoomToolRecord, a_rectangle_that_was_abandoned_keeps_its_record_open_wh
     EXPECT_TRUE(bench.history.Has(1, 0)) << escaped;
   }
 }
+
+// Half of the width, by the shape of the view, is half of its height and a rounding more.
+TEST_F(RectTest, about_the_press_it_does_not_leave_the_view_by_a_rounding) {
+  bench.Parameters().viewport_width = 100;
+  bench.Parameters().viewport_height = 116;
+  tool.OnKeyDown(KEY_CONTROL);
+  Drag(50, 58, 100, 58);
+  for (const Geometry& each : Draw()) {
+    if (!IsWhite(each) || each.vertices.size() != 12) continue;
+    EXPECT_EQ(each.vertices, Corners({0, 0, 100, 116}));
+  }
+}

@@ -82,6 +82,7 @@ struct Stage {
     for (auto* const each : {&hub, &otherHub}) {
       each->GetApplicationParameters().viewport_width = 1024;
       each->GetApplicationParameters().viewport_height = 768;
+      each->GetApplicationParameters().use_look_at_obstruction_detection = true;
       each->AddOperationObserver(&operations);
     }
     history.onBegin = history.onEnd = otherHistory.onBegin = otherHistory.onEnd = [this] { calls.Call(); };
@@ -157,12 +158,17 @@ std::unique_ptr<Tool> Make() {
   return std::make_unique<Made>();
 }
 
+struct FixedAxesOrbit : OrbitTool {
+  FixedAxesOrbit() { fixedAxesOrbit = true; }
+};
+
 struct Kind {
   const char* name;
   MakeTool make;
 };
 constexpr Kind KINDS[] = {
     {"orbit", Make<OrbitTool>},
+    {"orbit_about_fixed_axes", Make<FixedAxesOrbit>},
     {"pan", Make<PanTool>},
     {"zoom", Make<ZoomTool>},
     {"zoom_with_limits",
@@ -233,6 +239,38 @@ void Click(Stage& s) {
   s.Frames(9);
 }
 
+void BeginSpin(Stage& s) {
+  SpinShotParameters spin;
+  spin.duration = 0.2;
+  s.hub.BeginShot(spin);
+}
+
+void TurnWheel(Stage& s) {
+  s.Turn(1);
+  s.Frame(16);
+  s.Turn(2);
+  s.Frame(600);
+  s.Turn(-1);
+  s.Press(300, 300);
+  s.Move(310, 300);
+  s.Release(310, 300);
+  s.Frames(8);
+}
+
+// The release begins its move while another one goes on.
+void TakeOver(Stage& s) {
+  s.Press(300, 300);
+  s.Turn(1);
+  BeginSpin(s);
+  s.Release(300, 300);
+  s.Frame(600);
+  s.Press(300, 300);
+  s.Move(340, 320);
+  BeginSpin(s);
+  s.Release(340, 320);
+  s.Frames(3);
+}
+
 void UseKeys(Stage& s) {
   s.Press(300, 300);
   s.Turn(1);
@@ -295,7 +333,8 @@ struct Use {
   void (*play)(Stage&);
 };
 constexpr Use USES[] = {
-    {"drag", Drag}, {"click", Click}, {"keys", UseKeys}, {"cuts", CutOff}, {"partners", ChangePartners}};
+    {"drag", Drag},    {"click", Click}, {"wheel", TurnWheel},        {"take_over", TakeOver},
+    {"keys", UseKeys}, {"cuts", CutOff}, {"partners", ChangePartners}};
 
 // ---- what the host does ----
 
@@ -324,12 +363,7 @@ constexpr Act ACTS[] = {
     {"puts_it_away", [](Stage& s) { s.Do([](Tool& each) { each.Deactivate(); }); }},
     {"draws", [](Stage& s) { s.Do([](Tool& each) { each.OnDraw(); }); }},
     {"ends_the_move", [](Stage& s) { s.hub.EndShot(); }},
-    {"begins_a_move",
-     [](Stage& s) {
-       SpinShotParameters spin;
-       spin.duration = 0.2;
-       s.hub.BeginShot(spin);
-     }},
+    {"begins_a_move", BeginSpin},
     {"ends_the_operations", [](Stage& s) { s.hub.EndOperation(OPERATION_ALL); }},
 };
 

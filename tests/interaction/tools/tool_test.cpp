@@ -245,3 +245,13 @@ TEST_F(ToolTest, a_note_taken_away_as_its_pass_begins_is_not_drawn) {
   tool.OnDraw();
   EXPECT_EQ(renderer.CountCalls("RenderDynamic"), 1);
 }
+
+// A host's own tool says that a shot of it runs, and not which.
+TEST_F(ToolTest, a_shot_of_a_tool_that_says_it_flies_is_cut_off_with_it) {
+  SpinShotParameters spin;
+  spin.duration = 10.0;
+  bench.hub.BeginShot(spin);
+  tool.SetAnimating(true);
+  tool.EndGesture();
+  EXPECT_FALSE(bench.hub.IsShotActive());
+}

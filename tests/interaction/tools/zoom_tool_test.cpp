@@ -288,3 +288,24 @@ TEST_F(ZoomToolTest, a_shot_that_the_hub_refuses_is_over_at_the_next_draw) {
   EXPECT_FALSE(tool.IsAnimating());
   EXPECT_TRUE(bench.history.Has(1, 1));
 }
+
+TEST_F(ZoomToolTest, a_shot_that_is_cut_off_as_the_hub_refuses_it_is_over_and_ends_no_other) {
+  struct RefusingHub : ToolHub {
+    using ToolHub::BeginShot;
+    using ToolHub::ToolHub;
+    bool BeginShot(const ZoomShotParameters& /*parameters*/) override {
+      cut->EndGesture();
+      SpinShotParameters spin;
+      spin.duration = 1.0;
+      MemoryHub::BeginShot(spin);
+      return false;
+    }
+    Tool* cut = nullptr;
+  } refusing(bench.hub.view);
+  refusing.cut = &tool;
+  tool.SetKorvane(&refusing);
+  Click(100, 200);
+  EXPECT_FALSE(tool.IsAnimating());
+  EXPECT_TRUE(refusing.IsShotActive());
+  tool.SetKorvane(nullptr);
+}
