@@ -175,8 +175,8 @@ void StoryPictures::Write(Subject& subject, int width) {
 void StoryPictures::Keep(const Borrowed<Renderer>& maker, const Lifeline::Watch& alive, const void* subject,
                          DynamicIcon2D* Entry::*place, DynamicIcon2D* icon) {
   const auto found = entries.find(subject);
-  const bool wanted = alive && maker.Get() == renderer.Get() && found != entries.end() &&
-                      found->second.subject && found->second.*place == nullptr;
+  const bool wanted =
+      alive && maker.Get() == renderer.Get() && found != entries.end() && found->second.*place == nullptr;
   if (wanted) {
     found->second.*place = icon;
   } else {
