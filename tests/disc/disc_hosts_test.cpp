@@ -225,8 +225,10 @@ TEST_F(DiscHosts, a_disc_may_go_as_its_renderer_makes_a_note_or_lets_a_picture_g
   HostRenderer host;
   MapRenderer other;
   for (const bool making : {true, false}) {
+    PivotBall ball;
     auto mortal = std::make_unique<OpenHelmDisc>();
     mortal->GetParameters().suppressWelcome = true;
+    mortal->SetPivotBall(&ball);
     mortal->SetRenderer(&host);
     (making ? host.onMessage : host.onRelease) = [&] { mortal.reset(); };
     EXPECT_EQ(mortal->Create(), !making);
@@ -329,6 +331,7 @@ TEST_F(WelcomeHostsTest, the_disc_may_be_deleted_in_any_frame_that_the_screen_as
     whole.Fill(0, 0, 8, 8, 255, 0, 0);  // its ground
     renderer.images[83] = renderer.images[88] = whole;
     std::unique_ptr<OpenHelmDisc> mortal = Make(acting);
+    mortal->GetParameters().welcomeStartsAdvanced = false;
     frames.ActIn(number, [&] { mortal.reset(); });
     const auto step = [&](const std::function<void()>& action) {
       if (mortal != nullptr) action();

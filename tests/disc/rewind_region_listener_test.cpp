@@ -616,8 +616,9 @@ TEST_F(RewindWedge, the_disc_may_go_at_any_call) {
         history->AddObserver(&witness);
       }
       MakeMenu();
+      if (!click) renderer.FailAlways("CreateSceneScreenshot");  // so the pictures are made later
       Fill(3);
-      history->SetElementThumbnail(0, nullptr);
+      renderer.Succeed("CreateSceneScreenshot");
       int left = moment;
       const auto act = [&] {
         if (left-- != 0) return;
@@ -680,7 +681,9 @@ TEST_F(RewindWedge, the_menu_or_what_it_works_with_may_go_at_any_call_and_leave_
         history->SetRenderer(&renderer);
         history->AddObserver(&witness);
         hub.GetApplicationParameters().pixels_per_point = 1.0F;
+        history->SetScale(1.0);
         Fill(3);
+        if (click) hub.GetApplicationParameters().pixels_per_point = 2.0F;
         RewindRegionListener kept(menu.get(), disc.get());
         int left = moment;
         const auto act = [&] {

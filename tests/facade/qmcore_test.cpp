@@ -167,8 +167,15 @@ TEST(QmAngle, compares_across_units) {
   EXPECT_GT(qmAngle(58.0, qmAngleDegrees), qmAngle(1.0, qmAngleRadians));
   EXPECT_LT(qmAngle(1.0, qmAngleDegrees), qmAngle(2.0, qmAngleDegrees));
   EXPECT_GT(qmAngle(2.0, qmAngleDegrees), qmAngle(1.0, qmAngleDegrees));
-  EXPECT_EQ(qmAngle(1.0, qmAngleRadians) <=> qmAngle(NOT_A_NUMBER, qmAngleRadians),
-            std::partial_ordering::unordered);
+  for (const qmAngleUnit unit : {qmAngleDegrees, qmAngleRadians}) {
+    const auto compare = [unit](double one, double other) {
+      return qmAngle(one, unit) <=> qmAngle(other, qmAngleRadians);
+    };
+    EXPECT_EQ(compare(0.0, 0.0), std::partial_ordering::equivalent);
+    EXPECT_EQ(compare(-1.0, 1.0), std::partial_ordering::less);
+    EXPECT_EQ(compare(1.0, -1.0), std::partial_ordering::greater);
+    EXPECT_EQ(compare(1.0, NOT_A_NUMBER), std::partial_ordering::unordered);
+  }
   EXPECT_EQ(qmAngle(0.0, qmAngleDegrees), qmAngle(0.0, qmAngleRadians));
   EXPECT_FALSE(qmAngle(NOT_A_NUMBER, qmAngleDegrees) == qmAngle(NOT_A_NUMBER, qmAngleDegrees));
 }

@@ -131,6 +131,26 @@ TEST_F(ToolbarHostsTest, a_strip_may_be_deleted_as_its_textures_come_late) {
   EXPECT_EQ(strip, nullptr);
 }
 
+TEST_F(ToolbarHostsTest, a_strip_may_be_deleted_as_it_takes_its_textures_and_gives_them_back) {
+  TryInEachCall([this](long number) {
+    ActingHost loading;
+    ActingRenderer acting(loading);
+    auto strip = std::make_unique<OpenToolbar>();
+    const auto step = [&](const std::function<void()>& action) {
+      if (strip != nullptr) action();
+    };
+    strip->SetKorvane(&hub);
+    strip->SetRenderer(&acting);
+    strip->GetItems().Append(MakeItem(2, 0, 28, 28));
+    loading.ActIn(number, [&] { strip.reset(); });
+    step([&] { strip->Create(); });
+    step([&] { strip->SetFlyoutIcon(static_cast<TextureID>(200), 8, 8); });
+    step([&] { strip->Destroy(); });
+    EXPECT_EQ(strip == nullptr, number != 0);
+    return loading.GetCalls();
+  });
+}
+
 // ---- a strip that goes while it tells of its items ----
 
 class MortalStripTest : public ::testing::Test {
@@ -264,6 +284,26 @@ TEST_F(BarHostsTest, passes_on_what_its_toolbar_makes_of_the_right_button) {
   taking.Create();
   EXPECT_TRUE(taking.OnRightMouseUp(1, 1));
   EXPECT_FALSE(taking.OnRightMouseUp(0, 1));
+}
+
+TEST_F(BarHostsTest, may_be_deleted_as_it_offers_what_there_is_no_room_for) {
+  for (const bool goes : {false, true}) {
+    auto mortal = std::make_unique<OpenNavigationBar>();
+    JournalBarObserver offered(mortal.get(), journal);
+    mortal->SetKorvane(&hub);
+    mortal->SetRenderer(&renderer);
+    mortal->AddObserver(&offered);
+    offered.chosen = NavigationBar::TAG_MENU;
+    offered.onHear = [&](const std::string& what) {
+      if (goes && what == "more controls") mortal.reset();
+    };
+    ASSERT_TRUE(mortal->Create());
+    journal.Take();
+    const ToolbarItem more = MakeItem(NavigationBar::TAG_MORE_CONTROLS, 6, 12, 12);
+    EXPECT_TRUE(mortal->open.toolbarObserver->OnItemMouseDown(more));
+    EXPECT_EQ(mortal == nullptr, goes);
+    EXPECT_EQ(journal.Count("clicked " + std::to_string(NavigationBar::TAG_MENU)), goes ? 0 : 1);
+  }
 }
 
 // A host that creates the toolbar while it is filled hears of each item that is left out.
