@@ -145,6 +145,8 @@ TEST_F(ToolbarHostsTest, a_strip_may_be_deleted_as_it_takes_its_textures_and_giv
     loading.ActIn(number, [&] { strip.reset(); });
     step([&] { strip->Create(); });
     step([&] { strip->SetFlyoutIcon(static_cast<TextureID>(200), 8, 8); });
+    step([&] { strip->GetItems().Append(MakeItem(3, 0, 28, 28)); });
+    step([&] { strip->ApplyItemChanges(); });
     step([&] { strip->Destroy(); });
     EXPECT_EQ(strip == nullptr, number != 0);
     return loading.GetCalls();
