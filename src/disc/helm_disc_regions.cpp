@@ -1,6 +1,4 @@
 // Filling the discs with their regions.
-#include <memory>
-
 #include "disc/disc_listeners.h"
 #include "disc/disc_tables.h"
 #include "foundation/out_of_memory.h"
@@ -18,9 +16,9 @@ constexpr double OPACITY_OF_DISABLED = 0.5;
 // Null of what there was no memory for.
 void MakeBelongings(const DiscRegion& row, int overlay, HelmDisc& disc, TrackMenu& menu, Region& region) {
   region.listener = MakeDiscListener(row.listener, disc, menu).release();
-  region.icon = std::make_unique<ResourceIcon2D>(static_cast<TextureID>(row.icon)).release();
+  region.icon = new ResourceIcon2D(static_cast<TextureID>(row.icon));
   if (overlay == TEXTURE_NONE) return;
-  region.overlayIcon = std::make_unique<ResourceIcon2D>(static_cast<TextureID>(overlay)).release();
+  region.overlayIcon = new ResourceIcon2D(static_cast<TextureID>(overlay));
 }
 
 bool IsWhole(const Region& region, int overlay) {

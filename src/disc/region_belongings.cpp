@@ -44,8 +44,9 @@ bool RegionBelongings::IsSharedBy(const Region& region) const {
 }
 
 void RegionBelongings::Delete(ListenerCalls& calls) {
-  for (ResourceIcon2D* const icon : std::exchange(icons, {}))
-    const std::unique_ptr<ResourceIcon2D> gone(icon);
+  for (ResourceIcon2D* const icon : std::exchange(icons, {})) {
+    delete icon;
+  }
   for (RegionListener* const listener : std::exchange(listeners, {}))
     calls.GiveUp(std::unique_ptr<RegionListener>(listener));
 }

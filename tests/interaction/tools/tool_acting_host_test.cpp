@@ -14,6 +14,7 @@
 #include "korvane/rect_zoom_tool.h"
 #include "korvane/walk_tool.h"
 #include "support/acting_host.h"
+#include "support/acting_operations.h"
 #include "support/mischievous_hub.h"
 
 using namespace Korvane;
@@ -59,20 +60,6 @@ class SceneRenderer : public ActingRenderer {
   }
 
   ActingHost& told;
-};
-
-class ActingOperations : public OperationObserver {
- public:
-  explicit ActingOperations(ActingHost& theHost) : host(theHost) {}
-  void OnBeginOperation(OperationType /*type*/, const CameraParameters& /*camera*/) override { host.Call(); }
-  void OnPerformOperation(OperationType /*type*/, double /*dt*/,
-                          const CameraParameters& /*camera*/) override {
-    host.Call();
-  }
-  void OnEndOperation(OperationType /*type*/) override { host.Call(); }
-
- private:
-  ActingHost& host;
 };
 
 using MakeTool = std::unique_ptr<Tool> (*)();

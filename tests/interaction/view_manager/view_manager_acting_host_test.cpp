@@ -10,25 +10,12 @@
 #include "korvane/rect_zoom_tool.h"
 #include "korvane/zoom_tool.h"
 #include "support/acting_host.h"
+#include "support/acting_operations.h"
 #include "support/mischievous_hub.h"
 
 using namespace Korvane;
 
 namespace {
-
-class ActingOperations : public OperationObserver {
- public:
-  explicit ActingOperations(ActingHost& theHost) : host(theHost) {}
-  void OnBeginOperation(OperationType /*type*/, const CameraParameters& /*camera*/) override { host.Call(); }
-  void OnPerformOperation(OperationType /*type*/, double /*dt*/,
-                          const CameraParameters& /*camera*/) override {
-    host.Call();
-  }
-  void OnEndOperation(OperationType /*type*/) override { host.Call(); }
-
- private:
-  ActingHost& host;
-};
 
 /// A widget or a tool whose host has a hand in its virtual operations.
 template <class Widget>
